@@ -1,0 +1,47 @@
+# A layer is a folder with one static library. Its headers are reached by the folder's name ("engine/Reader.h",
+# "adapters/sqlite/SqliteProvider.h") through a tree of links of its own, so that a file can include just what its target
+# links: an include in the wrong direction does not compile.
+
+function(twqb_layer name)
+  cmake_parse_arguments(ARG "" "SOURCE" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${ARG_SOURCE}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  string(REGEX REPLACE "^src/" "" prefix ${ARG_SOURCE})
+  set(tree ${CMAKE_BINARY_DIR}/include/${name})
+  cmake_path(GET prefix PARENT_PATH above)
+  file(MAKE_DIRECTORY ${tree}/${above})
+  file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${ARG_SOURCE} ${tree}/${prefix} COPY_ON_ERROR SYMBOLIC)
+
+  add_library(twqb_${name} STATIC ${sources})
+  add_library(twqb::${name} ALIAS twqb_${name})
+  target_include_directories(twqb_${name} PUBLIC ${tree})
+  target_link_libraries(twqb_${name} PRIVATE twqb_options PUBLIC ${ARG_LINK})
+endfunction()
+
+# Public headers that a layer implements, reached as "twqb/CTWQBBridge.h".
+function(twqb_public_headers name folder)
+  if(TARGET twqb_${name})
+    cmake_path(GET folder PARENT_PATH root)
+    target_include_directories(twqb_${name} PUBLIC ${CMAKE_SOURCE_DIR}/${root})
+  endif()
+endfunction()
+
+# One test program for a folder under tests/.
+function(twqb_tests folder)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  foreach(target ${ARG_LINK})
+    if(target MATCHES "^twqb::" AND NOT TARGET ${target})
+      return()
+    endif()
+  endforeach()
+  add_executable(test_${folder} ${sources})
+  target_link_libraries(test_${folder} PRIVATE twqb_options ${ARG_LINK} GTest::gtest_main)
+  target_compile_definitions(test_${folder} PRIVATE TWQB_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()

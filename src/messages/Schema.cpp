@@ -1,0 +1,100 @@
+#include "messages/Schema.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <charconv>
+#include <vector>
+
+#include "messages/Tables.h"
+#include "platform/Text.h"
+
+namespace twqb::messages {
+
+namespace {
+
+struct CountryAndName {
+  Country country;
+  std::string_view name;
+};
+constexpr std::array kCountries = {CountryAndName{Country::US, "US"}, CountryAndName{Country::CA, "CA"},
+                                   CountryAndName{Country::UK, "UK"}, CountryAndName{Country::AU, "AU"}};
+
+constexpr std::string_view kListSuffix = "List";
+
+std::vector<Message> Join() {
+  std::vector<Message> all;
+  for (const auto family : {HostMessages(), CustomerMessages(), SubscriptionMessages()}) {
+    all.insert(all.end(), family.begin(), family.end());
+  }
+  return all;
+}
+
+bool EndsWithName(std::string_view text, std::string_view suffix) {
+  return text.size() > suffix.size() && SameName(text.substr(text.size() - suffix.size()), suffix);
+}
+
+}  // namespace
+
+std::string_view CountryName(Country country) {
+  for (const auto& entry : kCountries) {
+    if (entry.country == country) return entry.name;
+  }
+  return "US";
+}
+
+std::optional<Country> CountryFromName(std::string_view name) {
+  for (const auto& entry : kCountries) {
+    if (SameName(entry.name, name)) return entry.country;
+  }
+  return std::nullopt;
+}
+
+std::string FormTag(const Form& form) {
+  const auto country = form.country == Country::US ? std::string_view{} : CountryName(form.country);
+  return fmt::format("{}{}.{}", country, form.version.major, form.version.minor);
+}
+
+std::optional<Form> FormFromTag(std::string_view tag) {
+  Form form;
+  if (tag.size() > 2 && tag[0] >= 'A') {
+    const auto country = CountryFromName(tag.substr(0, 2));
+    if (!country) return std::nullopt;
+    form.country = *country;
+    tag.remove_prefix(2);
+  }
+  const char* end = tag.data() + tag.size();
+  const auto major = std::from_chars(tag.data(), end, form.version.major);
+  if (major.ec != std::errc{} || major.ptr == end || *major.ptr != '.') return std::nullopt;
+  const auto minor = std::from_chars(major.ptr + 1, end, form.version.minor);
+  if (minor.ec != std::errc{} || minor.ptr != end) return std::nullopt;
+  return form;
+}
+
+const Element* FindChild(std::span<const Element> children, std::string_view name) {
+  for (const auto& child : children) {
+    if (SameName(child.name, name)) return &child;
+  }
+  if (EndsWithName(name, kListSuffix)) {
+    const auto single = name.substr(0, name.size() - kListSuffix.size());
+    for (const auto& child : children) {
+      if (child.repeating && SameName(child.name, single)) return &child;
+    }
+  }
+  return nullptr;
+}
+
+std::span<const Message> AllMessages() {
+  static const std::vector<Message> all = Join();
+  return all;
+}
+
+const Message* FindMessage(std::string_view name) {
+  if (name.ends_with("Rq") || name.ends_with("Rs")) name.remove_suffix(2);
+  for (const auto& message : AllMessages()) {
+    if (message.name == name) return &message;
+  }
+  return nullptr;
+}
+
+}  // namespace twqb::messages

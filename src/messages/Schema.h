@@ -1,0 +1,127 @@
+// The one table of the published qbXML messages: element order on the wire, types, lengths, obligation, choices,
+// versions and countries.
+//
+// The request model, the wire form, the validation and the embedded company file all read this table and hold no list
+// of fields of their own. Adding a message is adding rows (see CustomerMessages.cpp). Nothing here knows what any
+// message means.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace twqb::messages {
+
+// The form of a message set: a country's dialect at a version. On the wire: "3.0", "CA3.0", "UK3.0", "AU3.0".
+enum class Country : std::uint8_t { US = 1, CA = 2, UK = 4, AU = 8 };
+
+struct Version {
+  int major = 0;
+  int minor = 0;
+  friend constexpr auto operator<=>(const Version&, const Version&) = default;
+};
+
+struct Form {
+  Country country = Country::US;
+  Version version = {3, 0};
+  friend constexpr bool operator==(const Form&, const Form&) = default;
+};
+
+[[nodiscard]] std::string_view CountryName(Country country);                      // "US", "CA", "UK", "AU"
+[[nodiscard]] std::optional<Country> CountryFromName(std::string_view name);      // in any case
+[[nodiscard]] std::string FormTag(const Form& form);                              // "CA3.0"
+[[nodiscard]] std::optional<Form> FormFromTag(std::string_view tag);              // nothing for what is no tag
+
+// A set of countries.
+using Countries = std::uint8_t;
+inline constexpr Countries kNowhere = 0;
+inline constexpr Countries kEverywhere = 0x0F;
+// Australia has no form of its own beyond the host query: its other requests are the US form's.
+inline constexpr Countries kUnitedStates = static_cast<Countries>(Country::US) | static_cast<Countries>(Country::AU);
+inline constexpr Countries kCanada = static_cast<Countries>(Country::CA);
+inline constexpr Countries kBritain = static_cast<Countries>(Country::UK);
+
+enum class Type : std::uint8_t {
+  Aggregate,  // an element with elements in it
+  Choice,     // a step of a path without an element: one of its branches
+  Step,       // a step of a path without an element: its fields in order
+  Str,
+  Id,  // ListID or TxnID
+  Bool,
+  Int,
+  Amt,    // money, always two decimals on the wire
+  Price,  // up to five decimals
+  Quan,   // up to five decimals
+  Percent,
+  Float,
+  Date,
+  DateTime,
+  TimeInterval,
+  Enum,
+  Guid,
+  Macro,
+};
+
+struct EnumValue {
+  std::string_view name;  // on the wire
+  int number;             // in the object model
+};
+
+struct Element {
+  std::string_view name;
+  Type type = Type::Str;
+  int maxLength = 0;  // characters; 0 is no limit
+  bool optional = false;
+  bool repeating = false;
+  Version since = {1, 0};
+  Version until = {};  // the first version that does not know it any more; {} is never
+  Countries countries = kEverywhere;
+  const Element* firstChild = nullptr;
+  std::size_t childCount = 0;
+  const EnumValue* firstValue = nullptr;
+  std::size_t valueCount = 0;
+
+  [[nodiscard]] constexpr std::span<const Element> Children() const { return {firstChild, childCount}; }
+  [[nodiscard]] constexpr std::span<const EnumValue> Values() const { return {firstValue, valueCount}; }
+  [[nodiscard]] constexpr bool LeavesNoElement() const { return type == Type::Choice || type == Type::Step; }
+  [[nodiscard]] constexpr bool HasChildren() const { return type == Type::Aggregate || LeavesNoElement(); }
+  // Whether a message set of this form has the element.
+  [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
+    return since <= form.version && (until == Version{} || form.version < until) &&
+           (countries & static_cast<Countries>(form.country)) != 0;
+  }
+
+  // Modifiers of a row.
+  [[nodiscard]] constexpr Element Opt() const { auto e = *this; e.optional = true; return e; }
+  [[nodiscard]] constexpr Element Rep() const { auto e = *this; e.repeating = true; return e; }
+  [[nodiscard]] constexpr Element Since(int major, int minor) const { auto e = *this; e.since = {major, minor}; return e; }
+  [[nodiscard]] constexpr Element Until(int major, int minor) const { auto e = *this; e.until = {major, minor}; return e; }
+  [[nodiscard]] constexpr Element In(Countries where) const { auto e = *this; e.countries = where; return e; }
+};
+
+// The child of that name, without regard to case. A repeating child "X" is found as "XList" too.
+[[nodiscard]] const Element* FindChild(std::span<const Element> children, std::string_view name);
+
+enum class MessageSet : std::uint8_t { Company, Subscription };
+
+struct Message {
+  std::string_view name;  // without Rq and Rs: "CustomerAdd"
+  std::span<const Element> request;
+  std::span<const Element> response;
+  Version since = {1, 0};
+  MessageSet set = MessageSet::Company;
+
+  [[nodiscard]] std::string RequestName() const { return std::string(name) + "Rq"; }
+  [[nodiscard]] std::string ResponseName() const { return std::string(name) + "Rs"; }
+};
+
+// Every message of the table; the order means nothing.
+[[nodiscard]] std::span<const Message> AllMessages();
+// By the name with or without "Rq" or "Rs"; exact case. nullptr when there is none.
+[[nodiscard]] const Message* FindMessage(std::string_view name);
+
+}  // namespace twqb::messages

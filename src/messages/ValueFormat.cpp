@@ -1,0 +1,205 @@
+#include "messages/ValueFormat.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+namespace twqb::messages {
+
+namespace {
+
+bool AreDigits(std::string_view text) {
+  return !text.empty() && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool AreHexDigits(std::string_view text, bool upperOnly) {
+  return !text.empty() && std::ranges::all_of(text, [upperOnly](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (!upperOnly && c >= 'a' && c <= 'f');
+  });
+}
+
+std::string_view WithoutSign(std::string_view text) {
+  if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
+  return text;
+}
+
+// [+-]?d*[.d{0,decimals}] with at least one digit in it.
+bool IsDecimal(std::string_view text, std::size_t decimals) {
+  text = WithoutSign(text);
+  const auto point = text.find('.');
+  if (point == std::string_view::npos) return AreDigits(text);
+  const auto whole = text.substr(0, point);
+  const auto fraction = text.substr(point + 1);
+  return (whole.empty() || AreDigits(whole)) && (fraction.empty() || AreDigits(fraction)) &&
+         fraction.size() <= decimals && !(whole.empty() && fraction.empty());
+}
+
+// An identifier: an upper-case hexadecimal counter, "-", seconds.
+bool IsIdentifier(std::string_view text) {
+  constexpr std::size_t kMaxLength = 36;
+  const auto dash = text.find('-');
+  return dash != std::string_view::npos && text.size() <= kMaxLength && AreHexDigits(text.substr(0, dash), true) &&
+         AreDigits(text.substr(dash + 1));
+}
+
+// {8-4-4-4-12}; a bare 0 stands for "no owner".
+bool IsGuid(std::string_view text) {
+  if (text == "0") return true;
+  if (text.size() != 38 || text.front() != '{' || text.back() != '}') return false;
+  constexpr std::size_t kGroups[] = {8, 4, 4, 4, 12};
+  std::size_t at = 1;
+  for (const auto length : kGroups) {
+    if (at > 1 && text[at++] != '-') return false;
+    if (!AreHexDigits(text.substr(at, length), false)) return false;
+    at += length;
+  }
+  return true;
+}
+
+// PTnHnMnS, each part optional but not all.
+bool IsTimeInterval(std::string_view text) {
+  if (!text.starts_with("PT")) return false;
+  text.remove_prefix(2);
+  bool any = false;
+  for (const char unit : {'H', 'M', 'S'}) {
+    const auto at = text.find(unit);
+    if (at == std::string_view::npos) continue;
+    if (!AreDigits(text.substr(0, at))) return false;
+    text.remove_prefix(at + 1);
+    any = true;
+  }
+  return any && text.empty();
+}
+
+// Two digits at `at`, or -1.
+int TwoDigits(std::string_view text, std::size_t at) {
+  int value = -1;
+  if (at + 2 > text.size() || !AreDigits(text.substr(at, 2))) return -1;
+  std::from_chars(text.data() + at, text.data() + at + 2, value);
+  return value;
+}
+
+constexpr std::size_t kDateLength = 10;   // yyyy-mm-dd
+constexpr std::size_t kDateTimeLength = 19;
+constexpr int kMinutesPerHour = 60;
+
+}  // namespace
+
+std::string BoolText(bool value) { return value ? "true" : "false"; }
+
+std::optional<bool> ParseBool(std::string_view text) {
+  if (text == "true" || text == "1") return true;
+  if (text == "false" || text == "0") return false;
+  return std::nullopt;
+}
+
+std::string AmountText(double value) {
+  const double cents = std::round(value * 100);  // rounds halves away from zero
+  return fmt::format("{:.2f}", (cents == 0 ? 0 : cents) / 100);
+}
+
+std::string DecimalText(double value) {
+  auto text = fmt::format("{:.5f}", value);
+  while (text.back() == '0') text.pop_back();
+  if (text.back() == '.') text.pop_back();
+  return text == "-0" ? "0" : text;
+}
+
+std::optional<Currency> ParseAmount(std::string_view text) {
+  constexpr std::size_t kMaxWhole = 13;
+  const bool negative = text.starts_with('-');
+  const auto digits = WithoutSign(text);
+  const auto point = digits.find('.');
+  if (point == std::string_view::npos || point > kMaxWhole || digits.size() - point != 3) return std::nullopt;
+  if (!AreDigits(digits.substr(0, point)) || !AreDigits(digits.substr(point + 1))) return std::nullopt;
+  std::int64_t whole = 0;
+  int cents = 0;
+  std::from_chars(digits.data(), digits.data() + point, whole);
+  std::from_chars(digits.data() + point + 1, digits.data() + digits.size(), cents);
+  const std::int64_t units = whole * 10'000 + static_cast<std::int64_t>(cents) * 100;
+  return Currency::FromTenThousandths(negative ? -units : units);
+}
+
+std::string DateText(Date date) { return IsoDate(date).substr(0, kDateLength); }
+
+std::optional<Date> ParseDateText(std::string_view text) {
+  if (text.size() != kDateLength || text[4] != '-' || text[7] != '-') return std::nullopt;
+  return ParseDate(text);
+}
+
+std::string DateTimeText(Date local, std::optional<int> offsetMinutes) {
+  auto text = IsoDate(local).substr(0, kDateTimeLength);
+  if (offsetMinutes) {
+    const int minutes = std::abs(*offsetMinutes);
+    text += fmt::format("{}{:02}:{:02}", *offsetMinutes < 0 ? '-' : '+', minutes / kMinutesPerHour,
+                        minutes % kMinutesPerHour);
+  }
+  return text;
+}
+
+std::optional<DateTime> ParseDateTime(std::string_view text) {
+  if (text.size() == kDateLength) {
+    if (const auto date = ParseDateText(text)) return DateTime{*date, std::nullopt};
+    return std::nullopt;
+  }
+  if (text.size() < kDateTimeLength || text[kDateLength] != 'T' || !ParseDateText(text.substr(0, kDateLength)) ||
+      text[13] != ':' || text[16] != ':' || TwoDigits(text, 17) < 0) {
+    return std::nullopt;
+  }
+  const auto local = ParseDate(text.substr(0, kDateTimeLength));
+  if (!local) return std::nullopt;
+  const auto offset = text.substr(kDateTimeLength);
+  if (offset.empty()) return DateTime{*local, std::nullopt};
+  if (offset == "Z") return DateTime{*local, 0};
+  const int hours = TwoDigits(offset, 1);
+  const int minutes = TwoDigits(offset, 4);
+  if (offset.size() != 6 || (offset[0] != '+' && offset[0] != '-') || offset[3] != ':' || hours < 0 || hours > 14 ||
+      minutes < 0 || minutes >= kMinutesPerHour) {
+    return std::nullopt;
+  }
+  const int total = hours * kMinutesPerHour + minutes;
+  return DateTime{*local, offset[0] == '-' ? -total : total};
+}
+
+bool IsWellFormed(const Element& element, std::string_view text) {
+  switch (element.type) {
+    case Type::Id:
+      return IsIdentifier(text);
+    case Type::Bool:
+      return ParseBool(text).has_value();
+    case Type::Int: {
+      const auto digits = WithoutSign(text);
+      return AreDigits(digits) && digits.size() <= 10;
+    }
+    case Type::Amt:
+      return ParseAmount(text).has_value();
+    case Type::Price:
+    case Type::Quan:
+      return IsDecimal(text, 5);
+    case Type::Percent:
+    case Type::Float:
+      return IsDecimal(text, 15);
+    case Type::Date:
+      return ParseDateText(text).has_value();
+    case Type::DateTime:
+      return ParseDateTime(text).has_value();
+    case Type::TimeInterval:
+      return IsTimeInterval(text);
+    case Type::Enum:
+      return std::ranges::any_of(element.Values(), [text](const EnumValue& value) { return value.name == text; });
+    case Type::Guid:
+      return IsGuid(text);
+    case Type::Aggregate:
+    case Type::Choice:
+    case Type::Step:
+    case Type::Str:
+    case Type::Macro:
+      return true;
+  }
+  return true;
+}
+
+}  // namespace twqb::messages

@@ -1,0 +1,38 @@
+// How single values are written on the wire, and whether a text is one.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "messages/Schema.h"
+#include "platform/Currency.h"
+#include "platform/Date.h"
+
+namespace twqb::messages {
+
+// Whether `text` is a well-formed value of the element's type (an enumeration's: one of its names). Lengths of texts
+// are not looked at.
+[[nodiscard]] bool IsWellFormed(const Element& element, std::string_view text);
+
+[[nodiscard]] std::string BoolText(bool value);                      // "true", "false"
+[[nodiscard]] std::optional<bool> ParseBool(std::string_view text);  // also "1", "0"
+
+[[nodiscard]] std::string AmountText(double value);    // two decimals, halves away from zero
+[[nodiscard]] std::string DecimalText(double value);   // at most five decimals, without trailing zeros
+// [+-]?d{1,13}.dd
+[[nodiscard]] std::optional<Currency> ParseAmount(std::string_view text);
+
+[[nodiscard]] std::string DateText(Date date);  // yyyy-mm-dd
+[[nodiscard]] std::optional<Date> ParseDateText(std::string_view text);
+
+// yyyy-mm-ddThh:mm:ss and, with an offset (minutes east of Greenwich), ±hh:mm behind it. Milliseconds are dropped.
+[[nodiscard]] std::string DateTimeText(Date local, std::optional<int> offsetMinutes);
+struct DateTime {
+  Date local;                        // as written
+  std::optional<int> offsetMinutes;  // nothing: no offset stood there
+};
+[[nodiscard]] std::optional<DateTime> ParseDateTime(std::string_view text);
+
+}  // namespace twqb::messages

@@ -1,0 +1,126 @@
+#include "platform/Text.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+
+namespace twqb {
+
+namespace {
+
+char LowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+// The code point at `index`, which moves behind it; negative for bytes that are no UTF-8.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"  // in the expansion of ICU's macro
+#endif
+UChar32 NextCodePoint(std::string_view text, int& index) {
+  UChar32 c = 0;
+  U8_NEXT(text.data(), index, static_cast<int>(text.size()), c);
+  return c;
+}
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
+
+// Applies a one-to-one mapping of code points; bytes that are no UTF-8 stay as they are.
+template <typename Mapping>
+std::string MapCharacters(std::string_view text, Mapping mapping) {
+  std::string result;
+  result.reserve(text.size());
+  CharacterWalk walk(text);
+  for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
+    int index = 0;
+    const UChar32 c = NextCodePoint(bytes, index);
+    if (c < 0) {
+      result.append(bytes);
+      continue;
+    }
+    char buffer[U8_MAX_LENGTH];
+    int length = 0;
+    U8_APPEND_UNSAFE(buffer, length, mapping(c));
+    result.append(buffer, static_cast<std::size_t>(length));
+  }
+  return result;
+}
+
+}  // namespace
+
+std::string_view CharacterWalk::Next() {
+  if (rest_.empty()) return {};
+  int index = 0;
+  if (NextCodePoint(rest_.substr(0, U8_MAX_LENGTH), index) < 0) index = 1;
+  const auto bytes = rest_.substr(0, static_cast<std::size_t>(index));
+  rest_.remove_prefix(static_cast<std::size_t>(index));
+  return bytes;
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  std::size_t count = 0;
+  CharacterWalk walk(text);
+  while (!walk.Next().empty()) ++count;
+  return count;
+}
+
+std::string Left(std::string_view text, std::size_t count) {
+  CharacterWalk walk(text);
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto next = walk.Next();
+    if (next.empty()) break;
+    bytes += next.size();
+  }
+  return std::string(text.substr(0, bytes));
+}
+
+std::string UpperCase(std::string_view text) {
+  return MapCharacters(text, [](UChar32 c) { return u_toupper(c); });
+}
+
+std::string FoldCase(std::string_view text) {
+  return MapCharacters(text, [](UChar32 c) { return u_foldCase(c, U_FOLD_CASE_DEFAULT); });
+}
+
+std::string Trim(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {
+  std::string result;
+  std::size_t from = 0;
+  for (auto at = text.find(what); at != std::string_view::npos; at = text.find(what, from)) {
+    result.append(text.substr(from, at - from)).append(with);
+    from = at + what.size();
+  }
+  return result.append(text.substr(from));
+}
+
+std::vector<std::string> Split(std::string_view text, char separator) {
+  std::vector<std::string> parts;
+  std::size_t from = 0;
+  for (auto at = text.find(separator); at != std::string_view::npos; at = text.find(separator, from)) {
+    parts.emplace_back(text.substr(from, at - from));
+    from = at + 1;
+  }
+  parts.emplace_back(text.substr(from));
+  return parts;
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+  return std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
+}
+
+bool IsUtf8(std::string_view text) {
+  int index = 0;
+  const int size = static_cast<int>(text.size());
+  while (index < size) {
+    if (NextCodePoint(text, index) < 0) return false;
+  }
+  return true;
+}
+
+}  // namespace twqb

@@ -1,0 +1,41 @@
+// Text in this house is UTF-8, and a character is a code point: lengths, cuts and case all count those.
+//
+// Bytes that are no UTF-8 count as one character each and pass through unchanged. Case is Unicode's simple case,
+// one code point to one code point, so no operation here but a cut changes the number of characters.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace twqb {
+
+inline constexpr std::string_view kCrLf = "\r\n";
+
+[[nodiscard]] std::size_t CharacterCount(std::string_view text);
+// The first `count` characters, or all of them.
+[[nodiscard]] std::string Left(std::string_view text, std::size_t count);
+[[nodiscard]] std::string UpperCase(std::string_view text);
+// Simple case folding: two texts that differ in case alone fold to one text.
+[[nodiscard]] std::string FoldCase(std::string_view text);
+// Without leading and trailing blanks (U+0020 alone).
+[[nodiscard]] std::string Trim(std::string_view text);
+[[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with);
+[[nodiscard]] std::vector<std::string> Split(std::string_view text, char separator);
+// Names of fields, columns, settings: ASCII letters compare without case.
+[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+// Whether every byte sequence is well-formed UTF-8.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
+// Walks the characters of a text. `Next` gives the next character's bytes; empty at the end.
+class CharacterWalk {
+ public:
+  explicit CharacterWalk(std::string_view text) : rest_(text) {}
+  [[nodiscard]] std::string_view Next();
+
+ private:
+  std::string_view rest_;
+};
+
+}  // namespace twqb

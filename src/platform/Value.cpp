@@ -1,0 +1,77 @@
+#include "platform/Value.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+
+namespace twqb {
+
+namespace {
+
+struct TextOf {
+  std::string operator()(Null /*null*/) const { return {}; }
+  std::string operator()(bool value) const { return value ? "True" : "False"; }
+  std::string operator()(std::int64_t value) const { return fmt::format("{}", value); }
+  std::string operator()(double value) const { return NumberToText(value); }
+  std::string operator()(Currency value) const { return twqb::ToText(value); }
+  std::string operator()(Date value) const { return GeneralDate(value); }
+  std::string operator()(const std::string& value) const { return value; }
+};
+
+}  // namespace
+
+std::string NumberToText(double value) {
+  // Fifteen significant digits, as the platform prints a double.
+  constexpr double kExponentFrom = 1e15;
+  if (value == 0) return "0";
+  if (std::fabs(value) >= kExponentFrom || std::fabs(value) < 1e-15) return fmt::format("{:.15G}", value);
+  const int wholeDigits = std::max(1, static_cast<int>(std::floor(std::log10(std::fabs(value)))) + 1);
+  auto text = fmt::format("{:.{}f}", value, std::max(0, 15 - wholeDigits));
+  if (text.find('.') != std::string::npos) {
+    while (text.back() == '0') text.pop_back();
+    if (text.back() == '.') text.pop_back();
+  }
+  return text;
+}
+
+std::string ToText(const Value& value) { return std::visit(TextOf{}, value); }
+
+double TextToNumber(std::string_view text) {
+  const auto trimmed = Trim(text);
+  std::string_view digits = trimmed;
+  if (digits.starts_with('+')) digits.remove_prefix(1);
+  double value = 0;
+  const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (failure != std::errc{} || end != digits.data() + digits.size() || digits.empty() || !std::isfinite(value)) {
+    throw PlatformError(error::kConversion);
+  }
+  return value;
+}
+
+std::int64_t TextToInteger(std::string_view text) {
+  const double value = TextToNumber(text);
+  constexpr double kLimit = 9.2e18;
+  if (std::fabs(value) > kLimit) throw PlatformError(error::kConversion);
+  return std::llrint(value);  // halves to even
+}
+
+bool TextToBoolean(std::string_view text) {
+  const auto trimmed = Trim(text);
+  if (SameName(trimmed, "true")) return true;
+  if (SameName(trimmed, "false")) return false;
+  return TextToNumber(trimmed) != 0;
+}
+
+Date ToDate(const Value& value) {
+  if (const auto* date = std::get_if<Date>(&value)) return *date;
+  if (const auto* text = std::get_if<std::string>(&value)) return TextToDate(*text);
+  if (const auto* number = std::get_if<double>(&value)) return Date::FromSerial(*number);
+  if (IsNull(value)) throw PlatformError(error::kInvalidNull);
+  throw PlatformError(error::kConversion);
+}
+
+}  // namespace twqb
