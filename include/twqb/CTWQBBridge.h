@@ -1,0 +1,96 @@
+// CTWQBBridge: the one public class of TWQBClient90. A host composes the library with a platform, creates an object, sets
+// its properties, and moves tables between BillingDb and a QuickBooks company file.
+//
+// Calling order: Compose once; then per object ConnectString, TWSettingsPath and the other properties; then the
+// operations, each of which connects by itself. No operation raises a PlatformError: False means that something failed
+// and the user has been told. DeskGaveUp, from a desk without an answer, passes through.
+//
+// One thread. All state but the four per-object fields belongs to the process: two objects share the session, the
+// connection and every other property.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Platform.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+// Sets what the library stands on. Nothing in `platform` is owned; all of it must outlive every object. Forgets all
+// state of the process, so it must not be called while an object exists.
+void Compose(const Platform& platform);
+
+class CTWQBBridge {
+ public:
+  // Writes three lines to the log and puts QBHostVer to 0, even when a session stands.
+  CTWQBBridge();
+  // Ends the session, of the other objects too.
+  ~CTWQBBridge();
+  CTWQBBridge(const CTWQBBridge&) = delete;
+  CTWQBBridge& operator=(const CTWQBBridge&) = delete;
+
+  // Takes the progress form down, if there is one.
+  void CloseProgressScreen();
+
+  // Asks QuickBooks at each read, and so may open the session.
+  [[nodiscard]] bool IsSubscribedToQBEvents();
+  [[nodiscard]] bool LeaveMsgBoxOpen() const;
+  void SetLeaveMsgBoxOpen(bool value);
+  [[nodiscard]] bool NoRecsInQBTable() const { return noRecsInQBTable_; }
+  [[nodiscard]] std::int16_t QBHostVer() const;
+  [[nodiscard]] std::string QBCountry() const;
+  [[nodiscard]] std::int16_t HelpID() const;
+  void SetHelpID(std::int16_t value);
+  // ADO connection string of BillingDb.
+  [[nodiscard]] std::string ConnectString() const;
+  void SetConnectString(std::string value);
+  // Full path of the settings' INI file.
+  [[nodiscard]] std::string TWSettingsPath() const;
+  void SetTWSettingsPath(std::string value);
+  // Identifier of the record last added to QuickBooks.
+  [[nodiscard]] std::string NewQBLinkID() const;
+  void SetNewQBLinkID(std::string value);
+  // The record of a one-record transfer: the host's key for a send, QuickBooks' identifier for a get.
+  [[nodiscard]] std::string PassedID() const;
+  void SetPassedID(std::string value);
+  [[nodiscard]] std::string HelpFilePath() const;
+  void SetHelpFilePath(std::string value);
+  // Stored and returned; has no effect.
+  [[nodiscard]] bool IsSilentMode() const;
+  void SetIsSilentMode(bool value);
+  [[nodiscard]] bool NoProgressBar() const;
+  void SetNoProgressBar(bool value);
+  // Opens the company file in single-user mode when a session is started.
+  [[nodiscard]] bool IsQBSingleMode() const { return isQBSingleMode_; }
+  void SetIsQBSingleMode(bool value) { isQBSingleMode_ = value; }
+  // Settings live in the table TWSTable instead of the INI file.
+  [[nodiscard]] bool UseTWSTable() const;
+  void SetUseTWSTable(bool value);
+  // Forces "the newer record wins" for the tables of a run.
+  [[nodiscard]] bool IsSync() const { return isSync_; }
+  void SetIsSync(bool value) { isSync_ = value; }
+  // True: the saved filters apply. False: the one record of PassedID.
+  [[nodiscard]] bool UsePreferencesTW() const { return usePreferencesTW_; }
+  void SetUsePreferencesTW(bool value) { usePreferencesTW_ = value; }
+  // The company file last used, from the settings; empty when it can't be read.
+  [[nodiscard]] std::string QBDB() const;
+
+  // The transfers, of one table or of all (enAll).
+  bool SendDataToQB(enTables enTableName);
+  bool GetDataFromQB(enTables enTableName);
+
+  // Does nothing; hosts call it.
+  void DisplaySettings();
+
+  // Starts or ends the session. False for ending one that is not there.
+  bool ConnectToQB(bool blnConnect);
+
+ private:
+  bool usePreferencesTW_ = false;
+  bool isSync_ = false;
+  bool isQBSingleMode_ = false;
+  bool noRecsInQBTable_ = false;
+};
+
+}  // namespace twqb

@@ -1,0 +1,107 @@
+#include "twqb/CTWQBBridge.h"
+
+#include <string_view>
+
+#include "bridge/modTWQBBridge.h"
+#include "events/modSubscribe.h"
+#include "quickbooks/QBSessionManager.h"
+#include "quickbooks/Session.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/Settings.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::size_t kRuleLength = 55;
+
+std::string Now() { return GeneralDate(TheMachine().Now()); }
+
+}  // namespace
+
+void Compose(const Platform& platform) {
+  Vars() = ModuleVariables{};
+  Vars().platform = platform;
+}
+
+CTWQBBridge::CTWQBBridge() {
+  Vars().g_QBHostVer = 0;
+  const std::string rule(kRuleLength, '*');
+  IgnoreErrors([&] {
+    WriteLog(rule);
+    WriteLog("TWTWClient Initialized on " + Now());
+    WriteLog(rule);
+  });
+}
+
+CTWQBBridge::~CTWQBBridge() {
+  Vars().g_QBHostVer = 0;
+  // A desk without an answer has ended the run already; there is nobody left to tell.
+  try {
+    ConnectToQB(false);
+    IgnoreErrors([] {
+      WriteLog("TWTWClient Terminated on " + Now());
+      WriteLog("");
+    });
+  } catch (const DeskGaveUp&) {
+    DropSession();
+  }
+}
+
+void CTWQBBridge::CloseProgressScreen() {
+  IgnoreErrors([] { UnloadMsgForm(); });
+}
+
+bool CTWQBBridge::IsSubscribedToQBEvents() {
+  Vars().g_IsSubscribed = IsSubscribed();
+  return Vars().g_IsSubscribed;
+}
+
+bool CTWQBBridge::LeaveMsgBoxOpen() const { return Vars().g_LeaveMsgBoxOpen; }
+void CTWQBBridge::SetLeaveMsgBoxOpen(bool value) { Vars().g_LeaveMsgBoxOpen = value; }
+std::int16_t CTWQBBridge::QBHostVer() const { return Vars().g_QBHostVer; }
+std::string CTWQBBridge::QBCountry() const { return Vars().g_QBCountry; }
+std::int16_t CTWQBBridge::HelpID() const { return Vars().g_HelpID; }
+void CTWQBBridge::SetHelpID(std::int16_t value) { Vars().g_HelpID = value; }
+std::string CTWQBBridge::ConnectString() const { return Vars().g_ConnectString; }
+void CTWQBBridge::SetConnectString(std::string value) { Vars().g_ConnectString = std::move(value); }
+std::string CTWQBBridge::TWSettingsPath() const { return Vars().g_TWSettingsPath; }
+void CTWQBBridge::SetTWSettingsPath(std::string value) { Vars().g_TWSettingsPath = std::move(value); }
+std::string CTWQBBridge::NewQBLinkID() const { return Vars().g_NewQBLinkID; }
+void CTWQBBridge::SetNewQBLinkID(std::string value) { Vars().g_NewQBLinkID = std::move(value); }
+std::string CTWQBBridge::PassedID() const { return Vars().g_PassedID; }
+void CTWQBBridge::SetPassedID(std::string value) { Vars().g_PassedID = std::move(value); }
+std::string CTWQBBridge::HelpFilePath() const { return Vars().g_HelpFilePath; }
+void CTWQBBridge::SetHelpFilePath(std::string value) { Vars().g_HelpFilePath = std::move(value); }
+bool CTWQBBridge::IsSilentMode() const { return Vars().g_IsSilentMode; }
+void CTWQBBridge::SetIsSilentMode(bool value) { Vars().g_IsSilentMode = value; }
+bool CTWQBBridge::NoProgressBar() const { return Vars().g_NoProgressBar; }
+void CTWQBBridge::SetNoProgressBar(bool value) { Vars().g_NoProgressBar = value; }
+bool CTWQBBridge::UseTWSTable() const { return Vars().g_UseTWSTable; }
+void CTWQBBridge::SetUseTWSTable(bool value) { Vars().g_UseTWSTable = value; }
+
+std::string CTWQBBridge::QBDB() const {
+  std::string file;
+  IgnoreErrors([&] { file = gf_ReadSettings("GENERAL", "QBDBPath", Vars().g_TWSettingsPath); });
+  return file;
+}
+
+bool CTWQBBridge::SendDataToQB(enTables enTableName) {
+  return SendData(enTableName, {.usePreferencesTW = usePreferencesTW_,
+                                .isSync = isSync_,
+                                .isQBSingleMode = isQBSingleMode_});
+}
+
+bool CTWQBBridge::GetDataFromQB(enTables enTableName) {
+  return GetData(enTableName, {.usePreferencesTW = usePreferencesTW_,
+                               .isSync = isSync_,
+                               .isQBSingleMode = isQBSingleMode_});
+}
+
+void CTWQBBridge::DisplaySettings() {}
+
+bool CTWQBBridge::ConnectToQB(bool blnConnect) { return CheckQBSession(blnConnect, isQBSingleMode_); }
+
+}  // namespace twqb

@@ -1,0 +1,342 @@
+#include "bridge/modTWQBBridge.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "engine/RecordReader.h"
+#include "engine/SelectionQueries.h"
+#include "events/modSubscribe.h"
+#include "lists/modClients.h"
+#include "platform/Text.h"
+#include "platform/Value.h"
+#include "quickbooks/Session.h"
+#include "services/Conversions.h"
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/Settings.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+namespace {
+
+// What a table does in each direction. A table without a routine is not part of this version.
+struct TableRoutines {
+  std::int32_t table;
+  void (*send)(const std::string& sql, const SavedFilters& filters, QBSessionManager& session);
+  void (*get)(const RecordList& records, const SavedFilters& filters, bool blnByID, ado::Connection* connection);
+};
+
+constexpr std::array kRoutines = {
+    TableRoutines{
+        .table = enClients,
+        .send = [](const std::string& sql, const SavedFilters& filters,
+                   QBSessionManager& session) { MoveClientsToQB(sql, filters.Never, filters.MostRecent, session); },
+        .get =
+            [](const RecordList& records, const SavedFilters& filters, bool blnByID, ado::Connection* connection) {
+              MoveClientsToTW(records, filters.Never, filters.MostRecent, blnByID ? Dependent::Yes : Dependent::No,
+                              connection);
+            },
+    },
+};
+
+const TableRoutines* FindRoutines(std::int32_t table) {
+  for (const auto& routines : kRoutines) {
+    if (routines.table == table) return &routines;
+  }
+  return nullptr;
+}
+
+// Sending estimates is a regular run that does nothing: they are only ever read.
+bool IsBuilt(Direction direction, std::int32_t table) {
+  return FindRoutines(table) != nullptr || (direction == Direction::Send && table == enEstimates);
+}
+
+void RefuseTable(Direction direction, std::int32_t table) {
+  TheDesk().ShowMessageBox({.text = fmt::format("\"{}\" can't be transferred {} QuickBooks: this version does not "
+                                                "include that table.",
+                                                GetTableName(direction, table),
+                                                direction == Direction::Send ? "to" : "from"),
+                            .title = "Error",
+                            .icon = BoxIcon::Information});
+}
+
+// Reads the keys of one table.
+class FilterReader {
+ public:
+  FilterReader(std::string_view section, std::string_view table) : section_(section), table_(table) {}
+
+  [[nodiscard]] std::string Text(std::string_view suffix, std::string_view fallback = {}) const {
+    return gf_ReadSettings(section_, fmt::format("{}{}", table_, suffix), Vars().g_TWSettingsPath, fallback);
+  }
+  [[nodiscard]] bool Flag(std::string_view suffix, std::string_view fallback = "False") const {
+    return TextToBoolean(Text(suffix, fallback));
+  }
+  // A pair of values behind an option; off leaves both as they were.
+  void Pair(std::string_view option, std::string_view keyA, std::string_view keyB, std::string& a, std::string& b,
+            Date (*turn)(Date)) const {
+    if (!Flag(option)) return;
+    Vars().g_FiltersActive = true;
+    a = turn == nullptr ? Text(keyA) : GeneralDate(turn(TextToDate(Text(keyA))));
+    b = turn == nullptr ? Text(keyB) : GeneralDate(turn(TextToDate(Text(keyB))));
+  }
+
+ private:
+  std::string section_;
+  std::string table_;
+};
+
+Date AsItIs(Date date) { return date; }
+
+void ReadSettings(const FilterReader& settings, SavedFilters& filters) {
+  if (settings.Flag("_ChkSkip")) {
+    filters.Date1a = kSkipTable;
+    Vars().g_FiltersActive = true;
+    return;
+  }
+  filters.IgnoreLastSync = settings.Flag("_chkIgnoreLastSync", "0");
+  filters.ActiveOnly = settings.Flag("_chkActiveOnly", "0");
+  const auto mostRecent = settings.Text("_OptMostRecent");
+  filters.MostRecent = mostRecent.empty() || TextToBoolean(mostRecent);
+  filters.Never = settings.Flag("_OptNever");
+  settings.Pair("_OptDate1b", "_cmbDate1a", "_cmbDate1b", filters.Date1a, filters.Date1b, LocalToUTC);
+  settings.Pair("_OptFilter1b", "_cmbFilter1a", "_cmbFilter1b", filters.Filter1a, filters.Filter1b, nullptr);
+  settings.Pair("_OptFilter2b", "_cmbFilter2a", "_cmbFilter2b", filters.Filter2a, filters.Filter2b, nullptr);
+  settings.Pair("_OptFilter3b", "_cmbFilter3a", "_cmbFilter3b", filters.Filter3a, filters.Filter3b, nullptr);
+  settings.Pair("_optFromDate", "_ssdtFrom", "_ssdtTo", filters.From, filters.To, AsItIs);
+}
+
+// What differs between the two transfers.
+struct Transfer {
+  Direction direction;
+  std::string_view section;
+  bool (*runTable)(std::int32_t table, const SavedFilters& filters);
+  void (*passId)(SavedFilters& filters);  // without saved filters: the one record
+};
+
+bool SendOne(std::int32_t table, const SavedFilters& filters) { return SendTableToQB(table, filters); }
+bool GetOne(std::int32_t table, const SavedFilters& filters) {
+  return GetTableFromQB(table, filters, filters.ActiveOnly ? ActiveOnly::True : ActiveOnly::False, false, nullptr);
+}
+
+constexpr Transfer kSend = {.direction = Direction::Send,
+                            .section = "QBSEND_",
+                            .runTable = SendOne,
+                            .passId =
+                                [](SavedFilters& filters) {
+                                  filters.Filter1a = Vars().g_PassedID;
+                                  filters.Filter1b = Vars().g_PassedID;
+                                }};
+constexpr Transfer kGet = {.direction = Direction::Get,
+                           .section = "QBGET_",
+                           .runTable = GetOne,
+                           .passId = [](SavedFilters& filters) { filters.Filter2a = Vars().g_PassedID; }};
+
+enum class StepResult : std::uint8_t { Done, FiltersFailed, TableFailed, StampFailed };
+
+// Steps a to e of one table.
+StepResult RunTable(const Transfer& transfer, std::int32_t table, const TransferOptions& options,
+                    SavedFilters& filters) {
+  // a.
+  if (!options.usePreferencesTW) {
+    transfer.passId(filters);
+  } else if (!GetSavedFilters(transfer.section, table, filters)) {
+    return StepResult::FiltersFailed;
+  }
+  // b.
+  if (options.isSync) filters.MostRecent = true;
+  // c.
+  if (filters.Date1a == kSkipTable) return StepResult::Done;
+  // d.
+  if (!transfer.runTable(table, filters)) return StepResult::TableFailed;
+  // e. A full run that went well is remembered.
+  if (Vars().g_TableOk != TableOk::False && !Vars().g_FiltersActive) {
+    const auto key = std::string(GetTableName(transfer.direction, table)) + "_LastSendAt";
+    if (!gf_WriteSettings(transfer.section, key, GeneralDate(TheMachine().Now()), Vars().g_TWSettingsPath)) {
+      return StepResult::StampFailed;
+    }
+  }
+  return StepResult::Done;
+}
+
+constexpr std::int16_t kEventsSince = 3;  // message version
+constexpr int kCallbackHeldMode = 3;
+
+void TakeFormDown() { CloseObjects(FormToo::Unload, nullptr, nullptr, nullptr); }
+
+void HoldCallback(int& modeBefore) {
+  if (!Vars().g_QBCallback) Vars().g_QBCallback = Vars().platform.callback->CreateCallback();
+  modeBefore = Vars().g_QBCallback->Mode();
+  Vars().g_QBCallback->SetMode(kCallbackHeldMode);
+  Vars().g_CallbackHeld = true;
+}
+
+// Step 6.
+void ReleaseCallback(int modeBefore) {
+  if (!Vars().g_IsSubscribed) return;
+  IgnoreErrors([&] { Vars().g_QBCallback->SetMode(modeBefore); });
+  Vars().g_CallbackHeld = false;
+}
+
+// How a transfer leaves: whether step 6 is still done.
+struct Outcome {
+  bool result = false;
+  bool releasesCallback = true;
+};
+
+// Step 4.
+Outcome TransferOne(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
+  SavedFilters filters;
+  switch (RunTable(transfer, table, options, filters)) {
+    case StepResult::Done:
+      break;
+    case StepResult::FiltersFailed:
+      return {};
+    case StepResult::TableFailed:
+      if (transfer.direction == Direction::Send) return {};
+      UnloadMsgForm();
+      return {.releasesCallback = false};
+    case StepResult::StampFailed:
+      return {.releasesCallback = transfer.direction == Direction::Send};
+  }
+  if (transfer.direction == Direction::Get) IgnoreErrors([] { UnloadMsgForm(); });
+  return {.result = true};
+}
+
+// Step 5. The filter values carry over from table to table; Date1a alone is emptied.
+Outcome TransferAll(const Transfer& transfer, const TransferOptions& options) {
+  const bool sends = transfer.direction == Direction::Send;
+  Vars().g_AllTablesRun = true;
+  SavedFilters filters;
+  for (std::int32_t table = enEmployees; table < enAll; ++table) {
+    if (sends && table == enExpenseLog) continue;  // only ever sent by name
+    if (!IsBuilt(transfer.direction, table)) continue;
+    const auto step = RunTable(transfer, table, options, filters);
+    filters.Date1a.clear();
+    if (step == StepResult::Done) continue;
+    // The form stays open, and the next table run of the process finds the flag set.
+    if (step == StepResult::FiltersFailed) return {};
+    Vars().g_AllTablesRun = false;
+    TakeFormDown();
+    if (!sends) UnloadMsgForm();
+    // After a failed table the call-back stays held; the next transfer overwrites it.
+    return {.releasesCallback = sends && step == StepResult::StampFailed};
+  }
+  Vars().g_AllTablesRun = false;
+  TakeFormDown();
+  if (!sends) IgnoreErrors([] { UnloadMsgForm(); });
+  return {.result = true};
+}
+
+bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
+  // 1.
+  if (!CheckQBSession(true, options.isQBSingleMode)) return false;
+  // 2.
+  Vars().g_IsSubscribed = Vars().g_QBMajorVer >= kEventsSince && IsSubscribed();
+  // 3.
+  int modeBefore = 0;
+  if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
+  // 4., 5.
+  const auto outcome =
+      table == enAll ? TransferAll(transfer, options) : TransferOne(transfer, table, options);
+  // 6.
+  if (outcome.releasesCallback) ReleaseCallback(modeBefore);
+  return outcome.result;
+}
+
+// The filters of a get, as the reader takes them.
+ReadFilters ReadFiltersOf(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID) {
+  return {.strID = filters.Filter2a,
+          .strFromDate = filters.Date1a,
+          .strToDate = filters.Date1b,
+          .strNameFrom = filters.Filter1a,
+          .strNameTo = filters.Filter1b,
+          .IsDependent = blnByID,
+          .IsVendor = table == enVendors,
+          .activeOnly = activeOnly,
+          .strTxnFrom = filters.From,
+          .strTxnTo = filters.To};
+}
+
+}  // namespace
+
+bool SendData(std::int32_t table, const TransferOptions& options) {
+  return RunAs("SendDataToQB", false, [&] { return RunTransfer(kSend, table, options); });
+}
+
+bool GetData(std::int32_t table, const TransferOptions& options) {
+  return RunAs("GetDataFromQB", false, [&] { return RunTransfer(kGet, table, options); });
+}
+
+bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilters& filters) {
+  return RunAs("GetSavedFilters", [&] {
+    Vars().g_FiltersActive = false;
+    const auto direction = UpperCase(strPrefix) == "QBSEND_" ? Direction::Send : Direction::Get;
+    ReadSettings(FilterReader(strPrefix, GetTableName(direction, table)), filters);
+  });
+}
+
+bool SendTableToQB(std::int32_t table, const SavedFilters& filters) {
+  if (table >= enAll) return true;
+  const auto* routines = FindRoutines(table);
+  if (!IsBuilt(Direction::Send, table)) {
+    RefuseTable(Direction::Send, table);
+    return false;
+  }
+  // 1. to 5.; the connection is released on every way out.
+  return RunAs("SendTableToQB", false, [&] {
+    return WithGlobalConnection([&] {
+      Vars().g_DbKind = DbKindOf(Vars().g_cnGlobal->Provider());
+      const auto sql = BuildSelectSQL(table, filters);
+      Vars().g_TableOk = TableOk::False;
+      if (routines != nullptr) {
+        routines->send(sql, filters, *Vars().g_QBSession);
+      } else {
+        Vars().g_TableOk = TableOk::True;
+      }
+      return Vars().g_TableOk == TableOk::True;
+    });
+  });
+}
+
+bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
+                    ado::Connection* connection) {
+  if (table == enAll) return true;
+  const auto* routines = FindRoutines(table);
+  if (!IsBuilt(Direction::Get, table)) {
+    RefuseTable(Direction::Get, table);
+    return false;
+  }
+  return RunAs("GetTableFromQB", false, [&] {
+    return WithGlobalConnection([&] {
+      // 1.
+      Vars().g_DbKind = DbKindOf(Vars().g_cnGlobal->Provider());
+      Vars().g_TableOk = TableOk::False;
+      if (activeOnly == ActiveOnly::LookUp) {
+        const auto key = std::string(GetTableName(Direction::Get, table)) + "_chkActiveOnly";
+        activeOnly = TextToBoolean(gf_ReadSettings("QBGET_", key, Vars().g_TWSettingsPath, "0")) ? ActiveOnly::True
+                                                                                                 : ActiveOnly::False;
+      }
+      // 2.
+      RecordList records;
+      if (ApplyQBFiltersAndReadRecords(table, records, *Vars().g_QBSession,
+                                       ReadFiltersOf(table, filters, activeOnly, blnByID))) {
+        routines->get(records, filters, blnByID, connection);
+      }
+      // 3.
+      return Vars().g_NoQBRecords || Vars().g_TableOk != TableOk::False;
+    });
+  });
+}
+
+void TransferCustomerOrJobFromQB(std::string_view listID, ado::Connection* connection, std::string_view kind) {
+  const auto upper = UpperCase(kind);
+  SavedFilters filters;
+  filters.Filter2a = listID;
+  if (upper != "PROJECT") (void)GetTableFromQB(enClients, filters, ActiveOnly::LookUp, true, connection);
+  if (upper != "CLIENT") (void)GetTableFromQB(enProjects, filters, ActiveOnly::LookUp, true, connection);
+}
+
+}  // namespace twqb

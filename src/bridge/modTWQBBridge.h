@@ -1,0 +1,43 @@
+// Dispatch: the way of a transfer from the public call to a table's routine.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "engine/SavedFilters.h"
+#include "platform/ado.h"
+#include "services/TableNames.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+inline constexpr std::string_view kSkipTable = "SKIP";
+
+// What a bridge object contributes to a transfer.
+struct TransferOptions {
+  bool usePreferencesTW = false;
+  bool isSync = false;
+  bool isQBSingleMode = false;
+};
+
+// The two transfers; False when something failed, which the user has been told.
+bool SendData(std::int32_t table, const TransferOptions& options);
+bool GetData(std::int32_t table, const TransferOptions& options);
+
+// Reads the saved filters of a table. Clears nothing: a text whose option is off stays as it was. Date1a becomes "SKIP"
+// for a table to be left out, and nothing else is read then. False after ErrorHandler.
+bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilters& filters);
+
+// One table to QuickBooks, selected by the filters.
+bool SendTableToQB(std::int32_t table, const SavedFilters& filters);
+
+// One table from QuickBooks. `blnByID` is the pull of a single record for another table's sake, on `connection`.
+bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
+                    ado::Connection* connection);
+
+// The pull of a missing customer or job for a transaction's sake. `kind`, in any case: "CLIENT", "PROJECT", or anything
+// else for both in that order. What goes wrong has been told.
+void TransferCustomerOrJobFromQB(std::string_view listID, ado::Connection* connection, std::string_view kind);
+
+}  // namespace twqb

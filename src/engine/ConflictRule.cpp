@@ -1,0 +1,20 @@
+#include "engine/ConflictRule.h"
+
+namespace twqb {
+
+TwinRule TwinRuleOf(bool optNever, bool optMostRecent) {
+  if (optNever) return TwinRule::LeaveAlone;
+  return optMostRecent ? TwinRule::NewerWins : TwinRule::Overwrite;
+}
+
+bool RecordMoves(const ConflictCase& conflict) {
+  if (conflict.rule == TwinRule::LeaveAlone) return false;
+  if (conflict.rule == TwinRule::Overwrite) return true;
+  // QuickBooks writes standard time all year. The shift hangs on the clock now, not on the record's own date.
+  const auto quickBooksTime =
+      conflict.clock == TimeZoneState::Daylight ? conflict.quickBooksTime.PlusHours(1) : conflict.quickBooksTime;
+  return conflict.direction == Direction::Send ? quickBooksTime <= conflict.billingTime
+                                               : conflict.billingTime <= quickBooksTime;
+}
+
+}  // namespace twqb

@@ -1,0 +1,55 @@
+// Field mappings as rows: what a table module says about its fields, and the two routines that carry rows out.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/ado.h"
+#include "quickbooks/RequestModel.h"
+#include "quickbooks/ResponseModel.h"
+
+namespace twqb {
+
+// A column on its way to a QuickBooks field.
+struct SendField {
+  enum class When : std::uint8_t { Always, NotNull, NotEmpty, NotBlank };  // NULL is empty; blank is empty when trimmed
+  enum class Cut : std::uint8_t { ToMaxLength, Uncut };
+
+  std::string_view path;    // "BillAddress.City"
+  std::string_view column;
+  When when = When::Always;
+  std::string (*convert)(std::string_view) = nullptr;  // before the cut
+  Cut cut = Cut::ToMaxLength;
+};
+
+// Answers how many of the fields were set.
+int SendFields(const RequestField& request, const ado::Recordset& row, std::span<const SendField> fields);
+
+// Sets a text, cut to the field's greatest length as QuickBooks tells it.
+void SetCut(const RequestField& field, std::string_view text);
+// The field at a path whose steps are separated by dots.
+[[nodiscard]] RequestField FieldAtPath(const RequestField& request, std::string_view path);
+
+// A QuickBooks field on its way to a column. A field that the record lacks is passed over.
+struct GetField {
+  std::string_view path;
+  std::string_view column;
+  std::string (*convert)(std::string_view) = nullptr;  // before the cut
+};
+
+void GetFields(ado::Recordset& row, const Record& record, std::span<const GetField> fields);
+
+// Assigns a text, cut to the column's DefinedSize.
+void WriteCut(ado::Recordset& row, std::string_view column, std::string_view text);
+// The field at a path; nothing where a step of it is missing.
+[[nodiscard]] Record FieldAtPath(const Record& record, std::string_view path);
+
+// The column with an empty text appended: NULL reads as "".
+[[nodiscard]] std::string ColumnText(const ado::Recordset& row, std::string_view column);
+
+// The address field for state, province or county in the country found.
+[[nodiscard]] std::string_view StateFieldName();
+
+}  // namespace twqb

@@ -1,0 +1,76 @@
+#include "engine/RecordReader.h"
+
+#include <fmt/format.h>
+
+#include "engine/ReaderMembers.h"
+#include "quickbooks/Requests.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/Settings.h"
+#include "services/TableNames.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::string_view kRoutine = "ApplyQBFiltersAndReadRecords";
+constexpr std::int32_t kStatusFoundNothing = 1;
+constexpr std::int32_t kStatusIncomplete = 500;
+
+bool ReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session, ReadFilters filters) {
+  // 1. The table's text; 2. whether inactive records are wanted.
+  const auto text = GetTableName(Direction::Get, tableKind);
+  if (filters.activeOnly == ActiveOnly::LookUp) {
+    const auto key = std::string(text) + "_chkActiveOnly";
+    const bool wanted = TextToBoolean(gf_ReadSettings("QBGET_", key, Vars().g_TWSettingsPath, "0"));
+    filters.activeOnly = wanted ? ActiveOnly::True : ActiveOnly::False;
+  }
+  // 3.
+  Vars().g_NoQBRecords = false;
+  // 4. The query.
+  const auto* member = FindReaderMember(tableKind);
+  if (member == nullptr) return false;
+  auto messageSet = RequireMsgSetRequest(session);
+  member->applyFilters(filters, messageSet);
+  // 5. A whole table may take a while.
+  if (filters.strID.empty() && !Vars().g_NoProgressBar) {
+    constexpr int kSteps = 10;
+    constexpr int kStepWhileReading = 8;
+    TheDesk().PumpMessages();
+    // No blanks stand between the three.
+    ShowMsgForm(fmt::format("Reading ...{}(may take some time)", text));
+    UpdateProgressBar(kSteps, kStepWhileReading);
+    TheDesk().PumpMessages();
+  }
+  // 6. and 7. The answer and its status.
+  const auto answer = session.DoRequests(messageSet);
+  const auto& response = answer.GetAt(0);
+  switch (response.StatusCode()) {
+    case 0:
+      break;
+    case kStatusFoundNothing:
+      Vars().g_NoQBRecords = true;
+      return false;
+    case kStatusIncomplete:
+      return false;
+    default:
+      ShowQBError(response);
+      return false;
+  }
+  // 8.
+  member->copyRecords(response, records);
+  return true;
+}
+
+}  // namespace
+
+bool ApplyQBFiltersAndReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session,
+                                  const ReadFilters& filters) {
+  bool result = false;
+  const bool went = RunAs(kRoutine, [&] { result = ReadRecords(tableKind, records, session, filters); });
+  if (!went && !Vars().g_NoProgressBar) UnloadMsgForm();
+  return went && result;
+}
+
+}  // namespace twqb

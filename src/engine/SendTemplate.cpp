@@ -1,0 +1,234 @@
+#include <fmt/format.h>
+
+#include <memory>
+#include <set>
+
+#include "engine/ConflictRule.h"
+#include "engine/RecordReader.h"
+#include "engine/Template.h"
+#include "platform/Text.h"
+#include "quickbooks/Requests.h"
+#include "services/Conversions.h"
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::int32_t kStatusNameInUse = 3100;
+constexpr std::int16_t kEventsSince = 3;  // message version
+constexpr int kCallbackNewRecord = 1;
+
+// Tells the call-back object about the record in hand, unless a whole transfer holds it still.
+bool TalksToCallback() {
+  return Vars().g_IsSubscribed && Vars().g_QBMajorVer >= kEventsSince && !Vars().g_CallbackHeld;
+}
+Callback& TheCallback() {
+  if (!Vars().g_QBCallback) Vars().g_QBCallback = Vars().platform.callback->CreateCallback();
+  return *Vars().g_QBCallback;
+}
+void TellRecordStarts() {
+  if (!TalksToCallback()) return;
+  TheCallback().SetMode(kCallbackNewRecord);
+  TheCallback().SetText("");
+}
+void TellRecordId(std::string_view id) {
+  if (TalksToCallback()) TheCallback().SetText(id);
+}
+
+class SendRun {
+ public:
+  SendRun(const TableDescription& table, bool optNever, bool optMostRecent, QBSessionManager& session)
+      : table_(table), rule_(TwinRuleOf(optNever, optMostRecent)), session_(session) {}
+
+  void Run(const std::string& strSQL) {
+    const auto raised = CatchError([&] { SendRows(strSQL); });
+    if (raised) {
+      // The rest of the rows is not attempted.
+      Vars().g_TableOk = TableOk::False;
+      ErrorHandler(raised->number(), raised->description(), table_.sendRoutine);
+      WriteLog(std::string(table_.sendLogText) + record_.key);
+    }
+    // 5. Recordset, connection and form.
+    CloseObjects(Vars().g_NoProgressBar ? FormToo::Leave : FormToo::Unload, &rows_, nullptr, &connection_);
+  }
+
+ private:
+  void SendRows(const std::string& strSQL) {
+    // 1. The connection and the selection, fetched whole.
+    connection_ = Vars().platform.database->CreateConnection();
+    OpenConnection(*connection_, nullptr, "");
+    rows_ = connection_->OpenRecordset(strSQL, ado::CursorType::Static, ado::LockType::ReadOnly);
+    // 2. Nothing to do is a good end.
+    const auto total = rows_->RecordCount();
+    if (total == 0) {
+      Vars().g_TableOk = TableOk::True;
+      return;
+    }
+    // 3.
+    if (!Vars().g_NoProgressBar) ShowMsgForm(table_.sendingText);
+    // 4.
+    std::int64_t counter = 0;
+    while (!rows_->Eof()) {
+      if (const auto raised = CatchError([&] { SendRow(total, ++counter); })) {
+        if (raised->number() != table_.sendPassesOver) throw *raised;
+        ErrorHandler(raised->number(), raised->description(), table_.sendRoutine);
+      }
+      if (!EndRecord()) break;
+    }
+  }
+
+  // 4.1 to 4.9 for the current row. Returning early is a skip.
+  void SendRow(std::int64_t total, std::int64_t counter) {
+    record_ = {};
+    // 4.1, 4.2
+    TellRecordStarts();
+    TheDesk().PumpMessages();
+    Vars().g_TableOk = TableOk::False;
+    // 4.3
+    record_.key = ColumnText(*rows_, table_.keyColumn);
+    if (!Vars().g_NoProgressBar) {
+      UpdateProgressBar(total, counter);
+      SetProgressText(record_.key);
+      TheDesk().PumpMessages();
+    }
+    // 4.4, 4.5
+    record_.linkId = ColumnText(*rows_, "QBLinkID");
+    table_.readRow(*rows_, record_);
+    record_.lastUpdatedIsNull = IsNull(rows_->Field("LastUpdated"));
+    // 4.6
+    auto messageSet = RequireMsgSetRequest(session_);
+    // 4.7 The twin. A dead link goes down the Add path.
+    RecordList twins;
+    if (!record_.linkId.empty()) {
+      if (!ApplyQBFiltersAndReadRecords(table_.table, twins, session_, {.strID = record_.linkId})) {
+        record_.linkId.clear();
+      } else if (twins.Count() != 1) {
+        return;
+      }
+    }
+    if (record_.linkId.empty()) {
+      AddRecord(messageSet);
+    } else {
+      ModifyTwin(messageSet, twins.At(0));
+    }
+  }
+
+  // 4.8
+  void ModifyTwin(MsgSetRequest& messageSet, const Record& twin) {
+    if (rule_ == TwinRule::LeaveAlone) return;
+    TellRecordId(record_.linkId);
+    const auto request = messageSet.Append(table_.modRequest);
+    request["ListID"].SetValue(twin["ListID"].GetValue());
+    request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
+    if (rule_ == TwinRule::NewerWins && !BillingWins(twin)) return;
+    table_.assign(request, *rows_, RequestKind::Mod, record_);
+    const auto answer = session_.DoRequests(messageSet);
+    const auto& response = answer.GetAt(0);
+    // Nothing is written back after a Mod.
+    if (response.StatusCode() != 0) AskAfterFailedMod(response);
+  }
+
+  bool BillingWins(const Record& twin) const {
+    return RecordMoves({.direction = Direction::Send,
+                        .rule = rule_,
+                        .quickBooksTime = twin["TimeModified"].GetDate(),
+                        .clock = TheMachine().GetTimeZoneInformation().state,
+                        .billingTime = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn)});
+  }
+
+  // 4.9 A name in use is tried again with a counter behind it. The set is not made anew: every round sends the earlier
+  // Adds again, and only the response of the last one counts.
+  void AddRecord(MsgSetRequest& messageSet) {
+    const auto baseName = record_.qbName;
+    std::set<std::string> tried;  // names as cut: a cut that takes the counter off again must end the rounds
+    for (std::size_t retryIndex = 0;; ++retryIndex) {
+      const auto request = messageSet.Append(table_.addRequest);
+      table_.assign(request, *rows_, RequestKind::Add, record_);
+      tried.insert(request["Name"].GetValue());
+      const auto answer = session_.DoRequests(messageSet);
+      const auto& response = answer.GetAt(retryIndex);
+      if (response.StatusCode() == 0) {
+        WriteLinkBack(response.Detail()["ListID"].GetValue());
+        return;
+      }
+      record_.qbName = fmt::format("{}{}", baseName, retryIndex + 1);
+      const auto next = Left(record_.qbName, static_cast<std::size_t>(request["Name"].GetMaxLength()));
+      if (response.StatusCode() != kStatusNameInUse || tried.contains(next)) {
+        AskAfterFailedAdd(response);
+        return;
+      }
+    }
+  }
+
+  // 4.9.5, 4.9.6
+  void WriteLinkBack(const std::string& listId) {
+    TellRecordId(record_.key);
+    // The key goes in as it is: a key with a quote fails the statement and ends in the error path.
+    connection_->Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' WHERE {} = '{}';", table_.tableName, listId,
+                                     table_.keyColumn, record_.key),
+                         nullptr);
+    Vars().g_NewQBLinkID = listId;
+    if (record_.lastUpdatedIsNull) {
+      connection_->Execute(table_.lastUpdatedStatement(record_.key, LocalToUTC(TheMachine().Now())), nullptr);
+    }
+  }
+
+  void AskAfterFailedMod(const Response& response) const {
+    TheDesk().ShowMessageBox({.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, record_.key),
+                              .title = "Error",
+                              .icon = BoxIcon::Information});
+    const auto answer = TheDesk().ShowMessageBox(
+        {.text = "Do you want to transfer rest of the records?", .buttons = BoxButtons::YesNo});
+    if (answer == BoxAnswer::No) Vars().g_Cancelled = true;
+  }
+
+  void AskAfterFailedAdd(const Response& response) const {
+    const auto answer = TheDesk().ShowMessageBox(
+        {.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, record_.key) +
+                 "\r\n\r\nDo you want to continue?",
+         .title = "Error",
+         .icon = BoxIcon::Question,
+         .buttons = BoxButtons::YesNo});
+    if (answer == BoxAnswer::No) Vars().g_Cancelled = true;
+  }
+
+  // 4.10 False: the user wants no more.
+  bool EndRecord() {
+    rows_->MoveNext();
+    Vars().g_TableOk = TableOk::True;
+    if (!Vars().g_Cancelled) return true;
+    EndCancelled();
+    return false;
+  }
+
+  const TableDescription& table_;
+  const TwinRule rule_;
+  QBSessionManager& session_;
+  std::unique_ptr<ado::Connection> connection_;
+  std::unique_ptr<ado::Recordset> rows_;
+  SendRecord record_;
+};
+
+}  // namespace
+
+void EndCancelled() {
+  Vars().g_Cancelled = false;
+  TheDesk().SetPointer(Pointer::Default);
+  TheDesk().ShowMessageBox({.text = "Operation cancelled!"});
+  Vars().g_TableOk = TableOk::False;
+}
+
+std::string RecordLine(const TableDescription& table, std::string_view key) {
+  return fmt::format("[{} = \"{}\"]", table.recordLabel, key);
+}
+
+void SendTable(const TableDescription& table, const std::string& strSQL, bool optNever, bool optMostRecent,
+               QBSessionManager& session) {
+  SendRun(table, optNever, optMostRecent, session).Run(strSQL);
+}
+
+}  // namespace twqb

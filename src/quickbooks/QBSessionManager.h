@@ -1,0 +1,41 @@
+// The session manager: the operations that the library uses of QuickBooks' interface, over a transport of text.
+//
+// Every call may raise PlatformError with the transport's number.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/transport.h"
+#include "quickbooks/RequestModel.h"
+#include "quickbooks/ResponseModel.h"
+
+namespace twqb {
+
+class QBSessionManager {
+ public:
+  explicit QBSessionManager(std::unique_ptr<Transport> transport) : transport_(std::move(transport)) {}
+
+  void OpenConnection(std::string_view applicationId, std::string_view applicationName);
+  // An empty file name means the file that QuickBooks has open.
+  void BeginSession(std::string_view fileName, OpenMode mode);
+  void EndSession();
+  void CloseConnection();
+  [[nodiscard]] std::string GetCurrentCompanyFileName();
+  [[nodiscard]] InterfaceVersion GetVersion();
+
+  // An empty message set of that form. Raises 438 for a country that has no form.
+  [[nodiscard]] MsgSetRequest CreateMsgSetRequest(std::string_view country, int major, int minor);
+  [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set);
+
+  [[nodiscard]] MsgSetRequest CreateSubscriptionMsgSetRequest(int major, int minor);
+  [[nodiscard]] MsgSetResponse DoSubscriptionRequests(const MsgSetRequest& set);
+  // The same from the set's XML text.
+  [[nodiscard]] MsgSetResponse DoSubscriptionRequests(std::string_view xml);
+
+ private:
+  std::unique_ptr<Transport> transport_;
+};
+
+}  // namespace twqb

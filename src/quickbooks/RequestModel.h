@@ -1,0 +1,96 @@
+// Message sets and request objects: what QuickBooks' object model offers to fill a request with.
+//
+// The objects know every message and field of the schema table, over all versions and countries. A name that is in none
+// raises 438. What the form of the message set does not know stays off the wire when the set is written.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "messages/Schema.h"
+#include "platform/Currency.h"
+#include "platform/Date.h"
+
+namespace twqb {
+
+enum class OnError : std::uint8_t { Stop = 0, Continue = 1 };
+
+namespace detail {
+struct RequestNode;
+}
+
+// A place in a request: a field, an aggregate, a list, a choice group or a filter group. A handle, valid as long as its
+// message set; copying it copies no data. Names match without regard to case.
+class RequestField {
+ public:
+  // The member of that name; "XList" reaches the repeating X. Raises 438 when there is none.
+  [[nodiscard]] RequestField operator[](std::string_view name) const;
+
+  // Forms what the field's type needs: money two decimals, prices and quantities at most five, an enumeration from its
+  // number or name, a date from a date or a text. Never checks a length. Setting a branch of a choice unsets the others.
+  void SetValue(std::string_view text) const;
+  void SetValue(const char* text) const { SetValue(std::string_view(text)); }
+  void SetValue(bool value) const;
+  void SetValue(int number) const { SetNumber(number); }
+  void SetValue(double number) const { SetNumber(number); }
+  void SetValue(Currency amount) const { SetNumber(amount.ToDouble()); }
+  void SetValue(Date date) const;
+  // Takes the value, or everything below, away.
+  void Unset() const;
+
+  // A repeating field: adds one value, or one aggregate to fill.
+  void Add(std::string_view text) const;
+  [[nodiscard]] RequestField Append() const;
+  [[nodiscard]] std::size_t Count() const;
+  [[nodiscard]] RequestField GetAt(std::size_t index) const;
+
+  // The value as it goes on the wire; empty when not set.
+  [[nodiscard]] std::string GetValue() const;
+  [[nodiscard]] bool IsSet() const;
+  // Greatest length of a text, in characters.
+  [[nodiscard]] int GetMaxLength() const;
+  // Of a choice group: the index of the branch that is set, -1 for none.
+  [[nodiscard]] int ORType() const;
+
+ private:
+  friend class MsgSetRequest;
+  RequestField(detail::RequestNode* parent, const messages::Element* row, std::size_t item)
+      : parent_(parent), row_(row), item_(item) {}
+  void SetNumber(double number) const;
+  [[nodiscard]] detail::RequestNode& Node() const;        // made when it is not there yet
+  [[nodiscard]] detail::RequestNode* FindNode() const;    // nullptr when it is not there
+  void Store(std::string wireText) const;
+
+  detail::RequestNode* parent_;
+  const messages::Element* row_;  // nullptr: the request itself
+  std::size_t item_;              // which of a repeating field
+};
+
+// A set of requests of one form. Used once.
+class MsgSetRequest {
+ public:
+  MsgSetRequest(messages::Form form, messages::MessageSet kind);
+  ~MsgSetRequest();
+  MsgSetRequest(MsgSetRequest&&) noexcept;
+  MsgSetRequest& operator=(MsgSetRequest&&) noexcept;
+
+  void SetOnError(OnError onError) { onError_ = onError; }
+  // Appends a request by its published name, with or without "Rq". Raises 438 when there is none of that name.
+  RequestField Append(std::string_view requestName);
+
+  [[nodiscard]] std::size_t Count() const { return requests_.size(); }
+  // The set as qbXML. Raises 0x80040307 when a request leaves a required choice empty.
+  [[nodiscard]] std::string ToXMLString() const;
+
+ private:
+  messages::Form form_;
+  messages::MessageSet kind_;
+  OnError onError_ = OnError::Stop;
+  std::vector<std::unique_ptr<detail::RequestNode>> requests_;
+};
+
+}  // namespace twqb

@@ -1,0 +1,159 @@
+#include "quickbooks/ResponseModel.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "messages/ValueFormat.h"
+#include "platform/PlatformError.h"
+#include "platform/Value.h"
+
+namespace twqb {
+
+using messages::Element;
+using messages::Type;
+
+struct AnswerDocument {
+  std::string text;  // parsed in place: nodes point into it
+  pugi::xml_document tree;
+};
+
+namespace {
+
+constexpr ErrorNumber kKeyInUse = 457;
+
+// Values stay as QuickBooks wrote them, those of blanks alone too.
+constexpr unsigned kParseOptions =
+    pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute | pugi::parse_eol |
+    pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
+
+bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
+
+}  // namespace
+
+bool Record::StandsHere(const Element& row) const {
+  return std::ranges::any_of(row.Children(), [this](const Element& child) {
+    return child.LeavesNoElement() ? StandsHere(child) : static_cast<bool>(node_.child(child.name.data()));
+  });
+}
+
+Record Record::operator[](std::string_view name) const {
+  if (IsNothing()) throw PlatformError(error::kObjectNothing);
+  const auto* child = messages::FindChild(row_->Children(), name);
+  if (child == nullptr) {
+    throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), name));
+  }
+  if (child->LeavesNoElement()) return StandsHere(*child) ? Record(document_, node_, child) : Record();
+  const auto node = node_.child(child->name.data());
+  return node ? Record(document_, node, child) : Record();
+}
+
+std::string Record::GetValue() const {
+  if (IsNothing()) throw PlatformError(error::kObjectNothing);
+  return node_.text().get();
+}
+
+bool Record::GetBoolean() const {
+  const auto value = messages::ParseBool(GetValue());
+  if (!value) throw PlatformError(error::kConversion);
+  return *value;
+}
+
+std::int64_t Record::GetInteger() const { return TextToInteger(GetValue()); }
+double Record::GetNumber() const { return TextToNumber(GetValue()); }
+
+Date Record::GetDate() const {
+  const auto value = messages::ParseDateTime(GetValue());
+  if (!value) throw PlatformError(error::kConversion);
+  return value->local;
+}
+
+std::string Record::GetAsString() const {
+  if (IsNothing()) throw PlatformError(error::kObjectNothing);
+  return row_->HasChildren() ? std::string(row_->name) : GetValue();
+}
+
+std::size_t Record::Count() const {
+  if (IsNothing()) return 0;
+  const auto siblings = node_.parent().children(row_->name.data());
+  return static_cast<std::size_t>(std::distance(siblings.begin(), siblings.end()));
+}
+
+Record Record::GetAt(std::size_t index) const {
+  if (IsNothing()) throw PlatformError(error::kObjectNothing);
+  for (const auto node : node_.parent().children(row_->name.data())) {
+    if (index-- == 0) return {document_, node, row_};
+  }
+  throw PlatformError(error::kBadArgument);
+}
+
+int Record::ORType() const {
+  if (IsNothing()) return -1;
+  const auto branches = row_->Children();
+  for (std::size_t i = 0; i < branches.size(); ++i) {
+    const auto& branch = branches[i];
+    if (branch.LeavesNoElement() ? StandsHere(branch) : static_cast<bool>(node_.child(branch.name.data()))) {
+      return static_cast<int>(i);
+    }
+  }
+  return -1;
+}
+
+void RecordList::Add(Record record, const std::string& key) {
+  if (!keys_.emplace(key, records_.size()).second) {
+    throw PlatformError(kKeyInUse, "This key is already associated with an element of this collection");
+  }
+  records_.push_back(std::move(record));
+}
+
+std::int32_t Response::StatusCode() const { return node_.attribute("statusCode").as_int(-1); }
+std::string Response::StatusSeverity() const { return node_.attribute("statusSeverity").as_string(); }
+std::string Response::StatusMessage() const { return node_.attribute("statusMessage").as_string(); }
+
+std::size_t Response::DetailCount() const {
+  return static_cast<std::size_t>(std::ranges::count_if(node_.children(), IsElement));
+}
+
+Record Response::DetailAt(std::size_t index) const {
+  for (const auto node : node_.children()) {
+    if (IsElement(node) && index-- == 0) {
+      const auto* message = messages::FindMessage(node_.name());
+      const auto* row = message == nullptr ? nullptr : messages::FindChild(message->response, node.name());
+      if (row == nullptr) throw PlatformError(error::kParse);
+      return {document_, node, row};
+    }
+  }
+  throw PlatformError(error::kObjectNothing);
+}
+
+std::vector<Record> Response::Details() const {
+  std::vector<Record> records;
+  const auto* message = messages::FindMessage(node_.name());
+  if (message == nullptr) return records;
+  for (const auto node : node_.children()) {
+    if (!IsElement(node)) continue;
+    const auto* row = messages::FindChild(message->response, node.name());
+    if (row == nullptr) throw PlatformError(error::kParse);
+    records.push_back({document_, node, row});
+  }
+  return records;
+}
+
+MsgSetResponse::MsgSetResponse(std::string answer) {
+  auto document = std::make_shared<AnswerDocument>();
+  document->text = std::move(answer);
+  const auto parsed = document->tree.load_buffer_inplace(document->text.data(), document->text.size(), kParseOptions,
+                                                         pugi::encoding_utf8);
+  const auto set = document->tree.child("QBXML").first_child();
+  if (!parsed || !set) throw PlatformError(error::kParse);
+  for (const auto node : set.children()) {
+    if (IsElement(node)) responses_.push_back(Response(document, node));
+  }
+}
+
+const Response& MsgSetResponse::GetAt(std::size_t index) const {
+  if (index >= responses_.size()) throw PlatformError(error::kObjectNothing);
+  return responses_[index];
+}
+
+}  // namespace twqb

@@ -1,0 +1,115 @@
+// Responses and records: views into the answer's document, which they keep alive. Nothing is copied until it is read.
+//
+// A field that QuickBooks left out is *nothing*: it can be asked whether it is, and reading it raises 91.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <pugixml.hpp>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "messages/Schema.h"
+#include "platform/Currency.h"
+#include "platform/Date.h"
+
+namespace twqb {
+
+// The text of an answer, parsed in place.
+struct AnswerDocument;
+
+// A record, or a field of one, or the list of a repeating field.
+class Record {
+ public:
+  Record() = default;  // nothing
+
+  // The member of that name, nothing when the answer lacks it. Raises 438 for a name that no version or country has,
+  // and 91 on nothing.
+  [[nodiscard]] Record operator[](std::string_view name) const;
+  [[nodiscard]] Record Field(std::string_view name) const { return (*this)[name]; }
+  [[nodiscard]] bool IsNothing() const { return !node_; }
+
+  // The value; each raises 91 on nothing, and 13 when the text does not convert. A time comes without its offset.
+  [[nodiscard]] std::string GetValue() const;
+  [[nodiscard]] bool GetBoolean() const;
+  [[nodiscard]] std::int64_t GetInteger() const;
+  [[nodiscard]] double GetNumber() const;
+  [[nodiscard]] Date GetDate() const;
+  // The wire name of an enumeration; of a record, its element's name.
+  [[nodiscard]] std::string GetAsString() const;
+  // The text, or "" on nothing.
+  [[nodiscard]] std::string GetValueOrEmpty() const { return IsNothing() ? std::string() : GetValue(); }
+
+  // Of a repeating field: how often it stands there, and each of them.
+  [[nodiscard]] std::size_t Count() const;
+  [[nodiscard]] Record GetAt(std::size_t index) const;
+  // Of a choice group: the index of the branch that stands there, -1 for none.
+  [[nodiscard]] int ORType() const;
+
+ private:
+  friend class Response;
+  Record(std::shared_ptr<const AnswerDocument> document, pugi::xml_node node, const messages::Element* row)
+      : document_(std::move(document)), node_(node), row_(row) {}
+  // Of a step without an element: whether anything below it stands in `node_`.
+  [[nodiscard]] bool StandsHere(const messages::Element& row) const;
+
+  std::shared_ptr<const AnswerDocument> document_;
+  pugi::xml_node node_;  // of a step without an element: the element that the step belongs to
+  const messages::Element* row_ = nullptr;
+};
+
+// Records under keys, in the order in which they were added.
+class RecordList {
+ public:
+  // Raises 457 when the key is there already.
+  void Add(Record record, const std::string& key);
+  [[nodiscard]] std::size_t Count() const { return records_.size(); }
+  [[nodiscard]] const Record& At(std::size_t index) const { return records_.at(index); }
+  [[nodiscard]] auto begin() const { return records_.begin(); }
+  [[nodiscard]] auto end() const { return records_.end(); }
+
+ private:
+  std::vector<Record> records_;
+  std::unordered_map<std::string, std::size_t> keys_;
+};
+
+// The answer to one request.
+class Response {
+ public:
+  [[nodiscard]] std::int32_t StatusCode() const;
+  [[nodiscard]] std::string StatusSeverity() const;
+  [[nodiscard]] std::string StatusMessage() const;
+
+  // The records that came back, by reference to the document; empty when there are none.
+  [[nodiscard]] std::size_t DetailCount() const;
+  // Raises 91 when there is none of that index.
+  [[nodiscard]] Record DetailAt(std::size_t index) const;
+  [[nodiscard]] Record Detail() const { return DetailAt(0); }
+  [[nodiscard]] std::vector<Record> Details() const;
+
+ private:
+  friend class MsgSetResponse;
+  Response(std::shared_ptr<const AnswerDocument> document, pugi::xml_node node)
+      : document_(std::move(document)), node_(node) {}
+  std::shared_ptr<const AnswerDocument> document_;
+  pugi::xml_node node_;
+};
+
+// The answers to a set, in the order of its requests.
+class MsgSetResponse {
+ public:
+  // Raises 0x80040400 when the text is no answer.
+  explicit MsgSetResponse(std::string answer);
+  [[nodiscard]] std::size_t Count() const { return responses_.size(); }
+  // Raises 91 when there is none of that index.
+  [[nodiscard]] const Response& GetAt(std::size_t index) const;
+
+ private:
+  std::vector<Response> responses_;
+};
+
+}  // namespace twqb

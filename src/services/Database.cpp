@@ -1,0 +1,94 @@
+#include "services/Database.h"
+
+#include "services/Conversions.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr int kGlobalConnectionTimeout = 59;  // seconds
+constexpr std::int64_t kNeverUpdatedSerial = 367;  // 1 January 1901: loses to every real date
+
+void SetUpAndOpen(ado::Connection& cn) {
+  cn.SetMode(ado::ConnectMode::ReadWrite);
+  cn.SetCursorLocation(ado::CursorLocation::Client);
+  cn.SetConnectionString(Vars().g_ConnectString);
+  cn.Open();
+}
+
+}  // namespace
+
+void gp_cnGlobal80(bool blnOpen) {
+  RunAs("gp_cnGlobal80", [&] {
+    auto& cn = Vars().g_cnGlobal;
+    auto& count = Vars().g_CnRefCount;
+    if (!cn) cn = Vars().platform.database->CreateConnection();
+    if (blnOpen) {
+      if (cn->State() == ado::ObjectState::Closed) {
+        cn->SetConnectionTimeout(kGlobalConnectionTimeout);
+        SetUpAndOpen(*cn);
+      }
+      ++count;
+    } else if (cn->State() != ado::ObjectState::Closed && count > 1) {
+      --count;
+    } else {
+      if (cn->State() != ado::ObjectState::Closed) cn->Close();
+      count = 0;
+    }
+    TheDesk().PumpMessages();
+  });
+}
+
+void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, std::string_view strTable) {
+  RunAs("OpenConnection", [&] {
+    if (cn.ConnectionString().empty()) SetUpAndOpen(cn);
+    if (rs != nullptr) {
+      *rs = cn.OpenRecordset("SELECT * FROM " + std::string(strTable) + ";", ado::CursorType::Static,
+                             ado::LockType::Optimistic);
+    }
+  });
+}
+
+std::string GetScalarFromSQL(std::string_view strSQL) {
+  return WithGlobalConnection([&] {
+    std::string result;
+    IgnoreErrors([&] {
+      const auto rs = Vars().g_cnGlobal->Execute(strSQL, nullptr);
+      result = ToText(rs->FieldAt(0));
+    });
+    return result;
+  });
+}
+
+Date GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1, std::string_view strField2) {
+  const auto never = Date::FromMilliseconds(kNeverUpdatedSerial * Date::kDay);
+  return RunAs("GetTWDateOfUpdation", never, [&] {
+    if (const auto changed = rs.Field(strField1); !IsNull(changed)) return UTCToLocal(ToDate(changed));
+    if (const auto fallback = rs.Field(strField2); !IsNull(fallback)) return ToDate(fallback);
+    return never;
+  });
+}
+
+std::string DbKindOf(std::string_view provider) { return provider.substr(0, 3) == "SQL" ? "SQL" : "JET"; }
+
+void CloseObjects(FormToo form, std::unique_ptr<ado::Recordset>* rs1, std::unique_ptr<ado::Recordset>* rs2,
+                  std::unique_ptr<ado::Connection>* cn) {
+  if (form == FormToo::Unload && !Vars().g_LeaveMsgBoxOpen && !Vars().g_AllTablesRun) {
+    IgnoreErrors([] { UnloadMsgForm(); });
+  }
+  const auto close = [](auto* object) {
+    if (object == nullptr || !*object) return;
+    IgnoreErrors([&] {
+      if ((*object)->State() == ado::ObjectState::Open) (*object)->Close();
+    });
+    object->reset();
+  };
+  close(rs1);
+  close(rs2);
+  close(cn);
+}
+
+}  // namespace twqb

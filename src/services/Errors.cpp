@@ -1,0 +1,66 @@
+#include "services/Errors.h"
+
+#include <fmt/format.h>
+
+#include <cstdint>
+
+#include "platform/Text.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr ErrorNumber kNoCommunication = 0x8004040C;
+constexpr ErrorNumber kNotInstalled = 0x8007007E;
+
+// Printed signed: 0x8004040C shows as -2147220468.
+std::int32_t Signed(ErrorNumber number) { return static_cast<std::int32_t>(number); }
+
+std::string ErrorBoxText(ErrorNumber number, std::string_view description, std::string_view procedure) {
+  switch (number) {
+    case kNoCommunication:
+      return fmt::format(
+          "There was a problem in establishing communication with your\r\n"
+          "QuickBooks data file. Please make sure you have opened the correct\r\n"
+          "file in QuickBooks and assigned proper permission for this application\r\n"
+          "to access the data. If the problem continues, please call your \r\n"
+          "software vendor.\r\n\r\nError Number: {}\r\n",
+          Signed(number));
+    case kNotInstalled:
+      // The ampersand and the word behind it have always been part of the text; support knows the box by them.
+      return fmt::format(
+          "There was a problem in establishing communication with your\r\n"
+          "QuickBooks data file. It appears that QuickBooks is not installed properly & vbCrLf"
+          "on this computer.\r\n\r\nError Number: {}\r\n",
+          Signed(number));
+    default:
+      return fmt::format(
+          "Error #: {}({:X}) -- \r\n\r\n{} has occurred in the following procedure: {}. "
+          "Please contact Technical Support for assistance.",
+          Signed(number), number, description, procedure);
+  }
+}
+
+}  // namespace
+
+void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::string_view strProcedure) {
+  IgnoreErrors([&] {
+    TheDesk().ShowMessageBox({.text = ErrorBoxText(lngNumber, strDescription, strProcedure),
+                              .title = "WARNING",
+                              .icon = BoxIcon::Warning});
+    TheDesk().PumpMessages();
+    TheDesk().Beep();
+  });
+}
+
+void WriteLog(std::string_view strLine) {
+  IgnoreErrors([&] {
+    auto& machine = TheMachine();
+    const auto today = machine.Now().ToCivil();
+    // The month has no leading zero.
+    machine.AppendLine(fmt::format("{}/TWQBLog{}{}.txt", machine.LibraryFolder(), today.year, today.month), strLine);
+  });
+}
+
+}  // namespace twqb

@@ -1,0 +1,10 @@
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+ModuleVariables& Vars() {
+  static ModuleVariables variables;
+  return variables;
+}
+
+}  // namespace twqb

@@ -1,0 +1,89 @@
+#include "services/msgForm.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+namespace {
+
+void Refresh() { TheDesk().UpdateMsgForm(Vars().msgForm->controls); }
+
+void cmdCancel_Click() {
+  RunAs("msgForm_cmdCancel_Click", [] {
+    TheDesk().PumpMessages();
+    const auto answer = TheDesk().ShowMessageBox(
+        {.text = "Are you sure you want to Cancel?", .title = "Cancel Confirmation", .buttons = BoxButtons::YesNo});
+    Vars().g_Cancelled = answer == BoxAnswer::Yes;
+    if (Vars().msgForm) Refresh();  // back in front
+  });
+}
+
+// The texts that the controls are drawn with.
+void Load() {
+  Vars().msgForm = MsgForm{
+      .controls = {.caption = " Tallywick", .lblItem = "", .Text1 = "Label1", .pbconv = 0, .txtProg = "1/1"},
+      .startTime = TheMachine().Now()};
+}
+
+// "hh:mm:ss"; whole days fall away.
+std::string TimeLeft(std::int64_t milliseconds) {
+  const auto seconds = std::llround(static_cast<double>(milliseconds) / static_cast<double>(Date::kSecond));
+  return fmt::format("{:02}:{:02}:{:02}", seconds / 3600 % 24, seconds / 60 % 60, seconds % 60);
+}
+
+}  // namespace
+
+void ShowMsgForm(std::string_view strText) {
+  if (!Vars().msgForm) Load();
+  auto& controls = Vars().msgForm->controls;
+  controls.lblItem = strText;
+  controls.pbconv = 0;
+  TheDesk().ShowMsgForm(controls, cmdCancel_Click);
+  TheDesk().PumpMessages();
+}
+
+void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent) {
+  if (lngCurrent > lngTotal) return;
+  IgnoreErrors([&] {
+    if (!Vars().msgForm) Load();
+    auto& form = *Vars().msgForm;
+    if (lngTotal == 0) {
+      Refresh();
+      return;
+    }
+    form.controls.pbconv = static_cast<int>(
+        std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
+    form.controls.txtProg = fmt::format("{}/{}", lngCurrent, lngTotal);
+    if (lngCurrent > 0) {  // before the first record there is nothing to estimate from
+      const auto elapsed = TheMachine().Now().Milliseconds() - form.startTime.Milliseconds();
+      form.controls.txtProg += " --> " + TimeLeft(elapsed * (lngTotal - lngCurrent) / lngCurrent);
+    }
+    Refresh();
+    TheDesk().PumpMessages();
+  });
+}
+
+void SetProgressText(std::string_view strText) {
+  if (!Vars().msgForm) return;
+  Vars().msgForm->controls.Text1 = strText;
+  Refresh();
+}
+
+void SetMyCaption(std::string_view strCaption) {
+  if (!Vars().msgForm) Load();
+  Vars().msgForm->controls.caption = strCaption;
+  Refresh();
+}
+
+void UnloadMsgForm() {
+  if (!Vars().msgForm) return;
+  Vars().msgForm.reset();
+  TheDesk().UnloadMsgForm();
+}
+
+}  // namespace twqb
