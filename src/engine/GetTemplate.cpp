@@ -16,8 +16,6 @@ namespace twqb {
 
 namespace {
 
-constexpr ErrorNumber kNoFreeKey = 457;
-
 class GetRun {
  public:
   GetRun(const TableDescription& table, bool optNever, bool optMostRecent, Dependent dependent,
@@ -113,7 +111,7 @@ class GetRun {
       // The cut stands behind the appending and ahead of the lookup.
       if (size > 0) trial = Left(trial, static_cast<std::size_t>(size));
       if (!tried.insert(trial).second) {
-        throw PlatformError(kNoFreeKey, fmt::format("Every {} that can be made of the name \"{}\" is taken. Rename the "
+        throw PlatformError(error::kKeyInUse, fmt::format("Every {} that can be made of the name \"{}\" is taken. Rename the "
                                                     "record in QuickBooks or the rows in {}.",
                                                     table_.keyColumn, name_, table_.tableName));
       }

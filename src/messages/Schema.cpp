@@ -63,6 +63,7 @@ std::optional<Form> FormFromTag(std::string_view tag) {
     form.country = *country;
     tag.remove_prefix(2);
   }
+  if (tag.find('-') != std::string_view::npos) return std::nullopt;  // a sign
   const char* end = tag.data() + tag.size();
   const auto major = std::from_chars(tag.data(), end, form.version.major);
   if (major.ec != std::errc{} || major.ptr == end || *major.ptr != '.') return std::nullopt;

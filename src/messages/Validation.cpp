@@ -14,6 +14,14 @@ pugi::xml_node FirstElement(pugi::xml_node node) {
   return node;
 }
 
+// Text between elements, beyond the white space of an indented document.
+bool HasText(pugi::xml_node node) {
+  return std::string_view(node.value()).find_first_not_of(" \t\r\n") != std::string_view::npos;
+}
+bool IsText(pugi::xml_node node) {
+  return (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) && HasText(node);
+}
+
 // Matches the elements of one parent against its rows, in order, without backtracking: no two branches of a choice
 // begin with the same name.
 class Matcher {
@@ -21,6 +29,11 @@ class Matcher {
   Matcher(const Form& form, std::vector<Problem>& problems) : form_(form), problems_(problems) {}
 
   void MatchParent(pugi::xml_node parent, std::span<const Element> rows) {
+    // A parser may keep the first text in the element itself.
+    if (HasText(parent)) Report(ProblemKind::UnexpectedElement, parent.name(), parent.value());
+    for (const auto child : parent.children()) {
+      if (IsText(child)) Report(ProblemKind::UnexpectedElement, parent.name(), child.value());
+    }
     const auto outer = cursor_;
     cursor_ = FirstElement(parent.first_child());
     std::vector<Problem> missing;

@@ -13,7 +13,7 @@
 namespace twqb::messages {
 
 enum class ProblemKind : std::uint8_t {
-  UnexpectedElement,  // not in this form, or not at this place, or once too often
+  UnexpectedElement,  // not in this form, or not at this place, or once too often; also text between elements
   MalformedValue,     // not of its type (truth values, whole numbers, dates, enumerations, GUIDs, prices ...)
   MalformedAmount,    // money that is not digits with two decimals
   MalformedId,        // a ListID or TxnID that can't be one

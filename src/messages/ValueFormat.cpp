@@ -97,7 +97,11 @@ std::optional<bool> ParseBool(std::string_view text) {
 }
 
 std::string AmountText(double value) {
-  const double cents = std::round(value * 100);  // rounds halves away from zero
+  // Fifteen digits make 1.005, which is a little less in binary, the half that it prints as.
+  const auto printed = fmt::format("{:.15g}", value * 100);
+  double exact = 0;
+  std::from_chars(printed.data(), printed.data() + printed.size(), exact);
+  const double cents = std::round(exact);  // rounds halves away from zero
   return fmt::format("{:.2f}", (cents == 0 ? 0 : cents) / 100);
 }
 
@@ -126,7 +130,7 @@ std::optional<Currency> ParseAmount(std::string_view text) {
 std::string DateText(Date date) { return IsoDate(date).substr(0, kDateLength); }
 
 std::optional<Date> ParseDateText(std::string_view text) {
-  if (text.size() != kDateLength || text[4] != '-' || text[7] != '-') return std::nullopt;
+  if (text.size() != kDateLength || text[4] != '-' || text[7] != '-' || TwoDigits(text, 8) < 0) return std::nullopt;
   return ParseDate(text);
 }
 

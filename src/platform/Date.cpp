@@ -109,6 +109,9 @@ Date Date::FromCivil(const Civil& c) {
 }
 
 Date Date::FromSerial(double serial) {
+  constexpr double kFirst = -657434;  // 1 January 100
+  constexpr double kLast = 2958466;   // the day after 31 December 9999
+  if (!(serial >= kFirst && serial < kLast)) throw PlatformError(error::kConversion);
   // Before day zero the fraction still counts forward: -1.25 is 6:00 of 29 December 1899.
   const double whole = std::trunc(serial);
   const double fraction = std::fabs(serial - whole);
@@ -188,12 +191,13 @@ std::optional<Date> ParseDate(std::string_view text) {
     if (!ReadTime(scan, first, c)) return std::nullopt;
   }
   if (!timeOnly) {
-    if (!scan.AtEnd() && !scan.Literal('T')) {
+    const bool timeFollows = scan.Literal('T');
+    if (!timeFollows && !scan.AtEnd()) {
       if (!scan.Literal(' ')) return std::nullopt;
       scan.SkipBlanks();
     }
     int hour = 0;
-    if (!scan.AtEnd() && (!scan.Number(hour) || !ReadTime(scan, hour, c))) return std::nullopt;
+    if ((timeFollows || !scan.AtEnd()) && (!scan.Number(hour) || !ReadTime(scan, hour, c))) return std::nullopt;
   }
   scan.SkipBlanks();
   if (!scan.AtEnd()) return std::nullopt;

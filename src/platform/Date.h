@@ -32,7 +32,7 @@ class Date {
   [[nodiscard]] static constexpr Date FromMilliseconds(std::int64_t milliseconds) { return Date(milliseconds); }
   // Fields out of range carry over (minute 90 is an hour and a half).
   [[nodiscard]] static Date FromCivil(const Civil& civil);
-  // The platform's date serial: days, the fraction being the time of day.
+  // The platform's date serial: days, the fraction being the time of day. Raises 13 outside the years 100 to 9999.
   [[nodiscard]] static Date FromSerial(double serial);
   [[nodiscard]] static Date FromUnixSeconds(std::int64_t seconds);
 

@@ -25,6 +25,7 @@ constexpr std::array kTexts = {
                   "Either BOF or EOF is True, or the current record has been deleted. Requested operation requires a "
                   "current record."},
     NumberAndText{error::kObjectClosed, "Operation is not allowed when the object is closed."},
+    NumberAndText{error::kObjectOpen, "Operation is not allowed when the object is open."},
     NumberAndText{error::kEditPending, "Operation is not allowed while a change of the record is pending."},
     NumberAndText{error::kBadArgument, "Arguments are of the wrong type or out of range."},
     NumberAndText{error::kReadOnly, "The recordset is read-only."},
@@ -34,6 +35,8 @@ constexpr std::array kTexts = {
     NumberAndText{error::kConversion, "Type mismatch"},
     NumberAndText{error::kObjectNothing, "Object variable not set"},
     NumberAndText{error::kInvalidNull, "Invalid use of Null"},
+    NumberAndText{error::kCannotCreateObject, "ActiveX component can't create object"},
+    NumberAndText{error::kKeyInUse, "This key is already associated with an element of this collection"},
     NumberAndText{error::kNameUnknown, "Object doesn't support this property or method"},
     NumberAndText{error::kFileNotFound, "File not found"},
     NumberAndText{error::kPathNotFound, "Path not found"},

@@ -90,6 +90,7 @@ std::string Trim(std::string_view text) {
 }
 
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {
+  if (what.empty()) return std::string(text);
   std::string result;
   std::size_t from = 0;
   for (auto at = text.find(what); at != std::string_view::npos; at = text.find(what, from)) {

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -26,11 +27,13 @@ struct TextOf {
 
 std::string NumberToText(double value) {
   // Fifteen significant digits, as the platform prints a double.
-  constexpr double kExponentFrom = 1e15;
+  constexpr int kDigits = 15;
   if (value == 0) return "0";
-  if (std::fabs(value) >= kExponentFrom || std::fabs(value) < 1e-15) return fmt::format("{:.15G}", value);
-  const int wholeDigits = std::max(1, static_cast<int>(std::floor(std::log10(std::fabs(value)))) + 1);
-  auto text = fmt::format("{:.{}f}", value, std::max(0, 15 - wholeDigits));
+  if (!std::isfinite(value)) return fmt::format("{:G}", value);
+  const auto scientific = fmt::format("{:.{}e}", value, kDigits - 1);  // rounded, so 999999999999999.9 is 1E+15
+  const auto exponent = std::atoi(scientific.c_str() + scientific.find('e') + 1);
+  if (exponent >= kDigits || exponent < -kDigits) return fmt::format("{:.{}G}", value, kDigits);
+  auto text = fmt::format("{:.{}f}", value, kDigits - 1 - exponent);
   if (text.find('.') != std::string::npos) {
     while (text.back() == '0') text.pop_back();
     if (text.back() == '.') text.pop_back();
@@ -43,7 +46,7 @@ std::string ToText(const Value& value) { return std::visit(TextOf{}, value); }
 double TextToNumber(std::string_view text) {
   const auto trimmed = Trim(text);
   std::string_view digits = trimmed;
-  if (digits.starts_with('+')) digits.remove_prefix(1);
+  if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
   double value = 0;
   const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (failure != std::errc{} || end != digits.data() + digits.size() || digits.empty() || !std::isfinite(value)) {

@@ -20,8 +20,6 @@ struct AnswerDocument {
 
 namespace {
 
-constexpr ErrorNumber kKeyInUse = 457;
-
 // Values stay as QuickBooks wrote them, those of blanks alone too.
 constexpr unsigned kParseOptions =
     pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute | pugi::parse_eol |
@@ -101,7 +99,7 @@ int Record::ORType() const {
 
 void RecordList::Add(Record record, const std::string& key) {
   if (!keys_.emplace(key, records_.size()).second) {
-    throw PlatformError(kKeyInUse, "This key is already associated with an element of this collection");
+    throw PlatformError(error::kKeyInUse);
   }
   records_.push_back(std::move(record));
 }

@@ -1,0 +1,44 @@
+// The rows of one statement, all in memory: the read-only recordset.
+//
+// The statement has been run to its end before this exists, so it holds no lock and sees no later change. It can't be
+// edited: AddNew, SetField and Update raise `kReadOnly`.
+#pragma once
+
+#include <vector>
+
+#include "adapters/sqlite/SqliteRecordset.h"
+
+namespace twqb::sqlite {
+
+class SnapshotRecordset : public SqliteRecordset {
+ public:
+  using Rows = std::vector<std::vector<Value>>;
+
+  // Closed: what a statement without rows answers.
+  SnapshotRecordset() : SqliteRecordset(nullptr, {}) {}
+  SnapshotRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, Rows rows)
+      : SqliteRecordset(std::move(database), std::move(columns)), rows_(std::move(rows)) {}
+
+  void Close() override;
+
+  [[nodiscard]] bool Eof() const override;
+  // On a recordset without rows it does nothing: Eof stays true.
+  void MoveFirst() override;
+  void MoveNext() override;
+  [[nodiscard]] std::int64_t RecordCount() const override;
+  void Find(std::string_view criterion) override;
+
+  [[nodiscard]] Value FieldAt(int index) const override;
+
+  [[nodiscard]] ado::EditMode EditState() const override;
+  void AddNew() override;
+  void SetField(std::string_view name, Value value) override;
+  void Update() override;
+  void CancelUpdate() override;
+
+ private:
+  Rows rows_;
+  std::size_t current_ = 0;
+};
+
+}  // namespace twqb::sqlite

@@ -1,0 +1,214 @@
+#include "adapters/sqlite/TableRecordset.h"
+
+#include <fmt/format.h>
+
+#include <limits>
+
+#include "adapters/sqlite/Failure.h"
+#include "adapters/sqlite/Phrases.h"
+#include "adapters/sqlite/SqlTokens.h"
+
+namespace twqb::sqlite {
+
+namespace {
+
+constexpr auto kFirstRowid = std::numeric_limits<std::int64_t>::min();
+constexpr auto kLastRowid = std::numeric_limits<std::int64_t>::max();
+constexpr int kRowidColumn = 0;  // of every statement that reads a row
+constexpr int kSkipRowid = 1;
+
+std::string RowAtOrBehindText(std::string_view table) {
+  return fmt::format("SELECT rowid, * FROM {} WHERE rowid >= ?1 ORDER BY rowid LIMIT 1", table);
+}
+
+}  // namespace
+
+std::unique_ptr<TableRecordset> TableRecordset::Open(std::shared_ptr<Database> database, std::string_view table) {
+  auto quoted = QuoteName(table);
+  const auto statement = database->Prepare(RowAtOrBehindText(quoted), Use::Once);
+  auto columns = DescribeColumns(statement, kSkipRowid);
+  return std::unique_ptr<TableRecordset>(
+      new TableRecordset(std::move(database), std::move(columns), std::move(quoted)));
+}
+
+TableRecordset::TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable)
+    : SqliteRecordset(std::move(database), std::move(columns)),
+      table_(std::move(quotedTable)),
+      place_(Place::AtOrBehind),
+      rowid_(kFirstRowid) {}
+
+void TableRecordset::RequireNoEdit() const {
+  RequireOpen();
+  if (edit_ != ado::EditMode::None) throw PlatformError(error::kEditPending);
+}
+
+void TableRecordset::Close() {
+  RequireNoEdit();
+  statements_.clear();
+  row_.clear();
+  LetGo();
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// The current row
+// ---------------------------------------------------------------------------------------------------------------------
+
+Statement& TableRecordset::Prepared(const std::string& sql) const {
+  const auto found = statements_.find(sql);
+  if (found != statements_.end()) return found->second;
+  return statements_.emplace(sql, database().Prepare(sql, Use::Again)).first->second;
+}
+
+bool TableRecordset::ReadFrom(Statement& statement) const {
+  const bool found = statement.Step();
+  if (found) {
+    rowid_ = sqlite3_column_int64(statement.raw(), kRowidColumn);
+    row_ = ReadRow(statement, columns(), kSkipRowid);
+  }
+  place_ = found ? Place::OnRow : Place::Eof;
+  return found;
+}
+
+void TableRecordset::Locate() const {
+  if (place_ == Place::OnRow || place_ == Place::Eof) return;
+  auto& statement = Prepared(place_ == Place::Exactly ? fmt::format("SELECT rowid, * FROM {} WHERE rowid = ?1", table_)
+                                                      : RowAtOrBehindText(table_));
+  const ResetAtEnd reset(statement);
+  statement.BindInteger(1, rowid_);
+  ReadFrom(statement);
+}
+
+bool TableRecordset::Eof() const {
+  RequireOpen();
+  if (edit_ == ado::EditMode::Add) return false;
+  Locate();
+  return place_ == Place::Eof;
+}
+
+void TableRecordset::MoveFirst() {
+  RequireNoEdit();
+  place_ = Place::AtOrBehind;
+  rowid_ = kFirstRowid;
+}
+
+void TableRecordset::MoveNext() {
+  RequireNoEdit();
+  if (Eof()) throw PlatformError(error::kAtEof);
+  if (rowid_ == kLastRowid) {
+    place_ = Place::Eof;
+    return;
+  }
+  place_ = Place::AtOrBehind;
+  ++rowid_;
+}
+
+std::int64_t TableRecordset::RecordCount() const {
+  RequireOpen();
+  auto& statement = Prepared(fmt::format("SELECT count(*) FROM {}", table_));
+  const ResetAtEnd reset(statement);
+  statement.Step();
+  return sqlite3_column_int64(statement.raw(), 0);
+}
+
+void TableRecordset::Find(std::string_view criterion) {
+  RequireNoEdit();
+  const auto [name, text] = ParseCriterion(criterion);
+  const auto& column = columns()[ColumnIndex(columns(), name)];
+  if (place_ == Place::Eof) return;
+  // An index on the column holds the rowids in order, so it serves all of the condition and the sorting too.
+  auto& statement = Prepared(fmt::format("SELECT rowid, * FROM {} WHERE {} = ?1 AND rowid >= ?2 ORDER BY rowid LIMIT 1",
+                                         table_, QuoteName(column.name)));
+  const ResetAtEnd reset(statement);
+  statement.BindText(1, text);
+  statement.BindInteger(2, rowid_);
+  ReadFrom(statement);
+}
+
+const Value* TableRecordset::Pending(std::size_t column) const {
+  for (const auto& [index, value] : pending_) {
+    if (index == column) return &value;
+  }
+  return nullptr;
+}
+
+Value TableRecordset::FieldAt(int index) const {
+  RequireOpen();
+  const auto column = CheckedIndex(index);
+  if (const auto* value = Pending(column)) return *value;
+  if (edit_ == ado::EditMode::Add) return Null{};
+  if (Eof()) throw PlatformError(error::kAtEof);
+  return row_[column];
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Edits
+// ---------------------------------------------------------------------------------------------------------------------
+
+ado::EditMode TableRecordset::EditState() const {
+  RequireOpen();
+  return edit_;
+}
+
+void TableRecordset::AddNew() {
+  RequireNoEdit();
+  edit_ = ado::EditMode::Add;
+}
+
+void TableRecordset::SetField(std::string_view name, Value value) {
+  RequireOpen();
+  const auto column = ColumnIndex(columns(), name);
+  if (Eof()) throw PlatformError(error::kAtEof);
+  auto assigned = Assignable(columns()[column], value);
+  for (auto& [index, pending] : pending_) {
+    if (index == column) {
+      pending = std::move(assigned);
+      return;
+    }
+  }
+  pending_.emplace_back(column, std::move(assigned));
+  if (edit_ == ado::EditMode::None) edit_ = ado::EditMode::InProgress;
+}
+
+std::string TableRecordset::InsertText() const {
+  if (pending_.empty()) return fmt::format("INSERT INTO {} DEFAULT VALUES", table_);
+  std::string names;
+  std::string places;
+  for (const auto& [index, value] : pending_) {
+    names.append(names.empty() ? "" : ", ").append(QuoteName(columns()[index].name));
+    places.append(places.empty() ? "?" : ", ?");
+  }
+  return fmt::format("INSERT INTO {} ({}) VALUES ({})", table_, names, places);
+}
+
+std::string TableRecordset::UpdateText() const {
+  std::string changes;
+  for (const auto& [index, value] : pending_) {
+    changes.append(changes.empty() ? "" : ", ").append(QuoteName(columns()[index].name)).append(" = ?");
+  }
+  return fmt::format("UPDATE {} SET {} WHERE rowid = ?", table_, changes);
+}
+
+void TableRecordset::Update() {
+  RequireOpen();
+  if (edit_ == ado::EditMode::None) return;
+  const bool isNew = edit_ == ado::EditMode::Add;
+  auto& statement = Prepared(isNew ? InsertText() : UpdateText());
+  const ResetAtEnd reset(statement);
+  int parameter = 0;
+  for (const auto& [index, value] : pending_) Bind(statement, ++parameter, value);
+  if (!isNew) statement.BindInteger(++parameter, rowid_);
+  statement.Step();
+  if (!isNew && database().RowsChanged() == 0) throw PlatformError(error::kAtEof);
+
+  if (isNew) rowid_ = database().LastRowId();
+  place_ = Place::Exactly;  // defaults and rounding by the database show when the row is read again
+  CancelUpdate();
+}
+
+void TableRecordset::CancelUpdate() {
+  RequireOpen();
+  pending_.clear();
+  edit_ = ado::EditMode::None;
+}
+
+}  // namespace twqb::sqlite

@@ -1,0 +1,77 @@
+// A whole table opened for writing: the optimistic recordset.
+//
+// No row is read ahead. The recordset knows a row by its rowid and reads it when it is first asked for, so moving and
+// Find cost one indexed lookup each, whatever the size of the table, and see what others have written since. The row
+// read stays as it was until the recordset moves or updates it. No statement is left running between calls.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "adapters/sqlite/SqliteRecordset.h"
+
+namespace twqb::sqlite {
+
+class TableRecordset : public SqliteRecordset {
+ public:
+  // Raises `kNoSuchTable`.
+  static std::unique_ptr<TableRecordset> Open(std::shared_ptr<Database> database, std::string_view table);
+
+  void Close() override;
+
+  // False while a row is being added.
+  [[nodiscard]] bool Eof() const override;
+  // On an empty table it does nothing but leave Eof.
+  void MoveFirst() override;
+  void MoveNext() override;
+  // Counts the rows of the table: the one call here that costs a pass over it.
+  [[nodiscard]] std::int64_t RecordCount() const override;
+  // At Eof there is nothing behind, so it stays there; MoveFirst first. Raises `kBadArgument`, `kNoSuchField`.
+  void Find(std::string_view criterion) override;
+
+  [[nodiscard]] Value FieldAt(int index) const override;
+
+  [[nodiscard]] ado::EditMode EditState() const override;
+  void AddNew() override;
+  // Raises `kConversion` for a value that the column can't hold; what was pending stays.
+  void SetField(std::string_view name, Value value) override;
+  // Writes the assigned columns alone, in the order of their first assignment; nothing when no edit is pending. A row
+  // added is the current row after it. Raises `kConstraint`, and `kAtEof` when someone has deleted the row.
+  void Update() override;
+  // The row that was current before the edit is current after it.
+  void CancelUpdate() override;
+
+ private:
+  // What is known of the current row.
+  enum class Place : std::uint8_t {
+    AtOrBehind,  // the first row from rowid_ on, not read yet
+    Exactly,     // the row rowid_, not read yet
+    OnRow,       // the row rowid_, in row_
+    Eof,
+  };
+
+  TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable);
+
+  void RequireNoEdit() const;
+  void Locate() const;
+  // Runs a statement for the rowid and the columns of a row. False when it answers none: then it is Eof.
+  bool ReadFrom(Statement& statement) const;
+  Statement& Prepared(const std::string& sql) const;
+  [[nodiscard]] std::string InsertText() const;
+  [[nodiscard]] std::string UpdateText() const;
+  [[nodiscard]] const Value* Pending(std::size_t column) const;
+
+  std::string table_;  // quoted
+  ado::EditMode edit_ = ado::EditMode::None;
+  std::vector<std::pair<std::size_t, Value>> pending_;  // columns in the order of their first assignment
+
+  // Looking at the current row is what reads it.
+  mutable Place place_;
+  mutable std::int64_t rowid_;
+  mutable std::vector<Value> row_;
+  mutable std::unordered_map<std::string, Statement> statements_;
+};
+
+}  // namespace twqb::sqlite

@@ -1,0 +1,161 @@
+#include "adapters/system/SystemMachine.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <ctime>
+#include <thread>
+
+#include "adapters/system/FileDescriptor.h"
+#include "adapters/system/FileReplacement.h"
+#include "adapters/system/RandomValues.h"
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::string_view kRegistryRoot = "SOFTWARE\\OFS\\";
+constexpr int kSecondsPerMinute = 60;
+
+std::tm LocalTime(std::time_t at) {
+  std::tm fields = {};
+  ::localtime_r(&at, &fields);
+  return fields;
+}
+
+int MinutesEast(const std::tm& fields) { return static_cast<int>(fields.tm_gmtoff / kSecondsPerMinute); }
+
+// The nearest coming time in which the zone keeps the other of its two times; nothing when there is none in a year.
+std::optional<std::tm> OtherSeason(std::time_t now, bool isDaylight) {
+  constexpr std::time_t kStep = 14 * 24 * 60 * 60;  // the shortest season is a month
+  constexpr int kStepsInYear = 26;
+  for (int step = 1; step <= kStepsInYear; ++step) {
+    const auto fields = LocalTime(now + step * kStep);
+    if ((fields.tm_isdst > 0) != isDaylight) return fields;
+  }
+  return std::nullopt;
+}
+
+[[noreturn]] void Raise(ErrorNumber number, const std::string& path) {
+  throw PlatformError(number, fmt::format("{}: {}", ErrorText(number), path));
+}
+
+// For a file that was to be written, from `errno`.
+[[noreturn]] void RaiseForTarget(const std::string& path) {
+  Raise(errno == ENOENT || errno == ENOTDIR ? error::kPathNotFound : error::kFileAccess, path);
+}
+
+bool CopyBytes(const FileDescriptor& from, const FileDescriptor& to) {
+  std::array<char, 64 * 1024> buffer;
+  for (;;) {
+    const auto count = ::read(from.Get(), buffer.data(), buffer.size());
+    if (count == 0) return true;
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0 || !WriteAll(to, {buffer.data(), static_cast<std::size_t>(count)})) return false;
+  }
+}
+
+}  // namespace
+
+SystemMachine::SystemMachine(SystemMachineOptions options)
+    : options_(std::move(options)), random_(std::random_device{}()) {
+  ::tzset();
+}
+
+Date SystemMachine::Now() {
+  const auto fields = LocalTime(std::time(nullptr));
+  return Date::FromCivil({.year = fields.tm_year + 1900,
+                          .month = fields.tm_mon + 1,
+                          .day = fields.tm_mday,
+                          .hour = fields.tm_hour,
+                          .minute = fields.tm_min,
+                          .second = fields.tm_sec});
+}
+
+TimeZoneInformation SystemMachine::GetTimeZoneInformation() {
+  const auto now = std::time(nullptr);
+  const auto present = LocalTime(now);
+  const int offset = MinutesEast(present);
+  const auto other = OtherSeason(now, present.tm_isdst > 0);
+  if (!other) return {.bias = -offset, .daylightBias = 0, .state = TimeZoneState::Standard};
+  const int standard = std::min(offset, MinutesEast(*other));
+  const int daylight = std::max(offset, MinutesEast(*other));
+  return {.bias = -standard,
+          .daylightBias = standard - daylight,
+          .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
+}
+
+void SystemMachine::Sleep(std::int64_t milliseconds) {
+  if (milliseconds > 0) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+std::optional<GuidBytes> SystemMachine::CreateGuid() {
+  GuidBytes bytes = {};
+  if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) return std::nullopt;
+  return AsRandomGuid(bytes);
+}
+
+double SystemMachine::Random() { return UnitInterval(random_); }
+
+std::string SystemMachine::GetPrivateProfileString(std::string_view section, std::string_view key,
+                                                   std::string_view fallback, int size, std::string_view path) {
+  if (size < 1) return {};
+  const auto limit = static_cast<std::size_t>(size) - 1;
+  if (const auto value = Profile(path).Read(section, key)) return Left(*value, limit);
+  // npos + 1 is 0: a default of blanks alone is empty.
+  return Left(fallback.substr(0, fallback.find_last_not_of(' ') + 1), limit);
+}
+
+bool SystemMachine::WritePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
+                                              std::string_view path) {
+  return Profile(path).Write(section, key, value);
+}
+
+std::optional<std::string> SystemMachine::ReadRegistry(std::string_view key, std::string_view name) {
+  if (key.ends_with('\\')) key.remove_suffix(1);
+  if (!SameName(key.substr(0, kRegistryRoot.size()), kRegistryRoot)) return std::nullopt;
+  return Profile(options_.registryFile).Read(key.substr(kRegistryRoot.size()), name);
+}
+
+void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
+  const auto source = OpenForReading(from);
+  if (!source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
+  auto copy = FileReplacement::Begin(to);
+  if (!copy) RaiseForTarget(to);
+  struct stat status = {};
+  constexpr mode_t kPermissions = 0777;
+  const bool done = CopyBytes(source, copy->File()) && ::fstat(source.Get(), &status) == 0 &&
+                    ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 && copy->Commit();
+  if (!done) Raise(error::kFileAccess, to);
+}
+
+std::string SystemMachine::LibraryFolder() { return options_.libraryFolder; }
+
+void SystemMachine::AppendLine(const std::string& path, std::string_view line) {
+  constexpr mode_t kNewFileMode = 0666;  // less what the process masks
+  FileDescriptor file(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kNewFileMode));
+  if (!file) RaiseForTarget(path);
+  const auto bytes = std::string(line).append(kCrLf);
+  ssize_t written = -1;
+  do {
+    written = ::write(file.Get(), bytes.data(), bytes.size());
+  } while (written < 0 && errno == EINTR);
+  if (written != static_cast<ssize_t>(bytes.size()) || !file.Close()) Raise(error::kFileAccess, path);
+}
+
+ProfileFile& SystemMachine::Profile(std::string_view path) {
+  auto found = profiles_.find(path);
+  if (found == profiles_.end()) found = profiles_.emplace(path, ProfileFile(std::string(path))).first;
+  return found->second;
+}
+
+}  // namespace twqb

@@ -1,0 +1,47 @@
+// The record of a run as JSON Lines: one event a line, in order, each with "seq" (from 1) and "kind" first.
+//
+// The writer numbers, masks and writes; it knows the form of a line and of a value, and no event. Lines are flushed one
+// by one, so that the record of a run that dies holds all that happened before.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string_view>
+
+#include "platform/Value.h"
+
+namespace twqb {
+
+// Whether identity numbers and passwords of connection strings are replaced by *** (see Masking.h).
+enum class Masking : std::uint8_t { Masked, Unmasked };
+
+class TranscriptWriter {
+ public:
+  // `out` must outlive the writer.
+  explicit TranscriptWriter(std::ostream& out, Masking masking = Masking::Masked);
+  // Replaces the file. Raises `kPathNotFound` when it can't be opened for writing.
+  explicit TranscriptWriter(const std::filesystem::path& file, Masking masking = Masking::Masked);
+  TranscriptWriter(const TranscriptWriter&) = delete;
+  TranscriptWriter& operator=(const TranscriptWriter&) = delete;
+
+  // Writes one event; `fields` is an object whose members follow "seq" and "kind" in their order. Bytes that are no
+  // UTF-8 come out as U+FFFD. A failure to write does not raise, since the run that is recorded must not change by it.
+  void Write(std::string_view kind, const nlohmann::ordered_json& fields);
+
+  // False once a line could not be written.
+  [[nodiscard]] bool Good() const { return out_.good(); }
+
+ private:
+  std::ofstream file_;
+  std::ostream& out_;
+  Masking masking_;
+  std::int64_t seq_ = 0;
+};
+
+// A value as a transcript shows it: NULL is null, a Date `yyyy-mm-ddThh:mm:ss`, Currency a number.
+[[nodiscard]] nlohmann::ordered_json ToJson(const Value& value);
+
+}  // namespace twqb

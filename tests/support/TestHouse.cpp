@@ -1,0 +1,139 @@
+#include "tests/support/TestHouse.h"
+
+#include <fmt/format.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "adapters/companyfile/CompanyFile.h"
+#include "adapters/companyfile/CompanyTransport.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+namespace {
+
+std::string MakeFolder() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "twqb-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  return pattern;
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+// Statements of a schema file end with ";" at a line's end.
+std::vector<std::string> Statements(const std::string& text) {
+  std::vector<std::string> statements;
+  std::string statement;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    if (const auto comment = line.find("--"); comment != std::string::npos) line.erase(comment);
+    while (!line.empty() && line.back() == ' ') line.pop_back();
+    statement += line + "\n";
+    if (line.ends_with(';')) {
+      statements.push_back(std::move(statement));
+      statement.clear();
+    }
+  }
+  return statements;
+}
+
+}  // namespace
+
+TestHouse::TestHouse(HouseOptions options) : TestHouse(std::move(options), MakeFolder()) {}
+
+TestHouse::TestHouse(HouseOptions options, std::string folder)
+    : machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
+              {.now = options.now, .zone = options.zone, .seed = 1}),
+      desk(ParseAnswers(options.answers)),
+      folder_(std::move(folder)),
+      provider_(options.provider) {
+  CreateSqliteDatabase(Path("billing.db"));
+  company::CreateCompanyFile(Path("company.twq"), options.company, machine);
+  quickbooks = std::make_unique<company::CompanyTransportFactory>(Path("company.twq"), machine);
+  connection_ = database.CreateConnection();
+  connection_->SetConnectionString(ConnectString());
+  connection_->Open();
+  Sql("BEGIN");
+  for (const auto& statement : Statements(ReadFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) Sql(statement);
+  Sql("COMMIT");
+}
+
+TestHouse::~TestHouse() {
+  // The library lets go of the seams before they go.
+  Vars() = ModuleVariables{};
+  connection_.reset();
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+Platform TestHouse::Seams() {
+  return {.database = &database, .quickbooks = quickbooks.get(), .desk = &desk, .machine = &machine,
+          .callback = &callback};
+}
+
+void TestHouse::Enter() { Enter(Seams()); }
+
+void TestHouse::Enter(const Platform& platform) {
+  Vars() = ModuleVariables{};
+  Vars().platform = platform;
+  Vars().g_ConnectString = ConnectString();
+  Vars().g_TWSettingsPath = Path("twqb.ini");
+}
+
+std::string TestHouse::ConnectString() const {
+  return fmt::format("Provider={};Data Source={}", provider_, Path("billing.db"));
+}
+
+void TestHouse::Sql(std::string_view statement) { connection_->Execute(statement, nullptr); }
+
+std::string TestHouse::Scalar(std::string_view statement) {
+  const auto rows = connection_->Execute(statement, nullptr);
+  if (rows->Eof()) return "(no row)";
+  const auto value = rows->FieldAt(0);
+  return IsNull(value) ? "NULL" : ToText(value);
+}
+
+std::string TestHouse::Company(std::string_view requests, std::string_view tag) {
+  company::CompanyFile file(Path("company.twq"), machine);
+  return file.Process(fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?><?qbxml version=\"{}\"?><QBXML>"
+                                  "<QBXMLMsgsRq onError=\"continueOnError\">{}</QBXMLMsgsRq></QBXML>",
+                                  tag, requests));
+}
+
+std::string TestHouse::ListIdOf(std::string_view fullName) {
+  const auto answer =
+      Company(fmt::format("<CustomerQueryRq><FullName>{}</FullName></CustomerQueryRq>", fullName));
+  const auto begin = answer.find("<ListID>");
+  if (begin == std::string::npos) return {};
+  const auto from = begin + std::string_view("<ListID>").size();
+  return answer.substr(from, answer.find('<', from) - from);
+}
+
+std::vector<std::string> TestHouse::Log() const {
+  std::vector<std::string> lines;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+    if (!entry.path().filename().string().starts_with("TWQBLog")) continue;
+    std::istringstream text(ReadFile(entry.path()));
+    for (std::string line; std::getline(text, line);) {
+      if (line.ends_with('\r')) line.pop_back();
+      lines.push_back(line);
+    }
+  }
+  return lines;
+}
+
+std::vector<std::string> TestHouse::BoxTexts() const {
+  std::vector<std::string> texts;
+  for (const auto& shown : desk.Boxes()) texts.push_back(shown.box.text);
+  return texts;
+}
+
+}  // namespace twqb
