@@ -1,10 +1,8 @@
 #include "tests/support/TestHouse.h"
 
 #include <fmt/format.h>
-#include <stdlib.h>
 
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "adapters/companyfile/CompanyFile.h"
@@ -14,19 +12,6 @@
 namespace twqb {
 
 namespace {
-
-std::string MakeFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "twqb-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  return pattern;
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
 
 // Statements of a schema file end with ";" at a line's end.
 std::vector<std::string> Statements(const std::string& text) {
@@ -47,13 +32,10 @@ std::vector<std::string> Statements(const std::string& text) {
 
 }  // namespace
 
-TestHouse::TestHouse(HouseOptions options) : TestHouse(std::move(options), MakeFolder()) {}
-
-TestHouse::TestHouse(HouseOptions options, std::string folder)
-    : machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
+TestHouse::TestHouse(HouseOptions options)
+    : machine({.libraryFolder = folder_.Path(), .registryFile = folder_ / "registry.ini"},
               {.now = options.now, .zone = options.zone, .seed = 1}),
       desk(ParseAnswers(options.answers)),
-      folder_(std::move(folder)),
       provider_(options.provider) {
   CreateSqliteDatabase(Path("billing.db"));
   company::CreateCompanyFile(Path("company.twq"), options.company, machine);
@@ -62,7 +44,7 @@ TestHouse::TestHouse(HouseOptions options, std::string folder)
   connection_->SetConnectionString(ConnectString());
   connection_->Open();
   Sql("BEGIN");
-  for (const auto& statement : Statements(ReadFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) Sql(statement);
+  for (const auto& statement : Statements(ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) Sql(statement);
   Sql("COMMIT");
 }
 
@@ -70,8 +52,6 @@ TestHouse::~TestHouse() {
   // The library lets go of the seams before they go.
   Vars() = ModuleVariables{};
   connection_.reset();
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
 }
 
 Platform TestHouse::Seams() {
@@ -119,9 +99,9 @@ std::string TestHouse::ListIdOf(std::string_view fullName) {
 
 std::vector<std::string> TestHouse::Log() const {
   std::vector<std::string> lines;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+  for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
     if (!entry.path().filename().string().starts_with("TWQBLog")) continue;
-    std::istringstream text(ReadFile(entry.path()));
+    std::istringstream text(ReadWholeFile(entry.path().string()));
     for (std::string line; std::getline(text, line);) {
       if (line.ends_with('\r')) line.pop_back();
       lines.push_back(line);

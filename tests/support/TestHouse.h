@@ -13,6 +13,7 @@
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "platform/Platform.h"
+#include "tests/support/Process.h"
 
 namespace twqb {
 
@@ -25,6 +26,8 @@ struct HouseOptions {
 };
 
 class TestHouse {
+  TemporaryFolder folder_;  // first: the machine stands in it
+
  public:
   // Makes an empty BillingDb and an empty company file.
   explicit TestHouse(HouseOptions options = {});
@@ -38,8 +41,8 @@ class TestHouse {
   void Enter(const Platform& platform);
   [[nodiscard]] Platform Seams();
 
-  [[nodiscard]] const std::string& Folder() const { return folder_; }
-  [[nodiscard]] std::string Path(std::string_view name) const { return folder_ + "/" + std::string(name); }
+  [[nodiscard]] const std::string& Folder() const { return folder_.Path(); }
+  [[nodiscard]] std::string Path(std::string_view name) const { return folder_ / std::string(name); }
   [[nodiscard]] std::string ConnectString() const;
 
   // Runs one statement on BillingDb.
@@ -62,8 +65,6 @@ class TestHouse {
   std::unique_ptr<TransportFactory> quickbooks;
 
  private:
-  explicit TestHouse(HouseOptions options, std::string folder);
-  std::string folder_;
   std::string provider_;
   std::unique_ptr<ado::Connection> connection_;
 };

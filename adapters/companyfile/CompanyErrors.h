@@ -1,0 +1,23 @@
+// The numbers that a session with the embedded company file fails with, each with its one text.
+//
+// They are for calls that fail as a whole. What a single request is answered is a status, see Status.h. The number of a
+// document that is refused stands with the other numbers of the house (`error::kParse`).
+#pragma once
+
+#include <string_view>
+
+#include "platform/PlatformError.h"
+
+namespace twqb::company {
+
+inline constexpr ErrorNumber kUnexpected = 0x80040402;        // the storage under the file failed
+inline constexpr ErrorNumber kCannotOpenFile = 0x80040403;    // missing, no company file, or of a newer format
+inline constexpr ErrorNumber kOtherFileOpen = 0x8004040A;     // QuickBooks has another file open
+inline constexpr ErrorNumber kCallOutOfOrder = 0x8004040D;    // no connection, no session, or one too many
+inline constexpr ErrorNumber kOpenInOtherMode = 0x80040410;   // the lock of the file is held in another mode
+inline constexpr ErrorNumber kFileNameRequired = 0x80040416;  // nothing is open and no name was given
+
+// Raises `number` with its text; `detail` follows behind a blank when there is one.
+[[noreturn]] void Raise(ErrorNumber number, std::string_view detail = {});
+
+}  // namespace twqb::company

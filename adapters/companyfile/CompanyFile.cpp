@@ -1,0 +1,38 @@
+#include "adapters/companyfile/CompanyFile.h"
+
+#include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/CompanyStore.h"
+#include "adapters/companyfile/RequestProcessor.h"
+
+namespace twqb::company {
+
+void CreateCompanyFile(const std::string& path, const CompanyOptions& options, Machine& machine) {
+  auto settled = options;
+  if (settled.accepts.empty()) settled.accepts = {options.country};
+  CompanyStore::Create(path, settled, ReadClock(machine).now);
+}
+
+CompanyFile::CompanyFile(const std::string& path, Machine& machine, FileMode mode)
+    : store_(std::make_unique<CompanyStore>(path)), machine_(&machine), mode_(mode) {}
+
+CompanyFile::~CompanyFile() = default;
+CompanyFile::CompanyFile(CompanyFile&&) noexcept = default;
+CompanyFile& CompanyFile::operator=(CompanyFile&&) noexcept = default;
+
+std::string CompanyFile::Process(std::string_view document) {
+  return RequestProcessor(*store_, *machine_, mode_).Process(document, messages::MessageSet::Company);
+}
+
+std::string CompanyFile::ProcessSubscription(std::string_view document) {
+  return RequestProcessor(*store_, *machine_, mode_).Process(document, messages::MessageSet::Subscription);
+}
+
+CompanySummary CompanyFile::Summary() {
+  CompanySummary summary{.options = store_->Options(), .created = store_->Created(), .kinds = {}};
+  for (const auto& kind : ListKinds()) {
+    summary.kinds.push_back({.name = std::string(kind.name), .records = store_->Count(kind)});
+  }
+  return summary;
+}
+
+}  // namespace twqb::company

@@ -1,0 +1,59 @@
+// A company file on disk that answers qbXML as QuickBooks does: text in, text out.
+//
+// It knows nothing of who asks, and takes no lock: sessions with open modes are CompanyTransport's. Several processes
+// may have the same file open; each document is one transaction. It never repairs a wrong request.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/companyfile/CompanyOptions.h"
+#include "platform/machine.h"
+
+namespace twqb::company {
+
+// Makes an empty company file at `path`. Raises, and changes nothing, when something is there already (75) or the
+// folder is missing (76). An empty `options.accepts` becomes the country's own form. `machine` tells the time of
+// making.
+void CreateCompanyFile(const std::string& path, const CompanyOptions& options, Machine& machine);
+
+class CompanyStore;
+
+// What a company file holds.
+struct CompanySummary {
+  struct Kind {
+    std::string name;  // "Customer"
+    std::int64_t records = 0;
+  };
+  CompanyOptions options;
+  std::int64_t created = 0;  // when the file was made: Unix seconds
+  std::vector<Kind> kinds;
+};
+
+class CompanyFile {
+ public:
+  // Opens a company file. Raises 0x80040403 when it is missing, is none, or has a newer format. `machine` must outlive
+  // the object; times and identifiers come from its clock. `mode` is what the host record tells.
+  CompanyFile(const std::string& path, Machine& machine, FileMode mode = FileMode::MultiUser);
+  ~CompanyFile();
+  CompanyFile(CompanyFile&&) noexcept;
+  CompanyFile& operator=(CompanyFile&&) noexcept;
+
+  // Answers a document of requests (UTF-8). What it changed is durable when it returns. Raises 0x80040400 for a
+  // document that is refused as a whole and 0x80040402 when the storage fails; nothing is changed then.
+  [[nodiscard]] std::string Process(std::string_view document);
+  // The same for a document of subscription requests.
+  [[nodiscard]] std::string ProcessSubscription(std::string_view document);
+
+  [[nodiscard]] CompanySummary Summary();
+
+ private:
+  std::unique_ptr<CompanyStore> store_;
+  Machine* machine_;
+  FileMode mode_;
+};
+
+}  // namespace twqb::company

@@ -1,0 +1,53 @@
+#include "adapters/companyfile/HostRequests.h"
+
+#include <fmt/format.h>
+
+#include <string>
+#include <vector>
+
+#include "adapters/companyfile/Forms.h"
+#include "adapters/companyfile/SchemaWalk.h"
+#include "adapters/companyfile/XmlText.h"
+#include "messages/ValueFormat.h"
+
+namespace twqb::company {
+
+namespace {
+
+std::vector<std::string> HostValues(std::string_view field, const CompanyOptions& options, FileMode mode) {
+  if (field == "ProductName") return {fmt::format("QuickBooks Premier Edition {}", options.hostVersion)};
+  if (field == "MajorVersion") return {std::to_string(options.hostVersion)};
+  if (field == "MinorVersion") return {"0"};
+  if (field == "Country") return {std::string(messages::CountryName(options.country))};
+  if (field == "IsAutomaticLogin") return {messages::BoolText(false)};
+  if (field == "QBFileMode") return {mode == FileMode::SingleUser ? "SingleUser" : "MultiUser"};
+  std::vector<std::string> tags;
+  if (field == "SupportedQBXMLVersion") {
+    for (const auto country : options.accepts) {
+      for (const auto version : VersionsOf(country)) tags.push_back(messages::FormTag({country, version}));
+    }
+  }
+  return tags;
+}
+
+}  // namespace
+
+void QueryHost(const CompanyOptions& options, FileMode mode, const messages::Form& form, const Request& request,
+               Response& response) {
+  response.Begin({});
+  const auto& record = request.message->response.front();
+  AppendOpenTag(response.Content(), record.name);
+  ForEachElementRow(record.Children(), [&](const messages::Element& row) {
+    if (!row.KnownIn(form)) return;
+    for (const auto& value : HostValues(row.name, options, mode)) AppendLeaf(response.Content(), row.name, value);
+  });
+  AppendCloseTag(response.Content(), record.name);
+  response.End();
+}
+
+void QuerySubscription(CompanyStore& store, const Request& request, Response& response) {
+  const auto subscriber = ChildText(request.node, "SubscriberID");
+  response.Answer(store.HasSubscription(subscriber) ? Status{} : status::NothingFound());
+}
+
+}  // namespace twqb::company

@@ -1,0 +1,143 @@
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/RecordText.h"
+#include "adapters/companyfile/SchemaWalk.h"
+#include "messages/ValueFormat.h"
+#include "platform/Text.h"
+
+namespace twqb::company {
+
+namespace {
+
+using messages::Element;
+
+// The number of an enumeration's value; nothing when the element is not there.
+template <typename Enumeration>
+std::optional<Enumeration> ReadEnumeration(pugi::xml_node parent, std::span<const Element> rows,
+                                           std::string_view name) {
+  const auto text = ChildText(parent, name);
+  const auto* row = FindRow(rows, name);
+  if (text.empty() || row == nullptr) return std::nullopt;
+  const auto value = std::ranges::find(row->Values(), text, &messages::EnumValue::name);
+  return static_cast<Enumeration>(value->number);
+}
+
+std::span<const Element> RowsInside(std::span<const Element> rows, std::string_view name) {
+  const auto* row = FindRow(rows, name);
+  return row == nullptr ? std::span<const Element>{} : row->Children();
+}
+
+// Standard time whatever its offset says, as all that QuickBooks writes is. A date alone means the day as a whole, so
+// its end where the time is an upper bound.
+enum class Bound : std::uint8_t { Lower, Upper };
+std::optional<std::int64_t> ReadTime(pugi::xml_node parent, std::string_view name, Bound bound,
+                                     const ClockReading& clock) {
+  const auto text = ChildText(parent, name);
+  const auto time = messages::ParseDateTime(text);
+  if (!time) return std::nullopt;
+  auto local = time->local;
+  if (bound == Bound::Upper && messages::ParseDateText(text))
+    local = local.PlusDays(1).PlusMilliseconds(-Date::kSecond);
+  return FromStandardTime(local, clock);
+}
+
+std::optional<std::string> ReadNameKey(pugi::xml_node parent, std::string_view name) {
+  const auto text = ChildText(parent, name);
+  return text.empty() ? std::nullopt : std::optional(NameKey(text));
+}
+
+std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query) {
+  const auto text = ChildText(query, "MaxReturned");
+  if (text.empty()) return std::nullopt;
+  std::int64_t count = 0;
+  const auto digits = text.substr(text.starts_with('+') ? 1 : 0);
+  std::from_chars(digits.data(), digits.data() + digits.size(), count);
+  return std::max<std::int64_t>(count, 0);
+}
+
+RecordFilter ReadFilter(pugi::xml_node query, std::span<const Element> rows, const ClockReading& clock) {
+  RecordFilter filter;
+  filter.maxReturned = ReadMaxReturned(query);
+  filter.activeStatus = ReadEnumeration<ActiveStatus>(query, rows, "ActiveStatus").value_or(ActiveStatus::ActiveOnly);
+  filter.modifiedFrom = ReadTime(query, "FromModifiedDate", Bound::Lower, clock);
+  filter.modifiedTo = ReadTime(query, "ToModifiedDate", Bound::Upper, clock);
+
+  const auto match = ChildElement(query, "NameFilter");
+  const auto matchRows = RowsInside(rows, "NameFilter");
+  if (const auto criterion = ReadEnumeration<MatchCriterion>(match, matchRows, "MatchCriterion")) {
+    const auto text = ChildText(match, "Name");
+    filter.nameMatch = {.criterion = *criterion,
+                        .text = *criterion == MatchCriterion::EndsWith ? NameKey(text) : FoldCase(text)};
+  }
+  const auto range = ChildElement(query, "NameRangeFilter");
+  filter.nameFrom = ReadNameKey(range, "FromName");
+  filter.nameTo = ReadNameKey(range, "ToName");
+
+  const auto balance = ChildElement(query, "TotalBalanceFilter");
+  const auto balanceRows = RowsInside(rows, "TotalBalanceFilter");
+  if (const auto comparison = ReadEnumeration<Comparison>(balance, balanceRows, "Operator")) {
+    filter.totalBalance = {.comparison = *comparison,
+                           .amount = messages::ParseAmount(ChildText(balance, "Amount")).value_or(Currency{})};
+  }
+  return filter;
+}
+
+// The records that are named one by one, each once, in the order of full names.
+struct Named {
+  std::vector<ListRecord> records;
+  std::optional<std::string> missing;  // the first that is not there
+};
+
+template <typename Find>
+void CollectNamed(pugi::xml_node query, std::string_view element, Named& named, const Find& find) {
+  for (const auto node : query.children()) {
+    if (element != node.name()) continue;
+    const std::string_view value = node.text().get();
+    if (auto record = find(value)) {
+      named.records.push_back(std::move(*record));
+    } else if (!named.missing) {
+      named.missing = value;
+    }
+  }
+}
+
+void AnswerNamed(Named named, RecordWriter& writer, Response& response) {
+  std::ranges::sort(named.records, {}, &ListRecord::fullKey);
+  const auto twice = std::ranges::unique(named.records, {}, &ListRecord::listId);
+  named.records.erase(twice.begin(), twice.end());
+  response.Begin(named.missing ? status::QueryIncomplete(*named.missing) : Status{});
+  for (const auto& record : named.records) writer.Append(response.Content(), record);
+  response.End();
+}
+
+}  // namespace
+
+void QueryRecords(const ListContext& context, const Request& request, Response& response) {
+  auto& store = context.store;
+  const auto& kind = context.kind;
+  const auto query = request.node;
+  RecordWriter writer(kind, request.message->response.front(), context.form, context.clock);
+
+  Named named;
+  CollectNamed(query, "ListID", named, [&](std::string_view id) { return store.FindById(kind, id); });
+  CollectNamed(query, "FullName", named,
+               [&](std::string_view name) { return store.FindByFullKey(kind, FullNameKey(name)); });
+  if (!named.records.empty() || named.missing) return AnswerNamed(std::move(named), writer, response);
+
+  store.ForEach(kind, ReadFilter(query, request.message->request, context.clock), [&](const ListRecord& record) {
+    if (!response.HasBegun()) response.Begin({});
+    writer.Append(response.Content(), record);
+  });
+  if (response.HasBegun()) {
+    response.End();
+  } else {
+    response.Answer(status::NothingFound());
+  }
+}
+
+}  // namespace twqb::company

@@ -1,0 +1,28 @@
+// One record of a list, as the company file keeps it: the fields that rules work on, and the rest as it goes out.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Currency.h"
+
+namespace twqb::company {
+
+struct ListRecord {
+  std::string listId;
+  std::string parentId;        // empty at the top
+  std::string parentFullName;  // read only: it is the parent's to change
+  std::string name;
+  std::string fullName;
+  std::string fullKey;  // see FullNameKey
+  int sublevel = 0;     // 0 at the top
+  bool active = true;
+  std::int64_t created = 0;   // Unix seconds
+  std::int64_t modified = 0;  // Unix seconds
+  std::int64_t editSequence = 0;
+  Currency balance;       // without its children
+  Currency totalBalance;  // with them
+  std::string body;       // all other fields: elements as in the answer, in the order of the union of all forms
+};
+
+}  // namespace twqb::company

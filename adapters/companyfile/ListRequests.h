@@ -1,0 +1,28 @@
+// Add, Mod and Query of list records, the same for every kind: what differs is in the kind's description and in the
+// rows of its messages.
+//
+// A request that is refused has changed nothing: every check comes before the first change.
+#pragma once
+
+#include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/CompanyStore.h"
+#include "adapters/companyfile/ListKind.h"
+#include "adapters/companyfile/Response.h"
+#include "messages/Schema.h"
+
+namespace twqb::company {
+
+// What a request is carried out against.
+struct ListContext {
+  CompanyStore& store;
+  const ListKind& kind;
+  const messages::Form& form;
+  const ClockReading& clock;
+};
+
+// Each writes its whole answer. The request has passed the checks of its rows.
+void AddRecord(const ListContext& context, const Request& request, Response& response);
+void ModifyRecord(const ListContext& context, const Request& request, Response& response);
+void QueryRecords(const ListContext& context, const Request& request, Response& response);
+
+}  // namespace twqb::company

@@ -1,0 +1,134 @@
+#include "adapters/companyfile/RequestProcessor.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/XmlText.h"
+
+namespace twqb::company {
+
+namespace {
+
+using messages::Country;
+
+enum class Verb : std::uint8_t { QueryHost, QuerySubscription, Add, Modify, Query };
+
+struct Operation {
+  Verb verb;
+  const ListKind* kind = nullptr;  // of a list request
+  [[nodiscard]] bool Writes() const { return verb == Verb::Add || verb == Verb::Modify; }
+};
+
+struct VerbName {
+  std::string_view name;
+  Verb verb;
+};
+constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", Verb::Modify},
+                                   VerbName{"Query", Verb::Query}};
+
+// Nothing for a message that is published but that this file does not carry out.
+std::optional<Operation> FindOperation(const messages::Message& message) {
+  if (message.name == "HostQuery") return Operation{Verb::QueryHost};
+  if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
+  for (const auto& kind : ListKinds()) {
+    if (!message.name.starts_with(kind.name)) continue;
+    const auto rest = message.name.substr(kind.name.size());
+    const auto* verb = std::ranges::find(kListVerbs, rest, &VerbName::name);
+    if (verb != kListVerbs.end()) return Operation{verb->verb, &kind};
+  }
+  return std::nullopt;
+}
+
+bool Accepts(const CompanyOptions& options, Country country) {
+  return std::ranges::find(options.accepts, country) != options.accepts.end();
+}
+
+// Australia's form is that of the host query and of nothing else: all its other requests come in the US form.
+bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
+  if (verb == Verb::QueryHost) return Accepts(options, country);
+  if (country == Country::AU) return false;
+  return Accepts(options, country) || (country == Country::US && Accepts(options, Country::AU));
+}
+
+[[noreturn]] void RefuseForm(const RequestSet& set, std::string_view what) {
+  RefuseDocument(fmt::format("This company data file does not take {} in the message version \"{}\".", what,
+                             messages::FormTag(set.GetForm())));
+}
+
+bool WritesAnything(const RequestSet& set) {
+  return std::ranges::any_of(set.Requests(), [](const Request& request) {
+    const auto operation = FindOperation(*request.message);
+    return operation && operation->Writes();
+  });
+}
+
+}  // namespace
+
+std::string RequestProcessor::Process(std::string_view document, messages::MessageSet kind) {
+  const RequestSet set(document, kind);
+  CheckRequests(set);
+
+  const auto setName = std::string(SetName(kind)) + "Rs";
+  std::string answer = "<?xml version=\"1.0\" ?>";
+  AppendOpenTag(answer, "QBXML");
+  AppendOpenTag(answer, setName);
+  {
+    using Purpose = SqliteTransaction::Purpose;
+    auto transaction = store_.Begin(WritesAnything(set) ? Purpose::Write : Purpose::Read);
+    bool stopped = false;
+    for (const auto& request : set.Requests()) {
+      Response response(answer, request);
+      if (stopped) {
+        response.Answer(status::NotProcessed());
+      } else if (request.problem) {
+        response.Answer(status::OfProblem(*request.problem));
+      } else {
+        Carry(set.GetForm(), request, response);
+      }
+      stopped = stopped || (response.Failed() && set.GetOnError() == OnError::Stop);
+    }
+    transaction.Commit();
+  }
+  AppendCloseTag(answer, setName);
+  AppendCloseTag(answer, "QBXML");
+  return answer;
+}
+
+void RequestProcessor::CheckRequests(const RequestSet& set) const {
+  const auto country = set.GetForm().country;
+  // A set without requests is taken in any form that one with requests could have.
+  if (set.Requests().empty() && !Accepts(store_.Options(), country, Verb::Query) &&
+      !Accepts(store_.Options(), country, Verb::QueryHost)) {
+    RefuseForm(set, "an empty set");
+  }
+  for (const auto& request : set.Requests()) {
+    const auto operation = FindOperation(*request.message);
+    if (!operation) RefuseDocument(fmt::format("The request {} is not known.", request.message->RequestName()));
+    if (!Accepts(store_.Options(), country, operation->verb)) RefuseForm(set, request.message->RequestName());
+  }
+}
+
+void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
+  const auto operation = FindOperation(*request.message);
+  if (operation->verb == Verb::QueryHost) return QueryHost(store_.Options(), mode_, form, request, response);
+  if (operation->verb == Verb::QuerySubscription) return QuerySubscription(store_, request, response);
+
+  const auto clock = ReadClock(machine_);
+  const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
+  switch (operation->verb) {
+    case Verb::Add:
+      return AddRecord(context, request, response);
+    case Verb::Modify:
+      return ModifyRecord(context, request, response);
+    default:
+      return QueryRecords(context, request, response);
+  }
+}
+
+}  // namespace twqb::company

@@ -1,0 +1,192 @@
+#include "adapters/companyfile/RequestSet.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "adapters/companyfile/Forms.h"
+#include "adapters/companyfile/SchemaWalk.h"
+#include "adapters/companyfile/WellFormedXml.h"
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+
+namespace twqb::company {
+
+namespace {
+
+using messages::MessageSet;
+
+// The published messages are a fourth of this deep.
+constexpr std::size_t kMaxDepth = 32;
+constexpr std::string_view kRoot = "QBXML";
+constexpr std::string_view kBlanks = " \t\r\n";
+
+bool IsBlank(std::string_view text) { return text.find_first_not_of(kBlanks) == std::string_view::npos; }
+
+bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
+bool IsText(pugi::xml_node node) { return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata; }
+
+bool HasElements(pugi::xml_node node) { return static_cast<bool>(node.find_child(IsElement)); }
+
+// Text where only elements may stand.
+void RefuseStrayText(pugi::xml_node node) {
+  for (const auto child : node.children()) {
+    if (IsText(child) && !IsBlank(child.value())) RefuseDocument(fmt::format("There is text inside {}.", node.name()));
+  }
+}
+
+// Comments and CDATA cut the text of an element in pieces: makes one of them, so that it reads as a whole.
+void JoinText(pugi::xml_node leaf) {
+  if (!leaf.first_child().next_sibling()) return;
+  std::string text;
+  for (const auto child : leaf.children()) {
+    if (IsText(child)) text += child.value();
+  }
+  leaf.remove_children();
+  leaf.append_child(pugi::node_pcdata).set_value(text.c_str());
+}
+
+void TidyContent(pugi::xml_node node) {
+  for (auto child : node.children()) {
+    if (!IsElement(child)) continue;
+    if (child.first_attribute()) {
+      RefuseDocument(fmt::format("The element {} has an attribute {}.", child.name(), child.first_attribute().name()));
+    }
+    if (HasElements(child)) {
+      TidyContent(child);
+    } else {
+      JoinText(child);
+    }
+  }
+  RefuseStrayText(node);
+}
+
+// An aggregate that holds text and no elements is not seen by the check of elements.
+void RefuseTextInAggregates(pugi::xml_node node, std::span<const messages::Element> rows) {
+  for (const auto child : node.children()) {
+    const auto* row = IsElement(child) ? FindRow(rows, child.name()) : nullptr;
+    if (row == nullptr || row->type != messages::Type::Aggregate) continue;
+    RefuseStrayText(child);
+    RefuseTextInAggregates(child, row->Children());
+  }
+}
+
+// The tag in `version="3.0"`; empty when the text is not that.
+std::string_view VersionTag(std::string_view text) {
+  const auto skipBlanks = [&text] { text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size())); };
+  const auto skip = [&text](std::string_view expected) {
+    const bool there = text.starts_with(expected);
+    if (there) text.remove_prefix(expected.size());
+    return there;
+  };
+  skipBlanks();
+  if (!skip("version")) return {};
+  skipBlanks();
+  if (!skip("=")) return {};
+  skipBlanks();
+  const auto quote = text.substr(0, 1);
+  if ((quote != "\"" && quote != "'") || !skip(quote)) return {};
+  const auto end = text.find(quote);
+  if (end == std::string_view::npos || !IsBlank(text.substr(end + 1))) return {};
+  return text.substr(0, end);
+}
+
+// What a status of the request tells; everything else refuses the document.
+bool IsToldByStatus(messages::ProblemKind kind) {
+  return kind != messages::ProblemKind::UnexpectedElement && kind != messages::ProblemKind::MalformedValue;
+}
+
+}  // namespace
+
+std::string_view SetName(MessageSet kind) {
+  return kind == MessageSet::Company ? "QBXMLMsgs" : "QBXMLSubscriptionMsgs";
+}
+
+void RefuseDocument(std::string_view detail) {
+  throw PlatformError(error::kParse, fmt::format("{} {}", ErrorText(error::kParse), detail));
+}
+
+RequestSet::RequestSet(std::string_view document, MessageSet kind) {
+  if (const auto fault = FindXmlFault(document, kMaxDepth)) RefuseDocument(*fault);
+  constexpr unsigned kFlags = pugi::parse_minimal | pugi::parse_pi | pugi::parse_cdata | pugi::parse_escapes |
+                              pugi::parse_eol | pugi::parse_wconv_attribute | pugi::parse_ws_pcdata_single;
+  const auto parsed = document_.load_buffer(document.data(), document.size(), kFlags, pugi::encoding_utf8);
+  if (!parsed) RefuseDocument(parsed.description());
+  ReadForm();
+  const auto set = ReadSet(kind);
+  for (const auto node : set.children()) {
+    if (IsElement(node)) ReadRequest(node, kind);
+  }
+}
+
+void RequestSet::ReadForm() {
+  bool found = false;
+  for (const auto node : document_.children()) {
+    if (IsElement(node)) break;
+    if (node.type() != pugi::node_pi || node.name() != std::string_view("qbxml")) continue;
+    const auto tag = VersionTag(node.value());
+    const auto form = messages::FormFromTag(tag);
+    // The tag has one spelling: neither "us3.0" nor "03.0".
+    if (found || !form || messages::FormTag(*form) != tag || !IsPublished(*form)) {
+      RefuseDocument(fmt::format("The message version \"{}\" is not known.", tag));
+    }
+    form_ = *form;
+    found = true;
+  }
+  if (!found) RefuseDocument("The line with the message version is missing.");
+}
+
+pugi::xml_node RequestSet::ReadSet(MessageSet kind) {
+  const auto root = document_.document_element();
+  const auto set = root.find_child(IsElement);
+  const auto expected = std::string(SetName(kind)) + "Rq";
+  if (root.name() != kRoot || root.first_attribute()) RefuseDocument("The root element is not QBXML.");
+  if (set.name() != expected) RefuseDocument(fmt::format("There is no {} in the document.", expected));
+  for (auto next = set.next_sibling(); next; next = next.next_sibling()) {
+    if (IsElement(next)) RefuseDocument(fmt::format("The element {} is not expected.", next.name()));
+  }
+  RefuseStrayText(root);
+  RefuseStrayText(set);
+
+  // Subscriptions need not say it: they are carried out one by one, whatever the others come to.
+  bool found = kind == MessageSet::Subscription;
+  if (found) onError_ = OnError::Continue;
+  for (const auto attribute : set.attributes()) {
+    const std::string_view value = attribute.value();
+    if (attribute.name() != std::string_view("onError") || (value != "stopOnError" && value != "continueOnError")) {
+      RefuseDocument(fmt::format("{}=\"{}\" is not known on {}.", attribute.name(), value, expected));
+    }
+    onError_ = value == "continueOnError" ? OnError::Continue : OnError::Stop;
+    found = true;
+  }
+  if (!found) RefuseDocument("The attribute onError is missing.");
+  return set;
+}
+
+void RequestSet::ReadRequest(pugi::xml_node node, MessageSet kind) {
+  const std::string_view name = node.name();
+  const auto* message = messages::FindMessage(name);
+  if (message == nullptr || !name.ends_with("Rq") || message->set != kind || form_.version < message->since) {
+    RefuseDocument(fmt::format("The request {} is not known.", name));
+  }
+  for (const auto attribute : node.attributes()) {
+    if (attribute.name() != std::string_view("requestID")) {
+      RefuseDocument(fmt::format("The attribute {} is not known on {}.", attribute.name(), name));
+    }
+  }
+  TidyContent(node);
+  Request request{.message = message, .node = node, .problem = {}};
+  for (auto& problem : messages::Validate(node, message->request, form_)) {
+    if (!IsToldByStatus(problem.kind)) {
+      RefuseDocument(
+          problem.value.empty()
+              ? fmt::format("The element {} in {} is not expected or has no value.", problem.field, name)
+              : fmt::format("The value \"{}\" of {} in {} is not valid.", problem.value, problem.field, name));
+    }
+    if (!request.problem) request.problem = std::move(problem);
+  }
+  RefuseTextInAggregates(node, message->request);
+  requests_.push_back(std::move(request));
+}
+
+}  // namespace twqb::company

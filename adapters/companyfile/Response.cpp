@@ -1,0 +1,26 @@
+#include "adapters/companyfile/Response.h"
+
+#include "adapters/companyfile/XmlText.h"
+
+namespace twqb::company {
+
+void Response::Begin(const Status& status) {
+  constexpr const char* kRequestId = "requestID";
+  out_.append("<").append(request_.message->ResponseName());
+  if (const auto id = request_.node.attribute(kRequestId)) AppendAttribute(out_, kRequestId, id.value());
+  AppendAttribute(out_, "statusCode", std::to_string(status.code));
+  AppendAttribute(out_, "statusSeverity", Severity(status));
+  AppendAttribute(out_, "statusMessage", status.message);
+  out_.append(">");
+  begun_ = true;
+  failed_ = IsError(status);
+}
+
+void Response::End() { AppendCloseTag(out_, request_.message->ResponseName()); }
+
+void Response::Answer(const Status& status) {
+  Begin(status);
+  End();
+}
+
+}  // namespace twqb::company

@@ -1,0 +1,112 @@
+#include "adapters/companyfile/Sqlite.h"
+
+#include <sqlite3.h>
+
+#include "adapters/companyfile/CompanyErrors.h"
+
+namespace twqb::company {
+
+namespace {
+
+// How long a call waits for another process that is writing.
+constexpr int kBusyMilliseconds = 10'000;
+
+void Check(sqlite3* database, bool ok) {
+  if (!ok) Raise(kUnexpected, sqlite3_errmsg(database));
+}
+
+void Bind(sqlite3* database, sqlite3_stmt* statement, int index, const SqlValue& value) {
+  int result = SQLITE_OK;
+  if (const auto* number = std::get_if<std::int64_t>(&value)) {
+    result = sqlite3_bind_int64(statement, index, *number);
+  } else if (const auto* text = std::get_if<std::string_view>(&value)) {
+    // An empty view may have no data at all, which would bind NULL.
+    result = sqlite3_bind_text64(statement, index, text->empty() ? "" : text->data(), text->size(),
+                                 SQLITE_TRANSIENT,  // NOLINT: the engine's own constant
+                                 SQLITE_UTF8);
+  } else {
+    result = sqlite3_bind_null(statement, index);
+  }
+  Check(database, result == SQLITE_OK);
+}
+
+}  // namespace
+
+bool SqliteRows::Next() {
+  const int result = sqlite3_step(statement_.get());
+  Check(database_, result == SQLITE_ROW || result == SQLITE_DONE);
+  return result == SQLITE_ROW;
+}
+
+std::string SqliteRows::Text(int column) const {
+  const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_.get(), column));
+  if (bytes == nullptr) return {};
+  return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
+}
+
+std::int64_t SqliteRows::Integer(int column) const { return sqlite3_column_int64(statement_.get(), column); }
+
+void SqliteRows::Reset::operator()(sqlite3_stmt* statement) const {
+  sqlite3_reset(statement);
+  sqlite3_clear_bindings(statement);
+}
+
+void SqliteDatabase::Close::operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+
+void SqliteDatabase::Finalize::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+
+SqliteDatabase::SqliteDatabase(const std::string& path) {
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  database_.reset(opened);
+  Check(opened, result == SQLITE_OK);
+  sqlite3_busy_timeout(opened, kBusyMilliseconds);
+}
+
+SqliteRows SqliteDatabase::Query(std::string_view sql, std::span<const SqlValue> values) {
+  auto found = statements_.find(sql);
+  if (found == statements_.end()) {
+    sqlite3_stmt* prepared = nullptr;
+    const int result =
+        sqlite3_prepare_v2(database_.get(), sql.data(), static_cast<int>(sql.size()), &prepared, nullptr);
+    Check(database_.get(), result == SQLITE_OK);
+    found = statements_.emplace(std::string(sql), prepared).first;
+  }
+  SqliteRows rows(database_.get(), found->second.get());
+  int index = 0;
+  for (const auto& value : values) Bind(database_.get(), found->second.get(), ++index, value);
+  return rows;
+}
+
+SqliteRows SqliteDatabase::Query(std::string_view sql, std::initializer_list<SqlValue> values) {
+  return Query(sql, std::span(values.begin(), values.size()));
+}
+
+void SqliteDatabase::Execute(std::string_view sql, std::initializer_list<SqlValue> values) {
+  auto rows = Query(sql, values);
+  while (rows.Next()) {
+  }
+}
+
+void SqliteDatabase::RunScript(const std::string& sql) {
+  Check(database_.get(), sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
+}
+
+bool SqliteDatabase::InTransaction() const { return sqlite3_get_autocommit(database_.get()) == 0; }
+
+SqliteTransaction::SqliteTransaction(SqliteDatabase& database, Purpose purpose) : database_(database) {
+  database_.Execute(purpose == Purpose::Write ? "BEGIN IMMEDIATE" : "BEGIN");
+}
+
+SqliteTransaction::~SqliteTransaction() {
+  if (!database_.InTransaction()) return;
+  try {
+    database_.Execute("ROLLBACK");
+  } catch (const PlatformError&) {
+    // The engine rolls back by itself when the next one opens the file.
+  }
+}
+
+void SqliteTransaction::Commit() { database_.Execute("COMMIT"); }
+
+}  // namespace twqb::company

@@ -1,0 +1,90 @@
+#include "adapters/companyfile/Status.h"
+
+#include <fmt/format.h>
+
+namespace twqb::company {
+
+namespace {
+
+constexpr int kFirstWarning = 500;
+constexpr int kFirstError = 1000;
+
+}  // namespace
+
+std::string_view Severity(const Status& status) {
+  if (status.code < kFirstWarning) return "Info";
+  return IsError(status) ? "Error" : "Warn";
+}
+
+bool IsError(const Status& status) { return status.code >= kFirstError; }
+
+namespace status {
+
+Status NothingFound() { return {1, "A query request did not find a matching object in QuickBooks"}; }
+
+Status QueryIncomplete(std::string_view value) {
+  return {500, fmt::format("The query request has not been fully completed. There was a required element (\"{}\") that "
+                           "could not be found in QuickBooks.",
+                           value)};
+}
+
+Status ColonInName(std::string_view name) {
+  return {3090, fmt::format("There was an error when storing \"{}\" in the \"name\" field. QuickBooks error message: "
+                            "Names in this list cannot contain a colon.",
+                            name)};
+}
+
+Status NameInUse(std::string_view name) {
+  return {3100, fmt::format("The name \"{}\" of the list element is already in use.", name)};
+}
+
+Status ObjectNotFound(std::string_view id) {
+  return {3120, fmt::format("Object \"{}\" specified in the request cannot be found. QuickBooks error message: {}", id,
+                            kNoSuchRecord)};
+}
+
+Status BadParent(std::string_view parent, std::string_view kind, std::string_view reason) {
+  return {3130,
+          fmt::format("There is an invalid reference to a parent \"{}\" in the {} list. QuickBooks error message: {}",
+                      parent, kind, reason)};
+}
+
+Status BadReference(std::string_view reference, std::string_view value, std::string_view kind) {
+  constexpr std::string_view kSuffix = "Ref";
+  if (reference.ends_with(kSuffix)) reference.remove_suffix(kSuffix.size());
+  return {3140,
+          fmt::format("There is an invalid reference to QuickBooks {} \"{}\" in the {}. QuickBooks error message: {}",
+                      reference, value, kind, kNoSuchRecord)};
+}
+
+Status MissingElement(std::string_view element) {
+  return {3150, fmt::format("There is a missing element: \"{}\".", element)};
+}
+
+Status EditSequenceOutOfDate(std::string_view given) {
+  return {3200, fmt::format("The provided edit sequence \"{}\" is out-of-date.", given)};
+}
+
+Status NotProcessed() { return {3231, "The request has not been processed."}; }
+
+Status OfProblem(const messages::Problem& problem) {
+  switch (problem.kind) {
+    case messages::ProblemKind::MalformedId:
+      return {3000,
+              fmt::format("The given object ID \"{}\" in the field \"{}\" is invalid.", problem.value, problem.field)};
+    case messages::ProblemKind::MalformedAmount:
+      return {3040, fmt::format("There was an error when converting the amount \"{}\" in the field \"{}\".",
+                                problem.value, problem.field)};
+    case messages::ProblemKind::TooLong:
+      return {3070, fmt::format("The string \"{}\" in the field \"{}\" is too long.", problem.value, problem.field)};
+    case messages::ProblemKind::MissingElement:
+    case messages::ProblemKind::UnexpectedElement:
+    case messages::ProblemKind::MalformedValue:
+      break;
+  }
+  return MissingElement(problem.field);
+}
+
+}  // namespace status
+
+}  // namespace twqb::company

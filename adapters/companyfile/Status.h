@@ -1,0 +1,50 @@
+// What a request is answered: a code and its message. One function for each status that the company file gives, so that
+// the wording of a code stands in one place.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "messages/Validation.h"
+
+namespace twqb::company {
+
+struct Status {
+  int code = 0;
+  std::string message = "Status OK";
+};
+
+// "Info" up to 499, "Warn" up to 999, "Error" above.
+[[nodiscard]] std::string_view Severity(const Status& status);
+[[nodiscard]] bool IsError(const Status& status);
+
+namespace status {
+
+// 1: a query found nothing.
+[[nodiscard]] Status NothingFound();
+// 500: a query by identifier or name, of which `value` is not there.
+[[nodiscard]] Status QueryIncomplete(std::string_view value);
+// 3090
+[[nodiscard]] Status ColonInName(std::string_view name);
+// 3100
+[[nodiscard]] Status NameInUse(std::string_view name);
+// 3120
+[[nodiscard]] Status ObjectNotFound(std::string_view id);
+// 3130: the parent is not there, or can't take the record. `reason` is a sentence of its own.
+[[nodiscard]] Status BadParent(std::string_view parent, std::string_view kind, std::string_view reason);
+// 3140: `value` names no record of the list that the field `reference` of a `kind` refers to.
+[[nodiscard]] Status BadReference(std::string_view reference, std::string_view value, std::string_view kind);
+// 3150
+[[nodiscard]] Status MissingElement(std::string_view element);
+// 3200
+[[nodiscard]] Status EditSequenceOutOfDate(std::string_view given);
+// 3231: an earlier request stopped the set.
+[[nodiscard]] Status NotProcessed();
+// 3000, 3040, 3070 or 3150, by the kind of problem. Not for problems that refuse the whole document.
+[[nodiscard]] Status OfProblem(const messages::Problem& problem);
+
+}  // namespace status
+
+inline constexpr std::string_view kNoSuchRecord = "Invalid argument. The specified record does not exist in the list.";
+
+}  // namespace twqb::company

@@ -1,0 +1,227 @@
+#include "adapters/companyfile/WellFormedXml.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <vector>
+
+#include "platform/Text.h"
+
+namespace twqb::company {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kWhiteSpace = " \t\r\n";
+constexpr std::array<std::string_view, 5> kEntities = {"lt", "gt", "amp", "quot", "apos"};
+
+struct Fault {
+  std::string text;
+};
+
+[[noreturn]] void Fail(std::string text) { throw Fault{std::move(text)}; }
+
+bool IsWhiteSpace(char c) { return kWhiteSpace.find(c) != std::string_view::npos; }
+
+// Beyond ASCII every character is taken: no published name has one.
+bool IsNameStart(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+bool IsNameCharacter(char c) { return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+
+bool IsXmlCharacter(std::uint32_t c) {
+  return c == '\t' || c == '\n' || c == '\r' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
+         (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+class Scanner {
+ public:
+  Scanner(std::string_view text, std::size_t maxDepth) : text_(text), maxDepth_(maxDepth) {}
+
+  void ScanDocument() {
+    CheckCharacters();
+    if (text_.starts_with(kByteOrderMark)) text_.remove_prefix(kByteOrderMark.size());
+    if (text_.starts_with("<?xml") && text_.size() > 5 && IsWhiteSpace(text_[5])) ScanDeclaration();
+    while (at_ < text_.size()) {
+      ScanText();
+      if (at_ < text_.size()) ScanMarkup();
+    }
+    if (!open_.empty()) Fail(fmt::format("The element {} is not closed.", open_.back()));
+    if (!rootSeen_) Fail("There is no root element.");
+  }
+
+ private:
+  void CheckCharacters() const {
+    if (!IsUtf8(text_)) Fail("The text is not well-formed UTF-8.");
+    for (const char c : text_) {
+      if (static_cast<unsigned char>(c) < 0x20 && !IsWhiteSpace(c)) Fail("There is a control character in the text.");
+    }
+    if (text_.find("\xEF\xBF\xBE") != std::string_view::npos || text_.find("\xEF\xBF\xBF") != std::string_view::npos) {
+      Fail("There is a character in the text that XML does not have.");
+    }
+  }
+
+  void ScanDeclaration() {
+    Skip("<?xml");
+    const auto attributes = ScanAttributes();
+    if (!Skip("?>")) Fail("The XML declaration is not closed.");
+    if (attributes.empty() || attributes[0].name != "version" || attributes[0].value != "1.0") {
+      Fail("The XML declaration does not name version 1.0.");
+    }
+    for (std::size_t i = 1; i < attributes.size(); ++i) {
+      if (attributes[i].name != "encoding" && attributes[i].name != "standalone") {
+        Fail(fmt::format("The XML declaration does not know {}.", attributes[i].name));
+      }
+    }
+  }
+
+  // Up to the next markup.
+  void ScanText() {
+    const auto text = Take(std::min(text_.find('<', at_), text_.size()) - at_);
+    if (open_.empty()) {
+      if (!std::ranges::all_of(text, IsWhiteSpace)) Fail("There is text outside the root element.");
+      return;
+    }
+    if (text.find("]]>") != std::string_view::npos) Fail("The text holds \"]]>\".");
+    CheckReferences(text);
+  }
+
+  void ScanMarkup() {
+    if (Skip("<!--")) {
+      static_cast<void>(TakeUpTo("--", "A comment"));
+      if (!Skip(">")) Fail("A comment holds \"--\".");
+    } else if (Skip("<![CDATA[")) {
+      if (open_.empty()) Fail("There is text outside the root element.");
+      static_cast<void>(TakeUpTo("]]>", "A CDATA section"));
+    } else if (text_.substr(at_).starts_with("<!")) {
+      Fail("Document type declarations are not accepted.");
+    } else if (Skip("<?")) {
+      const auto name = ScanName();
+      if (SameName(name, "xml")) Fail("The XML declaration does not stand at the beginning.");
+      if (!AtWhiteSpace() && !text_.substr(at_).starts_with("?>")) Fail("A processing instruction has no name.");
+      static_cast<void>(TakeUpTo("?>", "A processing instruction"));
+    } else if (Skip("</")) {
+      const auto name = ScanName();
+      SkipWhiteSpace();
+      if (!Skip(">")) Fail(fmt::format("The end tag {} is not closed.", name));
+      if (open_.empty() || open_.back() != name) Fail(fmt::format("The end tag {} has no start tag.", name));
+      open_.pop_back();
+    } else {
+      ScanStartTag();
+    }
+  }
+
+  void ScanStartTag() {
+    Skip("<");
+    const auto name = ScanName();
+    if (open_.empty() && rootSeen_) Fail("There is more than one root element.");
+    rootSeen_ = true;
+    static_cast<void>(ScanAttributes());
+    if (open_.size() >= maxDepth_) Fail("The elements are nested too deep.");
+    if (Skip("/>")) return;
+    if (!Skip(">")) Fail(fmt::format("The start tag {} is not closed.", name));
+    open_.push_back(name);
+  }
+
+  struct Attribute {
+    std::string_view name;
+    std::string_view value;
+  };
+  std::vector<Attribute> ScanAttributes() {
+    std::vector<Attribute> attributes;
+    while (AtWhiteSpace()) {
+      SkipWhiteSpace();
+      if (at_ >= text_.size() || !IsNameStart(text_[at_])) break;
+      const auto name = ScanName();
+      SkipWhiteSpace();
+      if (!Skip("=")) Fail(fmt::format("The attribute {} has no value.", name));
+      SkipWhiteSpace();
+      const auto quote = text_.substr(at_, 1);
+      if (quote != "\"" && quote != "'") Fail(fmt::format("The value of the attribute {} has no quotes.", name));
+      ++at_;
+      const auto value = TakeUpTo(quote, "An attribute");
+      if (value.find('<') != std::string_view::npos) Fail(fmt::format("The attribute {} holds a \"<\".", name));
+      CheckReferences(value);
+      if (std::ranges::any_of(attributes, [name](const Attribute& other) { return other.name == name; })) {
+        Fail(fmt::format("The attribute {} is there twice.", name));
+      }
+      attributes.push_back({name, value});
+    }
+    return attributes;
+  }
+
+  static void CheckReferences(std::string_view text) {
+    for (auto at = text.find('&'); at != std::string_view::npos; at = text.find('&', at + 1)) {
+      const auto end = text.find(';', at);
+      if (end == std::string_view::npos || !IsReference(text.substr(at + 1, end - at - 1))) {
+        Fail("There is a \"&\" that begins no known reference.");
+      }
+    }
+  }
+
+  static bool IsReference(std::string_view name) {
+    if (!name.starts_with('#')) return std::ranges::find(kEntities, name) != kEntities.end();
+    name.remove_prefix(1);
+    const int base = name.starts_with('x') ? 16 : 10;
+    if (base == 16) name.remove_prefix(1);
+    std::uint32_t character = 0;
+    const auto read = std::from_chars(name.data(), name.data() + name.size(), character, base);
+    return read.ec == std::errc{} && read.ptr == name.data() + name.size() && IsXmlCharacter(character);
+  }
+
+  std::string_view ScanName() {
+    std::size_t end = at_;
+    while (end < text_.size() && (end == at_ ? IsNameStart(text_[end]) : IsNameCharacter(text_[end]))) ++end;
+    if (end == at_) Fail("There is a tag without a name.");
+    return Take(end - at_);
+  }
+
+  std::string_view Take(std::size_t count) {
+    const auto taken = text_.substr(at_, count);
+    at_ += count;
+    return taken;
+  }
+
+  // Moves behind `end`; answers what stood before it.
+  std::string_view TakeUpTo(std::string_view end, std::string_view what) {
+    const auto found = text_.find(end, at_);
+    if (found == std::string_view::npos) Fail(fmt::format("{} is not closed.", what));
+    const auto taken = Take(found - at_);
+    at_ += end.size();
+    return taken;
+  }
+
+  bool Skip(std::string_view expected) {
+    if (!text_.substr(at_).starts_with(expected)) return false;
+    at_ += expected.size();
+    return true;
+  }
+
+  [[nodiscard]] bool AtWhiteSpace() const { return at_ < text_.size() && IsWhiteSpace(text_[at_]); }
+  void SkipWhiteSpace() {
+    while (AtWhiteSpace()) ++at_;
+  }
+
+  std::string_view text_;
+  std::size_t maxDepth_;
+  std::size_t at_ = 0;
+  bool rootSeen_ = false;
+  std::vector<std::string_view> open_;
+};
+
+}  // namespace
+
+std::optional<std::string> FindXmlFault(std::string_view text, std::size_t maxDepth) {
+  try {
+    Scanner(text, maxDepth).ScanDocument();
+  } catch (const Fault& fault) {
+    return fault.text;
+  }
+  return std::nullopt;
+}
+
+}  // namespace twqb::company

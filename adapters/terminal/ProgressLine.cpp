@@ -1,0 +1,118 @@
+#include "adapters/terminal/ProgressLine.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "adapters/terminal/TextLayout.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenPaints{50};
+constexpr std::string_view kClearToEnd = "\x1b[K";
+constexpr std::string_view kBeforeEstimate = " --> ";
+constexpr std::string_view kGap = "  ";
+
+constexpr std::size_t kLongestBar = 20;
+constexpr std::size_t kShortestBar = 5;
+// Kept free beside action and bar: brackets, per cent, position with estimate, the start of the record, gaps. It does
+// not follow the texts in hand, or the bar would jump with each record.
+constexpr std::size_t kBesideBar = 2 + 4 + 18 + 12 + 4 * kGap.size();
+
+std::string Bar(std::size_t cells, int percent) {
+  const auto done = cells * static_cast<std::size_t>(percent) / 100;
+  return fmt::format("[{:#<{}}{:-<{}}] {:>3}%", "", done, "", cells - done, percent);
+}
+
+std::size_t BarCells(std::size_t width, std::size_t actionColumns) {
+  const auto taken = actionColumns + kBesideBar;
+  return std::clamp(width > taken ? width - taken : 0, kShortestBar, kLongestBar);
+}
+
+}  // namespace
+
+std::string FormatProgressLine(const MsgFormState& state, std::size_t width) {
+  auto line = OneLine(state.lblItem);
+  const auto add = [&line](std::string_view part) {
+    if (!line.empty() && !part.empty()) line += kGap;
+    line += part;
+  };
+  add(Bar(BarCells(width, ColumnCount(line)), std::clamp(state.pbconv, 0, 100)));
+  add(OneLine(state.txtProg));
+  add(OneLine(state.Text1));
+  return TrimToColumns(line, width);
+}
+
+void ProgressPainter::Begin(const MsgFormState& state) {
+  const bool sameAction = state_ && state_->lblItem == state.lblItem;
+  if (style_ == ProgressStyle::Plain) {
+    if (!sameAction && !state.lblItem.empty()) console_.Write(OneLine(state.lblItem) + '\n');
+  } else if (!sameAction) {
+    FinishLine();
+  }
+  state_ = state;
+  estimate_.clear();
+  Paint();
+}
+
+void ProgressPainter::Update(const MsgFormState& state) {
+  if (!state_) return;
+  state_ = state;
+  // The position is shown a moment before its estimate: keep the last one meanwhile, or the line would flicker.
+  if (const auto at = state.txtProg.find(kBeforeEstimate); at != std::string::npos) {
+    estimate_ = state.txtProg.substr(at);
+  } else if (!state.txtProg.empty()) {
+    state_->txtProg += estimate_;
+  }
+  if (state.pbconv >= 100) {
+    Paint();
+  } else {
+    PaintIfDue();
+  }
+}
+
+void ProgressPainter::PaintIfDue() {
+  if (std::chrono::steady_clock::now() - paintedAt_ >= kBetweenPaints) Paint();
+}
+
+void ProgressPainter::Clear() {
+  if (drawn_.empty()) return;
+  console_.Write(fmt::format("\r{}", kClearToEnd));
+  drawn_.clear();
+}
+
+void ProgressPainter::Redraw() { Paint(); }
+
+void ProgressPainter::End() {
+  if (!state_) return;
+  if (style_ == ProgressStyle::Rewritten) {
+    FinishLine();
+  } else if (!state_->txtProg.empty()) {
+    console_.Write(OneLine(state_->txtProg.substr(0, state_->txtProg.find(kBeforeEstimate))) + '\n');
+  }
+  state_.reset();
+}
+
+void ProgressPainter::Paint() {
+  if (style_ == ProgressStyle::Plain || !state_) return;
+  paintedAt_ = std::chrono::steady_clock::now();
+  auto text = FormatProgressLine(*state_, console_.Width() - 1);  // in the last column a terminal may wrap
+  if (text == drawn_) return;
+  console_.Write(fmt::format("\r{}{}", text, kClearToEnd));
+  drawn_ = std::move(text);
+}
+
+void ProgressPainter::FinishLine() {
+  if (!state_) return;
+  if (state_->txtProg.empty()) {
+    Clear();
+    return;
+  }
+  Paint();
+  console_.Write("\n");
+  drawn_.clear();
+}
+
+}  // namespace twqb

@@ -1,0 +1,131 @@
+#include "adapters/terminal/TextLayout.h"
+
+#include <unicode/uchar.h>
+
+#include "platform/Text.h"
+
+namespace twqb {
+
+namespace {
+
+// `bytes` is one character as CharacterWalk gives it: well-formed, or a single byte that is no UTF-8.
+UChar32 CodePoint(std::string_view bytes) {
+  const auto lead = static_cast<unsigned char>(bytes.front());
+  if (bytes.size() == 1) return lead < 0x80 ? lead : U_SENTINEL;
+  UChar32 c = lead & (0x7F >> bytes.size());
+  for (const char next : bytes.substr(1)) c = (c << 6) | (static_cast<unsigned char>(next) & 0x3F);
+  return c;
+}
+
+bool SteersTerminal(UChar32 c) {
+  if (c < 0) return true;
+  switch (u_charType(c)) {
+    case U_CONTROL_CHAR:
+    case U_LINE_SEPARATOR:
+    case U_PARAGRAPH_SEPARATOR:
+      return true;
+    default:
+      return u_hasBinaryProperty(c, UCHAR_BIDI_CONTROL) != 0;
+  }
+}
+
+std::size_t CharacterColumns(std::string_view bytes) {
+  constexpr UChar32 kSoftHyphen = 0xAD;
+  const UChar32 c = CodePoint(bytes);
+  if (c < 0x300) return 1;
+  switch (u_charType(c)) {
+    case U_NON_SPACING_MARK:
+    case U_ENCLOSING_MARK:
+    case U_FORMAT_CHAR:
+      return c == kSoftHyphen ? 1 : 0;
+    default:
+      break;
+  }
+  const int width = u_getIntPropertyValue(c, UCHAR_EAST_ASIAN_WIDTH);
+  return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
+
+// Bytes of the longest beginning that takes at most `columns`.
+std::size_t FittingBytes(std::string_view text, std::size_t columns) {
+  std::size_t bytes = 0;
+  std::size_t used = 0;
+  CharacterWalk walk(text);
+  for (auto next = walk.Next(); !next.empty(); next = walk.Next()) {
+    used += CharacterColumns(next);
+    if (used > columns) break;
+    bytes += next.size();
+  }
+  return bytes;
+}
+
+// Where a line that goes on behind its first `fitting` bytes breaks.
+std::size_t BreakBefore(std::string_view line, std::size_t fitting) {
+  if (line[fitting] == ' ') return fitting;
+  const auto blank = line.substr(0, fitting).rfind(' ');
+  const bool breaksBehindAWord = blank != std::string_view::npos && line.find_first_not_of(' ') < blank;
+  return breaksBehindAWord ? blank : fitting;
+}
+
+void AppendWrapped(std::string_view line, std::size_t columns, std::vector<std::string>& lines) {
+  for (auto fitting = FittingBytes(line, columns); fitting < line.size(); fitting = FittingBytes(line, columns)) {
+    const auto at = BreakBefore(line, fitting);
+    const auto head = line.substr(0, at);
+    lines.emplace_back(head.substr(0, head.find_last_not_of(' ') + 1));
+    const auto rest = line.find_first_not_of(' ', at);
+    if (rest == std::string_view::npos) return;
+    line.remove_prefix(rest);
+  }
+  lines.emplace_back(line);
+}
+
+std::vector<std::string> LinesOf(std::string_view text) {
+  auto lines = Split(ReplaceAll(ReplaceAll(text, kCrLf, "\n"), "\r", "\n"), '\n');
+  while (!lines.empty() && lines.back().empty()) lines.pop_back();
+  return lines;
+}
+
+}  // namespace
+
+std::string Printable(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  CharacterWalk walk(text);
+  for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
+    if (bytes == "\t") {
+      result += ' ';
+    } else if (SteersTerminal(CodePoint(bytes))) {
+      result += '?';
+    } else {
+      result += bytes;
+    }
+  }
+  return result;
+}
+
+std::string OneLine(std::string_view text) {
+  std::string result;
+  for (const auto& line : LinesOf(text)) {
+    if (!result.empty()) result += ' ';
+    result += Printable(line);
+  }
+  return result;
+}
+
+std::size_t ColumnCount(std::string_view text) {
+  std::size_t columns = 0;
+  CharacterWalk walk(text);
+  for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) columns += CharacterColumns(bytes);
+  return columns;
+}
+
+std::string TrimToColumns(std::string_view text, std::size_t columns) {
+  return std::string(text.substr(0, FittingBytes(text, columns)));
+}
+
+std::vector<std::string> WrapText(std::string_view text, std::size_t columns) {
+  std::vector<std::string> lines;
+  for (const auto& line : LinesOf(text)) AppendWrapped(Printable(line), columns, lines);
+  return lines;
+}
+
+}  // namespace twqb

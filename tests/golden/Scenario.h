@@ -1,0 +1,24 @@
+// A golden scenario: the steps of a run, and the record that must come out of them.
+//
+// A folder tests/transcripts/TABLE/BEHAVIOUR holds `scenario`, one step a line, and `transcript.jsonl`. Steps:
+//   # text                     a remark
+//   init ARGUMENTS             how the files are made; the first step, or left out
+//   first run                  keeps the question of the first run, which is answered for otherwise
+//   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it
+//   sql STATEMENT              a statement against BillingDb
+//   qb REQUESTS                qbXML requests against the company file
+//   answer WORDS               a line of the next transfer's answers file
+//   fault WORDS                a line of the next transfer's faults file
+//   send ... , get ...         a transfer, with twqb's own arguments
+//   show STATEMENT             rows of BillingDb for the record
+//   ask REQUESTS               an answer of the company file for the record
+#pragma once
+
+#include <string>
+
+namespace twqb {
+
+// Runs the scenario of a folder in a temporary folder; the record, one JSON object a line.
+[[nodiscard]] std::string RunScenario(const std::string& folder);
+
+}  // namespace twqb
