@@ -49,8 +49,10 @@ bool Accepts(const CompanyOptions& options, Country country) {
   return std::ranges::find(options.accepts, country) != options.accepts.end();
 }
 
-// Australia's form is that of the host query and of nothing else: all its other requests come in the US form.
+// Australia's form is that of the host query and of nothing else: its other requests come in the US form, its
+// subscriptions in Canada's.
 bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
+  if (verb == Verb::QuerySubscription && country == Country::CA && Accepts(options, Country::AU)) return true;
   if (verb == Verb::QueryHost) return Accepts(options, country);
   if (country == Country::AU) return false;
   return Accepts(options, country) || (country == Country::US && Accepts(options, Country::AU));

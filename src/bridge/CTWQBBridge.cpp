@@ -29,25 +29,21 @@ void Compose(const Platform& platform) {
 CTWQBBridge::CTWQBBridge() {
   Vars().g_QBHostVer = 0;
   const std::string rule(kRuleLength, '*');
-  IgnoreErrors([&] {
-    WriteLog(rule);
-    WriteLog("TWTWClient Initialized on " + Now());
-    WriteLog(rule);
-  });
+  WriteLog(rule);
+  IgnoreErrors([] { WriteLog("TWTWClient Initialized on " + Now()); });
+  WriteLog(rule);
 }
 
 CTWQBBridge::~CTWQBBridge() {
   Vars().g_QBHostVer = 0;
   // A desk without an answer has ended the run already; there is nobody left to tell.
   try {
-    ConnectToQB(false);
-    IgnoreErrors([] {
-      WriteLog("TWTWClient Terminated on " + Now());
-      WriteLog("");
-    });
+    IgnoreErrors([&] { ConnectToQB(false); });
   } catch (const DeskGaveUp&) {
     DropSession();
   }
+  IgnoreErrors([] { WriteLog("TWTWClient Terminated on " + Now()); });
+  WriteLog("");
 }
 
 void CTWQBBridge::CloseProgressScreen() {

@@ -23,6 +23,18 @@ class GetRun {
       : table_(table), rule_(TwinRuleOf(optNever, optMostRecent)), dependent_(dependent), connection_(connection) {}
 
   void Run(const RecordList& records) {
+    if (const auto raised = CatchError([&] { TakeAll(records); })) {
+      // Ahead of the records, or at their end: there is nothing to go on with.
+      Vars().g_TableOk = TableOk::False;
+      ErrorHandler(raised->number(), raised->description(), table_.getRoutine);
+      WriteLog(std::string(table_.getLogText) + name_);
+    }
+    // 6. The caller's connection stays the caller's; the form stays for the dispatcher to take down.
+    CloseObjects(FormToo::Leave, &lookup_, &rows_, &ownConnection_);
+  }
+
+ private:
+  void TakeAll(const RecordList& records) {
     // 1. Nothing to do is a good end.
     if (records.Count() == 0) {
       Vars().g_TableOk = TableOk::True;
@@ -50,11 +62,8 @@ class GetRun {
       if (const auto raised = CatchError([&] { TakeRecord(record, total, ++counter); })) AskAfterError(*raised);
       if (!EndRecord()) break;
     }
-    // 6. The caller's connection stays the caller's; the form stays for the dispatcher to take down.
-    CloseObjects(FormToo::Leave, &lookup_, &rows_, &ownConnection_);
   }
 
- private:
   // 5.1 to 5.8. Returning early passes the record over.
   void TakeRecord(const Record& record, std::int64_t total, std::int64_t counter) {
     // 5.1
@@ -95,7 +104,7 @@ class GetRun {
     return RecordMoves({.direction = Direction::Get,
                         .rule = rule_,
                         .quickBooksTime = record["TimeModified"].GetDate(),
-                        .clock = TheMachine().GetTimeZoneInformation().state,
+                        .clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard,
                         .billingTime = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn)});
   }
 

@@ -71,7 +71,7 @@ void CopyList(const ListCopy& copy, const Response& response, RecordList& record
       if (copy.keeps(record)) records.Add(record, record["ListID"].GetValue());
     }
   });
-  if (!went && !Vars().g_NoProgressBar) UnloadMsgForm();
+  if (!went && !Vars().g_NoProgressBar) IgnoreErrors([] { UnloadMsgForm(); });
 }
 
 constexpr std::array kMembers = {

@@ -69,7 +69,7 @@ bool ApplyQBFiltersAndReadRecords(std::int32_t tableKind, RecordList& records, Q
                                   const ReadFilters& filters) {
   bool result = false;
   const bool went = RunAs(kRoutine, [&] { result = ReadRecords(tableKind, records, session, filters); });
-  if (!went && !Vars().g_NoProgressBar) UnloadMsgForm();
+  if (!went && !Vars().g_NoProgressBar) IgnoreErrors([] { UnloadMsgForm(); });
   return went && result;
 }
 

@@ -136,7 +136,7 @@ class SendRun {
     return RecordMoves({.direction = Direction::Send,
                         .rule = rule_,
                         .quickBooksTime = twin["TimeModified"].GetDate(),
-                        .clock = TheMachine().GetTimeZoneInformation().state,
+                        .clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard,
                         .billingTime = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn)});
   }
 

@@ -153,7 +153,8 @@ void WriteClientFields(ado::Recordset& row, const Record& customer) {
     row.SetField("Clientsince", ShortDate(created.GetDate()));
   }
   // 12.
-  row.SetField("Status", std::string(customer["IsActive"].GetBoolean() ? "Active" : "InActive"));
+  const auto active = customer["IsActive"];
+  row.SetField("Status", std::string(!active.IsNothing() && active.GetBoolean() ? "Active" : "InActive"));
 }
 
 // The first field of the first row; "" when there is none.
