@@ -1,5 +1,5 @@
-// CTWQBBridge: the one public class of TWQBClient90. A host composes the library with a platform, creates an object, sets
-// its properties, and moves tables between BillingDb and a QuickBooks company file.
+// CTWQBBridge: the one public class of TWQBClient90. A host composes the library with a platform, creates an object,
+// sets its properties, and moves tables between BillingDb and a QuickBooks company file.
 //
 // Calling order: Compose once; then per object ConnectString, TWSettingsPath and the other properties; then the
 // operations, each of which connects by itself. No operation raises a PlatformError: False means that something failed

@@ -85,15 +85,13 @@ std::string CTWQBBridge::QBDB() const {
 }
 
 bool CTWQBBridge::SendDataToQB(enTables enTableName) {
-  return SendData(enTableName, {.usePreferencesTW = usePreferencesTW_,
-                                .isSync = isSync_,
-                                .isQBSingleMode = isQBSingleMode_});
+  return SendData(enTableName,
+                  {.usePreferencesTW = usePreferencesTW_, .isSync = isSync_, .isQBSingleMode = isQBSingleMode_});
 }
 
 bool CTWQBBridge::GetDataFromQB(enTables enTableName) {
-  return GetData(enTableName, {.usePreferencesTW = usePreferencesTW_,
-                               .isSync = isSync_,
-                               .isQBSingleMode = isQBSingleMode_});
+  return GetData(enTableName,
+                 {.usePreferencesTW = usePreferencesTW_, .isSync = isSync_, .isQBSingleMode = isQBSingleMode_});
 }
 
 void CTWQBBridge::DisplaySettings() {}

@@ -55,12 +55,12 @@ bool IsBuilt(Direction direction, std::int32_t table) {
 }
 
 void RefuseTable(Direction direction, std::int32_t table) {
-  TheDesk().ShowMessageBox({.text = fmt::format("\"{}\" can't be transferred {} QuickBooks: this version does not "
-                                                "include that table.",
-                                                GetTableName(direction, table),
-                                                direction == Direction::Send ? "to" : "from"),
-                            .title = "Error",
-                            .icon = BoxIcon::Information});
+  TheDesk().ShowMessageBox(
+      {.text = fmt::format("\"{}\" can't be transferred {} QuickBooks: this version does not "
+                           "include that table.",
+                           GetTableName(direction, table), direction == Direction::Send ? "to" : "from"),
+       .title = "Error",
+       .icon = BoxIcon::Information});
 }
 
 // Reads the keys of one table.
@@ -121,18 +121,15 @@ bool GetOne(std::int32_t table, const SavedFilters& filters) {
   return GetTableFromQB(table, filters, filters.ActiveOnly ? ActiveOnly::True : ActiveOnly::False, false, nullptr);
 }
 
-constexpr Transfer kSend = {.direction = Direction::Send,
-                            .section = "QBSEND_",
-                            .runTable = SendOne,
-                            .passId =
-                                [](SavedFilters& filters) {
-                                  filters.Filter1a = Vars().g_PassedID;
-                                  filters.Filter1b = Vars().g_PassedID;
-                                }};
-constexpr Transfer kGet = {.direction = Direction::Get,
-                           .section = "QBGET_",
-                           .runTable = GetOne,
-                           .passId = [](SavedFilters& filters) { filters.Filter2a = Vars().g_PassedID; }};
+constexpr Transfer kSend = {
+    .direction = Direction::Send, .section = "QBSEND_", .runTable = SendOne, .passId = [](SavedFilters& filters) {
+      filters.Filter1a = Vars().g_PassedID;
+      filters.Filter1b = Vars().g_PassedID;
+    }};
+constexpr Transfer kGet = {
+    .direction = Direction::Get, .section = "QBGET_", .runTable = GetOne, .passId = [](SavedFilters& filters) {
+      filters.Filter2a = Vars().g_PassedID;
+    }};
 
 enum class StepResult : std::uint8_t { Done, FiltersFailed, TableFailed, StampFailed };
 
@@ -239,8 +236,7 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
   int modeBefore = 0;
   if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
   // 4., 5.
-  const auto outcome =
-      table == enAll ? TransferAll(transfer, options) : TransferOne(transfer, table, options);
+  const auto outcome = table == enAll ? TransferAll(transfer, options) : TransferOne(transfer, table, options);
   // 6.
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;

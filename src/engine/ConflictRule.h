@@ -21,9 +21,9 @@ enum class TwinRule : std::uint8_t {
 struct ConflictCase {
   Direction direction = Direction::Send;
   TwinRule rule = TwinRule::NewerWins;
-  Date quickBooksTime;                                    // TimeModified as QuickBooks wrote it: standard time
-  TimeZoneState clock = TimeZoneState::Standard;          // of the machine at the moment of the transfer
-  Date billingTime;                                       // local time, as GetTWDateOfUpdation gives it
+  Date quickBooksTime;                            // TimeModified as QuickBooks wrote it: standard time
+  TimeZoneState clock = TimeZoneState::Standard;  // of the machine at the moment of the transfer
+  Date billingTime;                               // local time, as GetTWDateOfUpdation gives it
 };
 
 // Whether the record goes. The later side wins, and a tie goes, in whichever direction the transfer runs.

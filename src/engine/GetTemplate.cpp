@@ -120,9 +120,10 @@ class GetRun {
       // The cut stands behind the appending and ahead of the lookup.
       if (size > 0) trial = Left(trial, static_cast<std::size_t>(size));
       if (!tried.insert(trial).second) {
-        throw PlatformError(error::kKeyInUse, fmt::format("Every {} that can be made of the name \"{}\" is taken. Rename the "
-                                                    "record in QuickBooks or the rows in {}.",
-                                                    table_.keyColumn, name_, table_.tableName));
+        throw PlatformError(error::kKeyInUse,
+                            fmt::format("Every {} that can be made of the name \"{}\" is taken. Rename the "
+                                        "record in QuickBooks or the rows in {}.",
+                                        table_.keyColumn, name_, table_.tableName));
       }
       OpenLookup(table_.keyColumn, trial);
       if (lookup_->Eof()) break;
@@ -138,8 +139,8 @@ class GetRun {
   // The lookups hold no quote: ReplaceJunkChars took them out of keys, and identifiers have none.
   void OpenLookup(std::string_view column, std::string_view text) {
     lookup_ = connection_->OpenRecordset(
-        fmt::format("SELECT {0} from {1} WHERE {0} = '{2}';", column, table_.tableName, text),
-        ado::CursorType::Static, ado::LockType::ReadOnly);
+        fmt::format("SELECT {0} from {1} WHERE {0} = '{2}';", column, table_.tableName, text), ado::CursorType::Static,
+        ado::LockType::ReadOnly);
   }
   void CloseLookup() {
     lookup_->Close();
@@ -161,10 +162,9 @@ class GetRun {
     Vars().g_TableOk = TableOk::False;
     ErrorHandler(raised.number(), raised.description(), table_.getRoutine);
     WriteLog(std::string(table_.getLogText) + name_);
-    const auto answer =
-        TheDesk().ShowMessageBox({.text = "Do you want to continue transfering rest of the records?",
-                                  .title = "Question",
-                                  .buttons = BoxButtons::YesNo});
+    const auto answer = TheDesk().ShowMessageBox({.text = "Do you want to continue transfering rest of the records?",
+                                                  .title = "Question",
+                                                  .buttons = BoxButtons::YesNo});
     if (answer == BoxAnswer::Yes) {
       Vars().g_TableOk = TableOk::GoOn;
       Vars().g_Cancelled = false;

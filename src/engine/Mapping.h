@@ -17,7 +17,7 @@ struct SendField {
   enum class When : std::uint8_t { Always, NotNull, NotEmpty, NotBlank };  // NULL is empty; blank is empty when trimmed
   enum class Cut : std::uint8_t { ToMaxLength, Uncut };
 
-  std::string_view path;    // "BillAddress.City"
+  std::string_view path;  // "BillAddress.City"
   std::string_view column;
   When when = When::Always;
   std::string (*convert)(std::string_view) = nullptr;  // before the cut

@@ -10,7 +10,7 @@
 namespace twqb {
 
 struct ReadFilters {
-  std::string strID;  // not empty: this one record, and no other filter applies
+  std::string strID;        // not empty: this one record, and no other filter applies
   std::string strFromDate;  // modified-date range; one of the two alone is ignored
   std::string strToDate;
   std::string strNameFrom;  // name range; likewise
@@ -24,7 +24,8 @@ struct ReadFilters {
 };
 
 // Reads the records of a table (a value of enTables) into `records`, each under its identifier. False: QuickBooks found
-// nothing (`g_NoQBRecords`), or did not know the one record, or refused (told already), or a call failed (told already).
+// nothing (`g_NoQBRecords`), or did not know the one record, or refused (told already), or a call failed (told
+// already).
 bool ApplyQBFiltersAndReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session,
                                   const ReadFilters& filters);
 

@@ -187,12 +187,12 @@ class SendRun {
   }
 
   void AskAfterFailedAdd(const Response& response) const {
-    const auto answer = TheDesk().ShowMessageBox(
-        {.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, record_.key) +
-                 "\r\n\r\nDo you want to continue?",
-         .title = "Error",
-         .icon = BoxIcon::Question,
-         .buttons = BoxButtons::YesNo});
+    const auto answer =
+        TheDesk().ShowMessageBox({.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, record_.key) +
+                                          "\r\n\r\nDo you want to continue?",
+                                  .title = "Error",
+                                  .icon = BoxIcon::Question,
+                                  .buttons = BoxButtons::YesNo});
     if (answer == BoxAnswer::No) Vars().g_Cancelled = true;
   }
 

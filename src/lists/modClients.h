@@ -21,8 +21,8 @@ void MoveClientsToTW(const RecordList& records, bool optNever, bool optMostRecen
 void AssignClientFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
                            const SendRecord& record);
 
-// The client of a job: True with its key in `clientID` when the job's customer, or the project that is its parent, is in
-// BillingDb. False, after a box, for a record that is no job.
+// The client of a job: True with its key in `clientID` when the job's customer, or the project that is its parent, is
+// in BillingDb. False, after a box, for a record that is no job.
 [[nodiscard]] bool QBCustomerExistsInTW(const Record& customerRet, std::string& clientID);
 
 }  // namespace twqb

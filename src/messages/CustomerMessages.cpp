@@ -7,7 +7,7 @@ namespace {
 
 using namespace rows;
 
-constexpr EnumValue kJobStatuses[] = {{"Awarded", 0}, {"Closed", 1},      {"InProgress", 2},
+constexpr EnumValue kJobStatuses[] = {{"Awarded", 0}, {"Closed", 1},     {"InProgress", 2},
                                       {"None", 3},    {"NotAwarded", 4}, {"Pending", 5}};
 
 constexpr Element kCustomerAdd[] = {

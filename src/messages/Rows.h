@@ -52,12 +52,9 @@ inline constexpr Element kAddress[] = {
 };
 
 inline constexpr Element kCreditCardInfo[] = {
-    Text("CreditCardNumber", 25).Opt(),
-    Leaf("ExpirationMonth", Type::Int).Opt(),
-    Leaf("ExpirationYear", Type::Int).Opt(),
-    Text("NameOnCard", 41).Opt(),
-    Text("CreditCardAddress", 41).Opt(),
-    Text("CreditCardPostalCode", 41).Opt(),
+    Text("CreditCardNumber", 25).Opt(),      Leaf("ExpirationMonth", Type::Int).Opt(),
+    Leaf("ExpirationYear", Type::Int).Opt(), Text("NameOnCard", 41).Opt(),
+    Text("CreditCardAddress", 41).Opt(),     Text("CreditCardPostalCode", 41).Opt(),
 };
 
 inline constexpr EnumValue kDataExtTypes[] = {

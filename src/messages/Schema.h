@@ -31,10 +31,10 @@ struct Form {
   friend constexpr bool operator==(const Form&, const Form&) = default;
 };
 
-[[nodiscard]] std::string_view CountryName(Country country);                      // "US", "CA", "UK", "AU"
-[[nodiscard]] std::optional<Country> CountryFromName(std::string_view name);      // in any case
-[[nodiscard]] std::string FormTag(const Form& form);                              // "CA3.0"
-[[nodiscard]] std::optional<Form> FormFromTag(std::string_view tag);              // nothing for what is no tag
+[[nodiscard]] std::string_view CountryName(Country country);                  // "US", "CA", "UK", "AU"
+[[nodiscard]] std::optional<Country> CountryFromName(std::string_view name);  // in any case
+[[nodiscard]] std::string FormTag(const Form& form);                          // "CA3.0"
+[[nodiscard]] std::optional<Form> FormFromTag(std::string_view tag);          // nothing for what is no tag
 
 // A set of countries.
 using Countries = std::uint8_t;
@@ -96,11 +96,31 @@ struct Element {
   }
 
   // Modifiers of a row.
-  [[nodiscard]] constexpr Element Opt() const { auto e = *this; e.optional = true; return e; }
-  [[nodiscard]] constexpr Element Rep() const { auto e = *this; e.repeating = true; return e; }
-  [[nodiscard]] constexpr Element Since(int major, int minor) const { auto e = *this; e.since = {major, minor}; return e; }
-  [[nodiscard]] constexpr Element Until(int major, int minor) const { auto e = *this; e.until = {major, minor}; return e; }
-  [[nodiscard]] constexpr Element In(Countries where) const { auto e = *this; e.countries = where; return e; }
+  [[nodiscard]] constexpr Element Opt() const {
+    auto e = *this;
+    e.optional = true;
+    return e;
+  }
+  [[nodiscard]] constexpr Element Rep() const {
+    auto e = *this;
+    e.repeating = true;
+    return e;
+  }
+  [[nodiscard]] constexpr Element Since(int major, int minor) const {
+    auto e = *this;
+    e.since = {major, minor};
+    return e;
+  }
+  [[nodiscard]] constexpr Element Until(int major, int minor) const {
+    auto e = *this;
+    e.until = {major, minor};
+    return e;
+  }
+  [[nodiscard]] constexpr Element In(Countries where) const {
+    auto e = *this;
+    e.countries = where;
+    return e;
+  }
 };
 
 // The child of that name, without regard to case. A repeating child "X" is found as "XList" too.

@@ -11,7 +11,10 @@ constexpr Element kSubscriber[] = {Leaf("SubscriberID", Type::Guid)};
 
 constexpr Message kMessages[] = {
     // Answers with its status alone: 0 subscribed, 1 not.
-    {.name = "SubscriptionQuery", .request = kSubscriber, .response = {}, .since = {3, 0},
+    {.name = "SubscriptionQuery",
+     .request = kSubscriber,
+     .response = {},
+     .since = {3, 0},
      .set = MessageSet::Subscription},
 };
 

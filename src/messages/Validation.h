@@ -1,4 +1,5 @@
-// Checks one request or record, as XML, against its rows in the schema table: names, order, obligation, values, lengths.
+// Checks one request or record, as XML, against its rows in the schema table: names, order, obligation, values,
+// lengths.
 #pragma once
 
 #include <cstdint>

@@ -82,7 +82,7 @@ int TwoDigits(std::string_view text, std::size_t at) {
   return value;
 }
 
-constexpr std::size_t kDateLength = 10;   // yyyy-mm-dd
+constexpr std::size_t kDateLength = 10;  // yyyy-mm-dd
 constexpr std::size_t kDateTimeLength = 19;
 constexpr int kMinutesPerHour = 60;
 

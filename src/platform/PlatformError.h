@@ -16,16 +16,16 @@ using ErrorNumber = std::uint32_t;
 
 // Numbers with a fixed text, see `ErrorText`. The database's first, then the language run time's.
 namespace error {
-inline constexpr ErrorNumber kBadSyntax = 0x80040E14;          // bad syntax, or no such column
+inline constexpr ErrorNumber kBadSyntax = 0x80040E14;  // bad syntax, or no such column
 inline constexpr ErrorNumber kNoSuchTable = 0x80040E37;
 inline constexpr ErrorNumber kConstraint = 0x80040E2F;
-inline constexpr ErrorNumber kCannotOpen = 0x80004005;         // the connection can't be opened
+inline constexpr ErrorNumber kCannotOpen = 0x80004005;  // the connection can't be opened
 inline constexpr ErrorNumber kProviderNotFound = 0x800A0E7A;
 inline constexpr ErrorNumber kNoSuchField = 0x800A0CC1;
 inline constexpr ErrorNumber kAtEof = 0x800A0BCD;
 inline constexpr ErrorNumber kObjectClosed = 0x800A0E78;
 inline constexpr ErrorNumber kObjectOpen = 0x800A0E79;
-inline constexpr ErrorNumber kEditPending = 0x800A0C93;        // not allowed while an edit is pending
+inline constexpr ErrorNumber kEditPending = 0x800A0C93;  // not allowed while an edit is pending
 inline constexpr ErrorNumber kBadArgument = 0x800A0BB9;
 inline constexpr ErrorNumber kReadOnly = 0x800A0CB3;           // the recordset does not support updating
 inline constexpr ErrorNumber kParse = 0x80040400;              // QuickBooks can't parse the document

@@ -17,7 +17,7 @@ enum class BoxButtons : std::uint8_t { Ok, YesNo, RetryCancel };
 enum class BoxAnswer : std::uint8_t { Ok, Yes, No, Retry, Cancel };
 
 struct MessageBox {
-  std::string text;  // lines end with CR LF
+  std::string text;   // lines end with CR LF
   std::string title;  // empty: the system's default
   BoxIcon icon = BoxIcon::None;
   BoxButtons buttons = BoxButtons::Ok;
@@ -29,15 +29,15 @@ struct MessageBox {
 // What `msgForm` shows at a moment, each field named after its control.
 struct MsgFormState {
   std::string caption;
-  std::string lblItem;   // the action
-  std::string Text1;     // the record in hand
-  int pbconv = 0;        // per cent, 0 to 100
-  std::string txtProg;   // position and time left
+  std::string lblItem;  // the action
+  std::string Text1;    // the record in hand
+  int pbconv = 0;       // per cent, 0 to 100
+  std::string txtProg;  // position and time left
 };
 
 struct FileDialog {
   std::string title;
-  std::string folder;      // a folder, or a path whose folder is meant
+  std::string folder;  // a folder, or a path whose folder is meant
   std::string filterName;
   std::string pattern;
 };

@@ -132,17 +132,17 @@ void BackUp(const std::string& companyFile, const std::string& databaseFile) {
 void OfferFirstBackup(const std::string& companyFile, const std::string& databaseFile) {
   const auto& path = Vars().g_TWSettingsPath;
   if (UpperCase(gf_ReadSettings(kGeneral, kFirstTimeKey, path, "True")) != "TRUE") return;
-  const auto answer = TheDesk().ShowMessageBox(
-      {.text = "It appears you are using QuickBooks data integration for the\r\n"
-               "first time. It is recommended that you backup your QuickBooks\r\n"
-               "and Tallywick data files.\r\n\r\n"
-               "Would you like to backup your data files Now?\r\n",
-       .title = "Backup QB Data file?",
-       .icon = BoxIcon::Question,
-       .buttons = BoxButtons::YesNo,
-       .help = true,
-       .helpFile = Vars().g_HelpFilePath,
-       .helpId = Vars().g_HelpID});
+  const auto answer =
+      TheDesk().ShowMessageBox({.text = "It appears you are using QuickBooks data integration for the\r\n"
+                                        "first time. It is recommended that you backup your QuickBooks\r\n"
+                                        "and Tallywick data files.\r\n\r\n"
+                                        "Would you like to backup your data files Now?\r\n",
+                                .title = "Backup QB Data file?",
+                                .icon = BoxIcon::Question,
+                                .buttons = BoxButtons::YesNo,
+                                .help = true,
+                                .helpFile = Vars().g_HelpFilePath,
+                                .helpId = Vars().g_HelpID});
   if (answer == BoxAnswer::Yes) BackUp(companyFile, databaseFile);
   gf_WriteSettings(kGeneral, kFirstTimeKey, "False", path);
 }

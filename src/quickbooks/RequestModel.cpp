@@ -24,8 +24,8 @@ struct RequestNode {
   RequestNode(RequestNode* parentNode, const Element* rowOfNode) : parent(parentNode), row(rowOfNode) {}
 
   RequestNode* parent;
-  const Element* row;                             // nullptr: a request
-  const messages::Message* message = nullptr;     // of a request
+  const Element* row;                          // nullptr: a request
+  const messages::Message* message = nullptr;  // of a request
   std::string value;
   bool hasValue = false;
   std::vector<std::unique_ptr<RequestNode>> children;
@@ -39,9 +39,7 @@ struct RequestNode {
     }
     return nullptr;
   }
-  RequestNode& AddChild(const Element* of) {
-    return *children.emplace_back(std::make_unique<RequestNode>(this, of));
-  }
+  RequestNode& AddChild(const Element* of) { return *children.emplace_back(std::make_unique<RequestNode>(this, of)); }
   // Whether anything of it would go on the wire.
   [[nodiscard]] bool IsFilled() const {
     return hasValue ||
@@ -60,20 +58,30 @@ void KeepToThisBranch(RequestNode& node) {
   for (RequestNode* at = &node; at->parent != nullptr; at = at->parent) {
     auto& above = *at->parent;
     if (above.row == nullptr || above.row->type != Type::Choice) continue;
-    std::erase_if(above.children,
-                  [at](const std::unique_ptr<RequestNode>& child) { return child->row != at->row; });
+    std::erase_if(above.children, [at](const std::unique_ptr<RequestNode>& child) { return child->row != at->row; });
   }
 }
 
 void AppendEscaped(std::string& out, std::string_view text) {
   for (const char c : text) {
     switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      case '\r': out += "&#13;"; break;
-      default: out += c;
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      case '\r':
+        out += "&#13;";
+        break;
+      default:
+        out += c;
     }
   }
 }
@@ -169,9 +177,7 @@ std::string TextValueText(const Element& row, std::string_view text) {
 
 }  // namespace
 
-RequestNode* RequestField::FindNode() const {
-  return row_ == nullptr ? parent_ : parent_->Child(row_, item_);
-}
+RequestNode* RequestField::FindNode() const { return row_ == nullptr ? parent_ : parent_->Child(row_, item_); }
 
 RequestNode& RequestField::Node() const {
   if (auto* node = FindNode()) return *node;
@@ -187,20 +193,25 @@ RequestField RequestField::operator[](std::string_view name) const {
   return {&node, child, 0};
 }
 
-void RequestField::Store(std::string wireText) const {
+const Element& RequestField::ValueRow() const {
   if (row_ == nullptr || row_->HasChildren()) throw PlatformError(error::kNameUnknown);
+  return *row_;
+}
+
+void RequestField::Store(std::string wireText) const {
   auto& node = Node();
   node.value = std::move(wireText);
   node.hasValue = true;
   KeepToThisBranch(node);
 }
 
-void RequestField::SetValue(std::string_view text) const { Store(TextValueText(*row_, text)); }
+void RequestField::SetValue(std::string_view text) const { Store(TextValueText(ValueRow(), text)); }
 void RequestField::SetValue(bool value) const {
-  Store(row_->type == Type::Bool ? messages::BoolText(value) : TextValueText(*row_, value ? "True" : "False"));
+  const auto& row = ValueRow();
+  Store(row.type == Type::Bool ? messages::BoolText(value) : TextValueText(row, value ? "True" : "False"));
 }
-void RequestField::SetValue(Date date) const { Store(DateValueText(*row_, date)); }
-void RequestField::SetNumber(double number) const { Store(NumberText(*row_, number)); }
+void RequestField::SetValue(Date date) const { Store(DateValueText(ValueRow(), date)); }
+void RequestField::SetNumber(double number) const { Store(NumberText(ValueRow(), number)); }
 
 void RequestField::Unset() const {
   auto* node = FindNode();
@@ -243,7 +254,8 @@ bool RequestField::IsSet() const {
 }
 
 int RequestField::GetMaxLength() const {
-  return row_->maxLength > 0 ? row_->maxLength : std::numeric_limits<int>::max();
+  const int length = ValueRow().maxLength;
+  return length > 0 ? length : std::numeric_limits<int>::max();
 }
 
 int RequestField::ORType() const {

@@ -31,7 +31,8 @@ class RequestField {
   [[nodiscard]] RequestField operator[](std::string_view name) const;
 
   // Forms what the field's type needs: money two decimals, prices and quantities at most five, an enumeration from its
-  // number or name, a date from a date or a text. Never checks a length. Setting a branch of a choice unsets the others.
+  // number or name, a date from a date or a text. Never checks a length. Setting a branch of a choice unsets the
+  // others.
   void SetValue(std::string_view text) const;
   void SetValue(const char* text) const { SetValue(std::string_view(text)); }
   void SetValue(bool value) const;
@@ -61,8 +62,10 @@ class RequestField {
   RequestField(detail::RequestNode* parent, const messages::Element* row, std::size_t item)
       : parent_(parent), row_(row), item_(item) {}
   void SetNumber(double number) const;
-  [[nodiscard]] detail::RequestNode& Node() const;        // made when it is not there yet
-  [[nodiscard]] detail::RequestNode* FindNode() const;    // nullptr when it is not there
+  // The row of a field; raises 438 for a request, an aggregate or a group, which have no value.
+  [[nodiscard]] const messages::Element& ValueRow() const;
+  [[nodiscard]] detail::RequestNode& Node() const;      // made when it is not there yet
+  [[nodiscard]] detail::RequestNode* FindNode() const;  // nullptr when it is not there
   void Store(std::string wireText) const;
 
   detail::RequestNode* parent_;

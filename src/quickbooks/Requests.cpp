@@ -33,8 +33,7 @@ std::string QBErrorText(const Response& response, std::string_view prefix) {
 }
 
 void ShowQBError(const Response& response, std::string_view prefix) {
-  TheDesk().ShowMessageBox(
-      {.text = QBErrorText(response, prefix), .title = "Error", .icon = BoxIcon::Information});
+  TheDesk().ShowMessageBox({.text = QBErrorText(response, prefix), .title = "Error", .icon = BoxIcon::Information});
 }
 
 }  // namespace twqb

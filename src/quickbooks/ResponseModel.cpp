@@ -21,9 +21,8 @@ struct AnswerDocument {
 namespace {
 
 // Values stay as QuickBooks wrote them, those of blanks alone too.
-constexpr unsigned kParseOptions =
-    pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute | pugi::parse_eol |
-    pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
+constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute |
+                                   pugi::parse_eol | pugi::parse_ws_pcdata_single | pugi::parse_embed_pcdata;
 
 bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
 

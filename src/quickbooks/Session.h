@@ -5,8 +5,8 @@
 
 namespace twqb {
 
-// With `blnConnect` True finds or starts the session; False ends it. The result: a session that stood before is True for
-// both; without one, True only if session and edition check succeed, and False for `blnConnect` False.
+// With `blnConnect` True finds or starts the session; False ends it. The result: a session that stood before is True
+// for both; without one, True only if session and edition check succeed, and False for `blnConnect` False.
 bool CheckQBSession(bool blnConnect, bool blnSingleMode);
 
 // Does the work: starts (walking the user through a failure) or ends the session.

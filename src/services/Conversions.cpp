@@ -45,7 +45,7 @@ std::string TakeControlWord(std::string_view& rest) {
     return std::string(kCrLf);
   }
   if (!rest.empty() && std::string_view("\\{}").find(rest.front()) != std::string_view::npos) {
-    const std::string kept(1, rest.front());
+    std::string kept(1, rest.front());
     rest.remove_prefix(1);
     return kept;
   }
@@ -134,9 +134,8 @@ bool ValidateSIN(std::string_view text) {
 std::string GenerateGUID() {
   const auto bytes = TheMachine().CreateGuid();
   if (!bytes) {
-    TheDesk().ShowMessageBox({.text = "Could Not Generate A GUID",
-                              .title = "Tallywick - QuickBooks Client",
-                              .icon = BoxIcon::Error});
+    TheDesk().ShowMessageBox(
+        {.text = "Could Not Generate A GUID", .title = "Tallywick - QuickBooks Client", .icon = BoxIcon::Error});
     return {};
   }
   std::string text = "{";

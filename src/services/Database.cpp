@@ -9,7 +9,7 @@ namespace twqb {
 
 namespace {
 
-constexpr int kGlobalConnectionTimeout = 59;  // seconds
+constexpr int kGlobalConnectionTimeout = 59;       // seconds
 constexpr std::int64_t kNeverUpdatedSerial = 367;  // 1 January 1901: loses to every real date
 
 void SetUpAndOpen(ado::Connection& cn) {

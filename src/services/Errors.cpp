@@ -46,9 +46,8 @@ std::string ErrorBoxText(ErrorNumber number, std::string_view description, std::
 
 void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::string_view strProcedure) {
   IgnoreErrors([&] {
-    TheDesk().ShowMessageBox({.text = ErrorBoxText(lngNumber, strDescription, strProcedure),
-                              .title = "WARNING",
-                              .icon = BoxIcon::Warning});
+    TheDesk().ShowMessageBox(
+        {.text = ErrorBoxText(lngNumber, strDescription, strProcedure), .title = "WARNING", .icon = BoxIcon::Warning});
     TheDesk().PumpMessages();
     TheDesk().Beep();
   });

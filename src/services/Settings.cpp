@@ -40,9 +40,8 @@ std::string WriteStatement(bool exists, std::string_view name, std::string_view 
     return value.empty() ? fmt::format("UPDATE TWSTable SET ParamValue = NULL WHERE ParamName = '{}';", name)
                          : fmt::format("UPDATE TWSTable SET ParamValue ='{}' WHERE ParamName = '{}';", quoted, name);
   }
-  return value.empty()
-             ? fmt::format("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES (NULL, '{}');", name)
-             : fmt::format("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES ('{}','{}');", quoted, name);
+  return value.empty() ? fmt::format("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES (NULL, '{}');", name)
+                       : fmt::format("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES ('{}','{}');", quoted, name);
 }
 
 void WriteToTable(std::string_view section, std::string_view key, std::string_view value) {

@@ -25,9 +25,9 @@ void cmdCancel_Click() {
 
 // The texts that the controls are drawn with.
 void Load() {
-  Vars().msgForm = MsgForm{
-      .controls = {.caption = " Tallywick", .lblItem = "", .Text1 = "Label1", .pbconv = 0, .txtProg = "1/1"},
-      .startTime = TheMachine().Now()};
+  Vars().msgForm =
+      MsgForm{.controls = {.caption = " Tallywick", .lblItem = "", .Text1 = "Label1", .pbconv = 0, .txtProg = "1/1"},
+              .startTime = TheMachine().Now()};
 }
 
 // "hh:mm:ss"; whole days fall away.
@@ -56,8 +56,8 @@ void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent) {
       Refresh();
       return;
     }
-    form.controls.pbconv = static_cast<int>(
-        std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
+    form.controls.pbconv =
+        static_cast<int>(std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
     form.controls.txtProg = fmt::format("{}/{}", lngCurrent, lngTotal);
     if (lngCurrent > 0) {  // before the first record there is nothing to estimate from
       const auto elapsed = TheMachine().Now().Milliseconds() - form.startTime.Milliseconds();

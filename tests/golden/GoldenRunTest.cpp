@@ -29,7 +29,8 @@ std::vector<std::string> Scenarios() {
 
 std::string TestName(const testing::TestParamInfo<std::string>& info) {
   auto name = fs::relative(info.param, kTranscripts).string();
-  std::ranges::replace_if(name, [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+  std::ranges::replace_if(
+      name, [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
   return name;
 }
 
@@ -59,9 +60,9 @@ TEST_P(GoldenRun, Comes_out_as_recorded) {
 INSTANTIATE_TEST_SUITE_P(Transcripts, GoldenRun, testing::ValuesIn(Scenarios()), TestName);
 
 // The tables of the command line, by the names it takes.
-constexpr std::string_view kTables[] = {"employees",    "vendors",  "clients",     "projects",    "activities",
-                                        "expensecodes", "accounts", "expenselog",  "timeentries", "invoices",
-                                        "payments",     "vendorbill"};
+constexpr std::string_view kTables[] = {"employees",   "vendors",      "clients",  "projects",
+                                        "activities",  "expensecodes", "accounts", "expenselog",
+                                        "timeentries", "invoices",     "payments", "vendorbill"};
 
 bool IsBuilt(const std::string& verb, std::string_view table) {
   const TemporaryFolder folder;

@@ -112,19 +112,20 @@ class ScenarioRun {
     faults_.clear();
     const auto result = Twqb(arguments);
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}, {"exit", result.exitStatus}});
-    for (const auto& event : Lines(ReadWholeFile(transcript))) record_ += Replace(event, folder_.Path(), "<folder>") + "\n";
+    for (const auto& event : Lines(ReadWholeFile(transcript)))
+      record_ += Replace(event, folder_.Path(), "<folder>") + "\n";
     WriteWholeFile(transcript, "");
   }
 
   ProcessResult RunRequests(const std::string& requests) {
-    WriteWholeFile(folder_ / "requests.xml",
-                   "<?xml version=\"1.0\" encoding=\"utf-8\"?><?qbxml version=\"" + tag_ +
-                       "\"?><QBXML><QBXMLMsgsRq onError=\"continueOnError\">" + requests + "</QBXMLMsgsRq></QBXML>");
+    WriteWholeFile(folder_ / "requests.xml", "<?xml version=\"1.0\" encoding=\"utf-8\"?><?qbxml version=\"" + tag_ +
+                                                 "\"?><QBXML><QBXMLMsgsRq onError=\"continueOnError\">" + requests +
+                                                 "</QBXMLMsgsRq></QBXML>");
     return Twqb({"company", "run", folder_ / "requests.xml"});
   }
 
   ProcessResult Twqb(const std::vector<std::string>& command) {
-    std::vector<std::string> arguments = {TWQB_PROGRAM, "-C", folder_.Path(), "--clock", clock_,
+    std::vector<std::string> arguments = {TWQB_PROGRAM, "-C",  folder_.Path(), "--clock", clock_,
                                           "--bias",     "300", "--seed",       "1"};
     if (daylight_) arguments.emplace_back("--daylight");
     for (std::size_t i = 0; i + 1 < command.size(); ++i) {

@@ -70,8 +70,6 @@ std::string ReadWholeFile(const std::string& path) {
   return text.str();
 }
 
-void WriteWholeFile(const std::string& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
-}
+void WriteWholeFile(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 
 }  // namespace twqb

@@ -55,8 +55,8 @@ TestHouse::~TestHouse() {
 }
 
 Platform TestHouse::Seams() {
-  return {.database = &database, .quickbooks = quickbooks.get(), .desk = &desk, .machine = &machine,
-          .callback = &callback};
+  return {
+      .database = &database, .quickbooks = quickbooks.get(), .desk = &desk, .machine = &machine, .callback = &callback};
 }
 
 void TestHouse::Enter() { Enter(Seams()); }
@@ -83,14 +83,14 @@ std::string TestHouse::Scalar(std::string_view statement) {
 
 std::string TestHouse::Company(std::string_view requests, std::string_view tag) {
   company::CompanyFile file(Path("company.twq"), machine);
-  return file.Process(fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?><?qbxml version=\"{}\"?><QBXML>"
-                                  "<QBXMLMsgsRq onError=\"continueOnError\">{}</QBXMLMsgsRq></QBXML>",
-                                  tag, requests));
+  return file.Process(
+      fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?><?qbxml version=\"{}\"?><QBXML>"
+                  "<QBXMLMsgsRq onError=\"continueOnError\">{}</QBXMLMsgsRq></QBXML>",
+                  tag, requests));
 }
 
 std::string TestHouse::ListIdOf(std::string_view fullName) {
-  const auto answer =
-      Company(fmt::format("<CustomerQueryRq><FullName>{}</FullName></CustomerQueryRq>", fullName));
+  const auto answer = Company(fmt::format("<CustomerQueryRq><FullName>{}</FullName></CustomerQueryRq>", fullName));
   const auto begin = answer.find("<ListID>");
   if (begin == std::string::npos) return {};
   const auto from = begin + std::string_view("<ListID>").size();
