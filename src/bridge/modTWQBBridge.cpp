@@ -284,7 +284,7 @@ bool SendTableToQB(std::int32_t table, const SavedFilters& filters) {
   // 1. to 5.; the connection is released on every way out.
   return RunAs("SendTableToQB", false, [&] {
     return WithGlobalConnection([&] {
-      Vars().g_DbKind = DbKindOf(Vars().g_cnGlobal->Provider());
+      Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
       const auto sql = BuildSelectSQL(table, filters);
       Vars().g_TableOk = TableOk::False;
       if (routines != nullptr) {
@@ -308,7 +308,7 @@ bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly 
   return RunAs("GetTableFromQB", false, [&] {
     return WithGlobalConnection([&] {
       // 1.
-      Vars().g_DbKind = DbKindOf(Vars().g_cnGlobal->Provider());
+      Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
       Vars().g_TableOk = TableOk::False;
       if (activeOnly == ActiveOnly::LookUp) {
         const auto key = std::string(GetTableName(Direction::Get, table)) + "_chkActiveOnly";

@@ -205,7 +205,7 @@ bool QBCustomerExistsInTW(const Record& customerRet, std::string& clientID) {
     }
     const auto parent = customerRet["ParentRef"]["ListID"].GetValue();
     return WithGlobalConnection([&] {
-      auto& cn = *Vars().g_cnGlobal;
+      auto& cn = GlobalConnection();
       const auto rs = cn.OpenRecordset(fmt::format("SELECT ClientID from Client WHERE QBLinkID = '{}';", parent),
                                        ado::CursorType::Static, ado::LockType::ReadOnly);
       if (!rs->Eof()) {

@@ -31,6 +31,7 @@ constexpr std::array kTexts = {
     NumberAndText{error::kReadOnly, "The recordset is read-only."},
     NumberAndText{error::kParse, "QuickBooks found an error when parsing the provided XML text stream."},
     NumberAndText{error::kRequestIncomplete, "A required choice of the request is not set."},
+    NumberAndText{error::kOverflow, "Overflow"},
     NumberAndText{error::kDivisionByZero, "Division by zero"},
     NumberAndText{error::kConversion, "Type mismatch"},
     NumberAndText{error::kObjectNothing, "Object variable not set"},

@@ -30,6 +30,7 @@ inline constexpr ErrorNumber kBadArgument = 0x800A0BB9;
 inline constexpr ErrorNumber kReadOnly = 0x800A0CB3;           // the recordset does not support updating
 inline constexpr ErrorNumber kParse = 0x80040400;              // QuickBooks can't parse the document
 inline constexpr ErrorNumber kRequestIncomplete = 0x80040307;  // a request object with a required choice left empty
+inline constexpr ErrorNumber kOverflow = 6;
 inline constexpr ErrorNumber kDivisionByZero = 11;
 inline constexpr ErrorNumber kConversion = 13;
 inline constexpr ErrorNumber kObjectNothing = 91;

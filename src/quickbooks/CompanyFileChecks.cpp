@@ -31,13 +31,27 @@ constexpr std::string_view kApplicationKey = "TW80";
 constexpr std::string_view kBackupSuffix = "_TWB.bak";
 
 std::string StoredCompanyFile() { return gf_ReadSettings(kGeneral, kCompanyFileKey, Vars().g_TWSettingsPath); }
-void StoreCompanyFile(std::string_view file) {
-  gf_WriteSettings(kGeneral, kCompanyFileKey, file, Vars().g_TWSettingsPath);
+// Inside the retry loop errors are collected, not raised.
+std::string StoredCompanyFileOrEmpty() {
+  std::string file;
+  IgnoreErrors([&] { file = StoredCompanyFile(); });
+  return file;
+}
+[[nodiscard]] bool StoreCompanyFile(std::string_view file) {
+  return gf_WriteSettings(kGeneral, kCompanyFileKey, file, Vars().g_TWSettingsPath);
 }
 
-// CloseConnection without EndSession: a shortcut that QuickBooks takes as both.
+// The user said No: CloseConnection without EndSession, a shortcut that QuickBooks takes as both.
 bool GiveUp() {
   Vars().g_QBSession->CloseConnection();
+  DropSession();
+  return false;
+}
+
+// A setting could not be written, and the user has been told: no session is left behind.
+bool TakeDown() {
+  IgnoreErrors([] { Vars().g_QBSession->EndSession(); });
+  IgnoreErrors([] { Vars().g_QBSession->CloseConnection(); });
   DropSession();
   return false;
 }
@@ -79,8 +93,12 @@ std::string ProblemText(const PlatformError& raised, std::string_view file) {
   }
 }
 
-// The connection was started from the QuickBooks menu: no box may ask for a retry.
-bool StartedFromMenu() { return TextToBoolean(RegGetSetting(kApplicationKey, kGeneral, "QB_MNUSUBSCRIBE", "0")); }
+// The connection was started from the QuickBooks menu: no box may ask for a retry. A value that is none counts as no.
+bool StartedFromMenu() {
+  bool started = false;
+  IgnoreErrors([&] { started = TextToBoolean(RegGetSetting(kApplicationKey, kGeneral, "QB_MNUSUBSCRIBE", "0")); });
+  return started;
+}
 
 BoxAnswer AskForRetry(std::string text) {
   if (StartedFromMenu()) return BoxAnswer::Cancel;
@@ -95,7 +113,7 @@ BoxAnswer AskForRetry(std::string text) {
 
 // Asks for a company file, beginning at the stored one; "" when the user cancelled.
 std::string PickCompanyFile() {
-  const auto stored = StoredCompanyFile();
+  const auto stored = StoredCompanyFileOrEmpty();
   return gf_OpenFile(stored.empty() ? TheMachine().LibraryFolder() : stored);
 }
 
@@ -129,9 +147,9 @@ void BackUp(const std::string& companyFile, const std::string& databaseFile) {
   });
 }
 
-void OfferFirstBackup(const std::string& companyFile, const std::string& databaseFile) {
+[[nodiscard]] bool OfferFirstBackup(const std::string& companyFile, const std::string& databaseFile) {
   const auto& path = Vars().g_TWSettingsPath;
-  if (UpperCase(gf_ReadSettings(kGeneral, kFirstTimeKey, path, "True")) != "TRUE") return;
+  if (UpperCase(gf_ReadSettings(kGeneral, kFirstTimeKey, path, "True")) != "TRUE") return true;
   const auto answer =
       TheDesk().ShowMessageBox({.text = "It appears you are using QuickBooks data integration for the\r\n"
                                         "first time. It is recommended that you backup your QuickBooks\r\n"
@@ -144,7 +162,7 @@ void OfferFirstBackup(const std::string& companyFile, const std::string& databas
                                 .helpFile = Vars().g_HelpFilePath,
                                 .helpId = Vars().g_HelpID});
   if (answer == BoxAnswer::Yes) BackUp(companyFile, databaseFile);
-  gf_WriteSettings(kGeneral, kFirstTimeKey, "False", path);
+  return gf_WriteSettings(kGeneral, kFirstTimeKey, "False", path);
 }
 
 }  // namespace
@@ -157,7 +175,7 @@ std::string gf_OpenFile(std::string_view strInitialFolder) {
                                        .folder = std::string(strInitialFolder),
                                        .filterName = "QuickBooks Files (*.qbw)",
                                        .pattern = "*.qbw"});
-    chosen = Left(chosen, kLongestPath);
+    if (CharacterCount(chosen) > kLongestPath) chosen.clear();  // the dialog can't hand it over
     TheDesk().PumpMessages();
   });
   if (!raised) return chosen;
@@ -170,7 +188,12 @@ std::string gf_OpenFile(std::string_view strInitialFolder) {
 
 bool RetryBeginSession(OpenMode mode) {
   // 1. The company file of the last session.
-  auto file = StoredCompanyFile();
+  auto file = StoredCompanyFileOrEmpty();
+  const auto giveUp = [] {
+    IgnoreErrors([] { Vars().g_QBSession->CloseConnection(); });
+    DropSession();
+    return false;
+  };
   while (true) {
     // 2. Try it.
     const auto raised = CatchError([&] { Vars().g_QBSession->BeginSession(file, mode); });
@@ -178,11 +201,11 @@ bool RetryBeginSession(OpenMode mode) {
     // 3. QuickBooks wants a file name: pick one and go round without a box.
     if (raised->number() == kNeedsFileName || raised->number() == kNeedsFileNameToo) {
       file = PickCompanyFile();
-      if (file.empty()) return GiveUp();
+      if (file.empty()) return giveUp();
       continue;
     }
     // 4. Anything else is told, and retried as often as the user likes.
-    if (AskForRetry(ProblemText(*raised, file)) != BoxAnswer::Retry) return GiveUp();
+    if (AskForRetry(ProblemText(*raised, file)) != BoxAnswer::Retry) return giveUp();
     if (raised->number() == kCannotOpenPreviousFile) file.clear();
   }
 }
@@ -193,18 +216,17 @@ bool CheckCompanyFile() {
   const auto currentFile = Vars().g_QBSession->GetCurrentCompanyFileName();
   // 6. Another one needs the user's word.
   if (Trim(lastFile).empty()) {
-    StoreCompanyFile(currentFile);
+    if (!StoreCompanyFile(currentFile)) return TakeDown();
   } else if (UpperCase(Trim(lastFile)) != UpperCase(Trim(currentFile))) {
     if (!AskForChangedFile(currentFile, lastFile)) return GiveUp();
-    StoreCompanyFile(currentFile);
+    if (!StoreCompanyFile(currentFile)) return TakeDown();
   }
   // 7. The host's database file, for the backup.
   const auto databaseFile = RegGetSetting(kApplicationKey, "", "Database", "");
   // 8. The first run.
-  OfferFirstBackup(currentFile, databaseFile);
+  if (!OfferFirstBackup(currentFile, databaseFile)) return TakeDown();
   // 9.
-  StoreCompanyFile(currentFile);
-  return true;
+  return StoreCompanyFile(currentFile) || TakeDown();
 }
 
 }  // namespace twqb

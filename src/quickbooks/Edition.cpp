@@ -64,11 +64,13 @@ FormatVersion VersionFor(std::int16_t host) {
 }
 
 void ReadHost(const Record& host) {
-  Vars().g_QBHostVer = static_cast<std::int16_t>(TextToInteger(host["MajorVersion"].GetValue()));
+  const auto version = TextToInteger(host["MajorVersion"].GetValue());
+  if (version != static_cast<std::int16_t>(version)) throw PlatformError(error::kOverflow);
+  Vars().g_QBHostVer = static_cast<std::int16_t>(version);
   if (const auto country = host["Country"]; !country.IsNothing()) Vars().g_HostCountry = country.GetValue();
-  const auto version = VersionFor(Vars().g_QBHostVer);
-  Vars().g_QBMajorVer = version.major;
-  Vars().g_QBMinorVer = version.minor;
+  const auto format = VersionFor(Vars().g_QBHostVer);
+  Vars().g_QBMajorVer = format.major;
+  Vars().g_QBMinorVer = format.minor;
 }
 
 }  // namespace

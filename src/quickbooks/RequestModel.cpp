@@ -133,6 +133,13 @@ std::string EnumText(const Element& row, double number) {
   throw PlatformError(error::kConversion);
 }
 
+std::string DateValueText(const Element& row, Date date) {
+  if (row.type == Type::Date) return messages::DateText(date);
+  // Without an offset: the workstation's local time.
+  if (row.type == Type::DateTime) return messages::DateTimeText(date, std::nullopt);
+  return GeneralDate(date);
+}
+
 std::string NumberText(const Element& row, double number) {
   switch (row.type) {
     case Type::Amt:
@@ -146,22 +153,21 @@ std::string NumberText(const Element& row, double number) {
       return messages::BoolText(number != 0);
     case Type::Enum:
       return EnumText(row, number);
+    case Type::Date:
+    case Type::DateTime:
+      return DateValueText(row, Date::FromSerial(number));
     default:
       return NumberToText(number);
   }
-}
-
-std::string DateValueText(const Element& row, Date date) {
-  if (row.type == Type::Date) return messages::DateText(date);
-  // Without an offset: the workstation's local time.
-  if (row.type == Type::DateTime) return messages::DateTimeText(date, std::nullopt);
-  return GeneralDate(date);
 }
 
 std::string TextValueText(const Element& row, std::string_view text) {
   switch (row.type) {
     case Type::Bool:
       return messages::BoolText(TextToBoolean(text));
+    case Type::Enum:
+      if (messages::IsWellFormed(row, text)) return std::string(text);
+      return EnumText(row, TextToNumber(text));
     case Type::Int:
     case Type::Amt:
     case Type::Price:

@@ -23,8 +23,9 @@ namespace detail {
 struct RequestNode;
 }
 
-// A place in a request: a field, an aggregate, a list, a choice group or a filter group. A handle, valid as long as its
-// message set; copying it copies no data. Names match without regard to case.
+// A place in a request: a field, an aggregate, a list, a choice group or a filter group. A handle; copying it copies no
+// data. It lasts as long as its message set, but no longer than its place: unsetting something above it, or setting
+// another branch of a choice above it, ends it. Names match without regard to case.
 class RequestField {
  public:
   // The member of that name; "XList" reaches the repeating X. Raises 438 when there is none.

@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::string_view kApplicationId = "TWCLIENT";
 constexpr std::string_view kApplicationName = "Tallywick<->QuickBooks by Orrin Fields Inc.";
-constexpr int kOldestInterface = 3;
+constexpr int kOldestMajor = 3;
+constexpr int kOldestMinor = 0;
 
 bool RefuseOldInterface() {
   TheDesk().ShowMessageBox({.text = "You are using an older version of QuickBooks. This\r\n"
@@ -31,7 +32,10 @@ bool RefuseOldInterface() {
 bool Connect(OpenMode mode) {
   Vars().g_QBSession = std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport());
   const auto session = Vars().g_QBSession;
-  if (session->GetVersion().major < kOldestInterface) return RefuseOldInterface();
+  const auto version = session->GetVersion();
+  if (version.major < kOldestMajor || (version.major == kOldestMajor && version.minor < kOldestMinor)) {
+    return RefuseOldInterface();
+  }
   session->OpenConnection(kApplicationId, kApplicationName);
   // QuickBooks first gets the chance to use whatever file it has open.
   if (IgnoreErrors([&] { session->BeginSession("", mode); })) return CheckCompanyFile();

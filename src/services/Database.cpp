@@ -42,6 +42,11 @@ void gp_cnGlobal80(bool blnOpen) {
   });
 }
 
+ado::Connection& GlobalConnection() {
+  if (!Vars().g_cnGlobal) throw PlatformError(error::kObjectNothing);
+  return *Vars().g_cnGlobal;
+}
+
 void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, std::string_view strTable) {
   RunAs("OpenConnection", [&] {
     if (cn.ConnectionString().empty()) SetUpAndOpen(cn);
@@ -56,7 +61,7 @@ std::string GetScalarFromSQL(std::string_view strSQL) {
   return WithGlobalConnection([&] {
     std::string result;
     IgnoreErrors([&] {
-      const auto rs = Vars().g_cnGlobal->Execute(strSQL, nullptr);
+      const auto rs = GlobalConnection().Execute(strSQL, nullptr);
       result = ToText(rs->FieldAt(0));
     });
     return result;

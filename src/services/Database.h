@@ -15,6 +15,9 @@ namespace twqb {
 // connection closes with the last request. A failure goes to ErrorHandler.
 void gp_cnGlobal80(bool blnOpen);
 
+// The shared connection, open or not; raises 91 when it could not even be made.
+[[nodiscard]] ado::Connection& GlobalConnection();
+
 // Runs `body` between an open and a release of the shared connection; releases on every way out.
 template <typename Body>
 auto WithGlobalConnection(Body&& body);

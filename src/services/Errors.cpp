@@ -48,9 +48,9 @@ void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::s
   IgnoreErrors([&] {
     TheDesk().ShowMessageBox(
         {.text = ErrorBoxText(lngNumber, strDescription, strProcedure), .title = "WARNING", .icon = BoxIcon::Warning});
-    TheDesk().PumpMessages();
-    TheDesk().Beep();
   });
+  IgnoreErrors([] { TheDesk().PumpMessages(); });
+  IgnoreErrors([] { TheDesk().Beep(); });
 }
 
 void WriteLog(std::string_view strLine) {

@@ -19,7 +19,7 @@ constexpr int kProfileBuffer = 255;  // characters, the closing NUL included
 std::string ParamName(std::string_view section, std::string_view key) { return fmt::format("{}_{}", section, key); }
 
 std::unique_ptr<ado::Recordset> OpenReadOnly(std::string_view statement) {
-  return Vars().g_cnGlobal->OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly);
+  return GlobalConnection().OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly);
 }
 
 std::string ReadFromTable(std::string_view section, std::string_view key, std::string_view fallback) {
@@ -48,7 +48,7 @@ void WriteToTable(std::string_view section, std::string_view key, std::string_vi
   WithGlobalConnection([&] {
     const auto name = ParamName(section, key);
     const auto rs = OpenReadOnly(fmt::format("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}';", name));
-    Vars().g_cnGlobal->Execute(WriteStatement(!rs->Eof(), name, value), nullptr);
+    GlobalConnection().Execute(WriteStatement(!rs->Eof(), name, value), nullptr);
     rs->Close();
   });
 }
@@ -76,8 +76,9 @@ std::string RegGetSetting(std::string_view strApplication, std::string_view strS
                           std::string_view strDefault) {
   const auto key = fmt::format("SOFTWARE\\OFS\\{}\\{}", strApplication, Trim(strSection));
   const auto value = TheMachine().ReadRegistry(key, Trim(strKey));
-  if (!value) return std::string(strDefault);
-  return Trim(Left(std::string_view(*value).substr(0, value->find('\0')), kProfileBuffer));
+  // What does not fit the buffer can't be read.
+  if (!value || CharacterCount(*value) > kProfileBuffer) return std::string(strDefault);
+  return Trim(std::string_view(*value).substr(0, value->find('\0')));
 }
 
 void LoadActivityCodes() {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <cstdlib>
 
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
@@ -30,9 +31,9 @@ void Load() {
               .startTime = TheMachine().Now()};
 }
 
-// "hh:mm:ss"; whole days fall away.
+// "hh:mm:ss"; whole days fall away, and the sign that a clock put back would give.
 std::string TimeLeft(std::int64_t milliseconds) {
-  const auto seconds = std::llround(static_cast<double>(milliseconds) / static_cast<double>(Date::kSecond));
+  const auto seconds = std::llround(static_cast<double>(std::abs(milliseconds)) / static_cast<double>(Date::kSecond));
   return fmt::format("{:02}:{:02}:{:02}", seconds / 3600 % 24, seconds / 60 % 60, seconds % 60);
 }
 
@@ -59,10 +60,11 @@ void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent) {
     form.controls.pbconv =
         static_cast<int>(std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
     form.controls.txtProg = fmt::format("{}/{}", lngCurrent, lngTotal);
-    if (lngCurrent > 0) {  // before the first record there is nothing to estimate from
-      const auto elapsed = TheMachine().Now().Milliseconds() - form.startTime.Milliseconds();
-      form.controls.txtProg += " --> " + TimeLeft(elapsed * (lngTotal - lngCurrent) / lngCurrent);
-    }
+    Refresh();
+    TheDesk().PumpMessages();
+    if (lngCurrent == 0) return;  // before the first record there is nothing to estimate from
+    const auto elapsed = TheMachine().Now().Milliseconds() - form.startTime.Milliseconds();
+    form.controls.txtProg += " --> " + TimeLeft(elapsed * (lngTotal - lngCurrent) / lngCurrent);
     Refresh();
     TheDesk().PumpMessages();
   });
@@ -72,6 +74,11 @@ void SetProgressText(std::string_view strText) {
   if (!Vars().msgForm) return;
   Vars().msgForm->controls.Text1 = strText;
   Refresh();
+}
+
+std::string MyCaption() {
+  if (!Vars().msgForm) Load();
+  return Vars().msgForm->controls.caption;
 }
 
 void SetMyCaption(std::string_view strCaption) {

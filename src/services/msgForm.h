@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace twqb {
@@ -20,7 +21,8 @@ void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent);
 // The running text (the record in hand). Nothing happens while no form is loaded.
 void SetProgressText(std::string_view strText);
 
-// The window's title.
+// The window's title; " Tallywick" until it is set.
+[[nodiscard]] std::string MyCaption();
 void SetMyCaption(std::string_view strCaption);
 
 // Takes the form down and forgets it; nothing happens when none is loaded.
