@@ -58,7 +58,6 @@ class ScenarioRun {
     }
     if (!initialised_) Init({});
     if (word == "first") {
-      Require(Twqb({"billing", "run", "-e", "SELECT 1"}), line);
       firstRun_ = true;
     } else if (word == "clock") {
       const auto words = Words(rest);

@@ -33,16 +33,22 @@ std::vector<std::string> Statements(const std::string& text) {
 }  // namespace
 
 TestHouse::TestHouse(HouseOptions options)
-    : machine({.libraryFolder = folder_.Path(), .registryFile = folder_ / "registry.ini"},
+    : ownFolder_(options.folder.empty() ? std::optional<TemporaryFolder>(std::in_place) : std::nullopt),
+      folder_(ownFolder_ ? ownFolder_->Path() : options.folder),
+      machine({.libraryFolder = folder_, .registryFile = folder_ + "/registry.ini"},
               {.now = options.now, .zone = options.zone, .seed = 1}),
       desk(ParseAnswers(options.answers)),
       provider_(options.provider) {
-  CreateSqliteDatabase(Path("billing.db"));
-  company::CreateCompanyFile(Path("company.twq"), options.company, machine);
+  const bool makesBilling = !std::filesystem::exists(Path("billing.db"));
+  if (makesBilling) CreateSqliteDatabase(Path("billing.db"));
+  if (!std::filesystem::exists(Path("company.twq"))) {
+    company::CreateCompanyFile(Path("company.twq"), options.company, machine);
+  }
   quickbooks = std::make_unique<company::CompanyTransportFactory>(Path("company.twq"), machine);
   connection_ = database.CreateConnection();
   connection_->SetConnectionString(ConnectString());
   connection_->Open();
+  if (!makesBilling) return;
   Sql("BEGIN");
   for (const auto& statement : Statements(ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) Sql(statement);
   Sql("COMMIT");

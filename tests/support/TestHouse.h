@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,13 +24,18 @@ struct HouseOptions {
   company::CompanyOptions company;
   Date now = TextToDate("2008-03-05T10:00:00");
   TimeZoneInformation zone = {.bias = 300, .daylightBias = -60, .state = TimeZoneState::Standard};
+  // An existing folder to stand in, with the files that an earlier house left there. Empty: a new one, removed with
+  // the house.
+  std::string folder = {};
 };
 
 class TestHouse {
-  TemporaryFolder folder_;  // first: the machine stands in it
+  // First: the machine stands in it.
+  std::optional<TemporaryFolder> ownFolder_;
+  std::string folder_;
 
  public:
-  // Makes an empty BillingDb and an empty company file.
+  // Makes an empty BillingDb and an empty company file, each unless it is in the folder already.
   explicit TestHouse(HouseOptions options = {});
   ~TestHouse();
   TestHouse(const TestHouse&) = delete;
@@ -41,8 +47,8 @@ class TestHouse {
   void Enter(const Platform& platform);
   [[nodiscard]] Platform Seams();
 
-  [[nodiscard]] const std::string& Folder() const { return folder_.Path(); }
-  [[nodiscard]] std::string Path(std::string_view name) const { return folder_ / std::string(name); }
+  [[nodiscard]] const std::string& Folder() const { return folder_; }
+  [[nodiscard]] std::string Path(std::string_view name) const { return folder_ + "/" + std::string(name); }
   [[nodiscard]] std::string ConnectString() const;
 
   // Runs one statement on BillingDb.
