@@ -108,8 +108,8 @@ void CollectNamed(pugi::xml_node query, std::string_view element, Named& named, 
 
 void AnswerNamed(Named named, RecordWriter& writer, Response& response) {
   std::ranges::sort(named.records, {}, &ListRecord::fullKey);
-  const auto twice = std::ranges::unique(named.records, {}, &ListRecord::listId);
-  named.records.erase(twice.begin(), twice.end());
+  const auto same = [](const ListRecord& a, const ListRecord& b) { return a.listId == b.listId; };
+  named.records.erase(std::unique(named.records.begin(), named.records.end(), same), named.records.end());
   response.Begin(named.missing ? status::QueryIncomplete(*named.missing) : Status{});
   for (const auto& record : named.records) writer.Append(response.Content(), record);
   response.End();
