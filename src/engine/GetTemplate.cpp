@@ -97,15 +97,7 @@ class GetRun {
     if (rule_ == TwinRule::LeaveAlone) return false;
     Rows().MoveFirst();
     Rows().Find(fmt::format("QBLinkID = '{}'", listId));
-    return rule_ == TwinRule::Overwrite || QuickBooksWins(record);
-  }
-
-  bool QuickBooksWins(const Record& record) {
-    return RecordMoves({.direction = Direction::Get,
-                        .rule = rule_,
-                        .quickBooksTime = record["TimeModified"].GetDate(),
-                        .clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard,
-                        .billingTime = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn)});
+    return PairMoves(table_, Direction::Get, rule_, record, *rows_);
   }
 
   // 5.5 A new row under a key that is free: the name, with a counter behind it where it is taken.

@@ -124,20 +124,12 @@ class SendRun {
     const auto request = messageSet.Append(table_.modRequest);
     request["ListID"].SetValue(twin["ListID"].GetValue());
     request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
-    if (rule_ == TwinRule::NewerWins && !BillingWins(twin)) return;
+    if (!PairMoves(table_, Direction::Send, rule_, twin, *rows_)) return;
     table_.assign(request, *rows_, RequestKind::Mod, record_);
     const auto answer = session_.DoRequests(messageSet);
     const auto& response = answer.GetAt(0);
     // Nothing is written back after a Mod.
     if (response.StatusCode() != 0) AskAfterFailedMod(response);
-  }
-
-  bool BillingWins(const Record& twin) const {
-    return RecordMoves({.direction = Direction::Send,
-                        .rule = rule_,
-                        .quickBooksTime = twin["TimeModified"].GetDate(),
-                        .clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard,
-                        .billingTime = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn)});
   }
 
   // 4.9 A name in use is tried again with a counter behind it. The set is not made anew: every round sends the earlier
@@ -214,17 +206,6 @@ class SendRun {
 };
 
 }  // namespace
-
-void EndCancelled() {
-  Vars().g_Cancelled = false;
-  TheDesk().SetPointer(Pointer::Default);
-  TheDesk().ShowMessageBox({.text = "Operation cancelled!"});
-  Vars().g_TableOk = TableOk::False;
-}
-
-std::string RecordLine(const TableDescription& table, std::string_view key) {
-  return fmt::format("[{} = \"{}\"]", table.recordLabel, key);
-}
 
 void SendTable(const TableDescription& table, const std::string& strSQL, bool optNever, bool optMostRecent,
                QBSessionManager& session) {

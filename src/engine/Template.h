@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/ConflictRule.h"
 #include "engine/Mapping.h"
 #include "platform/PlatformError.h"
 #include "platform/ado.h"
@@ -75,6 +76,11 @@ enum class Dependent : bool { No, Yes };
 // caller's connection, shows no progress and does not act on Cancel.
 void GetTable(const TableDescription& table, const RecordList& records, bool optNever, bool optMostRecent,
               Dependent dependent, ado::Connection* connection);
+
+// Whether the record of a pair goes, by the conflict rule: `twin` is QuickBooks' side, `row` the billing side. A pair
+// whose dates can't be read, which has been told, stays as it is.
+[[nodiscard]] bool PairMoves(const TableDescription& table, Direction direction, TwinRule rule, const Record& twin,
+                             const ado::Recordset& row);
 
 // The end of a table that the user stopped: the wish is forgotten, told, and the outcome is False.
 void EndCancelled();

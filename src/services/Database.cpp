@@ -25,18 +25,22 @@ void gp_cnGlobal80(bool blnOpen) {
   RunAs("gp_cnGlobal80", [&] {
     auto& cn = Vars().g_cnGlobal;
     auto& count = Vars().g_CnRefCount;
-    if (!cn) cn = Vars().platform.database->CreateConnection();
     if (blnOpen) {
+      if (!cn) cn = Vars().platform.database->CreateConnection();
       if (cn->State() == ado::ObjectState::Closed) {
         cn->SetConnectionTimeout(kGlobalConnectionTimeout);
         SetUpAndOpen(*cn);
       }
       ++count;
-    } else if (cn->State() != ado::ObjectState::Closed && count > 1) {
-      --count;
     } else {
-      if (cn->State() != ado::ObjectState::Closed) cn->Close();
-      count = 0;
+      // The count goes first: it balances whatever fails behind it.
+      const bool isLast = count <= 1;
+      count = isLast ? std::int16_t{0} : static_cast<std::int16_t>(count - 1);
+      if (cn && cn->State() != ado::ObjectState::Closed) {
+        if (isLast) cn->Close();
+      } else {
+        count = 0;
+      }
     }
     TheDesk().PumpMessages();
   });
@@ -68,12 +72,16 @@ std::string GetScalarFromSQL(std::string_view strSQL) {
   });
 }
 
-Date GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1, std::string_view strField2) {
-  const auto never = Date::FromMilliseconds(kNeverUpdatedSerial * Date::kDay);
-  return RunAs("GetTWDateOfUpdation", never, [&] {
-    if (const auto changed = rs.Field(strField1); !IsNull(changed)) return UTCToLocal(ToDate(changed));
-    if (const auto fallback = rs.Field(strField2); !IsNull(fallback)) return ToDate(fallback);
-    return never;
+std::optional<Date> GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1,
+                                        std::string_view strField2) {
+  return RunAs("GetTWDateOfUpdation", std::optional<Date>{}, [&] {
+    std::optional<Date> date = Date::FromMilliseconds(kNeverUpdatedSerial * Date::kDay);
+    if (const auto changed = rs.Field(strField1); !IsNull(changed)) {
+      date = UTCToLocal(ToDate(changed));
+    } else if (const auto fallback = rs.Field(strField2); !IsNull(fallback)) {
+      date = ToDate(fallback);
+    }
+    return date;
   });
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -30,9 +31,10 @@ void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, st
 [[nodiscard]] std::string GetScalarFromSQL(std::string_view strSQL);
 
 // When a row last changed, local time: field 1 (UTC) turned into local time; if NULL, field 2 as it stands; if both are
-// NULL, 1 January 1901. An error goes to ErrorHandler and gives the same.
-[[nodiscard]] Date GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1,
-                                       std::string_view strField2);
+// NULL, 1 January 1901. An error goes to ErrorHandler and gives nothing: no record may be overwritten on a date that
+// nobody could read.
+[[nodiscard]] std::optional<Date> GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1,
+                                                      std::string_view strField2);
 
 // "SQL" when the first three letters of the provider's name are exactly these, else "JET".
 [[nodiscard]] std::string DbKindOf(std::string_view provider);
