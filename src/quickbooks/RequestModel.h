@@ -41,7 +41,7 @@ class RequestField {
   void SetValue(double number) const { SetNumber(number); }
   void SetValue(Currency amount) const { SetNumber(amount.ToDouble()); }
   void SetValue(Date date) const;
-  // Takes the value, or everything below, away.
+  // Takes the value, or everything below, away; of a repeating field, that of the one item.
   void Unset() const;
 
   // A repeating field: adds one value, or one aggregate to fill.

@@ -13,6 +13,7 @@ namespace twqb {
 namespace {
 
 void Refresh() { TheDesk().UpdateMsgForm(Vars().msgForm->controls); }
+void Pump() { TheDesk().PumpMessages(); }
 
 void cmdCancel_Click() {
   RunAs("msgForm_cmdCancel_Click", [] {
@@ -50,24 +51,28 @@ void ShowMsgForm(std::string_view strText) {
 
 void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent) {
   if (lngCurrent > lngTotal) return;
-  IgnoreErrors([&] {
+  // Each step goes on after an error of the one before.
+  IgnoreErrors([] {
     if (!Vars().msgForm) Load();
-    auto& form = *Vars().msgForm;
-    if (lngTotal == 0) {
-      Refresh();
-      return;
-    }
-    form.controls.pbconv =
-        static_cast<int>(std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
-    form.controls.txtProg = fmt::format("{}/{}", lngCurrent, lngTotal);
-    Refresh();
-    TheDesk().PumpMessages();
-    if (lngCurrent == 0) return;  // before the first record there is nothing to estimate from
-    const auto elapsed = TheMachine().Now().Milliseconds() - form.startTime.Milliseconds();
-    form.controls.txtProg += " --> " + TimeLeft(elapsed * (lngTotal - lngCurrent) / lngCurrent);
-    Refresh();
-    TheDesk().PumpMessages();
   });
+  if (!Vars().msgForm) return;
+  auto& controls = Vars().msgForm->controls;
+  if (lngTotal == 0) {
+    IgnoreErrors(Refresh);
+    return;
+  }
+  controls.pbconv =
+      static_cast<int>(std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
+  controls.txtProg = fmt::format("{}/{}", lngCurrent, lngTotal);
+  IgnoreErrors(Refresh);
+  IgnoreErrors(Pump);
+  IgnoreErrors([&] {
+    if (lngCurrent == 0) return;  // before the first record there is nothing to estimate from
+    const auto elapsed = TheMachine().Now().Milliseconds() - Vars().msgForm->startTime.Milliseconds();
+    controls.txtProg += " --> " + TimeLeft(elapsed * (lngTotal - lngCurrent) / lngCurrent);
+    Refresh();
+  });
+  IgnoreErrors(Pump);
 }
 
 void SetProgressText(std::string_view strText) {
