@@ -6,6 +6,7 @@
 #include <charconv>
 #include <utility>
 
+#include "platform/Flagged.h"
 #include "platform/Text.h"
 
 namespace twqb {
@@ -50,18 +51,6 @@ int CounterOf(std::string_view progress) {
   std::from_chars(progress.data(), progress.data() + progress.size(), counter);
   return counter;
 }
-
-// Sets a flag for as long as it lives: an answer may be missing while Cancel is being confirmed.
-class Flagged {
- public:
-  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flagged() { flag_ = false; }
-  Flagged(const Flagged&) = delete;
-  Flagged& operator=(const Flagged&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 

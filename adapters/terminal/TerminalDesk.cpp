@@ -10,6 +10,7 @@
 
 #include "adapters/terminal/BoxFormat.h"
 #include "adapters/terminal/TextLayout.h"
+#include "platform/Flagged.h"
 #include "platform/Text.h"
 
 namespace twqb {
@@ -34,18 +35,6 @@ std::optional<std::size_t> ReadChoice(std::string_view text, std::size_t greates
   if (failure != std::errc() || stop != end || number < 1 || number > greatest) return std::nullopt;
   return number - 1;
 }
-
-// Sets a flag for as long as it lives.
-class Flagged {
- public:
-  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flagged() { flag_ = false; }
-  Flagged(const Flagged&) = delete;
-  Flagged& operator=(const Flagged&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
