@@ -22,6 +22,7 @@
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "bench/Floor.h"
+#include "tests/support/BillingSchema.h"
 #include "tests/support/Process.h"
 #include "twqb/CTWQBBridge.h"
 
@@ -99,14 +100,8 @@ void MakeBase(const std::string& folder, const Base& base) {
     (void)company::CompanyFile(folder + "/company.twq", seams.machine).Process(document);
   }
   const auto cn = OpenBilling(seams);
-  const auto schema = ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql");
+  MakeBillingSchema(*cn);
   Sql(*cn, "BEGIN");
-  for (std::size_t from = 0; from < schema.size();) {
-    const auto end = schema.find(";\n", from);
-    if (end == std::string::npos) break;
-    Sql(*cn, schema.substr(from, end + 1 - from));
-    from = end + 2;
-  }
   for (int i = 1; i <= base.clients; ++i) {
     Sql(*cn,
         fmt::format("INSERT INTO Client (ClientID, ClientCompany, ClientFName, ClientLName, ClientStreet, ClientCity, "

@@ -8,29 +8,9 @@
 #include "adapters/companyfile/CompanyFile.h"
 #include "adapters/companyfile/CompanyTransport.h"
 #include "services/ModuleVariables.h"
+#include "tests/support/BillingSchema.h"
 
 namespace twqb {
-
-namespace {
-
-// Statements of a schema file end with ";" at a line's end.
-std::vector<std::string> Statements(const std::string& text) {
-  std::vector<std::string> statements;
-  std::string statement;
-  std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);) {
-    if (const auto comment = line.find("--"); comment != std::string::npos) line.erase(comment);
-    while (!line.empty() && line.back() == ' ') line.pop_back();
-    statement += line + "\n";
-    if (line.ends_with(';')) {
-      statements.push_back(std::move(statement));
-      statement.clear();
-    }
-  }
-  return statements;
-}
-
-}  // namespace
 
 TestHouse::TestHouse(HouseOptions options)
     : ownFolder_(options.folder.empty() ? std::optional<TemporaryFolder>(std::in_place) : std::nullopt),
@@ -49,9 +29,7 @@ TestHouse::TestHouse(HouseOptions options)
   connection_->SetConnectionString(ConnectString());
   connection_->Open();
   if (!makesBilling) return;
-  Sql("BEGIN");
-  for (const auto& statement : Statements(ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) Sql(statement);
-  Sql("COMMIT");
+  MakeBillingSchema(*connection_);
 }
 
 TestHouse::~TestHouse() {

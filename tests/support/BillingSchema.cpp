@@ -1,0 +1,40 @@
+#include "tests/support/BillingSchema.h"
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/support/Process.h"
+
+namespace twqb {
+
+namespace {
+
+// Statements of a schema file end with ";" at a line's end.
+std::vector<std::string> Statements(const std::string& text) {
+  std::vector<std::string> statements;
+  std::string statement;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    if (const auto comment = line.find("--"); comment != std::string::npos) line.erase(comment);
+    while (!line.empty() && line.back() == ' ') line.pop_back();
+    statement += line + "\n";
+    if (line.ends_with(';')) {
+      statements.push_back(std::move(statement));
+      statement.clear();
+    }
+  }
+  return statements;
+}
+
+}  // namespace
+
+void MakeBillingSchema(ado::Connection& connection) {
+  connection.Execute("BEGIN", nullptr);
+  for (const auto& statement : Statements(ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) {
+    connection.Execute(statement, nullptr);
+  }
+  connection.Execute("COMMIT", nullptr);
+}
+
+}  // namespace twqb

@@ -1,0 +1,11 @@
+// The tables of BillingDb for a test or a benchmark, from the one schema file.
+#pragma once
+
+#include "platform/ado.h"
+
+namespace twqb {
+
+// Makes every table, view and index of samples/billing/schema.sql in an empty database, in one transaction.
+void MakeBillingSchema(ado::Connection& connection);
+
+}  // namespace twqb
