@@ -45,28 +45,29 @@ FaultGate::FaultGate(std::vector<RaiseFault> raises) {
   for (auto& fault : raises) lines_.push_back({.fault = std::move(fault)});
 }
 
-void FaultGate::RaiseAt(std::size_t k, FaultTiming timing, ErrorNumber number) {
-  sweep_ = Sweep{.k = k, .timing = timing, .error = PlatformError(number, FaultDescription(number))};
+void FaultGate::RunAt(std::size_t k, FaultTiming timing, std::function<void()> action) {
+  sweep_ = Sweep{.k = k, .timing = timing, .action = std::move(action)};
 }
 
-std::optional<PlatformError> FaultGate::Enter(const SeamCall& call) {
+std::function<void()> FaultGate::Enter(const SeamCall& call) {
   names_.push_back(call.name);
-  std::optional<PlatformError> before;
-  std::optional<PlatformError> after;
-  const auto due = [&](FaultTiming timing, const PlatformError& error) {
+  std::function<void()> before;
+  std::function<void()> after;
+  const auto due = [&](FaultTiming timing, std::function<void()> action) {
     auto& slot = timing == FaultTiming::Before ? before : after;
-    if (!slot) slot = error;
+    if (!slot) slot = std::move(action);
   };
   // Every line counts the call, those too whose fault another line's comes before.
   if (call.point) {
     for (auto& line : lines_) {
       if (Concerns(line.fault, call) && ++line.seen == line.fault.nth) {
-        due(line.fault.timing, PlatformError(line.fault.number, line.fault.description));
+        due(line.fault.timing,
+            [error = PlatformError(line.fault.number, line.fault.description)] { throw PlatformError(error); });
       }
     }
   }
-  if (sweep_ && sweep_->k == names_.size()) due(sweep_->timing, sweep_->error);
-  if (before) throw PlatformError(*before);
+  if (sweep_ && sweep_->k == names_.size()) due(sweep_->timing, sweep_->action);
+  if (before) before();
   return after;
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <type_traits>
@@ -34,17 +35,17 @@ class FaultGate {
     const auto after = Enter(call);
     if constexpr (std::is_void_v<decltype(body())>) {
       body();
-      if (after) throw PlatformError(*after);
+      if (after) after();
     } else {
       auto result = body();
-      if (after) throw PlatformError(*after);
+      if (after) after();
       return result;
     }
   }
 
   [[nodiscard]] const std::vector<std::string_view>& CallNames() const { return names_; }
-  // The k-th call (from 1, since the gate was made) raises, whatever it is. Replaces an earlier order.
-  void RaiseAt(std::size_t k, FaultTiming timing, ErrorNumber number);
+  // The k-th call (from 1, since the gate was made) runs `action`, whatever call it is. Replaces an earlier order.
+  void RunAt(std::size_t k, FaultTiming timing, std::function<void()> action);
 
  private:
   struct Line {
@@ -54,11 +55,11 @@ class FaultGate {
   struct Sweep {
     std::size_t k;
     FaultTiming timing;
-    PlatformError error;
+    std::function<void()> action;
   };
 
-  // Counts the call; raises what is due before it, and gives what is due after it.
-  std::optional<PlatformError> Enter(const SeamCall& call);
+  // Counts the call; runs what is due before it, and gives what is due after it, or nothing.
+  std::function<void()> Enter(const SeamCall& call);
 
   std::vector<Line> lines_;
   std::optional<Sweep> sweep_;

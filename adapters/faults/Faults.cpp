@@ -49,7 +49,11 @@ std::size_t FaultPlatform::CallCount() const { return parts_->gate.CallNames().s
 const std::vector<std::string_view>& FaultPlatform::CallNames() const { return parts_->gate.CallNames(); }
 
 void FaultPlatform::RaiseAt(std::size_t k, FaultTiming timing, ErrorNumber number) {
-  parts_->gate.RaiseAt(k, timing, number);
+  RunAt(k, timing, [error = PlatformError(number, FaultDescription(number))] { throw PlatformError(error); });
+}
+
+void FaultPlatform::RunAt(std::size_t k, FaultTiming timing, std::function<void()> action) {
+  parts_->gate.RunAt(k, timing, std::move(action));
 }
 
 }  // namespace twqb

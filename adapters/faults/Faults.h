@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,10 @@ class FaultPlatform {
   // The k-th call (from 1) raises `number` with its published text. A sweep runs once to learn the count, then once for
   // each k. Replaces an earlier order; one that lies behind has no effect.
   void RaiseAt(std::size_t k, FaultTiming timing, ErrorNumber number);
+  // The k-th call (from 1) runs `action` right before it takes effect, or right after it has; a call that raises has
+  // not taken effect, and then an action after it does not run. What `action` raises is the call's error; one that ends
+  // the process ends it there. One order with RaiseAt: either replaces the other.
+  void RunAt(std::size_t k, FaultTiming timing, std::function<void()> action);
 
  private:
   struct Parts;

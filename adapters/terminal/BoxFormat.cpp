@@ -39,10 +39,12 @@ bool IsAnswer(std::string_view typed, BoxAnswer answer) {
 
 }  // namespace
 
+bool OffersHelp(const MessageBox& box) { return box.help && (!box.helpFile.empty() || box.helpId != 0); }
+
 std::string FormatBox(const MessageBox& box, std::size_t width) {
   std::string text = TopRule(box, width) + '\n';
   for (const auto& line : WrapText(box.text, width)) text += line + '\n';
-  if (box.help) {
+  if (OffersHelp(box)) {
     const auto file = box.helpFile.empty() ? std::string() : OneLine(box.helpFile) + ", ";
     for (const auto& line : WrapText(fmt::format("(help: {}topic {})", file, box.helpId), width)) text += line + '\n';
   }
@@ -50,10 +52,10 @@ std::string FormatBox(const MessageBox& box, std::size_t width) {
 }
 
 std::string FormatPrompt(const MessageBox& box) {
-  const std::string_view help = box.help ? " / [H]elp: " : ": ";
+  const std::string_view help = OffersHelp(box) ? " / [H]elp: " : ": ";
   switch (box.buttons) {
     case BoxButtons::Ok:
-      return box.help ? "Press Enter, or h for help: " : "Press Enter: ";
+      return OffersHelp(box) ? "Press Enter, or h for help: " : "Press Enter: ";
     case BoxButtons::YesNo:
       return fmt::format("[Y]es / [N]o{}", help);
     case BoxButtons::RetryCancel:

@@ -17,10 +17,12 @@ inline constexpr std::size_t kWidestBox = 80;
 // Title of a box that has none of its own.
 inline constexpr std::string_view kDefaultBoxTitle = "TWQBClient90";
 
+// Whether the box has a help button that leads somewhere: a host that set neither file nor topic has no help to offer.
+[[nodiscard]] bool OffersHelp(const MessageBox& box);
 // The whole box, each line ended by "\n" and at most `width` columns (at least 20) wide. Shows the help file and topic
-// when the box has a help button.
+// when the box offers help.
 [[nodiscard]] std::string FormatBox(const MessageBox& box, std::size_t width);
-// "[Y]es / [N]o: ", with the help button when the box has one.
+// "[Y]es / [N]o: ", with the help button when the box offers help.
 [[nodiscard]] std::string FormatPrompt(const MessageBox& box);
 // The answer that a typed line gives to a box, by first letter or whole word, in any case; for a box with only OK any
 // line is one. Nothing when it is no answer.

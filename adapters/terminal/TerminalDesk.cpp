@@ -74,7 +74,7 @@ BoxAnswer TerminalDesk::ShowMessageBox(const MessageBox& box) {
     return answer;
   }
   const auto accept = [&](const std::string& line) {
-    if (box.help && IsHelpRequest(line)) {
+    if (OffersHelp(box) && IsHelpRequest(line)) {
       console_.Write(fmt::format("See topic {} of {}.\n", box.helpId, OneLine(box.helpFile)));
       return false;
     }

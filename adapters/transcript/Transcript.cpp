@@ -46,4 +46,8 @@ void TranscriptPlatform::Return(std::string_view operation, const PlatformError&
   writer_.Write("return", {{"operation", operation}, {"raised", transcript::Raised(raised)}});
 }
 
+void TranscriptPlatform::Return(std::string_view operation, const DeskGaveUp& gaveUp) {
+  writer_.Write("return", {{"operation", operation}, {"raised", transcript::Raised(gaveUp)}});
+}
+
 }  // namespace twqb

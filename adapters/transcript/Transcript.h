@@ -32,6 +32,7 @@ class TranscriptPlatform {
   void Call(std::string_view operation, const nlohmann::ordered_json& arguments);
   void Return(std::string_view operation, const nlohmann::ordered_json& value);
   void Return(std::string_view operation, const PlatformError& raised);
+  void Return(std::string_view operation, const DeskGaveUp& gaveUp);
 
  private:
   TranscriptWriter& writer_;

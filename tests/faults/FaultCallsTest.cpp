@@ -246,5 +246,47 @@ TEST(FaultSweep, Raises_once) {
   EXPECT_FALSE(RaisedBy([&] { Operation(faults.Decorated()); }));
 }
 
+TEST(FaultSweep, Runs_an_action_before_or_after_the_call_takes_effect_and_lets_it_pass) {
+  for (const auto timing : {FaultTiming::Before, FaultTiming::After}) {
+    fakes::FakePlatform fakes;
+    FaultPlatform faults(fakes.Seams(), {});
+    std::vector<std::string> notesThen;
+    faults.RunAt(3, timing, [&] { notesThen = fakes.notes.calls; });
+    EXPECT_FALSE(RaisedBy([&] { Operation(faults.Decorated()); }));
+    ASSERT_FALSE(notesThen.empty());
+    EXPECT_EQ(notesThen.back() == "Open", timing == FaultTiming::After);
+    EXPECT_EQ(faults.CallCount(), 6U);
+  }
+}
+
+TEST(FaultSweep, An_action_after_a_call_that_raised_does_not_run) {
+  fakes::FakePlatform fakes;
+  FaultPlatform faults(fakes.Seams(), {});
+  bool ran = false;
+  faults.RunAt(1, FaultTiming::After, [&] { ran = true; });
+  fakes.notes.raiseNext = PlatformError(error::kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { faults.Decorated().machine->CopyFile("a", "b"); })->number(), error::kPathNotFound);
+  EXPECT_FALSE(ran);
+}
+
+TEST(FaultSweep, A_fault_of_the_script_comes_before_an_action_at_the_same_call) {
+  fakes::FakePlatform fakes;
+  FaultPlatform faults(fakes.Seams(), ParseFaults("copy 1 raise 75"));
+  bool ran = false;
+  faults.RunAt(1, FaultTiming::Before, [&] { ran = true; });
+  EXPECT_EQ(RaisedBy([&] { faults.Decorated().machine->CopyFile("a", "b"); })->number(), 75U);
+  EXPECT_FALSE(ran);
+}
+
+TEST(FaultSweep, A_later_order_replaces_an_earlier_one) {
+  fakes::FakePlatform fakes;
+  FaultPlatform faults(fakes.Seams(), {});
+  bool ran = false;
+  faults.RaiseAt(1, FaultTiming::Before, error::kCannotOpen);
+  faults.RunAt(2, FaultTiming::Before, [&] { ran = true; });
+  EXPECT_FALSE(RaisedBy([&] { Operation(faults.Decorated()); }));
+  EXPECT_TRUE(ran);
+}
+
 }  // namespace
 }  // namespace twqb

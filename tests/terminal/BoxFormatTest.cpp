@@ -44,6 +44,12 @@ TEST(BoxFormat, No_line_is_wider_than_the_width_and_no_word_is_lost) {
   }
 }
 
+TEST(BoxFormat, A_help_button_that_leads_nowhere_is_not_offered) {
+  const MessageBox box{.text = "Text", .title = "T", .buttons = BoxButtons::YesNo, .help = true};
+  EXPECT_EQ(FormatBox(box, 80).find("help"), std::string::npos);
+  EXPECT_EQ(FormatPrompt(box), "[Y]es / [N]o: ");
+}
+
 TEST(BoxFormat, Control_characters_of_text_title_and_help_file_do_not_come_through) {
   const MessageBox box{
       .text = "a\x1b]0;x\x07", .title = "b\x1b[31m\r\nc", .help = true, .helpFile = "d\x1b", .helpId = 1};
@@ -72,8 +78,8 @@ TEST(BoxFormat, The_prompt_offers_the_buttons) {
   EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::YesNo}), "[Y]es / [N]o: ");
   EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::RetryCancel}), "[R]etry / [C]ancel: ");
   EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::Ok}), "Press Enter: ");
-  EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::YesNo, .help = true}), "[Y]es / [N]o / [H]elp: ");
-  EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::Ok, .help = true}), "Press Enter, or h for help: ");
+  EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::YesNo, .help = true, .helpId = 7}), "[Y]es / [N]o / [H]elp: ");
+  EXPECT_EQ(FormatPrompt({.buttons = BoxButtons::Ok, .help = true, .helpId = 7}), "Press Enter, or h for help: ");
 }
 
 TEST(BoxFormat, An_answer_is_a_first_letter_or_a_whole_word) {

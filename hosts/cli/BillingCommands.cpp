@@ -1,0 +1,147 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "adapters/transcript/Masking.h"
+#include "cli/Checks.h"
+#include "cli/Commands.h"
+#include "cli/Composition.h"
+#include "cli/Output.h"
+#include "cli/RowText.h"
+#include "cli/SqlScript.h"
+#include "cli/TextFile.h"
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+
+namespace twqb::cli {
+
+namespace {
+
+enum class RowForm : std::uint8_t { Tabbed, Json };
+
+struct RunArguments {
+  std::string file;
+  std::optional<std::string> statements;
+  bool json = false;
+};
+
+// BillingDb as the options name it, open.
+class BillingDb {
+ public:
+  explicit BillingDb(const Options& options)
+      : composition_(Checked(options), ReadSurroundings(options)),
+        connection_(composition_.Seams().database->CreateConnection()) {
+    connection_->SetMode(ado::ConnectMode::ReadWrite);
+    connection_->SetConnectionString(composition_.Place().billing);
+    connection_->Open();
+  }
+
+  [[nodiscard]] ado::Connection& Connection() { return *connection_; }
+
+ private:
+  static Workplace Checked(const Options& options) {
+    auto place = WorkplaceOf(options);
+    CheckBilling(place);
+    return place;
+  }
+
+  Composition composition_;
+  std::unique_ptr<ado::Connection> connection_;
+};
+
+void PrintRows(ado::Recordset& rows, RowForm form) {
+  if (form == RowForm::Tabbed) Print(TabbedHeader(rows));
+  for (; !rows.Eof(); rows.MoveNext()) Print(form == RowForm::Tabbed ? TabbedRow(rows) : JsonRow(rows));
+}
+
+std::string Counted(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+ExitStatus RunStatements(ado::Connection& connection, const std::vector<std::string>& statements, RowForm form) {
+  std::size_t done = 0;
+  std::size_t changes = 0;
+  bool hasPrinted = false;
+  for (const auto& statement : statements) {
+    try {
+      std::int64_t changed = 0;
+      const auto rows = connection.Execute(statement, &changed);
+      changes += static_cast<std::size_t>(changed);
+      if (rows->State() == ado::ObjectState::Open) {
+        // A header in the middle of the output stands behind an empty line.
+        if (std::exchange(hasPrinted, true) && form == RowForm::Tabbed) Print("\n");
+        PrintRows(*rows, form);
+      }
+    } catch (const PlatformError& failure) {
+      FlushOutput();
+      Tell(fmt::format("Statement {} of {} failed: {} {}\n{}", done + 1, statements.size(), HexNumber(failure.number()),
+                       failure.description(), statement));
+      return ExitStatus::Failed;
+    }
+    ++done;
+  }
+  if (!hasPrinted) Tell(fmt::format("{}, {} changed", Counted(done, "statement"), Counted(changes, "row")));
+  return ExitStatus::Done;
+}
+
+ExitStatus Run(const Options& options, const RunArguments& arguments) {
+  if (arguments.file.empty() && !arguments.statements) throw UsageError("Name a FILE, or give the SQL with -e.");
+  const auto script = arguments.statements ? *arguments.statements : ReadTextFile(arguments.file);
+  const auto statements = SplitStatements(script);
+  if (statements.empty()) throw UsageError("There is no statement to run.");
+  BillingDb billing(options);
+  return RunStatements(billing.Connection(), statements, arguments.json ? RowForm::Json : RowForm::Tabbed);
+}
+
+ExitStatus Show(const Options& options) {
+  BillingDb billing(options);
+  auto& connection = billing.Connection();
+  const auto tables = connection.Execute(
+      "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite~_%' ESCAPE '~' ORDER BY name",
+      nullptr);
+  struct Line {
+    std::string name;
+    std::string rows;
+  };
+  std::vector<Line> lines;
+  for (; !tables->Eof(); tables->MoveNext()) {
+    const auto name = ToText(tables->FieldAt(0));
+    const auto count =
+        connection.Execute(fmt::format("SELECT COUNT(*) FROM \"{}\"", ReplaceAll(name, "\"", "\"\"")), nullptr);
+    lines.push_back({.name = name, .rows = ToText(count->FieldAt(0))});
+  }
+  std::size_t width = 0;
+  for (const auto& line : lines) width = std::max(width, line.name.size());
+  for (const auto& line : lines) Print(fmt::format("{:<{}}  {:>7}\n", line.name, width, line.rows));
+  if (lines.empty()) Tell("The database has no table.");
+  return ExitStatus::Done;
+}
+
+}  // namespace
+
+void AddBillingCommands(CLI::App& app, Command& chosen) {
+  auto* group = app.add_subcommand("billing", "Work on BillingDb itself");
+  group->require_subcommand(1);
+
+  const auto arguments = std::make_shared<RunArguments>();
+  auto* run = group->add_subcommand("run", "Run SQL statements, with semicolons between, and print their rows");
+  auto* file = run->add_option("FILE", arguments->file, "The statements; \"-\" is standard input")->type_name("");
+  run->add_option("-e", arguments->statements, "The statements themselves")->type_name("SQL")->excludes(file);
+  run->add_flag("--json", arguments->json, "Print each row as a JSON object");
+  run->footer(
+      "Rows are tab-separated behind a line with the names of the columns; NULL is \\N, dates are ISO, and CR, LF,\n"
+      "tab and backslash are \\r, \\n, \\t and \\\\. Every statement stands once it has run, unless the statements\n"
+      "themselves say BEGIN and COMMIT. The first one that fails ends the run with status 1.\n\n"
+      "Example:\n  twqb billing run -e \"SELECT ClientID, QBLinkID FROM Client WHERE Status = 'Active'\"");
+  run->callback(
+      [arguments, &chosen] { chosen = [arguments](const Options& options) { return Run(options, *arguments); }; });
+
+  auto* show = group->add_subcommand("show", "Print the tables with their numbers of rows");
+  show->callback([&chosen] { chosen = Show; });
+}
+
+}  // namespace twqb::cli

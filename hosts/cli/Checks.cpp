@@ -1,0 +1,99 @@
+#include "cli/Checks.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "adapters/companyfile/CompanyFile.h"
+#include "adapters/sqlite/SqliteProvider.h"
+#include "adapters/system/FileReplacement.h"
+#include "adapters/transcript/Masking.h"
+#include "cli/Composition.h"
+#include "cli/ExitStatus.h"
+#include "cli/TableArgument.h"
+#include "platform/PlatformError.h"
+
+namespace twqb::cli {
+
+namespace {
+
+std::unique_ptr<ado::Connection> Open(const Workplace& place) {
+  auto connection = SqliteProvider().CreateConnection();
+  connection->SetConnectionString(place.billing);
+  connection->Open();
+  return connection;
+}
+
+bool IsThere(const std::string& path) {
+  std::error_code failure;
+  // Where that can't be told, opening the file will tell why.
+  return std::filesystem::exists(path, failure) || failure;
+}
+
+}  // namespace
+
+void CheckBilling(const Workplace& place) {
+  try {
+    Open(place)->Close();
+  } catch (const PlatformError& failure) {
+    throw UsageError(fmt::format("BillingDb: {}\nRun \"twqb init\" in this folder, or name a database with --billing.",
+                                 MaskPasswords(failure.description())));
+  }
+}
+
+void CheckCompany(const Workplace& place) {
+  if (!IsThere(place.company)) return;
+  const auto machine = MakeMachine(place, std::nullopt);
+  try {
+    company::CompanyFile(place.company, *machine);
+  } catch (const PlatformError& failure) {
+    throw UsageError(
+        fmt::format("{} can't be used. {}\nName a company file with --company, or make one with \"twqb init\".",
+                    place.company, failure.description()));
+  }
+}
+
+void RequireCompany(const Workplace& place) {
+  if (!IsThere(place.company)) {
+    throw UsageError(fmt::format(
+        "There is no company file {}.\nRun \"twqb init\" in this folder, or name a company file with --company.",
+        place.company));
+  }
+  CheckCompany(place);
+}
+
+void CheckSettings(const Workplace& place) {
+  const auto refuse = [&](std::string_view doing) {
+    throw UsageError(fmt::format(
+        "The settings file {} can't be {}: {}.\nName another one with --settings. It need not exist, but its folder "
+        "must, and must take files.",
+        place.settings, doing, std::generic_category().message(errno)));
+  };
+  std::error_code ignored;
+  if (std::filesystem::is_directory(place.settings, ignored)) {
+    errno = EISDIR;
+    refuse("read");
+  }
+  if (IsThere(place.settings) && !OpenForReading(place.settings)) refuse("read");
+  if (!FileReplacement::Begin(place.settings)) refuse("written");
+}
+
+std::optional<std::string> MissingTable(const Workplace& place, enTables table) {
+  try {
+    const auto connection = Open(place);
+    for (const auto name : BillingTablesOf(table)) {
+      try {
+        connection->Execute(fmt::format("SELECT 1 FROM {} WHERE 1 = 0", name), nullptr);
+      } catch (const PlatformError& failure) {
+        if (failure.number() == error::kNoSuchTable) return std::string(name);
+      }
+    }
+  } catch (const PlatformError&) {
+    return std::nullopt;  // it could be opened before the transfer: this is about something else
+  }
+  return std::nullopt;
+}
+
+}  // namespace twqb::cli

@@ -1,0 +1,101 @@
+#include "cli/DemoBooks.h"
+
+#include <fmt/format.h>
+
+#include <pugixml.hpp>
+#include <stdexcept>
+
+#include "adapters/companyfile/CompanyFile.h"
+#include "adapters/sqlite/SqliteProvider.h"
+#include "platform/Date.h"
+#include "services/Conversions.h"
+
+namespace twqb::cli {
+
+namespace {
+
+constexpr const char* kCustomerRecord = "CustomerRet";
+
+// The only response to one request, in the form that every company file answers.
+class Answer {
+ public:
+  Answer(const std::string& company, Machine& machine, const std::string& request) {
+    const auto answer = company::CompanyFile(company, machine)
+                            .Process(
+                                "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"3.0\"?>\n"
+                                "<QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
+                                request + "</QBXMLMsgsRq></QBXML>");
+    document_.load_buffer(answer.data(), answer.size());
+    const auto response = Response();
+    if (response.attribute("statusCode").as_int(-1) == 0) return;
+    throw std::runtime_error(fmt::format("QuickBooks refuses: {}", response.attribute("statusMessage").value()));
+  }
+
+  [[nodiscard]] pugi::xml_node Response() const { return document_.child("QBXML").child("QBXMLMsgsRs").first_child(); }
+
+ private:
+  pugi::xml_document document_;
+};
+
+std::string CustomerQuery(std::string_view listId) {
+  return fmt::format("<CustomerQueryRq><ListID>{}</ListID></CustomerQueryRq>", listId);
+}
+
+}  // namespace
+
+DemoBooks::DemoBooks(const Workplace& place, Machine& machine)
+    : company_(place.company), machine_(machine), billing_(SqliteProvider().CreateConnection()) {
+  billing_->SetConnectionString(place.billing);
+  billing_->Open();
+}
+
+std::string DemoBooks::FirstField(const std::string& statement) {
+  const auto rows = billing_->Execute(statement, nullptr);
+  return rows->Eof() ? std::string() : ToText(rows->FieldAt(0));
+}
+
+std::int64_t DemoBooks::Clients() { return TextToInteger(FirstField("SELECT COUNT(*) FROM Client")); }
+
+std::int64_t DemoBooks::LinkedClients() {
+  return TextToInteger(FirstField("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"));
+}
+
+DemoBooks::CustomerCount DemoBooks::Customers() {
+  const Answer answer(company_, machine_, "<CustomerQueryRq><ActiveStatus>All</ActiveStatus></CustomerQueryRq>");
+  CustomerCount count;
+  for (const auto& customer : answer.Response().children(kCustomerRecord)) {
+    ++(customer.child("ParentRef") ? count.jobs : count.customers);
+  }
+  return count;
+}
+
+std::string DemoBooks::LinkOf(std::string_view client) {
+  return FirstField(fmt::format("SELECT QBLinkID FROM Client WHERE ClientID = '{}'", DoubleQuotes(client)));
+}
+
+std::string DemoBooks::EmailInBilling(std::string_view client) {
+  return FirstField(fmt::format("SELECT ClientEmail FROM Client WHERE ClientID = '{}'", DoubleQuotes(client)));
+}
+
+std::string DemoBooks::EmailInQuickBooks(std::string_view client) {
+  const Answer answer(company_, machine_, CustomerQuery(LinkOf(client)));
+  return answer.Response().child(kCustomerRecord).child_value("Email");
+}
+
+void DemoBooks::ChangeInBilling(std::string_view client, std::string_view email) {
+  billing_->Execute(fmt::format("UPDATE Client SET ClientEmail = '{}', LastUpdated = '{}' WHERE ClientID = '{}'",
+                                DoubleQuotes(email), IsoDate(LocalToUTC(machine_.Now())), DoubleQuotes(client)),
+                    nullptr);
+}
+
+void DemoBooks::ChangeInQuickBooks(std::string_view client, std::string_view email) {
+  const auto link = LinkOf(client);
+  const Answer answer(company_, machine_, CustomerQuery(link));
+  const auto* sequence = answer.Response().child(kCustomerRecord).child_value("EditSequence");
+  const Answer changed(company_, machine_,
+                       fmt::format("<CustomerModRq><CustomerMod><ListID>{}</ListID><EditSequence>{}</EditSequence>"
+                                   "<Email>{}</Email></CustomerMod></CustomerModRq>",
+                                   link, sequence, email));
+}
+
+}  // namespace twqb::cli

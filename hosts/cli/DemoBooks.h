@@ -1,0 +1,49 @@
+// The two sides of the demonstration as a person at either of them sees and changes them: rows of Client, and customers
+// of the company file.
+//
+// It does not know the link: whatever the two sides have in common, a transfer has brought there.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "cli/Options.h"
+#include "platform/ado.h"
+#include "platform/machine.h"
+
+namespace twqb::cli {
+
+class DemoBooks {
+ public:
+  // `machine` tells the time of each change, and must outlive the object.
+  DemoBooks(const Workplace& place, Machine& machine);
+
+  [[nodiscard]] std::int64_t Clients();
+  [[nodiscard]] std::int64_t LinkedClients();
+  // Customers and jobs, inactive ones too.
+  struct CustomerCount {
+    std::int64_t customers = 0;
+    std::int64_t jobs = 0;
+  };
+  [[nodiscard]] CustomerCount Customers();
+
+  // The e-mail address of a client on either side; the side of QuickBooks is found by the client's link. Empty where
+  // there is none.
+  [[nodiscard]] std::string EmailInBilling(std::string_view client);
+  [[nodiscard]] std::string EmailInQuickBooks(std::string_view client);
+  // Each also stamps the time of the change. Raises std::runtime_error when QuickBooks refuses.
+  void ChangeInBilling(std::string_view client, std::string_view email);
+  void ChangeInQuickBooks(std::string_view client, std::string_view email);
+
+ private:
+  [[nodiscard]] std::string FirstField(const std::string& statement);
+  [[nodiscard]] std::string LinkOf(std::string_view client);
+
+  std::string company_;
+  Machine& machine_;
+  std::unique_ptr<ado::Connection> billing_;
+};
+
+}  // namespace twqb::cli

@@ -1,0 +1,51 @@
+#include <fmt/format.h>
+#include <stdlib.h>  // mkdtemp
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "cli/Commands.h"
+#include "cli/Composition.h"
+#include "cli/Demo.h"
+
+namespace twqb::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path NewFolder() {
+  std::error_code failure;
+  const auto above = fs::temp_directory_path(failure);
+  if (failure) throw UsageError(fmt::format("There is no folder for temporary files: {}.", failure.message()));
+  auto pattern = (above / "twqb-demo-XXXXXX").string();
+  if (::mkdtemp(pattern.data()) == nullptr) {
+    throw UsageError(fmt::format("No folder can be made in {}: {}. Name one with -C.", above.string(),
+                                 std::generic_category().message(errno)));
+  }
+  return pattern;
+}
+
+ExitStatus Demonstrate(const Options& options) {
+  // It changes what it works on, so that is never a database or a company file of the user.
+  if (!options.billing.empty() || !options.company.empty() || !options.settings.empty() || !options.registry.empty() ||
+      options.settingsTable) {
+    throw UsageError("demo makes files of its own: of the options that name files it takes -C alone.");
+  }
+  const auto surroundings = ReadSurroundings(options);
+  return RunDemo(options.folder.empty() ? NewFolder() : fs::current_path(), options, surroundings);
+}
+
+}  // namespace
+
+void AddDemoCommand(CLI::App& app, Command& chosen) {
+  auto* command = app.add_subcommand("demo", "Show the link at work on a sample firm; asks nothing, changes no file");
+  command->footer(
+      "It makes the sample firm in a new folder for temporary files, or in the one of -C, sends the clients, changes\n"
+      "some on both sides, transfers both ways, and shows which side won. The folder stays. Status 1: the two sides\n"
+      "are not as they should be.");
+  command->callback([&chosen] { chosen = Demonstrate; });
+}
+
+}  // namespace twqb::cli

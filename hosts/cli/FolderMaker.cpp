@@ -1,0 +1,161 @@
+#include "cli/FolderMaker.h"
+
+#include <fmt/format.h>
+#include <stdlib.h>  // mkdtemp
+
+#include <array>
+#include <cerrno>
+#include <pugixml.hpp>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "adapters/companyfile/CompanyFile.h"
+#include "adapters/sqlite/SqliteProvider.h"
+#include "adapters/system/ProfileText.h"
+#include "cli/ExitStatus.h"
+#include "cli/Options.h"
+#include "cli/SampleTexts.h"
+#include "cli/SqlScript.h"
+#include "cli/TextFile.h"
+#include "platform/Text.h"
+
+namespace twqb::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::array kFileNames = {kBillingFile, kCompanyFile, kSettingsFile, kRegistryFile};
+
+constexpr std::string_view kSettingsText =
+    "; Settings of the link with QuickBooks. The link itself keeps the company file and the times of the last\r\n"
+    "; transfers here; the filters of a table are keys such as Clients_OptMostRecent in [QBSEND_] and [QBGET_].\r\n"
+    "\r\n"
+    "[GENERAL]\r\n";
+constexpr std::string_view kRegistryText =
+    "; What the billing product keeps in the registry of the user: the database file that the first transfer offers\r\n"
+    "; to back up, and whether the link was started from the menu of QuickBooks.\r\n"
+    "\r\n";
+
+// A folder that goes with all that is in it.
+class TemporaryFolder {
+ public:
+  explicit TemporaryFolder(const fs::path& above) {
+    auto pattern = (above / ".twqb-init-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr) {
+      throw UsageError(fmt::format("Nothing can be made in the folder {}: {}.", above.string(),
+                                   std::generic_category().message(errno)));
+    }
+    path_ = pattern;
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  [[nodiscard]] const fs::path& Path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+[[noreturn]] void RefuseExisting(const fs::path& file) {
+  throw UsageError(
+      fmt::format("{} is there already, and nothing is overwritten.\nMove it away, or choose another "
+                  "folder with -C.",
+                  file.string()));
+}
+
+void MakeBilling(const Workplace& made, Content content) {
+  CreateSqliteDatabase((fs::path(made.folder) / kBillingFile).string());
+  const auto connection = SqliteProvider().CreateConnection();
+  connection->SetConnectionString(made.billing);
+  connection->Open();
+  connection->Execute("BEGIN", nullptr);
+  for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
+  if (content == Content::Sample) {
+    for (const auto& statement : SplitStatements(SampleFirm())) connection->Execute(statement, nullptr);
+  }
+  connection->Execute("COMMIT", nullptr);
+  connection->Close();
+}
+
+// The sample's customers in a form that the company file answers. They have no field that another form lacks.
+std::string CustomersFor(const company::CompanyOptions& options) {
+  using messages::Country;
+  const auto accepted = options.accepts.empty() ? options.country : options.accepts.front();
+  // An Australian file answers everything but the host query in the form of the United States.
+  const messages::Form form{.country = accepted == Country::AU ? Country::US : accepted};
+  return ReplaceAll(SampleCustomers(), "<?qbxml version=\"3.0\"?>",
+                    fmt::format("<?qbxml version=\"{}\"?>", messages::FormTag(form)));
+}
+
+void RequireSuccess(const std::string& answer) {
+  pugi::xml_document document;
+  document.load_string(answer.c_str());
+  for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs")) {
+    if (response.attribute("statusCode").as_int(-1) == 0) continue;
+    throw std::runtime_error(fmt::format("The company file refuses a customer of the sample: {}",
+                                         response.attribute("statusMessage").value()));
+  }
+}
+
+void MakeCompany(const Workplace& made, const FolderPlan& plan, Machine& machine) {
+  company::CreateCompanyFile(made.company, plan.company, machine);
+  if (plan.content == Content::Empty) return;
+  RequireSuccess(company::CompanyFile(made.company, machine).Process(CustomersFor(plan.company)));
+}
+
+std::string RegistryText(const fs::path& folder) {
+  const auto file = (folder / kBillingFile).string();
+  auto text = ProfileText(std::string(kRegistryText)).With("TW80", "Database", file);
+  if (text) text = ProfileText(*text).With("TW80\\GENERAL", "QB_MNUSUBSCRIBE", "0");
+  if (!text) throw UsageError(fmt::format("A settings file can't hold the path {}.", file));
+  return *text;
+}
+
+// Under the name `to`, unless something is there.
+void PutInPlace(const fs::path& from, const fs::path& to) {
+  std::error_code failure;
+  // A link fails where a renaming would overwrite. Not every file system has links.
+  fs::create_hard_link(from, to, failure);
+  if (!failure) return;
+  if (failure == std::errc::file_exists || fs::exists(fs::symlink_status(to))) RefuseExisting(to);
+  fs::rename(from, to);
+}
+
+void PutAllInPlace(const fs::path& made, const fs::path& folder) {
+  std::vector<fs::path> placed;
+  try {
+    for (const auto* name : kFileNames) {
+      PutInPlace(made / name, folder / name);
+      placed.push_back(folder / name);
+    }
+  } catch (...) {
+    std::error_code ignored;
+    for (const auto& file : placed) fs::remove(file, ignored);
+    throw;
+  }
+}
+
+}  // namespace
+
+void MakeFolder(const fs::path& folder, const FolderPlan& plan, Machine& machine) {
+  for (const auto* name : kFileNames) {
+    std::error_code ignored;
+    if (fs::exists(fs::symlink_status(folder / name, ignored))) RefuseExisting(folder / name);
+  }
+  const TemporaryFolder temporary(folder);
+  const auto made = WorkplaceIn(temporary.Path());
+  MakeBilling(made, plan.content);
+  MakeCompany(made, plan, machine);
+  WriteTextFile(made.settings, kSettingsText);
+  WriteTextFile(made.registry, RegistryText(folder));
+  PutAllInPlace(temporary.Path(), folder);
+}
+
+}  // namespace twqb::cli

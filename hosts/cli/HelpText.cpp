@@ -1,0 +1,47 @@
+#include "cli/HelpText.h"
+
+namespace twqb::cli {
+
+std::string_view HelpText() {
+  return R"(Usage: twqb [OPTIONS] COMMAND
+
+Keeps a time-and-billing database (BillingDb) and a QuickBooks company file in
+step. QuickBooks is stood in for by a company file of twqb's own.
+
+Commands
+  init [--sample]              make billing.db, company.twq, twqb.ini, registry.ini
+  send TABLE [--id ID]         send a table, or one record, to QuickBooks
+  get TABLE [--id ID]          get a table, or one record, from QuickBooks
+  settings get SECTION KEY     print a setting      (set SECTION KEY VALUE: change)
+  company run FILE | show      answer a qbXML document; what the file holds
+  billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)
+  demo                         all of it on a sample firm, in a folder of its own
+  COMMAND --help               more about a command, with its options
+
+Files (the defaults stand in the working folder)
+  -C DIR                       work as if started in DIR; the log goes there too
+  --billing CONNECT            "Provider=SQLITE;Data Source=FILE"   (billing.db)
+  --company FILE               company file that QuickBooks has open (company.twq)
+  --settings FILE              settings (twqb.ini), or --settings-table: in BillingDb
+  --registry FILE              registry values of the user (registry.ini)
+
+How a transfer runs (options may stand before or behind the command)
+  --answers FILE               answer its questions: yes, no, retry, default yes ...
+  --single-user  --no-progress  --leave-open
+  --transcript FILE            record the run as JSON Lines (--unmasked: passwords too)
+  --faults FILE                let calls fail as the file tells
+  --clock TIME                 stop the clock (--bias, --daylight-bias, --daylight,
+                               --seed: time zone and random numbers)
+
+Examples
+  twqb demo
+  twqb init --sample && twqb send clients
+  twqb billing run -e "SELECT ClientID, QBLinkID FROM Client" --json
+
+Exit status: 0 done, 1 failed or refused, 2 wrong usage or a file that can't be
+used, 3 a question without an answer. Results go to standard output; progress
+and questions to standard error.
+)";
+}
+
+}  // namespace twqb::cli

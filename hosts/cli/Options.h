@@ -1,0 +1,62 @@
+// The options that every command takes, as they were typed, and the files that they stand for.
+//
+// Nothing here opens a file; Composition and the commands do.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "adapters/system/FrozenMachine.h"
+#include "adapters/transcript/TranscriptWriter.h"
+
+namespace twqb::cli {
+
+// The four files of a working folder.
+inline constexpr const char* kBillingFile = "billing.db";
+inline constexpr const char* kCompanyFile = "company.twq";
+inline constexpr const char* kSettingsFile = "twqb.ini";
+inline constexpr const char* kRegistryFile = "registry.ini";
+
+// Texts are empty where the option was not given.
+struct Options {
+  std::string folder;
+  std::string billing;  // a connection string
+  std::string company;
+  std::string settings;
+  std::string registry;
+  bool settingsTable = false;
+  bool singleUser = false;
+  bool noProgress = false;
+  bool leaveOpen = false;
+  std::string answers;
+  std::string faults;
+  std::optional<FrozenOptions> clock;
+  std::string transcript;
+  Masking masking = Masking::Masked;
+};
+
+// Adds the options to `app`, which fills `options` as it parses. `options` must outlive the parsing.
+void AddOptions(CLI::App& app, Options& options);
+
+// Enters the folder of -C, so that every relative path is meant from there. Raises UsageError when there is none.
+void EnterFolder(const Options& options);
+
+// What a command works on. Paths are full.
+struct Workplace {
+  std::string folder;
+  std::string billing;  // a connection string
+  std::string company;
+  std::string settings;
+  std::string registry;
+};
+
+// The files of a folder under their usual names.
+[[nodiscard]] Workplace WorkplaceIn(const std::filesystem::path& folder);
+// The files of the current folder, with those in their place that the options name.
+[[nodiscard]] Workplace WorkplaceOf(const Options& options);
+
+}  // namespace twqb::cli

@@ -1,0 +1,72 @@
+#include "cli/Output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+#include <system_error>
+
+#include "adapters/terminal/TextLayout.h"
+#include "platform/Text.h"
+
+namespace twqb::cli {
+
+namespace {
+
+[[noreturn]] void RaiseOutputError(int reason) {
+  throw OutputError("Standard output can't be written: " + std::generic_category().message(reason) + ".");
+}
+
+// A tab or a line end, where it begins at `at`; else empty.
+std::string_view LayoutAt(std::string_view text, std::size_t at) {
+  if (text[at] == '\t' || text[at] == '\n') return text.substr(at, 1);
+  return text.substr(at).starts_with(kCrLf) ? kCrLf : std::string_view();
+}
+
+// Tabs and line ends stay, and of the rest what may reach a terminal.
+std::string ForTerminal(std::string_view text) {
+  std::string shown;
+  std::size_t begin = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const auto layout = LayoutAt(text, at);
+    if (layout.empty()) {
+      ++at;
+      continue;
+    }
+    shown.append(Printable(text.substr(begin, at - begin))).append(layout);
+    at += layout.size();
+    begin = at;
+  }
+  return shown + Printable(text.substr(begin));
+}
+
+void Write(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) RaiseOutputError(errno);
+}
+
+}  // namespace
+
+void Print(std::string_view text) {
+  static const bool isTerminal = ::isatty(STDOUT_FILENO) == 1;
+  if (isTerminal) {
+    Write(ForTerminal(text));
+  } else {
+    Write(text);
+  }
+}
+
+void FlushOutput() {
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) RaiseOutputError(errno);
+}
+
+void Tell(std::string_view message) {
+  std::string shown = "twqb: ";
+  for (const auto& line : Split(message, '\n')) {
+    if (shown.ends_with('\n')) shown += "      ";
+    shown += Printable(line.ends_with('\r') ? std::string_view(line).substr(0, line.size() - 1) : line) + "\n";
+  }
+  std::fwrite(shown.data(), 1, shown.size(), stderr);
+}
+
+}  // namespace twqb::cli

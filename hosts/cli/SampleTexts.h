@@ -1,0 +1,18 @@
+// The texts of samples/ as they were when the program was built: the tables of BillingDb, the sample firm, and the
+// customers that its QuickBooks has already.
+//
+// The functions are written by the build (EmbedTexts.cmake). Nothing here runs or reads them.
+#pragma once
+
+#include <string_view>
+
+namespace twqb::cli {
+
+// CREATE statements of every table.
+[[nodiscard]] std::string_view BillingSchema();
+// INSERT statements.
+[[nodiscard]] std::string_view SampleFirm();
+// A qbXML document of the United States form, version 3.0.
+[[nodiscard]] std::string_view SampleCustomers();
+
+}  // namespace twqb::cli

@@ -1,0 +1,24 @@
+// One transfer by the library, as a host runs it: a bridge object with its properties set, and one operation on it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/Composition.h"
+#include "cli/Options.h"
+#include "services/TableNames.h"
+#include "twqb/enTables.h"
+
+namespace twqb::cli {
+
+struct TransferRequest {
+  Direction direction = Direction::Send;
+  enTables table = enAll;
+  std::optional<std::string> id = {};  // the one record; nothing: what the saved filters let through
+  bool sync = false;                   // the newer record wins, whatever the settings say
+};
+
+// Whether the transfer returned True. Raises DeskGaveUp.
+[[nodiscard]] bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request);
+
+}  // namespace twqb::cli

@@ -1,0 +1,119 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Program.h"
+
+namespace twqb::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+TEST(Init, Makes_four_files_and_nothing_else) {
+  const WorkFolder folder;
+  folder.Done({"init"});
+  EXPECT_THAT(folder.Names(), ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
+}
+
+TEST(Init, The_registry_file_has_the_full_path_of_the_database) {
+  const WorkFolder folder;
+  folder.Done({"init"});
+  EXPECT_THAT(folder.Read("registry.ini"),
+              HasSubstr("[TW80]\r\nDatabase=" + (folder.Path() / "billing.db").string() + "\r\n"));
+  EXPECT_THAT(folder.Read("registry.ini"), HasSubstr("[TW80\\GENERAL]\r\nQB_MNUSUBSCRIBE=0\r\n"));
+}
+
+TEST(Init, Neither_the_first_time_nor_the_company_file_is_settled) {
+  const WorkFolder folder;
+  folder.Done({"init"});
+  EXPECT_EQ(folder.Twqb({"settings", "get", "GENERAL", "FIRST_TIME"}).status, 1);
+  EXPECT_EQ(folder.Twqb({"settings", "get", "GENERAL", "QBDBPath"}).status, 1);
+}
+
+TEST(Init, Without_the_sample_the_tables_are_there_and_empty) {
+  const WorkFolder folder;
+  folder.Done({"init"});
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM Client"), "0");
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM TransactionTable"), "0");
+}
+
+TEST(Init, The_sample_is_on_both_sides_and_nothing_is_linked) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample"});
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM Client"), "64");
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+  EXPECT_THAT(folder.Done({"company", "show"}), testing::ContainsRegex("Customer +15\n"));
+}
+
+class InitOnExistingFile : public testing::TestWithParam<std::string> {};
+
+TEST_P(InitOnExistingFile, Refuses_and_makes_nothing) {
+  const WorkFolder folder;
+  folder.Write(GetParam(), "mine");
+  const auto ended = folder.Twqb({"init"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr((folder.Path() / GetParam()).string()));
+  EXPECT_THAT(ended.err, HasSubstr("-C"));
+  EXPECT_THAT(folder.Names(), ElementsAre(GetParam()));
+  EXPECT_EQ(folder.Read(GetParam()), "mine");
+}
+
+INSTANTIATE_TEST_SUITE_P(Init, InitOnExistingFile,
+                         testing::Values("billing.db", "company.twq", "twqb.ini", "registry.ini"),
+                         [](const auto& suite) { return suite.param.substr(0, suite.param.find('.')); });
+
+TEST(Init, A_second_one_in_a_folder_refuses_and_leaves_the_first) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample"});
+  const auto before = folder.Read("billing.db");
+  EXPECT_EQ(folder.Twqb({"init"}).status, 2);
+  EXPECT_EQ(folder.Read("billing.db"), before);
+}
+
+TEST(Init, A_link_that_leads_nowhere_is_not_overwritten) {
+  const WorkFolder folder;
+  std::filesystem::create_symlink("nowhere", folder.Path() / "twqb.ini");
+  EXPECT_EQ(folder.Twqb({"init"}).status, 2);
+  EXPECT_THAT(folder.Names(), ElementsAre("twqb.ini"));
+}
+
+TEST(Init, A_folder_with_a_semicolon_in_its_name_can_be_worked_in) {
+  const WorkFolder folder;
+  std::filesystem::create_directory(folder.Path() / "a; \"b\"");
+  folder.Done({"-C", "a; \"b\"", "init"});
+  EXPECT_EQ(folder.Done({"-C", "a; \"b\"", "billing", "run", "-e", "SELECT 1 AS one"}), "one\n1\n");
+}
+
+class InitOfCountry : public testing::TestWithParam<std::string> {};
+
+TEST_P(InitOfCountry, The_sample_goes_in_and_can_be_transferred_both_ways) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample", "--country", GetParam()});
+  EXPECT_THAT(folder.Done({"company", "show"}), HasSubstr(GetParam()));
+  folder.Done({"send", "clients", "--id", "ABBOTT"});
+  folder.Done({"get", "clients"});
+  // The one that was sent, and the customers that QuickBooks had.
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "12");
+}
+
+INSTANTIATE_TEST_SUITE_P(Init, InitOfCountry, testing::Values("US", "CA", "UK", "AU"),
+                         [](const auto& suite) { return suite.param; });
+
+TEST(Init, The_accepted_forms_and_the_host_version_are_those_asked_for) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample", "--country", "CA", "--accepts", "uk,US", "--host-version", "18"});
+  const auto shown = folder.Done({"company", "show"});
+  EXPECT_THAT(shown, testing::ContainsRegex("Message forms +UK,US\n"));
+  EXPECT_THAT(shown, testing::ContainsRegex("Host version +18\n"));
+}
+
+TEST(Init, The_clock_tells_when_the_company_file_was_made) {
+  const WorkFolder folder;
+  folder.Done({"init", "--clock", "2008-03-05T10:00:00", "--bias", "300"});
+  EXPECT_THAT(folder.Done({"company", "show"}), HasSubstr("2008-03-05T15:00:00Z"));
+}
+
+}  // namespace
+}  // namespace twqb::cli

@@ -1,0 +1,53 @@
+// Runs the program in a folder of its own and keeps what it printed.
+//
+// For the tests of this folder. The program gets no terminal: a question without an answers file is taken as No.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace twqb::cli {
+
+// How a run ended, and all that it printed.
+struct Ended {
+  int status = -1;  // -1: it died of a signal
+  std::string out;
+  std::string err;
+};
+
+enum class Stdout : std::uint8_t { Captured, Closed, FullDisk };
+
+struct RunOptions {
+  std::string input = {};
+  Stdout out = Stdout::Captured;
+};
+
+// A temporary folder that goes at the end.
+class WorkFolder {
+ public:
+  WorkFolder();
+  ~WorkFolder();
+  WorkFolder(const WorkFolder&) = delete;
+  WorkFolder& operator=(const WorkFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+  // Runs the program with the folder as current folder.
+  Ended Twqb(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
+  // The same; the test fails unless the status is 0. Gives what it printed.
+  std::string Done(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
+
+  void Write(std::string_view name, std::string_view text) const;
+  [[nodiscard]] std::string Read(std::string_view name) const;
+  // Names of all that is in the folder, in order.
+  [[nodiscard]] std::vector<std::string> Names() const;
+  // The only value that a statement answers.
+  [[nodiscard]] std::string Scalar(const std::string& statement) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace twqb::cli

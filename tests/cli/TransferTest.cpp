@@ -1,0 +1,223 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "Program.h"
+
+namespace twqb::cli {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+const std::vector<std::string> kMorning = {"--clock", "2008-03-05T10:00:00"};
+const std::vector<std::string> kEvening = {"--clock", "2008-03-05T20:00:00"};
+
+std::vector<std::string> operator+(std::vector<std::string> words, const std::vector<std::string>& more) {
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
+class SampleFirm : public testing::Test {
+ protected:
+  SampleFirm() {
+    folder_.Done(std::vector<std::string>{"init", "--sample"} + kMorning);
+    folder_.Write("yes.txt", "default yes\n");
+  }
+
+  std::vector<nlohmann::json> Events(std::string_view transcript, std::string_view kind) const {
+    std::vector<nlohmann::json> events;
+    std::istringstream lines(folder_.Read(transcript));
+    for (std::string line; std::getline(lines, line);) {
+      auto event = nlohmann::json::parse(line);
+      if (event["kind"] == kind) events.push_back(std::move(event));
+    }
+    return events;
+  }
+
+  WorkFolder folder_;
+};
+
+TEST_F(SampleFirm, A_send_and_a_get_link_every_client) {
+  EXPECT_EQ(folder_.Done(std::vector<std::string>{"send", "clients", "--answers", "yes.txt"} + kMorning),
+            "send clients: done\n");
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "64");
+  EXPECT_THAT(folder_.Done({"company", "show"}), testing::ContainsRegex("Customer +79\n"));
+
+  EXPECT_EQ(folder_.Done(std::vector<std::string>{"get", "enClients"} + kEvening), "get clients: done\n");
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client"), "75");
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(DISTINCT QBLinkID) FROM Client"), "75");
+}
+
+TEST_F(SampleFirm, The_first_transfer_backs_up_both_files_when_the_answer_is_yes) {
+  const auto ended = folder_.Twqb(std::vector<std::string>{"send", "clients", "--answers", "yes.txt"} + kMorning);
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.err, HasSubstr("Backup completed!"));
+  EXPECT_THAT(folder_.Names(),
+              AllOf(testing::Contains("billing.db_TWB.bak"), testing::Contains("company.twq_TWB.bak")));
+  EXPECT_EQ(folder_.Done({"settings", "get", "QBSEND_", "Clients_LastSendAt"}), "3/5/2008 10:00:00 AM\n");
+}
+
+TEST_F(SampleFirm, Without_a_terminal_and_answers_a_question_is_printed_and_taken_as_No) {
+  const auto ended = folder_.Twqb({"send", "clients", "--no-progress"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.err, HasSubstr("Would you like to backup"));
+  EXPECT_THAT(folder_.Names(), Not(testing::Contains("billing.db_TWB.bak")));
+}
+
+TEST_F(SampleFirm, With_an_identifier_that_record_alone_is_sent) {
+  folder_.Done({"send", "CLIENTS", "--id", "ABBOTT"});
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "1");
+  EXPECT_THAT(folder_.Scalar("SELECT QBLinkID FROM Client WHERE ClientID = 'ABBOTT'"), Not(IsEmpty()));
+}
+
+TEST_F(SampleFirm, A_saved_filter_that_skips_the_table_leaves_it_alone) {
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_ChkSkip", "True"});
+  EXPECT_EQ(folder_.Done({"send", "clients"}), "send clients: done\n");
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+}
+
+TEST_F(SampleFirm, Sync_lets_the_newer_record_win_over_saved_settings) {
+  folder_.Done(std::vector<std::string>{"send", "clients", "--id", "ABBOTT"} + kMorning);
+  folder_.Done({"settings", "set", "QBGET_", "Customers_OptMostRecent", "False"});
+  const std::string change =
+      "UPDATE Client SET ClientCity = 'Newport', LastUpdated = '2008-03-05 15:00:00' WHERE ClientID = 'ABBOTT'";
+  folder_.Done({"billing", "run", "-e", change});
+  folder_.Done(std::vector<std::string>{"get", "clients", "--sync"} + kEvening);
+  EXPECT_EQ(folder_.Scalar("SELECT ClientCity FROM Client WHERE ClientID = 'ABBOTT'"), "Newport");
+  folder_.Done(std::vector<std::string>{"get", "clients"} + kEvening);
+  EXPECT_EQ(folder_.Scalar("SELECT ClientCity FROM Client WHERE ClientID = 'ABBOTT'"), "Portland");
+}
+
+TEST_F(SampleFirm, A_question_without_an_answer_ends_with_3_and_names_it) {
+  folder_.Write("none.txt", "");
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "none.txt"});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_THAT(ended.err, HasSubstr("Would you like to backup your data files Now?"));
+  EXPECT_THAT(ended.out, IsEmpty());
+}
+
+TEST_F(SampleFirm, A_question_that_does_not_offer_the_answer_ends_with_3_too) {
+  folder_.Write("retry.txt", "retry\n");
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "retry.txt"});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_THAT(ended.err, HasSubstr("\"retry\""));
+}
+
+TEST_F(SampleFirm, A_failed_transfer_ends_with_1) {
+  folder_.Write("faults.txt", "sql 1 raise 0x80040E14 \"scripted\" UPDATE Client\n");
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "yes.txt", "--faults", "faults.txt"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "send clients: failed\n");
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("scripted"), HasSubstr("MoveClientsToQB")));
+}
+
+TEST_F(SampleFirm, A_table_that_this_version_does_not_transfer_ends_with_1) {
+  const auto ended = folder_.Twqb({"get", "invoices"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "get invoices: failed\n");
+}
+
+TEST_F(SampleFirm, Without_an_open_company_file_one_is_asked_for) {
+  folder_.Write("open.txt", "file company.twq\nno\n");
+  folder_.Done({"send", "clients", "--id", "ABBOTT", "--company", "none.twq", "--answers", "open.txt"});
+  EXPECT_THAT(folder_.Scalar("SELECT QBLinkID FROM Client WHERE ClientID = 'ABBOTT'"), Not(IsEmpty()));
+  folder_.Write("cancel.txt", "cancel\n");
+  folder_.Done({"settings", "set", "GENERAL", "QBDBPath", ""});
+  EXPECT_EQ(folder_.Twqb({"send", "clients", "--company", "none.twq", "--answers", "cancel.txt"}).status, 1);
+}
+
+TEST_F(SampleFirm, The_transcript_holds_the_call_the_faults_and_the_result) {
+  folder_.Write("faults.txt", "CustomerAddRq 1 status 3110 Error \"scripted\"\n");
+  folder_.Done({"send", "clients", "--id", "ABBOTT", "--answers", "yes.txt", "--faults", "faults.txt", "--transcript",
+                "run.jsonl"});
+  const auto calls = Events("run.jsonl", "call");
+  ASSERT_EQ(calls.size(), 1U);
+  EXPECT_EQ(calls[0]["operation"], "SendDataToQB");
+  EXPECT_EQ(calls[0]["arguments"], nlohmann::json({"enClients"}));
+  const auto returns = Events("run.jsonl", "return");
+  ASSERT_EQ(returns.size(), 1U);
+  EXPECT_EQ(returns[0]["value"], true);
+  EXPECT_THAT(Events("run.jsonl", "response").back()["xml"].get<std::string>(), HasSubstr("scripted"));
+}
+
+TEST_F(SampleFirm, Two_runs_of_one_clock_and_seed_give_one_transcript) {
+  const auto before = folder_.Read("billing.db");
+  const auto company = folder_.Read("company.twq");
+  const auto settings = folder_.Read("twqb.ini");
+  const auto run = [&](const std::string& transcript) {
+    folder_.Done(
+        std::vector<std::string>{"send", "clients", "--answers", "yes.txt", "--seed", "7", "--transcript", transcript} +
+        kMorning);
+  };
+  run("one.jsonl");
+  folder_.Write("billing.db", before);
+  folder_.Write("company.twq", company);
+  folder_.Write("twqb.ini", settings);
+  run("two.jsonl");
+  EXPECT_EQ(folder_.Read("one.jsonl"), folder_.Read("two.jsonl"));
+}
+
+TEST_F(SampleFirm, The_log_goes_to_the_working_folder) {
+  folder_.Done(std::vector<std::string>{"send", "clients", "--id", "ABBOTT"} + kMorning);
+  EXPECT_THAT(folder_.Read("TWQBLog20083.txt"), HasSubstr("TWTWClient Initialized on 3/5/2008 10:00:00 AM"));
+}
+
+TEST_F(SampleFirm, A_database_without_the_table_ends_with_1_and_a_hint) {
+  folder_.Done({"billing", "run", "-e", "DROP TABLE Client"});
+  const auto ended = folder_.Twqb({"send", "clients"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.err, HasSubstr("no table Client"));
+}
+
+struct BadFile {
+  std::string name;
+  std::vector<std::string> arguments;
+  std::string told;
+};
+
+class UnusableFile : public SampleFirm, public testing::WithParamInterface<BadFile> {};
+
+TEST_P(UnusableFile, Ends_with_2_before_anything_is_sent) {
+  folder_.Write("garbage.bin", std::string(4096, 'x'));
+  folder_.Write("maybe.txt", "yes\nmaybe\n");
+  folder_.Write("badfault.txt", "# none\nCustomerAddRq one status 3110 Error\n");
+  const auto ended = folder_.Twqb(std::vector<std::string>{"send", "clients"} + GetParam().arguments);
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, AllOf(StartsWith("twqb: "), HasSubstr(GetParam().told)));
+  EXPECT_THAT(ended.out, IsEmpty());
+  EXPECT_THAT(folder_.Names(), Not(testing::Contains("company.twq.lock")));
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Transfer, UnusableFile,
+    testing::Values(
+        BadFile{"MissingDatabase", {"--billing", "Provider=SQLITE;Data Source=none.db"}, "twqb init"},
+        BadFile{"DatabaseThatIsNone", {"--billing", "Provider=SQLITE;Data Source=garbage.bin"}, "not a database"},
+        BadFile{"UnknownProvider", {"--billing", "Provider=NOSUCH;Data Source=billing.db"}, "NOSUCH"},
+        BadFile{"NoConnectionString", {"--billing", "billing.db"}, "names no Provider"},
+        BadFile{"CompanyFileThatIsNone", {"--company", "garbage.bin"}, "--company"},
+        BadFile{"CompanyFileThatIsTheDatabase", {"--company", "billing.db"}, "--company"},
+        BadFile{"SettingsInNoFolder", {"--settings", "nowhere/twqb.ini"}, "nowhere/twqb.ini can't be written"},
+        BadFile{"SettingsThatAreAFolder", {"--settings", "."}, "can't be read"},
+        BadFile{"MissingAnswers", {"--answers", "none.txt"}, "none.txt can't be read"},
+        BadFile{"WrongAnswers", {"--answers", "maybe.txt"}, "maybe.txt can't be used: line 2"},
+        BadFile{"MissingFaults", {"--faults", "none.txt"}, "none.txt can't be read"},
+        BadFile{"WrongFaults", {"--faults", "badfault.txt"}, "badfault.txt can't be used: line 2"},
+        BadFile{"TranscriptInNoFolder", {"--transcript", "nowhere/run.jsonl"}, "nowhere/run.jsonl can't be written"}),
+    [](const auto& suite) { return suite.param.name; });
+
+TEST_F(SampleFirm, Passwords_of_a_connection_string_are_not_shown) {
+  const auto ended = folder_.Twqb({"send", "clients", "--billing", "Provider=NOSUCH;Password=secret"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, Not(HasSubstr("secret")));
+}
+
+}  // namespace
+}  // namespace twqb::cli

@@ -1,0 +1,225 @@
+#include "Checks.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace twqb::sweep {
+
+namespace {
+
+using Table = std::map<std::string, Fields>;
+
+const std::string kLink{kLinkColumn};
+
+const Fields* Find(const Table& table, const std::string& key) {
+  const auto found = table.find(key);
+  return found == table.end() ? nullptr : &found->second;
+}
+
+std::string Text(const Fields& fields) {
+  std::string text;
+  for (const auto& [column, value] : fields) text += fmt::format("\n    {} = {}", column, value);
+  return text;
+}
+
+std::string Differences(const Fields& now, const Fields& wanted) {
+  std::string text;
+  for (const auto& [column, value] : now) {
+    const auto other = wanted.find(column);
+    if (other == wanted.end()) {
+      text += fmt::format("\n    {} is there", column);
+    } else if (other->second != value) {
+      text += fmt::format("\n    {} = {}, not {}", column, value, other->second);
+    }
+  }
+  return text;
+}
+
+// Records that the clean run did not make.
+std::vector<std::string> ExtraRecords(const Snapshot& now, const Snapshot& after) {
+  std::vector<std::string> extra;
+  for (const auto& [name, fields] : now.records) {
+    if (!after.records.contains(name)) extra.push_back(name);
+  }
+  return extra;
+}
+
+void ExpectCount(std::string_view what, const std::vector<std::string>& found, std::size_t wanted, Problems& problems) {
+  if (found.size() == wanted) return;
+  problems.push_back(fmt::format("{}: {} instead of {} ({})", what, found.size(), wanted, fmt::join(found, ", ")));
+}
+
+void CheckNoneLost(std::string_view what, const Table& now, const Table& before, Problems& problems) {
+  for (const auto& [key, fields] : before) {
+    if (!now.contains(key)) problems.push_back(fmt::format("The {} {} is gone.", what, key));
+  }
+}
+
+// The row as the clean run leaves it, but for the statements that a break can keep from running.
+std::vector<Fields> Stages(const std::string& key, const Expectation& expected,
+                           const std::vector<std::string>& extraRecords) {
+  std::vector<Fields> stages;
+  const auto* before = Find(expected.before.rows, key);
+  const auto* after = Find(expected.after.rows, key);
+  if (before != nullptr) stages.push_back(*before);
+  if (after != nullptr) stages.push_back(*after);
+  if (before == nullptr || after == nullptr) return stages;
+  for (const auto& table : expected.tables) {
+    const std::string stamp(table.stampColumn);
+    if (!key.starts_with(std::string(table.name) + "/") || !after->contains(stamp)) continue;
+    auto unstamped = *after;
+    unstamped[stamp] = before->at(stamp);
+    stages.push_back(std::move(unstamped));
+  }
+  // A twin that was replaced.
+  for (const auto& record : extraRecords) {
+    auto replaced = *after;
+    replaced[kLink] = std::string(kLeadsTo) + record;
+    stages.push_back(std::move(replaced));
+  }
+  return stages;
+}
+
+// "Customer/Acme1" for "Customer/Acme" or "Customer/Acme2".
+bool IsCountedNameOf(std::string_view counted, std::string_view name) {
+  constexpr std::string_view kDigits = "0123456789";
+  const auto base = [&](std::string_view text) { return text.substr(0, text.find_last_not_of(kDigits) + 1); };
+  return counted != name && base(counted) == base(name) && counted != base(counted);
+}
+
+// The one row whose link leads elsewhere than after a clean run.
+struct Relinked {
+  std::string from;  // record
+  std::string to;
+};
+
+class InStepCheck {
+ public:
+  InStepCheck(const Snapshot& now, const Expectation& expected, Leaves leaves)
+      : now_(now), expected_(expected), leaves_(leaves), problems_(now.damage) {}
+
+  Problems Run() {
+    extra_ = ExtraRecords(now_, expected_.after);
+    const bool addsOne = leaves_ == Leaves::OneAddedTwice || leaves_ == Leaves::OneTwinReplaced;
+    ExpectCount("Records that a clean run does not make", extra_, addsOne ? 1 : 0, problems_);
+    CheckRows();
+    if (addsOne && !relinked_) problems_.emplace_back("No row is linked to the record that was added again.");
+    CheckRecords();
+    return problems_;
+  }
+
+ private:
+  void CheckRows() {
+    CheckNoneLost("row", now_.rows, expected_.after.rows, problems_);
+    std::map<std::string, std::string> keysByLink;
+    for (const auto& [key, fields] : now_.rows) {
+      const auto& link = fields.at(kLink);
+      if (!link.starts_with(kLeadsTo)) problems_.push_back(fmt::format("The link of {} is {}.", key, link));
+      if (const auto [other, isNew] = keysByLink.emplace(link, key); !isNew) {
+        problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
+      }
+      const auto* wanted = Find(expected_.after.rows, key);
+      if (wanted == nullptr) {
+        problems_.push_back(fmt::format("The row {} is there.", key));
+        continue;
+      }
+      CheckRow(key, WithoutTimes(fields, expected_.tables), WithoutTimes(*wanted, expected_.tables));
+    }
+  }
+
+  void CheckRow(const std::string& key, Fields fields, Fields wanted) {
+    if (fields == wanted) return;
+    const auto from = std::exchange(wanted[kLink], {});
+    const auto to = std::exchange(fields[kLink], {});
+    const bool toExtra = extra_.size() == 1 && to == std::string(kLeadsTo) + extra_.front();
+    if (fields != wanted || !toExtra || !IsCountedNameOf(to, from) || relinked_) {
+      fields[kLink] = to;
+      wanted[kLink] = from;
+      problems_.push_back(fmt::format("The row {} is out of step:{}", key, Differences(fields, wanted)));
+      return;
+    }
+    relinked_ = Relinked{.from = from.substr(kLeadsTo.size()), .to = extra_.front()};
+  }
+
+  void CheckRecords() {
+    std::vector<std::string> passedOver;
+    for (const auto& [name, after] : expected_.after.records) {
+      const auto* record = Find(now_.records, name);
+      if (record == nullptr) {
+        problems_.push_back(fmt::format("The record {} is missing.", name));
+        continue;
+      }
+      const auto wanted = WithoutTimes(after, expected_.tables);
+      const auto fields = WithoutTimes(*record, expected_.tables);
+      if (relinked_ && name == relinked_->from) {
+        CheckRelinked(name, fields, wanted);
+      } else if (fields != wanted) {
+        const auto* before = Find(expected_.before.records, name);
+        const bool asBefore = before != nullptr && fields == WithoutTimes(*before, expected_.tables);
+        if (asBefore) passedOver.push_back(name);
+        if (!asBefore) problems_.push_back(fmt::format("The record {}:{}", name, Differences(fields, wanted)));
+      }
+    }
+    ExpectCount("Records that did not get their row's values", passedOver, leaves_ == Leaves::OnePassedOver ? 1 : 0,
+                problems_);
+  }
+
+  // The new record has the row's values; the one that it stands for keeps what it had.
+  void CheckRelinked(const std::string& name, const Fields& fields, const Fields& wanted) {
+    const auto added = WithoutTimes(now_.records.at(relinked_->to), expected_.tables);
+    const auto* before = Find(expected_.before.records, name);
+    const bool replaced = leaves_ == Leaves::OneTwinReplaced && before != nullptr;
+    // Where QuickBooks was ahead a clean run sends nothing, so that it does not tell the row's values.
+    const bool sent = !replaced || wanted != WithoutTimes(*before, expected_.tables);
+    if (sent && added != wanted) {
+      problems_.push_back(fmt::format("The record {}:{}", relinked_->to, Differences(added, wanted)));
+    }
+    const auto kept = replaced ? WithoutTimes(*before, expected_.tables) : wanted;
+    if (fields != kept) problems_.push_back(fmt::format("The record {}:{}", name, Differences(fields, kept)));
+  }
+
+  const Snapshot& now_;
+  const Expectation& expected_;
+  const Leaves leaves_;
+  Problems problems_;
+  std::vector<std::string> extra_;
+  std::optional<Relinked> relinked_;
+};
+
+}  // namespace
+
+Problems CheckBroken(const Snapshot& now, const Expectation& expected, Leaves leaves) {
+  Problems problems = now.damage;
+  CheckNoneLost("row", now.rows, expected.before.rows, problems);
+  CheckNoneLost("record", now.records, expected.before.records, problems);
+  const auto extra = ExtraRecords(now, expected.after);
+  ExpectCount("Records that a clean run does not make", extra, leaves == Leaves::OneTwinReplaced ? 1 : 0, problems);
+  for (const auto& [key, fields] : now.rows) {
+    const auto stages = Stages(key, expected, extra);
+    if (std::ranges::find(stages, fields) == stages.end()) {
+      problems.push_back(fmt::format("The row {} is neither old nor new:{}", key, Text(fields)));
+    }
+  }
+  std::vector<std::string> withoutRow;
+  for (const auto& [name, fields] : now.records) {
+    const auto* before = Find(expected.before.records, name);
+    const auto* after = Find(expected.after.records, name);
+    if (before == nullptr && !IsLinked(now, name) && IsLinked(expected.after, name)) withoutRow.push_back(name);
+    const bool isOld = before != nullptr && fields == *before;
+    const bool isNew = after != nullptr && fields == *after;
+    if (!isOld && !isNew && (before != nullptr || after != nullptr)) {
+      problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
+    }
+  }
+  ExpectCount("New records whose row does not know them", withoutRow, leaves == Leaves::OneAddedTwice ? 1 : 0,
+              problems);
+  return problems;
+}
+
+Problems CheckInStep(const Snapshot& now, const Expectation& expected, Leaves leaves) {
+  return InStepCheck(now, expected, leaves).Run();
+}
+
+}  // namespace twqb::sweep

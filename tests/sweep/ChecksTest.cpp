@@ -1,0 +1,145 @@
+// What the checks find: each test damages one thing of a sound state.
+#include <gtest/gtest.h>
+
+#include "Checks.h"
+
+namespace twqb::sweep {
+namespace {
+
+// A send of two clients: ACME has a twin and is changed there, BIRCH gets its twin.
+class Checks : public testing::Test {
+ protected:
+  static Fields Row(std::string company, std::string link, std::string stamp) {
+    return {{"ClientCompany", std::move(company)}, {"QBLinkID", std::move(link)}, {"LastUpdate", std::move(stamp)}};
+  }
+
+  const Expectation expected_ = {
+      .tables = {{.name = "Client", .keyColumn = "ClientID", .stampColumn = "LastUpdate"}},
+      .before = {.rows = {{"Client/ACME", Row("Acme", "-> Customer/Acme", "\\N")},
+                          {"Client/BIRCH", Row("Birch", "\\N", "\\N")}},
+                 .records = {{"Customer/Acme", {{"body", "old"}}}},
+                 .damage = {}},
+      .after = {.rows = {{"Client/ACME", Row("Acme", "-> Customer/Acme", "\\N")},
+                         {"Client/BIRCH", Row("Birch", "-> Customer/Birch", "now")}},
+                .records = {{"Customer/Acme", {{"body", "new"}}}, {"Customer/Birch", {{"body", "birch"}}}},
+                .damage = {}}};
+  Snapshot now_ = expected_.after;
+
+  [[nodiscard]] std::size_t Broken(Leaves leaves = Leaves::Nothing) const {
+    return CheckBroken(now_, expected_, leaves).size();
+  }
+  [[nodiscard]] std::size_t InStep(Leaves leaves = Leaves::Nothing) const {
+    return CheckInStep(now_, expected_, leaves).size();
+  }
+  // The state in which BIRCH was added a second time.
+  void AddBirchTwice() {
+    now_.rows["Client/BIRCH"]["QBLinkID"] = "-> Customer/Birch1";
+    now_.records["Customer/Birch1"] = now_.records["Customer/Birch"];
+  }
+};
+
+TEST_F(Checks, Before_and_after_are_both_whole) {
+  EXPECT_EQ(Broken(), 0U);
+  now_ = expected_.before;
+  EXPECT_EQ(Broken(), 0U);
+}
+
+TEST_F(Checks, Only_the_state_after_a_clean_run_is_in_step) {
+  EXPECT_EQ(InStep(), 0U);
+  now_ = expected_.before;
+  EXPECT_GT(InStep(), 0U);
+}
+
+TEST_F(Checks, Times_do_not_count_once_both_sides_are_in_step) {
+  now_.rows["Client/BIRCH"]["LastUpdate"] = "later";
+  EXPECT_EQ(InStep(), 0U);
+  EXPECT_EQ(Broken(), 1U);
+}
+
+TEST_F(Checks, A_link_without_its_stamp_is_a_whole_row) {
+  now_.rows["Client/BIRCH"]["LastUpdate"] = "\\N";
+  EXPECT_EQ(Broken(), 0U);
+}
+
+TEST_F(Checks, A_stamp_without_its_link_is_half_a_row) {
+  now_.rows["Client/BIRCH"]["QBLinkID"] = "\\N";
+  EXPECT_GT(Broken(), 0U);
+}
+
+TEST_F(Checks, Damage_of_a_file_is_told) {
+  now_.damage = {"billing.db: row 1 missing from index"};
+  EXPECT_EQ(Broken(), 1U);
+  EXPECT_EQ(InStep(), 1U);
+}
+
+TEST_F(Checks, A_lost_row_is_told) {
+  now_.rows.erase("Client/ACME");
+  EXPECT_EQ(Broken(), 1U);
+  EXPECT_EQ(InStep(), 1U);
+}
+
+TEST_F(Checks, A_row_from_nowhere_is_told) {
+  now_.rows["Client/CEDAR"] = Row("Cedar", "-> Customer/Cedar", "\\N");
+  EXPECT_EQ(Broken(), 1U);
+  EXPECT_EQ(InStep(), 1U);
+}
+
+TEST_F(Checks, A_record_of_other_values_is_told) {
+  now_.records["Customer/Acme"]["body"] = "half";
+  EXPECT_EQ(Broken(), 1U);
+  EXPECT_EQ(InStep(), 1U);
+}
+
+TEST_F(Checks, A_record_without_its_row_is_expected_where_the_answer_was_lost_and_nowhere_else) {
+  now_.rows = expected_.before.rows;
+  EXPECT_EQ(Broken(Leaves::OneAddedTwice), 0U);
+  EXPECT_EQ(Broken(), 1U);
+  now_ = expected_.after;
+  EXPECT_EQ(Broken(Leaves::OneAddedTwice), 1U);
+}
+
+TEST_F(Checks, A_record_added_twice_is_expected_where_the_answer_was_lost_and_nowhere_else) {
+  EXPECT_GT(InStep(Leaves::OneAddedTwice), 0U);
+  AddBirchTwice();
+  EXPECT_EQ(InStep(Leaves::OneAddedTwice), 0U);
+  EXPECT_GT(InStep(), 0U);
+  now_.records["Customer/Birch2"] = now_.records["Customer/Birch"];
+  EXPECT_GT(InStep(Leaves::OneAddedTwice), 0U);
+}
+
+TEST_F(Checks, A_record_added_twice_has_a_counted_name_and_the_row_s_values) {
+  AddBirchTwice();
+  now_.records["Customer/Birch1"]["body"] = "acme";
+  EXPECT_EQ(InStep(Leaves::OneAddedTwice), 1U);
+  now_ = expected_.after;
+  now_.rows["Client/BIRCH"]["QBLinkID"] = "-> Customer/Oak";
+  now_.records["Customer/Oak"] = now_.records["Customer/Birch"];
+  EXPECT_GT(InStep(Leaves::OneAddedTwice), 0U);
+}
+
+TEST_F(Checks, A_replaced_twin_keeps_its_values_and_the_new_one_has_the_row_s) {
+  now_.rows["Client/ACME"]["QBLinkID"] = "-> Customer/Acme1";
+  now_.records["Customer/Acme1"] = {{"body", "new"}};
+  now_.records["Customer/Acme"] = {{"body", "old"}};
+  EXPECT_EQ(Broken(Leaves::OneTwinReplaced), 0U);
+  EXPECT_EQ(InStep(Leaves::OneTwinReplaced), 0U);
+  EXPECT_GT(InStep(Leaves::OneAddedTwice), 0U);
+  EXPECT_GT(Broken(), 0U);
+  now_.records["Customer/Acme1"] = {{"body", "other"}};
+  EXPECT_EQ(InStep(Leaves::OneTwinReplaced), 1U);
+}
+
+TEST_F(Checks, A_record_that_was_passed_over_is_expected_where_that_was_told_and_nowhere_else) {
+  EXPECT_EQ(InStep(Leaves::OnePassedOver), 1U);
+  now_.records["Customer/Acme"]["body"] = "old";
+  EXPECT_EQ(InStep(Leaves::OnePassedOver), 0U);
+  EXPECT_EQ(InStep(), 1U);
+}
+
+TEST_F(Checks, Two_rows_of_one_record_are_told) {
+  now_.rows["Client/ACME"]["QBLinkID"] = "-> Customer/Birch";
+  EXPECT_GT(InStep(), 0U);
+}
+
+}  // namespace
+}  // namespace twqb::sweep

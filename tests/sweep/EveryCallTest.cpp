@@ -1,0 +1,59 @@
+// Every scenario, broken at every call.
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include "Scenarios.h"
+
+namespace twqb::sweep {
+namespace {
+
+// What a killed process wrote is in the system's cache, so that files in memory do as well, and much faster.
+class FilesInMemory : public testing::Environment {
+  void SetUp() override {
+    constexpr const char* kMemory = "/dev/shm";
+    if (access(kMemory, W_OK) == 0) setenv("TMPDIR", kMemory, 1);
+  }
+};
+[[maybe_unused]] const auto* const kEnvironment = testing::AddGlobalTestEnvironment(new FilesInMemory);
+
+class EveryCall : public testing::TestWithParam<Scenario> {
+ protected:
+  using BreakAt = Problems (Sweep::*)(std::size_t k, FaultTiming timing);
+  enum class Which : std::uint8_t { All, ThoseThatReachOut };
+
+  static void BreakEveryCall(BreakAt breakAt, FaultTiming timing, Which which) {
+    Sweep sweep(GetParam());
+    const auto& names = sweep.CleanTrace().names;
+    ASSERT_FALSE(names.empty());
+    for (std::size_t k = 1; k <= names.size(); ++k) {
+      if (which == Which::ThoseThatReachOut && StaysInProcess(names[k - 1])) continue;
+      SCOPED_TRACE(fmt::format("call {} of {}: {}", k, names.size(), names[k - 1]));
+      for (const auto& problem : (sweep.*breakAt)(k, timing)) ADD_FAILURE() << problem;
+    }
+  }
+};
+
+TEST_P(EveryCall, An_error_before_any_call_is_told_and_the_next_run_brings_both_sides_in_step) {
+  BreakEveryCall(&Sweep::RaiseAt, FaultTiming::Before, Which::All);
+}
+
+TEST_P(EveryCall, An_error_after_any_call_is_told_and_the_next_run_brings_both_sides_in_step) {
+  BreakEveryCall(&Sweep::RaiseAt, FaultTiming::After, Which::All);
+}
+
+TEST_P(EveryCall, A_kill_before_any_call_harms_no_file_and_the_next_run_brings_both_sides_in_step) {
+  BreakEveryCall(&Sweep::KillAt, FaultTiming::Before, Which::ThoseThatReachOut);
+}
+
+TEST_P(EveryCall, A_kill_after_any_call_harms_no_file_and_the_next_run_brings_both_sides_in_step) {
+  BreakEveryCall(&Sweep::KillAt, FaultTiming::After, Which::ThoseThatReachOut);
+}
+
+INSTANTIATE_TEST_SUITE_P(Clients, EveryCall, testing::ValuesIn(ClientScenarios()),
+                         [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace twqb::sweep

@@ -1,0 +1,12 @@
+// The scenarios of each table, what is swept. A further table adds its function here and one line to the test.
+#pragma once
+
+#include <vector>
+
+#include "Sweep.h"
+
+namespace twqb::sweep {
+
+[[nodiscard]] std::vector<Scenario> ClientScenarios();
+
+}  // namespace twqb::sweep

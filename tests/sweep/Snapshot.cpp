@@ -1,0 +1,114 @@
+#include "Snapshot.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+#include "adapters/sqlite/Collations.h"
+
+namespace twqb::sweep {
+
+namespace {
+
+// What a record is, identifiers and the forms of its name aside.
+constexpr std::string_view kRecords =
+    "SELECT list_id, kind || '/' || full_name AS name, sublevel, active, balance, total_balance, body, created, "
+    "modified, edit_sequence FROM record";
+constexpr std::array<std::string_view, 4> kTimes = {"LastUpdated", "created", "modified", "edit_sequence"};
+
+class RawFile {
+ public:
+  explicit RawFile(const std::string& path) {
+    sqlite3* handle = nullptr;
+    const int opened = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    handle_.reset(handle);
+    if (opened != SQLITE_OK) throw std::runtime_error(path + " can't be opened");
+    if (sqlite::RegisterCollations(handle) != SQLITE_OK) throw std::runtime_error("no collations");
+  }
+
+  void ForEachRow(std::string_view sql, const std::function<void(Fields)>& take) {
+    sqlite3_stmt* made = nullptr;
+    const int prepared = sqlite3_prepare_v2(handle_.get(), sql.data(), static_cast<int>(sql.size()), &made, nullptr);
+    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(made, sqlite3_finalize);
+    if (prepared != SQLITE_OK) throw std::runtime_error(sqlite3_errmsg(handle_.get()));
+    int step = 0;
+    while ((step = sqlite3_step(made)) == SQLITE_ROW) {
+      Fields fields;
+      for (int column = 0; column < sqlite3_column_count(made); ++column) {
+        const bool isNull = sqlite3_column_type(made, column) == SQLITE_NULL;
+        std::string text = "\\N";
+        if (!isNull) {
+          const auto* bytes = static_cast<const char*>(sqlite3_column_blob(made, column));
+          text.assign(bytes == nullptr ? "" : bytes, static_cast<std::size_t>(sqlite3_column_bytes(made, column)));
+        }
+        fields.emplace(sqlite3_column_name(made, column), std::move(text));
+      }
+      take(std::move(fields));
+    }
+    if (step != SQLITE_DONE) throw std::runtime_error(sqlite3_errmsg(handle_.get()));
+  }
+
+ private:
+  std::unique_ptr<sqlite3, decltype(&sqlite3_close)> handle_{nullptr, sqlite3_close};
+};
+
+void CheckIntegrity(RawFile& file, std::string_view name, std::vector<std::string>& damage) {
+  file.ForEachRow("PRAGMA integrity_check", [&](Fields fields) {
+    const auto& verdict = fields.begin()->second;
+    if (verdict != "ok") damage.push_back(fmt::format("{}: {}", name, verdict));
+  });
+}
+
+// Between statements nothing is open: a journal left behind would be a write that never ended.
+void CheckJournals(const std::string& folder, std::vector<std::string>& damage) {
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    const auto name = entry.path().filename().string();
+    if (name.ends_with("-journal")) damage.push_back(name + " was left behind.");
+  }
+}
+
+}  // namespace
+
+Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>& tables) {
+  Snapshot snapshot;
+  CheckJournals(folder, snapshot.damage);
+  RawFile company(folder + "/company.twq");
+  CheckIntegrity(company, "company.twq", snapshot.damage);
+  std::map<std::string, std::string> names;  // by identifier
+  company.ForEachRow(kRecords, [&](Fields fields) {
+    auto name = fields.extract("name").mapped();
+    names.emplace(fields.extract("list_id").mapped(), name);
+    snapshot.records.emplace(std::move(name), std::move(fields));
+  });
+  RawFile billing(folder + "/billing.db");
+  CheckIntegrity(billing, "billing.db", snapshot.damage);
+  for (const auto& table : tables) {
+    billing.ForEachRow(fmt::format("SELECT * FROM {}", table.name), [&](Fields fields) {
+      auto& link = fields.at(std::string(kLinkColumn));
+      if (const auto found = names.find(link); found != names.end()) link = std::string(kLeadsTo) + found->second;
+      auto key = fmt::format("{}/{}", table.name, fields.at(std::string(table.keyColumn)));
+      snapshot.rows.emplace(std::move(key), std::move(fields));
+    });
+  }
+  return snapshot;
+}
+
+bool IsLinked(const Snapshot& snapshot, std::string_view record) {
+  const auto link = std::string(kLeadsTo).append(record);
+  return std::ranges::any_of(snapshot.rows,
+                             [&](const auto& row) { return row.second.at(std::string(kLinkColumn)) == link; });
+}
+
+Fields WithoutTimes(Fields fields, const std::vector<LinkedTable>& tables) {
+  for (const auto time : kTimes) fields.erase(std::string(time));
+  for (const auto& table : tables) fields.erase(std::string(table.stampColumn));
+  return fields;
+}
+
+}  // namespace twqb::sweep

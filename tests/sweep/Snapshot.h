@@ -1,0 +1,44 @@
+// BillingDb and the company file as they stand on disk, read with handles of their own: neither the library nor an
+// adapter's connection has a part in it.
+//
+// Identifiers of QuickBooks are replaced by what they lead to, so that two runs that made the same records under other
+// identifiers compare equal.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace twqb::sweep {
+
+// A table of BillingDb whose rows have twins.
+struct LinkedTable {
+  std::string_view name;
+  std::string_view keyColumn;
+  // Written by a statement of its own, behind the one that writes the link.
+  std::string_view stampColumn;
+};
+
+using Fields = std::map<std::string, std::string>;  // by column; NULL is "\N"
+
+inline constexpr std::string_view kLinkColumn = "QBLinkID";
+// What a link that leads to a record reads as: this and the record's name in the snapshot.
+inline constexpr std::string_view kLeadsTo = "-> ";
+
+struct Snapshot {
+  std::map<std::string, Fields> rows;     // "Client/ACME1"
+  std::map<std::string, Fields> records;  // "Customer/Acme Tools (ACME1)": the full name
+  std::vector<std::string> damage;        // what the files themselves are wrong in; empty: both are sound
+};
+
+// Of `billing.db` and `company.twq` in `folder`, which nobody is writing to.
+[[nodiscard]] Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>& tables);
+
+// Whether any row's link leads to the record.
+[[nodiscard]] bool IsLinked(const Snapshot& snapshot, std::string_view record);
+
+// Without the columns that hold when something was written.
+[[nodiscard]] Fields WithoutTimes(Fields fields, const std::vector<LinkedTable>& tables);
+
+}  // namespace twqb::sweep

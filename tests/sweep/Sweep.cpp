@@ -1,0 +1,220 @@
+#include "Sweep.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <iterator>
+#include <ostream>
+#include <stdexcept>
+
+#include "adapters/faults/Faults.h"
+#include "services/ModuleVariables.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb::sweep {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr ErrorNumber kNumber = error::kCannotOpen;
+constexpr unsigned kLongestRun = 60;  // seconds; a run takes a hundredth of one
+constexpr std::int64_t kUntilCleanRun = 5 * Date::kMinute;
+
+// Questions are answered so that a run goes on; a problem with the session is not retried.
+constexpr std::string_view kAnswers = "default yes\ndefault cancel\n";
+
+void CopyFiles(const std::string& from, const std::string& to) {
+  fs::remove_all(to);
+  fs::copy(from, to);
+}
+
+void Append(Problems& problems, std::string_view when, Problems more) {
+  for (const auto& problem : more) problems.push_back(fmt::format("{}: {}", when, problem));
+}
+
+// Boxes that the clean run does not show.
+std::vector<std::string> Told(const TestHouse& house, std::vector<std::string> cleanBoxes) {
+  std::vector<std::string> told;
+  for (auto& text : house.BoxTexts()) {
+    if (const auto shown = std::ranges::find(cleanBoxes, text); shown != cleanBoxes.end()) {
+      cleanBoxes.erase(shown);
+    } else {
+      told.push_back(std::move(text));
+    }
+  }
+  return told;
+}
+
+Problems CheckBalance(const TestHouse& house) {
+  Problems problems;
+  if (Vars().g_CnRefCount != 0) problems.push_back(fmt::format("g_CnRefCount is {}.", Vars().g_CnRefCount));
+  if (Vars().g_Cancelled) problems.emplace_back("g_Cancelled is set.");
+  if (Vars().g_QBSession) problems.emplace_back("A session is left.");
+  if (Vars().msgForm) problems.emplace_back("The progress form is left loaded.");
+  if (house.desk.Form()) problems.emplace_back("The progress form is left on the screen.");
+  return problems;
+}
+
+std::string Signal(int signal) {
+  if (signal == SIGALRM) return "The run did not come to an end.";
+  return fmt::format("The run crashed: {}.", strsignal(signal));
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const Scenario& scenario) { return out << scenario.name; }
+
+bool RunTransfers(TestHouse& house, const Scenario& scenario) {
+  CTWQBBridge bridge;
+  bridge.SetConnectString(house.ConnectString());
+  bridge.SetTWSettingsPath(house.Path("twqb.ini"));
+  bridge.SetUseTWSTable(scenario.settings == SettingsStore::Table);
+  bridge.SetUsePreferencesTW(true);
+  return std::ranges::all_of(scenario.transfers, [&](const Transfer& transfer) {
+    return transfer.direction == Direction::Send ? bridge.SendDataToQB(transfer.table)
+                                                 : bridge.GetDataFromQB(transfer.table);
+  });
+}
+
+Sweep::Sweep(const Scenario& scenario) : scenario_(scenario) {
+  fs::create_directory(House());
+  {
+    auto options = Options();
+    options.now = options.now.PlusHours(-1);
+    TestHouse house(std::move(options));
+    WriteWholeFile(house.Path("registry.ini"), fmt::format("[TW80]\r\nDatabase={}\r\n", house.Path("billing.db")));
+    scenario_.prepare(house, scenario_);
+  }
+  CopyFiles(House(), Prepared());
+  Rehearse();
+}
+
+HouseOptions Sweep::Options() const {
+  return {.answers = std::string(kAnswers), .now = TextToDate("2008-03-05T11:00:00"), .folder = House()};
+}
+
+void Sweep::Restore() const { CopyFiles(Prepared(), House()); }
+
+void Sweep::Rehearse() {
+  TestHouse house(Options());
+  expected_ = {.tables = scenario_.tables, .before = TakeSnapshot(House(), scenario_.tables), .after = {}};
+  FaultPlatform* counted = nullptr;
+  const Witness witness(house.Seams(), [&] { return counted->CallCount(); });
+  FaultPlatform faults(witness.Watched(), {});
+  counted = &faults;
+  house.Enter(faults.Decorated());
+  if (!RunTransfers(house, scenario_)) {
+    throw std::runtime_error(fmt::format("The clean run failed: {}", fmt::join(house.BoxTexts(), "\n")));
+  }
+  trace_ = {.names = {faults.CallNames().begin(), faults.CallNames().end()}, .deeds = witness.Deeds()};
+  boxes_ = house.BoxTexts();
+  expected_.after = TakeSnapshot(House(), scenario_.tables);
+  house.Enter();  // lets go of the counted seams
+}
+
+Problems Sweep::RaiseAt(std::size_t k, FaultTiming timing) {
+  Restore();
+  auto end = RunInChild([&] { return RunRaising(k, timing); }, kLongestRun);
+  if (end.signal != 0) end.problems.push_back(Signal(end.signal));
+  return end.problems;
+}
+
+Problems Sweep::RunRaising(std::size_t k, FaultTiming timing) const {
+  TestHouse house(Options());
+  FaultPlatform faults(house.Seams(), {});
+  faults.RaiseAt(k, timing, kNumber);
+  house.Enter(faults.Decorated());
+  const bool result = RunTransfers(house, scenario_);
+  auto problems = CheckAfterRaise(house, result, k, timing);
+  house.machine.Advance(kUntilCleanRun);
+  Append(problems, "Clean run", RunCleanly(house, WhatIsLeft(trace_, k, timing, Break::Raise)));
+  house.Enter();
+  return problems;
+}
+
+Problems Sweep::CheckAfterRaise(TestHouse& house, bool result, std::size_t k, FaultTiming timing) const {
+  Problems problems;
+  const auto leaves = WhatIsLeft(trace_, k, timing, Break::Raise);
+  const auto now = TakeSnapshot(House(), scenario_.tables);
+  const auto why = WhyIgnored(trace_, k, timing);
+  const auto told = Told(house, boxes_);
+  if (why.empty() && told.empty()) {
+    problems.push_back(fmt::format("The user was not told; the result is {}.", result));
+  }
+  if (told.empty() && !result) problems.emplace_back("The result is False without a word.");
+  Append(problems, "Broken run", CheckBroken(now, expected_, leaves));
+  if (!why.empty()) {
+    if (!result) problems.push_back(fmt::format("The result is False, although {}.", why));
+    Append(problems, fmt::format("Although {}", why), CheckInStep(now, expected_, leaves));
+  }
+  if (Vars().g_CnRefCount != 0) {
+    problems.push_back(fmt::format("Broken run: g_CnRefCount is {}.", Vars().g_CnRefCount));
+  }
+  return problems;
+}
+
+Problems Sweep::RunCleanly(TestHouse& house, Leaves leaves) const {
+  Problems problems;
+  const auto boxes = house.BoxTexts().size();
+  if (!RunTransfers(house, scenario_)) {
+    const auto texts = house.BoxTexts();
+    problems.push_back(fmt::format("The result is False: {}",
+                                   fmt::join(texts.begin() + static_cast<std::ptrdiff_t>(boxes), texts.end(), "\n")));
+  }
+  std::ranges::move(CheckInStep(TakeSnapshot(House(), scenario_.tables), expected_, leaves),
+                    std::back_inserter(problems));
+  std::ranges::move(CheckBalance(house), std::back_inserter(problems));
+  return problems;
+}
+
+Problems Sweep::KillAt(std::size_t k, FaultTiming timing) {
+  Restore();
+  auto end = RunInChild([&] { return RunKilled(k, timing); }, kLongestRun);
+  if (end.signal != SIGKILL) {
+    end.problems.push_back(end.signal == 0 ? "The run came to its end unharmed." : Signal(end.signal));
+    return end.problems;
+  }
+  auto after = RunInChild([&] { return CheckAfterKill(k, timing); }, kLongestRun);
+  if (after.signal != 0) after.problems.push_back(Signal(after.signal));
+  return after.problems;
+}
+
+Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
+  TestHouse house(Options());
+  FaultPlatform faults(house.Seams(), {});
+  faults.RunAt(k, timing, [] { std::raise(SIGKILL); });
+  house.Enter(faults.Decorated());
+  RunTransfers(house, scenario_);
+  return {};
+}
+
+Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
+  Problems problems;
+  const auto leaves = WhatIsLeft(trace_, k, timing, Break::Kill);
+  Append(problems, "Killed run", CheckBroken(TakeSnapshot(House(), scenario_.tables), expected_, leaves));
+  auto options = Options();
+  options.now = options.now.PlusMilliseconds(kUntilCleanRun);
+  TestHouse house(std::move(options));
+  const auto remembered = house.machine.GetPrivateProfileString("GENERAL", "QBDBPath", "", 255, house.Path("twqb.ini"));
+  if (!remembered.empty() && remembered != house.Path("company.twq")) {
+    problems.push_back(fmt::format("The settings remember the company file {}.", remembered));
+  }
+  house.Enter();
+  {
+    // Alone in the file: nothing that the dead process held is in the way.
+    CTWQBBridge alone;
+    alone.SetConnectString(house.ConnectString());
+    alone.SetTWSettingsPath(house.Path("twqb.ini"));
+    alone.SetUseTWSTable(scenario_.settings == SettingsStore::Table);
+    alone.SetIsQBSingleMode(true);
+    if (!alone.ConnectToQB(true)) problems.emplace_back("The company file is still held.");
+  }
+  Append(problems, "Clean run", RunCleanly(house, leaves));
+  return problems;
+}
+
+}  // namespace twqb::sweep

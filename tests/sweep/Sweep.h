@@ -1,0 +1,79 @@
+// The sweep: a transfer that is broken at every one of its calls through the seams, one call at a time, by an error or
+// by the death of the process, before the call takes effect or after it has.
+//
+// A scenario says what is on both sides and what is transferred; the rest is here and holds for every table. Each break
+// has a process, a house and a copy of the prepared files of its own.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "Checks.h"
+#include "Child.h"
+#include "Trace.h"
+#include "adapters/faults/FaultScript.h"
+#include "services/TableNames.h"
+#include "tests/support/TestHouse.h"
+#include "twqb/enTables.h"
+
+namespace twqb::sweep {
+
+enum class SettingsStore : std::uint8_t { IniFile, Table };
+
+struct Transfer {
+  Direction direction = Direction::Send;
+  enTables table = enClients;
+};
+
+struct Scenario {
+  std::string name;  // of the test
+  std::vector<LinkedTable> tables;
+  SettingsStore settings = SettingsStore::IniFile;
+  // Brings both sides to where the transfers begin; it may transfer by itself. The house's clock stands an hour before
+  // the sweep's.
+  std::function<void(TestHouse&, const Scenario&)> prepare;
+  std::vector<Transfer> transfers;
+};
+std::ostream& operator<<(std::ostream& out, const Scenario& scenario);
+
+// Runs the scenario's transfers in the house that the library is composed with, by a bridge object that comes and goes.
+// True when all returned True.
+bool RunTransfers(TestHouse& house, const Scenario& scenario);
+
+class Sweep {
+ public:
+  // Prepares the files and runs the transfers once, clean. Raises std::runtime_error when they don't return True.
+  explicit Sweep(const Scenario& scenario);
+
+  [[nodiscard]] const Trace& CleanTrace() const { return trace_; }
+  [[nodiscard]] const Expectation& Expected() const { return expected_; }
+
+  // What is wrong after the k-th call raised, and after the clean run behind it in the same process.
+  [[nodiscard]] Problems RaiseAt(std::size_t k, FaultTiming timing);
+  // What is wrong after the process was killed at the k-th call, and after the clean run of another process.
+  [[nodiscard]] Problems KillAt(std::size_t k, FaultTiming timing);
+
+ private:
+  void Restore() const;
+  void Rehearse();
+  [[nodiscard]] std::string House() const { return root_ / "house"; }
+  [[nodiscard]] std::string Prepared() const { return root_ / "prepared"; }
+  [[nodiscard]] HouseOptions Options() const;
+  [[nodiscard]] Problems RunRaising(std::size_t k, FaultTiming timing) const;
+  [[nodiscard]] Problems CheckAfterRaise(TestHouse& house, bool result, std::size_t k, FaultTiming timing) const;
+  [[nodiscard]] Problems RunKilled(std::size_t k, FaultTiming timing) const;
+  [[nodiscard]] Problems CheckAfterKill(std::size_t k, FaultTiming timing) const;
+  [[nodiscard]] Problems RunCleanly(TestHouse& house, Leaves leaves) const;
+
+  Scenario scenario_;
+  TemporaryFolder root_;
+  Trace trace_;
+  Expectation expected_;
+  std::vector<std::string> boxes_;  // of the clean run
+};
+
+}  // namespace twqb::sweep

@@ -1,0 +1,225 @@
+#include "Trace.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "platform/Forwarding.h"
+
+namespace twqb::sweep {
+
+namespace {
+
+constexpr std::string_view kDone = "statusCode=\"0\"";
+
+// Whether the answer has an element whose name ends so, carried out.
+bool CarriedOut(std::string_view answer, std::string_view ending) {
+  for (auto at = answer.find(ending); at != std::string_view::npos; at = answer.find(ending, at + 1)) {
+    const auto tag = answer.substr(at, answer.find('>', at) - at);
+    if (tag.find(kDone) != std::string_view::npos) return true;
+  }
+  return false;
+}
+
+std::optional<DeedKind> DeedOf(std::string_view document, std::string_view answer) {
+  if (CarriedOut(answer, "AddRs ")) return DeedKind::AddCarriedOut;
+  if (CarriedOut(answer, "ModRs ")) return DeedKind::ModCarriedOut;
+  const bool forOne = document.find("<ListID>") != std::string_view::npos;
+  if (forOne && CarriedOut(answer, "QueryRs ")) return DeedKind::TwinRead;
+  return std::nullopt;
+}
+
+using NoteDeed = std::function<void(DeedKind)>;
+
+class WatchedTransport : public ForwardingTransport {
+ public:
+  WatchedTransport(std::unique_ptr<Transport> inner, NoteDeed note)
+      : ForwardingTransport(std::move(inner)), note_(std::move(note)) {}
+  std::string ProcessDocument(std::string_view document) override {
+    auto answer = ForwardingTransport::ProcessDocument(document);
+    if (const auto deed = DeedOf(document, answer)) note_(*deed);
+    return answer;
+  }
+
+ private:
+  NoteDeed note_;
+};
+
+class WatchedConnection : public ado::ForwardingConnection {
+ public:
+  WatchedConnection(std::unique_ptr<Connection> inner, NoteDeed note)
+      : ForwardingConnection(std::move(inner)), note_(std::move(note)) {}
+  std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
+    auto rows = ForwardingConnection::Execute(statement, rowsAffected);
+    if (statement.find(" SET QBLinkID = ") != std::string_view::npos) note_(DeedKind::LinkWritten);
+    return rows;
+  }
+
+ private:
+  NoteDeed note_;
+};
+
+struct WatchedFactory : TransportFactory {
+  WatchedFactory(TransportFactory& in, NoteDeed n) : inner(in), note(std::move(n)) {}
+  std::unique_ptr<Transport> CreateTransport() override {
+    return std::make_unique<WatchedTransport>(inner.CreateTransport(), note);
+  }
+  TransportFactory& inner;
+  NoteDeed note;
+};
+
+struct WatchedProvider : ado::Provider {
+  WatchedProvider(Provider& in, NoteDeed n) : inner(in), note(std::move(n)) {}
+  std::unique_ptr<ado::Connection> CreateConnection() override {
+    return std::make_unique<WatchedConnection>(inner.CreateConnection(), note);
+  }
+  Provider& inner;
+  NoteDeed note;
+};
+
+// A place in the code, told by the calls that it makes in a row, and how many of them, from the first, are ignored.
+struct Place {
+  std::string_view why;
+  std::array<std::string_view, 5> calls;  // those behind the last are empty
+  std::size_t ignored = 1;
+  bool afterToo = true;  // False: only an error before the call takes effect is ignored
+};
+
+constexpr std::string_view kLog = "a log line that can't be written is lost";
+constexpr std::string_view kProgress = "the progress bar is drawn with errors ignored";
+constexpr std::string_view kBackup = "the copies of the first run are made with errors ignored";
+constexpr std::string_view kClosing = "closing at the end of a table ignores errors";
+
+constexpr std::array kIgnoredPlaces = {
+    Place{.why = kLog, .calls = {"Machine.Now", "Machine.LibraryFolder", "Machine.AppendLine"}, .ignored = 3},
+    Place{.why = "the dated line of the log: without a clock it is lost",
+          .calls = {"Machine.Now", "Machine.Now", "Machine.LibraryFolder", "Machine.AppendLine"}},
+    Place{
+        .why = kProgress,
+        .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now", "Desk.UpdateMsgForm", "Desk.PumpMessages"},
+        .ignored = 5},
+    Place{.why = kProgress,
+          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Desk.PumpMessages", "Desk.PumpMessages"},
+          .ignored = 3},
+    Place{
+        .why = kBackup,
+        .calls = {"Desk.SetPointer", "Machine.CopyFile", "Machine.CopyFile", "Desk.SetPointer", "Desk.ShowMessageBox"},
+        .ignored = 5},
+    Place{.why = kClosing, .calls = {"Desk.UnloadMsgForm"}},
+    Place{.why = kClosing, .calls = {"Recordset.State", "Recordset.Close"}, .ignored = 2},
+    Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Connection.State"}, .ignored = 2},
+    Place{.why = "an unreadable time zone counts as standard time in the conflict rule",
+          .calls = {"Machine.GetTimeZoneInformation", "Recordset.Field", "Machine.GetTimeZoneInformation"}},
+    Place{.why = "a session that does not begin is tried again with the remembered file",
+          .calls = {"Transport.BeginSession"},
+          .afterToo = false},
+};
+
+bool StandsAt(const Trace& trace, std::span<const std::string_view> calls, std::size_t first) {
+  for (const auto call : calls) {
+    if (call.empty()) return true;
+    if (first >= trace.names.size() || trace.names[first] != call) return false;
+    ++first;
+  }
+  return true;
+}
+
+// The reading of a twin whose Mod goes out: what fails in it passes the record over.
+constexpr std::array<std::string_view, 5> kTwinComparison = {"Transport.ProcessDocument", "Desk.PumpMessages",
+                                                             "Machine.GetTimeZoneInformation", "Recordset.Field",
+                                                             "Machine.GetTimeZoneInformation"};
+constexpr std::array<std::size_t, 3> kPassesOver = {1, 3, 4};  // indexes into it
+
+}  // namespace
+
+struct Witness::Parts {
+  Parts(const Platform& in, std::function<std::size_t()> number)
+      : inner(in),
+        callNumber(std::move(number)),
+        quickbooks(*in.quickbooks, [this](DeedKind kind) { Note(kind); }),
+        database(*in.database, [this](DeedKind kind) { Note(kind); }) {}
+
+  void Note(DeedKind kind) { deeds.push_back({.k = callNumber(), .kind = kind}); }
+
+  Platform inner;
+  std::function<std::size_t()> callNumber;
+  std::vector<Deed> deeds;
+  WatchedFactory quickbooks;
+  WatchedProvider database;
+};
+
+Witness::Witness(const Platform& inner, std::function<std::size_t()> callNumber)
+    : parts_(std::make_unique<Parts>(inner, std::move(callNumber))) {}
+Witness::~Witness() = default;
+
+Platform Witness::Watched() const {
+  auto platform = parts_->inner;
+  platform.quickbooks = &parts_->quickbooks;
+  platform.database = &parts_->database;
+  return platform;
+}
+
+const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
+
+Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+  const auto& deeds = trace.deeds;
+  for (std::size_t i = 0; i < deeds.size(); ++i) {
+    const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
+    const auto at = deeds[i].k;
+    if (deeds[i].kind == DeedKind::AddCarriedOut && next != nullptr && next->kind == DeedKind::LinkWritten) {
+      const bool added = k > at || (k == at && timing == FaultTiming::After);
+      const bool linked = k > next->k || (k == next->k && timing == FaultTiming::After);
+      if (added && !linked) return Leaves::OneAddedTwice;
+    }
+    if (deeds[i].kind != DeedKind::TwinRead || how == Break::Kill) continue;
+    if (k == at) return Leaves::OneTwinReplaced;
+    const bool modFollows = next != nullptr && next->kind == DeedKind::ModCarriedOut;
+    if (!modFollows || !StandsAt(trace, kTwinComparison, at - 1)) continue;
+    if (std::ranges::any_of(kPassesOver, [&](std::size_t index) { return k == at + index; })) {
+      return Leaves::OnePassedOver;
+    }
+  }
+  return Leaves::Nothing;
+}
+
+std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {
+  for (const auto& place : kIgnoredPlaces) {
+    if (timing == FaultTiming::After && !place.afterToo) continue;
+    for (std::size_t index = 0; index < place.ignored; ++index) {
+      if (k > index && StandsAt(trace, place.calls, k - 1 - index)) return place.why;
+    }
+  }
+  return {};
+}
+
+bool StaysInProcess(std::string_view callName) {
+  constexpr std::array<std::string_view, 22> kCalls = {
+      "Connection.ConnectionString",
+      "Connection.Provider",
+      "Connection.SetConnectionString",
+      "Connection.SetConnectionTimeout",
+      "Connection.SetCursorLocation",
+      "Connection.SetMode",
+      "Connection.State",
+      "Desk.Beep",
+      "Desk.PumpMessages",
+      "Desk.SetPointer",
+      "Desk.UpdateMsgForm",
+      "Machine.GetTimeZoneInformation",
+      "Machine.LibraryFolder",
+      "Machine.Now",
+      "Recordset.DefinedSize",
+      "Recordset.EditState",
+      "Recordset.Eof",
+      "Recordset.Field",
+      "Recordset.FieldAt",
+      "Recordset.RecordCount",
+      "Recordset.SetField",
+      "Recordset.State",
+  };
+  return std::ranges::find(kCalls, callName) != kCalls.end();
+}
+
+}  // namespace twqb::sweep

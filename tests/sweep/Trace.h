@@ -1,0 +1,80 @@
+// What a clean run did, call by call: the names of its calls through the seams, and which of them moved data between
+// the two sides.
+//
+// From it follows, for every call, what breaking the run there may leave behind and whether the user has to be told.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/faults/FaultScript.h"
+#include "platform/Platform.h"
+
+namespace twqb::sweep {
+
+enum class DeedKind : std::uint8_t {
+  AddCarriedOut,  // a document of which QuickBooks carried an Add out
+  ModCarriedOut,
+  TwinRead,     // a query for one identifier that found its record
+  LinkWritten,  // the statement that writes a new identifier into its row
+};
+
+struct Deed {
+  std::size_t k = 0;  // number of the call, from 1
+  DeedKind kind = DeedKind::AddCarriedOut;
+};
+
+struct Trace {
+  std::vector<std::string> names;  // of call k at k - 1
+  std::vector<Deed> deeds;         // in order
+};
+
+// Stands between the counted calls and the adapters, and notes the deeds.
+class Witness {
+ public:
+  // `callNumber` answers the number of the call in hand. Both it and `inner`'s seams must outlive the witness.
+  Witness(const Platform& inner, std::function<std::size_t()> callNumber);
+  ~Witness();
+  Witness(const Witness&) = delete;
+  Witness& operator=(const Witness&) = delete;
+
+  // `inner` with two seams watched; valid as long as this object.
+  [[nodiscard]] Platform Watched() const;
+  [[nodiscard]] const std::vector<Deed>& Deeds() const;
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+enum class Break : std::uint8_t { Raise, Kill };
+
+// What a run that breaks at a call leaves for good. All but Nothing are the price of a link that is one column and of
+// two sides that can't be written in one step.
+enum class Leaves : std::uint8_t {
+  Nothing,
+  // QuickBooks has a new record and the row does not know: the next run finds the name in use and adds it again under a
+  // counted name.
+  OneAddedTwice,
+  // The twin could not be read, which was told, and counts as deleted: it is added again under a counted name and the
+  // row is linked to that.
+  OneTwinReplaced,
+  // The record was passed over, which was told. The table counts as sent, so that the row goes with its next change.
+  OnePassedOver,
+};
+
+[[nodiscard]] Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how);
+
+// Why an error of the call is ignored by design, so that the user is not told; empty: the user has to be told.
+[[nodiscard]] std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing);
+
+// Whether the call reads or changes nothing but this process's own memory (a field of a row that is fetched, the clock,
+// the screen). A process that dies at it leaves just what one leaves that dies at the call before.
+[[nodiscard]] bool StaysInProcess(std::string_view callName);
+
+}  // namespace twqb::sweep

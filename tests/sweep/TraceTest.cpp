@@ -1,0 +1,64 @@
+// What follows from the calls of a clean run.
+#include <gtest/gtest.h>
+
+#include "Trace.h"
+
+namespace twqb::sweep {
+namespace {
+
+constexpr auto kBefore = FaultTiming::Before;
+constexpr auto kAfter = FaultTiming::After;
+
+// An Add at call 3 whose identifier is written at call 5.
+const Trace kAdd = {.names = {"a", "b", "Transport.ProcessDocument", "d", "Connection.Execute", "f"},
+                    .deeds = {{.k = 3, .kind = DeedKind::AddCarriedOut}, {.k = 5, .kind = DeedKind::LinkWritten}}};
+
+TEST(Trace, An_Add_is_added_twice_when_the_run_breaks_between_its_carrying_out_and_the_written_link) {
+  for (const auto how : {Break::Raise, Break::Kill}) {
+    EXPECT_EQ(WhatIsLeft(kAdd, 3, kBefore, how), Leaves::Nothing);
+    EXPECT_EQ(WhatIsLeft(kAdd, 3, kAfter, how), Leaves::OneAddedTwice);
+    EXPECT_EQ(WhatIsLeft(kAdd, 4, kBefore, how), Leaves::OneAddedTwice);
+    EXPECT_EQ(WhatIsLeft(kAdd, 4, kAfter, how), Leaves::OneAddedTwice);
+    EXPECT_EQ(WhatIsLeft(kAdd, 5, kBefore, how), Leaves::OneAddedTwice);
+    EXPECT_EQ(WhatIsLeft(kAdd, 5, kAfter, how), Leaves::Nothing);
+  }
+}
+
+// The reading of a twin at call 1, and the Mod at call 6.
+const Trace kMod = {.names = {"Transport.ProcessDocument", "Desk.PumpMessages", "Machine.GetTimeZoneInformation",
+                              "Recordset.Field", "Machine.GetTimeZoneInformation", "Transport.ProcessDocument"},
+                    .deeds = {{.k = 1, .kind = DeedKind::TwinRead}, {.k = 6, .kind = DeedKind::ModCarriedOut}}};
+
+TEST(Trace, A_twin_that_can_t_be_read_is_replaced_and_one_that_can_t_be_compared_is_passed_over) {
+  for (const auto timing : {kBefore, kAfter}) {
+    EXPECT_EQ(WhatIsLeft(kMod, 1, timing, Break::Raise), Leaves::OneTwinReplaced);
+    EXPECT_EQ(WhatIsLeft(kMod, 2, timing, Break::Raise), Leaves::OnePassedOver);
+    EXPECT_EQ(WhatIsLeft(kMod, 3, timing, Break::Raise), Leaves::Nothing);
+    EXPECT_EQ(WhatIsLeft(kMod, 4, timing, Break::Raise), Leaves::OnePassedOver);
+    EXPECT_EQ(WhatIsLeft(kMod, 5, timing, Break::Raise), Leaves::OnePassedOver);
+    EXPECT_EQ(WhatIsLeft(kMod, 6, timing, Break::Raise), Leaves::Nothing);
+  }
+}
+
+TEST(Trace, A_kill_replaces_and_passes_over_nothing) {
+  for (std::size_t k = 1; k <= kMod.names.size(); ++k) {
+    EXPECT_EQ(WhatIsLeft(kMod, k, kAfter, Break::Kill), Leaves::Nothing);
+  }
+}
+
+TEST(Trace, A_log_line_is_ignored_and_another_clock_is_not) {
+  const Trace trace = {.names = {"Machine.Now", "Machine.LibraryFolder", "Machine.AppendLine", "Machine.Now"},
+                       .deeds = {}};
+  EXPECT_FALSE(WhyIgnored(trace, 1, kBefore).empty());
+  EXPECT_FALSE(WhyIgnored(trace, 3, kAfter).empty());
+  EXPECT_TRUE(WhyIgnored(trace, 4, kBefore).empty());
+}
+
+TEST(Trace, A_session_that_has_begun_and_raised_has_to_be_told) {
+  const Trace trace = {.names = {"Transport.BeginSession"}, .deeds = {}};
+  EXPECT_FALSE(WhyIgnored(trace, 1, kBefore).empty());
+  EXPECT_TRUE(WhyIgnored(trace, 1, kAfter).empty());
+}
+
+}  // namespace
+}  // namespace twqb::sweep
