@@ -41,7 +41,7 @@ function(twqb_tests folder)
     endif()
   endforeach()
   add_executable(test_${folder} ${sources})
-  target_link_libraries(test_${folder} PRIVATE twqb_options ${ARG_LINK} GTest::gtest_main)
+  target_link_libraries(test_${folder} PRIVATE twqb_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
   if(NOT MSVC)
     # What is tested is optimised; the tests themselves only take longer to compile.
     target_compile_options(test_${folder} PRIVATE -O0 -g1)
