@@ -96,10 +96,24 @@ void TerminalDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> 
     console_.ForgetPresses();
     interrupts_.emplace();
   }
-  progress_.Begin(state);
+  // A form that is shown begins an action: the record that it still names is that of the one before, or none at all.
+  staleRecord_ = state.Text1;
+  auto begun = state;
+  begun.Text1.clear();
+  begun.txtProg.clear();
+  progress_.Begin(begun);
 }
 
-void TerminalDesk::UpdateMsgForm(const MsgFormState& state) { progress_.Update(state); }
+void TerminalDesk::UpdateMsgForm(const MsgFormState& state) {
+  if (staleRecord_ && *staleRecord_ == state.Text1) {
+    auto withoutRecord = state;
+    withoutRecord.Text1.clear();
+    progress_.Update(withoutRecord);
+    return;
+  }
+  staleRecord_.reset();
+  progress_.Update(state);
+}
 
 void TerminalDesk::UnloadMsgForm() {
   progress_.End();

@@ -67,6 +67,7 @@ class TerminalDesk : public Desk {
   TerminalOptions options_;
   Console console_;
   ProgressPainter progress_;
+  std::optional<std::string> staleRecord_;  // named by the form since before it was shown
   std::function<void()> onCancel_;
   std::optional<InterruptGuard> interrupts_;
   bool pressing_ = false;  // inside onCancel_: it pumps messages itself

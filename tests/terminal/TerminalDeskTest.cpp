@@ -216,9 +216,20 @@ TEST_F(TerminalDeskTest, Progress_is_drawn_no_oftener_than_the_eye_follows) {
   EXPECT_THAT(Shown(), AllOf(HasSubstr("2000/4000"), EndsWith("\n"))) << "the last state is drawn when the form goes";
 }
 
+TEST_F(TerminalDeskTest, What_the_form_still_names_from_before_is_not_drawn_for_a_new_action) {
+  auto& desk = Open(Person::There);
+  desk.ShowMsgForm(Progress("8/10 --> 00:00:01", 0, "OLDONE"), [] {});
+  EXPECT_THAT(Shown(), EndsWith("  0%\x1b[K"));
+  desk.UpdateMsgForm(Progress("3/3", 100, "OLDONE"));
+  EXPECT_THAT(Shown(), EndsWith("3/3\x1b[K"));
+  desk.UpdateMsgForm(Progress("3/3", 100, "ACME1"));
+  EXPECT_THAT(Shown(), EndsWith("3/3  ACME1\x1b[K"));
+}
+
 TEST_F(TerminalDeskTest, An_unchanged_line_is_not_drawn_again) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("64/64", 100), [] {});
+  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.UpdateMsgForm(Progress("64/64", 100));
   EXPECT_NE(Shown(), "");
   desk.UpdateMsgForm(Progress("64/64", 100));
   desk.UpdateMsgForm(Progress("64/64", 100));
