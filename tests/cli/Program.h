@@ -3,11 +3,12 @@
 // For the tests of this folder. The program gets no terminal: a question without an answers file is taken as No.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "tests/support/Process.h"
 
 namespace twqb::cli {
 
@@ -18,7 +19,7 @@ struct Ended {
   std::string err;
 };
 
-enum class Stdout : std::uint8_t { Captured, Closed, FullDisk };
+using Stdout = StandardOutput;
 
 struct RunOptions {
   std::string input = {};
@@ -28,12 +29,7 @@ struct RunOptions {
 // A temporary folder that goes at the end.
 class WorkFolder {
  public:
-  WorkFolder();
-  ~WorkFolder();
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-
-  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+  [[nodiscard]] std::filesystem::path Path() const { return folder_.Path(); }
   // Runs the program with the folder as current folder.
   Ended Twqb(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
   // The same; the test fails unless the status is 0. Gives what it printed.
@@ -47,7 +43,7 @@ class WorkFolder {
   [[nodiscard]] std::string Scalar(const std::string& statement) const;
 
  private:
-  std::filesystem::path path_;
+  TemporaryFolder folder_;
 };
 
 }  // namespace twqb::cli

@@ -17,44 +17,48 @@ namespace {
 
 constexpr int kCannotStart = 127;
 
-[[noreturn]] void StartProgram(const std::vector<std::string>& arguments, const std::string& folder, int in, int out,
-                               int err) {
-  dup2(in, STDIN_FILENO);
-  dup2(out, STDOUT_FILENO);
-  dup2(err, STDERR_FILENO);
-  if (!folder.empty() && chdir(folder.c_str()) != 0) _exit(kCannotStart);
-  std::vector<char*> argv;
-  for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
-  execv(argv[0], argv.data());
-  _exit(kCannotStart);
+// In the child, between fork and exec.
+void Redirect(int descriptor, const std::string& path, int flags) {
+  const int opened = open(path.c_str(), flags, 0600);
+  if (opened < 0 || dup2(opened, descriptor) < 0) _exit(kCannotStart);
+  close(opened);
 }
-
-// Streams go through files: no pipe can fill up and stop the program.
-int OpenStream(const std::string& path, int flags) { return open(path.c_str(), flags | O_CLOEXEC, 0600); }
 
 }  // namespace
 
-ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::string& folder,
-                         const std::string& input) {
+ProcessResult RunProcess(const std::vector<std::string>& arguments, const ProcessOptions& options) {
+  // Streams go through files: no pipe can fill up and stop the program.
   const TemporaryFolder streams;
-  WriteWholeFile(streams / "in", input);
-  const int in = OpenStream(streams / "in", O_RDONLY);
-  const int out = OpenStream(streams / "out", O_WRONLY | O_CREAT);
-  const int err = OpenStream(streams / "err", O_WRONLY | O_CREAT);
+  const auto in = streams / "in";
+  const auto out = streams / "out";
+  const auto err = streams / "err";
+  WriteWholeFile(in, options.input);
+  WriteWholeFile(out, "");
+  std::vector<char*> argv;
+  for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(nullptr);
+
   const pid_t child = fork();
-  if (child == 0) StartProgram(arguments, folder, in, out, err);
-  for (const int stream : {in, out, err}) close(stream);
+  if (child == 0) {
+    constexpr int kForWriting = O_WRONLY | O_CREAT | O_TRUNC;
+    if (!options.folder.empty() && chdir(options.folder.c_str()) != 0) _exit(kCannotStart);
+    Redirect(STDIN_FILENO, in, O_RDONLY);
+    Redirect(STDERR_FILENO, err, kForWriting);
+    Redirect(STDOUT_FILENO, options.output == StandardOutput::FullDisk ? "/dev/full" : out, kForWriting);
+    if (options.output == StandardOutput::Closed) close(STDOUT_FILENO);
+    execv(argv[0], argv.data());
+    _exit(kCannotStart);
+  }
   ProcessResult result;
   int status = 0;
   if (child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
-  result.output = ReadWholeFile(streams / "out");
-  result.errors = ReadWholeFile(streams / "err");
+  result.output = ReadWholeFile(out);
+  result.errors = ReadWholeFile(err);
   return result;
 }
 
 TemporaryFolder::TemporaryFolder() {
-  path_ = (std::filesystem::temp_directory_path() / "twqb-XXXXXX").string();
+  path_ = (std::filesystem::canonical(std::filesystem::temp_directory_path()) / "twqb-XXXXXX").string();
   if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("no temporary folder");
 }
 

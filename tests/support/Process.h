@@ -1,6 +1,7 @@
 // Runs a program and waits for it, for tests of the command line.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -12,10 +13,16 @@ struct ProcessResult {
   std::string errors;   // standard error
 };
 
-// `arguments[0]` is the program's path. `folder`, when not empty, is the folder it starts in. `input` is its standard
-// input.
-[[nodiscard]] ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::string& folder = {},
-                                       const std::string& input = {});
+enum class StandardOutput : std::uint8_t { Captured, Closed, FullDisk };
+
+struct ProcessOptions {
+  std::string folder = {};  // that the program starts in; empty: this one's
+  std::string input = {};
+  StandardOutput output = StandardOutput::Captured;
+};
+
+// Runs the program whose path is `arguments[0]`, without a terminal.
+[[nodiscard]] ProcessResult RunProcess(const std::vector<std::string>& arguments, const ProcessOptions& options = {});
 
 // A new folder under the system's temporary folder, removed with all that is in it.
 class TemporaryFolder {

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "TemporaryFolder.h"
+#include "TestFiles.h"
 #include "adapters/system/FrozenMachine.h"
 
 namespace twqb {

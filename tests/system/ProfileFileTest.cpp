@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <thread>
 
-#include "TemporaryFolder.h"
+#include "TestFiles.h"
 #include "adapters/system/ProfileFile.h"
 
 namespace twqb {
@@ -23,7 +23,7 @@ TEST(ProfileFile, A_missing_file_is_an_empty_one) {
   ProfileFile file(folder / "none.ini");
   EXPECT_EQ(file.Read("A", "k"), std::nullopt);
   EXPECT_TRUE(file.Entries().empty());
-  EXPECT_EQ(folder.FileCount(), 0U);
+  EXPECT_EQ(test::FileCount(folder), 0U);
 }
 
 TEST(ProfileFile, What_is_written_is_read_and_stands_in_the_file) {
@@ -36,7 +36,7 @@ TEST(ProfileFile, What_is_written_is_read_and_stands_in_the_file) {
   EXPECT_TRUE(file.Write("A", "m", " "));
   EXPECT_EQ(file.Read("A", "m"), " ");
   EXPECT_EQ(ReadFile(folder / "a.ini"), "[A]\r\nk=2\r\nm=\" \"\r\n");
-  EXPECT_EQ(folder.FileCount(), 1U) << "no temporary file stays";
+  EXPECT_EQ(test::FileCount(folder), 1U) << "no temporary file stays";
 }
 
 TEST(ProfileFile, A_change_by_somebody_else_is_seen_though_size_and_place_stay) {
@@ -84,7 +84,7 @@ TEST(ProfileFile, A_read_only_file_is_read_and_never_written) {
   EXPECT_EQ(file.Read("A", "k"), "1");
   EXPECT_FALSE(file.Write("A", "k", "2"));
   EXPECT_EQ(ReadFile(path), "[A]\nk=1\n");
-  EXPECT_EQ(folder.FileCount(), 1U);
+  EXPECT_EQ(test::FileCount(folder), 1U);
 }
 
 TEST(ProfileFile, A_value_that_is_refused_leaves_the_file_as_it_was) {
@@ -106,7 +106,7 @@ TEST(ProfileFile, A_folder_or_a_pipe_in_its_place_is_empty_and_can_not_be_writte
     EXPECT_EQ(file.Read("A", "k"), std::nullopt) << name;
     EXPECT_FALSE(file.Write("A", "k", "v")) << name;
   }
-  EXPECT_EQ(folder.FileCount(), 2U);
+  EXPECT_EQ(test::FileCount(folder), 2U);
 }
 
 TEST(ProfileFile, A_write_through_a_link_changes_the_file_behind_it) {

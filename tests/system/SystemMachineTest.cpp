@@ -6,7 +6,7 @@
 #include <optional>
 #include <set>
 
-#include "TemporaryFolder.h"
+#include "TestFiles.h"
 #include "adapters/system/SystemMachine.h"
 #include "platform/PlatformError.h"
 
@@ -220,7 +220,7 @@ TEST(SystemMachine, A_copy_overwrites_its_target_with_the_same_bytes) {
   EXPECT_EQ(ReadFile(folder / "to"), bytes);
   machine.CopyFile(folder / "from", folder / "new");
   EXPECT_EQ(ReadFile(folder / "new"), bytes);
-  EXPECT_EQ(folder.FileCount(), 3U);
+  EXPECT_EQ(test::FileCount(folder), 3U);
 }
 
 TEST(SystemMachine, A_copy_that_fails_names_the_path_and_leaves_the_target_as_it_was) {
@@ -240,7 +240,7 @@ TEST(SystemMachine, A_copy_that_fails_names_the_path_and_leaves_the_target_as_it
   EXPECT_EQ(Raised([&] { machine.CopyFile(folder / "from", folder / "folder"); }), error::kFileAccess);
   EXPECT_EQ(Raised([&] { machine.CopyFile(folder / "folder", folder / "to"); }), error::kFileAccess);
   EXPECT_EQ(ReadFile(folder / "to"), "old");
-  EXPECT_EQ(folder.FileCount(), 3U);
+  EXPECT_EQ(test::FileCount(folder), 3U);
 }
 
 TEST(SystemMachine, A_line_is_appended_with_CR_LF) {
