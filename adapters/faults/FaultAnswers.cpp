@@ -143,7 +143,7 @@ std::string FaultAnswers::Process(std::string_view document,
   if (!anyFault) return carryOut(document);
 
   // 2. The rest goes on.
-  const auto answer = anyLeft ? carryOut(Save(asked, document)) : OwnForm(WithResponseSuffix(set.name()));
+  auto answer = anyLeft ? carryOut(Save(asked, document)) : OwnForm(WithResponseSuffix(set.name()));
   pugi::xml_document answered;
   if (!Load(answered, answer)) return answer;
   auto responses = MessageSet(answered, kResponsesSuffix);

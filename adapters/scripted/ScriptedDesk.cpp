@@ -58,12 +58,12 @@ int CounterOf(std::string_view progress) {
 struct ScriptedDesk::Question {
   std::string name;
   std::vector<Word> words;
-  const std::vector<std::string>* vendors = nullptr;  // the ones to choose from; null for any other question
+  std::vector<std::string> vendors = {};  // the ones to choose from
 
   [[nodiscard]] bool Offers(Word word) const { return std::ranges::find(words, word) != words.end(); }
   [[nodiscard]] bool Offers(const Answer& answer) const {
     if (!Offers(answer.word)) return false;
-    return answer.word != Word::Vendor || std::ranges::find(*vendors, answer.text) != vendors->end();
+    return answer.word != Word::Vendor || std::ranges::find(vendors, answer.text) != vendors.end();
   }
   [[nodiscard]] std::string Offered() const {
     std::string list;
@@ -74,7 +74,7 @@ struct ScriptedDesk::Question {
           list += "file PATH";
           break;
         case Word::Vendor:
-          list += fmt::format("vendor with one of {}", fmt::join(*vendors, ", "));
+          list += fmt::format("vendor with one of {}", fmt::join(vendors, ", "));
           break;
         default:
           list += ToText(Answer{.word = word});
@@ -117,7 +117,7 @@ BoxAnswer ScriptedDesk::ShowMessageBox(const MessageBox& box) {
 
 std::optional<std::string> ScriptedDesk::PickVendor(const std::string& message,
                                                     const std::vector<std::string>& choices) {
-  const auto answer = TakeAnswer({.name = Quoted(message), .words = {Word::Vendor, Word::Skip}, .vendors = &choices});
+  const auto answer = TakeAnswer({.name = Quoted(message), .words = {Word::Vendor, Word::Skip}, .vendors = choices});
   std::optional<std::string> vendor;
   if (answer.word == Word::Vendor) vendor = answer.text;
   vendorForms_.push_back({.message = message, .choices = choices, .answer = vendor});

@@ -37,8 +37,11 @@ ConnectionText ParseConnectionText(std::string_view text) {
     text.remove_prefix(keyEnd + 1);
     if (!hasValue) continue;
     auto value = TakeValue(text);
-    if (SameName(key, "Provider")) result.provider = std::move(value);
-    if (SameName(key, "Data Source")) result.dataSource = std::move(value);
+    if (SameName(key, "Provider")) {
+      result.provider = std::move(value);
+    } else if (SameName(key, "Data Source")) {
+      result.dataSource = std::move(value);
+    }
   }
   return result;
 }

@@ -26,9 +26,7 @@ class RecordingCallback : public Callback {
 
 }  // namespace
 
-std::unique_ptr<Callback> NoCallbackFactory::CreateCallback() {
-  throw PlatformError(error::kCannotCreateObject);
-}
+std::unique_ptr<Callback> NoCallbackFactory::CreateCallback() { throw PlatformError(error::kCannotCreateObject); }
 
 std::unique_ptr<Callback> RecordingCallbackFactory::CreateCallback() {
   return std::make_unique<RecordingCallback>(events_);

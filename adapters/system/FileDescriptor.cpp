@@ -37,7 +37,7 @@ FileDescriptor OpenForReading(const std::string& path) {
 }
 
 bool ReadRest(const FileDescriptor& file, std::string& text) {
-  std::array<char, 16 * 1024> buffer;
+  std::array<char, std::size_t{16} * 1024> buffer;
   for (;;) {
     const auto count = ::read(file.Get(), buffer.data(), buffer.size());
     if (count == 0) return true;

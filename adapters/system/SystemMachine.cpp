@@ -36,7 +36,7 @@ int MinutesEast(const std::tm& fields) { return static_cast<int>(fields.tm_gmtof
 
 // The nearest coming time in which the zone keeps the other of its two times; nothing when there is none in a year.
 std::optional<std::tm> OtherSeason(std::time_t now, bool isDaylight) {
-  constexpr std::time_t kStep = 14 * 24 * 60 * 60;  // the shortest season is a month
+  constexpr std::time_t kStep = std::time_t{14} * 24 * 60 * 60;  // the shortest season is a month
   constexpr int kStepsInYear = 26;
   for (int step = 1; step <= kStepsInYear; ++step) {
     const auto fields = LocalTime(now + step * kStep);
@@ -55,7 +55,7 @@ std::optional<std::tm> OtherSeason(std::time_t now, bool isDaylight) {
 }
 
 bool CopyBytes(const FileDescriptor& from, const FileDescriptor& to) {
-  std::array<char, 64 * 1024> buffer;
+  std::array<char, std::size_t{64} * 1024> buffer;
   for (;;) {
     const auto count = ::read(from.Get(), buffer.data(), buffer.size());
     if (count == 0) return true;
