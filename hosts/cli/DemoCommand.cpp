@@ -1,7 +1,7 @@
 #include <fmt/format.h>
-#include <stdlib.h>  // mkdtemp
 
 #include <cerrno>
+#include <cstdlib>  // mkdtemp
 #include <filesystem>
 #include <system_error>
 

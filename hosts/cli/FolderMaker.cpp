@@ -1,10 +1,10 @@
 #include "cli/FolderMaker.h"
 
 #include <fmt/format.h>
-#include <stdlib.h>  // mkdtemp
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>  // mkdtemp
 #include <pugixml.hpp>
 #include <stdexcept>
 #include <string_view>

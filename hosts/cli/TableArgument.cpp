@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "cli/ExitStatus.h"
 #include "cli/NearestName.h"
@@ -46,6 +47,7 @@ const TableName& EntryOf(enTables table) {
 
 std::vector<std::string> TypedNames() {
   std::vector<std::string> names;
+  names.reserve(std::size(kTables));
   for (const auto& entry : kTables) names.push_back(TypedName(entry.table));
   return names;
 }
