@@ -174,7 +174,7 @@ void MoveClientsToTW(const RecordList& records, bool optNever, bool optMostRecen
 }
 
 std::string GetQBClientName(const ado::Recordset& row) {
-  const auto key = ColumnText(row, "ClientID");
+  auto key = ColumnText(row, "ClientID");
   const auto company = ColumnText(row, "ClientCompany");
   if (company.empty() || UpperCase(company) == UpperCase(key)) return key;
   return fmt::format("{} ({})", company, key);

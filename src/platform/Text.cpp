@@ -18,7 +18,8 @@ char LowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c + 
 #endif
 UChar32 NextCodePoint(std::string_view text, int& index) {
   UChar32 c = 0;
-  U8_NEXT(text.data(), index, static_cast<int>(text.size()), c);
+  const char* bytes = text.data();
+  U8_NEXT(bytes, index, static_cast<int>(text.size()), c);
   return c;
 }
 #if defined(__GNUC__)

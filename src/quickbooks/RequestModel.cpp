@@ -186,8 +186,9 @@ std::string TextValueText(const Element& row, std::string_view text) {
 RequestNode* RequestField::FindNode() const { return row_ == nullptr ? parent_ : parent_->Child(row_, item_); }
 
 RequestNode& RequestField::Node() const {
-  if (auto* node = FindNode()) return *node;
-  return parent_->AddChild(row_);
+  if (row_ == nullptr) return *parent_;
+  auto* node = parent_->Child(row_, item_);
+  return node != nullptr ? *node : parent_->AddChild(row_);
 }
 
 RequestField RequestField::operator[](std::string_view name) const {

@@ -11,7 +11,6 @@
 namespace twqb {
 
 using messages::Element;
-using messages::Type;
 
 struct AnswerDocument {
   std::string text;  // parsed in place: nodes point into it
