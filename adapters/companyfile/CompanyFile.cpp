@@ -35,4 +35,12 @@ CompanySummary CompanyFile::Summary() {
   return summary;
 }
 
+CompanyConditions CompanyFile::GetConditions() { return store_->ReadConditions(); }
+
+void CompanyFile::SetConditions(const CompanyConditions& conditions) {
+  auto transaction = store_->Begin(SqliteTransaction::Purpose::Write);
+  store_->WriteConditions(conditions);
+  transaction.Commit();
+}
+
 }  // namespace twqb::company

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyOptions.h"
 #include "platform/machine.h"
 
@@ -49,6 +50,12 @@ class CompanyFile {
   [[nodiscard]] std::string ProcessSubscription(std::string_view document);
 
   [[nodiscard]] CompanySummary Summary();
+
+  // How programs are met that want a session, as it stands in the file now.
+  [[nodiscard]] CompanyConditions GetConditions();
+  // Durable when it returns. Sessions that have begun go on. Raises 0x80040402, with nothing changed, when the storage
+  // fails.
+  void SetConditions(const CompanyConditions& conditions);
 
  private:
   std::unique_ptr<CompanyStore> store_;

@@ -203,7 +203,7 @@ CompanyStore::CompanyStore(const std::string& path) try : database_(RequireFile(
   if (failure.number() == kCannotOpenFile) {
     throw PlatformError(failure.number(), fmt::format("{} File: \"{}\".", failure.description(), path));
   }
-  Raise(kCannotOpenFile, fmt::format("{} File: \"{}\".", failure.description(), path));
+  Raise(kCannotOpenFile, fmt::format("The storage: {}. File: \"{}\".", DetailOf(failure), path));
 }
 
 std::string CompanyStore::Setting(std::string_view key) {
@@ -220,6 +220,27 @@ void CompanyStore::ReadOptions() {
   std::from_chars(created.data(), created.data() + created.size(), created_);
   for (const auto& name : Split(Setting("accepts"), ',')) {
     if (const auto country = messages::CountryFromName(name)) options_.accepts.push_back(*country);
+  }
+}
+
+CompanyConditions CompanyStore::ReadConditions() {
+  CompanyConditions conditions;
+  for (const auto& condition : Conditions()) {
+    auto rows = database_.Query("SELECT value FROM setting WHERE key = ?", {condition.name});
+    if (rows.Next()) condition.set(conditions, rows.Text(0));
+  }
+  return conditions;
+}
+
+void CompanyStore::WriteConditions(const CompanyConditions& conditions) {
+  for (const auto& condition : Conditions()) {
+    const auto text = condition.text(conditions);
+    // A file in which all is as in a new one holds nothing about it, and so reads the same to every version.
+    if (text == condition.text({})) {
+      database_.Execute("DELETE FROM setting WHERE key = ?", {condition.name});
+    } else {
+      database_.Execute("INSERT OR REPLACE INTO setting VALUES (?, ?)", {condition.name, std::string_view(text)});
+    }
   }
 }
 

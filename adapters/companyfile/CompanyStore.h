@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyOptions.h"
 #include "adapters/companyfile/ListKind.h"
 #include "adapters/companyfile/ListRecord.h"
@@ -59,6 +60,10 @@ class CompanyStore {
   [[nodiscard]] const CompanyOptions& Options() const { return options_; }
   [[nodiscard]] std::int64_t Created() const { return created_; }
   [[nodiscard]] SqliteTransaction Begin(SqliteTransaction::Purpose purpose) { return {database_, purpose}; }
+
+  // As they stand in the file now. One that is not stored, or whose value is unknown, is as in a new file.
+  [[nodiscard]] CompanyConditions ReadConditions();
+  void WriteConditions(const CompanyConditions& conditions);
 
   // An identifier that was never given out before.
   [[nodiscard]] std::string NewListId(std::int64_t now);

@@ -15,7 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr InterfaceVersion kInterfaceVersion = {.major = 5, .minor = 0};
 constexpr std::string_view kLockSuffix = ".lock";
 
 bool Exists(const std::string& path) {
@@ -30,11 +29,28 @@ bool AreSameFile(const std::string& a, const std::string& b) {
   return fs::equivalent(a, b, failed) && !failed;
 }
 
+// How QuickBooks stands to the file that is asked for.
+enum class OpenState { OpenAlready, ToBeOpened };
+
+void RequireReadiness(const CompanyConditions& conditions, OpenState state) {
+  if (conditions.dialog == DialogState::Open) Raise(kDialogOpen);
+  if (conditions.application == Permission::Withheld) Raise(kNoPermission);
+  // In a file that is open somebody has logged on already.
+  if (state == OpenState::ToBeOpened && conditions.automaticLogon == Permission::Withheld) Raise(kNoAutoLogon);
+}
+
 class CompanyTransport : public Transport {
  public:
   CompanyTransport(std::string openFile, Machine& machine) : openFile_(std::move(openFile)), machine_(machine) {}
 
-  InterfaceVersion GetVersion() override { return kInterfaceVersion; }
+  InterfaceVersion GetVersion() override {
+    if (!Exists(openFile_)) return CompanyConditions{}.interfaceVersion;
+    try {
+      return CompanyFile(openFile_, machine_).GetConditions().interfaceVersion;
+    } catch (const PlatformError&) {
+      return CompanyConditions{}.interfaceVersion;  // what is wrong with the file, the session will tell
+    }
+  }
 
   void OpenConnection(std::string_view, std::string_view) override {
     if (connected_) Raise(kCallOutOfOrder, "A connection is open already.");
@@ -44,13 +60,17 @@ class CompanyTransport : public Transport {
   void BeginSession(std::string_view fileName, OpenMode mode) override {
     RequireConnection();
     if (session_) Raise(kCallOutOfOrder, "A session has begun already.");
-    const auto path = FullPath(ChooseFile(std::string(fileName)));
-    if (!Exists(path)) Raise(kCannotOpenFile, "There is no file \"" + path + "\".");
-
+    const std::string requested(fileName);
+    const bool isOpen = Exists(openFile_);
+    if (requested.empty() && !isOpen) Raise(kFileNameRequired);
+    const bool openIsMeant = isOpen && (requested.empty() || AreSameFile(requested, openFile_));
+    const auto path = FullPath(openIsMeant ? openFile_ : requested);
     const bool alone = mode == OpenMode::SingleUser;
+    auto file = Open(path, requested, alone ? FileMode::SingleUser : FileMode::MultiUser);
+    if (isOpen && !openIsMeant) Raise(kOtherFileOpen, "Requested: \"" + requested + "\".");
+    RequireReadiness(file.GetConditions(), openIsMeant ? OpenState::OpenAlready : OpenState::ToBeOpened);
     auto lock = FileLock::TryTake(path + std::string(kLockSuffix), alone ? LockKind::Exclusive : LockKind::Shared);
     if (!lock) Raise(kOpenInOtherMode);
-    CompanyFile file(path, machine_, alone ? FileMode::SingleUser : FileMode::MultiUser);
     session_.emplace(Session{.path = path, .lock = std::move(*lock), .file = std::move(file)});
   }
 
@@ -67,9 +87,9 @@ class CompanyTransport : public Transport {
     session_.reset();
   }
 
-  // A session that is still there ends with its connection.
+  // A session that is still there ends with its connection. Without a connection there is nothing to do: programs close
+  // on their way out of a failure, however far they got.
   void CloseConnection() override {
-    RequireConnection();
     session_.reset();
     connected_ = false;
   }
@@ -91,14 +111,13 @@ class CompanyTransport : public Transport {
     return *session_;
   }
 
-  [[nodiscard]] std::string ChooseFile(const std::string& requested) const {
-    const bool isOpen = Exists(openFile_);
-    if (requested.empty()) {
-      if (!isOpen) Raise(kFileNameRequired);
-      return openFile_;
+  [[nodiscard]] CompanyFile Open(const std::string& path, const std::string& requested, FileMode mode) const {
+    try {
+      return {path, machine_, mode};
+    } catch (const PlatformError& raised) {
+      if (raised.number() != kCannotOpenFile || requested.empty()) throw;
+      Raise(kCannotOpenNamed, DetailOf(raised));
     }
-    if (isOpen && !AreSameFile(requested, openFile_)) Raise(kOtherFileOpen, "Requested: \"" + requested + "\".");
-    return isOpen ? openFile_ : requested;
   }
 
   std::string openFile_;

@@ -32,14 +32,16 @@ std::vector<std::string> HostValues(std::string_view field, const CompanyOptions
 
 }  // namespace
 
-void QueryHost(const CompanyOptions& options, FileMode mode, const messages::Form& form, const Request& request,
+void QueryHost(CompanyStore& store, FileMode mode, const messages::Form& form, const Request& request,
                Response& response) {
+  if (store.ReadConditions().hostQuery == HostAnswer::Refused) return response.Answer(status::NotPermitted());
   response.Begin({});
   const auto& record = request.message->response.front();
   AppendOpenTag(response.Content(), record.name);
   ForEachElementRow(record.Children(), [&](const messages::Element& row) {
     if (!row.KnownIn(form)) return;
-    for (const auto& value : HostValues(row.name, options, mode)) AppendLeaf(response.Content(), row.name, value);
+    for (const auto& value : HostValues(row.name, store.Options(), mode))
+      AppendLeaf(response.Content(), row.name, value);
   });
   AppendCloseTag(response.Content(), record.name);
   response.End();

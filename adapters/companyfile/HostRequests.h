@@ -9,7 +9,7 @@
 namespace twqb::company {
 
 // Each writes its whole answer. The request has passed the checks of its rows.
-void QueryHost(const CompanyOptions& options, FileMode mode, const messages::Form& form, const Request& request,
+void QueryHost(CompanyStore& store, FileMode mode, const messages::Form& form, const Request& request,
                Response& response);
 void QuerySubscription(CompanyStore& store, const Request& request, Response& response);
 

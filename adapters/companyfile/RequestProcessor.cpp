@@ -118,7 +118,7 @@ void RequestProcessor::CheckRequests(const RequestSet& set) const {
 
 void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
   const auto operation = FindOperation(*request.message);
-  if (operation->verb == Verb::QueryHost) return QueryHost(store_.Options(), mode_, form, request, response);
+  if (operation->verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
   if (operation->verb == Verb::QuerySubscription) return QuerySubscription(store_, request, response);
 
   const auto clock = ReadClock(machine_);

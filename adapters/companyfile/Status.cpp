@@ -67,6 +67,8 @@ Status EditSequenceOutOfDate(std::string_view given) {
 
 Status NotProcessed() { return {3231, "The request has not been processed."}; }
 
+Status NotPermitted() { return {3260, "Insufficient permission level to perform this action."}; }
+
 Status OfProblem(const messages::Problem& problem) {
   switch (problem.kind) {
     case messages::ProblemKind::MalformedId:

@@ -40,6 +40,8 @@ namespace status {
 [[nodiscard]] Status EditSequenceOutOfDate(std::string_view given);
 // 3231: an earlier request stopped the set.
 [[nodiscard]] Status NotProcessed();
+// 3260: the user that QuickBooks knows may not do it.
+[[nodiscard]] Status NotPermitted();
 // 3000, 3040, 3070 or 3150, by the kind of problem. Not for problems that refuse the whole document.
 [[nodiscard]] Status OfProblem(const messages::Problem& problem);
 

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyFile.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Composition.h"
+#include "cli/NearestName.h"
 #include "cli/Output.h"
 #include "cli/TextFile.h"
 #include "platform/PlatformError.h"
@@ -44,20 +46,67 @@ ExitStatus Run(const Options& options, const std::string& file) {
   return ExitStatus::Done;
 }
 
+std::vector<std::string> ConditionNames() {
+  std::vector<std::string> names;
+  for (const auto& condition : company::Conditions()) names.emplace_back(condition.name);
+  return names;
+}
+
+const company::Condition& ConditionOf(const std::string& name) {
+  if (const auto* condition = company::FindCondition(name)) return *condition;
+  const auto names = ConditionNames();
+  const auto nearest = NearestName(name, names);
+  throw UsageError(fmt::format("There is no \"{}\" of a company file to set.{}\nThe names are: {}.", name,
+                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", fmt::join(names, ", ")));
+}
+
+ExitStatus Set(const Options& options, const std::string& name, const std::string& value) {
+  const auto& condition = ConditionOf(name);
+  company::CompanyConditions conditions;
+  const auto change = [&] {
+    if (condition.set(conditions, value)) return;
+    throw UsageError(fmt::format("\"{}\" is no value of {}: take {}.", value, condition.name, condition.allowed));
+  };
+  change();  // a wrong value is told before anything about the file
+  const auto place = WorkplaceOf(options);
+  RequireCompany(place);
+  const auto machine = MakeMachine(place, options.clock);
+  company::CompanyFile file(place.company, *machine);
+  conditions = file.GetConditions();
+  change();
+  file.SetConditions(conditions);
+  return ExitStatus::Done;
+}
+
+std::string SetFooter() {
+  std::string text = "Values, the first one being that of a new file, and what another one leads to:\n";
+  for (const auto& condition : company::Conditions()) {
+    text += fmt::format("  {:<17}  {:<21}  {}\n", condition.name, condition.allowed, condition.meaning);
+  }
+  return text +
+         "They stand in the file; a session that has begun goes on. \"company run\" needs no session: it meets\n"
+         "host-query alone.\n"
+         "Example:\n  twqb company set permission withheld";
+}
+
 ExitStatus Show(const Options& options) {
   const auto place = WorkplaceOf(options);
   RequireCompany(place);
   const auto machine = MakeMachine(place, options.clock);
-  const auto summary = company::CompanyFile(place.company, *machine).Summary();
+  company::CompanyFile opened(place.company, *machine);
+  const auto summary = opened.Summary();
+  const auto conditions = opened.GetConditions();
   std::vector<std::string_view> accepts;
   for (const auto country : summary.options.accepts) accepts.push_back(messages::CountryName(country));
 
-  const auto line = [](std::string_view name, const auto& value) { Print(fmt::format("{:<14}  {}\n", name, value)); };
+  const auto line = [](std::string_view name, const auto& value) { Print(fmt::format("{:<17}  {}\n", name, value)); };
   line("File", place.company);
   line("Country", messages::CountryName(summary.options.country));
   line("Host version", summary.options.hostVersion);
   line("Message forms", fmt::format("{}", fmt::join(accepts, ",")));
   line("Made", IsoDate(Date::FromUnixSeconds(summary.created)) + "Z");
+  // By the names that "company set" takes.
+  for (const auto& condition : company::Conditions()) line(condition.name, condition.text(conditions));
   for (const auto& kind : summary.kinds) line(kind.name, kind.records);
   return ExitStatus::Done;
 }
@@ -75,6 +124,19 @@ void AddCompanyCommands(CLI::App& app, Command& chosen) {
       "The answer goes to standard output, and the status is 0 whatever the answer says of single requests.\n"
       "A document that is refused as a whole gives 1, with number and text on standard error.");
   run->callback([file, &chosen] { chosen = [file](const Options& options) { return Run(options, *file); }; });
+
+  struct SetArguments {
+    std::string name;
+    std::string value;
+  };
+  const auto arguments = std::make_shared<SetArguments>();
+  auto* set = group->add_subcommand("set", "Set how a connection to the company file is met");
+  set->add_option("NAME", arguments->name, "One of the names below")->required()->type_name("");
+  set->add_option("VALUE", arguments->value, "One of its values")->required()->type_name("");
+  set->footer(SetFooter());
+  set->callback([arguments, &chosen] {
+    chosen = [arguments](const Options& options) { return Set(options, arguments->name, arguments->value); };
+  });
 
   auto* show = group->add_subcommand("show", "Print what the company file holds");
   show->callback([&chosen] { chosen = Show; });

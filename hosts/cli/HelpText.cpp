@@ -14,6 +14,7 @@ Commands
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
   settings get SECTION KEY     print a setting      (set SECTION KEY VALUE: change)
   company run FILE | show      answer a qbXML document; what the file holds
+  company set NAME VALUE       how a connection to it is met: permission, dialog ...
   billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)
   demo                         all of it on a sample firm, in a folder of its own
   COMMAND --help               more about a command, with its options

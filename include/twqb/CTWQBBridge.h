@@ -83,6 +83,11 @@ class CTWQBBridge {
   // Does nothing; hosts call it.
   void DisplaySettings();
 
+  // Remembers the four default accounts, in TWSTable, which all settings live in from here on. An empty one is
+  // forgotten. False at the first that can't be written.
+  bool SaveSettings(const std::string& ACIncAcct, const std::string& ACExpAcct, const std::string& InvServAcct,
+                    const std::string& InvExpAcct);
+
   // Starts or ends the session. False for ending one that is not there.
   bool ConnectToQB(bool blnConnect);
 

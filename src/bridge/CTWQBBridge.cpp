@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "bridge/Lookups.h"
 #include "bridge/modTWQBBridge.h"
 #include "events/modSubscribe.h"
 #include "quickbooks/QBSessionManager.h"
@@ -95,6 +96,11 @@ bool CTWQBBridge::GetDataFromQB(enTables enTableName) {
 }
 
 void CTWQBBridge::DisplaySettings() {}
+
+bool CTWQBBridge::SaveSettings(const std::string& ACIncAcct, const std::string& ACExpAcct,
+                               const std::string& InvServAcct, const std::string& InvExpAcct) {
+  return twqb::SaveSettings(ACIncAcct, ACExpAcct, InvServAcct, InvExpAcct);
+}
 
 bool CTWQBBridge::ConnectToQB(bool blnConnect) { return CheckQBSession(blnConnect, isQBSingleMode_); }
 

@@ -106,6 +106,16 @@ TEST(IsSubscribed, Is_False_without_a_further_word_when_no_session_can_be_had) {
   EXPECT_NE(house.BoxTexts()[0].find("procedure: StartQBSession. "), std::string::npos);
 }
 
+TEST(IsSubscribed, Opens_the_file_for_whoever_else_is_in_it_even_in_single_user_mode) {
+  NotingHouse house({.answers = "no"});
+  CTWQBBridge bridge;
+  bridge.SetIsQBSingleMode(true);
+  EXPECT_FALSE(bridge.IsSubscribedToQBEvents());
+  auto other = house.quickbooks->CreateTransport();
+  other->OpenConnection("OTHER", "other");
+  EXPECT_NO_THROW(other->BeginSession("", OpenMode::DoNotCare));
+}
+
 class CompanyCountries : public testing::TestWithParam<messages::Country> {};
 
 TEST_P(CompanyCountries, Are_asked_for_a_subscription_and_have_none) {

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "Program.h"
 
 namespace twqb::cli {
@@ -69,6 +71,81 @@ TEST_F(Company, A_missing_document_and_a_missing_company_file_give_2) {
 
 TEST_F(Company, A_company_file_that_is_none_gives_2) {
   EXPECT_EQ(folder_.Twqb({"company", "show", "--company", "billing.db"}).status, 2);
+}
+
+struct Change {
+  std::string name;
+  std::string fresh;
+  std::string changed;
+};
+void PrintTo(const Change& change, std::ostream* out) { *out << change.name; }
+
+class CompanySet : public Company, public testing::WithParamInterface<Change> {
+ protected:
+  [[nodiscard]] std::string Shown(const std::string& value) const {
+    constexpr std::size_t kWidth = 19;
+    auto line = "\n" + GetParam().name;
+    line.resize(1 + kWidth, ' ');
+    return line + value + "\n";
+  }
+};
+
+TEST_P(CompanySet, Changes_what_is_shown_and_changes_it_back) {
+  EXPECT_THAT(folder_.Done({"company", "show"}), HasSubstr(Shown(GetParam().fresh)));
+  EXPECT_THAT(folder_.Done({"company", "set", GetParam().name, GetParam().changed}), IsEmpty());
+  EXPECT_THAT(folder_.Done({"company", "show"}), HasSubstr(Shown(GetParam().changed)));
+  folder_.Done({"company", "set", GetParam().name, GetParam().fresh});
+  EXPECT_THAT(folder_.Done({"company", "show"}), HasSubstr(Shown(GetParam().fresh)));
+}
+
+TEST_P(CompanySet, A_wrong_value_gives_2_names_the_right_ones_and_changes_nothing) {
+  const auto ended = folder_.Twqb({"company", "set", GetParam().name, "perhaps"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err,
+              AllOf(HasSubstr("\"perhaps\" is no value of " + GetParam().name), HasSubstr(GetParam().fresh)));
+  EXPECT_THAT(folder_.Done({"company", "show"}), HasSubstr(Shown(GetParam().fresh)));
+}
+
+TEST_P(CompanySet, The_help_names_it_and_its_values) {
+  EXPECT_THAT(folder_.Done({"company", "set", "--help"}),
+              testing::ContainsRegex("\n  " + GetParam().name + " [^\n]*" + GetParam().fresh));
+}
+
+INSTANTIATE_TEST_SUITE_P(Conditions, CompanySet,
+                         testing::Values(Change{"permission", "granted", "withheld"},
+                                         Change{"auto-logon", "granted", "withheld"},
+                                         Change{"dialog", "closed", "open"},
+                                         Change{"host-query", "answered", "refused"},
+                                         Change{"interface-version", "5.0", "2.1"}),
+                         [](const auto& suite) {
+                           auto name = suite.param.name;
+                           std::ranges::replace(name, '-', '_');
+                           return name;
+                         });
+
+TEST_F(Company, Set_keeps_what_was_set_before) {
+  folder_.Done({"company", "set", "permission", "withheld"});
+  folder_.Done({"company", "set", "dialog", "open"});
+  EXPECT_THAT(folder_.Done({"company", "show"}), AllOf(HasSubstr(" withheld\n"), HasSubstr(" open\n")));
+}
+
+TEST_F(Company, Set_of_an_unknown_name_gives_2_and_lists_the_names) {
+  const auto ended = folder_.Twqb({"company", "set", "permision", "granted"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("Did you mean \"permission\"?"),
+                               HasSubstr("permission, auto-logon, dialog, host-query, interface-version")));
+}
+
+TEST_F(Company, Set_in_a_company_file_that_is_not_there_gives_2) {
+  const auto ended = folder_.Twqb({"company", "set", "dialog", "open", "--company", "none.twq"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("none.twq"));
+}
+
+TEST_F(Company, What_is_set_does_not_keep_documents_from_being_answered) {
+  folder_.Done({"company", "set", "permission", "withheld"});
+  folder_.Done({"company", "set", "dialog", "open"});
+  EXPECT_THAT(folder_.Done({"company", "run", "-"}, {.input = kAdd}), HasSubstr("statusCode=\"0\""));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ namespace twqb::company {
 namespace {
 
 constexpr ErrorNumber kCannotOpen = 0x80040403;
+constexpr ErrorNumber kCannotOpenNamed = 0x80040406;
 constexpr ErrorNumber kOtherOpen = 0x8004040A;
 constexpr ErrorNumber kOutOfOrder = 0x8004040D;
 constexpr ErrorNumber kOtherMode = 0x80040410;
@@ -68,25 +69,46 @@ TEST_F(Transport, The_open_file_may_be_named_and_another_may_not) {
   CreateCompanyFile(other, {}, machine_);
   const auto transport = Connect(path_);
   EXPECT_EQ(Begin(*transport, other), kOtherOpen);
-  EXPECT_EQ(Begin(*transport, missing_), kOtherOpen);
   EXPECT_EQ(Begin(*transport, folder_.File("./company.twq")), 0U);
 }
 
-TEST_F(Transport, What_is_no_company_file_can_not_be_opened_and_leaves_no_session_and_no_lock) {
-  std::ofstream(missing_ + ".txt") << "not a company file, though long enough to look at";
-  const auto transport = Connect("");
-  EXPECT_EQ(Begin(*transport, missing_), kCannotOpen);
-  EXPECT_FALSE(std::filesystem::exists(missing_ + ".lock"));
-  EXPECT_EQ(Begin(*transport, missing_ + ".txt", OpenMode::SingleUser), kCannotOpen);
-  EXPECT_EQ(Begin(*Connect(""), missing_ + ".txt"), kCannotOpen);
-  EXPECT_EQ(Begin(*transport, path_), 0U);
+TEST_F(Transport, A_name_that_can_not_be_opened_leaves_no_session_and_no_lock) {
+  const auto text = folder_.File("text.twq");
+  std::ofstream(text) << "not a company file, though long enough to look at";
+  for (const auto& open : {std::string(), path_}) {
+    const auto transport = Connect(open);
+    EXPECT_EQ(Begin(*transport, missing_), kCannotOpenNamed);
+    EXPECT_EQ(Begin(*transport, text, OpenMode::SingleUser), kCannotOpenNamed);
+    EXPECT_FALSE(std::filesystem::exists(missing_ + ".lock"));
+    EXPECT_FALSE(std::filesystem::exists(text + ".lock"));
+    EXPECT_EQ(Begin(*transport, path_), 0U);
+  }
+}
+
+TEST_F(Transport, The_cause_why_a_name_can_not_be_opened_is_told_with_the_file) {
+  try {
+    Connect("")->BeginSession(missing_, OpenMode::DoNotCare);
+    FAIL() << "a missing file was opened";
+  } catch (const PlatformError& raised) {
+    EXPECT_EQ(raised.description(),
+              "QuickBooks could not open the previously used company data file. There is no such file. File: \"" +
+                  missing_ + "\".");
+  }
+}
+
+TEST_F(Transport, An_open_file_that_is_no_company_file_is_told_apart_by_whether_it_was_named) {
+  const auto text = folder_.File("text.twq");
+  std::ofstream(text) << "not a company file, though long enough to look at";
+  const auto transport = Connect(text);
+  EXPECT_EQ(transport->GetVersion().major, 5);
+  EXPECT_EQ(Begin(*transport, ""), kCannotOpen);
+  EXPECT_EQ(Begin(*transport, text), kCannotOpenNamed);
 }
 
 TEST_F(Transport, Calls_out_of_order_are_refused) {
   const auto transport = CompanyTransportFactory(path_, machine_).CreateTransport();
   const auto raised = [](const auto& call) { return NumberRaised(call); };
   EXPECT_EQ(Begin(*transport, ""), kOutOfOrder);
-  EXPECT_EQ(raised([&] { transport->CloseConnection(); }), kOutOfOrder);
   EXPECT_EQ(raised([&] { transport->EndSession(); }), kOutOfOrder);
   transport->OpenConnection("", "");
   EXPECT_EQ(raised([&] { transport->OpenConnection("", ""); }), kOutOfOrder);
@@ -100,6 +122,13 @@ TEST_F(Transport, Calls_out_of_order_are_refused) {
   EXPECT_EQ(raised([&] { static_cast<void>(transport->GetCurrentCompanyFileName()); }), kOutOfOrder);
   transport->CloseConnection();
   EXPECT_EQ(Begin(*transport, ""), kOutOfOrder);
+}
+
+TEST_F(Transport, Closing_without_a_connection_does_nothing) {
+  const auto transport = CompanyTransportFactory(path_, machine_).CreateTransport();
+  EXPECT_EQ(NumberRaised([&] { transport->CloseConnection(); }), 0U);
+  transport->OpenConnection("", "");
+  EXPECT_EQ(Begin(*transport, ""), 0U);
 }
 
 struct Modes {

@@ -153,6 +153,14 @@ TEST(ClientReader, An_identifier_that_is_gone_is_False_in_silence) {
   EXPECT_TRUE(house.desk.FormEvents().empty());
 }
 
+TEST(ClientReader, An_identifier_that_is_answered_as_found_nothing_is_False_in_silence_too) {
+  ReaderHouse house("CustomerQueryRq 1 status 1 Info \"Nothing.\"");
+  EXPECT_FALSE(house.Read({.strID = "80000001-1"}));
+  EXPECT_TRUE(Vars().g_NoQBRecords);
+  EXPECT_TRUE(house.BoxTexts().empty());
+  EXPECT_TRUE(house.desk.FormEvents().empty());
+}
+
 TEST(ClientReader, Another_status_is_told_and_is_False) {
   ReaderHouse house("CustomerQueryRq 1 status 3000 Error \"The given object ID is invalid.\"");
   house.AddCustomers(1);

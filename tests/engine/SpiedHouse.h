@@ -108,6 +108,7 @@ class SpiedHouse : public TestHouse {
     return platform;
   }
   void EnterSpied() { Enter(Spied()); }
+  [[nodiscard]] FaultPlatform& Faults() { return faults_; }
 
   // A session as after a found edition, without the questions of a first run.
   void Connect(std::string_view country = "US") {

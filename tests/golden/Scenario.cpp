@@ -1,5 +1,8 @@
 #include "tests/golden/Scenario.h"
 
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
@@ -11,6 +14,7 @@ namespace twqb {
 
 namespace {
 
+namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 std::vector<std::string> Lines(const std::string& text) {
@@ -69,9 +73,29 @@ class ScenarioRun {
       const auto answer = Require(RunRequests(rest), line);
       if (answer.find("statusSeverity=\"Error\"") != std::string::npos) throw std::runtime_error(line + "\n" + answer);
     } else if (word == "answer") {
-      answers_ += rest + "\n";
+      answers_ += InFolder(rest) + "\n";
     } else if (word == "fault") {
-      faults_ += rest + "\n";
+      faults_ += InFolder(rest) + "\n";
+    } else if (word == "company") {
+      const auto words = Words(rest);
+      Require(Twqb({"company", "set", words.at(0), words.at(1)}), line);
+    } else if (word == "setting") {
+      Require(Twqb(SetCommand(rest)), line);
+    } else if (word == "registry") {
+      // The same kind of file, so the same command writes it.
+      auto command = SetCommand(rest);
+      command.insert(command.end(), {"--settings", "registry.ini"});
+      Require(Twqb(command), line);
+    } else if (word == "copy") {
+      const auto files = Words(rest);
+      fs::copy_file(folder_ / files.at(0), folder_ / files.at(1));
+    } else if (word == "move") {
+      const auto files = Words(rest);
+      fs::rename(folder_ / files.at(0), folder_ / files.at(1));
+    } else if (word == "remove") {
+      if (!fs::remove(folder_ / rest)) throw std::runtime_error("nothing to remove: " + line);
+    } else if (word == "stored") {
+      Stored(rest);
     } else if (word == "send" || word == "get") {
       Transfer(line);
     } else if (word == "show") {
@@ -99,7 +123,7 @@ class ScenarioRun {
       Require(Twqb({"settings", "set", "GENERAL", "FIRST_TIME", "False"}), line);
       firstRun_ = true;
     }
-    auto arguments = Words(line);
+    auto arguments = Words(InFolder(line));
     const auto transcript = folder_ / "transcript.jsonl";
     WriteWholeFile(folder_ / "answers", answers_);
     arguments.insert(arguments.end(), {"--transcript", transcript, "--answers", folder_ / "answers"});
@@ -111,9 +135,39 @@ class ScenarioRun {
     faults_.clear();
     const auto result = Twqb(arguments);
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}, {"exit", result.exitStatus}});
-    for (const auto& event : Lines(ReadWholeFile(transcript)))
-      record_ += Replace(event, folder_.Path(), "<folder>") + "\n";
+    for (const auto& event : Lines(ReadWholeFile(transcript))) record_ += OutOfFolder(event) + "\n";
     WriteWholeFile(transcript, "");
+  }
+
+  void Stored(const std::string& entry) {
+    auto command = Words(entry);
+    command.insert(command.begin(), {"settings", "get"});
+    const auto result = Twqb(command);
+    if (result.exitStatus > 1) throw std::runtime_error("stored " + entry + "\n" + result.errors);
+    Json value;
+    if (result.exitStatus == 0) value = result.output.substr(0, result.output.size() - 1);
+    Record({{"kind", "stored"}, {"setting", entry}, {"value", value}});
+  }
+
+  // "SECTION KEY VALUE", the value with the blanks that it begins and ends with.
+  [[nodiscard]] std::vector<std::string> SetCommand(const std::string& entry) const {
+    const auto key = entry.find(' ') + 1;
+    const auto value = entry.find(' ', key) + 1;
+    if (key == 0 || value == 0) throw std::runtime_error("SECTION KEY VALUE is needed: " + entry);
+    return {"settings", "set", entry.substr(0, key - 1), entry.substr(key, value - key - 1),
+            InFolder(entry.substr(value))};
+  }
+
+  [[nodiscard]] std::string InFolder(const std::string& text) const {
+    return Replace(Replace(text, "<folder>", folder_.Path()), "<FOLDER>", UpperPath());
+  }
+  [[nodiscard]] std::string OutOfFolder(const std::string& text) const {
+    return Replace(Replace(text, folder_.Path(), "<folder>"), UpperPath(), "<FOLDER>");
+  }
+  [[nodiscard]] std::string UpperPath() const {
+    auto upper = folder_.Path();
+    std::ranges::transform(upper, upper.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return upper;
   }
 
   ProcessResult RunRequests(const std::string& requests) {
@@ -139,7 +193,7 @@ class ScenarioRun {
     return result.output;
   }
 
-  void Record(const Json& event) { record_ += Replace(event.dump(), folder_.Path(), "<folder>") + "\n"; }
+  void Record(const Json& event) { record_ += OutOfFolder(event.dump()) + "\n"; }
 
   TemporaryFolder folder_;
   std::string clock_ = "2008-03-05T10:00:00";

@@ -10,8 +10,15 @@
 //   answer WORDS               a line of the next transfer's answers file
 //   fault WORDS                a line of the next transfer's faults file
 //   send ... , get ...         a transfer, with twqb's own arguments
+//   company NAME VALUE         sets how a connection to the company file is met
+//   setting SECTION KEY VALUE  changes a setting; the value goes to the end of the line, blanks included
+//   registry SECTION KEY VALUE a registry value of the user
+//   copy, move, remove FILE... files of the run's folder
+//   stored SECTION KEY         the value of a setting for the record; null when it is not set
 //   show STATEMENT             rows of BillingDb for the record
 //   ask REQUESTS               an answer of the company file for the record
+// In answers, faults, settings, registry values and the words of a transfer, <folder> stands for the run's folder and
+// <FOLDER> for the same in capital letters.
 #pragma once
 
 #include <string>

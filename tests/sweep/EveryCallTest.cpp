@@ -3,21 +3,11 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
-#include <unistd.h>
 
 #include "Scenarios.h"
 
 namespace twqb::sweep {
 namespace {
-
-// What a killed process wrote is in the system's cache, so that files in memory do as well, and much faster.
-class FilesInMemory : public testing::Environment {
-  void SetUp() override {
-    constexpr const char* kMemory = "/dev/shm";
-    if (access(kMemory, W_OK) == 0) setenv("TMPDIR", kMemory, 1);
-  }
-};
-[[maybe_unused]] const auto* const kEnvironment = testing::AddGlobalTestEnvironment(new FilesInMemory);
 
 class EveryCall : public testing::TestWithParam<Scenario> {
  protected:
