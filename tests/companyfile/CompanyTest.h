@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <optional>
@@ -14,27 +13,11 @@
 #include "TestMachine.h"
 #include "adapters/companyfile/CompanyFile.h"
 #include "platform/PlatformError.h"
+#include "tests/support/Process.h"
 
 namespace twqb::company {
 
 inline constexpr ErrorNumber kRefused = 0x80040400;
-
-// A folder that goes when the test does.
-class TestFolder {
- public:
-  TestFolder() {
-    auto pattern = (std::filesystem::temp_directory_path() / "companyfile-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  ~TestFolder() { std::filesystem::remove_all(path_); }
-  TestFolder(const TestFolder&) = delete;
-  TestFolder& operator=(const TestFolder&) = delete;
-
-  [[nodiscard]] std::string File(std::string_view name) const { return (path_ / name).string(); }
-
- private:
-  std::filesystem::path path_;
-};
 
 // One answer to one request.
 struct Answer {
@@ -162,8 +145,8 @@ class CompanyTest : public testing::Test {
     return answers;
   }
 
-  TestFolder folder_;
-  std::string path_ = folder_.File("company.twq");
+  TemporaryFolder folder_;
+  std::string path_ = folder_ / "company.twq";
   TestMachine machine_;
   std::optional<CompanyFile> file_;
   std::string text_;           // the last answer as it came

@@ -111,8 +111,8 @@ TEST_F(ConditionsOfACompany, While_a_dialog_is_open_no_session_begins_and_one_th
 TEST_F(ConditionsOfACompany, Of_several_causes_the_dialog_comes_first_and_the_mode_last) {
   for (const char* name : {"permission", "auto-logon"}) Set(name, "withheld");
   Set("dialog", "open");
-  CreateCompanyFile(folder_.File("other.twq"), {}, machine_);
-  EXPECT_EQ(Begin(folder_.File("other.twq"), path_), kOtherOpen);
+  CreateCompanyFile(folder_ / "other.twq", {}, machine_);
+  EXPECT_EQ(Begin(folder_ / "other.twq", path_), kOtherOpen);
   EXPECT_EQ(Begin("", path_), kDialogIsOpen);
   Set("dialog", "closed");
   EXPECT_EQ(Begin("", path_), kNotAllowed);
@@ -135,7 +135,7 @@ TEST_F(ConditionsOfACompany, The_interface_version_is_that_of_the_open_file) {
   EXPECT_EQ(versionOf(path_).major, 2);
   EXPECT_EQ(versionOf(path_).minor, 1);
   EXPECT_EQ(versionOf("").major, 5);
-  EXPECT_EQ(versionOf(folder_.File("missing.twq")).major, 5);
+  EXPECT_EQ(versionOf(folder_ / "missing.twq").major, 5);
 }
 
 TEST_F(ConditionsOfACompany, A_refused_host_query_is_answered_with_a_status_and_without_a_record) {

@@ -60,21 +60,20 @@ TEST_F(CompanyStorage, Making_a_file_overwrites_nothing) {
 }
 
 TEST_F(CompanyStorage, A_file_can_not_be_made_in_a_folder_that_is_not_there) {
-  EXPECT_EQ(NumberRaised([&] { CreateCompanyFile(folder_.File("none/company.twq"), {}, machine_); }),
-            error::kPathNotFound);
+  EXPECT_EQ(NumberRaised([&] { CreateCompanyFile(folder_ / "none/company.twq", {}, machine_); }), error::kPathNotFound);
 }
 
 TEST_F(CompanyStorage, What_is_no_company_file_is_not_opened) {
-  std::ofstream(folder_.File("text")) << std::string(5000, 'x');
-  std::ofstream(folder_.File("empty")).flush();
+  std::ofstream(folder_ / "text") << std::string(5000, 'x');
+  std::ofstream(folder_ / "empty").flush();
   sqlite3* database = nullptr;
-  ASSERT_EQ(sqlite3_open(folder_.File("other").c_str(), &database), SQLITE_OK);
+  ASSERT_EQ(sqlite3_open((folder_ / "other").c_str(), &database), SQLITE_OK);
   sqlite3_exec(database, "CREATE TABLE setting (key, value)", nullptr, nullptr, nullptr);
   sqlite3_close(database);
   for (const char* name : {"missing", "text", "empty", "other", "."}) {
-    EXPECT_EQ(RaisedByOpening(folder_.File(name)), kCannotOpen) << name;
+    EXPECT_EQ(RaisedByOpening(folder_ / name), kCannotOpen) << name;
   }
-  EXPECT_FALSE(std::filesystem::exists(folder_.File("missing")));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "missing"));
 }
 
 TEST_F(CompanyStorage, A_file_of_a_newer_format_is_not_opened) {

@@ -27,7 +27,7 @@ class Transport : public CompanyTest {
   static ErrorNumber Begin(twqb::Transport& transport, std::string_view name, OpenMode mode = OpenMode::DoNotCare) {
     return NumberRaised([&] { transport.BeginSession(name, mode); });
   }
-  std::string missing_ = folder_.File("missing.twq");
+  std::string missing_ = folder_ / "missing.twq";
 };
 
 TEST_F(Transport, A_session_answers_documents) {
@@ -65,15 +65,15 @@ TEST_F(Transport, Without_an_open_file_a_name_is_needed) {
 }
 
 TEST_F(Transport, The_open_file_may_be_named_and_another_may_not) {
-  const auto other = folder_.File("other.twq");
+  const auto other = folder_ / "other.twq";
   CreateCompanyFile(other, {}, machine_);
   const auto transport = Connect(path_);
   EXPECT_EQ(Begin(*transport, other), kOtherOpen);
-  EXPECT_EQ(Begin(*transport, folder_.File("./company.twq")), 0U);
+  EXPECT_EQ(Begin(*transport, folder_ / "./company.twq"), 0U);
 }
 
 TEST_F(Transport, A_name_that_can_not_be_opened_leaves_no_session_and_no_lock) {
-  const auto text = folder_.File("text.twq");
+  const auto text = folder_ / "text.twq";
   std::ofstream(text) << "not a company file, though long enough to look at";
   for (const auto& open : {std::string(), path_}) {
     const auto transport = Connect(open);
@@ -97,7 +97,7 @@ TEST_F(Transport, The_cause_why_a_name_can_not_be_opened_is_told_with_the_file) 
 }
 
 TEST_F(Transport, An_open_file_that_is_no_company_file_is_told_apart_by_whether_it_was_named) {
-  const auto text = folder_.File("text.twq");
+  const auto text = folder_ / "text.twq";
   std::ofstream(text) << "not a company file, though long enough to look at";
   const auto transport = Connect(text);
   EXPECT_EQ(transport->GetVersion().major, 5);
