@@ -14,6 +14,7 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/Events.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
 #include "services/msgForm.h"
@@ -158,15 +159,13 @@ StepResult RunTable(const Transfer& transfer, std::int32_t table, const Transfer
   return StepResult::Done;
 }
 
-constexpr std::int16_t kEventsSince = 3;  // message version
 constexpr int kCallbackHeldMode = 3;
 
 void TakeFormDown() { CloseObjects(FormToo::Unload, nullptr, nullptr, nullptr); }
 
 void HoldCallback(int& modeBefore) {
-  if (!Vars().g_QBCallback) Vars().g_QBCallback = Vars().platform.callback->CreateCallback();
-  modeBefore = Vars().g_QBCallback->Mode();
-  Vars().g_QBCallback->SetMode(kCallbackHeldMode);
+  modeBefore = TheCallback().Mode();
+  TheCallback().SetMode(kCallbackHeldMode);
   Vars().g_CallbackHeld = true;
 }
 
@@ -231,7 +230,7 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
   // 1.
   if (!CheckQBSession(true, options.isQBSingleMode)) return false;
   // 2.
-  Vars().g_IsSubscribed = Vars().g_QBMajorVer >= kEventsSince && IsSubscribed();
+  Vars().g_IsSubscribed = HasEvents() && IsSubscribed();
   // 3.
   int modeBefore = 0;
   if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
@@ -310,11 +309,7 @@ bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly 
       // 1.
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
       Vars().g_TableOk = TableOk::False;
-      if (activeOnly == ActiveOnly::LookUp) {
-        const auto key = std::string(GetTableName(Direction::Get, table)) + "_chkActiveOnly";
-        activeOnly = TextToBoolean(gf_ReadSettings("QBGET_", key, Vars().g_TWSettingsPath, "0")) ? ActiveOnly::True
-                                                                                                 : ActiveOnly::False;
-      }
+      activeOnly = LookUpActiveOnly(table, activeOnly);
       // 2.
       RecordList records;
       if (ApplyQBFiltersAndReadRecords(table, records, *Vars().g_QBSession,

@@ -21,11 +21,7 @@ constexpr std::int32_t kStatusIncomplete = 500;
 bool ReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session, ReadFilters filters) {
   // 1. The table's text; 2. whether inactive records are wanted.
   const auto text = GetTableName(Direction::Get, tableKind);
-  if (filters.activeOnly == ActiveOnly::LookUp) {
-    const auto key = std::string(text) + "_chkActiveOnly";
-    const bool wanted = TextToBoolean(gf_ReadSettings("QBGET_", key, Vars().g_TWSettingsPath, "0"));
-    filters.activeOnly = wanted ? ActiveOnly::True : ActiveOnly::False;
-  }
+  filters.activeOnly = LookUpActiveOnly(tableKind, filters.activeOnly);
   // 3.
   Vars().g_NoQBRecords = false;
   // 4. The query.
@@ -64,6 +60,13 @@ bool ReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& 
 }
 
 }  // namespace
+
+ActiveOnly LookUpActiveOnly(std::int32_t tableKind, ActiveOnly activeOnly) {
+  if (activeOnly != ActiveOnly::LookUp) return activeOnly;
+  const auto key = std::string(GetTableName(Direction::Get, tableKind)) + "_chkActiveOnly";
+  const bool wanted = TextToBoolean(gf_ReadSettings("QBGET_", key, Vars().g_TWSettingsPath, "0"));
+  return wanted ? ActiveOnly::True : ActiveOnly::False;
+}
 
 bool ApplyQBFiltersAndReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session,
                                   const ReadFilters& filters) {

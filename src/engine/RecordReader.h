@@ -23,6 +23,9 @@ struct ReadFilters {
   std::string strTxnTo;
 };
 
+// `activeOnly`, with LookUp replaced by what the table's saved setting says. Raises what the settings raise.
+[[nodiscard]] ActiveOnly LookUpActiveOnly(std::int32_t tableKind, ActiveOnly activeOnly);
+
 // Reads the records of a table (a value of enTables) into `records`, each under its identifier. False: QuickBooks found
 // nothing (`g_NoQBRecords`), or did not know the one record, or refused (told already), or a call failed (told
 // already).

@@ -11,6 +11,7 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/Events.h"
 #include "services/ModuleVariables.h"
 #include "services/msgForm.h"
 
@@ -19,17 +20,10 @@ namespace twqb {
 namespace {
 
 constexpr std::int32_t kStatusNameInUse = 3100;
-constexpr std::int16_t kEventsSince = 3;  // message version
 constexpr int kCallbackNewRecord = 1;
 
 // Tells the call-back object about the record in hand, unless a whole transfer holds it still.
-bool TalksToCallback() {
-  return Vars().g_IsSubscribed && Vars().g_QBMajorVer >= kEventsSince && !Vars().g_CallbackHeld;
-}
-Callback& TheCallback() {
-  if (!Vars().g_QBCallback) Vars().g_QBCallback = Vars().platform.callback->CreateCallback();
-  return *Vars().g_QBCallback;
-}
+bool TalksToCallback() { return Vars().g_IsSubscribed && HasEvents() && !Vars().g_CallbackHeld; }
 void TellRecordStarts() {
   if (!TalksToCallback()) return;
   TheCallback().SetMode(kCallbackNewRecord);

@@ -8,6 +8,7 @@
 #include "quickbooks/Requests.h"
 #include "quickbooks/Session.h"
 #include "services/Errors.h"
+#include "services/Events.h"
 #include "services/ModuleVariables.h"
 
 namespace twqb {
@@ -15,7 +16,6 @@ namespace twqb {
 namespace {
 
 constexpr std::string_view kSubscriberId = "{587B27F0-273E-46fd-BBDF-B5E79696FC3E}";
-constexpr std::int16_t kEventsSince = 3;  // message version
 constexpr std::string_view kPlainVersion = "qbxml version=\"3.0\"";
 
 // Outside the United States the set goes as text, with the country's tag. Australia has Canada's.
@@ -34,7 +34,7 @@ MsgSetResponse SendSubscriptionSet(QBSessionManager& session, const MsgSetReques
 
 bool IsSubscribed() {
   return RunAs("IsSubscribed", false, [] {
-    if (!CheckQBSession(true, false) || Vars().g_QBMajorVer < kEventsSince) return false;
+    if (!CheckQBSession(true, false) || !HasEvents()) return false;
     auto& session = *Vars().g_QBSession;
     auto set = session.CreateSubscriptionMsgSetRequest(3, 0);
     set.Append("SubscriptionQueryRq")["SubscriberID"].SetValue(kSubscriberId);

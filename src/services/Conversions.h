@@ -39,7 +39,8 @@ enum class DateForm { DateOnly, WithTime };
 // Whether the text is a Canadian social insurance number, nnn nnn nnn or nnn-nnn-nnn, with a right check digit.
 [[nodiscard]] bool ValidateSIN(std::string_view text);
 
-// "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}"; after a box, "" when the system can't make one.
+// Upper-case hexadecimal digits in braces, in groups of 8, 4, 4, 4 and 12; after a box, "" when the system can't make
+// one.
 [[nodiscard]] std::string GenerateGUID();
 
 // The plain text of a rich-text note; a note that is none comes back unchanged.
