@@ -166,7 +166,7 @@ pugi::xml_node RequestSet::ReadSet(MessageSet kind) {
 void RequestSet::ReadRequest(pugi::xml_node node, MessageSet kind) {
   const std::string_view name = node.name();
   const auto* message = messages::FindMessage(name);
-  if (message == nullptr || !name.ends_with("Rq") || message->set != kind || form_.version < message->since) {
+  if (message == nullptr || !name.ends_with("Rq") || message->set != kind || !message->KnownIn(form_)) {
     RefuseDocument(fmt::format("The request {} is not known.", name));
   }
   for (const auto attribute : node.attributes()) {

@@ -140,24 +140,10 @@ constexpr Element kCustomerRet[] = {
     Leaf("IsUsingCustomerTaxCode", Type::Bool).Opt().Since(3, 0).In(kCanada),
 };
 
-constexpr Element kListFilter[] = {
-    Leaf("MaxReturned", Type::Int).Opt(),
-    Enumeration("ActiveStatus", kActiveStatuses).Opt(),
-    Leaf("FromModifiedDate", Type::DateTime).Opt(),
-    Leaf("ToModifiedDate", Type::DateTime).Opt(),
-    Choice("ORNameFilter", kNameFilterBranches).Opt(),
-    Aggregate("TotalBalanceFilter", kTotalBalanceFilter).Opt(),
-};
-constexpr Element kListQuery[] = {
-    Leaf("ListID", Type::Id).Rep(),
-    Text("FullName").Rep(),
-    Step("ListFilter", kListFilter),
-};
-
 constexpr Element kAddRequest[] = {Aggregate("CustomerAdd", kCustomerAdd)};
 constexpr Element kModRequest[] = {Aggregate("CustomerMod", kCustomerMod)};
 constexpr Element kQueryRequest[] = {
-    Choice("ORCustomerListQuery", kListQuery).Opt(),
+    Choice("ORCustomerListQuery", kBalanceListQueryBranches).Opt(),
     Leaf("OwnerID", Type::Guid).Opt().Rep().Since(2, 0),
 };
 constexpr Element kOneRecord[] = {Aggregate("CustomerRet", kCustomerRet).Opt()};

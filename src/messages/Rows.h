@@ -81,4 +81,49 @@ inline constexpr Element kNameFilterBranches[] = {
 };
 inline constexpr Element kTotalBalanceFilter[] = {Enumeration("Operator", kOperators), Leaf("Amount", Type::Amt)};
 
+// What most list queries ask for.
+inline constexpr Element kListFilter[] = {
+    Leaf("MaxReturned", Type::Int).Opt(),
+    Enumeration("ActiveStatus", kActiveStatuses).Opt(),
+    Leaf("FromModifiedDate", Type::DateTime).Opt(),
+    Leaf("ToModifiedDate", Type::DateTime).Opt(),
+    Choice("ORNameFilter", kNameFilterBranches).Opt(),
+};
+
+inline constexpr Element kListQueryBranches[] = {
+    Leaf("ListID", Type::Id).Rep(),
+    Text("FullName").Rep(),
+    Step("ListFilter", kListFilter),
+};
+
+// The same for lists with balances.
+inline constexpr Element kBalanceListFilter[] = {
+    Leaf("MaxReturned", Type::Int).Opt(),
+    Enumeration("ActiveStatus", kActiveStatuses).Opt(),
+    Leaf("FromModifiedDate", Type::DateTime).Opt(),
+    Leaf("ToModifiedDate", Type::DateTime).Opt(),
+    Choice("ORNameFilter", kNameFilterBranches).Opt(),
+    Aggregate("TotalBalanceFilter", kTotalBalanceFilter).Opt(),
+};
+
+inline constexpr Element kBalanceListQueryBranches[] = {
+    Leaf("ListID", Type::Id).Rep(),
+    Text("FullName").Rep(),
+    Step("ListFilter", kBalanceListFilter),
+};
+
+inline constexpr Element kOwnedListQuery[] = {
+    Choice("ORListQuery", kListQueryBranches).Opt(),
+    Leaf("OwnerID", Type::Guid).Opt().Rep().Since(2, 0),
+};
+
+inline constexpr Element kListQuery[] = {
+    Choice("ORListQuery", kListQueryBranches).Opt(),
+};
+
+inline constexpr Element kRateBranches[] = {
+    Leaf("Rate", Type::Price),
+    Leaf("RatePercent", Type::Percent),
+};
+
 }  // namespace twqb::messages::rows

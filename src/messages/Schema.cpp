@@ -24,7 +24,10 @@ constexpr std::string_view kListSuffix = "List";
 
 std::vector<Message> Join() {
   std::vector<Message> all;
-  for (const auto family : {HostMessages(), CustomerMessages(), SubscriptionMessages()}) {
+  for (const auto family :
+       {HostMessages(), AccountMessages(), CustomerMessages(), EmployeeMessages(), VendorMessages(),
+        SalesItemMessages(), OtherItemMessages(), PlainListMessages(), TimeTrackingMessages(), PurchaseMessages(),
+        SalesMessages(), PaymentMessages(), DeletionMessages(), SubscriptionMessages()}) {
     all.insert(all.end(), family.begin(), family.end());
   }
   return all;

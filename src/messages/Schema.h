@@ -68,7 +68,13 @@ enum class Type : std::uint8_t {
 
 struct EnumValue {
   std::string_view name;  // on the wire
-  int number;             // in the object model
+  int number = 0;         // in the object model
+  Version since = {1, 0};
+  Countries countries = kEverywhere;
+
+  [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
+    return since <= form.version && (countries & static_cast<Countries>(form.country)) != 0;
+  }
 };
 
 struct Element {
@@ -78,7 +84,8 @@ struct Element {
   bool optional = false;
   bool repeating = false;
   Version since = {1, 0};
-  Version until = {};  // the first version that does not know it any more; {} is never
+  Version sinceInCanada = {};  // where the Canadian form came to know it later; {} is the same
+  Version until = {};          // the first version that does not know it any more; {} is never
   Countries countries = kEverywhere;
   const Element* firstChild = nullptr;
   std::size_t childCount = 0;
@@ -91,7 +98,8 @@ struct Element {
   [[nodiscard]] constexpr bool HasChildren() const { return type == Type::Aggregate || LeavesNoElement(); }
   // Whether a message set of this form has the element.
   [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
-    return since <= form.version && (until == Version{} || form.version < until) &&
+    const auto first = form.country == Country::CA && sinceInCanada != Version{} ? sinceInCanada : since;
+    return first <= form.version && (until == Version{} || form.version < until) &&
            (countries & static_cast<Countries>(form.country)) != 0;
   }
 
@@ -109,6 +117,11 @@ struct Element {
   [[nodiscard]] constexpr Element Since(int major, int minor) const {
     auto e = *this;
     e.since = {major, minor};
+    return e;
+  }
+  [[nodiscard]] constexpr Element SinceInCanada(int major, int minor) const {
+    auto e = *this;
+    e.sinceInCanada = {major, minor};
     return e;
   }
   [[nodiscard]] constexpr Element Until(int major, int minor) const {
@@ -134,7 +147,11 @@ struct Message {
   std::span<const Element> response;
   Version since = {1, 0};
   MessageSet set = MessageSet::Company;
+  Countries countries = kEverywhere;
 
+  [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
+    return since <= form.version && (countries & static_cast<Countries>(form.country)) != 0;
+  }
   [[nodiscard]] std::string RequestName() const { return std::string(name) + "Rq"; }
   [[nodiscard]] std::string ResponseName() const { return std::string(name) + "Rs"; }
 };

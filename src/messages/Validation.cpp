@@ -95,7 +95,7 @@ class Matcher {
       if (row.maxLength > 0 && CharacterCount(text) > static_cast<std::size_t>(row.maxLength)) {
         Report(ProblemKind::TooLong, row.name, text);
       }
-    } else if (!IsWellFormed(row, text)) {
+    } else if (!IsWellFormed(row, text, form_)) {
       const auto kind = row.type == Type::Amt  ? ProblemKind::MalformedAmount
                         : row.type == Type::Id ? ProblemKind::MalformedId
                                                : ProblemKind::MalformedValue;

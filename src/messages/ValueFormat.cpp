@@ -206,4 +206,10 @@ bool IsWellFormed(const Element& element, std::string_view text) {
   return true;
 }
 
+bool IsWellFormed(const Element& element, std::string_view text, const Form& form) {
+  if (element.type != Type::Enum) return IsWellFormed(element, text);
+  return std::ranges::any_of(element.Values(),
+                             [&](const EnumValue& value) { return value.name == text && value.KnownIn(form); });
+}
+
 }  // namespace twqb::messages

@@ -15,6 +15,8 @@ namespace twqb::messages {
 // Whether `text` is a well-formed value of the element's type (an enumeration's: one of its names). Lengths of texts
 // are not looked at.
 [[nodiscard]] bool IsWellFormed(const Element& element, std::string_view text);
+// The same, with the names of an enumeration that a message set of that form knows.
+[[nodiscard]] bool IsWellFormed(const Element& element, std::string_view text, const Form& form);
 
 [[nodiscard]] std::string BoolText(bool value);                      // "true", "false"
 [[nodiscard]] std::optional<bool> ParseBool(std::string_view text);  // also "1", "0"
