@@ -56,6 +56,11 @@ class ScenarioRun {
     const auto blank = line.find(' ');
     const auto word = line.substr(0, blank);
     const auto rest = blank == std::string::npos ? std::string() : line.substr(blank + 1);
+    if (word == "program") {
+      if (rest != "two-tables") throw std::runtime_error("unknown program: " + line);
+      program_ = TWQB_TWO_TABLES_PROGRAM;
+      return;
+    }
     if (word == "init") {
       Init(Words(rest));
       return;
@@ -178,7 +183,7 @@ class ScenarioRun {
   }
 
   ProcessResult Twqb(const std::vector<std::string>& command) {
-    std::vector<std::string> arguments = {TWQB_PROGRAM, "-C",  folder_.Path(), "--clock", clock_,
+    std::vector<std::string> arguments = {program_, "-C",  folder_.Path(), "--clock", clock_,
                                           "--bias",     "300", "--seed",       "1"};
     if (daylight_) arguments.emplace_back("--daylight");
     for (std::size_t i = 0; i + 1 < command.size(); ++i) {
@@ -196,6 +201,7 @@ class ScenarioRun {
   void Record(const Json& event) { record_ += OutOfFolder(event.dump()) + "\n"; }
 
   TemporaryFolder folder_;
+  std::string program_ = TWQB_PROGRAM;
   std::string clock_ = "2008-03-05T10:00:00";
   bool daylight_ = false;
   std::string tag_ = "3.0";
