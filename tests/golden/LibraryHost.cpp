@@ -173,11 +173,8 @@ void LibraryHost::BeginObject() {
   bridge.SetTWSettingsPath(parts_->folder + "/twqb.ini");
 }
 
-bool LibraryHost::EndObject() {
-  if (parts_->objects.empty()) return false;
-  parts_->objects.pop_back();
-  return true;
-}
+void LibraryHost::EndObject() { parts_->objects.pop_back(); }
+bool LibraryHost::HasObjects() const { return !parts_->objects.empty(); }
 
 void LibraryHost::Call(const std::vector<std::string>& words) {
   const auto& name = words.at(0);

@@ -36,8 +36,9 @@ class LibraryHost {
 
   // Another object, set up as the command line does it; calls go to the last one.
   void BeginObject();
-  // Ends the last object; false when there is none left.
-  bool EndObject();
+  // Ends the last object.
+  void EndObject();
+  [[nodiscard]] bool HasObjects() const;
   // Runs an operation or sets a property of the object, or runs a routine of the library: its name, then its arguments.
   // Throws std::runtime_error for a name that is not known and for a wrong number of arguments.
   void Call(const std::vector<std::string>& words);

@@ -65,7 +65,7 @@ class ScenarioRun {
     const auto steps = Lines(ReadWholeFile(folder + "/scenario"));
     if (steps.empty()) throw std::runtime_error("no scenario in " + folder);
     for (const auto& step : steps) Step(step);
-    ReleaseAll();
+    while (host_) EndObject();
     return record_;
   }
 
@@ -174,13 +174,13 @@ class ScenarioRun {
     TakeHostsRecord();
   }
   void Release(const std::string& /*rest*/, const std::string& line) {
-    if (!host_ || !host_->EndObject()) throw std::runtime_error("no object to release: " + line);
-    TakeHostsRecord();
+    if (!host_) throw std::runtime_error("no object to release: " + line);
+    EndObject();
   }
-  void ReleaseAll() {
-    if (!host_) return;
-    while (host_->EndObject()) TakeHostsRecord();
-    host_.reset();
+  void EndObject() {
+    host_->EndObject();
+    TakeHostsRecord();
+    if (!host_->HasObjects()) host_.reset();
   }
   void BeforeAnswer(int n) {
     TakeHostsRecord();

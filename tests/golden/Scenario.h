@@ -16,10 +16,11 @@
 //   copy, move, remove FILE... files of the run's folder
 //   folder NAME                makes a folder there, in the way of a file
 //   hold MODE                  another program has the company file open, single-user or multi-user, until `let go`
-//   object                     a bridge object, for the calls that follow; the first one takes the answers and faults
-//                              written so far, those behind are for the next
+//   object                     a bridge object, for the calls that follow; the first one of a process takes the answers
+//                              and faults written so far
 //   call OPERATION WORDS...    an operation or property of the last object, or a routine; see LibraryHost.cpp
-//   release                    the end of the last object; those left end with the scenario
+//   release                    the end of the last object, and with the only one that of the process; those left end
+//                              with the scenario
 //   before N STEP              a step that is taken when the objects ask their N-th question, before it is answered
 //   files BEGINNING            the names of files of the run's folder, for the record
 //   stored SECTION KEY         the value of a setting for the record; null when it is not set
