@@ -15,6 +15,7 @@
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/transcript/Transcript.h"
 #include "platform/Forwarding.h"
+#include "quickbooks/IsCustomer.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
@@ -113,6 +114,14 @@ constexpr std::array kOperations = {
                 LoadActivityCodes();
                 const auto& v = Vars();
                 return {v.g_ActivityComp, v.g_ActivityHol, v.g_ActivitySick, v.g_ActivityVac};
+              }},
+    // Of a record in an answer.
+    Operation{"IsCustomer", 1,
+              [](auto&, auto& a) -> Json {
+                const MsgSetResponse answer(
+                    "<QBXML><QBXMLMsgsRs><CustomerQueryRs statusCode=\"0\" statusSeverity=\"Info\">" + a[0] +
+                    "</CustomerQueryRs></QBXMLMsgsRs></QBXML>");
+                return IsCustomer(answer.GetAt(0).Detail());
               }},
     Operation{"gf_ReadSettings", 3,
               [](auto&, auto& a) -> Json { return gf_ReadSettings(a[0], a[1], Vars().g_TWSettingsPath, a[2]); }},

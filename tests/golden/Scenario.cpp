@@ -204,6 +204,7 @@ class ScenarioRun {
     answers_.clear();
     faults_.clear();
     const auto result = Twqb(arguments);
+    screen_ = result.errors;
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}, {"exit", result.exitStatus}});
     for (const auto& event : Lines(ReadWholeFile(transcript))) record_ += OutOfFolder(event) + "\n";
     WriteWholeFile(transcript, "");
@@ -220,6 +221,9 @@ class ScenarioRun {
   }
   void Ask(const std::string& rest, const std::string& line) {
     Record({{"kind", "ask"}, {"answer", Require(RunRequests(rest), line)}});
+  }
+  void Screen(const std::string& /*rest*/, const std::string& /*line*/) {
+    Record({{"kind", "screen"}, {"lines", Lines(screen_)}});
   }
   void Files(const std::string& rest, const std::string& /*line*/) {
     std::vector<std::string> names;
@@ -303,6 +307,7 @@ class ScenarioRun {
   bool firstRun_ = false;
   std::string answers_;
   std::string faults_;
+  std::string screen_;  // of the last transfer
   std::string record_;
   SystemMachine holdersMachine_{{}};
   std::unique_ptr<Transport> holder_;
@@ -319,7 +324,7 @@ const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
     {"let", &ScenarioRun::LetGo},         {"before", &ScenarioRun::Before},   {"send", &ScenarioRun::Transfer},
     {"get", &ScenarioRun::Transfer},      {"object", &ScenarioRun::Object},   {"call", &ScenarioRun::Call},
     {"release", &ScenarioRun::Release},   {"stored", &ScenarioRun::Stored},   {"files", &ScenarioRun::Files},
-    {"show", &ScenarioRun::Show},         {"ask", &ScenarioRun::Ask},
+    {"show", &ScenarioRun::Show},         {"ask", &ScenarioRun::Ask},         {"screen", &ScenarioRun::Screen},
 };
 
 const ScenarioRun::StepRow* ScenarioRun::FindStep(const std::string& word) {

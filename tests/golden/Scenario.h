@@ -22,6 +22,7 @@
 //   release                    the end of the last object, and with the only one that of the process; those left end
 //                              with the scenario
 //   before N STEP              a step that is taken when the objects ask their N-th question, before it is answered
+//   screen                     what the last transfer printed for the person, for the record
 //   files BEGINNING            the names of files of the run's folder, for the record
 //   stored SECTION KEY         the value of a setting for the record; null when it is not set
 //   show STATEMENT             rows of BillingDb for the record
