@@ -110,6 +110,7 @@ class ScenarioRun {
   }
   void Answer(const std::string& rest, const std::string& /*line*/) { answers_ += InFolder(rest) + "\n"; }
   void Fault(const std::string& rest, const std::string& /*line*/) { faults_ += InFolder(rest) + "\n"; }
+  void Nobody(const std::string& /*rest*/, const std::string& /*line*/) { unanswered_ = true; }
   void Company(const std::string& rest, const std::string& line) {
     const auto words = Words(rest);
     Require(Twqb({"company", "set", words.at(0), words.at(1)}), line);
@@ -195,8 +196,11 @@ class ScenarioRun {
     AnswerFirstRun(line);
     auto arguments = Words(InFolder(line));
     const auto transcript = folder_ / "transcript.jsonl";
-    WriteWholeFile(folder_ / "answers", answers_);
-    arguments.insert(arguments.end(), {"--transcript", transcript, "--answers", folder_ / "answers"});
+    arguments.insert(arguments.end(), {"--transcript", transcript});
+    if (!std::exchange(unanswered_, false)) {
+      WriteWholeFile(folder_ / "answers", answers_);
+      arguments.insert(arguments.end(), {"--answers", folder_ / "answers"});
+    }
     if (!faults_.empty()) {
       WriteWholeFile(folder_ / "faults", faults_);
       arguments.insert(arguments.end(), {"--faults", folder_ / "faults"});
@@ -307,6 +311,7 @@ class ScenarioRun {
   bool firstRun_ = false;
   std::string answers_;
   std::string faults_;
+  bool unanswered_ = false;
   std::string screen_;  // of the last transfer
   std::string record_;
   SystemMachine holdersMachine_{{}};
@@ -325,6 +330,7 @@ const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
     {"get", &ScenarioRun::Transfer},      {"object", &ScenarioRun::Object},   {"call", &ScenarioRun::Call},
     {"release", &ScenarioRun::Release},   {"stored", &ScenarioRun::Stored},   {"files", &ScenarioRun::Files},
     {"show", &ScenarioRun::Show},         {"ask", &ScenarioRun::Ask},         {"screen", &ScenarioRun::Screen},
+    {"nobody", &ScenarioRun::Nobody},
 };
 
 const ScenarioRun::StepRow* ScenarioRun::FindStep(const std::string& word) {

@@ -8,6 +8,7 @@
 //   sql STATEMENT              a statement against BillingDb
 //   qb REQUESTS                qbXML requests against the company file
 //   answer WORDS               a line of the next transfer's answers file
+//   nobody there               the next transfer has no answers file, and asks into the void
 //   fault WORDS                a line of the next transfer's faults file
 //   send ... , get ...         a transfer, with twqb's own arguments
 //   company NAME VALUE         sets how a connection to the company file is met
