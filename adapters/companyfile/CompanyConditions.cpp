@@ -14,10 +14,11 @@ namespace twqb::company {
 namespace {
 
 // The words of each enumeration, in the order of its values.
-using Words = std::array<std::string_view, 2>;
-constexpr Words WordsOf(Permission) { return {"granted", "withheld"}; }
-constexpr Words WordsOf(DialogState) { return {"closed", "open"}; }
-constexpr Words WordsOf(HostAnswer) { return {"answered", "refused"}; }
+template <std::size_t kCount>
+using Words = std::array<std::string_view, kCount>;
+constexpr Words<2> WordsOf(Permission) { return {"granted", "withheld"}; }
+constexpr Words<2> WordsOf(DialogState) { return {"closed", "open"}; }
+constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 
 template <auto kField>
 std::string WordText(const CompanyConditions& conditions) {
@@ -76,8 +77,8 @@ constexpr std::array kConditions = {
               .text = WordText<&CompanyConditions::dialog>,
               .set = SetWord<&CompanyConditions::dialog>},
     Condition{.name = "host-query",
-              .allowed = "answered or refused",
-              .meaning = "the query for the host is answered with status 3260",
+              .allowed = "answered, refused or unknown",
+              .meaning = "the query for the host gets status 3260, or no form of it is understood",
               .text = WordText<&CompanyConditions::hostQuery>,
               .set = SetWord<&CompanyConditions::hostQuery>},
     Condition{.name = "interface-version",

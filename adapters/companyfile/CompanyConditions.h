@@ -16,14 +16,14 @@ namespace twqb::company {
 
 enum class Permission : std::uint8_t { Granted, Withheld };
 enum class DialogState : std::uint8_t { Closed, Open };
-enum class HostAnswer : std::uint8_t { Answered, Refused };
+enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
 
 // What a new file begins with.
 struct CompanyConditions {
-  Permission application = Permission::Granted;                  // to use the file at all
-  Permission automaticLogon = Permission::Granted;               // to have it opened when QuickBooks has none open
-  DialogState dialog = DialogState::Closed;                      // a window of QuickBooks waits for the person at it
-  HostAnswer hostQuery = HostAnswer::Answered;                   // refused: with status 3260
+  Permission application = Permission::Granted;     // to use the file at all
+  Permission automaticLogon = Permission::Granted;  // to have it opened when QuickBooks has none open
+  DialogState dialog = DialogState::Closed;         // a window of QuickBooks waits for the person at it
+  HostAnswer hostQuery = HostAnswer::Answered;      // refused: with status 3260; unknown: no document has it
   InterfaceVersion interfaceVersion = {.major = 5, .minor = 0};  // of the QuickBooks that has the file open
 };
 

@@ -111,17 +111,17 @@ TEST_P(CompanySet, The_help_names_it_and_its_values) {
               testing::ContainsRegex("\n  " + GetParam().name + " [^\n]*" + GetParam().fresh));
 }
 
-INSTANTIATE_TEST_SUITE_P(Conditions, CompanySet,
-                         testing::Values(Change{"permission", "granted", "withheld"},
-                                         Change{"auto-logon", "granted", "withheld"},
-                                         Change{"dialog", "closed", "open"},
-                                         Change{"host-query", "answered", "refused"},
-                                         Change{"interface-version", "5.0", "2.1"}),
-                         [](const auto& suite) {
-                           auto name = suite.param.name;
-                           std::ranges::replace(name, '-', '_');
-                           return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Conditions, CompanySet,
+    testing::Values(Change{"permission", "granted", "withheld"}, Change{"auto-logon", "granted", "withheld"},
+                    Change{"dialog", "closed", "open"}, Change{"host-query", "answered", "refused"},
+                    Change{"host-query", "answered", "unknown"}, Change{"interface-version", "5.0", "2.1"}),
+    [](const auto& suite) {
+      auto name = suite.param.name + "_" + suite.param.changed;
+      std::ranges::replace_if(
+          name, [](char c) { return c == '-' || c == '.'; }, '_');
+      return name;
+    });
 
 TEST_F(Company, Set_keeps_what_was_set_before) {
   folder_.Done({"company", "set", "permission", "withheld"});
