@@ -242,14 +242,13 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
 }
 
 // The filters of a get, as the reader takes them.
-ReadFilters ReadFiltersOf(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID) {
+ReadFilters ReadFiltersOf(const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID) {
   return {.strID = filters.Filter2a,
           .strFromDate = filters.Date1a,
           .strToDate = filters.Date1b,
           .strNameFrom = filters.Filter1a,
           .strNameTo = filters.Filter1b,
           .IsDependent = blnByID,
-          .IsVendor = table == enVendors,
           .activeOnly = activeOnly,
           .strTxnFrom = filters.From,
           .strTxnTo = filters.To};
@@ -313,7 +312,7 @@ bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly 
       // 2.
       RecordList records;
       if (ApplyQBFiltersAndReadRecords(table, records, *Vars().g_QBSession,
-                                       ReadFiltersOf(table, filters, activeOnly, blnByID))) {
+                                       ReadFiltersOf(filters, activeOnly, blnByID))) {
         routines->get(records, filters, blnByID, connection);
       }
       // 3.
