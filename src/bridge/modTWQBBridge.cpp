@@ -225,7 +225,6 @@ ReadFilters ReadFiltersOf(std::int32_t table, const TableRead& read, const Saved
           .strNameTo = filters.Filter1b,
           .IsDependent = blnByID,
           .ExpenseLogKind = read.ExpenseLogKind,
-          .IsVendor = table == enVendors,
           .activeOnly = read.looksUpActiveOnly ? LookUpActiveOnly(table, ActiveOnly::LookUp) : activeOnly,
           .strTxnFrom = read.takesTransactionDates ? filters.From : std::string(),
           .strTxnTo = read.takesTransactionDates ? filters.To : std::string()};
