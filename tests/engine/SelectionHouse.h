@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -13,6 +14,7 @@
 #include "engine/SelectionQueries.h"
 #include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
 #include "tests/support/TestHouse.h"
@@ -68,6 +70,7 @@ class SelectionHouse : public TestHouse {
     Setting("QBSEND_", std::string(table) + "_LastSendAt", time);
   }
 
+  [[nodiscard]] ado::Connection& Connection() { return *connection_; }
   // Runs a statement to its last row; raises when the database does not take it.
   void Run(const std::string& sql) { (void)Keys(sql, ""); }
   // The values of a column of the rows that a statement selects, in its order, each with a blank behind it.
@@ -86,6 +89,17 @@ class SelectionHouse : public TestHouse {
   std::string provider_;
   std::unique_ptr<ado::Connection> connection_;
 };
+
+// Keys in the order of the alphabet, where the statement asks for none.
+inline std::string Sorted(const std::string& keys) {
+  auto each = Split(keys, ' ');
+  std::ranges::sort(each);
+  std::string sorted;
+  for (const auto& key : each) {
+    if (!key.empty()) sorted += key + " ";
+  }
+  return sorted;
+}
 
 // A statement that must come out: what was set and filtered, and the text behind the base. In Greenwich.
 struct SelectionCorner {
