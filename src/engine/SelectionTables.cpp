@@ -199,10 +199,10 @@ constexpr Selection kSelections[] = {
     },
     {
         .table = enExpenseLog,
+        .onlyPassed = true,
         .base = "SELECT ELID, ExpID, ProjectID, EmployeeID, ELDescription,ELCost, ELMarkup, ELBillable, ELDate, "
                 "ELUnits, ELPosted,isSub, QBLinkID, LastUpdated FROM ExpenseLOG ",
         .passed = PassedExpenses,
-        .onlyPassed = true,
     },
     {
         // An entry goes to QuickBooks only once: a linked one is not selected again, even if it changed.

@@ -35,6 +35,7 @@ struct Clause {
 // One table's statement: the base, its clauses in this order, the tail.
 struct Selection {
   enTables table;
+  bool onlyPassed = false;  // no statement without PassedID
   std::string_view base;
   std::string_view where = {};       // a condition behind the base that is always there
   std::string_view noteColumn = {};  // a part of the base that stands there only while notes are mapped
@@ -44,7 +45,6 @@ struct Selection {
   std::string_view tail = {};
   // The statement instead of all that when PassedID names records; empty: there is none.
   std::string (*passed)(std::string_view base, const SavedFilters& filters) = nullptr;
-  bool onlyPassed = false;  // no statement without PassedID
 };
 
 // Nothing for a table without a statement. `table` is a value of enTables.

@@ -5,6 +5,7 @@
 // The parts stand here with the values filled in; what is compared beside their texts is their order, the connecting
 // words, and that nothing else has an influence.
 
+#include <ostream>
 #include <set>
 #include <tuple>
 #include <vector>
@@ -61,6 +62,8 @@ struct Table {
   bool hasWhere = true;
   std::vector<Named> named = {};
 };
+
+void PrintTo(const Table& table, std::ostream* out) { *out << table.name; }
 
 std::string LastSendOf(const std::string& p, const std::string& blank = " ") {
   return "((" + p + "LastUpdated > ~@~)" + blank + "OR " + p + "QBLinkID IS NULL OR " + p + "QBLinkID = '' OR " + p +
