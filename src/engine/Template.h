@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -27,6 +28,14 @@ struct SendRecord {
 };
 
 enum class RequestKind : std::uint8_t { Add, Mod };
+
+// What a get reads ahead of its records and needs with each of them; a table derives its own.
+struct GetState {
+  GetState() = default;
+  GetState(const GetState&) = delete;
+  GetState& operator=(const GetState&) = delete;
+  virtual ~GetState() = default;
+};
 
 // What a table is. Only the names and texts are required: a hook that is left out does what its comment says, so a
 // table whose fields are all rows is a description and nothing else.
@@ -56,6 +65,10 @@ struct TableDescription {
   // A send goes on with the next row after this error number instead of ending.
   std::optional<ErrorNumber> sendPassesOver = {};
 
+  // Of the get: what stands ahead of the link in its lookup ("IsSub = 0 AND "), and the field that the progress shows.
+  std::string_view linkCondition = {};
+  std::string_view shownField = "FullName";
+
   // The fields of a request and of a row, but for name, link, date and a new row's key.
   std::span<const SendField> sendFields = {};
   std::span<const std::string_view> blankedColumns = {};  // first: a field that QuickBooks leaves out blanks its column
@@ -71,6 +84,10 @@ struct TableDescription {
   bool (*belongs)(const Record& record) = nullptr;
   // The columns; left out: `blankedColumns` and `getFields`.
   void (*writeFields)(ado::Recordset& row, const Record& record) = nullptr;
+  // Ahead of the records, once there are some; what it answers goes to `startRow`.
+  std::unique_ptr<GetState> (*beginGet)() = nullptr;
+  // A new row that has its key, ahead of its columns; left out: nothing. The state is `beginGet`'s, or nothing.
+  void (*startRow)(ado::Recordset& row, const Record& record, const GetState* state) = nullptr;
 };
 
 // Sends the rows that `strSQL` selects. The outcome is `g_TableOk`; what went wrong has been told.
