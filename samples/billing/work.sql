@@ -23,6 +23,59 @@ VALUES
      '2006-10-31 00:00:00', '987-65-4324', 90, 35, 'Inactive', '2006-11-01 14:30:00');
 
 
+-- More of them, for what their rows are like: names that are the same, long, unknown or missing; numbers of every shape;
+-- states, phones and dates that are blank or odd; and who has left
+
+INSERT INTO Employee (EmployeeID, IsSub, EmpFName, EmpLName, EmpMI, EmpSalt, EmpStreet, EmpStreet2, EmpCity, EmpState, EmpZip,
+    EmpHPhone, EmpContactPhone, MobileNumber, EmpHFax, EmpEmail, EmpDateHired, EmpDateReleased, EmpSSN, EmpBillRate, EmpCostRate,
+    Status, LastUpdated)
+VALUES
+    ('ALEE', 0, 'Ann', 'Lee', NULL, 'Ms.', '1 Bow Street', NULL, 'Portsmouth', 'NH', '03801', '6035550220', NULL, NULL, NULL,
+     'alee@marlowhale.example', '2002-04-01 00:00:00', NULL, '987654330', 90, 36, 'Active', '2007-11-05 14:00:00'),
+    ('ALEE2', 0, 'Ann', 'Lee', '', 'Mrs.', '77 Court Street', 'Apartment 4', 'Dover', 'NH', '03820', '603-555-0221', NULL, NULL,
+     NULL, 'ann.lee@marlowhale.example', '2005-01-17 00:00:00', NULL, '987654331', 85, 34, 'Active', NULL),
+    ('ALEE3', 0, 'Ann', 'Lee', 'R', NULL, NULL, NULL, 'Eliot', 'ME', '03903', NULL, NULL, NULL, NULL, NULL,
+     '2007-08-06 00:00:00', NULL, '111111111', 60, 22.5, NULL, NULL),
+    ('BWESTERVELT', 0, 'Bartholomew-Christopher', 'van Westervelt', NULL, 'Mr.', '5 Pleasant Point Drive', NULL, 'Portsmouth',
+     'New Hampshire', '03801-4455', '(603) 555-0222 ext. 17', '603/555/0223', '603 555 0224', '603.555.0225',
+     'bart@marlowhale.example', '2001-10-15 00:00:00', NULL, '987654332', 130, 55, 'Active', '2008-01-02 13:15:00'),
+    ('CDUBOIS', 0, 'Céline', 'Dubois', 'É', 'Mlle', '3, rue des Érables', NULL, 'Lévis', 'QC', 'G6V 3A1', '418 555-0226', NULL,
+     NULL, NULL, 'cdubois@marlowhale.example', '2006-03-20 00:00:00', NULL, '04645419', 95, 40, 'Active', NULL),
+    ('DKANE', 0, 'Dermot', 'Kane', 'P', 'Dr.', '19 Elwyn Road', '', 'Portsmouth', '', '', '', '', '', '', '',
+     '1999-09-01 00:00:00', NULL, '333333333', 150, 70, 'Active', '2006-02-14 17:30:00'),
+    ('EFOSS', 0, 'Missing Data', 'Foss', NULL, '', '8 Mechanic Street', NULL, 'Kittery', 'ME', '03904', NULL, NULL, NULL, NULL,
+     NULL, '2004-11-29 00:00:00', '2005-03-31 00:00:00', '', 45, 18, 'Inactive', '2005-04-01 09:00:00'),
+    ('FRANK', 0, 'Frank', 'Missing Data', NULL, NULL, NULL, NULL, NULL, NULL, NULL, '555-0227', NULL, NULL, NULL, NULL, NULL, NULL,
+     NULL, 40, 16, 'Active', NULL),
+    ('GSTILES', 0, 'Gwen', 'Stiles', 'A', 'Ms', '2 Love Lane', NULL, 'Kittery', 'ME', '03904', '207 555 0228', NULL, NULL, NULL,
+     'gwen@marlowhale.example', '2007-02-05 00:00:00', NULL, 'AB123456C', 70, 27, 'Active', '2008-02-01 12:00:00'),
+    ('HNGUYEN', 0, 'Hà', 'Nguyễn', NULL, NULL, '60 Maplewood Avenue', NULL, 'Portsmouth', 'NH', '03801', '603.555.0229', NULL,
+     '603.555.0230', NULL, 'ha@marlowhale.example', '2007-06-18 00:00:00', NULL, '987-65-4333', 75, 29.75, 'Active', NULL),
+    ('IROSS', 0, 'Ian', 'Ross', NULL, '   ', '11 Gates Street', NULL, 'Portsmouth', '   ', '03801', '4', NULL, NULL, NULL, NULL,
+     '2003-05-12 00:00:00', NULL, '98765433', 88, 35, '', '2007-07-09 18:20:00'),
+    ('JOSTROM', 0, 'Jens', 'Öström', NULL, 'Herr', 'Åvägen 4', NULL, 'Göteborg', NULL, '412 50', '+46 31 555 02 31', NULL, NULL,
+     NULL, 'jens@marlowhale.example', '2007-09-03 00:00:00', '2007-12-21 00:00:00', NULL, 100, 45, 'Inactive',
+     '2007-12-22 10:00:00'),
+    ('K.MORI', 0, 'Kenji', 'Mori', NULL, 'Mr', '200 Lafayette Road, Unit #12', 'c/o Sato; rear', 'Portsmouth', 'NH', '03801',
+     '603 555 0232', NULL, NULL, NULL, 'kmori@marlowhale.example', '2006-01-09 00:00:00', NULL, '987654334', 92, 37, 'Active', NULL),
+    ('LADAMS', 0, 'Lou', 'Adams', 'Jr.', 'Mr.', '4 Brackett Lane', NULL, 'Rye', 'NH', '03870', '1-603-555-0233', NULL, NULL, NULL,
+     NULL, '1998-03-02 00:00:00', '2002-06-28 00:00:00', '987654335', NULL, NULL, 'Inactive', NULL),
+    ('MBELL', 0, ' Maud ', 'Bell', NULL, NULL, '31 Union Street', NULL, 'Portsmouth', 'NH', '03801', 'call the office', NULL,
+     NULL, NULL, NULL, '2004-08-23 00:00:00', NULL, '222222222', 65, 25, 'Active', '2004-08-23 14:00:00'),
+    ('NCOTE', 0, 'Noël', 'Côté', NULL, 'M.', '9, chemin du Lac', NULL, 'Magog', 'QC', 'J1X 3W5', '819 555 0234', NULL, NULL, NULL,
+     NULL, '2005-05-30 00:00:00', NULL, '046454286', 82, 33, 'Active', NULL),
+    ('OPIKE', 0, 'Orla', 'Pike', NULL, 'Ms.', NULL, 'Rural Route 2', NULL, 'VT', NULL, NULL, '802-555-0235', NULL, NULL,
+     'orla@marlowhale.example', '2008-01-02 00:00:00', NULL, '987654336', 55, 20, 'Active', '2008-01-02 15:00:00'),
+    ('PQUINN', 0, 'Pat', 'Quinn', NULL, 'Rev.', '14 Austin Street', NULL, 'Portsmouth', 'NH', '03801', '603 555 0236', NULL, NULL,
+     NULL, NULL, NULL, NULL, '9876543371', 70, 1000, 'Active', '2007-10-10 10:10:10'),
+    ('RTHORNE', 0, 'Ruth', 'Thorne & Daughter', NULL, NULL, '23 <Rear> Daniel Street', NULL, 'Portsmouth', 'NH', '03801',
+     '603 555 0237', NULL, NULL, NULL, NULL, '2003-12-01 00:00:00', NULL, '987654338', 77, 30.125, 'Active', NULL),
+    ('SVOSS', 0, 'Sven', 'Voss', NULL, 'Mr.', '80 Hanover Street', NULL, 'Portsmouth', 'NH', '03801', '603 555 0238', NULL, NULL,
+     NULL, 'sven@marlowhale.example', '2007-11-12 00:00:00', NULL, '987654339', 68, 26, 'Leave', '2008-02-04 11:45:00'),
+    ('UWEBB', 0, 'Una', 'Webb', NULL, 'Ms.', '16 Dennett Street', NULL, 'Portsmouth', 'NH', '03801', '603 555 0239', NULL, NULL,
+     NULL, NULL, '2000-02-29 00:00:00', NULL, '987654340', 1, 1, 'Active', '2000-02-29 23:59:59');
+
+
 -- Vendors: companies, a person, and one that is used no more
 
 INSERT INTO Employee (EmployeeID, IsSub, EmpFName, EmpLName, EmpCompany, EmpStreet, EmpCity, EmpState, EmpZip, EmpContactPhone,
@@ -37,6 +90,35 @@ VALUES
      '2007-04-16 00:00:00', NULL, 70, 45, NULL, '2007-10-22 09:05:00'),
     ('OLDLAB', -1, '', '', 'Merrimack Soil Laboratory', NULL, 'Lowell', 'MA', NULL, NULL, NULL, NULL, '2003-02-24 00:00:00', '',
      NULL, 60, 'Inactive', '2005-05-31 12:00:00');
+
+
+-- More of them: a name that is an employee's as well, a long company, one without any name, and addresses of every shape
+
+INSERT INTO Employee (EmployeeID, IsSub, EmpFName, EmpLName, EmpMI, EmpSalt, EmpCompany, EmpStreet, EmpStreet2, EmpCity, EmpState,
+    EmpZip, EmpHPhone, EmpContactPhone, MobileNumber, EmpHFax, EmpEmail, EmpDateHired, EmpSSN, EmpBillRate, EmpCostRate, Status,
+    LastUpdated)
+VALUES
+    ('ALEEDRAFT', -1, 'Ann', 'Lee', NULL, NULL, 'Lee Drafting', '12 Pray Street', NULL, 'Portsmouth', 'NH', '03801', '6035550240',
+     NULL, NULL, NULL, NULL, '2006-05-01 00:00:00', '98-7654330', 75, 50, 'Active', NULL),
+    ('BOATWORKS', -1, 'Missing Data', 'Missing Data', NULL, NULL, 'Piscataqua River Boatworks & Marine Salv.', 'Foot of Ceres Street',
+     'Pier 2', 'Portsmouth', 'NH', '03801', NULL, '(603) 555-0241', '603 555 0242', '603 555 0243', 'hire@boatworks.example',
+     '2004-06-14 00:00:00', '98-7654331', 210, 160, 'Active', '2007-09-18 16:40:00'),
+    ('CLOUTIER', -1, 'Guy', 'Cloutier', 'J', 'M.', 'Arpentage Cloutier', '410, rue King', 'Bureau 3', 'Sherbrooke', 'QC', 'J1H 1R4',
+     '819 555-0244', NULL, NULL, NULL, 'guy@cloutier.example', '2007-01-22 00:00:00', NULL, 110, 80, 'Active', NULL),
+    ('DOCUPRINT', -1, NULL, NULL, NULL, NULL, 'DocuPrint', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
+     NULL, NULL, NULL),
+    ('FLYNN', -1, 'Fergus', 'Flynn', NULL, 'Capt.', 'Fergus Flynn', 'Fergus Flynn', '7 Wentworth Road', 'New Castle', 'NH', '03854',
+     '603 555 0245', NULL, NULL, NULL, NULL, '2005-10-10 00:00:00', '987-65-4350', 90, 65, 'Active', '2008-02-11 08:05:00'),
+    ('GEO-TECH', -1, 'Hollis', 'Brandt', NULL, 'Dr.', 'Geo-Tech "North" Consultants', '1 Innovation Way', '', 'Durham', '', '03824', '',
+     '', '', '', '', '2006-09-05 00:00:00', '', 140, 110, 'Active', NULL),
+    ('OMALLEYS', -1, 'Siobhán', 'O''Malley', NULL, NULL, 'O''Malley''s Tree Service', '5 St. Mary''s Lane', NULL, 'York', 'ME', '03909',
+     '207 555 0246', NULL, NULL, NULL, NULL, '2007-03-26 00:00:00', '98-7654333', NULL, 75, NULL, '2007-12-03 19:25:00'),
+    ('RENTALS', -1, '', 'Missing Data', NULL, NULL, 'Seacoast Equipment Rentals', '900 Route 1 Bypass', NULL, 'Portsmouth', 'NH', '03801',
+     '603-555-0247 x2', NULL, NULL, '603-555-0248', NULL, '2003-07-07 00:00:00', '98-7654334', NULL, 95, 'Inactive', NULL),
+    ('TOWER9', -1, 'Mary Ann', 'Kowalczyk-Abernathy', 'T', 'Mrs.', NULL, 'Tower 9', NULL, 'Boston', 'MA', '02110', NULL, '617 555 0249',
+     NULL, NULL, 'maryann@tower9.example', '2007-10-15 00:00:00', NULL, 125, 90, 'Active', '2007-10-15 12:00:00'),
+    ('ZHANG', -1, '偉', '張', NULL, NULL, '張氏測量', '15 Edinboro Street', NULL, 'Boston', 'MA', '02111', '617 555 0250', NULL, NULL, NULL,
+     NULL, '2007-05-14 00:00:00', NULL, 100, 72, 'Active', NULL);
 
 
 -- Activities: with and without a sub-activity, the general ones of time off, and one that is used no more

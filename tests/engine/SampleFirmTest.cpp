@@ -19,8 +19,14 @@ class SampleFirm : public testing::Test {
 };
 
 TEST_F(SampleFirm, Each_statement_without_filters_selects_rows) {
-  EXPECT_EQ(Select(enEmployees, "EmployeeID"), "MHALE JPARK TOBRIEN RSANTOS KLUND ");
-  EXPECT_EQ(Select(enVendors, "EmployeeID"), "SOUNDINGS DRILLCO YTRAN OLDLAB ");
+  EXPECT_EQ(
+      Select(enEmployees, "EmployeeID"),
+      "MHALE JPARK TOBRIEN RSANTOS KLUND ALEE ALEE2 ALEE3 BWESTERVELT CDUBOIS DKANE EFOSS FRANK GSTILES HNGUYEN IROSS "
+      "JOSTROM K.MORI LADAMS MBELL NCOTE OPIKE PQUINN RTHORNE SVOSS UWEBB ");
+  EXPECT_EQ(
+      Select(enVendors, "EmployeeID"),
+      "SOUNDINGS DRILLCO YTRAN OLDLAB ALEEDRAFT BOATWORKS CLOUTIER DOCUPRINT FLYNN GEO-TECH OMALLEYS RENTALS TOWER9 "
+      "ZHANG ");
   EXPECT_NE(Select(enClients, "ClientID"), "");
   EXPECT_EQ(Select(enProjects, "ProjectID"),
             "HARBOR: MARINA: CULVERT: STAIR: PLANT2: HARBOR:SURVEY HARBOR:PLANS CULVERT:DESIGN ");
