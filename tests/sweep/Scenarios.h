@@ -8,5 +8,7 @@
 namespace twqb::sweep {
 
 [[nodiscard]] std::vector<Scenario> ClientScenarios();
+// Employees and vendors.
+[[nodiscard]] std::vector<Scenario> PeopleScenarios();
 
 }  // namespace twqb::sweep

@@ -18,6 +18,8 @@ struct LinkedTable {
   std::string_view keyColumn;
   // Written by a statement of its own, behind the one that writes the link.
   std::string_view stampColumn;
+  // A field of the twin that carries the counter of a name in use, beside its name; empty: none does.
+  std::string_view countedField = {};
 };
 
 using Fields = std::map<std::string, std::string>;  // by column; NULL is "\N"
