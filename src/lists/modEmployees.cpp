@@ -2,9 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "lists/EmployeeNumbers.h"
 #include "platform/Text.h"
@@ -12,6 +15,7 @@
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "services/TableNames.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
