@@ -24,6 +24,7 @@ struct CompanyConditions {
   Permission automaticLogon = Permission::Granted;               // to have it opened when QuickBooks has none open
   DialogState dialog = DialogState::Closed;                      // a window of QuickBooks waits for the person at it
   HostAnswer hostQuery = HostAnswer::Answered;                   // refused: with status 3260
+  Permission personalData = Permission::Granted;                 // to see and to set the numbers of employees
   InterfaceVersion interfaceVersion = {.major = 5, .minor = 0};  // of the QuickBooks that has the file open
 };
 

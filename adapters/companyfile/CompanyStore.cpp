@@ -3,56 +3,25 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
-#include <vector>
 
 #include "adapters/companyfile/CompanyErrors.h"
+#include "adapters/companyfile/CompanyFormat.h"
+#include "adapters/companyfile/Presets.h"
 #include "platform/Text.h"
 
 namespace twqb::company {
 
 namespace {
 
-// "TWCO", where other programs look for what kind of file this is.
-constexpr std::int64_t kApplicationId = 0x5457434F;
-constexpr std::int64_t kFormatVersion = 1;
-constexpr std::uint32_t kFirstListNumber = 0x80000001;
-
-constexpr std::string_view kSchema = R"(
-CREATE TABLE setting (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID;
-CREATE TABLE counter (name TEXT PRIMARY KEY, next INTEGER NOT NULL) WITHOUT ROWID;
-CREATE TABLE record (
-  list_id TEXT PRIMARY KEY,
-  kind TEXT NOT NULL,
-  parent_id TEXT NOT NULL,
-  scope TEXT NOT NULL,
-  name TEXT NOT NULL,
-  name_key TEXT NOT NULL,
-  full_name TEXT NOT NULL,
-  full_key TEXT NOT NULL,
-  sublevel INTEGER NOT NULL,
-  active INTEGER NOT NULL,
-  created INTEGER NOT NULL,
-  modified INTEGER NOT NULL,
-  edit_sequence INTEGER NOT NULL,
-  balance INTEGER NOT NULL,
-  total_balance INTEGER NOT NULL,
-  body TEXT NOT NULL,
-  UNIQUE (scope, name_key)
-);
-CREATE INDEX record_order ON record (kind, full_key);
-CREATE TABLE subscription (subscriber_id TEXT NOT NULL, kind TEXT NOT NULL, body TEXT NOT NULL,
-                           PRIMARY KEY (subscriber_id, kind)) WITHOUT ROWID;
-)";
-
 constexpr std::string_view kSelect =
     "SELECT r.list_id, r.parent_id, p.full_name, r.name, r.full_name, r.full_key, r.sublevel, r.active, r.created, "
-    "r.modified, r.edit_sequence, r.balance, r.total_balance, r.body "
+    "r.modified, r.edit_sequence, r.balance, r.total_balance, r.type, r.number, r.body, "
+    "r.kind "
     "FROM record AS r LEFT JOIN record AS p ON p.list_id = r.parent_id ";
 
 ListRecord ReadRecord(const SqliteRows& row) {
@@ -71,9 +40,12 @@ ListRecord ReadRecord(const SqliteRows& row) {
   record.editSequence = row.Integer(column++);
   record.balance = Currency::FromTenThousandths(row.Integer(column++));
   record.totalBalance = Currency::FromTenThousandths(row.Integer(column++));
+  record.type = row.Text(column++);
+  record.number = row.Text(column++);
   record.body = row.Text(column++);
   return record;
 }
+constexpr int kKindColumn = 16;
 
 std::optional<ListRecord> FirstRecord(SqliteRows rows) {
   if (!rows.Next()) return std::nullopt;
@@ -101,57 +73,20 @@ std::string AcceptsText(const CompanyOptions& options) {
   return text;
 }
 
-// The statement of a filter, put together from the conditions that are set.
-class FilterStatement {
- public:
-  FilterStatement(const ListKind& kind, const RecordFilter& filter) : sql_(kSelect) {
-    sql_ += "WHERE r.kind = ?";
-    values_.emplace_back(kind.name);
-    if (filter.activeStatus != ActiveStatus::All) {
-      Add(" AND r.active = ?", std::int64_t{filter.activeStatus == ActiveStatus::ActiveOnly});
-    }
-    if (filter.modifiedFrom) Add(" AND r.modified >= ?", *filter.modifiedFrom);
-    if (filter.modifiedTo) Add(" AND r.modified <= ?", *filter.modifiedTo);
-    if (filter.nameFrom) Add(" AND r.name_key >= ?", std::string_view(*filter.nameFrom));
-    if (filter.nameTo) Add(" AND r.name_key <= ?", std::string_view(*filter.nameTo));
-    if (filter.nameMatch) AddNameMatch(*filter.nameMatch);
-    if (filter.totalBalance) {
-      constexpr std::array<std::string_view, 5> kOperators = {"<", "<=", "=", ">", ">="};
-      const auto comparison = static_cast<std::size_t>(filter.totalBalance->comparison);
-      Add(fmt::format(" AND r.total_balance {} ?", kOperators[comparison]),
-          filter.totalBalance->amount.TenThousandths());
-    }
-    sql_ += " ORDER BY r.full_key";
-    if (filter.maxReturned) Add(" LIMIT ?", *filter.maxReturned);
-  }
+void InsertRecord(SqliteDatabase& database, const ListKind& kind, const ListRecord& record) {
+  const auto nameKey = NameKey(record.name);
+  database.Execute(
+      "INSERT INTO record VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+      {std::string_view(record.listId), kind.name, std::string_view(record.parentId), ScopeOf(kind, record.parentId),
+       std::string_view(record.name), std::string_view(nameKey), std::string_view(record.fullName),
+       std::string_view(record.fullKey), std::int64_t{record.sublevel}, std::int64_t{record.active}, record.created,
+       record.modified, record.editSequence, record.balance.TenThousandths(), record.totalBalance.TenThousandths(),
+       std::string_view(record.body), std::string_view(record.type), std::string_view(record.number)});
+}
 
-  [[nodiscard]] SqliteRows Run(SqliteDatabase& database) const { return database.Query(sql_, values_); }
-
- private:
-  void Add(std::string_view condition, SqlValue value) {
-    sql_ += condition;
-    values_.push_back(value);
-  }
-
-  void AddNameMatch(const RecordFilter::NameMatch& match) {
-    const std::string_view text = match.text;
-    const auto length = static_cast<std::int64_t>(CharacterCount(text));
-    switch (match.criterion) {
-      case MatchCriterion::StartsWith:
-        Add(" AND substr(r.name_key, 1, ?)", length);
-        return Add(" = ?", text);
-      case MatchCriterion::Contains:
-        return Add(" AND instr(r.name_key, ?) > 0", text);
-      case MatchCriterion::EndsWith:
-        Add(" AND length(r.name_key) >= ?", length);
-        Add(" AND substr(r.name_key, length(r.name_key) - ? + 1)", length);
-        return Add(" = ?", text);
-    }
-  }
-
-  std::string sql_;
-  std::vector<SqlValue> values_;
-};
+void InsertPresets(SqliteDatabase& database, messages::Country country, std::int64_t made) {
+  for (const auto& [kind, record] : Presets(country, made)) InsertRecord(database, *kind, record);
+}
 
 }  // namespace
 
@@ -169,9 +104,7 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
     SqliteDatabase database(path);
     database.RunScript("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL");
     SqliteTransaction transaction(database, SqliteTransaction::Purpose::Write);
-    database.RunScript(std::string(kSchema));
-    database.RunScript(
-        fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {}", kApplicationId, kFormatVersion));
+    TakeSteps(database, kNoFormat);
     const auto hostVersion = std::to_string(options.hostVersion);
     const auto accepts = AcceptsText(options);
     const auto created = std::to_string(now);
@@ -180,7 +113,7 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
     database.Execute(kInsert, {"host_version", std::string_view(hostVersion)});
     database.Execute(kInsert, {"accepts", std::string_view(accepts)});
     database.Execute(kInsert, {"created", std::string_view(created)});
-    database.Execute("INSERT INTO counter VALUES ('list', ?)", {std::int64_t{kFirstListNumber}});
+    InsertPresets(database, options.country, now);
     transaction.Commit();
   } catch (...) {
     std::remove(path.c_str());
@@ -189,16 +122,10 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
 }
 
 CompanyStore::CompanyStore(const std::string& path) try : database_(RequireFile(path)) {
-  const auto pragma = [this](std::string_view statement) {
-    auto rows = database_.Query(statement);
-    return rows.Next() ? rows.Integer(0) : 0;
-  };
-  if (pragma("PRAGMA application_id") != kApplicationId) Raise(kCannotOpenFile, "It is not a company data file.");
-  if (const auto version = pragma("PRAGMA user_version"); version != kFormatVersion) {
-    Raise(kCannotOpenFile, fmt::format("It has format {}; this program knows format {}.", version, kFormatVersion));
-  }
+  static_cast<void>(ReadFormat(database_));
   database_.RunScript("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL");
   ReadOptions();
+  Upgrade();
 } catch (const PlatformError& failure) {
   if (failure.number() == kCannotOpenFile) {
     throw PlatformError(failure.number(), fmt::format("{} File: \"{}\".", failure.description(), path));
@@ -206,19 +133,40 @@ CompanyStore::CompanyStore(const std::string& path) try : database_(RequireFile(
   Raise(kCannotOpenFile, fmt::format("The storage: {}. File: \"{}\".", DetailOf(failure), path));
 }
 
-std::string CompanyStore::Setting(std::string_view key) {
+void CompanyStore::Upgrade() {
+  if (ReadFormat(database_) == kFormatVersion) return;
+  SqliteTransaction transaction(database_, SqliteTransaction::Purpose::Write);
+  // Another process may have been faster.
+  const auto format = ReadFormat(database_);
+  if (format == kFormatVersion) return;
+  TakeSteps(database_, format);
+  InsertPresets(database_, options_.country, created_);
+  transaction.Commit();
+}
+
+std::optional<std::string> CompanyStore::ReadSetting(std::string_view key) {
   auto rows = database_.Query("SELECT value FROM setting WHERE key = ?", {key});
-  if (!rows.Next()) Raise(kCannotOpenFile, fmt::format("It has no {}.", key));
+  if (!rows.Next()) return std::nullopt;
   return rows.Text(0);
 }
 
+void CompanyStore::WriteSetting(std::string_view key, std::string_view value) {
+  database_.Execute("INSERT OR REPLACE INTO setting VALUES (?, ?)", {key, value});
+}
+
+std::string CompanyStore::RequireSetting(std::string_view key) {
+  auto value = ReadSetting(key);
+  if (!value) Raise(kCannotOpenFile, fmt::format("It has no {}.", key));
+  return *value;
+}
+
 void CompanyStore::ReadOptions() {
-  options_.country = messages::CountryFromName(Setting("country")).value_or(messages::Country::US);
-  const auto version = Setting("host_version");
+  options_.country = messages::CountryFromName(RequireSetting("country")).value_or(messages::Country::US);
+  const auto version = RequireSetting("host_version");
   std::from_chars(version.data(), version.data() + version.size(), options_.hostVersion);
-  const auto created = Setting("created");
+  const auto created = RequireSetting("created");
   std::from_chars(created.data(), created.data() + created.size(), created_);
-  for (const auto& name : Split(Setting("accepts"), ',')) {
+  for (const auto& name : Split(RequireSetting("accepts"), ',')) {
     if (const auto country = messages::CountryFromName(name)) options_.accepts.push_back(*country);
   }
 }
@@ -226,8 +174,7 @@ void CompanyStore::ReadOptions() {
 CompanyConditions CompanyStore::ReadConditions() {
   CompanyConditions conditions;
   for (const auto& condition : Conditions()) {
-    auto rows = database_.Query("SELECT value FROM setting WHERE key = ?", {condition.name});
-    if (rows.Next()) condition.set(conditions, rows.Text(0));
+    if (const auto value = ReadSetting(condition.name)) condition.set(conditions, *value);
   }
   return conditions;
 }
@@ -239,13 +186,13 @@ void CompanyStore::WriteConditions(const CompanyConditions& conditions) {
     if (text == condition.text({})) {
       database_.Execute("DELETE FROM setting WHERE key = ?", {condition.name});
     } else {
-      database_.Execute("INSERT OR REPLACE INTO setting VALUES (?, ?)", {condition.name, std::string_view(text)});
+      WriteSetting(condition.name, text);
     }
   }
 }
 
-std::string CompanyStore::NewListId(std::int64_t now) {
-  auto rows = database_.Query("UPDATE counter SET next = next + 1 WHERE name = 'list' RETURNING next - 1");
+std::string CompanyStore::NewId(std::string_view counter, std::int64_t now) {
+  auto rows = database_.Query("UPDATE counter SET next = next + 1 WHERE name = ? RETURNING next - 1", {counter});
   if (!rows.Next()) Raise(kUnexpected, "It has no counter.");
   auto id = fmt::format("{:X}-{}", rows.Integer(0), now);
   while (rows.Next()) {
@@ -258,16 +205,43 @@ std::optional<ListRecord> CompanyStore::FindById(const ListKind& kind, std::stri
   return FirstRecord(database_.Query(sql, {listId, kind.name}));
 }
 
+std::optional<FoundRecord> CompanyStore::FindById(std::string_view listId) {
+  static const std::string sql = std::string(kSelect) + "WHERE r.list_id = ?";
+  auto rows = database_.Query(sql, {listId});
+  if (!rows.Next()) return std::nullopt;
+  const auto* kind = FindListKind(rows.Text(kKindColumn));
+  if (kind == nullptr) return std::nullopt;
+  return FoundRecord{.kind = kind, .record = ReadRecord(rows)};
+}
+
+std::optional<ListRecord> CompanyStore::FindFirstOfType(const ListKind& kind, std::string_view type) {
+  static const std::string sql =
+      std::string(kSelect) + "WHERE r.kind = ? AND r.type = ? AND r.type <> '' ORDER BY r.full_key LIMIT 1";
+  return FirstRecord(database_.Query(sql, {kind.name, type}));
+}
+
+std::string CompanyStore::FullNameOf(std::string_view listId) {
+  auto rows = database_.Query("SELECT full_name FROM record WHERE list_id = ?", {listId});
+  return rows.Next() ? rows.Text(0) : std::string{};
+}
+
 std::optional<ListRecord> CompanyStore::FindByFullKey(const ListKind& kind, std::string_view fullKey) {
   static const std::string sql = std::string(kSelect) + "WHERE r.kind = ? AND r.full_key = ?";
   return FirstRecord(database_.Query(sql, {kind.name, fullKey}));
 }
 
-bool CompanyStore::IsNameInUse(const ListKind& kind, std::string_view parentId, std::string_view nameKey,
-                               std::string_view exceptId) {
+std::optional<std::string> CompanyStore::KindUsingName(const ListKind& kind, std::string_view parentId,
+                                                       std::string_view nameKey, std::string_view exceptId) {
+  auto rows = database_.Query("SELECT kind FROM record WHERE scope = ? AND name_key = ? AND list_id <> ?",
+                              {ScopeOf(kind, parentId), nameKey, exceptId});
+  if (!rows.Next()) return std::nullopt;
+  return rows.Text(0);
+}
+
+bool CompanyStore::IsNumberInUse(const ListKind& kind, std::string_view number, std::string_view exceptId) {
   return database_
-      .Query("SELECT 1 FROM record WHERE scope = ? AND name_key = ? AND list_id <> ?",
-             {ScopeOf(kind, parentId), nameKey, exceptId})
+      .Query("SELECT 1 FROM record WHERE kind = ? AND number = ? AND number <> '' AND list_id <> ?",
+             {kind.name, number, exceptId})
       .Next();
 }
 
@@ -281,7 +255,7 @@ int CompanyStore::DeepestSublevel(const ListKind& kind, const ListRecord& record
 
 void CompanyStore::ForEach(const ListKind& kind, const RecordFilter& filter,
                            const std::function<void(const ListRecord&)>& visit) {
-  const FilterStatement statement(kind, filter);
+  const FilterStatement statement(kSelect, kind, filter);
   auto rows = statement.Run(database_);
   while (rows.Next()) visit(ReadRecord(rows));
 }
@@ -292,14 +266,7 @@ std::int64_t CompanyStore::Count(const ListKind& kind) {
 }
 
 void CompanyStore::Insert(const ListKind& kind, const ListRecord& record) {
-  const auto nameKey = NameKey(record.name);
-  database_.Execute(
-      "INSERT INTO record VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-      {std::string_view(record.listId), kind.name, std::string_view(record.parentId), ScopeOf(kind, record.parentId),
-       std::string_view(record.name), std::string_view(nameKey), std::string_view(record.fullName),
-       std::string_view(record.fullKey), std::int64_t{record.sublevel}, std::int64_t{record.active}, record.created,
-       record.modified, record.editSequence, record.balance.TenThousandths(), record.totalBalance.TenThousandths(),
-       std::string_view(record.body)});
+  InsertRecord(database_, kind, record);
   AddToTotals(record.parentId, record.totalBalance);
 }
 
@@ -311,11 +278,12 @@ void CompanyStore::Update(const ListKind& kind, const ListRecord& before, const 
   const auto nameKey = NameKey(after.name);
   database_.Execute(
       "UPDATE record SET parent_id = ?, scope = ?, name = ?, name_key = ?, full_name = ?, full_key = ?, sublevel = ?, "
-      "active = ?, modified = ?, edit_sequence = ?, body = ? WHERE list_id = ?",
+      "active = ?, modified = ?, edit_sequence = ?, body = ?, type = ?, number = ? WHERE list_id = ?",
       {std::string_view(after.parentId), ScopeOf(kind, after.parentId), std::string_view(after.name),
        std::string_view(nameKey), std::string_view(after.fullName), std::string_view(after.fullKey),
        std::int64_t{after.sublevel}, std::int64_t{after.active}, after.modified, after.editSequence,
-       std::string_view(after.body), std::string_view(after.listId)});
+       std::string_view(after.body), std::string_view(after.type), std::string_view(after.number),
+       std::string_view(after.listId)});
   if (before.fullName == after.fullName) return;
 
   const auto below = KeysBelow(before.fullKey);
@@ -338,6 +306,42 @@ void CompanyStore::AddToTotals(std::string parentId, Currency amount) {
     while (rows.Next()) {
     }
   }
+}
+
+void CompanyStore::AddToBalance(std::string_view listId, Currency amount) {
+  if (amount == Currency{}) return;
+  database_.Execute("UPDATE record SET balance = balance + ? WHERE list_id = ?", {amount.TenThousandths(), listId});
+  AddToTotals(std::string(listId), amount);
+}
+
+void CompanyStore::Remove(const ListKind& kind, const ListRecord& record, std::int64_t now) {
+  AddToTotals(record.parentId, Currency{} - record.totalBalance);
+  SetUses(record.listId, {});
+  database_.Execute("DELETE FROM record WHERE list_id = ?", {std::string_view(record.listId)});
+  NoteDeletion(record.listId, kind.name, record.fullName, now);
+}
+
+bool CompanyStore::WasDeleted(std::string_view id) {
+  return database_.Query("SELECT 1 FROM deleted WHERE id = ?", {id}).Next();
+}
+
+void CompanyStore::NoteDeletion(std::string_view id, std::string_view kind, std::string_view name, std::int64_t now) {
+  database_.Execute("INSERT OR REPLACE INTO deleted VALUES (?, ?, ?, ?)", {id, kind, name, now});
+}
+
+void CompanyStore::SetUses(std::string_view ownerId, std::span<const std::string> targetIds) {
+  database_.Execute("DELETE FROM uses WHERE owner_id = ?", {ownerId});
+  for (const auto& target : targetIds) {
+    database_.Execute("INSERT OR IGNORE INTO uses VALUES (?, ?)", {ownerId, std::string_view(target)});
+  }
+}
+
+bool CompanyStore::IsUsed(std::string_view targetId) {
+  return database_.Query("SELECT 1 FROM uses WHERE target_id = ? LIMIT 1", {targetId}).Next();
+}
+
+bool CompanyStore::HasChildren(std::string_view listId) {
+  return database_.Query("SELECT 1 FROM record WHERE scope = ? LIMIT 1", {listId}).Next();
 }
 
 bool CompanyStore::HasSubscription(std::string_view subscriberId) {

@@ -1,12 +1,14 @@
-// The storage of a company file: one SQLite file with its options, its counter, its list records and its subscriptions.
+// The storage of a company file: one SQLite file with its options, its counters, its list records and its
+// subscriptions.
 //
 // It keeps what it is told: the rules of names, references and statuses stand with the requests. Every change belongs
-// to a transaction that the caller opens. Failures raise `kUnexpected`.
+// to a transaction that the caller opens. Failures raise `kUnexpected`. No call takes longer because a list is long.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,68 +16,49 @@
 #include "adapters/companyfile/CompanyOptions.h"
 #include "adapters/companyfile/ListKind.h"
 #include "adapters/companyfile/ListRecord.h"
+#include "adapters/companyfile/RecordFilter.h"
 #include "adapters/companyfile/Sqlite.h"
 
 namespace twqb::company {
 
-// The numbers of these are those of the enumerations in the message table.
-enum class ActiveStatus : std::uint8_t { ActiveOnly = 0, InactiveOnly = 1, All = 2 };
-enum class MatchCriterion : std::uint8_t { StartsWith = 0, Contains = 1, EndsWith = 2 };
-enum class Comparison : std::uint8_t {
-  LessThan = 0,
-  LessThanEqual = 1,
-  Equal = 2,
-  GreaterThan = 3,
-  GreaterThanEqual = 4
-};
-
-// Which records of a kind are meant; a condition that is not set holds for all.
-struct RecordFilter {
-  struct NameMatch {
-    MatchCriterion criterion = MatchCriterion::StartsWith;
-    std::string text;  // folded
-  };
-  struct BalanceMatch {
-    Comparison comparison = Comparison::Equal;
-    Currency amount;
-  };
-  ActiveStatus activeStatus = ActiveStatus::ActiveOnly;
-  std::optional<std::int64_t> modifiedFrom;  // Unix seconds, inclusive, as the next
-  std::optional<std::int64_t> modifiedTo;
-  std::optional<NameMatch> nameMatch;
-  std::optional<std::string> nameFrom;  // name keys, inclusive, as the next
-  std::optional<std::string> nameTo;
-  std::optional<BalanceMatch> totalBalance;
-  std::optional<std::int64_t> maxReturned;
-};
-
 class CompanyStore {
  public:
-  // Makes the file, with nothing in it. Raises, and leaves no file behind, when it is there already or can't be made.
-  // `now` is kept as the time of making, in Unix seconds.
+  // Makes the file, with the presets of its country in it. Raises, and leaves no file behind, when it is there already
+  // or can't be made. `now` is kept as the time of making, in Unix seconds.
   static void Create(const std::string& path, const CompanyOptions& options, std::int64_t now);
-  // Opens a file that Create made. Raises `kCannotOpenFile` for anything else.
+  // Opens a file that Create made; one of an earlier format is brought to today's. Raises `kCannotOpenFile` for
+  // anything else.
   explicit CompanyStore(const std::string& path);
 
   [[nodiscard]] const CompanyOptions& Options() const { return options_; }
   [[nodiscard]] std::int64_t Created() const { return created_; }
+  // For the tables of other storage in the same file.
+  [[nodiscard]] SqliteDatabase& Database() { return database_; }
   [[nodiscard]] SqliteTransaction Begin(SqliteTransaction::Purpose purpose) { return {database_, purpose}; }
 
   // As they stand in the file now. One that is not stored, or whose value is unknown, is as in a new file.
   [[nodiscard]] CompanyConditions ReadConditions();
   void WriteConditions(const CompanyConditions& conditions);
 
-  // An identifier that was never given out before.
-  [[nodiscard]] std::string NewListId(std::int64_t now);
+  // Identifiers that were never given out before: of a list record; of a transaction or a line of one.
+  [[nodiscard]] std::string NewListId(std::int64_t now) { return NewId("list", now); }
+  [[nodiscard]] std::string NewTxnId(std::int64_t now) { return NewId("txn", now); }
 
   [[nodiscard]] std::optional<ListRecord> FindById(const ListKind& kind, std::string_view listId);
+  [[nodiscard]] std::optional<FoundRecord> FindById(std::string_view listId);  // of any kind
   [[nodiscard]] std::optional<ListRecord> FindByFullKey(const ListKind& kind, std::string_view fullKey);
-  // Whether a record beside `exceptId` has that name among the children of `parentId` (empty: in the name space).
-  [[nodiscard]] bool IsNameInUse(const ListKind& kind, std::string_view parentId, std::string_view nameKey,
-                                 std::string_view exceptId);
+  // The first record of that type in the order of full names, inactive ones too.
+  [[nodiscard]] std::optional<ListRecord> FindFirstOfType(const ListKind& kind, std::string_view type);
+  // Empty when there is no such record.
+  [[nodiscard]] std::string FullNameOf(std::string_view listId);
+  // The name of the kind of the record beside `exceptId` that has that name among the children of `parentId` (empty: in
+  // the name space); nothing when the name is free.
+  [[nodiscard]] std::optional<std::string> KindUsingName(const ListKind& kind, std::string_view parentId,
+                                                         std::string_view nameKey, std::string_view exceptId);
+  [[nodiscard]] bool IsNumberInUse(const ListKind& kind, std::string_view number, std::string_view exceptId);
   // The greatest sublevel among the record and everything below it.
   [[nodiscard]] int DeepestSublevel(const ListKind& kind, const ListRecord& record);
-  // Calls `visit` with each record that `filter` means, in the order of full names.
+  // Calls `visit` with each record that `filter` means, in the order of the list.
   void ForEach(const ListKind& kind, const RecordFilter& filter, const std::function<void(const ListRecord&)>& visit);
   [[nodiscard]] std::int64_t Count(const ListKind& kind);
 
@@ -85,12 +68,35 @@ class CompanyStore {
   // balance counts for the parents that it has now.
   void Update(const ListKind& kind, const ListRecord& before, const ListRecord& after);
 
+  // Takes the record out, with its balance and its uses of others. What it was is remembered under its identifier.
+  void Remove(const ListKind& kind, const ListRecord& record, std::int64_t now);
+  // Whether a list record or a transaction of that identifier was there once.
+  [[nodiscard]] bool WasDeleted(std::string_view id);
+  // Remembers what was deleted; Remove does it for list records.
+  void NoteDeletion(std::string_view id, std::string_view kind, std::string_view name, std::int64_t now);
+
+  // Adds to the balance of a record and to the totals of everything above it. No edit sequence changes by it.
+  void AddToBalance(std::string_view listId, Currency amount);
+
+  // What refers to what: the owner is a list record or a transaction, a target a record that it names. The targets
+  // replace those that were set before; none takes the owner out.
+  void SetUses(std::string_view ownerId, std::span<const std::string> targetIds);
+  // Whether any owner has the record as a target.
+  [[nodiscard]] bool IsUsed(std::string_view targetId);
+  [[nodiscard]] bool HasChildren(std::string_view listId);
+
+  // A text that belongs to the file as a whole; nothing when it was never written.
+  [[nodiscard]] std::optional<std::string> ReadSetting(std::string_view key);
+  void WriteSetting(std::string_view key, std::string_view value);
+
   // `subscriberId` in any case.
   [[nodiscard]] bool HasSubscription(std::string_view subscriberId);
 
  private:
+  void Upgrade();
   void ReadOptions();
-  [[nodiscard]] std::string Setting(std::string_view key);
+  [[nodiscard]] std::string RequireSetting(std::string_view key);
+  [[nodiscard]] std::string NewId(std::string_view counter, std::int64_t now);
   void AddToTotals(std::string parentId, Currency amount);
 
   SqliteDatabase database_;

@@ -1,5 +1,8 @@
 #include "adapters/companyfile/ListKind.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "platform/Text.h"
 
 namespace twqb::company {
@@ -12,15 +15,65 @@ constexpr char kKeySeparator = '\x01';
 // Customers, vendors, employees and other names.
 constexpr std::string_view kPeopleNames = "names";
 
+constexpr std::string_view kItemNames = "items";
+
 constexpr FieldDefault kCustomerDefaults[] = {{.field = "JobStatus", .value = "None"}};
+constexpr FieldDefault kInventoryDefaults[] = {{.field = "QuantityOnHand", .value = "0"},
+                                               {.field = "AverageCost", .value = "0.00"},
+                                               {.field = "QuantityOnOrder", .value = "0"},
+                                               {.field = "QuantityOnSalesOrder", .value = "0"}};
+constexpr FieldDefault kEmployeeDefaults[] = {{.field = "EmployeeType", .value = "Regular"}};
+constexpr FieldDefault kGroupDefaults[] = {{.field = "IsPrintItemsInGroup", .value = "false"}};
+constexpr FieldDefault kSalesTaxDefaults[] = {{.field = "TaxRate", .value = "0.0"}};
+constexpr std::string_view kEmployeeName[] = {"FirstName", "MiddleName", "LastName"};
+constexpr std::string_view kEmployeeNumbers[] = {"SSN", "SIN", "NiNumber"};
+
+constexpr int kDeepest = 5;
 
 constexpr ListKind kListKinds[] = {
-    {.name = "Customer", .nameSpace = kPeopleNames, .maxLevels = 5, .defaults = kCustomerDefaults},
+    {.name = "Customer",
+     .nameSpace = kPeopleNames,
+     .maxLevels = kDeepest,
+     .order = ListOrder::FullName,
+     .defaults = kCustomerDefaults},
+    {.name = "Vendor", .nameSpace = kPeopleNames},
+    {.name = "Employee",
+     .nameSpace = kPeopleNames,
+     .defaults = kEmployeeDefaults,
+     .nameParts = kEmployeeName,
+     .personalFields = kEmployeeNumbers},
+    {.name = "Account",
+     .nameSpace = "accounts",
+     .maxLevels = kDeepest,
+     .order = ListOrder::FullName,
+     .typeField = "AccountType",
+     .numberField = "AccountNumber"},
+    {.name = "ItemService", .nameSpace = kItemNames, .maxLevels = kDeepest},
+    {.name = "ItemOtherCharge", .nameSpace = kItemNames, .maxLevels = kDeepest},
+    {.name = "ItemNonInventory", .nameSpace = kItemNames, .maxLevels = kDeepest},
+    {.name = "ItemInventory", .nameSpace = kItemNames, .maxLevels = kDeepest, .defaults = kInventoryDefaults},
+    {.name = "ItemSalesTax",
+     .nameSpace = kItemNames,
+     .defaults = kSalesTaxDefaults,
+     .editions = messages::kUnitedStates},
+    {.name = "ItemPayment", .nameSpace = kItemNames, .nameClash = NameClash::SavingError},
+    {.name = "ItemGroup", .nameSpace = kItemNames, .defaults = kGroupDefaults},
+    {.name = "Class", .nameSpace = "classes", .maxLevels = kDeepest},
+    {.name = "JobType", .nameSpace = "job types", .maxLevels = kDeepest},
+    {.name = "PaymentMethod", .nameSpace = "payment methods"},
+    {.name = "PayrollItemWage", .nameSpace = "payroll items"},
+    {.name = "SalesTaxCode", .nameSpace = "tax codes", .editions = messages::kUnitedStates},
+    {.name = "TaxCode", .nameSpace = "tax codes", .editions = messages::kCanada | messages::kBritain},
 };
 
 }  // namespace
 
 std::span<const ListKind> ListKinds() { return kListKinds; }
+
+const ListKind* FindListKind(std::string_view name) {
+  const auto* const found = std::ranges::find(kListKinds, name, &ListKind::name);
+  return found == std::end(kListKinds) ? nullptr : found;
+}
 
 std::string NameKey(std::string_view name) {
   const auto last = name.find_last_not_of(' ');

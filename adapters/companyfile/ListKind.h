@@ -4,9 +4,12 @@
 // No field stands here that the message table can tell.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "messages/Schema.h"
 
 namespace twqb::company {
 
@@ -16,16 +19,31 @@ struct FieldDefault {
   std::string_view value;
 };
 
+// How the records of a list are answered. By full name, a parent stands right before its children.
+enum class ListOrder : std::uint8_t { FullName, Name };
+// What a second record of the kind under one name is told: that the name is in use, or that it can't be saved.
+enum class NameClash : std::uint8_t { InUse, SavingError };
+
 struct ListKind {
   std::string_view name;  // "Customer"
   // Records without a parent can't share a name with those of any kind in the same name space. Under a parent, names
   // are unique among the parent's children.
   std::string_view nameSpace;
   int maxLevels = 1;  // greatest depth of records within each other; 1: no record has a parent
+  ListOrder order = ListOrder::Name;
   std::span<const FieldDefault> defaults = {};
+  std::string_view typeField = {};    // "AccountType": never another one than the parent's; queries choose by it
+  std::string_view numberField = {};  // "AccountNumber": no two records have the same
+  // The fields whose texts, joined by blanks, are the name where the form of a request has no Name.
+  std::span<const std::string_view> nameParts = {};
+  std::span<const std::string_view> personalFields = {};  // withheld where personal data are
+  NameClash nameClash = NameClash::InUse;
+  messages::Countries editions = messages::kEverywhere;  // whose company files keep the list
 };
 
 [[nodiscard]] std::span<const ListKind> ListKinds();
+// By its exact name; nullptr when the file keeps no such list.
+[[nodiscard]] const ListKind* FindListKind(std::string_view name);
 
 // How names compare: without case, without trailing blanks.
 [[nodiscard]] std::string NameKey(std::string_view name);

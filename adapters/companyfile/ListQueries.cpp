@@ -2,10 +2,12 @@
 #include <charconv>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/RecordText.h"
+#include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
 #include "messages/ValueFormat.h"
 #include "platform/Text.h"
@@ -60,7 +62,8 @@ std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query) {
   return std::max<std::int64_t>(count, 0);
 }
 
-RecordFilter ReadFilter(pugi::xml_node query, std::span<const Element> rows, const ClockReading& clock) {
+RecordFilter ReadFilter(const ListKind& kind, pugi::xml_node query, std::span<const Element> rows,
+                        const ClockReading& clock) {
   RecordFilter filter;
   filter.maxReturned = ReadMaxReturned(query);
   filter.activeStatus = ReadEnumeration<ActiveStatus>(query, rows, "ActiveStatus").value_or(ActiveStatus::ActiveOnly);
@@ -84,10 +87,13 @@ RecordFilter ReadFilter(pugi::xml_node query, std::span<const Element> rows, con
     filter.totalBalance = {.comparison = *comparison,
                            .amount = messages::ParseAmount(ChildText(balance, "Amount")).value_or(Currency{})};
   }
+  for (const auto node : query.children()) {
+    if (!kind.typeField.empty() && kind.typeField == node.name()) filter.types.emplace_back(node.text().get());
+  }
   return filter;
 }
 
-// The records that are named one by one, each once, in the order of full names.
+// The records that are named one by one, each once, in the order of the list.
 struct Named {
   std::vector<ListRecord> records;
   std::optional<std::string> missing;  // the first that is not there
@@ -106,8 +112,10 @@ void CollectNamed(pugi::xml_node query, std::string_view element, Named& named, 
   }
 }
 
-void AnswerNamed(Named named, RecordWriter& writer, Response& response) {
-  std::ranges::sort(named.records, {}, &ListRecord::fullKey);
+void AnswerNamed(Named named, ListOrder order, RecordWriter& writer, Response& response) {
+  std::ranges::sort(named.records, {}, [order](const ListRecord& record) {
+    return std::pair(order == ListOrder::FullName ? std::string{} : NameKey(record.name), record.fullKey);
+  });
   const auto same = [](const ListRecord& a, const ListRecord& b) { return a.listId == b.listId; };
   named.records.erase(std::unique(named.records.begin(), named.records.end(), same), named.records.end());
   response.Begin(named.missing ? status::QueryIncomplete(*named.missing) : Status{});
@@ -118,18 +126,24 @@ void AnswerNamed(Named named, RecordWriter& writer, Response& response) {
 }  // namespace
 
 void QueryRecords(const ListContext& context, const Request& request, Response& response) {
+  try {
+    RequireEdition(context);
+  } catch (const Refused& refused) {
+    return response.Answer(refused.status);
+  }
   auto& store = context.store;
   const auto& kind = context.kind;
   const auto query = request.node;
-  RecordWriter writer(kind, request.message->response.front(), context.form, context.clock);
+  RecordWriter writer(store, kind, request.message->response.front(), context.form, context.clock);
+  for (const auto field : WithheldFields(context)) writer.LeaveOut(field);
 
   Named named;
   CollectNamed(query, "ListID", named, [&](std::string_view id) { return store.FindById(kind, id); });
   CollectNamed(query, "FullName", named,
                [&](std::string_view name) { return store.FindByFullKey(kind, FullNameKey(name)); });
-  if (!named.records.empty() || named.missing) return AnswerNamed(std::move(named), writer, response);
+  if (!named.records.empty() || named.missing) return AnswerNamed(std::move(named), kind.order, writer, response);
 
-  store.ForEach(kind, ReadFilter(query, request.message->request, context.clock), [&](const ListRecord& record) {
+  store.ForEach(kind, ReadFilter(kind, query, request.message->request, context.clock), [&](const ListRecord& record) {
     if (!response.HasBegun()) response.Begin({});
     writer.Append(response.Content(), record);
   });

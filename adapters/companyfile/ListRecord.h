@@ -22,7 +22,17 @@ struct ListRecord {
   std::int64_t editSequence = 0;
   Currency balance;       // without its children
   Currency totalBalance;  // with them
+  std::string type;       // of kinds that have types; see ListKind
+  std::string number;     // of kinds whose records are numbered
   std::string body;       // all other fields: elements as in the answer, in the order of the union of all forms
+};
+
+struct ListKind;
+
+// A record whose kind was not known before it was found.
+struct FoundRecord {
+  const ListKind* kind;
+  ListRecord record;
 };
 
 }  // namespace twqb::company

@@ -1,8 +1,11 @@
-// Add, Mod and Query of list records, the same for every kind: what differs is in the kind's description and in the
-// rows of its messages.
+// Add, Mod, Query and deletion of list records, the same for every kind: what differs is in the kind's description and
+// in the rows of its messages.
 //
 // A request that is refused has changed nothing: every check comes before the first change.
 #pragma once
+
+#include <span>
+#include <string_view>
 
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/CompanyStore.h"
@@ -24,5 +27,12 @@ struct ListContext {
 void AddRecord(const ListContext& context, const Request& request, Response& response);
 void ModifyRecord(const ListContext& context, const Request& request, Response& response);
 void QueryRecords(const ListContext& context, const Request& request, Response& response);
+// ListDel, whose list stands in the request.
+void DeleteRecord(CompanyStore& store, const ClockReading& clock, const Request& request, Response& response);
+
+// Throws Refused when the file is of an edition that does not keep the list.
+void RequireEdition(const ListContext& context);
+// Where personal data are withheld, the fields of the kind that hold them; otherwise none.
+[[nodiscard]] std::span<const std::string_view> WithheldFields(const ListContext& context);
 
 }  // namespace twqb::company

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
 #include "adapters/companyfile/XmlText.h"
 #include "messages/ValueFormat.h"
@@ -39,14 +40,31 @@ constexpr std::array kColumnFields = {
                                    const ClockReading&) { return messages::AmountText(r.totalBalance.ToDouble()); }},
 };
 constexpr std::string_view kParent = "ParentRef";
+constexpr std::string_view kChange = "Mod";  // behind the name of an aggregate that is merged
 
 const ColumnField* FindColumn(std::string_view name) {
   const auto* found = std::ranges::find(kColumnFields, name, &ColumnField::name);
   return found == kColumnFields.end() ? nullptr : found;
 }
 
+// A price has at least two decimals.
+std::string PriceText(std::string_view text) {
+  constexpr std::size_t kCents = 2;
+  const bool negative = text.starts_with('-');
+  text.remove_prefix(negative || text.starts_with('+') ? 1 : 0);
+  const auto point = text.find('.');
+  auto whole = text.substr(0, point);
+  auto fraction = point == std::string_view::npos ? std::string_view{} : text.substr(point + 1);
+  while (whole.size() > 1 && whole.front() == '0') whole.remove_prefix(1);
+  while (fraction.size() > kCents && fraction.back() == '0') fraction.remove_suffix(1);
+  std::string price(negative ? "-" : "");
+  price.append(whole.empty() ? "0" : whole).append(".").append(fraction);
+  return price.append(kCents - std::min(kCents, fraction.size()), '0');
+}
+
 // A value as QuickBooks writes it: it reads "1" and "+5.00" and answers "true" and "5.00".
-std::string AnswerText(const Element& row, std::string_view text) {
+std::string ValueText(const Element& row, std::string_view text) {
+  if (text.empty()) return {};
   switch (row.type) {
     case Type::Bool:
       if (const auto value = messages::ParseBool(text)) return messages::BoolText(*value);
@@ -54,6 +72,8 @@ std::string AnswerText(const Element& row, std::string_view text) {
     case Type::Amt:
       if (const auto value = messages::ParseAmount(text)) return messages::AmountText(value->ToDouble());
       break;
+    case Type::Price:
+      return PriceText(text);
     case Type::Int: {
       std::int64_t value = 0;
       const auto digits = text.substr(text.starts_with('+') ? 1 : 0);
@@ -69,73 +89,166 @@ std::string AnswerText(const Element& row, std::string_view text) {
   return std::string(text);
 }
 
-// Writes `node` as `row` says, without what `form` does not know (null: it knows all). Nothing is written for what has
-// no content.
-void AppendElement(std::string& out, pugi::xml_node node, const Element& row, const messages::Form* form) {
-  if (row.type != Type::Aggregate) {
-    AppendLeaf(out, row.name, AnswerText(row, node.text().get()));
-    return;
-  }
+// An aggregate without content is not written.
+template <typename Content>
+void AppendAggregate(std::string& out, std::string_view name, const Content& append) {
   const auto start = out.size();
-  AppendOpenTag(out, row.name);
+  AppendOpenTag(out, name);
   const auto content = out.size();
-  ForEachElementRow(row.Children(), [&](const Element& child) {
-    if (form != nullptr && !child.KnownIn(*form)) return;
-    for (const auto element : node.children()) {
-      if (child.name == element.name()) AppendElement(out, element, child, form);
-    }
-  });
+  append();
   if (out.size() == content) {
     out.resize(start);
   } else {
-    AppendCloseTag(out, row.name);
+    AppendCloseTag(out, name);
   }
 }
 
-void AppendNamed(std::string& out, pugi::xml_node parent, const Element& row, const messages::Form* form) {
-  for (const auto element : parent.children()) {
-    if (row.name == element.name()) AppendElement(out, element, row, form);
-  }
+// Calls `visit` with each element of `parent` that has a row, and that row, in the order of the rows.
+template <typename Visit>
+void ForEachElement(pugi::xml_node parent, std::span<const Element> rows, const Visit& visit) {
+  ForEachElementRow(rows, [&](const Element& row) {
+    for (const auto element : parent.children()) {
+      if (row.name == element.name()) visit(element, row);
+    }
+  });
 }
 
 void AppendParent(std::string& out, const ListRecord& record) {
-  if (record.parentId.empty()) return;
-  AppendOpenTag(out, kParent);
-  AppendLeaf(out, "ListID", record.parentId);
-  AppendLeaf(out, "FullName", record.parentFullName);
-  AppendCloseTag(out, kParent);
+  if (!record.parentId.empty()) AppendReference(out, kParent, record.parentId, record.parentFullName);
 }
+
+// Puts a body together from what is given and what was there before.
+class BodyMerge {
+ public:
+  BodyMerge(std::string& body, CompanyStore& store, std::string_view referrer)
+      : body_(body), store_(store), referrer_(referrer) {}
+
+  void Merge(pugi::xml_node given, pugi::xml_node earlier, std::span<const Element> rows) {
+    ForEachElementRow(rows, [&](const Element& row) {
+      if (row.name == kParent || FindColumn(row.name) != nullptr) return;
+      if (ChildElement(given, row.name)) {
+        for (const auto element : given.children()) {
+          if (row.name == element.name()) StoreElement(body_, element, row, store_, referrer_);
+        }
+      } else if (row.type != Type::Aggregate) {
+        CopyNamed(earlier, row.name);
+      } else if (const auto change = ChildElement(given, std::string(row.name).append(kChange))) {
+        AppendAggregate(body_, row.name, [&] { MergeChange(change, ChildElement(earlier, row.name), row.Children()); });
+      } else if (!IsCleared(given, row)) {
+        CopyNamed(earlier, row.name);
+      }
+    });
+  }
+
+ private:
+  // The fields of a choice exclude each other: one that is given takes the place of the others.
+  void MergeChange(pugi::xml_node given, pugi::xml_node earlier, std::span<const Element> rows) {
+    for (const auto& row : rows) {
+      if (row.type != Type::Choice) {
+        Merge(given, earlier, {&row, 1});
+        continue;
+      }
+      bool isGiven = false;
+      ForEachElement(given, {&row, 1}, [&](pugi::xml_node, const Element&) { isGiven = true; });
+      Merge(given, isGiven ? pugi::xml_node{} : earlier, {&row, 1});
+    }
+  }
+
+  // "ClearEarnings" takes away what is called Earnings.
+  [[nodiscard]] static bool IsCleared(pugi::xml_node given, const Element& row) {
+    const auto clear = ChildText(given, std::string("Clear").append(row.name));
+    return messages::ParseBool(clear).value_or(false);
+  }
+
+  void CopyNamed(pugi::xml_node earlier, std::string_view name) {
+    struct Writer : pugi::xml_writer {
+      explicit Writer(std::string& text) : out(text) {}
+      void write(const void* data, std::size_t size) override { out.append(static_cast<const char*>(data), size); }
+      std::string& out;
+    };
+    Writer writer(body_);
+    for (const auto element : earlier.children()) {
+      if (name == element.name()) element.print(writer, "", pugi::format_raw, pugi::encoding_utf8);
+    }
+  }
+
+  std::string& body_;
+  CompanyStore& store_;
+  std::string_view referrer_;
+};
 
 }  // namespace
 
-std::string BuildBody(pugi::xml_node given, const std::string& previous, std::span<const Element> rows) {
-  pugi::xml_document earlier;
-  earlier.load_buffer(previous.data(), previous.size(), kBodyFlags, pugi::encoding_utf8);
-  std::string body;
-  ForEachElementRow(rows, [&](const Element& row) {
-    if (row.name == kParent || FindColumn(row.name) != nullptr) return;
-    AppendNamed(body, ChildElement(given, row.name) ? given : earlier, row, nullptr);
+void ParseBody(pugi::xml_document& document, const std::string& body) {
+  document.load_buffer(body.data(), body.size(), kBodyFlags, pugi::encoding_utf8);
+}
+
+void StoreElement(std::string& body, pugi::xml_node given, const Element& row, CompanyStore& store,
+                  std::string_view referrer) {
+  if (row.type != Type::Aggregate) return AppendLeaf(body, row.name, ValueText(row, given.text().get()));
+  AppendAggregate(body, row.name, [&] {
+    if (IsReference(row)) {
+      if (const auto found = FindReferenced(store, given, referrer)) AppendLeaf(body, "ListID", found->record.listId);
+      return;
+    }
+    ForEachElement(given, row.Children(), [&](pugi::xml_node element, const Element& child) {
+      StoreElement(body, element, child, store, referrer);
+    });
   });
+}
+
+void AnswerElement(std::string& out, pugi::xml_node stored, const Element& row, const messages::Form& form,
+                   NameCache& names) {
+  if (!row.KnownIn(form)) return;
+  if (row.type != Type::Aggregate) return AppendLeaf(out, row.name, stored.text().get());
+  if (IsReference(row)) {
+    const std::string listId(ChildText(stored, "ListID"));
+    return AppendReference(out, row.name, listId, names.FullNameOf(listId));
+  }
+  AppendAggregate(out, row.name, [&] {
+    ForEachElement(stored, row.Children(), [&](pugi::xml_node element, const Element& child) {
+      AnswerElement(out, element, child, form, names);
+    });
+  });
+}
+
+void AppendReference(std::string& out, std::string_view name, std::string_view listId, std::string_view fullName) {
+  AppendOpenTag(out, name);
+  AppendLeaf(out, "ListID", listId);
+  AppendLeaf(out, "FullName", fullName);
+  AppendCloseTag(out, name);
+}
+
+std::string BuildBody(pugi::xml_node given, const std::string& previous, std::span<const Element> rows,
+                      CompanyStore& store, std::string_view referrer) {
+  pugi::xml_document earlier;
+  ParseBody(earlier, previous);
+  std::string body;
+  BodyMerge(body, store, referrer).Merge(given, earlier, rows);
   return body;
 }
 
 void RecordWriter::Append(std::string& out, const ListRecord& record) {
-  body_.load_buffer(record.body.data(), record.body.size(), kBodyFlags, pugi::encoding_utf8);
+  ParseBody(body_, record.body);
   AppendOpenTag(out, record_.name);
   ForEachElementRow(record_.Children(), [&](const Element& row) {
-    if (!row.KnownIn(form_)) return;
-    if (row.name == kParent) {
-      AppendParent(out, record);
-    } else if (const auto* column = FindColumn(row.name)) {
-      AppendLeaf(out, row.name, column->text(record, clock_));
-    } else if (ChildElement(body_, row.name)) {
-      AppendNamed(out, body_, row, &form_);
-    } else if (const auto value = std::ranges::find(kind_.defaults, row.name, &FieldDefault::field);
-               value != kind_.defaults.end()) {
-      AppendLeaf(out, row.name, value->value);
-    }
+    const bool leftOut = std::ranges::find(leftOut_, row.name) != leftOut_.end();
+    if (row.KnownIn(form_) && !leftOut) AppendField(out, record, row);
   });
   AppendCloseTag(out, record_.name);
+}
+
+void RecordWriter::AppendField(std::string& out, const ListRecord& record, const Element& row) {
+  if (row.name == kParent) return AppendParent(out, record);
+  if (const auto* column = FindColumn(row.name)) return AppendLeaf(out, row.name, column->text(record, clock_));
+  if (ChildElement(body_, row.name)) {
+    for (const auto element : body_.children()) {
+      if (row.name == element.name()) AnswerElement(out, element, row, form_, names_);
+    }
+    return;
+  }
+  const auto value = std::ranges::find(kind_.defaults, row.name, &FieldDefault::field);
+  if (value != kind_.defaults.end()) AppendLeaf(out, row.name, value->value);
 }
 
 }  // namespace twqb::company

@@ -1,5 +1,8 @@
-// A list record as XML: the body that is stored, and the record that is answered. Both walk the rows of the message
-// table; which of the fields are columns of the storage is the one thing that is known here.
+// Records as XML: the body that is stored, and what is answered of it. All of it walks the rows of the message table;
+// which of a list record's fields are columns of the storage is the one thing that is known here.
+//
+// In a body a reference is a ListID alone, values are written as QuickBooks writes them, and elements without content
+// are absent.
 #pragma once
 
 #include <pugixml.hpp>
@@ -9,31 +12,56 @@
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/ListKind.h"
 #include "adapters/companyfile/ListRecord.h"
+#include "adapters/companyfile/References.h"
 #include "messages/Schema.h"
 
 namespace twqb::company {
 
-// The stored body of a record: of each field that `given` (the element of an Add or Mod) has, its value, and of each
-// other what `previous` (an earlier body, or empty) has. A field or aggregate given without content is gone.
-// `rows` are those of the answered record.
-[[nodiscard]] std::string BuildBody(pugi::xml_node given, const std::string& previous,
-                                    std::span<const messages::Element> rows);
+// Reads a stored body; the elements are the children of `document`.
+void ParseBody(pugi::xml_document& document, const std::string& body);
 
-// Writes records of one answer.
+// Appends `given`, an element of a request, as it is stored. Throws Refused for a reference that names nothing;
+// `referrer` is what the message calls the record.
+void StoreElement(std::string& body, pugi::xml_node given, const messages::Element& row, CompanyStore& store,
+                  std::string_view referrer);
+
+// Appends `stored`, an element of a body, as it is answered: with the full names that the records have now, without
+// what `form` does not know.
+void AnswerElement(std::string& out, pugi::xml_node stored, const messages::Element& row, const messages::Form& form,
+                   NameCache& names);
+// <name><ListID/><FullName/></name>
+void AppendReference(std::string& out, std::string_view name, std::string_view listId, std::string_view fullName);
+
+// The stored body of a list record: of each field that `given` (the element of an Add or Mod) has, its value, and of
+// each other what `previous` (an earlier body, or empty) has. An aggregate given under its own name replaces the
+// earlier one; one that is given under the name of a change ("SalesOrPurchaseMod") is merged into it field by field. A
+// field or aggregate given without content is gone. `rows` are those of the answered record. Throws Refused as
+// StoreElement does.
+[[nodiscard]] std::string BuildBody(pugi::xml_node given, const std::string& previous,
+                                    std::span<const messages::Element> rows, CompanyStore& store,
+                                    std::string_view referrer);
+
+// Writes list records of one answer.
 class RecordWriter {
  public:
   // `record` is the row of the record (CustomerRet); what `form` does not know stays out.
-  RecordWriter(const ListKind& kind, const messages::Element& record, const messages::Form& form,
+  RecordWriter(CompanyStore& store, const ListKind& kind, const messages::Element& record, const messages::Form& form,
                const ClockReading& clock)
-      : kind_(kind), record_(record), form_(form), clock_(clock) {}
+      : kind_(kind), record_(record), form_(form), clock_(clock), names_(store) {}
 
+  // A field of that name (an exact one of the top level) is left out of every record.
+  void LeaveOut(std::string_view field) { leftOut_.emplace_back(field); }
   void Append(std::string& out, const ListRecord& record);
 
  private:
+  void AppendField(std::string& out, const ListRecord& record, const messages::Element& row);
+
   const ListKind& kind_;
   const messages::Element& record_;
   messages::Form form_;
   ClockReading clock_;
+  NameCache names_;
+  std::vector<std::string> leftOut_;
   pugi::xml_document body_;  // kept for its memory
 };
 

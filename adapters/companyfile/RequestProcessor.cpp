@@ -17,12 +17,14 @@ namespace {
 
 using messages::Country;
 
-enum class Verb : std::uint8_t { QueryHost, QuerySubscription, Add, Modify, Query };
+enum class Verb : std::uint8_t { QueryHost, QuerySubscription, Add, Modify, Query, DeleteListRecord };
 
 struct Operation {
   Verb verb;
   const ListKind* kind = nullptr;  // of a list request
-  [[nodiscard]] bool Writes() const { return verb == Verb::Add || verb == Verb::Modify; }
+  [[nodiscard]] bool Writes() const {
+    return verb == Verb::Add || verb == Verb::Modify || verb == Verb::DeleteListRecord;
+  }
 };
 
 struct VerbName {
@@ -36,6 +38,7 @@ constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", V
 std::optional<Operation> FindOperation(const messages::Message& message) {
   if (message.name == "HostQuery") return Operation{Verb::QueryHost};
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
+  if (message.name == "ListDel") return Operation{Verb::DeleteListRecord};
   for (const auto& kind : ListKinds()) {
     if (!message.name.starts_with(kind.name)) continue;
     const auto rest = message.name.substr(kind.name.size());
@@ -122,6 +125,7 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
   if (operation->verb == Verb::QuerySubscription) return QuerySubscription(store_, request, response);
 
   const auto clock = ReadClock(machine_);
+  if (operation->verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
   const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
   switch (operation->verb) {
     case Verb::Add:

@@ -9,6 +9,13 @@ namespace {
 constexpr int kFirstWarning = 500;
 constexpr int kFirstError = 1000;
 
+// What a reference is called in a message: the name of its field without its ending.
+std::string_view TargetName(std::string_view reference) {
+  constexpr std::string_view kSuffix = "Ref";
+  if (reference.ends_with(kSuffix)) reference.remove_suffix(kSuffix.size());
+  return reference;
+}
+
 }  // namespace
 
 std::string_view Severity(const Status& status) {
@@ -50,15 +57,26 @@ Status BadParent(std::string_view parent, std::string_view kind, std::string_vie
 }
 
 Status BadReference(std::string_view reference, std::string_view value, std::string_view kind) {
-  constexpr std::string_view kSuffix = "Ref";
-  if (reference.ends_with(kSuffix)) reference.remove_suffix(kSuffix.size());
   return {3140,
           fmt::format("There is an invalid reference to QuickBooks {} \"{}\" in the {}. QuickBooks error message: {}",
-                      reference, value, kind, kNoSuchRecord)};
+                      TargetName(reference), value, kind, kNoSuchRecord)};
 }
 
 Status MissingElement(std::string_view element) {
   return {3150, fmt::format("There is a missing element: \"{}\".", element)};
+}
+
+Status CannotDelete(std::string_view id, std::string_view reason) {
+  return {3160,
+          fmt::format("Cannot delete the object specified by the id \"{}\". QuickBooks error message: {}", id, reason)};
+}
+
+Status CannotModify(std::string_view kind, std::string_view reason) {
+  return {3170, fmt::format("There was an error when modifying a {}. QuickBooks error message: {}", kind, reason)};
+}
+
+Status CannotSave(std::string_view kind, std::string_view reason) {
+  return {3180, fmt::format("There was an error when saving a {}. QuickBooks error message: {}", kind, reason)};
 }
 
 Status EditSequenceOutOfDate(std::string_view given) {
@@ -67,7 +85,27 @@ Status EditSequenceOutOfDate(std::string_view given) {
 
 Status NotProcessed() { return {3231, "The request has not been processed."}; }
 
+Status ReferenceGone(std::string_view reference, std::string_view value, std::string_view kind) {
+  return {3240, fmt::format("The QuickBooks {} \"{}\" that the {} refers to has been deleted.", TargetName(reference),
+                            value, kind)};
+}
+
+Status ReferenceOfWrongKind(std::string_view reference, std::string_view value, std::string_view kind) {
+  return {3240, fmt::format("The object \"{}\" that the {} refers to is of the wrong kind for a QuickBooks {}.", value,
+                            kind, TargetName(reference))};
+}
+
+Status FeatureNotEnabled(std::string_view what) {
+  return {3250, fmt::format("This feature is not enabled or not available in this version of QuickBooks: {}.", what)};
+}
+
 Status NotPermitted() { return {3260, "Insufficient permission level to perform this action."}; }
+
+Status PersonalDataWithheld(std::string_view field) {
+  return {3261, fmt::format("The integrated application has no permission to access personal data, such as the field "
+                            "\"{}\".",
+                            field)};
+}
 
 Status OfProblem(const messages::Problem& problem) {
   switch (problem.kind) {

@@ -36,12 +36,26 @@ namespace status {
 [[nodiscard]] Status BadReference(std::string_view reference, std::string_view value, std::string_view kind);
 // 3150
 [[nodiscard]] Status MissingElement(std::string_view element);
+// 3160: `reason` is a sentence of its own, as in the next two.
+[[nodiscard]] Status CannotDelete(std::string_view id, std::string_view reason);
+// 3170
+[[nodiscard]] Status CannotModify(std::string_view kind, std::string_view reason);
+// 3180
+[[nodiscard]] Status CannotSave(std::string_view kind, std::string_view reason);
 // 3200
 [[nodiscard]] Status EditSequenceOutOfDate(std::string_view given);
 // 3231: an earlier request stopped the set.
 [[nodiscard]] Status NotProcessed();
+// 3240: what `reference` of a `kind` refers to was there once.
+[[nodiscard]] Status ReferenceGone(std::string_view reference, std::string_view value, std::string_view kind);
+// 3240: it is there, but not of a kind that the field may name.
+[[nodiscard]] Status ReferenceOfWrongKind(std::string_view reference, std::string_view value, std::string_view kind);
+// 3250: `what` is the name of a list or of a feature.
+[[nodiscard]] Status FeatureNotEnabled(std::string_view what);
 // 3260: the user that QuickBooks knows may not do it.
 [[nodiscard]] Status NotPermitted();
+// 3261: nor read or write what `field` tells of a person.
+[[nodiscard]] Status PersonalDataWithheld(std::string_view field);
 // 3000, 3040, 3070 or 3150, by the kind of problem. Not for problems that refuse the whole document.
 [[nodiscard]] Status OfProblem(const messages::Problem& problem);
 

@@ -1,0 +1,63 @@
+#include "adapters/companyfile/Presets.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+namespace twqb::company {
+
+namespace {
+
+using messages::Countries;
+using messages::Country;
+
+constexpr auto kAustralia = static_cast<Countries>(Country::AU);
+constexpr std::int64_t kFirstNumber = 0x10000;
+
+struct Preset {
+  std::string_view kind;
+  Countries countries;
+  std::string_view name;
+  std::string_view body;
+};
+constexpr std::string_view kSalesTaxCode = "SalesTaxCode";
+constexpr std::string_view kTaxCode = "TaxCode";
+constexpr std::string_view kExempt =
+    "<Desc>Tax Exempt</Desc><IsTax1Exempt>true</IsTax1Exempt><IsTax2Exempt>true</IsTax2Exempt>";
+constexpr std::array kPresets = {
+    Preset{kSalesTaxCode, messages::kUnitedStates, "Tax", "<IsTaxable>true</IsTaxable><Desc>Taxable Sales</Desc>"},
+    Preset{kSalesTaxCode, messages::kUnitedStates, "Non", "<IsTaxable>false</IsTaxable><Desc>Non-Taxable Sales</Desc>"},
+    Preset{kSalesTaxCode, kAustralia, "E", "<IsTaxable>false</IsTaxable><Desc>Tax Exempt</Desc>"},
+    Preset{kTaxCode, messages::kCanada | messages::kBritain, "E", kExempt},
+    Preset{kTaxCode, messages::kCanada, "G",
+           "<Desc>GST only</Desc><Tax1Rate>5</Tax1Rate><IsTax2Exempt>true</IsTax2Exempt>"},
+    Preset{kTaxCode, messages::kCanada, "H",
+           "<Desc>HST</Desc><Tax1Rate>13</Tax1Rate><IsTax2Exempt>true</IsTax2Exempt>"},
+    Preset{kTaxCode, messages::kCanada, "P",
+           "<Desc>PST only</Desc><Tax2Rate>8</Tax2Rate><IsTax1Exempt>true</IsTax1Exempt>"},
+    Preset{kTaxCode, messages::kCanada, "S", "<Desc>GST and PST</Desc><Tax1Rate>5</Tax1Rate><Tax2Rate>8</Tax2Rate>"},
+    Preset{kTaxCode, messages::kBritain, "O", "<Desc>Outside the scope of VAT</Desc><IsTax1Exempt>true</IsTax1Exempt>"},
+    Preset{kTaxCode, messages::kBritain, "S", "<Desc>Standard rate</Desc><Tax1Rate>17.5</Tax1Rate>"},
+    Preset{kTaxCode, messages::kCanada | messages::kBritain, "Z", "<Desc>Zero rated</Desc><Tax1Rate>0</Tax1Rate>"},
+};
+
+}  // namespace
+
+std::vector<FoundRecord> Presets(Country country, std::int64_t made) {
+  std::vector<FoundRecord> records;
+  auto number = kFirstNumber;
+  for (const auto& preset : kPresets) {
+    if ((preset.countries & static_cast<Countries>(country)) == 0) continue;
+    ListRecord record;
+    record.listId = fmt::format("{:X}-{}", number, made);
+    record.name = record.fullName = preset.name;
+    record.fullKey = FullNameKey(preset.name);
+    record.created = record.modified = record.editSequence = made;
+    record.body = preset.body;
+    records.push_back({.kind = FindListKind(preset.kind), .record = std::move(record)});
+    number += kFirstNumber;
+  }
+  return records;
+}
+
+}  // namespace twqb::company
