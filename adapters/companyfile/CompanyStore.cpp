@@ -344,9 +344,4 @@ bool CompanyStore::HasChildren(std::string_view listId) {
   return database_.Query("SELECT 1 FROM record WHERE scope = ? LIMIT 1", {listId}).Next();
 }
 
-bool CompanyStore::HasSubscription(std::string_view subscriberId) {
-  return database_.Query("SELECT 1 FROM subscription WHERE subscriber_id = ? COLLATE NOCASE LIMIT 1", {subscriberId})
-      .Next();
-}
-
 }  // namespace twqb::company

@@ -1,5 +1,4 @@
-// The storage of a company file: one SQLite file with its options, its counters, its list records and its
-// subscriptions.
+// The storage of a company file: one SQLite file with its options, its counters and its list records.
 //
 // It keeps what it is told: the rules of names, references and statuses stand with the requests. Every change belongs
 // to a transaction that the caller opens. Failures raise `kUnexpected`. No call takes longer because a list is long.
@@ -88,9 +87,6 @@ class CompanyStore {
   // A text that belongs to the file as a whole; nothing when it was never written.
   [[nodiscard]] std::optional<std::string> ReadSetting(std::string_view key);
   void WriteSetting(std::string_view key, std::string_view value);
-
-  // `subscriberId` in any case.
-  [[nodiscard]] bool HasSubscription(std::string_view subscriberId);
 
  private:
   void Upgrade();

@@ -9,6 +9,7 @@
 
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/XmlText.h"
 
 namespace twqb::company {
@@ -17,13 +18,22 @@ namespace {
 
 using messages::Country;
 
-enum class Verb : std::uint8_t { QueryHost, QuerySubscription, Add, Modify, Query, DeleteListRecord };
+enum class Verb : std::uint8_t {
+  QueryHost,
+  QuerySubscription,
+  ChangeSubscription,
+  Add,
+  Modify,
+  Query,
+  DeleteListRecord
+};
 
 struct Operation {
   Verb verb;
   const ListKind* kind = nullptr;  // of a list request
   [[nodiscard]] bool Writes() const {
-    return verb == Verb::Add || verb == Verb::Modify || verb == Verb::DeleteListRecord;
+    return verb == Verb::Add || verb == Verb::Modify || verb == Verb::DeleteListRecord ||
+           verb == Verb::ChangeSubscription;
   }
 };
 
@@ -38,6 +48,7 @@ constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", V
 std::optional<Operation> FindOperation(const messages::Message& message) {
   if (message.name == "HostQuery") return Operation{Verb::QueryHost};
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
+  if (message.set == messages::MessageSet::Subscription) return Operation{Verb::ChangeSubscription};
   if (message.name == "ListDel") return Operation{Verb::DeleteListRecord};
   for (const auto& kind : ListKinds()) {
     if (!message.name.starts_with(kind.name)) continue;
@@ -55,7 +66,8 @@ bool Accepts(const CompanyOptions& options, Country country) {
 // Australia's form is that of the host query and of nothing else: its other requests come in the US form, its
 // subscriptions in Canada's.
 bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
-  if (verb == Verb::QuerySubscription && country == Country::CA && Accepts(options, Country::AU)) return true;
+  const bool subscription = verb == Verb::QuerySubscription || verb == Verb::ChangeSubscription;
+  if (subscription && country == Country::CA && Accepts(options, Country::AU)) return true;
   if (verb == Verb::QueryHost) return Accepts(options, country);
   if (country == Country::AU) return false;
   return Accepts(options, country) || (country == Country::US && Accepts(options, Country::AU));
@@ -122,9 +134,11 @@ void RequestProcessor::CheckRequests(const RequestSet& set) const {
 void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
   const auto operation = FindOperation(*request.message);
   if (operation->verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
-  if (operation->verb == Verb::QuerySubscription) return QuerySubscription(store_, request, response);
 
   const auto clock = ReadClock(machine_);
+  if (request.message->set == messages::MessageSet::Subscription) {
+    return CarrySubscription(store_, clock, request, response);
+  }
   if (operation->verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
   const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
   switch (operation->verb) {
