@@ -27,6 +27,10 @@ std::string CompanyFile::ProcessSubscription(std::string_view document) {
   return RequestProcessor(*store_, *machine_, mode_).Process(document, messages::MessageSet::Subscription);
 }
 
+std::string CompanyFile::ProcessAny(std::string_view document) {
+  return RequestProcessor(*store_, *machine_, mode_).Process(document, std::nullopt);
+}
+
 CompanySummary CompanyFile::Summary() {
   CompanySummary summary{.options = store_->Options(), .created = store_->Created(), .kinds = {}};
   for (const auto& kind : ListKinds()) {

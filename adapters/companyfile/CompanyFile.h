@@ -48,6 +48,8 @@ class CompanyFile {
   [[nodiscard]] std::string Process(std::string_view document);
   // The same for a document of subscription requests.
   [[nodiscard]] std::string ProcessSubscription(std::string_view document);
+  // The same for a document of either kind of requests.
+  [[nodiscard]] std::string ProcessAny(std::string_view document);
 
   [[nodiscard]] CompanySummary Summary();
 

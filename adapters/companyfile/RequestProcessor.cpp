@@ -87,11 +87,11 @@ bool WritesAnything(const RequestSet& set) {
 
 }  // namespace
 
-std::string RequestProcessor::Process(std::string_view document, messages::MessageSet kind) {
+std::string RequestProcessor::Process(std::string_view document, std::optional<messages::MessageSet> kind) {
   const RequestSet set(document, kind);
   CheckRequests(set);
 
-  const auto setName = std::string(SetName(kind)) + "Rs";
+  const auto setName = SetName(set.Kind()) + "Rs";
   std::string answer = "<?xml version=\"1.0\" ?>";
   AppendOpenTag(answer, "QBXML");
   AppendOpenTag(answer, setName);

@@ -2,7 +2,6 @@
 #include <fmt/ranges.h>
 
 #include <memory>
-#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
@@ -20,13 +19,6 @@ namespace twqb::cli {
 
 namespace {
 
-bool IsSubscription(const std::string& text) {
-  pugi::xml_document document;
-  // What can't be read is refused by the company file.
-  return document.load_buffer(text.data(), text.size()) &&
-         document.child("QBXML").child("QBXMLSubscriptionMsgsRq") != nullptr;
-}
-
 ExitStatus Run(const Options& options, const std::string& file) {
   const auto place = WorkplaceOf(options);
   RequireCompany(place);
@@ -36,7 +28,7 @@ ExitStatus Run(const Options& options, const std::string& file) {
                                    options.singleUser ? company::FileMode::SingleUser : company::FileMode::MultiUser);
   std::string answer;
   try {
-    answer = IsSubscription(document) ? companyFile.ProcessSubscription(document) : companyFile.Process(document);
+    answer = companyFile.ProcessAny(document);
   } catch (const PlatformError& refused) {
     Tell(fmt::format("{} {}", HexNumber(refused.number()), refused.description()));
     return ExitStatus::Failed;
