@@ -16,9 +16,11 @@
 
 namespace twqb::company {
 
-// Makes an empty company file at `path`. Raises, and changes nothing, when something is there already (75) or the
-// folder is missing (76). An empty `options.accepts` becomes the country's own form. `machine` tells the time of
-// making.
+// Makes a company file at `path` that holds what QuickBooks puts into a new one: the tax codes of the country (US: Tax,
+// Non; AU: those and E; CA: E, G, H, P, S, Z, NON; UK: E, O, S, Z, NON) and payment methods. Accounts that QuickBooks
+// makes itself come when a transaction needs them first. Raises, and changes nothing, when something is there already
+// (75) or the folder is missing (76). An empty `options.accepts` becomes the country's own form. `machine` tells the
+// time of making.
 void CreateCompanyFile(const std::string& path, const CompanyOptions& options, Machine& machine);
 
 class CompanyStore;
@@ -36,8 +38,9 @@ struct CompanySummary {
 
 class CompanyFile {
  public:
-  // Opens a company file. Raises 0x80040403 when it is missing, is none, or has a newer format. `machine` must outlive
-  // the object; times and identifiers come from its clock. `mode` is what the host record tells.
+  // Opens a company file; one of an earlier format is brought to today's. Raises 0x80040403 when it is missing, is
+  // none, or has a newer format. `machine` must outlive the object; times and identifiers come from its clock. `mode`
+  // is what the host record tells.
   CompanyFile(const std::string& path, Machine& machine, FileMode mode = FileMode::MultiUser);
   ~CompanyFile();
   CompanyFile(CompanyFile&&) noexcept;

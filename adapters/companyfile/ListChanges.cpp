@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/RecordText.h"
@@ -150,10 +150,10 @@ void Fill(ListRecord& record, const ListContext& context, const Request& request
   record.active = ReadActive(fields, record.active);
 }
 
-void SetUses(const ListContext& context, const ListRecord& record) {
+std::vector<std::string> ReadUses(const ListRecord& record) {
   pugi::xml_document body;
   ParseBody(body, record.body);
-  context.store.SetUses(record.listId, UsesOf(body));
+  return UsesOf(body);
 }
 
 ListRecord Add(const ListContext& context, const Request& request) {
@@ -175,7 +175,7 @@ ListRecord Add(const ListContext& context, const Request& request) {
   record.created = record.modified = record.editSequence = context.clock.now;
   record.balance = record.totalBalance = messages::ParseAmount(ChildText(fields, "OpenBalance")).value_or(Currency{});
   context.store.Insert(context.kind, record);
-  SetUses(context, record);
+  if (const auto uses = ReadUses(record); !uses.empty()) context.store.SetUses(record.listId, uses);
   return record;
 }
 
@@ -219,7 +219,7 @@ ListRecord Modify(const ListContext& context, const Request& request) {
   after.modified = context.clock.now;
   after.editSequence = std::max(context.clock.now, before->editSequence + 1);
   context.store.Update(context.kind, *before, after);
-  SetUses(context, after);
+  context.store.SetUses(after.listId, ReadUses(after));
   return after;
 }
 

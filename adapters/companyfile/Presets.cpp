@@ -22,13 +22,16 @@ struct Preset {
 };
 constexpr std::string_view kSalesTaxCode = "SalesTaxCode";
 constexpr std::string_view kTaxCode = "TaxCode";
+constexpr std::string_view kPaymentMethod = "PaymentMethod";
+constexpr auto kAmerica = static_cast<Countries>(Country::US);
+constexpr auto kCheques = static_cast<Countries>(messages::kCanada | messages::kBritain);
 constexpr std::string_view kExempt =
     "<Desc>Tax Exempt</Desc><IsTax1Exempt>true</IsTax1Exempt><IsTax2Exempt>true</IsTax2Exempt>";
 constexpr std::array kPresets = {
     Preset{kSalesTaxCode, messages::kUnitedStates, "Tax", "<IsTaxable>true</IsTaxable><Desc>Taxable Sales</Desc>"},
     Preset{kSalesTaxCode, messages::kUnitedStates, "Non", "<IsTaxable>false</IsTaxable><Desc>Non-Taxable Sales</Desc>"},
     Preset{kSalesTaxCode, kAustralia, "E", "<IsTaxable>false</IsTaxable><Desc>Tax Exempt</Desc>"},
-    Preset{kTaxCode, messages::kCanada | messages::kBritain, "E", kExempt},
+    Preset{kTaxCode, kCheques, "E", kExempt},
     Preset{kTaxCode, messages::kCanada, "G",
            "<Desc>GST only</Desc><Tax1Rate>5</Tax1Rate><IsTax2Exempt>true</IsTax2Exempt>"},
     Preset{kTaxCode, messages::kCanada, "H",
@@ -38,7 +41,15 @@ constexpr std::array kPresets = {
     Preset{kTaxCode, messages::kCanada, "S", "<Desc>GST and PST</Desc><Tax1Rate>5</Tax1Rate><Tax2Rate>8</Tax2Rate>"},
     Preset{kTaxCode, messages::kBritain, "O", "<Desc>Outside the scope of VAT</Desc><IsTax1Exempt>true</IsTax1Exempt>"},
     Preset{kTaxCode, messages::kBritain, "S", "<Desc>Standard rate</Desc><Tax1Rate>17.5</Tax1Rate>"},
-    Preset{kTaxCode, messages::kCanada | messages::kBritain, "Z", "<Desc>Zero rated</Desc><Tax1Rate>0</Tax1Rate>"},
+    Preset{kTaxCode, kCheques, "Z", "<Desc>Zero rated</Desc><Tax1Rate>0</Tax1Rate>"},
+    Preset{kTaxCode, kCheques, "NON", kExempt},
+    Preset{kPaymentMethod, messages::kEverywhere, "Cash", {}},
+    Preset{kPaymentMethod, messages::kUnitedStates, "Check", {}},
+    Preset{kPaymentMethod, kCheques, "Cheque", {}},
+    Preset{kPaymentMethod, messages::kEverywhere, "American Express", {}},
+    Preset{kPaymentMethod, kAmerica, "Discover", {}},
+    Preset{kPaymentMethod, messages::kEverywhere, "MasterCard", {}},
+    Preset{kPaymentMethod, messages::kEverywhere, "Visa", {}},
 };
 
 }  // namespace

@@ -1,4 +1,5 @@
-// The records that a new company file has before anybody adds one: tax codes, as QuickBooks makes them for the country.
+// The records that a new company file has before anybody adds one: tax codes and payment methods, as QuickBooks makes
+// them for the country.
 //
 // Their identifiers stand outside the counter ("10000-", "20000-"), as those of QuickBooks' own records do. Accounts
 // that QuickBooks makes itself come when they are needed first: see SpecialAccounts.h.
@@ -13,8 +14,9 @@
 
 namespace twqb::company {
 
-// US: the sales tax codes Tax and Non. AU: those and E. CA: the tax codes E, G, H, P, S, Z. UK: E, O, S, Z.
-// `made` is the time of making, in Unix seconds.
+// Tax codes. US: Tax and Non. AU: those and E. CA: E, G, H, P, S, Z and NON. UK: E, O, S, Z and NON. NON is for
+// programs that send the US form there and mean what is not taxable. Payment methods: Cash, Check (CA and UK: Cheque),
+// American Express, Discover (US alone), MasterCard, Visa. `made` is the time of making, in Unix seconds.
 [[nodiscard]] std::vector<FoundRecord> Presets(messages::Country country, std::int64_t made);
 
 }  // namespace twqb::company

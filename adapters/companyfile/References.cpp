@@ -23,8 +23,9 @@ constexpr Names kPayee[] = {"Vendor", "Employee", "Customer"};
 constexpr Names kJobType[] = {"JobType"};
 constexpr Names kPaymentMethod[] = {"PaymentMethod"};
 constexpr Names kWageItem[] = {"PayrollItemWage"};
-constexpr Names kItem[] = {"ItemService",  "ItemOtherCharge", "ItemNonInventory", "ItemInventory",
-                           "ItemSalesTax", "ItemPayment",     "ItemGroup"};
+// Groups have a field and lines of their own.
+constexpr Names kItem[] = {"ItemService",   "ItemOtherCharge", "ItemNonInventory",
+                           "ItemInventory", "ItemSalesTax",    "ItemPayment"};
 constexpr Names kServiceItem[] = {"ItemService"};
 constexpr Names kSalesTaxItem[] = {"ItemSalesTax"};
 constexpr Names kGroupItem[] = {"ItemGroup"};
@@ -33,7 +34,6 @@ constexpr Names kTaxCode[] = {"SalesTaxCode", "TaxCode"};
 
 constexpr Names kReceivable[] = {"AccountsReceivable"};
 constexpr Names kPayable[] = {"AccountsPayable"};
-constexpr Names kCostOfGoods[] = {"CostOfGoodsSold"};
 
 constexpr std::array kRules = {
     ReferenceRule{.field = "AccountRef", .kinds = kAccount},
@@ -41,7 +41,7 @@ constexpr std::array kRules = {
     ReferenceRule{.field = "ARAccountRef", .kinds = kAccount, .types = kReceivable},
     ReferenceRule{.field = "AssetAccountRef", .kinds = kAccount},
     ReferenceRule{.field = "ClassRef", .kinds = kClass},
-    ReferenceRule{.field = "COGSAccountRef", .kinds = kAccount, .types = kCostOfGoods},
+    ReferenceRule{.field = "COGSAccountRef", .kinds = kAccount},
     ReferenceRule{.field = "CustomerRef", .kinds = kCustomer},
     ReferenceRule{.field = "CustomerSalesTaxCodeRef", .kinds = kTaxCode},
     ReferenceRule{.field = "DepositToAccountRef", .kinds = kAccount},
