@@ -3,6 +3,7 @@
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/CompanyStore.h"
 #include "adapters/companyfile/RequestProcessor.h"
+#include "adapters/companyfile/TxnStore.h"
 
 namespace twqb::company {
 
@@ -35,6 +36,10 @@ CompanySummary CompanyFile::Summary() {
   CompanySummary summary{.options = store_->Options(), .created = store_->Created(), .kinds = {}};
   for (const auto& kind : ListKinds()) {
     summary.kinds.push_back({.name = std::string(kind.name), .records = store_->Count(kind)});
+  }
+  TxnStore txns(store_->Database());
+  for (const auto& kind : TxnKinds()) {
+    summary.kinds.push_back({.name = std::string(kind.name), .records = txns.Count(kind)});
   }
   return summary;
 }

@@ -10,6 +10,7 @@
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
+#include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
 
 namespace twqb::company {
@@ -25,15 +26,18 @@ enum class Verb : std::uint8_t {
   Add,
   Modify,
   Query,
-  DeleteListRecord
+  DeleteListRecord,
+  DeleteTxn,
+  DisplayTxn
 };
 
 struct Operation {
   Verb verb;
-  const ListKind* kind = nullptr;  // of a list request
+  const ListKind* kind = nullptr;    // of a list request
+  const TxnKind* txnKind = nullptr;  // of a request for transactions
   [[nodiscard]] bool Writes() const {
-    return verb == Verb::Add || verb == Verb::Modify || verb == Verb::DeleteListRecord ||
-           verb == Verb::ChangeSubscription;
+    return verb != Verb::QueryHost && verb != Verb::QuerySubscription && verb != Verb::Query &&
+           verb != Verb::DisplayTxn;
   }
 };
 
@@ -41,6 +45,7 @@ struct VerbName {
   std::string_view name;
   Verb verb;
 };
+constexpr std::array kTxnVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Query", Verb::Query}};
 constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", Verb::Modify},
                                    VerbName{"Query", Verb::Query}};
 
@@ -50,6 +55,13 @@ std::optional<Operation> FindOperation(const messages::Message& message) {
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
   if (message.set == messages::MessageSet::Subscription) return Operation{Verb::ChangeSubscription};
   if (message.name == "ListDel") return Operation{Verb::DeleteListRecord};
+  if (message.name == "TxnDel") return Operation{Verb::DeleteTxn};
+  if (message.name == "TxnDisplayMod") return Operation{Verb::DisplayTxn};
+  for (const auto& verb : kTxnVerbs) {
+    if (!message.name.ends_with(verb.name)) continue;
+    const auto* kind = FindTxnKind(message.name.substr(0, message.name.size() - verb.name.size()));
+    if (kind != nullptr) return Operation{.verb = verb.verb, .txnKind = kind};
+  }
   for (const auto& kind : ListKinds()) {
     if (!message.name.starts_with(kind.name)) continue;
     const auto rest = message.name.substr(kind.name.size());
@@ -140,6 +152,12 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
     return CarrySubscription(store_, clock, request, response);
   }
   if (operation->verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
+  if (operation->verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
+  if (operation->verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
+  if (operation->txnKind != nullptr) {
+    const TxnContext context{.store = store_, .kind = *operation->txnKind, .form = form, .clock = clock};
+    return operation->verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
+  }
   const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
   switch (operation->verb) {
     case Verb::Add:

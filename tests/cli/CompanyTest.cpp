@@ -116,6 +116,8 @@ INSTANTIATE_TEST_SUITE_P(Conditions, CompanySet,
                                          Change{"auto-logon", "granted", "withheld"},
                                          Change{"dialog", "closed", "open"},
                                          Change{"host-query", "answered", "refused"},
+                                         Change{"time-tracking", "enabled", "disabled"},
+                                         Change{"closing-date", "none", "2007-12-31"},
                                          Change{"interface-version", "5.0", "2.1"}),
                          [](const auto& suite) {
                            auto name = suite.param.name;
