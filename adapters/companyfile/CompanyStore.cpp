@@ -260,9 +260,15 @@ void CompanyStore::ForEach(const ListKind& kind, const RecordFilter& filter,
   while (rows.Next()) visit(ReadRecord(rows));
 }
 
-std::int64_t CompanyStore::Count(const ListKind& kind) {
-  auto rows = database_.Query("SELECT count(*) FROM record WHERE kind = ?", {kind.name});
-  return rows.Next() ? rows.Integer(0) : 0;
+std::vector<CompanyStore::TypeTotal> CompanyStore::Totals(const ListKind& kind) {
+  std::vector<TypeTotal> totals;
+  auto rows = database_.Query(
+      "SELECT type, count(*), sum(balance) FROM record WHERE kind = ? GROUP BY type ORDER BY type", {kind.name});
+  while (rows.Next()) {
+    totals.push_back(
+        {.type = rows.Text(0), .records = rows.Integer(1), .balance = Currency::FromTenThousandths(rows.Integer(2))});
+  }
+  return totals;
 }
 
 void CompanyStore::Insert(const ListKind& kind, const ListRecord& record) {

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyOptions.h"
@@ -59,7 +60,14 @@ class CompanyStore {
   [[nodiscard]] int DeepestSublevel(const ListKind& kind, const ListRecord& record);
   // Calls `visit` with each record that `filter` means, in the order of the list.
   void ForEach(const ListKind& kind, const RecordFilter& filter, const std::function<void(const ListRecord&)>& visit);
-  [[nodiscard]] std::int64_t Count(const ListKind& kind);
+  // The records of a kind and their own balances, by type in the order of the alphabet; one row for a kind without
+  // types.
+  struct TypeTotal {
+    std::string type;
+    std::int64_t records = 0;
+    Currency balance;
+  };
+  [[nodiscard]] std::vector<TypeTotal> Totals(const ListKind& kind);
 
   // Adds the record; its balance counts for the parents too.
   void Insert(const ListKind& kind, const ListRecord& record);

@@ -13,6 +13,7 @@
 #include "cli/NearestName.h"
 #include "cli/Output.h"
 #include "cli/TextFile.h"
+#include "messages/ValueFormat.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::cli {
@@ -91,7 +92,7 @@ ExitStatus Show(const Options& options) {
   std::vector<std::string_view> accepts;
   for (const auto country : summary.options.accepts) accepts.push_back(messages::CountryName(country));
 
-  const auto line = [](std::string_view name, const auto& value) { Print(fmt::format("{:<17}  {}\n", name, value)); };
+  const auto line = [](std::string_view name, const auto& value) { Print(fmt::format("{:<23}  {}\n", name, value)); };
   line("File", place.company);
   line("Country", messages::CountryName(summary.options.country));
   line("Host version", summary.options.hostVersion);
@@ -99,7 +100,17 @@ ExitStatus Show(const Options& options) {
   line("Made", IsoDate(Date::FromUnixSeconds(summary.created)) + "Z");
   // By the names that "company set" takes.
   for (const auto& condition : company::Conditions()) line(condition.name, condition.text(conditions));
-  for (const auto& kind : summary.kinds) line(kind.name, kind.records);
+  for (const auto& kind : summary.kinds) {
+    line(kind.name, kind.records);
+    for (const auto& part : kind.balances) {
+      const auto balance = fmt::format("balance {}", messages::AmountText(part.balance.ToDouble()));
+      if (part.type.empty()) {
+        line("", balance);
+      } else {
+        line("  " + part.type, fmt::format("{}, {}", part.records, balance));
+      }
+    }
+  }
   return ExitStatus::Done;
 }
 
@@ -131,6 +142,9 @@ void AddCompanyCommands(CLI::App& app, Command& chosen) {
   });
 
   auto* show = group->add_subcommand("show", "Print what the company file holds");
+  show->footer(
+      "How the file was made and how connections to it are met, then each list and each kind of transaction with the\n"
+      "number of its records. A balance is the sum of the records' own.");
   show->callback([&chosen] { chosen = Show; });
 }
 

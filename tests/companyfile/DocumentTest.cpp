@@ -123,9 +123,9 @@ TEST_F(CompanyDocument, A_declared_encoding_is_taken_when_the_text_reads_the_sam
 // What a refusal costs: bounded by the length of the text, whatever stands in it.
 
 std::string Repeated(std::string_view piece, std::size_t bytes) {
-  std::string text;
-  text.reserve(bytes + piece.size());
-  while (text.size() < bytes) text += piece;
+  std::string text(piece);
+  while (text.size() < bytes)
+    text += text.substr(0, (bytes - text.size() + piece.size() - 1) / piece.size() * piece.size());
   return text;
 }
 
