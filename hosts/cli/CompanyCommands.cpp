@@ -103,11 +103,11 @@ ExitStatus Show(const Options& options) {
   for (const auto& kind : summary.kinds) {
     line(kind.name, kind.records);
     for (const auto& part : kind.balances) {
-      const auto balance = fmt::format("balance {}", messages::AmountText(part.balance.ToDouble()));
+      const auto balance = messages::AmountText(part.balance.ToDouble());
       if (part.type.empty()) {
-        line("", balance);
+        line("  balance", balance);
       } else {
-        line("  " + part.type, fmt::format("{}, {}", part.records, balance));
+        line("  " + part.type, fmt::format("{}, balance {}", part.records, balance));
       }
     }
   }
