@@ -111,19 +111,17 @@ TEST_P(CompanySet, The_help_names_it_and_its_values) {
               testing::ContainsRegex("\n  " + GetParam().name + " [^\n]*" + GetParam().fresh));
 }
 
-INSTANTIATE_TEST_SUITE_P(Conditions, CompanySet,
-                         testing::Values(Change{"permission", "granted", "withheld"},
-                                         Change{"auto-logon", "granted", "withheld"},
-                                         Change{"dialog", "closed", "open"},
-                                         Change{"host-query", "answered", "refused"},
-                                         Change{"time-tracking", "enabled", "disabled"},
-                                         Change{"closing-date", "none", "2007-12-31"},
-                                         Change{"interface-version", "5.0", "2.1"}),
-                         [](const auto& suite) {
-                           auto name = suite.param.name;
-                           std::ranges::replace(name, '-', '_');
-                           return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Conditions, CompanySet,
+    testing::Values(Change{"permission", "granted", "withheld"}, Change{"auto-logon", "granted", "withheld"},
+                    Change{"dialog", "closed", "open"}, Change{"host-query", "answered", "refused"},
+                    Change{"time-tracking", "enabled", "disabled"}, Change{"closing-date", "none", "2007-12-31"},
+                    Change{"interface-version", "5.0", "2.1"}),
+    [](const auto& suite) {
+      auto name = suite.param.name;
+      std::ranges::replace(name, '-', '_');
+      return name;
+    });
 
 TEST_F(Company, Set_keeps_what_was_set_before) {
   folder_.Done({"company", "set", "permission", "withheld"});
@@ -135,7 +133,8 @@ TEST_F(Company, Set_of_an_unknown_name_gives_2_and_lists_the_names) {
   const auto ended = folder_.Twqb({"company", "set", "permision", "granted"});
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("Did you mean \"permission\"?"),
-                               HasSubstr("permission, auto-logon, dialog, host-query, interface-version")));
+                               HasSubstr("permission, auto-logon, dialog, host-query, personal-data, time-tracking, "
+                                         "closing-date, interface-version")));
 }
 
 TEST_F(Company, Set_in_a_company_file_that_is_not_there_gives_2) {
