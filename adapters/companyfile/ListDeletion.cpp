@@ -1,6 +1,3 @@
-#include <optional>
-#include <string>
-
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
@@ -10,19 +7,16 @@ namespace twqb::company {
 
 namespace {
 
-struct Doomed {
-  const ListKind& kind;
-  ListRecord record;
-};
-
-Doomed FindDoomed(CompanyStore& store, const Request& request) {
+FoundRecord FindDoomed(CompanyStore& store, const Request& request) {
   const auto listId = ChildText(request.node, "ListID");
-  const auto* kind = FindListKind(ChildText(request.node, "ListDelType"));
-  auto record = kind == nullptr ? std::nullopt : store.FindById(*kind, listId);
-  if (!record) Refuse(status::ObjectNotFound(listId));
+  const auto type = ChildText(request.node, "ListDelType");
+  auto found = store.FindById(listId);
+  if (!found || (found->kind->name != type && found->kind->alsoDeletedAs != type)) {
+    Refuse(status::ObjectNotFound(listId));
+  }
   if (store.HasChildren(listId)) Refuse(status::CannotDelete(listId, "The list element has elements below it."));
   if (store.IsUsed(listId)) Refuse(status::CannotDelete(listId, "The list element is in use."));
-  return {.kind = *kind, .record = std::move(*record)};
+  return *found;
 }
 
 }  // namespace
@@ -30,10 +24,10 @@ Doomed FindDoomed(CompanyStore& store, const Request& request) {
 void DeleteRecord(CompanyStore& store, const ClockReading& clock, const Request& request, Response& response) {
   try {
     const auto doomed = FindDoomed(store, request);
-    store.Remove(doomed.kind, doomed.record, clock.now);
+    store.Remove(*doomed.kind, doomed.record, clock.now);
     response.Begin({});
     auto& out = response.Content();
-    AppendLeaf(out, "ListDelType", doomed.kind.name);
+    AppendLeaf(out, "ListDelType", ChildText(request.node, "ListDelType"));
     AppendLeaf(out, "ListID", doomed.record.listId);
     AppendLeaf(out, "TimeDeleted", TimeText(clock.now, clock));
     AppendLeaf(out, "FullName", doomed.record.fullName);

@@ -63,7 +63,10 @@ constexpr ListKind kListKinds[] = {
     {.name = "PaymentMethod", .nameSpace = "payment methods"},
     {.name = "PayrollItemWage", .nameSpace = "payroll items"},
     {.name = "SalesTaxCode", .nameSpace = "tax codes", .editions = messages::kUnitedStates},
-    {.name = "TaxCode", .nameSpace = "tax codes", .editions = messages::kCanada | messages::kBritain},
+    {.name = "TaxCode",
+     .nameSpace = "tax codes",
+     .alsoDeletedAs = "SalesTaxCode",
+     .editions = messages::kCanada | messages::kBritain},
 };
 
 }  // namespace

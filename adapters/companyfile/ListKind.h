@@ -37,6 +37,7 @@ struct ListKind {
   // The fields whose texts, joined by blanks, are the name where the form of a request has no Name.
   std::span<const std::string_view> nameParts = {};
   std::span<const std::string_view> personalFields = {};  // withheld where personal data are
+  std::string_view alsoDeletedAs = {};                    // a second name that deletions have for the list
   NameClash nameClash = NameClash::InUse;
   messages::Countries editions = messages::kEverywhere;  // whose company files keep the list
 };
