@@ -148,9 +148,6 @@ pugi::xml_node TxnLines::Copy(pugi::xml_node parent, pugi::xml_node given, const
 std::optional<TxnLines::Item> TxnLines::ReadItem(pugi::xml_node itemRef, std::string_view referrer) {
   const auto found = FindReferenced(context_.store, itemRef, referrer);
   if (!found) return std::nullopt;
-  if (found->kind->name == "ItemGroup") {
-    Refuse(status::ReferenceOfWrongKind(itemRef.name(), ReadReference(itemRef).Value(), referrer));
-  }
   pugi::xml_document body;
   ParseBody(body, found->record.body);
   const auto& paths = context_.kind.side == ItemSide::Sales ? kSalesPaths : kPurchasePaths;

@@ -122,14 +122,18 @@ void TxnSettlement::PlanOldest() {
 }
 
 TxnRecord& TxnSettlement::Touch(std::string_view txnId, Settlement settlement) {
-  if (const auto known = touched_.find(txnId); known != touched_.end()) return known->second;
-  auto record = txns_.Find(txnId);
-  if (!record) Refuse(status::ObjectNotFound(txnId));
-  if (record->kind->settlement != settlement || record->kind->account != context_.kind.account) {
+  auto touched = touched_.find(txnId);
+  if (touched == touched_.end()) {
+    auto record = txns_.Find(txnId);
+    if (!record) Refuse(status::ObjectNotFound(txnId));
+    touched = touched_.emplace(std::string(txnId), std::move(*record)).first;
+  }
+  const auto& record = touched->second;
+  if (record.kind->settlement != settlement || record.kind->account != context_.kind.account) {
     Refuse(status::ReferenceOfWrongKind("TxnID", txnId, SpokenName(context_.kind.name)));
   }
-  if (!IsPayers(*record)) Refuse(status::ObjectNotFound(txnId));
-  return touched_.emplace(std::string(txnId), std::move(*record)).first->second;
+  if (!IsPayers(record)) Refuse(status::ObjectNotFound(txnId));
+  return touched->second;
 }
 
 // A payer pays for everything below it as well, out of one account, and not before it has been posted.

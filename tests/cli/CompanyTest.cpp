@@ -179,7 +179,8 @@ TEST_F(Company, Set_of_an_unknown_name_gives_2_and_lists_the_names) {
   const auto ended = folder_.Twqb({"company", "set", "permision", "granted"});
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("Did you mean \"permission\"?"),
-                               HasSubstr("permission, auto-logon, dialog, host-query, ")));
+                               HasSubstr("permission, auto-logon, dialog, host-query, personal-data, time-tracking, "
+                                         "closing-date, interface-version")));
 }
 
 TEST_F(Company, Set_in_a_company_file_that_is_not_there_gives_2) {
