@@ -134,8 +134,7 @@ std::vector<std::string> UsesOf(pugi::xml_node body) {
   std::vector<std::string> uses;
   CollectUses(body, uses);
   std::ranges::sort(uses);
-  const auto rest = std::ranges::unique(uses);
-  uses.erase(rest.begin(), rest.end());
+  uses.erase(std::unique(uses.begin(), uses.end()), uses.end());
   return uses;
 }
 
