@@ -15,11 +15,12 @@ namespace twqb::company {
 namespace {
 
 // The words of each enumeration, in the order of its values.
-using Words = std::array<std::string_view, 2>;
-constexpr Words WordsOf(Permission) { return {"granted", "withheld"}; }
-constexpr Words WordsOf(DialogState) { return {"closed", "open"}; }
-constexpr Words WordsOf(Feature) { return {"enabled", "disabled"}; }
-constexpr Words WordsOf(HostAnswer) { return {"answered", "refused"}; }
+template <std::size_t kCount>
+using Words = std::array<std::string_view, kCount>;
+constexpr Words<2> WordsOf(Permission) { return {"granted", "withheld"}; }
+constexpr Words<2> WordsOf(DialogState) { return {"closed", "open"}; }
+constexpr Words<2> WordsOf(Feature) { return {"enabled", "disabled"}; }
+constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 
 template <auto kField>
 std::string WordText(const CompanyConditions& conditions) {
@@ -90,8 +91,8 @@ constexpr std::array kConditions = {
               .text = WordText<&CompanyConditions::dialog>,
               .set = SetWord<&CompanyConditions::dialog>},
     Condition{.name = "host-query",
-              .allowed = "answered or refused",
-              .meaning = "the query for the host is answered with status 3260",
+              .allowed = "answered, refused or unknown",
+              .meaning = "the query for the host gets status 3260, or no form of it is understood",
               .text = WordText<&CompanyConditions::hostQuery>,
               .set = SetWord<&CompanyConditions::hostQuery>},
     Condition{.name = "personal-data",
@@ -105,7 +106,7 @@ constexpr std::array kConditions = {
               .text = WordText<&CompanyConditions::timeTracking>,
               .set = SetWord<&CompanyConditions::timeTracking>},
     Condition{.name = "closing-date",
-              .allowed = "none or a date such as 2007-12-31",
+              .allowed = "none or a date yyyy-mm-dd",
               .meaning = "transactions of that day or before are answered with status 3171",
               .text = ClosingDateText,
               .set = SetClosingDate},

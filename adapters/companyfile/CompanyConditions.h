@@ -17,7 +17,7 @@ namespace twqb::company {
 enum class Permission : std::uint8_t { Granted, Withheld };
 enum class DialogState : std::uint8_t { Closed, Open };
 enum class Feature : std::uint8_t { Enabled, Disabled };
-enum class HostAnswer : std::uint8_t { Answered, Refused };
+enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
 
 inline constexpr std::string_view kNeverClosed = "none";  // in place of a closing date
 
@@ -26,7 +26,7 @@ struct CompanyConditions {
   Permission application = Permission::Granted;     // to use the file at all
   Permission automaticLogon = Permission::Granted;  // to have it opened when QuickBooks has none open
   DialogState dialog = DialogState::Closed;         // a window of QuickBooks waits for the person at it
-  HostAnswer hostQuery = HostAnswer::Answered;      // refused: with status 3260
+  HostAnswer hostQuery = HostAnswer::Answered;      // refused: with status 3260; unknown: no document has it
   Permission personalData = Permission::Granted;    // to see and to set the numbers of employees
   Feature timeTracking = Feature::Enabled;          // disabled: its requests get status 3250
   std::string closingDate{kNeverClosed};            // yyyy-mm-dd: the last day of which the books are closed

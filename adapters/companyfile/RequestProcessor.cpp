@@ -133,10 +133,13 @@ void RequestProcessor::CheckRequests(const RequestSet& set) const {
   }
   for (const auto& request : set.Requests()) {
     const auto operation = FindOperation(*request.message);
-    if (!operation) RefuseDocument(fmt::format("The request {} is not known.", request.message->RequestName()));
+    const bool isKnown = operation && (operation->verb != Verb::QueryHost || KnowsHostQuery());
+    if (!isKnown) RefuseDocument(fmt::format("The request {} is not known.", request.message->RequestName()));
     if (!Accepts(store_.Options(), country, operation->verb)) RefuseForm(set, request.message->RequestName());
   }
 }
+
+bool RequestProcessor::KnowsHostQuery() const { return store_.ReadConditions().hostQuery != HostAnswer::Unknown; }
 
 void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
   const auto operation = FindOperation(*request.message);

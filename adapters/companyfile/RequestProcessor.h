@@ -25,6 +25,7 @@ class RequestProcessor {
  private:
   // Raises for a request that the file does not carry out, or not in this form.
   void CheckRequests(const RequestSet& set) const;
+  [[nodiscard]] bool KnowsHostQuery() const;
   void Carry(const messages::Form& form, const Request& request, Response& response);
 
   CompanyStore& store_;

@@ -44,6 +44,7 @@ constexpr std::array kPoints = {
     PointRow{"log", FaultPoint::Log, Rest::Free},
     PointRow{"file", FaultPoint::File},
     PointRow{"copy", FaultPoint::Copy},
+    PointRow{"guid", FaultPoint::Guid},
     PointRow{"box", FaultPoint::Box, Rest::Free},
     PointRow{"form", FaultPoint::Form, Rest::Word, {"show", "update", "unload", "vendor"}},
     PointRow{"callback", FaultPoint::Callback, Rest::Word, {"create", "mode", "text"}},

@@ -40,6 +40,7 @@ enum class FaultPoint : std::uint8_t {
   Log,       // log: a line of the log; how it begins
   File,      // file: the file dialog
   Copy,      // copy: a file is copied
+  Guid,      // guid: a GUID is asked for
   Box,       // box: a message box; how its text begins
   Form,      // form: show, update or unload (of msgForm), or vendor (frmPickVendor)
   Callback,  // callback: create, mode (read or set) or text

@@ -82,7 +82,7 @@ void FaultMachine::Sleep(std::int64_t milliseconds) {
 }
 
 std::optional<GuidBytes> FaultMachine::CreateGuid() {
-  return gate_.Run({"Machine.CreateGuid"}, [&] { return ForwardingMachine::CreateGuid(); });
+  return gate_.Run({"Machine.CreateGuid", FaultPoint::Guid}, [&] { return ForwardingMachine::CreateGuid(); });
 }
 
 double FaultMachine::Random() {

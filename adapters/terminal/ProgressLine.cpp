@@ -26,21 +26,22 @@ std::string Bar(std::size_t cells, int percent) {
   return fmt::format("[{:#<{}}{:-<{}}] {:>3}%", "", done, "", cells - done, percent);
 }
 
-std::size_t BarCells(std::size_t width, std::size_t actionColumns) {
-  const auto taken = actionColumns + kBesideBar;
-  return std::clamp(width > taken ? width - taken : 0, kShortestBar, kLongestBar);
-}
+std::size_t BarCells(std::size_t room) { return std::clamp(room, kShortestBar, kLongestBar); }
 
 }  // namespace
 
 std::string FormatProgressLine(const MsgFormState& state, std::size_t width) {
   auto line = OneLine(state.lblItem);
+  const auto taken = ColumnCount(line) + kBesideBar;
+  const auto room = width > taken ? width - taken : 0;
+  const bool hasLabel = room >= kLongestBar + kPositionLabel.size();
   const auto add = [&line](std::string_view part) {
     if (!line.empty() && !part.empty()) line += kGap;
     line += part;
   };
-  add(Bar(BarCells(width, ColumnCount(line)), std::clamp(state.pbconv, 0, 100)));
-  add(OneLine(state.txtProg));
+  add(Bar(BarCells(room), std::clamp(state.pbconv, 0, 100)));
+  const auto position = OneLine(state.txtProg);
+  add(hasLabel && !position.empty() ? fmt::format("{}{}", kPositionLabel, position) : position);
   add(OneLine(state.Text1));
   return TrimToColumns(line, width);
 }
@@ -90,7 +91,8 @@ void ProgressPainter::End() {
   if (style_ == ProgressStyle::Rewritten) {
     FinishLine();
   } else if (!state_->txtProg.empty()) {
-    console_.Write(OneLine(state_->txtProg.substr(0, state_->txtProg.find(kBeforeEstimate))) + '\n');
+    const auto position = OneLine(state_->txtProg.substr(0, state_->txtProg.find(kBeforeEstimate)));
+    console_.Write(fmt::format("{}{}\n", kPositionLabel, position));
   }
   state_.reset();
 }

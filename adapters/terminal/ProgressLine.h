@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "adapters/terminal/Console.h"
 #include "platform/desk.h"
@@ -16,8 +17,13 @@
 namespace twqb {
 
 // `Sending Clients to QuickBooks...  [#########-----------]  45%  12/64 --> 00:00:03  ACME1`, at most `width` columns:
-// the bar shrinks first, then the end is cut. Empty parts are left out.
+// the bar shrinks first, then the end is cut. Empty parts are left out. Where there is room beside a whole bar, the
+// position stands behind its label.
 [[nodiscard]] std::string FormatProgressLine(const MsgFormState& state, std::size_t width);
+
+// The texts of the form that never change.
+inline constexpr std::string_view kFormHeading = "Tallywick QuickBooks data Transfer";
+inline constexpr std::string_view kPositionLabel = "Records Processed: ";
 
 enum class ProgressStyle : std::uint8_t { Rewritten, Plain };
 
@@ -26,6 +32,8 @@ class ProgressPainter {
   // `console` is borrowed for the painter's life.
   ProgressPainter(Console& console, ProgressStyle style) : console_(console), style_(style) {}
 
+  // Whether there is an action, which is as long as the form is loaded.
+  [[nodiscard]] bool HasAction() const { return state_.has_value(); }
   // A new action: drawn at once. The line of an action that counted records stays above it.
   void Begin(const MsgFormState& state);
   // Drawn when due, at 100 per cent at once. Nothing happens without an action.

@@ -19,6 +19,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// The form's Cancel button.
+constexpr std::string_view kCancelHint = " (Ctrl-C: Cancel)";
+
 // The folder that a dialog starts in: its own, or that of the path that it was given, or the current one.
 fs::path StartFolder(const FileDialog& dialog) {
   std::error_code ignored;
@@ -96,6 +99,7 @@ void TerminalDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> 
     console_.ForgetPresses();
     interrupts_.emplace();
   }
+  if (!progress_.HasAction()) console_.Write(fmt::format("{}{}\n", kFormHeading, interrupts_ ? kCancelHint : ""));
   // A form that is shown begins an action: the record that it still names is that of the one before, or none at all.
   staleRecord_ = state.Text1;
   auto begun = state;

@@ -12,7 +12,8 @@ Commands
   init [--sample]              make billing.db, company.twq, twqb.ini, registry.ini
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
-  settings get SECTION KEY     print a setting      (set SECTION KEY VALUE: change)
+  status                       how far each table is linked, when it went last
+  settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)
   company run FILE | show      answer a qbXML document; what the file holds
   company set NAME VALUE       how a connection to it is met: permission, dialog ...
   billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)

@@ -10,8 +10,9 @@ namespace twqb::cli {
 
 // CREATE statements of every table.
 [[nodiscard]] std::string_view BillingSchema();
-// INSERT statements.
+// INSERT statements: the firm's clients, and behind them what it works with.
 [[nodiscard]] std::string_view SampleFirm();
+[[nodiscard]] std::string_view SampleWork();
 // A qbXML document of the United States form, version 3.0.
 [[nodiscard]] std::string_view SampleCustomers();
 

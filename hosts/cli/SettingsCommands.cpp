@@ -1,16 +1,11 @@
 #include <fmt/format.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "cli/Checks.h"
 #include "cli/Commands.h"
-#include "cli/Composition.h"
 #include "cli/Output.h"
-#include "platform/Text.h"
-#include "services/ModuleVariables.h"
-#include "services/Settings.h"
+#include "cli/SettingsStore.h"
 
 namespace twqb::cli {
 
@@ -22,44 +17,8 @@ struct SettingsArguments {
   std::string value;
 };
 
-// The library over the store in use. No bridge object: that would write to the log.
-class SettingsStore {
- public:
-  explicit SettingsStore(const Options& options)
-      : place_(Checked(options)), composition_(place_, ReadSurroundings(options)) {
-    Vars().g_ConnectString = place_.billing;
-    Vars().g_TWSettingsPath = place_.settings;
-    Vars().g_UseTWSTable = options.settingsTable;
-  }
-
-  [[nodiscard]] std::optional<std::string> Read(const SettingsArguments& entry) const {
-    const std::string missing = "\n";  // no value of either store
-    auto value = gf_ReadSettings(entry.section, entry.key, place_.settings, missing);
-    if (value == missing) return std::nullopt;
-    return value;
-  }
-
-  [[nodiscard]] bool Write(const SettingsArguments& entry) const {
-    return gf_WriteSettings(entry.section, entry.key, entry.value, place_.settings);
-  }
-
- private:
-  static Workplace Checked(const Options& options) {
-    auto place = WorkplaceOf(options);
-    if (options.settingsTable) {
-      CheckBilling(place);
-    } else {
-      CheckSettings(place);
-    }
-    return place;
-  }
-
-  Workplace place_;
-  Composition composition_;
-};
-
 ExitStatus Get(const Options& options, const SettingsArguments& entry) {
-  const auto value = SettingsStore(options).Read(entry);
+  const auto value = SettingsStore(options).Read(entry.section, entry.key);
   if (!value) {
     Tell(fmt::format("[{}] {} is not set.", entry.section, entry.key));
     return ExitStatus::Failed;
@@ -70,12 +29,19 @@ ExitStatus Get(const Options& options, const SettingsArguments& entry) {
 
 ExitStatus Set(const Options& options, const SettingsArguments& entry) {
   const SettingsStore store(options);
-  if (!store.Write(entry)) return ExitStatus::Failed;  // the desk has told why
+  if (!store.Write(entry.section, entry.key, entry.value)) return ExitStatus::Failed;  // the desk has told why
   // What the store gives back is what a transfer will go by: it trims values, and a file's have 254 characters at most.
-  const auto kept = store.Read(entry).value_or("");
+  const auto kept = store.Read(entry.section, entry.key).value_or("");
   if (kept == entry.value) return ExitStatus::Done;
   throw UsageError(
       fmt::format("[{}] {} can't hold that value: it reads back as \"{}\".", entry.section, entry.key, kept));
+}
+
+ExitStatus List(const Options& options) {
+  const auto entries = SettingsStore(options).Entries();
+  for (const auto& entry : entries) Print(fmt::format("{}={}\n", entry.name, entry.value));
+  if (entries.empty()) Tell("Nothing is set.");
+  return ExitStatus::Done;
 }
 
 CLI::App* AddEntryCommand(CLI::App& group, const char* name, const char* text, SettingsArguments& entry) {
@@ -103,6 +69,9 @@ void AddSettingsCommands(CLI::App& app, Command& chosen) {
       ->type_name("");
   set->footer("Example:\n  twqb settings set QBGET_ Customers_OptNever True");
   set->callback([entry, &chosen] { chosen = [entry](const Options& options) { return Set(options, *entry); }; });
+
+  auto* list = group->add_subcommand("list", "Print every value that is set");
+  list->callback([&chosen] { chosen = List; });
 }
 
 }  // namespace twqb::cli

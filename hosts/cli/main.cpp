@@ -1,51 +1,5 @@
-// The program twqb: reads the command line, carries the command out, and turns every way to end into an exit status.
+// The program twqb.
 
-#include <fmt/format.h>
+#include "cli/Program.h"
 
-#include <csignal>
-#include <exception>
-
-#include "cli/CommandLine.h"
-#include "cli/Output.h"
-#include "platform/PlatformError.h"
-#include "platform/desk.h"
-
-namespace {
-
-using namespace twqb;
-using namespace twqb::cli;
-
-ExitStatus Run(int argc, const char* const* argv) {
-  const auto line = ParseCommandLine(argc, argv);
-  auto status = ExitStatus::Done;
-  if (line.command && line.text.empty()) {
-    EnterFolder(line.options);
-    status = line.command(line.options);
-  } else {
-    Print(line.text);
-  }
-  FlushOutput();
-  return status;
-}
-
-ExitStatus RunGuarded(int argc, const char* const* argv) {
-  try {
-    return Run(argc, argv);
-  } catch (const DeskGaveUp& failure) {
-    Tell(failure.question());
-    return ExitStatus::NoAnswer;
-  } catch (const PlatformError& failure) {
-    Tell(fmt::format("{} {}", HexNumber(failure.number()), failure.description()));
-  } catch (const std::exception& failure) {
-    Tell(failure.what());
-  }
-  return ExitStatus::Unusable;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  // A reader that goes away is an output that can't be written, and no reason to die in the middle of a transfer.
-  std::signal(SIGPIPE, SIG_IGN);
-  return static_cast<int>(RunGuarded(argc, argv));
-}
+int main(int argc, char** argv) { return twqb::cli::RunProgram(argc, argv); }

@@ -2,12 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <array>
-
+#include "bridge/BillReview.h"
+#include "bridge/TableRoutines.h"
 #include "engine/RecordReader.h"
 #include "engine/SelectionQueries.h"
 #include "events/modSubscribe.h"
-#include "lists/modClients.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
 #include "quickbooks/Session.h"
@@ -23,36 +22,11 @@ namespace twqb {
 
 namespace {
 
-// What a table does in each direction. A table without a routine is not part of this version.
-struct TableRoutines {
-  std::int32_t table;
-  void (*send)(const std::string& sql, const SavedFilters& filters, QBSessionManager& session);
-  void (*get)(const RecordList& records, const SavedFilters& filters, bool blnByID, ado::Connection* connection);
-};
-
-constexpr std::array kRoutines = {
-    TableRoutines{
-        .table = enClients,
-        .send = [](const std::string& sql, const SavedFilters& filters,
-                   QBSessionManager& session) { MoveClientsToQB(sql, filters.Never, filters.MostRecent, session); },
-        .get =
-            [](const RecordList& records, const SavedFilters& filters, bool blnByID, ado::Connection* connection) {
-              MoveClientsToTW(records, filters.Never, filters.MostRecent, blnByID ? Dependent::Yes : Dependent::No,
-                              connection);
-            },
-    },
-};
-
-const TableRoutines* FindRoutines(std::int32_t table) {
-  for (const auto& routines : kRoutines) {
-    if (routines.table == table) return &routines;
-  }
-  return nullptr;
-}
-
 // Sending estimates is a regular run that does nothing: they are only ever read.
 bool IsBuilt(Direction direction, std::int32_t table) {
-  return FindRoutines(table) != nullptr || (direction == Direction::Send && table == enEstimates);
+  const auto* routines = FindTableRoutines(table);
+  if (direction == Direction::Send && table == enEstimates) return true;
+  return routines != nullptr && (direction == Direction::Send ? routines->send != nullptr : routines->get != nullptr);
 }
 
 void RefuseTable(Direction direction, std::int32_t table) {
@@ -242,17 +216,40 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
 }
 
 // The filters of a get, as the reader takes them.
-ReadFilters ReadFiltersOf(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID) {
+ReadFilters ReadFiltersOf(std::int32_t table, const TableRead& read, const SavedFilters& filters, ActiveOnly activeOnly,
+                          bool blnByID) {
   return {.strID = filters.Filter2a,
           .strFromDate = filters.Date1a,
           .strToDate = filters.Date1b,
           .strNameFrom = filters.Filter1a,
           .strNameTo = filters.Filter1b,
           .IsDependent = blnByID,
-          .IsVendor = table == enVendors,
-          .activeOnly = activeOnly,
-          .strTxnFrom = filters.From,
-          .strTxnTo = filters.To};
+          .ExpenseLogKind = read.ExpenseLogKind,
+          .activeOnly = read.looksUpActiveOnly ? LookUpActiveOnly(table, ActiveOnly::LookUp) : activeOnly,
+          .strTxnFrom = read.takesTransactionDates ? filters.From : std::string(),
+          .strTxnTo = read.takesTransactionDates ? filters.To : std::string()};
+}
+
+// Step 4 of a send. False: the table's run ends at once.
+bool DispatchSend(std::int32_t table, const SendCall& call) {
+  const auto* routines = FindTableRoutines(table);
+  if (table == enEstimates) {
+    Vars().g_TableOk = TableOk::True;
+    return true;
+  }
+  if (table != enExpenseLog) return routines->send(call);
+  // Expenses go only where a selection names them, and their outcome is not looked at.
+  if (!call.sql.empty()) {
+    (void)routines->send(call);
+    ReviewTransferredBill(call.session);
+  }
+  Vars().g_TableOk = TableOk::True;
+  return true;
+}
+
+void TellExpensesOfVersion1() {
+  TheDesk().ShowMessageBox(
+      {.text = "QuickBooks 2002 Does not provide complete support for Transferring the Expense Log", .title = "Error"});
 }
 
 }  // namespace
@@ -275,22 +272,20 @@ bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilter
 
 bool SendTableToQB(std::int32_t table, const SavedFilters& filters) {
   if (table >= enAll) return true;
-  const auto* routines = FindRoutines(table);
   if (!IsBuilt(Direction::Send, table)) {
     RefuseTable(Direction::Send, table);
     return false;
   }
-  // 1. to 5.; the connection is released on every way out.
   return RunAs("SendTableToQB", false, [&] {
+    // 1. The connection is released on every way out.
     return WithGlobalConnection([&] {
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
+      // 2., 3.
       const auto sql = BuildSelectSQL(table, filters);
       Vars().g_TableOk = TableOk::False;
-      if (routines != nullptr) {
-        routines->send(sql, filters, *Vars().g_QBSession);
-      } else {
-        Vars().g_TableOk = TableOk::True;
-      }
+      // 4.
+      if (!DispatchSend(table, {.sql = sql, .filters = filters, .session = *Vars().g_QBSession})) return false;
+      // 5.
       return Vars().g_TableOk == TableOk::True;
     });
   });
@@ -299,7 +294,6 @@ bool SendTableToQB(std::int32_t table, const SavedFilters& filters) {
 bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
                     ado::Connection* connection) {
   if (table == enAll) return true;
-  const auto* routines = FindRoutines(table);
   if (!IsBuilt(Direction::Get, table)) {
     RefuseTable(Direction::Get, table);
     return false;
@@ -311,10 +305,16 @@ bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly 
       Vars().g_TableOk = TableOk::False;
       activeOnly = LookUpActiveOnly(table, activeOnly);
       // 2.
-      RecordList records;
-      if (ApplyQBFiltersAndReadRecords(table, records, *Vars().g_QBSession,
-                                       ReadFiltersOf(table, filters, activeOnly, blnByID))) {
-        routines->get(records, filters, blnByID, connection);
+      if (table == enExpenseLog && Vars().g_QBMajorVer == 1) TellExpensesOfVersion1();
+      std::int16_t part = 0;
+      for (const auto& read : ReadsOf(table)) {
+        RecordList records;
+        if (ApplyQBFiltersAndReadRecords(read.kind, records, *Vars().g_QBSession,
+                                         ReadFiltersOf(table, read, filters, activeOnly, blnByID))) {
+          FindTableRoutines(table)->get(
+              {.records = records, .filters = filters, .blnByID = blnByID, .connection = connection, .part = part});
+        }
+        ++part;
       }
       // 3.
       return Vars().g_NoQBRecords || Vars().g_TableOk != TableOk::False;

@@ -75,7 +75,7 @@ class GetRun {
       TheDesk().PumpMessages();
     }
     // 5.2
-    if (!table_.belongs(record)) return;
+    if (table_.belongs != nullptr && !table_.belongs(record)) return;
     // 5.3
     const auto listId = record["ListID"].GetValue();
     OpenLookup("QBLinkID", listId);
@@ -83,7 +83,7 @@ class GetRun {
     // 5.4 or 5.5, up to a row to write to.
     if (known ? !FindRow(record, listId) : !AddRow(record)) return;
     // 5.6
-    table_.writeFields(*rows_, record);
+    WriteFields(table_, *rows_, record);
     // 5.7, 5.8
     rows_->SetField("QBLinkID", listId);
     rows_->SetField("LastUpdated", LocalToUTC(TheMachine().Now()));

@@ -9,6 +9,7 @@
 #include "services/Settings.h"
 #include "services/TableNames.h"
 #include "services/msgForm.h"
+#include "twqb/enTables.h"
 
 namespace twqb {
 
@@ -18,6 +19,34 @@ constexpr std::string_view kRoutine = "ApplyQBFiltersAndReadRecords";
 constexpr std::int32_t kStatusFoundNothing = 1;
 constexpr std::int32_t kStatusIncomplete = 500;
 
+// The answers on expense codes, by the place of their queries in the set.
+constexpr std::size_t kOtherChargeItems = 0;
+constexpr std::size_t kInventoryItems = 1;
+constexpr std::size_t kNonInventoryItems = 2;
+
+// Takes the answer to one query over, if it has records.
+bool TakeOver(const ReaderMember& member, const ReadFilters& filters, const MsgSetResponse& answer, std::size_t index,
+              RecordList& records) {
+  const auto& response = answer.GetAt(index);
+  if (response.StatusCode() != 0) return false;
+  GetQBRecordsInCollectionObject(member, filters, response, Into::ListInHand, records);
+  return true;
+}
+
+// Expense codes are items of three kinds in one list. Called with a first answer of records or of status 500.
+bool TakeOverItems(const ReaderMember& member, const ReadFilters& filters, const MsgSetResponse& answer,
+                   RecordList& records) {
+  if (TakeOver(member, filters, answer, kOtherChargeItems, records)) {
+    if (!filters.strID.empty()) return true;
+    TakeOver(member, filters, answer, kInventoryItems, records);
+    TakeOver(member, filters, answer, kNonInventoryItems, records);
+    return true;
+  }
+  // Without the first kind, the one record is of one of the others.
+  return TakeOver(member, filters, answer, kInventoryItems, records) ||
+         TakeOver(member, filters, answer, kNonInventoryItems, records);
+}
+
 bool ReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session, ReadFilters filters) {
   // 1. The table's text; 2. whether inactive records are wanted.
   const auto text = GetTableName(Direction::Get, tableKind);
@@ -25,10 +54,10 @@ bool ReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& 
   // 3.
   Vars().g_NoQBRecords = false;
   // 4. The query.
-  const auto* member = FindReaderMember(tableKind);
+  const auto* member = FindReaderMember(tableKind, filters.ExpenseLogKind);
   if (member == nullptr) return false;
   auto messageSet = RequireMsgSetRequest(session);
-  member->applyFilters(filters, messageSet);
+  ApplyQBFilters(*member, filters, messageSet);
   // 5. A whole table may take a while.
   if (filters.strID.empty() && !Vars().g_NoProgressBar) {
     constexpr int kSteps = 10;
@@ -49,13 +78,14 @@ bool ReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& 
       Vars().g_NoQBRecords = true;
       return false;
     case kStatusIncomplete:
-      return false;
+      return tableKind == enExpenseCodes && TakeOverItems(*member, filters, answer, records);
     default:
       ShowQBError(response);
       return false;
   }
   // 8.
-  member->copyRecords(response, records);
+  if (tableKind == enExpenseCodes) return TakeOverItems(*member, filters, answer, records);
+  GetQBRecordsInCollectionObject(*member, filters, response, Into::NewList, records);
   return true;
 }
 

@@ -2,14 +2,16 @@
 
 #include <fmt/format.h>
 
-#include <array>
+#include <optional>
 #include <string_view>
 
+#include "engine/SelectionTables.h"
+#include "platform/Text.h"
+#include "platform/Value.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
 #include "services/TableNames.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
@@ -17,83 +19,94 @@ namespace {
 
 constexpr std::string_view kNeverSent = "01/01/1900";
 
-// One table's statement. In the clauses {K} is the connecting word, {a} and {b} the pair of filter values.
-struct Selection {
-  enTables table;
-  std::string_view base;
-  bool baseHasWhere = false;
-  std::string_view prefix;      // of the columns in the clauses on LastUpdated and QBLinkID
-  std::string_view lastSendOr;  // between the date and the tests for unlinked rows
-  std::string_view rangeEnd;
-  std::array<std::string_view, 3> between;  // for the first, second and third pair; empty: no such clause
-  std::string_view activeOnly;              // begins with AND even behind a base without WHERE
-};
-
-constexpr std::array kSelections = {
-    Selection{
-        .table = enClients,
-        .base = "SELECT ClientID, ClientFName, ClientLName, ClientMI, ClientCompany, ClientStreet, ClientStreet2, "
-                "ClientCity, ClientState, ClientZip,ClientPhone, ClientMainPhone, ClientFax, ClientEmail, QBLinkID, "
-                "LastUpdated, ClientSince, ClientMainSalt FROM Client ",
-        .prefix = "",
-        .lastSendOr = "  OR ",
-        .rangeEnd = ")",
-        .between = {"{K}ClientID BETWEEN '{a}' AND '{b}' ",
-                    "{K}(ClientID IN(SELECT ClientID FROM ClientGroupDetail  WHERE CGID BETWEEN '{a}' AND '{b}')) ",
-                    ""},
-        .activeOnly = " AND (Client.Status IS NULL OR Client.Status = 'Active') ",
-    },
-};
-
-const Selection* FindSelection(std::int32_t table) {
-  for (const auto& selection : kSelections) {
-    if (selection.table == table) return &selection;
-  }
-  return nullptr;
+std::string Literal(Date date) {
+  const char delimiter = Vars().g_DbKind == "SQL" ? '\'' : '#';
+  return fmt::format("{0}{1}{0}", delimiter, FormatSQLDate(date, DateForm::WithTime));
 }
 
-// A statement that grows by clauses.
-class Statement {
+// What stands in a clause.
+struct ClauseValues {
+  std::string a;
+  std::string b = {};
+};
+
+bool BothOf(std::string_view a, std::string_view b) { return !a.empty() && !b.empty(); }
+
+// The filters of a run, with its dates read.
+class Narrowing {
  public:
-  explicit Statement(const Selection& selection)
-      : selection_(selection), text_(selection.base), hasWhere_(selection.baseHasWhere) {}
-
-  // Changed since the last send, never linked, or without a date.
-  void AddLastSend(Date lastSend) {
-    const auto p = selection_.prefix;
-    text_ += fmt::format("{}(({}LastUpdated > {}){}{}QBLinkID IS NULL OR {}QBLinkID = '' OR {}LastUpdated IS NULL) ",
-                         Connect(), p, Literal(lastSend), selection_.lastSendOr, p, p, p);
+  Narrowing(std::int32_t table, const SavedFilters& filters)
+      : filters_(filters), hasRange_(BothOf(filters.Date1a, filters.Date1b)) {
+    const auto key = std::string(GetTableName(Direction::Send, table)) + "_LastSendAt";
+    lastSend_ = LocalToUTC(TextToDate(gf_ReadSettings("QBSEND_", key, Vars().g_TWSettingsPath, kNeverSent)));
+    if (!hasRange_) return;
+    rangeFrom_ = TextToDate(filters.Date1a);
+    rangeTo_ = TextToDate(filters.Date1b).PlusDays(1);
   }
 
-  void AddRange(Date from, Date to) {
-    text_ += fmt::format("{}({}LastUpdated BETWEEN {} AND {}{}", Connect(), selection_.prefix, Literal(from),
-                         Literal(to), selection_.rangeEnd);
+  // Nothing when the clause is off.
+  [[nodiscard]] std::optional<ClauseValues> ValuesOf(ClauseOn on) const {
+    switch (on) {
+      case ClauseOn::LastSend:
+        if (hasRange_ || filters_.IgnoreLastSync || lastSend_ == TextToDate(kNeverSent)) return {};
+        return ClauseValues{.a = Literal(lastSend_)};
+      case ClauseOn::Range:
+        if (!hasRange_) return {};
+        return Range();
+      case ClauseOn::Filter1:
+        return Pair(filters_.Filter1a, filters_.Filter1b);
+      case ClauseOn::Filter2:
+        return Pair(filters_.Filter2a, filters_.Filter2b);
+      case ClauseOn::Filter3:
+        return Pair(filters_.Filter3a, filters_.Filter3b);
+      case ClauseOn::FromTo:
+        if (!BothOf(filters_.From, filters_.To)) return {};
+        return ClauseValues{.a = Literal(TextToDate(filters_.From)), .b = Literal(TextToDate(filters_.To))};
+      case ClauseOn::RangeOnFromTo:
+        if (!BothOf(filters_.From, filters_.To)) return {};
+        return Range();
+    }
+    return {};
   }
-
-  // Only when both values of the pair are there. The values are not protected against quotes.
-  void AddBetween(std::string_view clause, std::string_view a, std::string_view b) {
-    if (clause.empty() || a.empty() || b.empty()) return;
-    text_ += fmt::format(fmt::runtime(clause), fmt::arg("K", Connect()), fmt::arg("a", a), fmt::arg("b", b));
-  }
-
-  void AddActiveOnly() { text_ += selection_.activeOnly; }
-  [[nodiscard]] std::string Finish() const { return text_ + ";"; }
 
  private:
-  std::string_view Connect() {
-    const std::string_view word = hasWhere_ ? " AND " : " WHERE ";
-    hasWhere_ = true;
-    return word;
-  }
-  static std::string Literal(Date date) {
-    const char delimiter = Vars().g_DbKind == "SQL" ? '\'' : '#';
-    return fmt::format("{0}{1}{0}", delimiter, FormatSQLDate(date, DateForm::WithTime));
+  [[nodiscard]] ClauseValues Range() const { return {.a = Literal(rangeFrom_), .b = Literal(rangeTo_)}; }
+  static std::optional<ClauseValues> Pair(const std::string& a, const std::string& b) {
+    if (!BothOf(a, b)) return {};
+    return ClauseValues{.a = a, .b = b};
   }
 
-  const Selection& selection_;
-  std::string text_;
-  bool hasWhere_;
+  const SavedFilters& filters_;
+  bool hasRange_;
+  Date lastSend_;
+  Date rangeFrom_;  // zero dates without a range
+  Date rangeTo_;
 };
+
+bool NotesAreMapped() {
+  return LeadingNumber(gf_ReadSettings("QBSEND", "_Time Entries_MapTENotes", Vars().g_TWSettingsPath, "0")) > 0;
+}
+
+std::string BaseOf(const Selection& selection) {
+  auto base = fmt::format("{}{}", selection.base, selection.where);
+  if (selection.noteColumn.empty() || NotesAreMapped()) return base;
+  return ReplaceAll(base, selection.noteColumn, "");
+}
+
+std::string WithClauses(const Selection& selection, std::string text, const SavedFilters& filters,
+                        const Narrowing& narrowing) {
+  bool hasWhere = text.find(" WHERE ") != std::string::npos;
+  for (const auto& clause : selection.clauses) {
+    const auto values = narrowing.ValuesOf(clause.on);
+    if (!values) continue;
+    text += fmt::format(fmt::runtime(clause.text), fmt::arg("K", hasWhere ? " AND " : " WHERE "),
+                        fmt::arg("P", selection.prefix), fmt::arg("a", values->a), fmt::arg("b", values->b));
+    hasWhere = true;
+  }
+  if (filters.ActiveOnly) text += selection.activeOnly;
+  text += selection.tail;
+  return text;
+}
 
 }  // namespace
 
@@ -101,20 +114,13 @@ std::string BuildSelectSQL(std::int32_t table, const SavedFilters& filters) {
   const auto* selection = FindSelection(table);
   if (selection == nullptr) return {};
 
-  const auto key = std::string(GetTableName(Direction::Send, table)) + "_LastSendAt";
-  const auto lastSend = LocalToUTC(TextToDate(gf_ReadSettings("QBSEND_", key, Vars().g_TWSettingsPath, kNeverSent)));
-
-  Statement statement(*selection);
-  if (!filters.Date1a.empty() && !filters.Date1b.empty()) {
-    statement.AddRange(TextToDate(filters.Date1a), TextToDate(filters.Date1b).PlusDays(1));
-  } else if (lastSend != TextToDate(kNeverSent) && !filters.IgnoreLastSync) {
-    statement.AddLastSend(lastSend);
-  }
-  statement.AddBetween(selection->between[0], filters.Filter1a, filters.Filter1b);
-  statement.AddBetween(selection->between[1], filters.Filter2a, filters.Filter2b);
-  statement.AddBetween(selection->between[2], filters.Filter3a, filters.Filter3b);
-  if (filters.ActiveOnly) statement.AddActiveOnly();
-  return statement.Finish();
+  const Narrowing narrowing(table, filters);
+  const bool isPassed = selection->passed != nullptr && !Vars().g_PassedID.empty();
+  if (selection->onlyPassed && !isPassed) return {};
+  auto base = BaseOf(*selection);
+  auto text =
+      isPassed ? selection->passed(base, filters) : WithClauses(*selection, std::move(base), filters, narrowing);
+  return text.empty() ? text : text + ";";
 }
 
 }  // namespace twqb

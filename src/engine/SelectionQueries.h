@@ -1,4 +1,4 @@
-// The one SELECT from which a send reads its rows. Each table's statement is a row of texts in the source file.
+// The one SELECT from which a send reads its rows. What each table's statement is made of stands in SelectionTables.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,11 @@
 
 namespace twqb {
 
-// `table` is a value of enTables. Empty for a table that has no statement; otherwise it ends with ";". Reads the time
-// of the table's last send from the settings; raises what they raise, and 13 for a date that is none.
+// `table` is a value of enTables. Empty for a table that has no statement, and where only named records are sent and
+// none is named; otherwise it ends with ";". Reads PassedID, the kind of database, and from the settings the time of
+// the table's last send; raises what they raise, and 13 for a date that is none.
+//
+// The values are not protected against quotes.
 [[nodiscard]] std::string BuildSelectSQL(std::int32_t table, const SavedFilters& filters);
 
 }  // namespace twqb

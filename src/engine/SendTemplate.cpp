@@ -91,7 +91,8 @@ class SendRun {
     }
     // 4.4, 4.5
     record_.linkId = ColumnText(*rows_, "QBLinkID");
-    table_.readRow(*rows_, record_);
+    record_.qbName = record_.key;
+    if (table_.readRow != nullptr) table_.readRow(*rows_, record_);
     record_.lastUpdatedIsNull = IsNull(rows_->Field("LastUpdated"));
     // 4.6
     auto messageSet = RequireMsgSetRequest(session_);
@@ -119,7 +120,7 @@ class SendRun {
     request["ListID"].SetValue(twin["ListID"].GetValue());
     request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
     if (!PairMoves(table_, Direction::Send, rule_, twin, *rows_)) return;
-    table_.assign(request, *rows_, RequestKind::Mod, record_);
+    AssignFields(table_, request, *rows_, RequestKind::Mod, record_);
     const auto answer = session_.DoRequests(messageSet);
     const auto& response = answer.GetAt(0);
     // Nothing is written back after a Mod.
@@ -133,7 +134,7 @@ class SendRun {
     std::set<std::string> tried;  // names as cut: a cut that takes the counter off again must end the rounds
     for (std::size_t retryIndex = 0;; ++retryIndex) {
       const auto request = messageSet.Append(table_.addRequest);
-      table_.assign(request, *rows_, RequestKind::Add, record_);
+      AssignFields(table_, request, *rows_, RequestKind::Add, record_);
       tried.insert(request["Name"].GetValue());
       const auto answer = session_.DoRequests(messageSet);
       const auto& response = answer.GetAt(retryIndex);
@@ -159,7 +160,7 @@ class SendRun {
                          nullptr);
     Vars().g_NewQBLinkID = listId;
     if (record_.lastUpdatedIsNull) {
-      connection_->Execute(table_.lastUpdatedStatement(record_.key, LocalToUTC(TheMachine().Now())), nullptr);
+      connection_->Execute(LastUpdatedStatement(table_, record_.key, LocalToUTC(TheMachine().Now())), nullptr);
     }
   }
 

@@ -28,6 +28,31 @@ void EndCancelled() {
   Vars().g_TableOk = TableOk::False;
 }
 
+void AssignFields(const TableDescription& table, const RequestField& request, const ado::Recordset& row,
+                  RequestKind kind, const SendRecord& record) {
+  if (table.assign != nullptr) {
+    table.assign(request, row, kind, record);
+    return;
+  }
+  SendFields(request, row, table.sendFields);
+  if (kind == RequestKind::Add) SetCut(request["Name"], record.qbName);
+}
+
+void WriteFields(const TableDescription& table, ado::Recordset& row, const Record& record) {
+  if (table.writeFields != nullptr) {
+    table.writeFields(row, record);
+    return;
+  }
+  for (const auto column : table.blankedColumns) row.SetField(column, std::string());
+  GetFields(row, record, table.getFields);
+}
+
+std::string LastUpdatedStatement(const TableDescription& table, std::string_view key, Date utc) {
+  if (table.lastUpdatedStatement != nullptr) return table.lastUpdatedStatement(key, utc);
+  return fmt::format("UPDATE {} SET LastUpdated = '{}' WHERE {} = '{}';", table.tableName,
+                     FormatSQLDate(utc, DateForm::WithTime), table.keyColumn, key);
+}
+
 std::string RecordLine(const TableDescription& table, std::string_view key) {
   return fmt::format("[{} = \"{}\"]", table.recordLabel, key);
 }

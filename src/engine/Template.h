@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,14 +24,12 @@ struct SendRecord {
   std::string linkId;  // empty: no twin
   bool lastUpdatedIsNull = false;
   std::string qbName;  // as built; the request cuts it
-  // What the table's own hook read besides, for its assign routine.
-  std::string firstName;
-  std::string lastName;
-  std::string middleName;
 };
 
 enum class RequestKind : std::uint8_t { Add, Mod };
 
+// What a table is. Only the names and texts are required: a hook that is left out does what its comment says, so a
+// table whose fields are all rows is a description and nothing else.
 struct TableDescription {
   std::int32_t table;  // of enTables
   std::string_view tableName;
@@ -51,19 +50,27 @@ struct TableDescription {
   std::string_view getLogText;   // the QuickBooks name follows
   std::string_view missingConnectionText;
 
-  // Statements.
-  std::string (*lastUpdatedStatement)(std::string_view key, Date utc);
+  // The statement that gives a new pair its date; left out: LastUpdated = 'mm/dd/yyyy hh:mm:ss'.
+  std::string (*lastUpdatedStatement)(std::string_view key, Date utc) = nullptr;
 
   // A send goes on with the next row after this error number instead of ending.
   std::optional<ErrorNumber> sendPassesOver = {};
 
-  // Hooks of the send: what is read of the row beforehand, and the fields of the request.
-  void (*readRow)(const ado::Recordset& row, SendRecord& record);
-  void (*assign)(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record);
+  // The fields of a request and of a row, but for name, link, date and a new row's key.
+  std::span<const SendField> sendFields = {};
+  std::span<const std::string_view> blankedColumns = {};  // first: a field that QuickBooks leaves out blanks its column
+  std::span<const GetField> getFields = {};
 
-  // Hooks of the get: which records belong to the table, and the columns but for link, date and a new row's key.
-  bool (*belongs)(const Record& record);
-  void (*writeFields)(ado::Recordset& row, const Record& record);
+  // Hooks of the send. What is read of the row beforehand; left out: its QuickBooks name is its key.
+  void (*readRow)(const ado::Recordset& row, SendRecord& record) = nullptr;
+  // The fields of the request; left out: `sendFields`, and of an Add the name.
+  void (*assign)(const RequestField& request, const ado::Recordset& row, RequestKind kind,
+                 const SendRecord& record) = nullptr;
+
+  // Hooks of the get. Which records belong to the table; left out: all.
+  bool (*belongs)(const Record& record) = nullptr;
+  // The columns; left out: `blankedColumns` and `getFields`.
+  void (*writeFields)(ado::Recordset& row, const Record& record) = nullptr;
 };
 
 // Sends the rows that `strSQL` selects. The outcome is `g_TableOk`; what went wrong has been told.
@@ -84,6 +91,12 @@ void GetTable(const TableDescription& table, const RecordList& records, bool opt
 
 // The end of a table that the user stopped: the wish is forgotten, told, and the outcome is False.
 void EndCancelled();
+
+// What a hook that is left out does.
+void AssignFields(const TableDescription& table, const RequestField& request, const ado::Recordset& row,
+                  RequestKind kind, const SendRecord& record);
+void WriteFields(const TableDescription& table, ado::Recordset& row, const Record& record);
+[[nodiscard]] std::string LastUpdatedStatement(const TableDescription& table, std::string_view key, Date utc);
 
 // The record line of the error box: [Client ID = "ACME"].
 [[nodiscard]] std::string RecordLine(const TableDescription& table, std::string_view key);

@@ -59,6 +59,10 @@ using When = SendField::When;
 using Cut = SendField::Cut;
 
 constexpr std::array kSendNames = {
+    SendField{.path = "CompanyName", .column = "ClientCompany"},
+    SendField{.path = "FirstName", .column = "ClientFName"},
+    SendField{.path = "LastName", .column = "ClientLName"},
+    SendField{.path = "MiddleName", .column = "ClientMI"},
     SendField{.path = "Salutation", .column = "ClientMainSalt", .when = When::NotBlank, .cut = Cut::Uncut},
 };
 // A client without any of these three is sent with a dot as its first line.
@@ -98,12 +102,7 @@ constexpr std::array kGetContacts = {
 
 // --- Hooks -----------------------------------------------------------------------------------------------------------
 
-void ReadClientRow(const ado::Recordset& row, SendRecord& record) {
-  record.firstName = ColumnText(row, "ClientFName");
-  record.lastName = ColumnText(row, "ClientLName");
-  record.middleName = ColumnText(row, "ClientMI");
-  record.qbName = GetQBClientName(row);
-}
+void ReadClientRow(const ado::Recordset& row, SendRecord& record) { record.qbName = GetQBClientName(row); }
 
 struct ContactName {
   std::string first;
@@ -182,10 +181,6 @@ std::string GetQBClientName(const ado::Recordset& row) {
 
 void AssignClientFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
                            const SendRecord& record) {
-  SetCut(request["CompanyName"], ColumnText(row, "ClientCompany"));
-  SetCut(request["FirstName"], record.firstName);
-  SetCut(request["LastName"], record.lastName);
-  SetCut(request["MiddleName"], record.middleName);
   SendFields(request, row, kSendNames);
   if (SendFields(request, row, kSendAddressLines) == 0) request["BillAddress"]["Addr1"].SetValue(".");
   const std::array places = {

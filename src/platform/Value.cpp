@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -22,6 +23,20 @@ struct TextOf {
   std::string operator()(Date value) const { return GeneralDate(value); }
   std::string operator()(const std::string& value) const { return value; }
 };
+
+// The number at the front of a text, and whether it is all of it.
+struct FrontNumber {
+  std::optional<double> value;
+  bool isWhole = false;
+};
+
+FrontNumber ReadNumber(std::string_view text) {
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  double value = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (failure != std::errc{} || !std::isfinite(value)) return {};
+  return {.value = value, .isWhole = end == text.data() + text.size()};
+}
 
 }  // namespace
 
@@ -44,16 +59,12 @@ std::string NumberToText(double value) {
 std::string ToText(const Value& value) { return std::visit(TextOf{}, value); }
 
 double TextToNumber(std::string_view text) {
-  const auto trimmed = Trim(text);
-  std::string_view digits = trimmed;
-  if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
-  double value = 0;
-  const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (failure != std::errc{} || end != digits.data() + digits.size() || digits.empty() || !std::isfinite(value)) {
-    throw PlatformError(error::kConversion);
-  }
-  return value;
+  const auto number = ReadNumber(Trim(text));
+  if (!number.value || !number.isWhole) throw PlatformError(error::kConversion);
+  return *number.value;
 }
+
+double LeadingNumber(std::string_view text) { return ReadNumber(Trim(text)).value.value_or(0); }
 
 std::int64_t TextToInteger(std::string_view text) {
   const double value = TextToNumber(text);

@@ -28,6 +28,8 @@ using Value = std::variant<Null, bool, std::int64_t, double, Currency, Date, std
 // A whole number, halves rounded to even. Raises 13 for what is no number.
 [[nodiscard]] std::int64_t TextToInteger(std::string_view text);
 [[nodiscard]] double TextToNumber(std::string_view text);
+// The number that the text begins with, behind blanks; 0 when it begins with none. Never raises.
+[[nodiscard]] double LeadingNumber(std::string_view text);
 // A date value, a date serial, or a text that reads as a date. Raises 94 for NULL and 13 for anything else.
 [[nodiscard]] Date ToDate(const Value& value);
 

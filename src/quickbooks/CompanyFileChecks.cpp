@@ -168,14 +168,14 @@ void BackUp(const std::string& companyFile, const std::string& databaseFile) {
 }  // namespace
 
 std::string gf_OpenFile(std::string_view strInitialFolder) {
-  constexpr std::size_t kLongestPath = 255;
+  constexpr std::size_t kFileBuffer = 255;  // characters, the closing NUL included
   std::string chosen;
   const auto raised = CatchError([&] {
     chosen = TheDesk().OpenFileDialog({.title = "Open QuickBooks File",
                                        .folder = std::string(strInitialFolder),
                                        .filterName = "QuickBooks Files (*.qbw)",
                                        .pattern = "*.qbw"});
-    if (CharacterCount(chosen) > kLongestPath) chosen.clear();  // the dialog can't hand it over
+    if (CharacterCount(chosen) >= kFileBuffer) chosen.clear();  // the dialog can't hand it over
     TheDesk().PumpMessages();
   });
   if (!raised) return chosen;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "platform/Text.h"
 #include "services/Database.h"
@@ -132,7 +133,8 @@ bool ValidateSIN(std::string_view text) {
 }
 
 std::string GenerateGUID() {
-  const auto bytes = TheMachine().CreateGuid();
+  std::optional<GuidBytes> bytes;
+  IgnoreErrors([&] { bytes = TheMachine().CreateGuid(); });
   if (!bytes) {
     TheDesk().ShowMessageBox(
         {.text = "Could Not Generate A GUID", .title = "Tallywick - QuickBooks Client", .icon = BoxIcon::Error});

@@ -53,6 +53,14 @@ void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::s
   IgnoreErrors([] { TheDesk().Beep(); });
 }
 
+void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised) {
+  IgnoreErrors([&] {
+    TheDesk().ShowMessageBox({.text = fmt::format("Error in '{}()' :- {}\r\nError No = {}", strProcedure,
+                                                  raised.description(), Signed(raised.number())),
+                              .title = "Error"});
+  });
+}
+
 void WriteLog(std::string_view strLine) {
   IgnoreErrors([&] {
     auto& machine = TheMachine();

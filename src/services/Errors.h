@@ -14,6 +14,9 @@ namespace twqb {
 // Shows the error box (warning icon, "WARNING"), pumps messages and beeps. Ignores errors of its own.
 void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::string_view strProcedure);
 
+// The box that the routines of some tables show instead: plain, titled "Error", in words of its own.
+void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised);
+
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
 

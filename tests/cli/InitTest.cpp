@@ -47,6 +47,17 @@ TEST(Init, The_sample_is_on_both_sides_and_nothing_is_linked) {
   EXPECT_THAT(folder.Done({"company", "show"}), testing::ContainsRegex("Customer +15\n"));
 }
 
+TEST(Init, The_sample_has_rows_in_every_table_that_is_sent) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample"});
+  for (const std::string table :
+       {"Employee", "Project", "Activity", "Expense", "AccountList", "ExpenseLog", "TimeEntry", "TransactionTable",
+        "ManInvDetail", "Payment", "VendorBill", "EmployeeGroupDetail", "ProjectGroupDetail", "ActivityGroupDetail",
+        "ExpenseGroupDetail"}) {
+    EXPECT_NE(folder.Scalar("SELECT COUNT(*) FROM " + table), "0") << table;
+  }
+}
+
 class InitOnExistingFile : public testing::TestWithParam<std::string> {};
 
 TEST_P(InitOnExistingFile, Refuses_and_makes_nothing) {

@@ -153,6 +153,14 @@ TEST_F(ConditionsOfACompany, A_refused_host_query_is_answered_with_a_status_and_
   EXPECT_EQ(Send("<HostQueryRq/>").Value("MajorVersion"), "16");
 }
 
+TEST_F(ConditionsOfACompany, A_host_query_that_is_unknown_is_refused_with_its_whole_document_and_no_other_request_is) {
+  Set("host-query", "unknown");
+  EXPECT_EQ(NumberRaised([&] { (void)file_->Process(Document("<HostQueryRq/>")); }), error::kParse);
+  EXPECT_EQ(AddNamed("Acme").code, 0);
+  Set("host-query", "answered");
+  EXPECT_EQ(Send("<HostQueryRq/>").Value("MajorVersion"), "16");
+}
+
 }  // namespace
 
 }  // namespace twqb::company

@@ -3,41 +3,27 @@
 #include <gtest/gtest.h>
 
 #include "engine/ReaderMembers.h"
-#include "engine/RecordReader.h"
-#include "tests/engine/SpiedHouse.h"
-#include "twqb/enTables.h"
+#include "tests/engine/ReaderHouse.h"
 
 namespace twqb {
 namespace {
 
 constexpr std::string_view kAll = "<ActiveStatus>All</ActiveStatus>";
 
-class ReaderHouse : public SpiedHouse {
+class CustomersHouse : public ReaderHouse {
  public:
-  explicit ReaderHouse(std::string_view faults = {}) : SpiedHouse({}, faults) { Connect(); }
+  explicit CustomersHouse(std::string_view faults = {}) : ReaderHouse(enClients, faults) {}
 
-  bool Read(const ReadFilters& filters = {}) {
-    return ApplyQBFiltersAndReadRecords(enClients, records, Session(), filters);
-  }
   // The query as it went out last.
   [[nodiscard]] std::string Query() const { return Requests("CustomerQueryRq").back(); }
-  [[nodiscard]] std::string Names() const {
-    std::string names;
-    for (const auto& record : records) names += record["Name"].GetValue() + " ";
-    return names;
+  void AnswerCustomers(std::string customers) {
+    AnswerWith({{.message = "CustomerQuery", .records = std::move(customers)}});
   }
   void AddCustomers(int count) {
     for (int i = 1; i <= count; ++i) AddCustomer("<Name>C" + std::to_string(i) + "</Name>");
   }
-
-  RecordList records;
 };
 
-std::string Answer(std::string_view records) {
-  return "<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><CustomerQueryRs requestID=\"1\" statusCode=\"0\" "
-         "statusSeverity=\"Info\" statusMessage=\"Status OK\">" +
-         std::string(records) + "</CustomerQueryRs></QBXMLMsgsRs></QBXML>";
-}
 std::string CustomerRet(std::string_view listId, std::string_view name, std::string_view sublevel) {
   return "<CustomerRet><ListID>" + std::string(listId) + "</ListID><Name>" + std::string(name) + "</Name>" +
          std::string(sublevel) + "</CustomerRet>";
@@ -46,7 +32,7 @@ std::string CustomerRet(std::string_view listId, std::string_view name, std::str
 // --- The query -------------------------------------------------------------------------------------------------------
 
 TEST(ClientReader, Without_filters_all_customers_are_asked_for_inactive_ones_too) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomer("<Name>Idle</Name><IsActive>false</IsActive>");
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.Query(), kAll);
@@ -54,7 +40,7 @@ TEST(ClientReader, Without_filters_all_customers_are_asked_for_inactive_ones_too
 }
 
 TEST(ClientReader, Active_records_alone_are_asked_for_on_demand) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomer("<Name>Busy</Name>");
   house.AddCustomer("<Name>Idle</Name><IsActive>false</IsActive>");
   EXPECT_TRUE(house.Read({.activeOnly = ActiveOnly::True}));
@@ -63,7 +49,7 @@ TEST(ClientReader, Active_records_alone_are_asked_for_on_demand) {
 }
 
 TEST(ClientReader, LookUp_takes_the_saved_setting_of_the_get_name) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read({.activeOnly = ActiveOnly::LookUp}));
   EXPECT_EQ(house.Query(), kAll);
@@ -75,7 +61,7 @@ TEST(ClientReader, LookUp_takes_the_saved_setting_of_the_get_name) {
 }
 
 TEST(ClientReader, Both_dates_are_sent_as_local_times) {
-  ReaderHouse house;
+  CustomersHouse house;
   EXPECT_FALSE(house.Read({.strFromDate = "3/4/2008 1:02:03 PM", .strToDate = "3/5/2008"}));
   EXPECT_EQ(house.Query(), std::string(kAll) +
                                "<FromModifiedDate>2008-03-04T13:02:03</FromModifiedDate>"
@@ -83,7 +69,7 @@ TEST(ClientReader, Both_dates_are_sent_as_local_times) {
 }
 
 TEST(ClientReader, One_date_alone_is_ignored) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read({.strFromDate = "3/4/2030"}));
   EXPECT_EQ(house.Query(), kAll);
@@ -92,7 +78,7 @@ TEST(ClientReader, One_date_alone_is_ignored) {
 }
 
 TEST(ClientReader, A_range_of_names_is_sent_and_half_of_one_is_not) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(3);
   EXPECT_TRUE(house.Read({.strNameFrom = "C2", .strNameTo = "C3"}));
   EXPECT_EQ(house.Query(),
@@ -105,7 +91,7 @@ TEST(ClientReader, A_range_of_names_is_sent_and_half_of_one_is_not) {
 }
 
 TEST(ClientReader, An_identifier_wins_over_every_filter_and_finds_an_inactive_record) {
-  ReaderHouse house;
+  CustomersHouse house;
   const auto id = house.AddCustomer("<Name>Idle</Name><IsActive>false</IsActive>");
   EXPECT_TRUE(house.Read({.strID = id,
                           .strFromDate = "1/1/2030",
@@ -118,12 +104,12 @@ TEST(ClientReader, An_identifier_wins_over_every_filter_and_finds_an_inactive_re
 }
 
 TEST(ClientReader, The_set_goes_out_in_the_countrys_form) {
-  ReaderHouse house;
+  CustomersHouse house;
   (void)house.Read();
   EXPECT_NE(house.traffic.documents.back().find("<?qbxml version=\"3.0\"?>"), std::string::npos);
   EXPECT_NE(house.traffic.documents.back().find("onError=\"continueOnError\""), std::string::npos);
   Vars().g_QBCountry = "ca";
-  house.traffic.canned.push_back(Answer(""));
+  house.AnswerCustomers("");
   (void)house.Read();
   EXPECT_NE(house.traffic.documents.back().find("<?qbxml version=\"CA3.0\"?>"), std::string::npos);
 }
@@ -131,14 +117,14 @@ TEST(ClientReader, The_set_goes_out_in_the_countrys_form) {
 // --- The answer ------------------------------------------------------------------------------------------------------
 
 TEST(ClientReader, An_empty_company_is_no_records_without_a_box) {
-  ReaderHouse house;
+  CustomersHouse house;
   EXPECT_FALSE(house.Read());
   EXPECT_TRUE(Vars().g_NoQBRecords);
   EXPECT_TRUE(house.BoxTexts().empty());
 }
 
 TEST(ClientReader, No_records_is_forgotten_by_the_next_read) {
-  ReaderHouse house;
+  CustomersHouse house;
   Vars().g_NoQBRecords = true;
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read());
@@ -146,7 +132,7 @@ TEST(ClientReader, No_records_is_forgotten_by_the_next_read) {
 }
 
 TEST(ClientReader, An_identifier_that_is_gone_is_False_in_silence) {
-  ReaderHouse house;
+  CustomersHouse house;
   EXPECT_FALSE(house.Read({.strID = "80000001-1"}));  // status 500
   EXPECT_FALSE(Vars().g_NoQBRecords);
   EXPECT_TRUE(house.BoxTexts().empty());
@@ -154,7 +140,7 @@ TEST(ClientReader, An_identifier_that_is_gone_is_False_in_silence) {
 }
 
 TEST(ClientReader, An_identifier_that_is_answered_as_found_nothing_is_False_in_silence_too) {
-  ReaderHouse house("CustomerQueryRq 1 status 1 Info \"Nothing.\"");
+  CustomersHouse house("CustomerQueryRq 1 status 1 Info \"Nothing.\"");
   EXPECT_FALSE(house.Read({.strID = "80000001-1"}));
   EXPECT_TRUE(Vars().g_NoQBRecords);
   EXPECT_TRUE(house.BoxTexts().empty());
@@ -162,7 +148,7 @@ TEST(ClientReader, An_identifier_that_is_answered_as_found_nothing_is_False_in_s
 }
 
 TEST(ClientReader, Another_status_is_told_and_is_False) {
-  ReaderHouse house("CustomerQueryRq 1 status 3000 Error \"The given object ID is invalid.\"");
+  CustomersHouse house("CustomerQueryRq 1 status 3000 Error \"The given object ID is invalid.\"");
   house.AddCustomers(1);
   EXPECT_FALSE(house.Read());
   EXPECT_FALSE(Vars().g_NoQBRecords);
@@ -175,7 +161,7 @@ TEST(ClientReader, Another_status_is_told_and_is_False) {
 }
 
 TEST(ClientReader, Jobs_are_left_out) {
-  ReaderHouse house;
+  CustomersHouse house;
   const auto parent = house.AddCustomer("<Name>Parent</Name>");
   const auto job = house.AddJob("Roof", parent);
   house.AddJob("Tiles", job);
@@ -186,9 +172,8 @@ TEST(ClientReader, Jobs_are_left_out) {
 }
 
 TEST(ClientReader, A_record_whose_level_cannot_be_told_is_told_and_left_out) {
-  ReaderHouse house;
-  house.traffic.canned.push_back(
-      Answer(CustomerRet("1-1", "A", "") + CustomerRet("1-2", "B", "<Sublevel>0</Sublevel>")));
+  CustomersHouse house;
+  house.AnswerCustomers(CustomerRet("1-1", "A", "") + CustomerRet("1-2", "B", "<Sublevel>0</Sublevel>"));
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.Names(), "B ");
   ASSERT_EQ(house.BoxTexts().size(), 1U);
@@ -196,10 +181,9 @@ TEST(ClientReader, A_record_whose_level_cannot_be_told_is_told_and_left_out) {
 }
 
 TEST(ClientReader, An_error_in_the_copy_keeps_what_was_copied_and_unloads_the_form) {
-  ReaderHouse house;
+  CustomersHouse house;
   const std::string top = "<Sublevel>0</Sublevel>";
-  house.traffic.canned.push_back(
-      Answer(CustomerRet("1-1", "A", top) + CustomerRet("1-1", "Twice", top) + CustomerRet("1-3", "C", top)));
+  house.AnswerCustomers(CustomerRet("1-1", "A", top) + CustomerRet("1-1", "Twice", top) + CustomerRet("1-3", "C", top));
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.Names(), "A ");
   ASSERT_EQ(house.BoxTexts().size(), 1U);
@@ -209,7 +193,7 @@ TEST(ClientReader, An_error_in_the_copy_keeps_what_was_copied_and_unloads_the_fo
 }
 
 TEST(ClientReader, The_list_of_an_earlier_read_is_replaced) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(2);
   EXPECT_TRUE(house.Read());
   EXPECT_TRUE(house.Read());
@@ -217,7 +201,7 @@ TEST(ClientReader, The_list_of_an_earlier_read_is_replaced) {
 }
 
 TEST(ClientReader, An_error_in_the_filter_routine_sends_the_query_with_what_was_set) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read({.strFromDate = "soon", .strToDate = "3/5/2008", .strNameFrom = "A", .strNameTo = "B"}));
   EXPECT_EQ(house.Query(), kAll);
@@ -228,7 +212,7 @@ TEST(ClientReader, An_error_in_the_filter_routine_sends_the_query_with_what_was_
 }
 
 TEST(ClientReader, A_call_that_fails_is_told_under_the_readers_name_and_unloads_the_form) {
-  ReaderHouse house("DoRequests 1 raise 0x80040408 \"No QuickBooks.\"");
+  CustomersHouse house("DoRequests 1 raise 0x80040408 \"No QuickBooks.\"");
   house.AddCustomers(1);
   EXPECT_FALSE(house.Read());
   EXPECT_EQ(house.BoxTexts(), std::vector<std::string>{"Error #: -2147220472(80040408) -- \r\n\r\nNo QuickBooks." +
@@ -238,7 +222,7 @@ TEST(ClientReader, A_call_that_fails_is_told_under_the_readers_name_and_unloads_
 }
 
 TEST(ClientReader, A_call_that_fails_leaves_a_form_alone_without_progress_bar) {
-  ReaderHouse house("DoRequests 1 raise 0x80040408");
+  CustomersHouse house("DoRequests 1 raise 0x80040408");
   Vars().g_NoProgressBar = true;
   EXPECT_FALSE(house.Read());
   EXPECT_TRUE(house.desk.FormEvents().empty());
@@ -246,16 +230,16 @@ TEST(ClientReader, A_call_that_fails_leaves_a_form_alone_without_progress_bar) {
 }
 
 TEST(Reader, A_table_without_a_query_reads_nothing) {
-  ReaderHouse house;
-  EXPECT_FALSE(ApplyQBFiltersAndReadRecords(enAll, house.records, ReaderHouse::Session(), {}));
+  CustomersHouse house;
+  EXPECT_FALSE(ApplyQBFiltersAndReadRecords(enAll, house.records, CustomersHouse::Session(), {}));
   EXPECT_TRUE(house.traffic.documents.empty());
-  EXPECT_EQ(FindReaderMember(enAll), nullptr);
+  EXPECT_EQ(FindReaderMember(enAll, enChecks), nullptr);
 }
 
 // --- The progress form -----------------------------------------------------------------------------------------------
 
 TEST(ClientReader, A_whole_table_shows_that_it_may_take_a_while_at_eight_of_ten) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.FormTexts(), std::vector<std::string>{"Reading ...Customers(may take some time)"});
@@ -264,31 +248,24 @@ TEST(ClientReader, A_whole_table_shows_that_it_may_take_a_while_at_eight_of_ten)
 }
 
 TEST(ClientReader, Two_records_show_no_reading_text) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(2);
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.FormTexts().size(), 1U);
 }
 
 TEST(ClientReader, Three_records_show_the_reading_text_and_count_from_nothing_to_the_last_index) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(3);
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.FormTexts(), (std::vector<std::string>{"Reading ...Customers(may take some time)",
                                                          "Reading Clients from QuickBooks..."}));
-  std::vector<std::string> positions;
-  for (const auto& event : house.desk.FormEvents()) {
-    const auto position = event.state.txtProg.substr(0, event.state.txtProg.find(' '));
-    if (event.state.lblItem == "Reading Clients from QuickBooks..." && event.kind == FormEventKind::Update &&
-        (positions.empty() || positions.back() != position)) {
-      positions.push_back(position);
-    }
-  }
-  EXPECT_EQ(positions, (std::vector<std::string>{"0/2", "1/2", "2/2"}));
+  EXPECT_EQ(house.PositionsUnder("Reading Clients from QuickBooks..."),
+            (std::vector<std::string>{"0/2", "1/2", "2/2"}));
 }
 
 TEST(ClientReader, Jobs_count_for_the_reading_text) {
-  ReaderHouse house;
+  CustomersHouse house;
   const auto parent = house.AddCustomer("<Name>Parent</Name>");
   house.AddJob("A", parent);
   house.AddJob("B", parent);
@@ -297,14 +274,14 @@ TEST(ClientReader, Jobs_count_for_the_reading_text) {
 }
 
 TEST(ClientReader, A_single_identifier_does_no_form_work) {
-  ReaderHouse house;
+  CustomersHouse house;
   const auto id = house.AddCustomer("<Name>A</Name>");
   EXPECT_TRUE(house.Read({.strID = id}));
   EXPECT_TRUE(house.desk.FormEvents().empty());
 }
 
 TEST(ClientReader, Without_progress_bar_nothing_is_shown) {
-  ReaderHouse house;
+  CustomersHouse house;
   house.AddCustomers(4);
   Vars().g_NoProgressBar = true;
   EXPECT_TRUE(house.Read());

@@ -74,6 +74,7 @@ const Point kPoints[] = {
     {"log", "log", "Client", "AppendLine Client Acme", [](auto& p) { p.machine->AppendLine("f", "Client Acme"); }},
     {"file_dialog", "file", "", "OpenFileDialog", [](auto& p) { p.desk->OpenFileDialog({}); }},
     {"copy", "copy", "", "CopyFile", [](auto& p) { p.machine->CopyFile("a", "b"); }},
+    {"guid", "guid", "", "CreateGuid", [](auto& p) { (void)p.machine->CreateGuid(); }},
     {"box", "box", "QuickBooks has", "ShowMessageBox QuickBooks has reported",
      [](auto& p) { p.desk->ShowMessageBox({.text = "QuickBooks has reported", .title = ""}); }},
     {"form_shown", "form", "show", "ShowMsgForm", [](auto& p) { p.desk->ShowMsgForm({}, {}); }},

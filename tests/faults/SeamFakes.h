@@ -179,7 +179,10 @@ struct FakeMachine : Machine {
   Date Now() override { return Date::FromCivil({.year = 2008, .month = 3, .day = 5, .hour = 10}); }
   TimeZoneInformation GetTimeZoneInformation() override { return {}; }
   void Sleep(std::int64_t /*milliseconds*/) override { notes.Add("Sleep"); }
-  std::optional<GuidBytes> CreateGuid() override { return GuidBytes{}; }
+  std::optional<GuidBytes> CreateGuid() override {
+    notes.Add("CreateGuid");
+    return GuidBytes{};
+  }
   double Random() override { return 0.5; }
   std::string GetPrivateProfileString(std::string_view /*section*/, std::string_view key, std::string_view fallback,
                                       int /*size*/, std::string_view /*path*/) override {

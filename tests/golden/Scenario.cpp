@@ -3,11 +3,19 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <iterator>
+#include <map>
+#include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
+#include "adapters/companyfile/CompanyTransport.h"
+#include "adapters/system/SystemMachine.h"
+#include "tests/golden/LibraryHost.h"
 #include "tests/support/Process.h"
 
 namespace twqb {
@@ -27,10 +35,20 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
+// Separated by blanks; a word in double quotes may hold some, or be empty.
 std::vector<std::string> Words(const std::string& text) {
   std::vector<std::string> words;
   std::istringstream stream(text);
-  for (std::string word; stream >> word;) words.push_back(word);
+  while (stream >> std::ws && stream.good()) {
+    std::string word;
+    if (stream.peek() == '"') {
+      stream.get();
+      std::getline(stream, word, '"');
+    } else {
+      stream >> word;
+    }
+    words.push_back(word);
+  }
   return words;
 }
 
@@ -47,86 +65,146 @@ class ScenarioRun {
     const auto steps = Lines(ReadWholeFile(folder + "/scenario"));
     if (steps.empty()) throw std::runtime_error("no scenario in " + folder);
     for (const auto& step : steps) Step(step);
+    while (host_) EndObject();
     return record_;
   }
 
  private:
+  struct StepRow {
+    std::string_view word;
+    void (ScenarioRun::*run)(const std::string& rest, const std::string& line);
+  };
+  static const StepRow kSteps[];
+
   void Step(const std::string& line) {
     if (line.empty() || line.starts_with('#')) return;
     const auto blank = line.find(' ');
     const auto word = line.substr(0, blank);
     const auto rest = blank == std::string::npos ? std::string() : line.substr(blank + 1);
-    if (word == "init") {
-      Init(Words(rest));
-      return;
-    }
-    if (!initialised_) Init({});
-    if (word == "first") {
-      firstRun_ = true;
-    } else if (word == "clock") {
-      const auto words = Words(rest);
-      clock_ = words.at(0);
-      daylight_ = words.size() > 1;
-    } else if (word == "sql") {
-      Require(Twqb({"billing", "run", "-e", rest}), line);
-    } else if (word == "qb") {
-      const auto answer = Require(RunRequests(rest), line);
-      if (answer.find("statusSeverity=\"Error\"") != std::string::npos) throw std::runtime_error(line + "\n" + answer);
-    } else if (word == "answer") {
-      answers_ += InFolder(rest) + "\n";
-    } else if (word == "fault") {
-      faults_ += InFolder(rest) + "\n";
-    } else if (word == "company") {
-      const auto words = Words(rest);
-      Require(Twqb({"company", "set", words.at(0), words.at(1)}), line);
-    } else if (word == "setting") {
-      Require(Twqb(SetCommand(rest)), line);
-    } else if (word == "registry") {
-      // The same kind of file, so the same command writes it.
-      auto command = SetCommand(rest);
-      command.insert(command.end(), {"--settings", "registry.ini"});
-      Require(Twqb(command), line);
-    } else if (word == "copy") {
-      const auto files = Words(rest);
-      fs::copy_file(folder_ / files.at(0), folder_ / files.at(1));
-    } else if (word == "move") {
-      const auto files = Words(rest);
-      fs::rename(folder_ / files.at(0), folder_ / files.at(1));
-    } else if (word == "remove") {
-      if (!fs::remove(folder_ / rest)) throw std::runtime_error("nothing to remove: " + line);
-    } else if (word == "stored") {
-      Stored(rest);
-    } else if (word == "send" || word == "get") {
-      Transfer(line);
-    } else if (word == "show") {
-      Json rows = Json::array();
-      for (const auto& row : Lines(Require(Twqb({"billing", "run", "--json", "-e", rest}), line))) {
-        rows.push_back(Json::parse(row));
-      }
-      Record({{"kind", "show"}, {"statement", rest}, {"rows", rows}});
-    } else if (word == "ask") {
-      Record({{"kind", "ask"}, {"answer", Require(RunRequests(rest), line)}});
-    } else {
-      throw std::runtime_error("unknown step: " + line);
-    }
+    const auto* const row = FindStep(word);
+    if (row == nullptr) throw std::runtime_error("unknown step: " + line);
+    if (!initialised_ && word != "init" && word != "program") Init("", line);
+    (this->*row->run)(rest, line);
   }
 
-  void Init(const std::vector<std::string>& words) {
+  static const StepRow* FindStep(const std::string& word);
+
+  // --- What the run finds.
+
+  void Program(const std::string& rest, const std::string& line) {
+    if (rest != "two-tables") throw std::runtime_error("unknown program: " + line);
+    program_ = TWQB_TWO_TABLES_PROGRAM;
+  }
+  void Init(const std::string& rest, const std::string& line) {
     initialised_ = true;
-    std::vector<std::string> arguments = {"init"};
-    arguments.insert(arguments.end(), words.begin(), words.end());
-    Require(Twqb(arguments), "init");
+    auto arguments = Words(rest);
+    arguments.insert(arguments.begin(), "init");
+    Require(Twqb(arguments), line);
+  }
+  void First(const std::string& /*rest*/, const std::string& /*line*/) { firstRun_ = true; }
+  void Clock(const std::string& rest, const std::string& /*line*/) {
+    const auto words = Words(rest);
+    clock_ = words.at(0);
+    daylight_ = words.size() > 1;
+  }
+  void Sql(const std::string& rest, const std::string& line) { Require(Twqb({"billing", "run", "-e", rest}), line); }
+  void QuickBooks(const std::string& rest, const std::string& line) {
+    const auto answer = Require(RunRequests(rest), line);
+    if (answer.find("statusSeverity=\"Error\"") != std::string::npos) throw std::runtime_error(line + "\n" + answer);
+  }
+  void Answer(const std::string& rest, const std::string& /*line*/) { answers_ += InFolder(rest) + "\n"; }
+  void Fault(const std::string& rest, const std::string& /*line*/) { faults_ += InFolder(rest) + "\n"; }
+  void Nobody(const std::string& /*rest*/, const std::string& /*line*/) { unanswered_ = true; }
+  void Company(const std::string& rest, const std::string& line) {
+    const auto words = Words(rest);
+    Require(Twqb({"company", "set", words.at(0), words.at(1)}), line);
+  }
+  void Setting(const std::string& rest, const std::string& line) { Require(Twqb(SetCommand(rest)), line); }
+  void Registry(const std::string& rest, const std::string& line) {
+    // The same kind of file, so the same command writes it.
+    auto command = SetCommand(rest);
+    command.insert(command.end(), {"--settings", "registry.ini"});
+    Require(Twqb(command), line);
+  }
+  void Copy(const std::string& rest, const std::string& /*line*/) {
+    const auto files = Words(rest);
+    fs::copy_file(folder_ / files.at(0), folder_ / files.at(1));
+  }
+  void Move(const std::string& rest, const std::string& /*line*/) {
+    const auto files = Words(rest);
+    fs::rename(folder_ / files.at(0), folder_ / files.at(1));
+  }
+  void Remove(const std::string& rest, const std::string& line) {
+    if (!fs::remove(folder_ / rest)) throw std::runtime_error("nothing to remove: " + line);
+  }
+  void Folder(const std::string& rest, const std::string& /*line*/) { fs::create_directory(folder_ / rest); }
+  void Hold(const std::string& rest, const std::string& /*line*/) {
+    holder_ = company::CompanyTransportFactory(folder_ / "company.twq", holdersMachine_).CreateTransport();
+    holder_->OpenConnection("HOLDER", "Another program");
+    holder_->BeginSession("", rest == "single-user" ? OpenMode::SingleUser : OpenMode::DoNotCare);
+  }
+  void LetGo(const std::string& /*rest*/, const std::string& line) {
+    if (!holder_) throw std::runtime_error("nothing is held: " + line);
+    holder_.reset();
+  }
+  void Before(const std::string& rest, const std::string& /*line*/) {
+    const auto blank = rest.find(' ');
+    beforeAnswers_.emplace(std::stoi(rest.substr(0, blank)), rest.substr(blank + 1));
   }
 
-  void Transfer(const std::string& line) {
-    if (!firstRun_) {
-      Require(Twqb({"settings", "set", "GENERAL", "FIRST_TIME", "False"}), line);
-      firstRun_ = true;
+  // --- What is run.
+
+  void AnswerFirstRun(const std::string& line) {
+    if (firstRun_) return;
+    Require(Twqb({"settings", "set", "GENERAL", "FIRST_TIME", "False"}), line);
+    firstRun_ = true;
+  }
+  void Object(const std::string& /*rest*/, const std::string& line) {
+    Record({{"kind", "step"}, {"line", line}, {"clock", clock_}});
+    if (!host_) {
+      AnswerFirstRun(line);
+      host_.emplace(LibraryHostOptions{.folder = folder_.Path(),
+                                       .now = TextToDate(clock_),
+                                       .zone = Zone(),
+                                       .answers = std::exchange(answers_, {}),
+                                       .faults = std::exchange(faults_, {}),
+                                       .beforeAnswer = [this](int n) { BeforeAnswer(n); }});
     }
+    host_->BeginObject();
+    TakeHostsRecord();
+  }
+  void Call(const std::string& rest, const std::string& line) {
+    if (!host_) throw std::runtime_error("no object to call: " + line);
+    host_->Call(Words(InFolder(rest)));
+    TakeHostsRecord();
+  }
+  void Release(const std::string& /*rest*/, const std::string& line) {
+    if (!host_) throw std::runtime_error("no object to release: " + line);
+    EndObject();
+  }
+  void EndObject() {
+    host_->EndObject();
+    TakeHostsRecord();
+    if (!host_->HasObjects()) host_.reset();
+  }
+  void BeforeAnswer(int n) {
+    TakeHostsRecord();
+    const auto [first, last] = beforeAnswers_.equal_range(n);
+    for (auto step = first; step != last; ++step) Step(step->second);
+  }
+  void TakeHostsRecord() {
+    for (const auto& event : Lines(host_->TakeRecord())) record_ += OutOfFolder(event) + "\n";
+  }
+
+  void Transfer(const std::string& /*rest*/, const std::string& line) {
+    AnswerFirstRun(line);
     auto arguments = Words(InFolder(line));
     const auto transcript = folder_ / "transcript.jsonl";
-    WriteWholeFile(folder_ / "answers", answers_);
-    arguments.insert(arguments.end(), {"--transcript", transcript, "--answers", folder_ / "answers"});
+    arguments.insert(arguments.end(), {"--transcript", transcript});
+    if (!std::exchange(unanswered_, false)) {
+      WriteWholeFile(folder_ / "answers", answers_);
+      arguments.insert(arguments.end(), {"--answers", folder_ / "answers"});
+    }
     if (!faults_.empty()) {
       WriteWholeFile(folder_ / "faults", faults_);
       arguments.insert(arguments.end(), {"--faults", folder_ / "faults"});
@@ -134,12 +212,37 @@ class ScenarioRun {
     answers_.clear();
     faults_.clear();
     const auto result = Twqb(arguments);
+    screen_ = result.errors;
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}, {"exit", result.exitStatus}});
     for (const auto& event : Lines(ReadWholeFile(transcript))) record_ += OutOfFolder(event) + "\n";
     WriteWholeFile(transcript, "");
   }
 
-  void Stored(const std::string& entry) {
+  // --- What is recorded of what the run left.
+
+  void Show(const std::string& rest, const std::string& line) {
+    Json rows = Json::array();
+    for (const auto& row : Lines(Require(Twqb({"billing", "run", "--json", "-e", rest}), line))) {
+      rows.push_back(Json::parse(row));
+    }
+    Record({{"kind", "show"}, {"statement", rest}, {"rows", rows}});
+  }
+  void Ask(const std::string& rest, const std::string& line) {
+    Record({{"kind", "ask"}, {"answer", Require(RunRequests(rest), line)}});
+  }
+  void Screen(const std::string& /*rest*/, const std::string& /*line*/) {
+    Record({{"kind", "screen"}, {"lines", Lines(screen_)}});
+  }
+  void Files(const std::string& rest, const std::string& /*line*/) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder_.Path())) {
+      const auto name = entry.path().filename().string();
+      if (name.starts_with(rest)) names.push_back(name);
+    }
+    std::ranges::sort(names);
+    Record({{"kind", "files"}, {"beginning", rest}, {"names", names}});
+  }
+  void Stored(const std::string& entry, const std::string& /*line*/) {
     auto command = Words(entry);
     command.insert(command.begin(), {"settings", "get"});
     const auto result = Twqb(command);
@@ -178,8 +281,8 @@ class ScenarioRun {
   }
 
   ProcessResult Twqb(const std::vector<std::string>& command) {
-    std::vector<std::string> arguments = {TWQB_PROGRAM, "-C",  folder_.Path(), "--clock", clock_,
-                                          "--bias",     "300", "--seed",       "1"};
+    std::vector<std::string> arguments = {
+        program_, "-C", folder_.Path(), "--clock", clock_, "--bias", std::to_string(kBias), "--seed", "1"};
     if (daylight_) arguments.emplace_back("--daylight");
     for (std::size_t i = 0; i + 1 < command.size(); ++i) {
       if (command[i] == "--country" && command[i + 1] != "US" && command[i + 1] != "AU") tag_ = command[i + 1] + "3.0";
@@ -195,7 +298,17 @@ class ScenarioRun {
 
   void Record(const Json& event) { record_ += OutOfFolder(event.dump()) + "\n"; }
 
+  [[nodiscard]] TimeZoneInformation Zone() const {
+    return {.bias = kBias,
+            .daylightBias = kDaylightBias,
+            .state = daylight_ ? TimeZoneState::Daylight : TimeZoneState::Standard};
+  }
+
+  static constexpr int kBias = 300;  // minutes
+  static constexpr int kDaylightBias = -60;
+
   TemporaryFolder folder_;
+  std::string program_ = TWQB_PROGRAM;
   std::string clock_ = "2008-03-05T10:00:00";
   bool daylight_ = false;
   std::string tag_ = "3.0";
@@ -203,8 +316,32 @@ class ScenarioRun {
   bool firstRun_ = false;
   std::string answers_;
   std::string faults_;
+  bool unanswered_ = false;
+  std::string screen_;  // of the last transfer
   std::string record_;
+  SystemMachine holdersMachine_{{}};
+  std::unique_ptr<Transport> holder_;
+  std::multimap<int, std::string> beforeAnswers_;
+  std::optional<LibraryHost> host_;  // ends first
 };
+
+const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
+    {"init", &ScenarioRun::Init},         {"first", &ScenarioRun::First},     {"clock", &ScenarioRun::Clock},
+    {"sql", &ScenarioRun::Sql},           {"qb", &ScenarioRun::QuickBooks},   {"answer", &ScenarioRun::Answer},
+    {"fault", &ScenarioRun::Fault},       {"company", &ScenarioRun::Company}, {"setting", &ScenarioRun::Setting},
+    {"registry", &ScenarioRun::Registry}, {"copy", &ScenarioRun::Copy},       {"move", &ScenarioRun::Move},
+    {"remove", &ScenarioRun::Remove},     {"folder", &ScenarioRun::Folder},   {"hold", &ScenarioRun::Hold},
+    {"let", &ScenarioRun::LetGo},         {"before", &ScenarioRun::Before},   {"send", &ScenarioRun::Transfer},
+    {"get", &ScenarioRun::Transfer},      {"object", &ScenarioRun::Object},   {"call", &ScenarioRun::Call},
+    {"release", &ScenarioRun::Release},   {"stored", &ScenarioRun::Stored},   {"files", &ScenarioRun::Files},
+    {"show", &ScenarioRun::Show},         {"ask", &ScenarioRun::Ask},         {"screen", &ScenarioRun::Screen},
+    {"nobody", &ScenarioRun::Nobody},     {"program", &ScenarioRun::Program},
+};
+
+const ScenarioRun::StepRow* ScenarioRun::FindStep(const std::string& word) {
+  const auto* const row = std::ranges::find(kSteps, word, &StepRow::word);
+  return row == std::end(kSteps) ? nullptr : row;
+}
 
 }  // namespace
 

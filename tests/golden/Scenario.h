@@ -2,22 +2,35 @@
 //
 // A folder tests/transcripts/TABLE/BEHAVIOUR holds `scenario`, one step a line, and `transcript.jsonl`. Steps:
 //   # text                     a remark
+//   program two-tables         the program with a second table of the tests' own (vendors) for the steps that follow
 //   init ARGUMENTS             how the files are made; the first step, or left out
 //   first run                  keeps the question of the first run, which is answered for otherwise
 //   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it
 //   sql STATEMENT              a statement against BillingDb
 //   qb REQUESTS                qbXML requests against the company file
 //   answer WORDS               a line of the next transfer's answers file
+//   nobody there               the next transfer has no answers file, and asks into the void
 //   fault WORDS                a line of the next transfer's faults file
 //   send ... , get ...         a transfer, with twqb's own arguments
 //   company NAME VALUE         sets how a connection to the company file is met
 //   setting SECTION KEY VALUE  changes a setting; the value goes to the end of the line, blanks included
 //   registry SECTION KEY VALUE a registry value of the user
 //   copy, move, remove FILE... files of the run's folder
+//   folder NAME                makes a folder there, in the way of a file
+//   hold MODE                  another program has the company file open, single-user or multi-user, until `let go`
+//   object                     a bridge object, for the calls that follow; the first one of a process takes the answers
+//                              and faults written so far
+//   call OPERATION WORDS...    an operation or property of the last object, or a routine; see LibraryHost.cpp
+//   release                    the end of the last object, and with the only one that of the process; those left end
+//                              with the scenario
+//   before N STEP              a step that is taken when the objects ask their N-th question, before it is answered
+//   screen                     what the last transfer printed for the person, for the record
+//   files BEGINNING            the names of files of the run's folder, for the record
 //   stored SECTION KEY         the value of a setting for the record; null when it is not set
 //   show STATEMENT             rows of BillingDb for the record
 //   ask REQUESTS               an answer of the company file for the record
-// In answers, faults, settings, registry values and the words of a transfer, <folder> stands for the run's folder and
+// Words with blanks in them stand in double quotes. In answers, faults, settings, registry values and the words of a
+// transfer or a call, <folder> stands for the run's folder and
 // <FOLDER> for the same in capital letters.
 #pragma once
 

@@ -84,25 +84,27 @@ TEST(ClientFields, The_name_is_set_on_an_Add_alone_and_cut) {
 
 TEST(ClientFields, A_full_client_is_sent_with_every_field_at_its_place) {
   FieldsHouse house;
-  EXPECT_EQ(
-      house.Fields({{"ClientCompany", "'Acme & Co'"},
-                    {"ClientMainSalt", "'Dr.'"},
-                    {"ClientStreet", "'1 Main'"},
-                    {"ClientStreet2", "'Floor 2'"},
-                    {"ClientCity", "'Boston'"},
-                    {"ClientState", "'MA'"},
-                    {"ClientZip", "'02110'"},
-                    {"ClientPhone", "'617 555 0123'"},
-                    {"ClientMainPhone", "'617.555.0124 x9'"},
-                    {"ClientFax", "'(617)555-0125'"},
-                    {"ClientEmail", "'a@b.example'"}},
-                   RequestKind::Add, {.qbName = "Acme", .firstName = "Ann", .lastName = "Lee", .middleName = "B"}),
-      "<Name>Acme</Name><CompanyName>Acme &amp; Co</CompanyName><Salutation>Dr.</Salutation>"
-      "<FirstName>Ann</FirstName><MiddleName>B</MiddleName><LastName>Lee</LastName>"
-      "<BillAddress><Addr1>Acme &amp; Co</Addr1><Addr2>1 Main</Addr2><Addr3>Floor 2</Addr3><City>Boston</City>"
-      "<State>MA</State><PostalCode>02110</PostalCode></BillAddress>"
-      "<Phone>(617)-555-0123</Phone><AltPhone>(617)-555-01249</AltPhone><Fax>(617)-555-0125</Fax>"
-      "<Email>a@b.example</Email>");
+  EXPECT_EQ(house.Fields({{"ClientCompany", "'Acme & Co'"},
+                          {"ClientFName", "'Ann'"},
+                          {"ClientLName", "'Lee'"},
+                          {"ClientMI", "'B'"},
+                          {"ClientMainSalt", "'Dr.'"},
+                          {"ClientStreet", "'1 Main'"},
+                          {"ClientStreet2", "'Floor 2'"},
+                          {"ClientCity", "'Boston'"},
+                          {"ClientState", "'MA'"},
+                          {"ClientZip", "'02110'"},
+                          {"ClientPhone", "'617 555 0123'"},
+                          {"ClientMainPhone", "'617.555.0124 x9'"},
+                          {"ClientFax", "'(617)555-0125'"},
+                          {"ClientEmail", "'a@b.example'"}},
+                         RequestKind::Add, {.qbName = "Acme"}),
+            "<Name>Acme</Name><CompanyName>Acme &amp; Co</CompanyName><Salutation>Dr.</Salutation>"
+            "<FirstName>Ann</FirstName><MiddleName>B</MiddleName><LastName>Lee</LastName>"
+            "<BillAddress><Addr1>Acme &amp; Co</Addr1><Addr2>1 Main</Addr2><Addr3>Floor 2</Addr3><City>Boston</City>"
+            "<State>MA</State><PostalCode>02110</PostalCode></BillAddress>"
+            "<Phone>(617)-555-0123</Phone><AltPhone>(617)-555-01249</AltPhone><Fax>(617)-555-0125</Fax>"
+            "<Email>a@b.example</Email>");
 }
 
 TEST(ClientFields, An_empty_client_sends_empty_fields_and_a_dot) {
@@ -170,8 +172,9 @@ TEST(ClientFields, Every_other_text_is_cut_to_the_greatest_length_of_its_field) 
     EXPECT_EQ(house.Field({{c.column, Quoted(Letters(c.length))}}, c.element), Letters(c.length)) << c.element;
     EXPECT_EQ(house.Field({{c.column, Quoted(Letters(c.length + 1))}}, c.element), Letters(c.length)) << c.element;
   }
-  const SendRecord names{.firstName = Letters(26), .lastName = Letters(26), .middleName = Letters(6)};
-  const auto xml = house.Fields({}, RequestKind::Mod, names);
+  const auto xml = house.Fields(
+      {{"ClientFName", Quoted(Letters(26))}, {"ClientLName", Quoted(Letters(26))}, {"ClientMI", Quoted(Letters(6))}},
+      RequestKind::Mod, {});
   EXPECT_EQ(house.TextOf(xml, "FirstName"), Letters(25));
   EXPECT_EQ(house.TextOf(xml, "LastName"), Letters(25));
   EXPECT_EQ(house.TextOf(xml, "MiddleName"), Letters(5));

@@ -39,6 +39,15 @@ TEST(Value, Only_NULL_is_NULL) {
   EXPECT_FALSE(IsNull(Value(false)));
 }
 
+TEST(Value, The_leading_number_of_a_text_is_what_stands_in_front_and_0_without_one) {
+  EXPECT_EQ(LeadingNumber("1"), 1);
+  EXPECT_EQ(LeadingNumber(" +2.5 "), 2.5);
+  EXPECT_EQ(LeadingNumber("-3 and more"), -3);
+  for (const std::string_view none : {"", " ", "True", "+-1", "x1", "1e999", "inf", "nan"}) {
+    EXPECT_EQ(LeadingNumber(none), 0) << none;
+  }
+}
+
 struct NumberText {
   double number;
   std::string_view text;

@@ -276,7 +276,7 @@ TEST(OpenFile, Tells_of_an_error_in_its_own_words) {
 }
 
 TEST(OpenFile, Has_room_for_a_path_of_254_characters_and_gives_no_part_of_a_longer_one) {
-  for (const auto& [length, fits] : {std::pair{254U, true}, std::pair{300U, false}}) {
+  for (const auto& [length, fits] : {std::pair{254U, true}, std::pair{255U, false}, std::pair{300U, false}}) {
     const std::string path(length, 'x');
     CheckedHouse house("(none)", "False", "file " + path);
     EXPECT_EQ(gf_OpenFile(""), fits ? path : "");

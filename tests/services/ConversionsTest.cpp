@@ -179,11 +179,18 @@ TEST(GenerateGUID, Makes_another_one_each_time) {
   EXPECT_EQ(made.size(), 1000U);
 }
 
-TEST(GenerateGUID, Tells_when_none_can_be_made_and_stays_empty) {
+enum class GuidFailure : std::uint8_t { Nothing, Raised };
+
+class FailedGuids : public testing::TestWithParam<GuidFailure> {};
+
+TEST_P(FailedGuids, Are_told_and_stay_empty) {
   class NoGuidMachine : public ForwardingMachine {
    public:
     using ForwardingMachine::ForwardingMachine;
-    std::optional<GuidBytes> CreateGuid() override { return std::nullopt; }
+    std::optional<GuidBytes> CreateGuid() override {
+      if (GetParam() == GuidFailure::Raised) throw PlatformError(error::kObjectNothing);
+      return std::nullopt;
+    }
   };
   TestHouse house;
   NoGuidMachine machine(house.machine);
@@ -198,6 +205,8 @@ TEST(GenerateGUID, Tells_when_none_can_be_made_and_stays_empty) {
   EXPECT_EQ(box.icon, BoxIcon::Error);
   EXPECT_EQ(box.buttons, BoxButtons::Ok);
 }
+
+INSTANTIATE_TEST_SUITE_P(GenerateGUID, FailedGuids, testing::Values(GuidFailure::Nothing, GuidFailure::Raised));
 
 struct LinkCase {
   std::string_view kind;

@@ -69,6 +69,18 @@ INSTANTIATE_TEST_SUITE_P(ErrorHandler, OtherNumbers,
                                          NumberForms{0x80040E14, "-2147217900(80040E14)"},
                                          NumberForms{0xFFFFFFFF, "-1(FFFFFFFF)"}));
 
+TEST(ShowErrorIn, Tells_routine_description_and_signed_number_in_a_plain_box) {
+  TestHouse house;
+  house.Enter();
+  ShowErrorIn("SomeRoutine", PlatformError(0x80040307, "Something {} broke."));
+  ASSERT_EQ(house.desk.Boxes().size(), 1U);
+  const auto& box = house.desk.Boxes()[0].box;
+  EXPECT_EQ(box.text, "Error in 'SomeRoutine()' :- Something {} broke.\r\nError No = -2147220729");
+  EXPECT_EQ(box.title, "Error");
+  EXPECT_EQ(box.icon, BoxIcon::None);
+  EXPECT_EQ(box.buttons, BoxButtons::Ok);
+}
+
 TEST(ErrorHandler, Keeps_braces_in_a_description) {
   TestHouse house;
   house.Enter();

@@ -1,5 +1,6 @@
 #include "tests/support/BillingSchema.h"
 
+#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -10,7 +11,7 @@ namespace twqb {
 
 namespace {
 
-// Statements of a schema file end with ";" at a line's end.
+// Statements of these files end with ";" at a line's end.
 std::vector<std::string> Statements(const std::string& text) {
   std::vector<std::string> statements;
   std::string statement;
@@ -27,14 +28,20 @@ std::vector<std::string> Statements(const std::string& text) {
   return statements;
 }
 
-}  // namespace
-
-void MakeBillingSchema(ado::Connection& connection) {
+void Run(ado::Connection& connection, std::initializer_list<std::string> files) {
   connection.Execute("BEGIN", nullptr);
-  for (const auto& statement : Statements(ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/schema.sql"))) {
-    connection.Execute(statement, nullptr);
+  for (const auto& file : files) {
+    for (const auto& statement : Statements(ReadWholeFile(TWQB_SOURCE_DIR "/samples/billing/" + file))) {
+      connection.Execute(statement, nullptr);
+    }
   }
   connection.Execute("COMMIT", nullptr);
 }
+
+}  // namespace
+
+void MakeBillingSchema(ado::Connection& connection) { Run(connection, {"schema.sql"}); }
+
+void FillSampleFirm(ado::Connection& connection) { Run(connection, {"firm.sql", "work.sql"}); }
 
 }  // namespace twqb

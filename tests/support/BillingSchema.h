@@ -1,4 +1,4 @@
-// The tables of BillingDb for a test or a benchmark, from the one schema file.
+// The tables of BillingDb for a test or a benchmark, from the one schema file, and the rows of the sample firm.
 #pragma once
 
 #include "platform/ado.h"
@@ -7,5 +7,8 @@ namespace twqb {
 
 // Makes every table, view and index of samples/billing/schema.sql in an empty database, in one transaction.
 void MakeBillingSchema(ado::Connection& connection);
+
+// Puts the rows of samples/billing in, clients and work, in one transaction.
+void FillSampleFirm(ado::Connection& connection);
 
 }  // namespace twqb

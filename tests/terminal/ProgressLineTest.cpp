@@ -12,8 +12,22 @@ const MsgFormState kState{
     .lblItem = "Sending Clients to QuickBooks...", .Text1 = "ACME1", .pbconv = 45, .txtProg = "12/64 --> 00:00:03"};
 
 TEST(ProgressLine, Shows_action_bar_per_cent_position_and_record) {
-  EXPECT_EQ(FormatProgressLine(kState, 120),
+  EXPECT_EQ(FormatProgressLine(kState, 100),
             "Sending Clients to QuickBooks...  [#########-----------]  45%  12/64 --> 00:00:03  ACME1");
+}
+
+TEST(ProgressLine, Has_the_label_of_the_position_where_the_bar_need_not_shrink_for_it) {
+  EXPECT_EQ(FormatProgressLine(kState, 120),
+            "Sending Clients to QuickBooks...  [#########-----------]  45%  "
+            "Records Processed: 12/64 --> 00:00:03  ACME1");
+  auto begun = kState;
+  begun.txtProg.clear();
+  EXPECT_EQ(FormatProgressLine(begun, 120), "Sending Clients to QuickBooks...  [#########-----------]  45%  ACME1");
+  for (std::size_t width = 60; width < 140; ++width) {
+    const auto line = FormatProgressLine(kState, width);
+    if (line.find("Records") == std::string::npos) continue;
+    EXPECT_NE(line.find("[#########-----------]"), std::string::npos) << line;
+  }
 }
 
 TEST(ProgressLine, Shrinks_the_bar_and_cuts_the_end_on_a_narrow_terminal) {

@@ -185,12 +185,29 @@ TEST_F(TerminalDeskTest, A_file_is_asked_for_until_it_exists_and_starts_at_the_f
 TEST_F(TerminalDeskTest, Progress_is_one_line_rewritten_in_place_and_kept_at_the_end) {
   auto& desk = Open(Person::There);
   desk.ShowMsgForm(Progress("", 0), [] {});
-  EXPECT_THAT(Shown(), AllOf(StartsWith("\rSending Clients to QuickBooks...  [-----"), EndsWith("  0%\x1b[K")));
+  EXPECT_THAT(Shown(), AllOf(HasSubstr("\n\rSending Clients to QuickBooks...  [-----"), EndsWith("  0%\x1b[K")));
   desk.UpdateMsgForm(Progress("64/64 --> 00:00:00", 100, "ACME1"));
   EXPECT_EQ(Shown(),
-            "\rSending Clients to QuickBooks...  [####################] 100%  64/64 --> 00:00:00  ACME1\x1b[K");
+            "\rSending Clients to QuickBooks...  [####################] 100%  "
+            "Records Processed: 64/64 --> 00:00:00  ACME1\x1b[K");
   desk.UnloadMsgForm();
   EXPECT_EQ(Shown(), "\n");
+}
+
+TEST_F(TerminalDeskTest, The_forms_heading_stands_above_the_progress_once_and_tells_a_person_how_to_cancel) {
+  auto& desk = Open(Person::There);
+  desk.ShowMsgForm(Progress("", 0), [] {});
+  EXPECT_THAT(Shown(), StartsWith("Tallywick QuickBooks data Transfer (Ctrl-C: Cancel)\n"));
+  desk.ShowMsgForm({.lblItem = "Sending Projects..."}, [] {});
+  EXPECT_THAT(Shown(), Not(HasSubstr("Transfer")));
+  desk.UnloadMsgForm();
+  static_cast<void>(Shown());
+  desk.ShowMsgForm(Progress("", 0), [] {});
+  EXPECT_THAT(Shown(), StartsWith("Tallywick QuickBooks data Transfer"));
+  auto& unattended = Open(Person::Absent);
+  static_cast<void>(Shown());
+  unattended.ShowMsgForm(Progress("", 0), [] {});
+  EXPECT_THAT(Shown(), StartsWith("Tallywick QuickBooks data Transfer\n"));
 }
 
 TEST_F(TerminalDeskTest, Progress_without_a_record_leaves_nothing_behind) {
@@ -275,7 +292,9 @@ TEST_F(TerminalDeskTest, Output_to_a_file_is_a_plain_line_an_action_and_the_last
   desk.UnloadMsgForm();
   desk.Beep();
   const auto shown = Shown();
-  EXPECT_THAT(shown, AllOf(StartsWith("Sending Clients to QuickBooks...\n---- [i] Error"), EndsWith("-\n64/64\n")));
+  EXPECT_THAT(shown,
+              AllOf(StartsWith("Tallywick QuickBooks data Transfer\nSending Clients to QuickBooks...\n---- [i] Error"),
+                    EndsWith("-\nRecords Processed: 64/64\n")));
   for (const char c : shown) EXPECT_TRUE(c == '\n' || (c >= ' ' && c < 0x7f)) << static_cast<int>(c);
 }
 

@@ -1,0 +1,142 @@
+// The sample firm: every statement finds rows in it, what its rows name is there, and its amounts add up.
+
+#include <fmt/format.h>
+
+#include "tests/engine/SelectionHouse.h"
+#include "tests/support/BillingSchema.h"
+
+namespace twqb {
+namespace {
+
+class SampleFirm : public testing::Test {
+ protected:
+  SampleFirm() { FillSampleFirm(house_.Connection()); }
+  [[nodiscard]] std::string Select(enTables table, std::string_view column, const SavedFilters& filters = {}) {
+    return house_.Keys(BuildSelectSQL(table, filters), column);
+  }
+
+  SelectionHouse house_;
+};
+
+TEST_F(SampleFirm, Each_statement_without_filters_selects_rows) {
+  EXPECT_EQ(Select(enEmployees, "EmployeeID"), "MHALE JPARK TOBRIEN RSANTOS KLUND ");
+  EXPECT_EQ(Select(enVendors, "EmployeeID"), "SOUNDINGS DRILLCO YTRAN OLDLAB ");
+  EXPECT_NE(Select(enClients, "ClientID"), "");
+  EXPECT_EQ(Select(enProjects, "ProjectID"),
+            "HARBOR: MARINA: CULVERT: STAIR: PLANT2: HARBOR:SURVEY HARBOR:PLANS CULVERT:DESIGN ");
+  EXPECT_NE(Select(enActivities, "ActivityID"), "");
+  EXPECT_NE(Select(enExpenseCodes, "ExpID"), "");
+  EXPECT_NE(Select(enAccounts, "AccountID"), "");
+  EXPECT_NE(Select(enTimeEntries, "TEID"), "");
+  EXPECT_EQ(Select(enInvoices, "TransactionInvNum"), "1041 1042 ");
+  EXPECT_EQ(Select(enPayments, "PayRef"), "20771 W-118 3309 ");
+  EXPECT_EQ(Select(enVendorBill, "BillNumber"), "CS-2208 7714 ");
+  Vars().g_PassedID = "all";
+  EXPECT_EQ(Select(enExpenseLog, "EmployeeID", {.Filter1a = "SELECT ELID FROM ExpenseLog"}),
+            "DRILLCO JPARK SOUNDINGS TOBRIEN YTRAN ");
+}
+
+TEST_F(SampleFirm, Groups_and_activity_narrow_it) {
+  const auto group = [this](enTables table, std::string_view column, const std::string& name, bool activeOnly) {
+    return Sorted(Select(table, column, {.Filter2a = name, .Filter2b = name, .ActiveOnly = activeOnly}));
+  };
+  EXPECT_EQ(group(enEmployees, "EmployeeID", "FIELD", false), "JPARK RSANTOS ");
+  EXPECT_EQ(group(enVendors, "EmployeeID", "FIELD", true), "DRILLCO SOUNDINGS ");
+  EXPECT_EQ(group(enProjects, "ProjectID", "WATER", false), "CULVERT: CULVERT:DESIGN MARINA: ");
+  EXPECT_EQ(group(enProjects, "ProjectID", "WATER", true), "CULVERT: MARINA: ");
+  EXPECT_EQ(group(enActivities, "ActivityID", "TIMEOFF", true), "GEN:COMP GEN:HOL GEN:SICK GEN:VAC ");
+  EXPECT_EQ(group(enExpenseCodes, "ExpID", "PAPER", true), "FILING: REPRO: ");
+  EXPECT_EQ(group(enPayments, "PayRef", "RETAINER", false), "20771 ");
+  EXPECT_EQ(Select(enInvoices, "TransactionInvNum", {.Filter3a = "LAND", .Filter3b = "LAND"}), "1041 ");
+}
+
+// A column whose values are keys of another table.
+struct Reference {
+  std::string_view table;
+  std::string_view column;
+  std::string_view target;
+  std::string_view key;
+};
+
+constexpr Reference kReferences[] = {
+    {"Project", "ClientID", "Client", "ClientID"},
+    {"Project", "EmployeeID", "Employee", "EmployeeID"},
+    {"Project", "ParentProjectID", "Project", "ProjectID"},
+    {"AccountList", "ParentAccountID", "AccountList", "AccountID"},
+    {"TimeEntry", "EmployeeID", "Employee", "EmployeeID"},
+    {"TimeEntry", "ProjectID", "Project", "ProjectID"},
+    {"TimeEntry", "ActivityID", "Activity", "ActivityID"},
+    {"TimeEntry", "TransactionID", "TransactionTable", "TransactionID"},
+    {"TimeEntry", "VendorBillID", "VendorBill", "VendorBillID"},
+    {"ExpenseLog", "EmployeeID", "Employee", "EmployeeID"},
+    {"ExpenseLog", "ProjectID", "Project", "ProjectID"},
+    {"ExpenseLog", "ExpID", "Expense", "ExpID"},
+    {"ExpenseLog", "TransactionID", "TransactionTable", "TransactionID"},
+    {"ExpenseLog", "VendorBillID", "VendorBill", "VendorBillID"},
+    {"VendorBill", "VendorID", "Employee", "EmployeeID"},
+    {"TransactionTable", "ClientID", "Client", "ClientID"},
+    {"TransactionTable", "ProjectID", "Project", "ProjectID"},
+    {"TransactionTable", "PayID", "Payment", "PayID"},
+    {"ManInvDetail", "TransactionID", "TransactionTable", "TransactionID"},
+    {"Payment", "ClientID", "Client", "ClientID"},
+    {"Payment", "PayEnteredBy", "Employee", "EmployeeID"},
+    {"EmployeeGroupDetail", "EmployeeID", "Employee", "EmployeeID"},
+    {"ClientGroupDetail", "ClientID", "Client", "ClientID"},
+    {"ProjectGroupDetail", "ProjectID", "Project", "ProjectID"},
+    {"ActivityGroupDetail", "ActivityID", "Activity", "ActivityID"},
+    {"ExpenseGroupDetail", "ExpID", "Expense", "ExpID"},
+};
+
+TEST_F(SampleFirm, Every_key_that_a_row_names_is_there) {
+  for (const auto& r : kReferences) {
+    const auto named = fmt::format("SELECT COUNT(*) FROM {} WHERE {} IS NOT NULL", r.table, r.column);
+    EXPECT_NE(house_.Scalar(named), "0") << named;
+    const auto lost = fmt::format("{} AND {} NOT IN (SELECT {} FROM {})", named, r.column, r.key, r.target);
+    EXPECT_EQ(house_.Scalar(lost), "0") << lost;
+  }
+}
+
+// Each selects the rows that contradict one another.
+constexpr std::string_view kContradictions[] = {
+    // keys are made of their parts
+    "Project WHERE ProjectID <> ProjectCode || ':' || ProjectPhase",
+    "Activity WHERE ActivityID <> ActivityCode || ':' || ActivitySub",
+    "Expense WHERE ExpID <> ExpCode || ':' || ExpSub",
+    // a phase has a parent, of the same client
+    "Project WHERE (ProjectIsPhase = -1) <> (ParentProjectID IS NOT NULL)",
+    "Project a, Project b WHERE a.ParentProjectID = b.ProjectID AND a.ClientID <> b.ClientID",
+    // a row belongs to its project's client
+    "TransactionTable t, Project p WHERE t.ProjectID = p.ProjectID AND t.ClientID <> p.ClientID",
+    "TransactionTable t, Payment y WHERE t.PayID = y.PayID AND t.ClientID <> y.ClientID",
+    // vendors' work is marked as such, and a bill is its vendor's
+    "TimeEntry t, Employee e WHERE t.EmployeeID = e.EmployeeID AND t.isSub <> e.IsSub",
+    "ExpenseLog x, Employee e WHERE x.EmployeeID = e.EmployeeID AND x.isSub <> e.IsSub",
+    "VendorBill b, Employee e WHERE b.VendorID = e.EmployeeID AND e.IsSub <> -1",
+    "TimeEntry t, VendorBill b WHERE t.VendorBillID = b.VendorBillID AND t.EmployeeID <> b.VendorID",
+    "ExpenseLog x, VendorBill b WHERE x.VendorBillID = b.VendorBillID AND x.EmployeeID <> b.VendorID",
+    "VendorBill b WHERE NOT EXISTS (SELECT * FROM TimeExpense l WHERE l.VendorBillID = b.VendorBillID)",
+    // amounts
+    "ExpenseLog WHERE ABS(ELUnits * ELCost * (1 + ELMarkup / 100) - ELChgAmt) > 0.005",
+    "TransactionTable t WHERE PayID IS NULL AND TransactionManInv = 0 AND IsDraft = 0 AND ABS(ServiceAmt - "
+    "(SELECT SUM(TEHours * TEBillRate) FROM TimeEntry e WHERE e.TransactionID = t.TransactionID)) > 0.005",
+    "TransactionTable t WHERE PayID IS NULL AND TransactionManInv = 0 AND IsDraft = 0 AND ABS(ExpAmt - "
+    "(SELECT SUM(ELChgAmt) FROM ExpenseLog e WHERE e.TransactionID = t.TransactionID)) > 0.005",
+    "TransactionTable t WHERE TransactionManInv = -1 AND ABS(ServiceAmt - "
+    "(SELECT SUM(ManInvDetailTot) FROM ManInvDetail d WHERE d.TransactionID = t.TransactionID)) > 0.005",
+    "TransactionTable WHERE PayID IS NULL AND "
+    "ABS(ServiceAmt + ExpAmt - TransactionInvDiscount - TransactionInvBillAmt) > 0.005",
+    "Payment y WHERE ABS(PayAmt - "
+    "(SELECT SUM(TransactionPayAmtApplied) FROM TransactionTable t WHERE t.PayID = y.PayID)) > 0.005",
+    // nothing has been sent
+    "TimeEntry WHERE QBLinkID <> ''",
+    "Project WHERE QBLinkID <> ''",
+};
+
+TEST_F(SampleFirm, Its_rows_do_not_contradict_one_another) {
+  for (const auto contradiction : kContradictions) {
+    EXPECT_EQ(house_.Scalar("SELECT COUNT(*) FROM " + std::string(contradiction)), "0") << contradiction;
+  }
+}
+
+}  // namespace
+}  // namespace twqb

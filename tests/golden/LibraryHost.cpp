@@ -1,0 +1,212 @@
+#include "tests/golden/LibraryHost.h"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+#include "adapters/companyfile/CompanyTransport.h"
+#include "adapters/faults/Faults.h"
+#include "adapters/scripted/ScriptedDesk.h"
+#include "adapters/sqlite/SqliteProvider.h"
+#include "adapters/system/Callbacks.h"
+#include "adapters/system/FrozenMachine.h"
+#include "adapters/transcript/Transcript.h"
+#include "platform/Forwarding.h"
+#include "quickbooks/IsCustomer.h"
+#include "services/Conversions.h"
+#include "services/ModuleVariables.h"
+#include "services/Settings.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Arguments = std::vector<std::string>;
+
+class WaitingDesk : public ForwardingDesk {
+ public:
+  WaitingDesk(Desk& inner, std::function<void(int)> beforeAnswer)
+      : ForwardingDesk(inner), beforeAnswer_(std::move(beforeAnswer)) {}
+
+  BoxAnswer ShowMessageBox(const MessageBox& box) override {
+    if (box.buttons != BoxButtons::Ok) Wait();
+    return ForwardingDesk::ShowMessageBox(box);
+  }
+  std::string OpenFileDialog(const FileDialog& dialog) override {
+    Wait();
+    return ForwardingDesk::OpenFileDialog(dialog);
+  }
+
+ private:
+  void Wait() {
+    ++questions_;
+    if (beforeAnswer_) beforeAnswer_(questions_);
+  }
+
+  std::function<void(int)> beforeAnswer_;
+  int questions_ = 0;
+};
+
+bool IsTrue(const std::string& word) {
+  if (word != "True" && word != "False") throw std::runtime_error("neither True nor False: " + word);
+  return word == "True";
+}
+
+Json Recorded(const std::string& word) { return word == "True" || word == "False" ? Json(IsTrue(word)) : Json(word); }
+
+enTables Table(const std::string& word) {
+  if (word == "enClients") return enClients;
+  if (word == "enAll") return enAll;
+  throw std::runtime_error("no table of these runs: " + word);
+}
+
+struct Operation {
+  std::string_view name;
+  std::size_t arguments;
+  Json (*run)(CTWQBBridge& bridge, const Arguments& arguments);
+};
+
+// A property that is set.
+template <auto kSet, auto kRead>
+constexpr auto kSetter = [](CTWQBBridge& bridge, const Arguments& arguments) -> Json {
+  (bridge.*kSet)(kRead(arguments[0]));
+  return nullptr;
+};
+constexpr auto kText = [](const std::string& word) { return word; };
+
+constexpr std::array kOperations = {
+    Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> Json { return b.ConnectToQB(IsTrue(a[0])); }},
+    Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> Json { return b.SendDataToQB(Table(a[0])); }},
+    Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> Json { return b.GetDataFromQB(Table(a[0])); }},
+    Operation{"SaveSettings", 4, [](auto& b, auto& a) -> Json { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
+    Operation{"DisplaySettings", 0,
+              [](auto& b, auto&) -> Json {
+                b.DisplaySettings();
+                return nullptr;
+              }},
+    Operation{"CloseProgressScreen", 0,
+              [](auto& b, auto&) -> Json {
+                b.CloseProgressScreen();
+                return nullptr;
+              }},
+    // Properties.
+    Operation{"QBDB", 0, [](auto& b, auto&) -> Json { return b.QBDB(); }},
+    Operation{"QBCountry", 0, [](auto& b, auto&) -> Json { return b.QBCountry(); }},
+    Operation{"QBHostVer", 0, [](auto& b, auto&) -> Json { return b.QBHostVer(); }},
+    Operation{"UseTWSTable", 0, [](auto& b, auto&) -> Json { return b.UseTWSTable(); }},
+    Operation{"IsSilentMode", 0, [](auto& b, auto&) -> Json { return b.IsSilentMode(); }},
+    Operation{"SetIsSilentMode", 1, kSetter<&CTWQBBridge::SetIsSilentMode, IsTrue>},
+    Operation{"SetIsQBSingleMode", 1, kSetter<&CTWQBBridge::SetIsQBSingleMode, IsTrue>},
+    Operation{"SetLeaveMsgBoxOpen", 1, kSetter<&CTWQBBridge::SetLeaveMsgBoxOpen, IsTrue>},
+    Operation{"SetUseTWSTable", 1, kSetter<&CTWQBBridge::SetUseTWSTable, IsTrue>},
+    Operation{"SetTWSettingsPath", 1, kSetter<&CTWQBBridge::SetTWSettingsPath, kText>},
+    Operation{"SetConnectString", 1, kSetter<&CTWQBBridge::SetConnectString, kText>},
+    // Routines that nothing calls yet, or that no operation shows alone.
+    Operation{"GenerateGUID", 0, [](auto&, auto&) -> Json { return GenerateGUID(); }},
+    Operation{"GetQBLinkIDOf", 2, [](auto&, auto& a) -> Json { return GetQBLinkIDOf(a[0], a[1]); }},
+    Operation{"LoadActivityCodes", 0,
+              [](auto&, auto&) -> Json {
+                LoadActivityCodes();
+                const auto& v = Vars();
+                return {v.g_ActivityComp, v.g_ActivityHol, v.g_ActivitySick, v.g_ActivityVac};
+              }},
+    // Of a record in an answer.
+    Operation{"IsCustomer", 1,
+              [](auto&, auto& a) -> Json {
+                const MsgSetResponse answer(
+                    "<QBXML><QBXMLMsgsRs><CustomerQueryRs statusCode=\"0\" statusSeverity=\"Info\">" + a[0] +
+                    "</CustomerQueryRs></QBXMLMsgsRs></QBXML>");
+                return IsCustomer(answer.GetAt(0).Detail());
+              }},
+    Operation{"gf_ReadSettings", 3,
+              [](auto&, auto& a) -> Json { return gf_ReadSettings(a[0], a[1], Vars().g_TWSettingsPath, a[2]); }},
+    Operation{"gf_WriteSettings", 3,
+              [](auto&, auto& a) -> Json { return gf_WriteSettings(a[0], a[1], a[2], Vars().g_TWSettingsPath); }},
+};
+
+}  // namespace
+
+struct LibraryHost::Parts {
+  explicit Parts(const LibraryHostOptions& options)
+      : folder(options.folder),
+        machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
+                {.now = options.now, .zone = options.zone, .seed = 1}),
+        quickbooks(folder + "/company.twq", machine),
+        script(ParseAnswers(options.answers)),
+        faults({.database = &database,
+                .quickbooks = &quickbooks,
+                .desk = &script,
+                .machine = &machine,
+                .callback = &callback},
+               ParseFaults(options.faults)),
+        writer(record),
+        transcript(faults.Decorated(), writer),
+        desk(*transcript.Decorated().desk, options.beforeAnswer) {
+    auto seams = transcript.Decorated();
+    seams.desk = &desk;
+    Compose(seams);
+  }
+  ~Parts() {
+    while (!objects.empty()) objects.pop_back();
+    Compose({});
+  }
+
+  std::string folder;
+  FrozenMachine machine;
+  SqliteProvider database;
+  company::CompanyTransportFactory quickbooks;
+  ScriptedDesk script;
+  NoCallbackFactory callback;
+  FaultPlatform faults;
+  std::ostringstream record;
+  TranscriptWriter writer;
+  TranscriptPlatform transcript;
+  WaitingDesk desk;
+  std::vector<std::unique_ptr<CTWQBBridge>> objects;
+};
+
+LibraryHost::LibraryHost(const LibraryHostOptions& options) : parts_(std::make_unique<Parts>(options)) {}
+LibraryHost::~LibraryHost() = default;
+
+void LibraryHost::BeginObject() {
+  const bool isFirst = parts_->objects.empty();
+  auto& bridge = *parts_->objects.emplace_back(std::make_unique<CTWQBBridge>());
+  bridge.SetUsePreferencesTW(true);
+  if (!isFirst) return;  // the rest belongs to the process
+  bridge.SetConnectString("Provider=SQLITE;Data Source=" + parts_->folder + "/billing.db");
+  bridge.SetTWSettingsPath(parts_->folder + "/twqb.ini");
+}
+
+void LibraryHost::EndObject() { parts_->objects.pop_back(); }
+bool LibraryHost::HasObjects() const { return !parts_->objects.empty(); }
+
+void LibraryHost::Call(const std::vector<std::string>& words) {
+  const auto& name = words.at(0);
+  const auto* const operation = std::ranges::find(kOperations, name, &Operation::name);
+  if (operation == kOperations.end()) throw std::runtime_error("no operation of these runs: " + name);
+  const Arguments arguments(words.begin() + 1, words.end());
+  if (arguments.size() != operation->arguments) throw std::runtime_error("wrong number of arguments: " + name);
+  auto recorded = Json::array();
+  for (const auto& argument : arguments) recorded.push_back(Recorded(argument));
+
+  auto& transcript = parts_->transcript;
+  transcript.Call(name, recorded);
+  try {
+    transcript.Return(name, operation->run(*parts_->objects.back(), arguments));
+  } catch (const PlatformError& raised) {
+    transcript.Return(name, raised);
+  }
+}
+
+std::string LibraryHost::TakeRecord() {
+  auto record = parts_->record.str();
+  parts_->record.str({});
+  return record;
+}
+
+}  // namespace twqb
