@@ -19,8 +19,8 @@ template <std::size_t kCount>
 using Words = std::array<std::string_view, kCount>;
 constexpr Words<2> WordsOf(Permission) { return {"granted", "withheld"}; }
 constexpr Words<2> WordsOf(DialogState) { return {"closed", "open"}; }
-constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 constexpr Words<2> WordsOf(Feature) { return {"enabled", "disabled"}; }
+constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 
 template <auto kField>
 std::string WordText(const CompanyConditions& conditions) {
@@ -106,7 +106,7 @@ constexpr std::array kConditions = {
               .text = WordText<&CompanyConditions::timeTracking>,
               .set = SetWord<&CompanyConditions::timeTracking>},
     Condition{.name = "closing-date",
-              .allowed = "none or a date such as 2007-12-31",
+              .allowed = "none or a date yyyy-mm-dd",
               .meaning = "transactions of that day or before are answered with status 3171",
               .text = ClosingDateText,
               .set = SetClosingDate},

@@ -16,8 +16,8 @@ namespace twqb::company {
 
 enum class Permission : std::uint8_t { Granted, Withheld };
 enum class DialogState : std::uint8_t { Closed, Open };
-enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
 enum class Feature : std::uint8_t { Enabled, Disabled };
+enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
 
 inline constexpr std::string_view kNeverClosed = "none";  // in place of a closing date
 
