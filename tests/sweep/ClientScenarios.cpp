@@ -38,9 +38,9 @@ void PrepareSecondSend(TestHouse& house, const Scenario& scenario) {
 // Two customers and a job of the first.
 void PrepareFirstGet(TestHouse& house, const Scenario& /*scenario*/) {
   AddRecord(house, "Customer",
-              "<Name>Easton, Town of</Name><CompanyName>Town of Easton</CompanyName>"
-              "<BillAddress><Addr1>Town Hall</Addr1><Addr2>136 Elm Street</Addr2></BillAddress>"
-              "<Phone>508.555.0151</Phone><Contact>Mary Ann Doyle</Contact>");
+            "<Name>Easton, Town of</Name><CompanyName>Town of Easton</CompanyName>"
+            "<BillAddress><Addr1>Town Hall</Addr1><Addr2>136 Elm Street</Addr2></BillAddress>"
+            "<Phone>508.555.0151</Phone><Contact>Mary Ann Doyle</Contact>");
   AddRecord(house, "Customer", "<Name>Farrow</Name><FirstName>Neil</FirstName>");
   AddRecord(house, "Customer", "<Name>Library</Name><ParentRef><FullName>Easton, Town of</FullName></ParentRef>");
 }
