@@ -49,9 +49,8 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request) {
     throw UsageError(fmt::format("The transcript {} could not be written to its end.", surroundings.transcript));
   }
   if (done) return ExitStatus::Done;
-  if (const auto table = MissingTable(place, request.table)) {
-    Tell(fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.", *table));
-  }
+  const auto missing = MissingTables(place, BillingTablesOf(request.table));
+  if (!missing.empty()) Tell(MissingText(missing));
   return ExitStatus::Failed;
 }
 
