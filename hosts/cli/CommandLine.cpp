@@ -88,6 +88,7 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
   AddInitCommand(app, line.command);
   AddTransferCommands(app, line.command);
   AddStatusCommand(app, line.command);
+  AddLookupCommands(app, line.command);
   AddSettingsCommands(app, line.command);
   AddCompanyCommands(app, line.command);
   AddBillingCommands(app, line.command);

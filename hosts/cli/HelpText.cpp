@@ -13,6 +13,8 @@ Commands
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
   status                       how far each table is linked, when it went last
+  list KIND [--all]            print a list of QuickBooks: customers, invoices ...
+  accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)
   company run FILE | show      answer a qbXML document; what the file holds
   company set NAME VALUE       how a connection to it is met: permission, dialog ...

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "adapters/terminal/TextLayout.h"
+#include "cli/BridgeRun.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
@@ -29,27 +30,15 @@ TransferRequest RequestOf(Direction direction, const TransferArguments& argument
 }
 
 ExitStatus Transfer(const Options& options, const TransferRequest& request) {
-  const auto place = WorkplaceOf(options);
-  if (!options.settingsTable) CheckSettings(place);
-  CheckBilling(place);
-  CheckCompany(place);
-  const auto surroundings = ReadSurroundings(options);
-
   bool done = false;
-  bool recorded = false;
-  {
-    Composition composition(place, surroundings);
-    done = RunTransfer(composition, options, request);
-    recorded = composition.TranscriptIsWhole();
-  }
+  const bool recorded =
+      RunComposed(options, [&](Composition& composition) { done = RunTransfer(composition, options, request); });
   Print(fmt::format("{} {}: {}\n", request.direction == Direction::Send ? "send" : "get", TypedName(request.table),
                     done ? "done" : "failed"));
   FlushOutput();
-  if (!recorded) {
-    throw UsageError(fmt::format("The transcript {} could not be written to its end.", surroundings.transcript));
-  }
+  if (!recorded) RefuseTranscript(options);
   if (done) return ExitStatus::Done;
-  const auto missing = MissingTables(place, BillingTablesOf(request.table));
+  const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(request.table));
   if (!missing.empty()) Tell(MissingText(missing));
   return ExitStatus::Failed;
 }

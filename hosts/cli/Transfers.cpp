@@ -1,18 +1,13 @@
 #include "cli/Transfers.h"
 
+#include "cli/BridgeRun.h"
 #include "cli/TableArgument.h"
-#include "twqb/CTWQBBridge.h"
 
 namespace twqb::cli {
 
 bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request) {
   CTWQBBridge bridge;
-  bridge.SetConnectString(composition.Place().billing);
-  bridge.SetTWSettingsPath(composition.Place().settings);
-  bridge.SetUseTWSTable(options.settingsTable);
-  bridge.SetIsQBSingleMode(options.singleUser);
-  bridge.SetNoProgressBar(options.noProgress);
-  bridge.SetLeaveMsgBoxOpen(options.leaveOpen);
+  SetUp(bridge, composition, options);
   bridge.SetUsePreferencesTW(!request.id.has_value());
   bridge.SetPassedID(request.id.value_or(""));
   bridge.SetIsSync(request.sync);

@@ -113,6 +113,19 @@ void RecordList::Add(Record record, const std::string& key) {
   records_.push_back(std::move(record));
 }
 
+const std::vector<Record>& ReturnedList::Records() const {
+  if (IsNothing()) throw PlatformError(error::kObjectNothing);
+  return *records_;
+}
+
+std::size_t ReturnedList::Count() const { return Records().size(); }
+
+const Record& ReturnedList::GetAt(std::size_t index) const {
+  const auto& records = Records();
+  if (index >= records.size()) throw PlatformError(error::kBadArgument);
+  return records[index];
+}
+
 std::int32_t Response::StatusCode() const { return node_.attribute("statusCode").as_int(-1); }
 std::string Response::StatusSeverity() const { return node_.attribute("statusSeverity").as_string(); }
 std::string Response::StatusMessage() const { return node_.attribute("statusMessage").as_string(); }
@@ -144,6 +157,11 @@ std::vector<Record> Response::Details() const {
     records.push_back({document_, node, row});
   }
   return records;
+}
+
+ReturnedList Response::DetailList() const {
+  auto records = Details();
+  return records.empty() ? ReturnedList() : ReturnedList(std::move(records));
 }
 
 MsgSetResponse::MsgSetResponse(std::string answer) {

@@ -84,6 +84,25 @@ class RecordList {
   std::unordered_map<std::string, std::size_t> keys_;
 };
 
+// The list that came back from a query, as it came: views into the answer, which they keep alive, in its order. A
+// handle; copies share the one list. Of a query that found nothing it is *nothing*, like an absent field.
+class ReturnedList {
+ public:
+  ReturnedList() = default;  // nothing
+  [[nodiscard]] bool IsNothing() const { return records_ == nullptr; }
+  // Each raises 91 on nothing, and GetAt 0x800A0BB9 for an index behind the last record.
+  [[nodiscard]] std::size_t Count() const;
+  [[nodiscard]] const Record& GetAt(std::size_t index) const;
+
+ private:
+  friend class Response;
+  explicit ReturnedList(std::vector<Record> records)
+      : records_(std::make_shared<const std::vector<Record>>(std::move(records))) {}
+  [[nodiscard]] const std::vector<Record>& Records() const;
+
+  std::shared_ptr<const std::vector<Record>> records_;
+};
+
 // The answer to one request.
 class Response {
  public:
@@ -97,6 +116,8 @@ class Response {
   [[nodiscard]] Record DetailAt(std::size_t index) const;
   [[nodiscard]] Record Detail() const { return DetailAt(0); }
   [[nodiscard]] std::vector<Record> Details() const;
+  // The same as the one list that a query returns; nothing when there are none.
+  [[nodiscard]] ReturnedList DetailList() const;
 
  private:
   friend class MsgSetResponse;

@@ -91,6 +91,14 @@ const Operation kOperations[] = {
      }},
     {"CloseProgressScreen", false, [](CountedHouse& house) { house.bridge->CloseProgressScreen(); }},
     {"DisplaySettings", false, [](CountedHouse& house) { house.bridge->DisplaySettings(); }},
+    {"GetEmployees", true, [](CountedHouse& house) { (void)house.bridge->GetEmployees(); }},
+    {"GetClassItems", true, [](CountedHouse& house) { (void)house.bridge->GetClassItems(); }},
+    {"GetQBAccounts", true,
+     [](CountedHouse& house) {
+       AccountArray accounts;
+       (void)house.bridge->GetQBAccounts(accounts);
+     }},
+    {"IsJob", true, [](CountedHouse& house) { (void)house.bridge->IsJob("80000001-1111111111"); }},
     {"SaveSettings", true,
      [](CountedHouse& house) { (void)house.bridge->SaveSettings("Fees", "Costs", "", "Expenses"); }},
 };

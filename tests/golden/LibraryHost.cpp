@@ -83,11 +83,39 @@ constexpr auto kSetter = [](CTWQBBridge& bridge, const Arguments& arguments) -> 
 };
 constexpr auto kText = [](const std::string& word) { return word; };
 
+// A lookup; of the list the number of its records.
+Json CountOf(const ReturnedList& list) { return list.IsNothing() ? Json() : Json(list.Count()); }
+template <auto kOperation>
+constexpr auto kList = [](CTWQBBridge& bridge, const Arguments&) { return CountOf((bridge.*kOperation)()); };
+template <auto kOperation>
+constexpr auto kListOfAll =
+    [](CTWQBBridge& bridge, const Arguments& arguments) { return CountOf((bridge.*kOperation)(IsTrue(arguments[0]))); };
+
 constexpr std::array kOperations = {
     Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> Json { return b.ConnectToQB(IsTrue(a[0])); }},
     Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> Json { return b.SendDataToQB(Table(a[0])); }},
     Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> Json { return b.GetDataFromQB(Table(a[0])); }},
     Operation{"SaveSettings", 4, [](auto& b, auto& a) -> Json { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
+    Operation{"GetAccounts", 0, kList<&CTWQBBridge::GetAccounts>},
+    Operation{"GetEmployees", 1, kListOfAll<&CTWQBBridge::GetEmployees>},
+    Operation{"GetCustomers", 1, kListOfAll<&CTWQBBridge::GetCustomers>},
+    Operation{"GetVendors", 1, kListOfAll<&CTWQBBridge::GetVendors>},
+    Operation{"GetInvoices", 0, kList<&CTWQBBridge::GetInvoices>},
+    Operation{"GetPayments", 0, kList<&CTWQBBridge::GetPayments>},
+    Operation{"GetExpCodes", 1, kListOfAll<&CTWQBBridge::GetExpCodes>},
+    Operation{"GetActivities", 1, kListOfAll<&CTWQBBridge::GetActivities>},
+    Operation{"GetTimeEntries", 0, kList<&CTWQBBridge::GetTimeEntries>},
+    Operation{"GetChecks", 0, kList<&CTWQBBridge::GetChecks>},
+    Operation{"GetBills", 0, kList<&CTWQBBridge::GetBills>},
+    Operation{"GetClassItems", 0, kList<&CTWQBBridge::GetClassItems>},
+    Operation{"GetPayrollItems", 0, kList<&CTWQBBridge::GetPayrollItems>},
+    // The columns of the array, one for each account; False without one.
+    Operation{"GetQBAccounts", 0,
+              [](auto& b, auto&) -> Json {
+                AccountArray accounts;
+                return b.GetQBAccounts(accounts) ? Json(accounts) : Json(false);
+              }},
+    Operation{"IsJob", 1, [](auto& b, auto& a) -> Json { return b.IsJob(a[0]); }},
     Operation{"DisplaySettings", 0,
               [](auto& b, auto&) -> Json {
                 b.DisplaySettings();
@@ -99,6 +127,7 @@ constexpr std::array kOperations = {
                 return nullptr;
               }},
     // Properties.
+    Operation{"NoRecsInQBTable", 0, [](auto& b, auto&) -> Json { return b.NoRecsInQBTable(); }},
     Operation{"QBDB", 0, [](auto& b, auto&) -> Json { return b.QBDB(); }},
     Operation{"QBCountry", 0, [](auto& b, auto&) -> Json { return b.QBCountry(); }},
     Operation{"QBHostVer", 0, [](auto& b, auto&) -> Json { return b.QBHostVer(); }},

@@ -331,15 +331,16 @@ class ScenarioRun {
 };
 
 const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
-    {"init", &ScenarioRun::Init},         {"first", &ScenarioRun::First},     {"clock", &ScenarioRun::Clock},
-    {"sql", &ScenarioRun::Sql},           {"qb", &ScenarioRun::QuickBooks},   {"answer", &ScenarioRun::Answer},
-    {"fault", &ScenarioRun::Fault},       {"company", &ScenarioRun::Company}, {"setting", &ScenarioRun::Setting},
-    {"registry", &ScenarioRun::Registry}, {"copy", &ScenarioRun::Copy},       {"move", &ScenarioRun::Move},
-    {"remove", &ScenarioRun::Remove},     {"folder", &ScenarioRun::Folder},   {"hold", &ScenarioRun::Hold},
-    {"let", &ScenarioRun::LetGo},         {"before", &ScenarioRun::Before},   {"send", &ScenarioRun::Transfer},
-    {"get", &ScenarioRun::Transfer},      {"object", &ScenarioRun::Object},   {"call", &ScenarioRun::Call},
-    {"release", &ScenarioRun::Release},   {"stored", &ScenarioRun::Stored},   {"files", &ScenarioRun::Files},
-    {"show", &ScenarioRun::Show},         {"ask", &ScenarioRun::Ask},         {"screen", &ScenarioRun::Screen},
+    {"init", &ScenarioRun::Init},         {"first", &ScenarioRun::First},       {"clock", &ScenarioRun::Clock},
+    {"sql", &ScenarioRun::Sql},           {"qb", &ScenarioRun::QuickBooks},     {"answer", &ScenarioRun::Answer},
+    {"fault", &ScenarioRun::Fault},       {"company", &ScenarioRun::Company},   {"setting", &ScenarioRun::Setting},
+    {"registry", &ScenarioRun::Registry}, {"copy", &ScenarioRun::Copy},         {"move", &ScenarioRun::Move},
+    {"remove", &ScenarioRun::Remove},     {"folder", &ScenarioRun::Folder},     {"hold", &ScenarioRun::Hold},
+    {"let", &ScenarioRun::LetGo},         {"before", &ScenarioRun::Before},     {"send", &ScenarioRun::Transfer},
+    {"get", &ScenarioRun::Transfer},      {"object", &ScenarioRun::Object},     {"call", &ScenarioRun::Call},
+    {"list", &ScenarioRun::Transfer},     {"accounts", &ScenarioRun::Transfer}, {"is-job", &ScenarioRun::Transfer},
+    {"release", &ScenarioRun::Release},   {"stored", &ScenarioRun::Stored},     {"files", &ScenarioRun::Files},
+    {"show", &ScenarioRun::Show},         {"ask", &ScenarioRun::Ask},           {"screen", &ScenarioRun::Screen},
     {"nobody", &ScenarioRun::Nobody},     {"program", &ScenarioRun::Program},
 };
 
