@@ -130,9 +130,7 @@ class BodyMerge {
         for (const auto element : given.children()) {
           if (row.name == element.name()) StoreElement(body_, element, row, store_, referrer_);
         }
-      } else if (row.type != Type::Aggregate) {
-        CopyNamed(earlier, row.name);
-      } else if (const auto change = ChildElement(given, std::string(row.name).append(kChange))) {
+      } else if (const auto change = Change(given, row)) {
         AppendAggregate(body_, row.name, [&] { MergeChange(change, ChildElement(earlier, row.name), row.Children()); });
       } else if (!IsCleared(given, row)) {
         CopyNamed(earlier, row.name);
@@ -154,8 +152,15 @@ class BodyMerge {
     }
   }
 
+  // What changes an aggregate: "SalesOrPurchaseMod" for SalesOrPurchase.
+  [[nodiscard]] static pugi::xml_node Change(pugi::xml_node given, const Element& row) {
+    if (row.type != Type::Aggregate) return {};
+    return ChildElement(given, std::string(row.name).append(kChange));
+  }
+
   // "ClearEarnings" takes away what is called Earnings.
   [[nodiscard]] static bool IsCleared(pugi::xml_node given, const Element& row) {
+    if (row.type != Type::Aggregate) return false;
     const auto clear = ChildText(given, std::string("Clear").append(row.name));
     return messages::ParseBool(clear).value_or(false);
   }
