@@ -19,5 +19,7 @@ namespace twqb::cli {
 [[nodiscard]] std::vector<std::string_view> BillingTablesOf(enTables table);
 // Every typed name, in the order of their numbers, between commas.
 [[nodiscard]] std::string TableNameList();
+// The same as a paragraph of a command's help.
+[[nodiscard]] std::string TableHelpText();
 
 }  // namespace twqb::cli
