@@ -60,7 +60,7 @@ void AddDeletion(CLI::App& app, Command& chosen, const Deletion& deletion) {
   auto* command = app.add_subcommand(deletion.command, deletion.text);
   command->add_option("TABLE", arguments->table, "The record's table, see below")->required()->type_name("");
   command->add_option("ID", arguments->id, "Its ListID or TxnID")->required()->type_name("");
-  command->footer(TableHelpText() + deletion.footer);
+  command->footer(TableHelpText(AllTables::No) + deletion.footer);
   command->callback([arguments, &deletion, &chosen] {
     chosen = [arguments, &deletion](const Options& options) { return Delete(options, deletion, *arguments); };
   });

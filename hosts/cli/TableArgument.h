@@ -19,7 +19,10 @@ namespace twqb::cli {
 [[nodiscard]] std::vector<std::string_view> BillingTablesOf(enTables table);
 // Every typed name, in the order of their numbers, between commas.
 [[nodiscard]] std::string TableNameList();
-// The same as a paragraph of a command's help.
-[[nodiscard]] std::string TableHelpText();
+
+// Whether a command takes all tables in a row.
+enum class AllTables : bool { No, Yes };
+// The names as a paragraph of a command's help.
+[[nodiscard]] std::string TableHelpText(AllTables allTables);
 
 }  // namespace twqb::cli

@@ -51,9 +51,10 @@ void AddTransfer(CLI::App& app, Command& chosen, Direction direction) {
                          : "Only the record with this identifier in QuickBooks, whatever the saved filters say")
       ->type_name("ID");
   command->add_flag("--sync", arguments->sync, "Of two linked records the newer one wins, whatever the settings say");
-  command->footer(TableHelpText() + (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
-                                             "  twqb send clients --answers answers.txt --transcript run.jsonl"
-                                           : "Examples:\n  twqb get clients\n  twqb get clients --sync"));
+  command->footer(TableHelpText(AllTables::Yes) +
+                  (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
+                           "  twqb send clients --answers answers.txt --transcript run.jsonl"
+                         : "Examples:\n  twqb get clients\n  twqb get clients --sync"));
   command->callback([arguments, direction, &chosen] {
     chosen = [arguments, direction](const Options& options) {
       return Transfer(options, RequestOf(direction, *arguments));
