@@ -25,8 +25,9 @@ class DeletionCommands : public testing::Test {
     id_ = folder_.Scalar("SELECT QBLinkID FROM Client");
   }
   [[nodiscard]] std::string Clients() const { return folder_.Scalar("SELECT COUNT(*) FROM Client"); }
-  [[nodiscard]] bool QuickBooksHasOne() const {
-    return folder_.Done({"company", "show"}).find("Customer") != std::string::npos;
+  void ExpectInQuickBooks(std::string_view customers) const {
+    EXPECT_THAT(folder_.Done({"company", "show"}),
+                testing::ContainsRegex("\nCustomer +" + std::string(customers) + "\n"));
   }
 
   WorkFolder folder_;
@@ -37,13 +38,13 @@ TEST_F(DeletionCommands, Delete_the_row_of_BillingDb_after_a_Yes) {
   EXPECT_EQ(folder_.Done({"delete-billing", "clients", id_, "--answers", "yes.txt"}),
             "delete-billing clients " + id_ + ": done\n");
   EXPECT_EQ(Clients(), "0");
-  EXPECT_TRUE(QuickBooksHasOne());
+  ExpectInQuickBooks("1");
 }
 
 TEST_F(DeletionCommands, Delete_the_record_in_QuickBooks_after_a_Yes) {
   EXPECT_EQ(folder_.Done({"delete-quickbooks", "enClients", id_, "--answers", "yes.txt"}),
             "delete-quickbooks clients " + id_ + ": done\n");
-  EXPECT_FALSE(QuickBooksHasOne());
+  ExpectInQuickBooks("0");
   EXPECT_EQ(Clients(), "1");
 }
 
@@ -55,7 +56,7 @@ TEST_F(DeletionCommands, End_with_1_when_nobody_says_Yes) {
     EXPECT_THAT(ended.err, HasSubstr("Do you want to delete the corresponding record"));
   }
   EXPECT_EQ(Clients(), "1");
-  EXPECT_TRUE(QuickBooksHasOne());
+  ExpectInQuickBooks("1");
 }
 
 TEST_F(DeletionCommands, End_with_3_when_the_question_has_no_answer) {
