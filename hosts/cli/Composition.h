@@ -100,7 +100,7 @@ class Composition {
   company::CompanyTransportFactory quickbooks_;
   TerminalDesk terminal_;
   std::optional<ScriptedDesk> script_;
-  NoCallbackFactory callback_;
+  RecordingCallbackFactory callback_;
   std::optional<FaultPlatform> faults_;
   std::optional<TranscriptWriter> writer_;
   std::optional<TranscriptPlatform> transcript_;

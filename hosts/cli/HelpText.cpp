@@ -12,6 +12,9 @@ Commands
   init [--sample]              make billing.db, company.twq, twqb.ini, registry.ini
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
+  delete-billing TABLE ID      delete the record of BillingDb linked to ID
+  delete-quickbooks TABLE ID   delete the record ID in QuickBooks
+  events on | off | status     subscribe to QuickBooks events, or take it back
   status                       how far each table is linked, when it went last
   list KIND [--all]            print a list of QuickBooks: customers, invoices ...
   accounts | is-job ID         its accounts; whether a customer is a job

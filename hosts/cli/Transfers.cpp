@@ -5,17 +5,20 @@
 
 namespace twqb::cli {
 
-bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request) {
-  CTWQBBridge bridge;
-  SetUp(bridge, composition, options);
-  bridge.SetUsePreferencesTW(!request.id.has_value());
-  bridge.SetPassedID(request.id.value_or(""));
-  bridge.SetIsSync(request.sync);
+BridgeOperation TransferOperation(const TransferRequest& request) {
   const bool sends = request.direction == Direction::Send;
-  const auto name = sends ? "SendDataToQB" : "GetDataFromQB";
-  return composition.Run(name, {DeclaredName(request.table)}, [&] {
-    return sends ? bridge.SendDataToQB(request.table) : bridge.GetDataFromQB(request.table);
-  });
+  return {.name = sends ? "SendDataToQB" : "GetDataFromQB",
+          .arguments = {DeclaredName(request.table)},
+          .run = [request, sends](CTWQBBridge& bridge) {
+            bridge.SetUsePreferencesTW(!request.id.has_value());
+            bridge.SetPassedID(request.id.value_or(""));
+            bridge.SetIsSync(request.sync);
+            return sends ? bridge.SendDataToQB(request.table) : bridge.GetDataFromQB(request.table);
+          }};
+}
+
+bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request) {
+  return Perform(composition, options, TransferOperation(request));
 }
 
 }  // namespace twqb::cli

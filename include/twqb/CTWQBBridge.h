@@ -112,6 +112,15 @@ class CTWQBBridge {
   // Whether the customer of that ListID is a job. False for one that is not there, too.
   [[nodiscard]] bool IsJob(const std::string& strListID);
 
+  // Deletes the twin of a record that went on the other side, once the user has said Yes to it: the record of BillingDb
+  // that is linked to that identifier of QuickBooks, or QuickBooks' record itself. False for the answer No, too. In
+  // BillingDb a record that is not there, or can't be deleted, is not noticed.
+  bool DeleteTWRecord(enTables enTableName, const std::string& strListOrTxnID);
+  bool DeleteQBRecord(enTables enTableName, const std::string& strQBLinkID);
+
+  // Subscribes to QuickBooks events, or takes the subscription back. Ends the session and starts a new one.
+  bool SubscribeToQBEvents(bool blnSubscribe);
+
   // Remembers the four default accounts, in TWSTable, which all settings live in from here on. An empty one is
   // forgotten. False at the first that can't be written.
   bool SaveSettings(const std::string& ACIncAcct, const std::string& ACExpAcct, const std::string& InvServAcct,

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "bridge/Deletion.h"
 #include "bridge/Lookups.h"
 #include "bridge/modTWQBBridge.h"
 #include "events/modSubscribe.h"
@@ -132,6 +133,16 @@ bool CTWQBBridge::GetQBAccounts(AccountArray& strAccounts) {
 bool CTWQBBridge::IsJob(const std::string& strListID) {
   return RunAs("IsJob", false, [&] { return CheckQBSession(true, isQBSingleMode_) && IsJobInQuickBooks(strListID); });
 }
+
+bool CTWQBBridge::DeleteTWRecord(enTables enTableName, const std::string& strListOrTxnID) {
+  return twqb::DeleteTWRecord(enTableName, strListOrTxnID, isQBSingleMode_);
+}
+
+bool CTWQBBridge::DeleteQBRecord(enTables enTableName, const std::string& strQBLinkID) {
+  return twqb::DeleteQBRecord(enTableName, strQBLinkID, isQBSingleMode_);
+}
+
+bool CTWQBBridge::SubscribeToQBEvents(bool blnSubscribe) { return twqb::SubscribeToQBEvents(blnSubscribe); }
 
 bool CTWQBBridge::SaveSettings(const std::string& ACIncAcct, const std::string& ACExpAcct,
                                const std::string& InvServAcct, const std::string& InvExpAcct) {

@@ -133,13 +133,11 @@ StepResult RunTable(const Transfer& transfer, std::int32_t table, const Transfer
   return StepResult::Done;
 }
 
-constexpr int kCallbackHeldMode = 3;
-
 void TakeFormDown() { CloseObjects(FormToo::Unload, nullptr, nullptr, nullptr); }
 
 void HoldCallback(int& modeBefore) {
   modeBefore = TheCallback().Mode();
-  TheCallback().SetMode(kCallbackHeldMode);
+  TheCallback().SetMode(kCallbackTransfer);
   Vars().g_CallbackHeld = true;
 }
 

@@ -20,13 +20,11 @@ namespace twqb {
 namespace {
 
 constexpr std::int32_t kStatusNameInUse = 3100;
-constexpr int kCallbackNewRecord = 1;
 
-// Tells the call-back object about the record in hand, unless a whole transfer holds it still.
-bool TalksToCallback() { return Vars().g_IsSubscribed && HasEvents() && !Vars().g_CallbackHeld; }
+// Tells the call-back object about the record in hand.
 void TellRecordStarts() {
   if (!TalksToCallback()) return;
-  TheCallback().SetMode(kCallbackNewRecord);
+  TheCallback().SetMode(kCallbackRecord);
   TheCallback().SetText("");
 }
 void TellRecordId(std::string_view id) {

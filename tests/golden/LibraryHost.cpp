@@ -61,12 +61,16 @@ bool IsTrue(const std::string& word) {
 
 Json Recorded(const std::string& word) { return word == "True" || word == "False" ? Json(IsTrue(word)) : Json(word); }
 
+// In the order of their numbers.
+constexpr std::array<std::string_view, 15> kTableNames = {
+    "enEmployees",    "enVendors",    "enClients",    "enProjects",    "enActivities",
+    "enExpenseCodes", "enAccounts",   "enExpenseLog", "enTimeEntries", "enInvoices",
+    "enPayments",     "enVendorBill", "enEstimates",  "enAll",         "enCreditMemo"};
+
 enTables Table(const std::string& word) {
-  static const std::map<std::string, enTables> kTables = {
-      {"enVendors", enVendors}, {"enClients", enClients}, {"enEstimates", enEstimates}, {"enAll", enAll}};
-  const auto found = kTables.find(word);
-  if (found == kTables.end()) throw std::runtime_error("no table of these runs: " + word);
-  return found->second;
+  const auto* const found = std::ranges::find(kTableNames, word);
+  if (found == kTableNames.end()) throw std::runtime_error("no table: " + word);
+  return static_cast<enTables>(found - kTableNames.begin());
 }
 
 struct Operation {
@@ -95,6 +99,9 @@ constexpr std::array kOperations = {
     Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> Json { return b.ConnectToQB(IsTrue(a[0])); }},
     Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> Json { return b.SendDataToQB(Table(a[0])); }},
     Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> Json { return b.GetDataFromQB(Table(a[0])); }},
+    Operation{"DeleteTWRecord", 2, [](auto& b, auto& a) -> Json { return b.DeleteTWRecord(Table(a[0]), a[1]); }},
+    Operation{"DeleteQBRecord", 2, [](auto& b, auto& a) -> Json { return b.DeleteQBRecord(Table(a[0]), a[1]); }},
+    Operation{"SubscribeToQBEvents", 1, [](auto& b, auto& a) -> Json { return b.SubscribeToQBEvents(IsTrue(a[0])); }},
     Operation{"SaveSettings", 4, [](auto& b, auto& a) -> Json { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
     Operation{"GetAccounts", 0, kList<&CTWQBBridge::GetAccounts>},
     Operation{"GetEmployees", 1, kListOfAll<&CTWQBBridge::GetEmployees>},
@@ -128,6 +135,7 @@ constexpr std::array kOperations = {
               }},
     // Properties.
     Operation{"NoRecsInQBTable", 0, [](auto& b, auto&) -> Json { return b.NoRecsInQBTable(); }},
+    Operation{"IsSubscribedToQBEvents", 0, [](auto& b, auto&) -> Json { return b.IsSubscribedToQBEvents(); }},
     Operation{"QBDB", 0, [](auto& b, auto&) -> Json { return b.QBDB(); }},
     Operation{"QBCountry", 0, [](auto& b, auto&) -> Json { return b.QBCountry(); }},
     Operation{"QBHostVer", 0, [](auto& b, auto&) -> Json { return b.QBHostVer(); }},

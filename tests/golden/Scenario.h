@@ -11,7 +11,9 @@
 //   answer WORDS               a line of the next transfer's answers file
 //   nobody there               the next transfer has no answers file, and asks into the void
 //   fault WORDS                a line of the next transfer's faults file
-//   send ... , get ...         a transfer, with twqb's own arguments; likewise the lookups list, accounts, is-job
+//   send ... , get ...         a transfer, with twqb's own arguments
+//   list, accounts, is-job, delete-billing, delete-quickbooks, events ...
+//                              another operation, run and recorded like a transfer
 //   company NAME VALUE         sets how a connection to the company file is met
 //   setting SECTION KEY VALUE  changes a setting; the value goes to the end of the line, blanks included
 //   registry SECTION KEY VALUE a registry value of the user
