@@ -20,7 +20,7 @@ class ProjectsHouse : public ListHouse {
     Sql("INSERT INTO Client (ClientID, QBLinkID) VALUES ('ACME', '" + client + "')");
     // The dispatcher holds the shared connection as long as a table runs.
     gp_cnGlobal80(true);
-    own_ = database.CreateConnection();
+    own_ = Vars().platform.database->CreateConnection();
     OpenConnection(*own_, nullptr, "");
   }
 
