@@ -44,6 +44,8 @@ TEST_P(EveryCall, A_kill_after_any_call_harms_no_file_and_the_next_run_brings_bo
 
 INSTANTIATE_TEST_SUITE_P(Clients, EveryCall, testing::ValuesIn(ClientScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Projects, EveryCall, testing::ValuesIn(ProjectScenarios()),
+                         [](const auto& test) { return test.param.name; });
 
 }  // namespace
 }  // namespace twqb::sweep

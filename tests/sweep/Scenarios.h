@@ -8,5 +8,6 @@
 namespace twqb::sweep {
 
 [[nodiscard]] std::vector<Scenario> ClientScenarios();
+[[nodiscard]] std::vector<Scenario> ProjectScenarios();
 
 }  // namespace twqb::sweep
