@@ -61,7 +61,13 @@ bool Record::GetBoolean() const {
   return *value;
 }
 
-std::int64_t Record::GetInteger() const { return TextToInteger(GetValue()); }
+std::int64_t Record::GetInteger() const {
+  const auto text = GetValue();
+  for (const auto& value : row_->Values()) {
+    if (value.name == text) return value.number;
+  }
+  return TextToInteger(text);
+}
 double Record::GetNumber() const { return TextToNumber(GetValue()); }
 
 Date Record::GetDate() const {

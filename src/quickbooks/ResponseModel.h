@@ -37,7 +37,7 @@ class Record {
   // The value; each raises 91 on nothing, and 13 when the text does not convert. A time comes without its offset.
   [[nodiscard]] std::string GetValue() const;
   [[nodiscard]] bool GetBoolean() const;
-  [[nodiscard]] std::int64_t GetInteger() const;
+  [[nodiscard]] std::int64_t GetInteger() const;  // of an enumeration: the value's number
   [[nodiscard]] double GetNumber() const;
   [[nodiscard]] Date GetDate() const;
   [[nodiscard]] messages::TimeInterval GetTimeInterval() const;

@@ -14,9 +14,11 @@
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/transcript/Transcript.h"
+#include "engine/DependentPull.h"
 #include "platform/Forwarding.h"
 #include "quickbooks/IsCustomer.h"
 #include "services/Conversions.h"
+#include "services/Database.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
 #include "tests/support/OwnTables.h"
@@ -156,6 +158,14 @@ constexpr std::array kOperations = {
                 LoadActivityCodes();
                 const auto& v = Vars();
                 return {v.g_ActivityComp, v.g_ActivityHol, v.g_ActivitySick, v.g_ActivityVac};
+              }},
+    // On a connection of its own, as a transaction's routine has one.
+    Operation{"TransferCustomerOrJobFromQB", 2,
+              [](auto&, auto& a) -> Json {
+                const auto connection = Vars().platform.database->CreateConnection();
+                OpenConnection(*connection, nullptr, "");
+                TransferCustomerOrJobFromQB(a[0], connection.get(), a[1]);
+                return nullptr;
               }},
     // Of a record in an answer.
     Operation{"IsCustomer", 1,

@@ -10,5 +10,6 @@ namespace twqb::sweep {
 
 [[nodiscard]] std::vector<Scenario> ClientScenarios();
 [[nodiscard]] std::vector<Scenario> AllTablesScenarios();
+[[nodiscard]] std::vector<Scenario> ProjectScenarios();
 
 }  // namespace twqb::sweep
