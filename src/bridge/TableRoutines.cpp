@@ -6,6 +6,7 @@
 #include "engine/Template.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
+#include "lists/modProjects.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
@@ -35,6 +36,19 @@ constexpr std::array kBuiltIn = {
             [](const GetCall& call) {
               MoveClientsToTW(call.records, call.filters.Never, call.filters.MostRecent,
                               call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
+            },
+    },
+    TableRoutines{
+        .table = enProjects,
+        .send =
+            [](const SendCall& call) {
+              MoveProjectsToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+              return true;
+            },
+        .get =
+            [](const GetCall& call) {
+              MoveProjectsToTW(call.records, call.filters.Never, call.filters.MostRecent,
+                               call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
             },
     },
 };

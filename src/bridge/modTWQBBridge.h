@@ -36,8 +36,4 @@ bool SendTableToQB(std::int32_t table, const SavedFilters& filters);
 bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
                     ado::Connection* connection);
 
-// The pull of a missing customer or job for a transaction's sake. `kind`, in any case: "CLIENT", "PROJECT", or anything
-// else for both in that order. What goes wrong has been told.
-void TransferCustomerOrJobFromQB(std::string_view listID, ado::Connection* connection, std::string_view kind);
-
 }  // namespace twqb

@@ -63,6 +63,7 @@ class GetRun {
       if (const auto raised = CatchError([&] { TakeRecord(record, total, ++counter); })) AskAfterError(*raised);
       if (!EndRecord()) break;
     }
+    if (lacking_) TellLacking(table_.getLackingText);
   }
 
   // 5.1 to 5.8. Returning early passes the record over.
@@ -72,23 +73,33 @@ class GetRun {
     Vars().g_TableOk = TableOk::False;
     if (showsProgress_) {
       UpdateProgressBar(total, counter);
-      SetProgressText(record[table_.shownField].GetValueOrEmpty());
+      SetProgressText(record[table_.progressField].GetValueOrEmpty());
       TheDesk().PumpMessages();
     }
     // 5.2
     if (table_.belongs != nullptr && !table_.belongs(record)) return;
+    GetRecord inHand{.record = record, .dependent = dependent_, .connection = *connection_, .ownerKey = {}};
+    if (!IsAdmitted(inHand)) return;
     // 5.3
     const auto listId = record["ListID"].GetValue();
     OpenLookup("QBLinkID", listId, table_.linkCondition);
     const bool known = !lookup_->Eof();
     // 5.4 or 5.5, up to a row to write to.
-    if (known ? !FindRow(record, listId) : !AddRow(record)) return;
+    if (known ? !FindRow(record, listId) : !AddRow(inHand)) return;
     // 5.6
     WriteFields(table_, *rows_, record);
     // 5.7, 5.8
     rows_->SetField("QBLinkID", listId);
     rows_->SetField("LastUpdated", LocalToUTC(TheMachine().Now()));
     rows_->Update();
+    if (table_.afterUpdate != nullptr) table_.afterUpdate();
+  }
+
+  bool IsAdmitted(GetRecord& record) {
+    if (table_.admit == nullptr) return true;
+    const auto admission = table_.admit(record);
+    lacking_ = lacking_ || admission == Admission::Lacking;
+    return admission == Admission::Admitted;
   }
 
   // 5.4 Positions on the twin; False when it is to stay as it is.
@@ -102,9 +113,13 @@ class GetRun {
   }
 
   // 5.5 A new row under a key that is free: the name, with a counter behind it where it is taken.
-  bool AddRow(const Record& record) {
+  bool AddRow(GetRecord& record) {
     CloseLookup();
-    name_ = record["Name"].GetValue();
+    name_ = record.record["Name"].GetValue();
+    if (table_.addRow != nullptr) {
+      table_.addRow(Rows(), record);
+      return true;
+    }
     const auto base = ReplaceJunkChars(name_);
     const int size = Rows().DefinedSize(table_.keyColumn);
     std::set<std::string> tried;  // keys as cut: a cut that takes the counter off again must end the rounds
@@ -126,7 +141,7 @@ class GetRun {
     rows_->AddNew();
     rows_->SetField(table_.keyColumn, trial);
     CloseLookup();
-    if (table_.startRow != nullptr) table_.startRow(*rows_, record, state_.get());
+    if (table_.startRow != nullptr) table_.startRow(*rows_, record.record, state_.get());
     return true;
   }
 
@@ -185,6 +200,7 @@ class GetRun {
   std::unique_ptr<GetState> state_;
   std::string name_;  // of the record in hand, for the log
   bool showsProgress_ = false;
+  bool lacking_ = false;  // a record was passed over for lack of what it belongs to
 };
 
 }  // namespace

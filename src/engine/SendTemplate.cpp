@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "engine/ConflictRule.h"
@@ -19,13 +20,10 @@ namespace twqb {
 
 namespace {
 
-constexpr int kCallbackNewRecord = 1;
-
-// Tells the call-back object about the record in hand, unless a whole transfer holds it still.
-bool TalksToCallback() { return Vars().g_IsSubscribed && HasEvents() && !Vars().g_CallbackHeld; }
+// Tells the call-back object about the record in hand.
 void TellRecordStarts() {
   if (!TalksToCallback()) return;
-  TheCallback().SetMode(kCallbackNewRecord);
+  TheCallback().SetMode(kCallbackRecord);
   TheCallback().SetText("");
 }
 void TellRecordId(std::string_view id) {
@@ -64,33 +62,39 @@ class SendRun {
     // 3.
     if (!Vars().g_NoProgressBar) ShowMsgForm(table_.sendingText);
     // 4.
-    std::int64_t counter = 0;
     while (!rows_->Eof()) {
-      if (const auto raised = CatchError([&] { SendRow(total, ++counter); })) {
+      if (const auto raised = CatchError([&] { SendRow(total); })) {
         if (raised->number() != table_.sendPassesOver) throw *raised;
         ErrorHandler(raised->number(), raised->description(), table_.sendRoutine);
       }
       if (!EndRecord()) break;
     }
+    if (lacking_) TellLacking(table_.sendLackingText);
   }
 
   // 4.1 to 4.9 for the current row. Returning early is a skip.
-  void SendRow(std::int64_t total, std::int64_t counter) {
+  void SendRow(std::int64_t total) {
     record_ = {};
     tried_.clear();
+    if (const auto admission = table_.admitRow == nullptr ? Admission::Admitted : table_.admitRow(*rows_);
+        admission != Admission::Admitted) {
+      lacking_ = lacking_ || admission == Admission::Lacking;
+      return;
+    }
     // 4.1, 4.2
     TellRecordStarts();
     TheDesk().PumpMessages();
     Vars().g_TableOk = TableOk::False;
     // 4.3
     record_.key = ColumnText(*rows_, table_.keyColumn);
+    ++counter_;
     if (!Vars().g_NoProgressBar) {
-      UpdateProgressBar(total, counter);
+      UpdateProgressBar(total, counter_);
       SetProgressText(record_.key);
       TheDesk().PumpMessages();
     }
     // 4.4, 4.5
-    record_.linkId = ColumnText(*rows_, "QBLinkID");
+    record_.linkId = ColumnText(*rows_, table_.selectedLinkColumn);
     record_.qbName = record_.key;
     if (table_.readRow != nullptr) table_.readRow(*rows_, record_);
     record_.lastUpdatedIsNull = IsNull(rows_->Field("LastUpdated"));
@@ -166,11 +170,13 @@ class SendRun {
     const auto baseName = record_.qbName;
     std::optional<Exchanged> sent;
     for (;; ++retryIndex) {
+      const auto lastName = record_.qbName;
       if (retryIndex > 0) record_.qbName = fmt::format("{}{}", baseName, retryIndex);
       const auto request = messageSet.Append(table_.addRequest);
       AssignFields(table_, request, *rows_, RequestKind::Add, record_);
       // A cut that takes the counter off again must end the rounds.
       if (!tried_.insert(NameOf(table_, request)).second) {
+        record_.qbName = lastName;
         if (!sent) return false;
         AskAfterFailedAdd(sent->answer.GetAt(retryIndex - 1));
         return true;
@@ -208,7 +214,7 @@ class SendRun {
   }
 
   void AskAfterFailedMod(const Response& response) const {
-    TheDesk().ShowMessageBox({.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, record_.key),
+    TheDesk().ShowMessageBox({.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, *rows_, record_),
                               .title = "Error",
                               .icon = BoxIcon::Information});
     const auto answer = TheDesk().ShowMessageBox(
@@ -217,12 +223,12 @@ class SendRun {
   }
 
   void AskAfterFailedAdd(const Response& response) const {
-    const auto answer =
-        TheDesk().ShowMessageBox({.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, record_.key) +
-                                          "\r\n\r\nDo you want to continue?",
-                                  .title = "Error",
-                                  .icon = BoxIcon::Question,
-                                  .buttons = BoxButtons::YesNo});
+    auto text = table_.refusedAddText == nullptr ? "" : table_.refusedAddText(response.StatusCode(), record_);
+    if (text.empty()) text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, *rows_, record_);
+    const auto answer = TheDesk().ShowMessageBox({.text = text + "\r\n\r\nDo you want to continue?",
+                                                  .title = "Error",
+                                                  .icon = BoxIcon::Question,
+                                                  .buttons = BoxButtons::YesNo});
     if (answer == BoxAnswer::No) Vars().g_Cancelled = true;
   }
 
@@ -243,6 +249,8 @@ class SendRun {
   SendRecord record_;
   std::optional<Date> rowDate_;  // only where the table wants it ahead of the twin
   std::set<std::string> tried_;  // names of the record in hand, as cut
+  std::int64_t counter_ = 0;
+  bool lacking_ = false;  // a row was passed over for lack of what it belongs to
 };
 
 }  // namespace

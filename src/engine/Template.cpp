@@ -77,8 +77,13 @@ std::string LastUpdatedStatement(const TableDescription& table, std::string_view
                      FormatSQLDate(utc, DateForm::WithTime), table.keyColumn, key);
 }
 
-std::string RecordLine(const TableDescription& table, std::string_view key) {
-  return fmt::format("[{} = \"{}\"]", table.recordLabel, key);
+std::string RecordLine(const TableDescription& table, const ado::Recordset& row, const SendRecord& record) {
+  if (table.recordLine != nullptr) return table.recordLine(row, record);
+  return fmt::format("[{} = \"{}\"]", table.recordLabel, record.key);
+}
+
+void TellLacking(std::string_view text) {
+  TheDesk().ShowMessageBox({.text = std::string(text), .title = "Error", .icon = BoxIcon::Information});
 }
 
 }  // namespace twqb

@@ -24,7 +24,25 @@ struct SendRecord {
   std::string key;
   std::string linkId;  // empty: no twin
   bool lastUpdatedIsNull = false;
-  std::string qbName;  // as built; the request cuts it
+  std::string qbName;      // as built; the request cuts it
+  std::string parentLink;  // what it hangs under in QuickBooks, where a hook looked for it
+};
+
+enum class Dependent : bool { No, Yes };
+
+// The record in hand of a get.
+struct GetRecord {
+  const Record& record;
+  Dependent dependent;
+  ado::Connection& connection;  // of the run
+  std::string ownerKey;         // of the row that it hangs under in BillingDb, where a hook looked for it
+};
+
+// Whether a row or a record takes part in a run.
+enum class Admission : std::uint8_t {
+  Admitted,
+  PassedOver,
+  Lacking,  // passed over for lack of what it belongs to, which the end of the run tells
 };
 
 enum class RequestKind : std::uint8_t { Add, Mod };
@@ -66,7 +84,8 @@ struct TableDescription {
   std::int32_t table;  // of enTables
   std::string_view tableName;
   std::string_view keyColumn;
-  std::string_view fallbackDateColumn;  // compared when LastUpdated is NULL
+  std::string_view fallbackDateColumn;               // compared when LastUpdated is NULL
+  std::string_view selectedLinkColumn = "QBLinkID";  // the link's name in the selection
 
   // QuickBooks' side.
   std::string_view addRequest;
@@ -81,6 +100,9 @@ struct TableDescription {
   std::string_view sendLogText;  // the key follows
   std::string_view getLogText;   // the QuickBooks name follows
   std::string_view missingConnectionText;
+  std::string_view progressField = "FullName";  // of the record in hand, shown while it is taken over
+  std::string_view sendLackingText = {};        // shown at the end of a run that had to pass a row over, or a record
+  std::string_view getLackingText = {};
 
   // The statement that gives a new pair its date; left out: LastUpdated = 'mm/dd/yyyy hh:mm:ss'.
   std::string (*lastUpdatedStatement)(std::string_view key, Date utc) = nullptr;
@@ -89,16 +111,17 @@ struct TableDescription {
   std::optional<ErrorNumber> sendPassesOver = {};
   RowDate rowDate = RowDate::ForTheRule;
 
-  // Of the get: what stands ahead of the link in its lookup ("IsSub = 0 AND "), and the field that the progress shows.
+  // Of the get: what stands ahead of the link in its lookup ("IsSub = 0 AND ").
   std::string_view linkCondition = {};
-  std::string_view shownField = "FullName";
 
   // The fields of a request and of a row, but for name, link, date and a new row's key.
   std::span<const SendField> sendFields = {};
   std::span<const std::string_view> blankedColumns = {};  // first: a field that QuickBooks leaves out blanks its column
   std::span<const GetField> getFields = {};
 
-  // Hooks of the send. What is read of the row beforehand; left out: its QuickBooks name is its key.
+  // Hooks of the send. Which rows go, asked before anything is done for the row; left out: all.
+  Admission (*admitRow)(const ado::Recordset& row) = nullptr;
+  // What is read of the row beforehand; left out: its QuickBooks name is its key.
   void (*readRow)(const ado::Recordset& row, SendRecord& record) = nullptr;
   // The fields of the request; left out: `sendFields`, and of an Add the name.
   void (*assign)(const RequestField& request, const ado::Recordset& row, RequestKind kind,
@@ -107,22 +130,32 @@ struct TableDescription {
   std::string (*nameOf)(const RequestField& request) = nullptr;
   // What is done about a refusal; left out: an Add whose name is in use tries the next, all else goes to the user.
   Refusal (*onRefusal)(const RefusedRequest& refused) = nullptr;
+  // The record line of the error box; left out: [Client ID = "ACME"].
+  std::string (*recordLine)(const ado::Recordset& row, const SendRecord& record) = nullptr;
+  // What a refused Add is told with in place of QuickBooks' message and the record line; left out, or empty: with
+  // these.
+  std::string (*refusedAddText)(std::int32_t statusCode, const SendRecord& record) = nullptr;
 
   // Hooks of the get. Which records belong to the table; left out: all.
   bool (*belongs)(const Record& record) = nullptr;
+  // The same for a table that asks more than the record, or looks up what it hangs under; left out: all.
+  Admission (*admit)(GetRecord& record) = nullptr;
+  // Adds the row of a record without one: key, and what new rows alone are given; left out: the key is the name, with a
+  // counter behind it where it is taken.
+  void (*addRow)(ado::Recordset& rows, GetRecord& record) = nullptr;
   // The columns; left out: `blankedColumns` and `getFields`.
   void (*writeFields)(ado::Recordset& row, const Record& record) = nullptr;
   // Ahead of the records, once there are some; what it answers goes to `startRow`.
   std::unique_ptr<GetState> (*beginGet)() = nullptr;
   // A new row that has its key, ahead of its columns; left out: nothing. The state is `beginGet`'s, or nothing.
   void (*startRow)(ado::Recordset& row, const Record& record, const GetState* state) = nullptr;
+  // What follows once the row is written.
+  void (*afterUpdate)() = nullptr;
 };
 
 // Sends the rows that `strSQL` selects. The outcome is `g_TableOk`; what went wrong has been told.
 void SendTable(const TableDescription& table, const std::string& strSQL, bool optNever, bool optMostRecent,
                QBSessionManager& session);
-
-enum class Dependent : bool { No, Yes };
 
 // Takes the records over. A dependent call (the pull of one record that another table's record needs) works on the
 // caller's connection, shows no progress and does not act on Cancel.
@@ -147,7 +180,10 @@ void WriteFields(const TableDescription& table, ado::Recordset& row, const Recor
 [[nodiscard]] Refusal OnRefusal(const TableDescription& table, const RefusedRequest& refused);
 [[nodiscard]] std::string LastUpdatedStatement(const TableDescription& table, std::string_view key, Date utc);
 
-// The record line of the error box: [Client ID = "ACME"].
-[[nodiscard]] std::string RecordLine(const TableDescription& table, std::string_view key);
+[[nodiscard]] std::string RecordLine(const TableDescription& table, const ado::Recordset& row,
+                                     const SendRecord& record);
+
+// The end of a run that passed something over: the text in a box of its own.
+void TellLacking(std::string_view text);
 
 }  // namespace twqb

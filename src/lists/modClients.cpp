@@ -156,9 +156,6 @@ void WriteClientFields(ado::Recordset& row, const Record& customer) {
   row.SetField("Status", std::string(!active.IsNothing() && active.GetBoolean() ? "Active" : "InActive"));
 }
 
-// The first field of the first row; "" when there is none.
-std::string FirstField(ado::Recordset& rs) { return rs.Eof() ? std::string() : ToText(rs.FieldAt(0)); }
-
 }  // namespace
 
 // --- Public routines -------------------------------------------------------------------------------------------------

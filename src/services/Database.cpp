@@ -61,6 +61,8 @@ void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, st
   });
 }
 
+std::string FirstField(const ado::Recordset& rs) { return rs.Eof() ? std::string() : ToText(rs.FieldAt(0)); }
+
 std::string GetScalarFromSQL(std::string_view strSQL) {
   return WithGlobalConnection([&] {
     std::string result;

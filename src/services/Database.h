@@ -27,6 +27,9 @@ auto WithGlobalConnection(Body&& body);
 // into it, for writing. A failure goes to ErrorHandler.
 void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, std::string_view strTable);
 
+// The first field of the current row as text; "" at the end.
+[[nodiscard]] std::string FirstField(const ado::Recordset& rs);
+
 // The first field of the first row as text; "" when there is none, and on any error.
 [[nodiscard]] std::string GetScalarFromSQL(std::string_view strSQL);
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bridge/modTWQBBridge.h"
+#include "engine/DependentPull.h"
 #include "services/Database.h"
 #include "tests/bridge/BridgeHouse.h"
 

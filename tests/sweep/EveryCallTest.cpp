@@ -45,7 +45,11 @@ TEST_P(EveryCall, A_kill_after_any_call_harms_no_file_and_the_next_run_brings_bo
 INSTANTIATE_TEST_SUITE_P(People, EveryCall, testing::ValuesIn(PeopleScenarios()),
                          [](const auto& test) { return test.param.name; });
 
+INSTANTIATE_TEST_SUITE_P(AllTables, EveryCall, testing::ValuesIn(AllTablesScenarios()),
+                         [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Clients, EveryCall, testing::ValuesIn(ClientScenarios()),
+                         [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Projects, EveryCall, testing::ValuesIn(ProjectScenarios()),
                          [](const auto& test) { return test.param.name; });
 
 }  // namespace

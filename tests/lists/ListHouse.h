@@ -1,0 +1,78 @@
+// A house in which the routines of a list table are called as the dispatcher calls them.
+#pragma once
+
+#include <utility>
+
+#include "engine/RecordReader.h"
+#include "engine/SelectionQueries.h"
+#include "engine/Template.h"
+#include "tests/engine/SpiedHouse.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+struct MoveFlags {
+  bool never = false;
+  bool mostRecent = false;
+};
+
+// What the tests say of the table.
+struct ListTable {
+  std::int32_t table;
+  std::string_view name;
+  std::string_view keyColumn;
+  void (*toQB)(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
+  void (*toTW)(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
+               ado::Connection* connection);
+};
+
+class ListHouse : public SpiedHouse {
+ public:
+  ListHouse(const ListTable& table, HouseOptions options, std::string_view faults, std::string_view country)
+      : SpiedHouse(std::move(options), faults), table_(table) {
+    Connect(country);
+  }
+
+  // All rows, in the order of their selection.
+  void Send(const MoveFlags& flags = {}) {
+    SendSelection(BuildSelectSQL(table_.table, {.IgnoreLastSync = true}), flags);
+  }
+  void SendSelection(const std::string& sql, const MoveFlags& flags = {}) {
+    Vars().g_TableOk = TableOk::False;
+    table_.toQB(sql, flags.never, flags.mostRecent, Session());
+  }
+  // All records, in QuickBooks' order.
+  void Get(const MoveFlags& flags = {}) {
+    const auto records = Read();
+    Vars().g_TableOk = TableOk::False;
+    table_.toTW(records, flags.never, flags.mostRecent, Dependent::No, nullptr);
+  }
+  // What the reader makes of QuickBooks' records. Its own form work is not looked at.
+  [[nodiscard]] RecordList Read(const ReadFilters& filters = {}) {
+    RecordList records;
+    const bool noBar = std::exchange(Vars().g_NoProgressBar, true);
+    EXPECT_TRUE(ApplyQBFiltersAndReadRecords(table_.table, records, Session(), filters));
+    Vars().g_NoProgressBar = noBar;
+    return records;
+  }
+  void Row(std::string_view columns, std::string_view values) {
+    Sql("INSERT INTO " + std::string(table_.name) + " (" + std::string(columns) + ") VALUES (" + std::string(values) +
+        ")");
+  }
+  [[nodiscard]] std::string ColumnOf(std::string_view key, std::string_view column) {
+    return Scalar("SELECT " + std::string(column) + " FROM " + std::string(table_.name) + " WHERE " +
+                  std::string(table_.keyColumn) + " = '" + std::string(key) + "'");
+  }
+  [[nodiscard]] std::string Keys() {
+    const auto key = std::string(table_.keyColumn);
+    return Scalar("SELECT group_concat(" + key + ", ',') FROM (SELECT " + key + " FROM " + std::string(table_.name) +
+                  " ORDER BY rowid)");
+  }
+
+ private:
+  const ListTable& table_;
+};
+
+inline TableOk Outcome() { return Vars().g_TableOk; }
+
+}  // namespace twqb
