@@ -1,6 +1,6 @@
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <array>
 #include <memory>
 #include <string>
 #include <utility>
@@ -14,6 +14,7 @@
 #include "cli/RowText.h"
 #include "cli/SqlScript.h"
 #include "cli/TextFile.h"
+#include "cli/TextTable.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
@@ -103,20 +104,14 @@ ExitStatus Show(const Options& options) {
   const auto tables = connection.Execute(
       "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite~_%' ESCAPE '~' ORDER BY name",
       nullptr);
-  struct Line {
-    std::string name;
-    std::string rows;
-  };
-  std::vector<Line> lines;
+  std::vector<TableLine> lines;
   for (; !tables->Eof(); tables->MoveNext()) {
     const auto name = ToText(tables->FieldAt(0));
     const auto count =
         connection.Execute(fmt::format("SELECT COUNT(*) FROM \"{}\"", ReplaceAll(name, "\"", "\"\"")), nullptr);
-    lines.push_back({.name = name, .rows = ToText(count->FieldAt(0))});
+    lines.push_back({name, ToText(count->FieldAt(0))});
   }
-  std::size_t width = 0;
-  for (const auto& line : lines) width = std::max(width, line.name.size());
-  for (const auto& line : lines) Print(fmt::format("{:<{}}  {:>7}\n", line.name, width, line.rows));
+  Print(TextTable(lines, std::array{Align::Left, Align::Right}));
   if (lines.empty()) Tell("The database has no table.");
   return ExitStatus::Done;
 }

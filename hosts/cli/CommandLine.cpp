@@ -87,7 +87,10 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
   AddOptions(app, line.options);
   AddInitCommand(app, line.command);
   AddTransferCommands(app, line.command);
+  AddDeletionCommands(app, line.command);
+  AddEventsCommands(app, line.command);
   AddStatusCommand(app, line.command);
+  AddLookupCommands(app, line.command);
   AddSettingsCommands(app, line.command);
   AddCompanyCommands(app, line.command);
   AddBillingCommands(app, line.command);

@@ -17,6 +17,9 @@ using Command = std::function<ExitStatus(const Options&)>;
 // Each sets `chosen` when its command is the one on the command line. `chosen` must outlive the parsing.
 void AddInitCommand(CLI::App& app, Command& chosen);
 void AddTransferCommands(CLI::App& app, Command& chosen);
+void AddLookupCommands(CLI::App& app, Command& chosen);
+void AddDeletionCommands(CLI::App& app, Command& chosen);
+void AddEventsCommands(CLI::App& app, Command& chosen);
 void AddStatusCommand(CLI::App& app, Command& chosen);
 void AddSettingsCommands(CLI::App& app, Command& chosen);
 void AddCompanyCommands(CLI::App& app, Command& chosen);

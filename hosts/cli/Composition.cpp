@@ -61,6 +61,7 @@ Composition::Composition(const Workplace& place, const Surroundings& surrounding
     }
     seams_ = transcript_.emplace(seams_, *writer_).Decorated();
   }
+  seams_.desk = &told_.emplace(*seams_.desk);
   Compose(seams_);
 }
 

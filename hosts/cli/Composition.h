@@ -4,6 +4,7 @@
 // embedded company file itself does goes through neither.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "adapters/terminal/TerminalDesk.h"
 #include "adapters/transcript/Transcript.h"
 #include "cli/Options.h"
+#include "platform/Forwarding.h"
 #include "platform/Platform.h"
 
 namespace twqb::cli {
@@ -56,13 +58,17 @@ class Composition {
   // The same, when its clock is frozen; else nullptr.
   [[nodiscard]] FrozenMachine* FrozenClock() { return dynamic_cast<FrozenMachine*>(machine_.get()); }
 
-  // Runs an operation of the library that answers True or False, between its two events in the transcript.
-  template <typename Operation>
-  bool Run(std::string_view name, const nlohmann::ordered_json& arguments, Operation operation) {
+  // Message boxes that the library has shown so far.
+  [[nodiscard]] int BoxesShown() const { return told_->Boxes(); }
+
+  // Runs an operation of the library between its two events in the transcript; its result is told there as `valueOf`
+  // puts it.
+  template <typename Operation, typename ValueOf = std::identity>
+  auto Run(std::string_view name, const nlohmann::ordered_json& arguments, Operation operation, ValueOf valueOf = {}) {
     if (transcript_) transcript_->Call(name, arguments);
     try {
-      const bool result = operation();
-      if (transcript_) transcript_->Return(name, result);
+      auto result = operation();
+      if (transcript_) transcript_->Return(name, valueOf(result));
       return result;
     } catch (const DeskGaveUp& gaveUp) {
       if (transcript_) transcript_->Return(name, gaveUp);
@@ -74,16 +80,31 @@ class Composition {
   [[nodiscard]] bool TranscriptIsWhole() const { return !writer_ || writer_->Good(); }
 
  private:
+  // The desk, with a count of what the person was told.
+  class CountingDesk : public ForwardingDesk {
+   public:
+    using ForwardingDesk::ForwardingDesk;
+    BoxAnswer ShowMessageBox(const MessageBox& box) override {
+      ++boxes_;
+      return ForwardingDesk::ShowMessageBox(box);
+    }
+    [[nodiscard]] int Boxes() const { return boxes_; }
+
+   private:
+    int boxes_ = 0;
+  };
+
   Workplace place_;
   std::unique_ptr<SystemMachine> machine_;
   SqliteProvider database_;
   company::CompanyTransportFactory quickbooks_;
   TerminalDesk terminal_;
   std::optional<ScriptedDesk> script_;
-  NoCallbackFactory callback_;
+  RecordingCallbackFactory callback_;
   std::optional<FaultPlatform> faults_;
   std::optional<TranscriptWriter> writer_;
   std::optional<TranscriptPlatform> transcript_;
+  std::optional<CountingDesk> told_;
   Platform seams_;
 };
 

@@ -12,7 +12,12 @@ Commands
   init [--sample]              make billing.db, company.twq, twqb.ini, registry.ini
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
+  delete-billing TABLE ID      delete the record of BillingDb linked to ID
+  delete-quickbooks TABLE ID   delete the record ID in QuickBooks
+  events on | off | status     subscribe to QuickBooks events, or take it back
   status                       how far each table is linked, when it went last
+  list KIND [--all]            print a list of QuickBooks: customers, invoices ...
+  accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)
   company run FILE | show      answer a qbXML document; what the file holds
   company set NAME VALUE       how a connection to it is met: permission, dialog ...

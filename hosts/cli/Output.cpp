@@ -47,9 +47,13 @@ void Write(std::string_view text) {
 
 }  // namespace
 
-void Print(std::string_view text) {
+bool OutputIsTerminal() {
   static const bool isTerminal = ::isatty(STDOUT_FILENO) == 1;
-  if (isTerminal) {
+  return isTerminal;
+}
+
+void Print(std::string_view text) {
+  if (OutputIsTerminal()) {
     Write(ForTerminal(text));
   } else {
     Write(text);

@@ -14,6 +14,8 @@ class OutputError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Whether standard output is one.
+[[nodiscard]] bool OutputIsTerminal();
 // Writes to standard output; on a terminal without what could steer it. Raises OutputError once something could not be
 // written.
 void Print(std::string_view text);

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 #include <string_view>
+#include <vector>
 
 #include "adapters/transcript/TranscriptWriter.h"
 
@@ -39,31 +40,45 @@ std::string TabbedValue(const Value& value) {
   return Escaped(ToText(value));
 }
 
-template <typename TextOf>
-std::string TabbedLine(const ado::Recordset& rows, TextOf textOf) {
+template <typename Cell, typename TextOf>
+std::string TabbedLine(std::span<const Cell> cells, TextOf textOf) {
   std::string line;
-  for (int i = 0; i < rows.FieldCount(); ++i) {
-    if (i > 0) line += '\t';
-    line += textOf(i);
+  for (const auto& cell : cells) {
+    if (&cell != cells.data()) line += '\t';
+    line += textOf(cell);
   }
   return line + '\n';
 }
 
+std::vector<std::string> NamesOf(const ado::Recordset& rows) {
+  std::vector<std::string> names;
+  for (int i = 0; i < rows.FieldCount(); ++i) names.push_back(rows.FieldName(i));
+  return names;
+}
+
+std::vector<Value> ValuesOf(const ado::Recordset& rows) {
+  std::vector<Value> values;
+  for (int i = 0; i < rows.FieldCount(); ++i) values.push_back(rows.FieldAt(i));
+  return values;
+}
+
 }  // namespace
 
-std::string TabbedHeader(const ado::Recordset& rows) {
-  return TabbedLine(rows, [&](int i) { return Escaped(rows.FieldName(i)); });
+std::string TabbedNames(std::span<const std::string> names) {
+  return TabbedLine(names, [](const std::string& name) { return Escaped(name); });
 }
 
-std::string TabbedRow(const ado::Recordset& rows) {
-  return TabbedLine(rows, [&](int i) { return TabbedValue(rows.FieldAt(i)); });
-}
+std::string TabbedValues(std::span<const Value> values) { return TabbedLine(values, TabbedValue); }
 
-std::string JsonRow(const ado::Recordset& rows) {
+std::string JsonValues(std::span<const std::string> names, std::span<const Value> values) {
   constexpr int kOneLine = -1;
   auto object = nlohmann::ordered_json::object();
-  for (int i = 0; i < rows.FieldCount(); ++i) object[rows.FieldName(i)] = ToJson(rows.FieldAt(i));
+  for (std::size_t i = 0; i < names.size(); ++i) object[names[i]] = ToJson(values[i]);
   return object.dump(kOneLine, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
 }
+
+std::string TabbedHeader(const ado::Recordset& rows) { return TabbedNames(NamesOf(rows)); }
+std::string TabbedRow(const ado::Recordset& rows) { return TabbedValues(ValuesOf(rows)); }
+std::string JsonRow(const ado::Recordset& rows) { return JsonValues(NamesOf(rows), ValuesOf(rows)); }
 
 }  // namespace twqb::cli

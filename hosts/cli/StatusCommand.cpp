@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 #include "cli/Output.h"
 #include "cli/SettingsStore.h"
 #include "cli/TableArgument.h"
+#include "cli/TextTable.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
@@ -25,8 +25,9 @@ namespace {
 constexpr std::string_view kNever = "never";
 constexpr std::string_view kUnknown = "-";
 
-// One line of the table that is printed.
-using Line = std::array<std::string, 7>;
+// How the columns stand: numbers to the right.
+constexpr std::array kAlignments = {Align::Left,  Align::Right, Align::Right, Align::Right,
+                                    Align::Right, Align::Left,  Align::Left};
 
 // Which rows of which table of BillingDb a table of the link is. Employees and vendors share one.
 struct Rows {
@@ -47,9 +48,11 @@ Rows RowsOf(enTables table) {
   }
 }
 
+// A table that is not there, or is another one, can't be counted.
 std::string CountOf(const Rows& rows, std::string_view condition) {
-  return GetScalarFromSQL(
-      fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
+  const auto count =
+      GetScalarFromSQL(fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
+  return count.empty() ? std::string(kUnknown) : count;
 }
 
 // When the transfer of a table ended last; the text as it is stored.
@@ -70,7 +73,7 @@ std::string ChangedSince(const Rows& rows, const std::optional<std::string>& las
   }
 }
 
-Line LineOf(const SettingsStore& settings, enTables table) {
+TableLine LineOf(const SettingsStore& settings, enTables table) {
   constexpr std::string_view kLinked = "QBLinkID <> ''";
   const auto rows = RowsOf(table);
   const auto lastSend = LastRun(settings, Direction::Send, table);
@@ -84,36 +87,21 @@ Line LineOf(const SettingsStore& settings, enTables table) {
           lastGet.value_or(std::string(kNever))};
 }
 
-// The first column and the last two are texts, the others numbers.
-void PrintLines(const std::vector<Line>& lines) {
-  constexpr std::size_t kFirstText = 5;
-  std::array<std::size_t, std::tuple_size_v<Line>> widths{};
-  for (const auto& line : lines) {
-    for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], line[i].size());
-  }
-  for (const auto& line : lines) {
-    std::string text;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-      const bool isText = i == 0 || i >= kFirstText;
-      text += isText ? fmt::format("{:<{}}", line[i], widths[i]) : fmt::format("{:>{}}", line[i], widths[i]);
-      text += "  ";
-    }
-    text.erase(text.find_last_not_of(' ') + 1);
-    Print(text + "\n");
-  }
-}
-
 ExitStatus Status(const Options& options) {
   const SettingsStore settings(options, SettingsStore::Also::Billing);
-  std::vector<Line> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "LAST SEND", "LAST GET"}};
+  std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "LAST SEND", "LAST GET"}};
   WithGlobalConnection([&] {
     Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
     for (auto table = static_cast<int>(enEmployees); table < enAll; ++table) {
       lines.push_back(LineOf(settings, static_cast<enTables>(table)));
     }
   });
-  PrintLines(lines);
-  return ExitStatus::Done;
+  Print(TextTable(lines, kAlignments));
+  FlushOutput();
+  const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
+  if (missing.empty()) return ExitStatus::Done;
+  Tell(MissingText(missing));
+  return ExitStatus::Failed;
 }
 
 }  // namespace
@@ -122,7 +110,8 @@ void AddStatusCommand(CLI::App& app, Command& chosen) {
   auto* command = app.add_subcommand("status", "Show for each table how far it is linked and when it went last");
   command->footer(
       "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their dates\n"
-      "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark.");
+      "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. Status 1: BillingDb lacks a\n"
+      "table.");
   command->callback([&chosen] { chosen = Status; });
 }
 

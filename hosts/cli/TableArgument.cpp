@@ -7,6 +7,7 @@
 #include <array>
 #include <iterator>
 
+#include "adapters/terminal/TextLayout.h"
 #include "cli/ExitStatus.h"
 #include "cli/NearestName.h"
 #include "platform/Text.h"
@@ -80,5 +81,14 @@ std::vector<std::string_view> BillingTablesOf(enTables table) {
 }
 
 std::string TableNameList() { return fmt::format("{}", fmt::join(TypedNames(), ", ")); }
+
+std::string TableHelpText(AllTables allTables) {
+  constexpr std::size_t kWidth = 76;
+  auto names = TypedNames();
+  if (allTables == AllTables::No) std::erase(names, TypedName(enAll));
+  std::string text = "TABLE is one of\n";
+  for (const auto& line : WrapText(fmt::format("{}", fmt::join(names, ", ")), kWidth)) text += "  " + line + "\n";
+  return text + "\n";
+}
 
 }  // namespace twqb::cli

@@ -20,4 +20,9 @@ namespace twqb::cli {
 // Every typed name, in the order of their numbers, between commas.
 [[nodiscard]] std::string TableNameList();
 
+// Whether a command takes all tables in a row.
+enum class AllTables : bool { No, Yes };
+// The names as a paragraph of a command's help.
+[[nodiscard]] std::string TableHelpText(AllTables allTables);
+
 }  // namespace twqb::cli

@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "adapters/terminal/TextLayout.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
@@ -29,37 +28,14 @@ TransferRequest RequestOf(Direction direction, const TransferArguments& argument
 }
 
 ExitStatus Transfer(const Options& options, const TransferRequest& request) {
-  const auto place = WorkplaceOf(options);
-  if (!options.settingsTable) CheckSettings(place);
-  CheckBilling(place);
-  CheckCompany(place);
-  const auto surroundings = ReadSurroundings(options);
-
-  bool done = false;
-  bool recorded = false;
-  {
-    Composition composition(place, surroundings);
-    done = RunTransfer(composition, options, request);
-    recorded = composition.TranscriptIsWhole();
-  }
-  Print(fmt::format("{} {}: {}\n", request.direction == Direction::Send ? "send" : "get", TypedName(request.table),
-                    done ? "done" : "failed"));
-  FlushOutput();
-  if (!recorded) {
-    throw UsageError(fmt::format("The transcript {} could not be written to its end.", surroundings.transcript));
-  }
-  if (done) return ExitStatus::Done;
-  if (const auto table = MissingTable(place, request.table)) {
-    Tell(fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.", *table));
-  }
-  return ExitStatus::Failed;
-}
-
-std::string TableHelp() {
-  constexpr std::size_t kWidth = 76;
-  std::string text = "TABLE is one of\n";
-  for (const auto& line : WrapText(TableNameList(), kWidth)) text += "  " + line + "\n";
-  return text + "\n";
+  const auto label =
+      fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
+  const auto status =
+      RunOperation(options, TransferOperation(request), {.done = label + ": done", .failed = label + ": failed"});
+  if (status == ExitStatus::Done) return status;
+  const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(request.table));
+  if (!missing.empty()) Tell(MissingText(missing));
+  return status;
 }
 
 void AddTransfer(CLI::App& app, Command& chosen, Direction direction) {
@@ -74,9 +50,10 @@ void AddTransfer(CLI::App& app, Command& chosen, Direction direction) {
                          : "Only the record with this identifier in QuickBooks, whatever the saved filters say")
       ->type_name("ID");
   command->add_flag("--sync", arguments->sync, "Of two linked records the newer one wins, whatever the settings say");
-  command->footer(TableHelp() + (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
-                                         "  twqb send clients --answers answers.txt --transcript run.jsonl"
-                                       : "Examples:\n  twqb get clients\n  twqb get clients --sync"));
+  command->footer(TableHelpText(AllTables::Yes) +
+                  (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
+                           "  twqb send clients --answers answers.txt --transcript run.jsonl"
+                         : "Examples:\n  twqb get clients\n  twqb get clients --sync"));
   command->callback([arguments, direction, &chosen] {
     chosen = [arguments, direction](const Options& options) {
       return Transfer(options, RequestOf(direction, *arguments));

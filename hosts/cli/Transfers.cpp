@@ -1,26 +1,24 @@
 #include "cli/Transfers.h"
 
+#include "cli/BridgeRun.h"
 #include "cli/TableArgument.h"
-#include "twqb/CTWQBBridge.h"
 
 namespace twqb::cli {
 
-bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request) {
-  CTWQBBridge bridge;
-  bridge.SetConnectString(composition.Place().billing);
-  bridge.SetTWSettingsPath(composition.Place().settings);
-  bridge.SetUseTWSTable(options.settingsTable);
-  bridge.SetIsQBSingleMode(options.singleUser);
-  bridge.SetNoProgressBar(options.noProgress);
-  bridge.SetLeaveMsgBoxOpen(options.leaveOpen);
-  bridge.SetUsePreferencesTW(!request.id.has_value());
-  bridge.SetPassedID(request.id.value_or(""));
-  bridge.SetIsSync(request.sync);
+BridgeOperation TransferOperation(const TransferRequest& request) {
   const bool sends = request.direction == Direction::Send;
-  const auto name = sends ? "SendDataToQB" : "GetDataFromQB";
-  return composition.Run(name, {DeclaredName(request.table)}, [&] {
-    return sends ? bridge.SendDataToQB(request.table) : bridge.GetDataFromQB(request.table);
-  });
+  return {.name = sends ? "SendDataToQB" : "GetDataFromQB",
+          .arguments = {DeclaredName(request.table)},
+          .run = [request, sends](CTWQBBridge& bridge) {
+            bridge.SetUsePreferencesTW(!request.id.has_value());
+            bridge.SetPassedID(request.id.value_or(""));
+            bridge.SetIsSync(request.sync);
+            return sends ? bridge.SendDataToQB(request.table) : bridge.GetDataFromQB(request.table);
+          }};
+}
+
+bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request) {
+  return Perform(composition, options, TransferOperation(request));
 }
 
 }  // namespace twqb::cli

@@ -1,11 +1,10 @@
-// One transfer by the library, as a host runs it: a bridge object with its properties set, and one operation on it.
+// One transfer by the library, as a host asks for it.
 #pragma once
 
 #include <optional>
 #include <string>
 
-#include "cli/Composition.h"
-#include "cli/Options.h"
+#include "cli/Operations.h"
 #include "services/TableNames.h"
 #include "twqb/enTables.h"
 
@@ -17,6 +16,8 @@ struct TransferRequest {
   std::optional<std::string> id = {};  // the one record; nothing: what the saved filters let through
   bool sync = false;                   // the newer record wins, whatever the settings say
 };
+
+[[nodiscard]] BridgeOperation TransferOperation(const TransferRequest& request);
 
 // Whether the transfer returned True. Raises DeskGaveUp.
 [[nodiscard]] bool RunTransfer(Composition& composition, const Options& options, const TransferRequest& request);

@@ -13,9 +13,14 @@
 #include <string>
 
 #include "platform/Platform.h"
+#include "quickbooks/ResponseModel.h"
+#include "twqb/AccountArray.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
+
+enum class LookupList : std::uint8_t;
+enum class LookupScope : std::uint8_t;
 
 // Sets what the library stands on. Nothing in `platform` is owned; all of it must outlive every object. Forgets all
 // state of the process, so it must not be called while an object exists.
@@ -37,6 +42,7 @@ class CTWQBBridge {
   [[nodiscard]] bool IsSubscribedToQBEvents();
   [[nodiscard]] bool LeaveMsgBoxOpen() const;
   void SetLeaveMsgBoxOpen(bool value);
+  // Whether QuickBooks had no record for the last list that was asked for. Classes and payroll items never tell.
   [[nodiscard]] bool NoRecsInQBTable() const { return noRecsInQBTable_; }
   [[nodiscard]] std::int16_t QBHostVer() const;
   [[nodiscard]] std::string QBCountry() const;
@@ -83,6 +89,38 @@ class CTWQBBridge {
   // Does nothing; hosts call it.
   void DisplaySettings();
 
+  // Lists of QuickBooks for the host's own dialogs, as they come. Nothing where QuickBooks has no such record, refuses,
+  // or a call fails; all but the first have been told. GetAll takes inactive records in.
+  [[nodiscard]] ReturnedList GetAccounts();
+  [[nodiscard]] ReturnedList GetEmployees(bool GetAll = false);
+  [[nodiscard]] ReturnedList GetCustomers(bool GetAll = false);
+  [[nodiscard]] ReturnedList GetVendors(bool GetAll = false);
+  [[nodiscard]] ReturnedList GetInvoices();
+  [[nodiscard]] ReturnedList GetPayments();
+  [[nodiscard]] ReturnedList GetExpCodes(bool GetAll = false);
+  [[nodiscard]] ReturnedList GetActivities(bool GetAll = false);
+  [[nodiscard]] ReturnedList GetTimeEntries();
+  [[nodiscard]] ReturnedList GetChecks();
+  [[nodiscard]] ReturnedList GetBills();
+  [[nodiscard]] ReturnedList GetClassItems();
+  [[nodiscard]] ReturnedList GetPayrollItems();
+
+  // The active accounts, one column each; the row of the type stays empty. False, and the array as it was, when
+  // QuickBooks refuses, which nobody is told, or a call fails.
+  bool GetQBAccounts(AccountArray& strAccounts);
+
+  // Whether the customer of that ListID is a job. False for one that is not there, too.
+  [[nodiscard]] bool IsJob(const std::string& strListID);
+
+  // Deletes the twin of a record that went on the other side, once the user has said Yes to it: the record of BillingDb
+  // that is linked to that identifier of QuickBooks, or QuickBooks' record itself. False for the answer No, too. In
+  // BillingDb a record that is not there, or can't be deleted, is not noticed.
+  bool DeleteTWRecord(enTables enTableName, const std::string& strListOrTxnID);
+  bool DeleteQBRecord(enTables enTableName, const std::string& strQBLinkID);
+
+  // Subscribes to QuickBooks events, or takes the subscription back. Ends the session and starts a new one.
+  bool SubscribeToQBEvents(bool blnSubscribe);
+
   // Remembers the four default accounts, in TWSTable, which all settings live in from here on. An empty one is
   // forgotten. False at the first that can't be written.
   bool SaveSettings(const std::string& ACIncAcct, const std::string& ACExpAcct, const std::string& InvServAcct,
@@ -92,6 +130,9 @@ class CTWQBBridge {
   bool ConnectToQB(bool blnConnect);
 
  private:
+  // Without a scope: the plain query.
+  ReturnedList List(LookupList list, LookupScope scope = {});
+
   bool usePreferencesTW_ = false;
   bool isSync_ = false;
   bool isQBSingleMode_ = false;

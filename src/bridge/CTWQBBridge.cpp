@@ -2,9 +2,11 @@
 
 #include <string_view>
 
+#include "bridge/Deletion.h"
 #include "bridge/Lookups.h"
 #include "bridge/modTWQBBridge.h"
 #include "events/modSubscribe.h"
+#include "quickbooks/LookupLists.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Session.h"
 #include "services/Errors.h"
@@ -17,6 +19,8 @@ namespace twqb {
 namespace {
 
 constexpr std::size_t kRuleLength = 55;
+
+LookupScope ScopeOf(bool GetAll) { return GetAll ? LookupScope::All : LookupScope::Plain; }
 
 std::string Now() { return GeneralDate(TheMachine().Now()); }
 
@@ -96,6 +100,49 @@ bool CTWQBBridge::GetDataFromQB(enTables enTableName) {
 }
 
 void CTWQBBridge::DisplaySettings() {}
+
+ReturnedList CTWQBBridge::List(LookupList list, LookupScope scope) {
+  noRecsInQBTable_ = false;
+  return RunAs(LookupName(list), ReturnedList(), [&] {
+    if (!ConnectToQB(true)) return ReturnedList();
+    const auto result = LookUp(list, scope);
+    noRecsInQBTable_ = result.foundNone;
+    return result.list;
+  });
+}
+
+ReturnedList CTWQBBridge::GetAccounts() { return List(LookupList::Accounts); }
+ReturnedList CTWQBBridge::GetEmployees(bool GetAll) { return List(LookupList::Employees, ScopeOf(GetAll)); }
+ReturnedList CTWQBBridge::GetCustomers(bool GetAll) { return List(LookupList::Customers, ScopeOf(GetAll)); }
+ReturnedList CTWQBBridge::GetVendors(bool GetAll) { return List(LookupList::Vendors, ScopeOf(GetAll)); }
+ReturnedList CTWQBBridge::GetInvoices() { return List(LookupList::Invoices); }
+ReturnedList CTWQBBridge::GetPayments() { return List(LookupList::Payments); }
+ReturnedList CTWQBBridge::GetExpCodes(bool GetAll) { return List(LookupList::ExpCodes, ScopeOf(GetAll)); }
+ReturnedList CTWQBBridge::GetActivities(bool GetAll) { return List(LookupList::Activities, ScopeOf(GetAll)); }
+ReturnedList CTWQBBridge::GetTimeEntries() { return List(LookupList::TimeEntries); }
+ReturnedList CTWQBBridge::GetChecks() { return List(LookupList::Checks); }
+ReturnedList CTWQBBridge::GetBills() { return List(LookupList::Bills); }
+ReturnedList CTWQBBridge::GetClassItems() { return List(LookupList::ClassItems); }
+ReturnedList CTWQBBridge::GetPayrollItems() { return List(LookupList::PayrollItems); }
+
+bool CTWQBBridge::GetQBAccounts(AccountArray& strAccounts) {
+  return RunAs("GetQBAccounts", false,
+               [&] { return ConnectToQB(true) && FillAccountArray(strAccounts, AccountTypes::Left); });
+}
+
+bool CTWQBBridge::IsJob(const std::string& strListID) {
+  return RunAs("IsJob", false, [&] { return CheckQBSession(true, isQBSingleMode_) && IsJobInQuickBooks(strListID); });
+}
+
+bool CTWQBBridge::DeleteTWRecord(enTables enTableName, const std::string& strListOrTxnID) {
+  return twqb::DeleteTWRecord(enTableName, strListOrTxnID, isQBSingleMode_);
+}
+
+bool CTWQBBridge::DeleteQBRecord(enTables enTableName, const std::string& strQBLinkID) {
+  return twqb::DeleteQBRecord(enTableName, strQBLinkID, isQBSingleMode_);
+}
+
+bool CTWQBBridge::SubscribeToQBEvents(bool blnSubscribe) { return twqb::SubscribeToQBEvents(blnSubscribe); }
 
 bool CTWQBBridge::SaveSettings(const std::string& ACIncAcct, const std::string& ACExpAcct,
                                const std::string& InvServAcct, const std::string& InvExpAcct) {

@@ -5,6 +5,7 @@
 
 #include "engine/Template.h"
 #include "lists/modClients.h"
+#include "lists/modEmployees.h"
 #include "lists/modProjects.h"
 #include "twqb/enTables.h"
 
@@ -12,7 +13,18 @@ namespace twqb {
 
 namespace {
 
+template <IsVendor isVendor>
+bool SendPeople(const SendCall& call) {
+  return MoveEmployeesToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session, isVendor);
+}
+template <IsVendor isVendor>
+void GetPeople(const GetCall& call) {
+  MoveEmployeesToTW(call.records, call.filters.Never, call.filters.MostRecent, isVendor);
+}
+
 constexpr std::array kBuiltIn = {
+    TableRoutines{.table = enEmployees, .send = SendPeople<IsVendor::No>, .get = GetPeople<IsVendor::No>},
+    TableRoutines{.table = enVendors, .send = SendPeople<IsVendor::Yes>, .get = GetPeople<IsVendor::Yes>},
     TableRoutines{
         .table = enClients,
         .send =

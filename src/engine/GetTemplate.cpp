@@ -54,6 +54,7 @@ class GetRun {
     // 4.
     showsProgress_ = dependent_ == Dependent::No && records.Count() > 1 && !Vars().g_NoProgressBar;
     if (showsProgress_) ShowMsgForm(table_.gettingText);
+    if (table_.beginGet != nullptr) state_ = table_.beginGet();
     // 5.
     const auto total = static_cast<std::int64_t>(records.Count());
     std::int64_t counter = 0;
@@ -72,7 +73,7 @@ class GetRun {
     Vars().g_TableOk = TableOk::False;
     if (showsProgress_) {
       UpdateProgressBar(total, counter);
-      SetProgressText(record["FullName"].GetValueOrEmpty());
+      SetProgressText(record[table_.progressField].GetValueOrEmpty());
       TheDesk().PumpMessages();
     }
     // 5.2
@@ -81,7 +82,7 @@ class GetRun {
     if (!IsAdmitted(inHand)) return;
     // 5.3
     const auto listId = record["ListID"].GetValue();
-    OpenLookup("QBLinkID", listId);
+    OpenLookup("QBLinkID", listId, table_.linkCondition);
     const bool known = !lookup_->Eof();
     // 5.4 or 5.5, up to a row to write to.
     if (known ? !FindRow(record, listId) : !AddRow(inHand)) return;
@@ -140,14 +141,15 @@ class GetRun {
     rows_->AddNew();
     rows_->SetField(table_.keyColumn, trial);
     CloseLookup();
+    if (table_.startRow != nullptr) table_.startRow(*rows_, record.record, state_.get());
     return true;
   }
 
   // The lookups hold no quote: ReplaceJunkChars took them out of keys, and identifiers have none.
-  void OpenLookup(std::string_view column, std::string_view text) {
+  void OpenLookup(std::string_view column, std::string_view text, std::string_view condition = {}) {
     lookup_ = connection_->OpenRecordset(
-        fmt::format("SELECT {0} from {1} WHERE {0} = '{2}';", column, table_.tableName, text), ado::CursorType::Static,
-        ado::LockType::ReadOnly);
+        fmt::format("SELECT {0} from {1} WHERE {2}{0} = '{3}';", column, table_.tableName, condition, text),
+        ado::CursorType::Static, ado::LockType::ReadOnly);
   }
   void CloseLookup() {
     lookup_->Close();
@@ -195,6 +197,7 @@ class GetRun {
   std::unique_ptr<ado::Connection> ownConnection_;
   std::unique_ptr<ado::Recordset> rows_;
   std::unique_ptr<ado::Recordset> lookup_;
+  std::unique_ptr<GetState> state_;
   std::string name_;  // of the record in hand, for the log
   bool showsProgress_ = false;
   bool lacking_ = false;  // a record was passed over for lack of what it belongs to

@@ -48,7 +48,9 @@ int SendFields(const RequestField& request, const ado::Recordset& row, std::span
     if (!Applies(field.when, value, text)) continue;
     if (field.convert != nullptr) text = field.convert(text);
     const auto target = FieldAtPath(request, field.path);
-    if (field.cut == SendField::Cut::ToMaxLength) {
+    if (field.length > 0) {
+      target.SetValue(Left(text, field.length));
+    } else if (field.cut == SendField::Cut::ToMaxLength) {
       SetCut(target, text);
     } else {
       target.SetValue(text);

@@ -1,6 +1,7 @@
 // Field mappings as rows: what a table module says about its fields, and the two routines that carry rows out.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -22,6 +23,7 @@ struct SendField {
   When when = When::Always;
   std::string (*convert)(std::string_view) = nullptr;  // before the cut
   Cut cut = Cut::ToMaxLength;
+  std::size_t length = 0;  // not 0: the cut is to this many characters, whatever QuickBooks would take
 };
 
 // Answers how many of the fields were set.

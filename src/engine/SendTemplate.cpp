@@ -20,14 +20,10 @@ namespace twqb {
 
 namespace {
 
-constexpr std::int32_t kStatusNameInUse = 3100;
-constexpr int kCallbackNewRecord = 1;
-
-// Tells the call-back object about the record in hand, unless a whole transfer holds it still.
-bool TalksToCallback() { return Vars().g_IsSubscribed && HasEvents() && !Vars().g_CallbackHeld; }
+// Tells the call-back object about the record in hand.
 void TellRecordStarts() {
   if (!TalksToCallback()) return;
-  TheCallback().SetMode(kCallbackNewRecord);
+  TheCallback().SetMode(kCallbackRecord);
   TheCallback().SetText("");
 }
 void TellRecordId(std::string_view id) {
@@ -79,6 +75,7 @@ class SendRun {
   // 4.1 to 4.9 for the current row. Returning early is a skip.
   void SendRow(std::int64_t total) {
     record_ = {};
+    tried_.clear();
     if (const auto admission = table_.admitRow == nullptr ? Admission::Admitted : table_.admitRow(*rows_);
         admission != Admission::Admitted) {
       lacking_ = lacking_ || admission == Admission::Lacking;
@@ -101,6 +98,9 @@ class SendRun {
     record_.qbName = record_.key;
     if (table_.readRow != nullptr) table_.readRow(*rows_, record_);
     record_.lastUpdatedIsNull = IsNull(rows_->Field("LastUpdated"));
+    if (table_.rowDate == RowDate::AheadOfTheTwin) {
+      rowDate_ = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn);
+    }
     // 4.6
     auto messageSet = RequireMsgSetRequest(session_);
     // 4.7 The twin. A dead link goes down the Add path.
@@ -113,7 +113,7 @@ class SendRun {
       }
     }
     if (record_.linkId.empty()) {
-      AddRecord(messageSet);
+      AddRecord(messageSet, 0);
     } else {
       ModifyTwin(messageSet, twins.At(0));
     }
@@ -126,42 +126,78 @@ class SendRun {
     const auto request = messageSet.Append(table_.modRequest);
     request["ListID"].SetValue(twin["ListID"].GetValue());
     request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
-    if (!PairMoves(table_, Direction::Send, rule_, twin, *rows_)) return;
+    if (!TwinMoves(twin)) return;
     AssignFields(table_, request, *rows_, RequestKind::Mod, record_);
-    const auto answer = session_.DoRequests(messageSet);
-    const auto& response = answer.GetAt(0);
+    const auto sent = Exchange(messageSet, request, RequestKind::Mod, 0);
     // Nothing is written back after a Mod.
-    if (response.StatusCode() != 0) AskAfterFailedMod(response);
+    if (!sent.refusal) return;
+    if (*sent.refusal != Refusal::TryNextName) {
+      EndRefused(*sent.refusal, RequestKind::Mod, sent.answer.GetAt(0));
+      return;
+    }
+    // The name that the Mod would have given is in use: the record is added anew, in the same set.
+    tried_.insert(NameOf(table_, request));
+    if (!AddRecord(messageSet, 1)) AskAfterFailedMod(sent.answer.GetAt(0));
+  }
+
+  bool TwinMoves(const Record& twin) const {
+    if (table_.rowDate == RowDate::AheadOfTheTwin) return PairMoves(Direction::Send, rule_, twin, rowDate_);
+    return PairMoves(table_, Direction::Send, rule_, twin, *rows_);
+  }
+
+  // The last answer to a set; without a refusal the request went through.
+  struct Exchanged {
+    MsgSetResponse answer;
+    std::optional<Refusal> refusal;
+  };
+
+  // Sends the set, and again as long as the table mends the request, whose response is the one of that index.
+  Exchanged Exchange(const MsgSetRequest& messageSet, const RequestField& request, RequestKind kind,
+                     std::size_t index) {
+    for (int resends = 0;; ++resends) {
+      auto answer = session_.DoRequests(messageSet);
+      const auto& response = answer.GetAt(index);
+      if (response.StatusCode() == 0) return {std::move(answer), std::nullopt};
+      const auto refusal = OnRefusal(
+          table_, {.request = request, .response = response, .kind = kind, .record = record_, .resends = resends});
+      if (refusal != Refusal::SendAgain) return {std::move(answer), refusal};
+    }
   }
 
   // 4.9 A name in use is tried again with a counter behind it. The set is not made anew: every round sends the earlier
-  // Adds again, and only the response of the last one counts.
-  void AddRecord(MsgSetRequest& messageSet) {
+  // requests again, and only the response of the last one counts. False when the first name was tried before.
+  bool AddRecord(MsgSetRequest& messageSet, std::size_t retryIndex) {
     const auto baseName = record_.qbName;
-    std::set<std::string> tried;  // names as sent: a cut that takes the counter off again must end the rounds
-    std::optional<Response> clash;
-    for (std::size_t retryIndex = 0;; ++retryIndex) {
+    std::optional<Exchanged> sent;
+    for (;; ++retryIndex) {
       const auto lastName = record_.qbName;
       if (retryIndex > 0) record_.qbName = fmt::format("{}{}", baseName, retryIndex);
       const auto request = messageSet.Append(table_.addRequest);
       AssignFields(table_, request, *rows_, RequestKind::Add, record_);
-      if (!tried.insert(request["Name"].GetValue()).second) {
+      // A cut that takes the counter off again must end the rounds.
+      if (!tried_.insert(NameOf(table_, request)).second) {
         record_.qbName = lastName;
-        AskAfterFailedAdd(*clash);
-        return;
+        if (!sent) return false;
+        AskAfterFailedAdd(sent->answer.GetAt(retryIndex - 1));
+        return true;
       }
-      const auto answer = session_.DoRequests(messageSet);
-      const auto& response = answer.GetAt(retryIndex);
-      if (response.StatusCode() == 0) {
+      sent.emplace(Exchange(messageSet, request, RequestKind::Add, retryIndex));
+      const auto& response = sent->answer.GetAt(retryIndex);
+      if (!sent->refusal) {
         WriteLinkBack(response.Detail()["ListID"].GetValue());
-        return;
+        return true;
       }
-      if (response.StatusCode() != kStatusNameInUse) {
-        AskAfterFailedAdd(response);
-        return;
+      if (*sent->refusal != Refusal::TryNextName) {
+        EndRefused(*sent->refusal, RequestKind::Add, response);
+        return true;
       }
-      clash = response;
     }
+  }
+
+  void EndRefused(Refusal refusal, RequestKind kind, const Response& response) const {
+    if (refusal == Refusal::EndTable) Vars().g_Cancelled = true;
+    if (refusal != Refusal::AskUser) return;
+    kind == RequestKind::Mod ? AskAfterFailedMod(response) : AskAfterFailedAdd(response);
   }
 
   // 4.9.5, 4.9.6
@@ -211,6 +247,8 @@ class SendRun {
   std::unique_ptr<ado::Connection> connection_;
   std::unique_ptr<ado::Recordset> rows_;
   SendRecord record_;
+  std::optional<Date> rowDate_;  // only where the table wants it ahead of the twin
+  std::set<std::string> tried_;  // names of the record in hand, as cut
   std::int64_t counter_ = 0;
   bool lacking_ = false;  // a row was passed over for lack of what it belongs to
 };

@@ -8,17 +8,31 @@
 
 namespace twqb {
 
-bool PairMoves(const TableDescription& table, Direction direction, TwinRule rule, const Record& twin,
-               const ado::Recordset& row) {
+namespace {
+
+template <typename ReadRowDate>
+bool PairMovesByDates(Direction direction, TwinRule rule, const Record& twin, ReadRowDate readRowDate) {
   if (rule != TwinRule::NewerWins) return rule == TwinRule::Overwrite;
   const auto quickBooksTime = twin["TimeModified"].GetDate();
   const auto clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard;
-  const auto billingTime = GetTWDateOfUpdation(row, "LastUpdated", table.fallbackDateColumn);
+  const std::optional<Date> billingTime = readRowDate();
   return billingTime && RecordMoves({.direction = direction,
                                      .rule = rule,
                                      .quickBooksTime = quickBooksTime,
                                      .clock = clock,
                                      .billingTime = *billingTime});
+}
+
+}  // namespace
+
+bool PairMoves(const TableDescription& table, Direction direction, TwinRule rule, const Record& twin,
+               const ado::Recordset& row) {
+  return PairMovesByDates(direction, rule, twin,
+                          [&] { return GetTWDateOfUpdation(row, "LastUpdated", table.fallbackDateColumn); });
+}
+
+bool PairMoves(Direction direction, TwinRule rule, const Record& twin, std::optional<Date> rowDate) {
+  return PairMovesByDates(direction, rule, twin, [rowDate] { return rowDate; });
 }
 
 void EndCancelled() {
@@ -45,6 +59,16 @@ void WriteFields(const TableDescription& table, ado::Recordset& row, const Recor
   }
   for (const auto column : table.blankedColumns) row.SetField(column, std::string());
   GetFields(row, record, table.getFields);
+}
+
+std::string NameOf(const TableDescription& table, const RequestField& request) {
+  return table.nameOf != nullptr ? table.nameOf(request) : request["Name"].GetValue();
+}
+
+Refusal OnRefusal(const TableDescription& table, const RefusedRequest& refused) {
+  if (table.onRefusal != nullptr) return table.onRefusal(refused);
+  const bool nameInUse = refused.kind == RequestKind::Add && refused.response.StatusCode() == kStatusNameInUse;
+  return nameInUse ? Refusal::TryNextName : Refusal::AskUser;
 }
 
 std::string LastUpdatedStatement(const TableDescription& table, std::string_view key, Date utc) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,6 +47,37 @@ enum class Admission : std::uint8_t {
 
 enum class RequestKind : std::uint8_t { Add, Mod };
 
+inline constexpr std::int32_t kStatusNameInUse = 3100;
+
+// A request that QuickBooks refused.
+struct RefusedRequest {
+  const RequestField& request;
+  const Response& response;
+  RequestKind kind;
+  const SendRecord& record;
+  int resends = 0;  // how often this request was sent again already
+};
+
+// What a table does about it.
+enum class Refusal : std::uint8_t {
+  AskUser,      // the error box and its question
+  TryNextName,  // the name is in use: one more Add in the same set, with the next counter behind the name
+  SendAgain,    // the request was mended: the same set goes out again
+  PassOver,     // it has been told; the next row
+  EndTable,     // it has been told; the table ends as after a cancel
+};
+
+// When a send works out the date of a row: where the rule asks for it, or of every row ahead of the twin lookup.
+enum class RowDate : std::uint8_t { ForTheRule, AheadOfTheTwin };
+
+// What a get reads ahead of its records and needs with each of them; a table derives its own.
+struct GetState {
+  GetState() = default;
+  GetState(const GetState&) = delete;
+  GetState& operator=(const GetState&) = delete;
+  virtual ~GetState() = default;
+};
+
 // What a table is. Only the names and texts are required: a hook that is left out does what its comment says, so a
 // table whose fields are all rows is a description and nothing else.
 struct TableDescription {
@@ -68,7 +100,8 @@ struct TableDescription {
   std::string_view sendLogText;  // the key follows
   std::string_view getLogText;   // the QuickBooks name follows
   std::string_view missingConnectionText;
-  std::string_view sendLackingText = {};  // shown at the end of a run that had to pass a row over, or a record
+  std::string_view progressField = "FullName";  // of the record in hand, shown while it is taken over
+  std::string_view sendLackingText = {};        // shown at the end of a run that had to pass a row over, or a record
   std::string_view getLackingText = {};
 
   // The statement that gives a new pair its date; left out: LastUpdated = 'mm/dd/yyyy hh:mm:ss'.
@@ -76,6 +109,10 @@ struct TableDescription {
 
   // A send goes on with the next row after this error number instead of ending.
   std::optional<ErrorNumber> sendPassesOver = {};
+  RowDate rowDate = RowDate::ForTheRule;
+
+  // Of the get: what stands ahead of the link in its lookup ("IsSub = 0 AND ").
+  std::string_view linkCondition = {};
 
   // The fields of a request and of a row, but for name, link, date and a new row's key.
   std::span<const SendField> sendFields = {};
@@ -89,6 +126,10 @@ struct TableDescription {
   // The fields of the request; left out: `sendFields`, and of an Add the name.
   void (*assign)(const RequestField& request, const ado::Recordset& row, RequestKind kind,
                  const SendRecord& record) = nullptr;
+  // The name under which QuickBooks will keep what the request is about, as the request has it; left out: its Name.
+  std::string (*nameOf)(const RequestField& request) = nullptr;
+  // What is done about a refusal; left out: an Add whose name is in use tries the next, all else goes to the user.
+  Refusal (*onRefusal)(const RefusedRequest& refused) = nullptr;
   // The record line of the error box; left out: [Client ID = "ACME"].
   std::string (*recordLine)(const ado::Recordset& row, const SendRecord& record) = nullptr;
   // What a refused Add is told with in place of QuickBooks' message and the record line; left out, or empty: with
@@ -104,6 +145,10 @@ struct TableDescription {
   void (*addRow)(ado::Recordset& rows, GetRecord& record) = nullptr;
   // The columns; left out: `blankedColumns` and `getFields`.
   void (*writeFields)(ado::Recordset& row, const Record& record) = nullptr;
+  // Ahead of the records, once there are some; what it answers goes to `startRow`.
+  std::unique_ptr<GetState> (*beginGet)() = nullptr;
+  // A new row that has its key, ahead of its columns; left out: nothing. The state is `beginGet`'s, or nothing.
+  void (*startRow)(ado::Recordset& row, const Record& record, const GetState* state) = nullptr;
   // What follows once the row is written.
   void (*afterUpdate)() = nullptr;
 };
@@ -121,6 +166,8 @@ void GetTable(const TableDescription& table, const RecordList& records, bool opt
 // whose dates can't be read, which has been told, stays as it is.
 [[nodiscard]] bool PairMoves(const TableDescription& table, Direction direction, TwinRule rule, const Record& twin,
                              const ado::Recordset& row);
+// The same for a row whose date has been worked out; nothing: it could not be read.
+[[nodiscard]] bool PairMoves(Direction direction, TwinRule rule, const Record& twin, std::optional<Date> rowDate);
 
 // The end of a table that the user stopped: the wish is forgotten, told, and the outcome is False.
 void EndCancelled();
@@ -129,6 +176,8 @@ void EndCancelled();
 void AssignFields(const TableDescription& table, const RequestField& request, const ado::Recordset& row,
                   RequestKind kind, const SendRecord& record);
 void WriteFields(const TableDescription& table, ado::Recordset& row, const Record& record);
+[[nodiscard]] std::string NameOf(const TableDescription& table, const RequestField& request);
+[[nodiscard]] Refusal OnRefusal(const TableDescription& table, const RefusedRequest& refused);
 [[nodiscard]] std::string LastUpdatedStatement(const TableDescription& table, std::string_view key, Date utc);
 
 [[nodiscard]] std::string RecordLine(const TableDescription& table, const ado::Recordset& row,

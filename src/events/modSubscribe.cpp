@@ -1,8 +1,12 @@
 #include "events/modSubscribe.h"
 
+#include <fmt/format.h>
+
+#include <cstddef>
 #include <string>
 #include <string_view>
 
+#include "events/SubscriptionSets.h"
 #include "platform/Text.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Requests.h"
@@ -15,8 +19,16 @@ namespace twqb {
 
 namespace {
 
-constexpr std::string_view kSubscriberId = "{587B27F0-273E-46fd-BBDF-B5E79696FC3E}";
 constexpr std::string_view kPlainVersion = "qbxml version=\"3.0\"";
+constexpr std::string_view kProductTitle = "Tallywick<->QuickBooks";
+
+// Statuses that say that a subscription is as it was to become.
+constexpr std::int32_t kAlreadySubscribed = 3180;
+constexpr std::int32_t kNotFound = 3120;
+
+void Tell(std::string text, std::string_view title) {
+  TheDesk().ShowMessageBox({.text = std::move(text), .title = std::string(title), .icon = BoxIcon::Information});
+}
 
 // Outside the United States the set goes as text, with the country's tag. Australia has Canada's.
 MsgSetResponse SendSubscriptionSet(QBSessionManager& session, const MsgSetRequest& set) {
@@ -30,7 +42,81 @@ MsgSetResponse SendSubscriptionSet(QBSessionManager& session, const MsgSetReques
   return session.DoSubscriptionRequests(set);
 }
 
+// One paragraph for each response that is neither a success nor `accepted`.
+std::string RefusalsIn(const MsgSetResponse& answer, std::int32_t accepted) {
+  std::string text;
+  for (std::size_t i = 0; i < answer.Count(); ++i) {
+    const auto& response = answer.GetAt(i);
+    const auto status = response.StatusCode();
+    if (status == 0 || status == accepted) continue;
+    text +=
+        fmt::format("Request Number {} :-\r\nStatus Code = {}\r\nStatus Message = {}\r\nStatus Severity = {}\r\n\r\n",
+                    i + 1, status, response.StatusMessage(), response.StatusSeverity());
+  }
+  return text;
+}
+
+// Steps 4 to 7 of a change: sends it, reads every response, and ends the session, so that what comes next begins anew.
+// `session` is gone afterwards.
+bool CarryOut(QBSessionManager& session, const MsgSetRequest& set, std::int32_t accepted) {
+  // 4., 5.
+  auto refusals = RefusalsIn(SendSubscriptionSet(session, set), accepted);
+  // 6.
+  if (!refusals.empty()) {
+    Tell(std::move(refusals), "Error");
+    CheckQBSession(false, false);
+    return false;
+  }
+  // 7.
+  if (!CheckQBSession(false, false)) return false;
+  Vars().g_IsSubscribed = IsSubscribed();
+  return true;
+}
+
 }  // namespace
+
+bool fnSubscribe() {
+  return RunAs("fnSubscribe", false, [] {
+    // 1.
+    if (!CheckQBSession(true, false)) return false;
+    // 2.
+    if (!HasEvents()) {
+      Tell(
+          "Only one-way automatic sync is available. You need to\r\n"
+          "have QuickBooks 2004 or better to enable two-way real time\r\n"
+          "data sync.",
+          "Message");
+      return false;
+    }
+    // 3.
+    auto& session = *Vars().g_QBSession;
+    auto set = session.CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
+    AppendSubscriptions(set);
+    return CarryOut(session, set, kAlreadySubscribed);
+  });
+}
+
+bool fnUnsubscribe(SubscriptionType intType) {
+  return RunAs("fnUnsubscribe", false, [&] {
+    if (!CheckQBSession(true, false)) return false;
+    if (!HasEvents()) {
+      Tell(
+          "To subscribe to Data and User Interface Events\r\n"
+          "you need QuickBooks 2004 or a later Edition",
+          kProductTitle);
+      return false;
+    }
+    auto& session = *Vars().g_QBSession;
+    auto set = session.CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
+    // The one to data goes with each of the others. Asked for alone it is there twice, and the second is not found.
+    for (const auto type : {SubscriptionType::Data, intType}) {
+      const auto request = set.Append("SubscriptionDelRq");
+      request["SubscriberID"].SetValue(kSubscriberId);
+      request["SubscriptionType"].SetValue(static_cast<int>(type));
+    }
+    return CarryOut(session, set, kNotFound);
+  });
+}
 
 bool IsSubscribed() {
   return RunAs("IsSubscribed", false, [] {
@@ -43,6 +129,16 @@ bool IsSubscribed() {
     const auto status = response.StatusCode();
     if (status != 0 && status != 1) ShowQBError(response);
     return status == 0;
+  });
+}
+
+bool SubscribeToQBEvents(bool blnSubscribe) {
+  return RunAs("SubscribeToQBEvents", false, [&] {
+    const bool done = blnSubscribe ? fnSubscribe()
+                                   : fnUnsubscribe(SubscriptionType::UI) && fnUnsubscribe(SubscriptionType::Data) &&
+                                         fnUnsubscribe(SubscriptionType::UIExtension);
+    if (done) Tell("Done! Please restart Tallywick and QuickBooks for the changes to take effect", kProductTitle);
+    return done;
   });
 }
 

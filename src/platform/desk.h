@@ -14,6 +14,8 @@ namespace twqb {
 
 enum class BoxIcon : std::uint8_t { None, Information, Question, Warning, Error };
 enum class BoxButtons : std::uint8_t { Ok, YesNo, RetryCancel };
+// What waits until a box is answered: this program, or every program on the screen.
+enum class BoxModality : std::uint8_t { Application, System };
 enum class BoxAnswer : std::uint8_t { Ok, Yes, No, Retry, Cancel };
 
 struct MessageBox {
@@ -24,6 +26,7 @@ struct MessageBox {
   bool help = false;  // a help button, with the two fields below
   std::string helpFile = {};
   int helpId = 0;
+  BoxModality modality = BoxModality::Application;
 };
 
 // What `msgForm` shows at a moment, each field named after its control.

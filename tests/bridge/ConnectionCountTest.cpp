@@ -89,8 +89,26 @@ const Operation kOperations[] = {
        house.bridge->SetLeaveMsgBoxOpen(house.bridge->LeaveMsgBoxOpen());
        house.bridge->SetUseTWSTable(house.bridge->UseTWSTable());
      }},
+    {"DeleteTWRecord_Clients", true, [](CountedHouse& house) { (void)house.bridge->DeleteTWRecord(enClients, "1-1"); },
+     OpenAndConnect},
+    {"DeleteTWRecord_Payments", true,
+     [](CountedHouse& house) { (void)house.bridge->DeleteTWRecord(enPayments, "1-1"); }, OpenAndConnect},
+    {"DeleteTWRecord_WithoutSession", true,
+     [](CountedHouse& house) { (void)house.bridge->DeleteTWRecord(enInvoices, "1-1"); }},
+    {"DeleteQBRecord_WithoutSession", true,
+     [](CountedHouse& house) { (void)house.bridge->DeleteQBRecord(enClients, "1-1"); }},
+    {"SubscribeToQBEvents_True", true, [](CountedHouse& house) { (void)house.bridge->SubscribeToQBEvents(true); }},
+    {"SubscribeToQBEvents_False", true, [](CountedHouse& house) { (void)house.bridge->SubscribeToQBEvents(false); }},
     {"CloseProgressScreen", false, [](CountedHouse& house) { house.bridge->CloseProgressScreen(); }},
     {"DisplaySettings", false, [](CountedHouse& house) { house.bridge->DisplaySettings(); }},
+    {"GetEmployees", true, [](CountedHouse& house) { (void)house.bridge->GetEmployees(); }},
+    {"GetClassItems", true, [](CountedHouse& house) { (void)house.bridge->GetClassItems(); }},
+    {"GetQBAccounts", true,
+     [](CountedHouse& house) {
+       AccountArray accounts;
+       (void)house.bridge->GetQBAccounts(accounts);
+     }},
+    {"IsJob", true, [](CountedHouse& house) { (void)house.bridge->IsJob("80000001-1111111111"); }},
     {"SaveSettings", true,
      [](CountedHouse& house) { (void)house.bridge->SaveSettings("Fees", "Costs", "", "Expenses"); }},
 };

@@ -21,6 +21,7 @@
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "tests/support/OwnTables.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb {
@@ -61,10 +62,16 @@ bool IsTrue(const std::string& word) {
 
 Json Recorded(const std::string& word) { return word == "True" || word == "False" ? Json(IsTrue(word)) : Json(word); }
 
+// In the order of their numbers.
+constexpr std::array<std::string_view, 15> kTableNames = {
+    "enEmployees",    "enVendors",    "enClients",    "enProjects",    "enActivities",
+    "enExpenseCodes", "enAccounts",   "enExpenseLog", "enTimeEntries", "enInvoices",
+    "enPayments",     "enVendorBill", "enEstimates",  "enAll",         "enCreditMemo"};
+
 enTables Table(const std::string& word) {
-  if (word == "enClients") return enClients;
-  if (word == "enAll") return enAll;
-  throw std::runtime_error("no table of these runs: " + word);
+  const auto* const found = std::ranges::find(kTableNames, word);
+  if (found == kTableNames.end()) throw std::runtime_error("no table: " + word);
+  return static_cast<enTables>(found - kTableNames.begin());
 }
 
 struct Operation {
@@ -81,11 +88,42 @@ constexpr auto kSetter = [](CTWQBBridge& bridge, const Arguments& arguments) -> 
 };
 constexpr auto kText = [](const std::string& word) { return word; };
 
+// A lookup; of the list the number of its records.
+Json CountOf(const ReturnedList& list) { return list.IsNothing() ? Json() : Json(list.Count()); }
+template <auto kOperation>
+constexpr auto kList = [](CTWQBBridge& bridge, const Arguments&) { return CountOf((bridge.*kOperation)()); };
+template <auto kOperation>
+constexpr auto kListOfAll =
+    [](CTWQBBridge& bridge, const Arguments& arguments) { return CountOf((bridge.*kOperation)(IsTrue(arguments[0]))); };
+
 constexpr std::array kOperations = {
     Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> Json { return b.ConnectToQB(IsTrue(a[0])); }},
     Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> Json { return b.SendDataToQB(Table(a[0])); }},
     Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> Json { return b.GetDataFromQB(Table(a[0])); }},
+    Operation{"DeleteTWRecord", 2, [](auto& b, auto& a) -> Json { return b.DeleteTWRecord(Table(a[0]), a[1]); }},
+    Operation{"DeleteQBRecord", 2, [](auto& b, auto& a) -> Json { return b.DeleteQBRecord(Table(a[0]), a[1]); }},
+    Operation{"SubscribeToQBEvents", 1, [](auto& b, auto& a) -> Json { return b.SubscribeToQBEvents(IsTrue(a[0])); }},
     Operation{"SaveSettings", 4, [](auto& b, auto& a) -> Json { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
+    Operation{"GetAccounts", 0, kList<&CTWQBBridge::GetAccounts>},
+    Operation{"GetEmployees", 1, kListOfAll<&CTWQBBridge::GetEmployees>},
+    Operation{"GetCustomers", 1, kListOfAll<&CTWQBBridge::GetCustomers>},
+    Operation{"GetVendors", 1, kListOfAll<&CTWQBBridge::GetVendors>},
+    Operation{"GetInvoices", 0, kList<&CTWQBBridge::GetInvoices>},
+    Operation{"GetPayments", 0, kList<&CTWQBBridge::GetPayments>},
+    Operation{"GetExpCodes", 1, kListOfAll<&CTWQBBridge::GetExpCodes>},
+    Operation{"GetActivities", 1, kListOfAll<&CTWQBBridge::GetActivities>},
+    Operation{"GetTimeEntries", 0, kList<&CTWQBBridge::GetTimeEntries>},
+    Operation{"GetChecks", 0, kList<&CTWQBBridge::GetChecks>},
+    Operation{"GetBills", 0, kList<&CTWQBBridge::GetBills>},
+    Operation{"GetClassItems", 0, kList<&CTWQBBridge::GetClassItems>},
+    Operation{"GetPayrollItems", 0, kList<&CTWQBBridge::GetPayrollItems>},
+    // The columns of the array, one for each account; False without one.
+    Operation{"GetQBAccounts", 0,
+              [](auto& b, auto&) -> Json {
+                AccountArray accounts;
+                return b.GetQBAccounts(accounts) ? Json(accounts) : Json(false);
+              }},
+    Operation{"IsJob", 1, [](auto& b, auto& a) -> Json { return b.IsJob(a[0]); }},
     Operation{"DisplaySettings", 0,
               [](auto& b, auto&) -> Json {
                 b.DisplaySettings();
@@ -97,12 +135,16 @@ constexpr std::array kOperations = {
                 return nullptr;
               }},
     // Properties.
+    Operation{"NoRecsInQBTable", 0, [](auto& b, auto&) -> Json { return b.NoRecsInQBTable(); }},
+    Operation{"IsSubscribedToQBEvents", 0, [](auto& b, auto&) -> Json { return b.IsSubscribedToQBEvents(); }},
     Operation{"QBDB", 0, [](auto& b, auto&) -> Json { return b.QBDB(); }},
     Operation{"QBCountry", 0, [](auto& b, auto&) -> Json { return b.QBCountry(); }},
     Operation{"QBHostVer", 0, [](auto& b, auto&) -> Json { return b.QBHostVer(); }},
     Operation{"UseTWSTable", 0, [](auto& b, auto&) -> Json { return b.UseTWSTable(); }},
     Operation{"IsSilentMode", 0, [](auto& b, auto&) -> Json { return b.IsSilentMode(); }},
     Operation{"SetIsSilentMode", 1, kSetter<&CTWQBBridge::SetIsSilentMode, IsTrue>},
+    Operation{"SetUsePreferencesTW", 1, kSetter<&CTWQBBridge::SetUsePreferencesTW, IsTrue>},
+    Operation{"SetPassedID", 1, kSetter<&CTWQBBridge::SetPassedID, kText>},
     Operation{"SetIsQBSingleMode", 1, kSetter<&CTWQBBridge::SetIsQBSingleMode, IsTrue>},
     Operation{"SetLeaveMsgBoxOpen", 1, kSetter<&CTWQBBridge::SetLeaveMsgBoxOpen, IsTrue>},
     Operation{"SetUseTWSTable", 1, kSetter<&CTWQBBridge::SetUseTWSTable, IsTrue>},
@@ -143,7 +185,8 @@ constexpr std::array kOperations = {
 
 struct LibraryHost::Parts {
   explicit Parts(const LibraryHostOptions& options)
-      : folder(options.folder),
+      : tables(options.tables),
+        folder(options.folder),
         machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
                 {.now = options.now, .zone = options.zone, .seed = 1}),
         quickbooks(folder + "/company.twq", machine),
@@ -166,12 +209,13 @@ struct LibraryHost::Parts {
     Compose({});
   }
 
+  OwnTables tables;
   std::string folder;
   FrozenMachine machine;
   SqliteProvider database;
   company::CompanyTransportFactory quickbooks;
   ScriptedDesk script;
-  NoCallbackFactory callback;
+  RecordingCallbackFactory callback;
   FaultPlatform faults;
   std::ostringstream record;
   TranscriptWriter writer;

@@ -200,5 +200,33 @@ TEST(RecordList, Raises_457_for_a_key_that_is_there_already_and_keeps_the_first)
   EXPECT_EQ(list.At(0)["Name"].GetValue(), "A");
 }
 
+// --- The list of a query ---------------------------------------------------------------------------------------------
+
+TEST(ReturnedList, Holds_the_records_in_the_order_of_the_answer_and_keeps_it_alive) {
+  ReturnedList list;
+  {
+    const MsgSetResponse answer(CannedAnswer("ClassQueryRs", kStatusOk,
+                                             "<ClassRet><Name>West</Name></ClassRet><ClassRet><Name>East</Name>"
+                                             "</ClassRet>"));
+    list = answer.GetAt(0).DetailList();
+  }
+  const auto copy = list;
+  list = {};
+  ASSERT_FALSE(copy.IsNothing());
+  ASSERT_EQ(copy.Count(), 2U);
+  EXPECT_EQ(copy.GetAt(0)["Name"].GetValue(), "West");
+  EXPECT_EQ(copy.GetAt(1)["Name"].GetValue(), "East");
+  EXPECT_EQ(NumberOf([&] { (void)copy.GetAt(2); }), error::kBadArgument);
+}
+
+TEST(ReturnedList, Is_nothing_without_records_and_raises_91_then) {
+  const MsgSetResponse answer(CannedAnswer("ClassQueryRs", kStatusOk, ""));
+  const auto list = answer.GetAt(0).DetailList();
+  EXPECT_TRUE(list.IsNothing());
+  EXPECT_TRUE(ReturnedList().IsNothing());
+  EXPECT_EQ(NumberOf([&] { (void)list.Count(); }), error::kObjectNothing);
+  EXPECT_EQ(NumberOf([&] { (void)list.GetAt(0); }), error::kObjectNothing);
+}
+
 }  // namespace
 }  // namespace twqb

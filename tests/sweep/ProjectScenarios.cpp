@@ -1,6 +1,6 @@
 // Projects in both directions.
 
-#include "ScenarioSteps.h"
+#include "Books.h"
 #include "Scenarios.h"
 
 namespace twqb::sweep {
@@ -11,7 +11,7 @@ const std::vector<LinkedTable> kProjectTable = {
 
 // A client that is a customer already.
 void PrepareClient(TestHouse& house) {
-  AddCustomer(house, "<Name>Acme</Name>");
+  AddRecord(house, "Customer", "<Name>Acme</Name>");
   house.Sql("INSERT INTO Client (ClientID, QBLinkID) VALUES ('ACME', '" + house.ListIdOf("Acme") + "')");
 }
 
@@ -19,8 +19,8 @@ void PrepareClient(TestHouse& house) {
 // every time.
 void PrepareFirstSend(TestHouse& house, const Scenario& /*scenario*/) {
   PrepareClient(house);
-  AddCustomer(house, "<Name>P2- Yard</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
-  AddCustomer(house, "<Name>P0</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
+  AddRecord(house, "Customer", "<Name>P2- Yard</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
+  AddRecord(house, "Customer", "<Name>P0</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
   // Of no client, and so not sent itself.
   house.Sql("INSERT INTO Project (ProjectID, QBLinkID) VALUES ('P0:', '" + house.ListIdOf("Acme:P0") + "')");
   house.Sql(
@@ -38,10 +38,10 @@ void PrepareFirstSend(TestHouse& house, const Scenario& /*scenario*/) {
 void PrepareFirstGet(TestHouse& house, const Scenario& /*scenario*/) {
   PrepareClient(house);
   house.Sql("INSERT INTO Employee (EmployeeID) VALUES ('From QuickBooks')");
-  AddCustomer(house,
-              "<Name>Main</Name><ParentRef><FullName>Acme</FullName></ParentRef>"
-              "<ShipAddress><Addr1>1 Main Street</Addr1></ShipAddress><JobStatus>InProgress</JobStatus>");
-  AddCustomer(house, "<Name>Cellar</Name><ParentRef><FullName>Acme:Main</FullName></ParentRef>");
+  AddRecord(house, "Customer",
+            "<Name>Main</Name><ParentRef><FullName>Acme</FullName></ParentRef>"
+            "<ShipAddress><Addr1>1 Main Street</Addr1></ShipAddress><JobStatus>InProgress</JobStatus>");
+  AddRecord(house, "Customer", "<Name>Cellar</Name><ParentRef><FullName>Acme:Main</FullName></ParentRef>");
 }
 
 // One job was changed in QuickBooks, one project here and later than its twin.
@@ -49,8 +49,8 @@ void PrepareSecondGet(TestHouse& house, const Scenario& scenario) {
   PrepareFirstGet(house, scenario);
   TransferNow(house, scenario);
   house.machine.Advance(20 * Date::kMinute);
-  ChangeCustomer(house, "Acme:Main", "<JobStatus>Pending</JobStatus>");
-  ChangeCustomer(house, "Acme:Main:Cellar", "<JobStatus>Pending</JobStatus>");
+  ChangeRecord(house, "Customer", "Acme:Main", "<JobStatus>Pending</JobStatus>");
+  ChangeRecord(house, "Customer", "Acme:Main:Cellar", "<JobStatus>Pending</JobStatus>");
   house.Sql(
       "UPDATE Project SET ProjectStatus = 'Hold', LastUpdated = '2008-03-05 15:40:00' WHERE ProjectID = 'Main:Cellar'");
 }

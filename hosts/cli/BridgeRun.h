@@ -1,0 +1,24 @@
+// A command that is an operation of the public object: the files looked at beforehand, the library composed, an object
+// set up as the options say, and the record of the run complete at its end.
+#pragma once
+
+#include <functional>
+
+#include "cli/Composition.h"
+#include "cli/Options.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb::cli {
+
+// The properties that come from options.
+void SetUp(CTWQBBridge& bridge, const Composition& composition, const Options& options);
+
+// Composes the library for the files that the options name, runs `work`, and takes the library apart. False when the
+// transcript of the run could not be written to its end. Raises UsageError for a file that can't be used, before
+// anything runs.
+[[nodiscard]] bool RunComposed(const Options& options, const std::function<void(Composition&)>& work);
+
+// Raises the UsageError of such a transcript.
+[[noreturn]] void RefuseTranscript(const Options& options);
+
+}  // namespace twqb::cli

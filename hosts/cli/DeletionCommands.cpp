@@ -1,0 +1,75 @@
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+
+#include "cli/Commands.h"
+#include "cli/Operations.h"
+#include "cli/TableArgument.h"
+
+namespace twqb::cli {
+
+namespace {
+
+struct DeletionArguments {
+  std::string table;
+  std::string id;
+};
+
+// The two deletions: the command, the operation behind it, and how they are explained.
+struct Deletion {
+  const char* command;
+  const char* text;
+  const char* operation;
+  bool (CTWQBBridge::*run)(enTables table, const std::string& id);
+  const char* footer;
+};
+
+constexpr Deletion kDeletions[] = {
+    {.command = "delete-billing",
+     .text = "Delete the record of BillingDb that is linked to a record in QuickBooks",
+     .operation = "DeleteTWRecord",
+     .run = &CTWQBBridge::DeleteTWRecord,
+     .footer =
+         "It asks first. Invoices are not deleted in BillingDb: they have to be reversed there. A record that is\n"
+         "not there, or can't be deleted, is not noticed.\n\n"
+         "Example:\n  twqb delete-billing clients 80000001-1204731000"},
+    {.command = "delete-quickbooks",
+     .text = "Delete a record in QuickBooks",
+     .operation = "DeleteQBRecord",
+     .run = &CTWQBBridge::DeleteQBRecord,
+     .footer = "It asks first. Only an invoice may be gone already.\n\n"
+               "Example:\n  twqb delete-quickbooks clients 80000001-1204731000"},
+};
+
+ExitStatus Delete(const Options& options, const Deletion& deletion, const DeletionArguments& arguments) {
+  const auto table = TableFromName(arguments.table);
+  if (table == enAll) throw UsageError("A record is deleted in one table: name the table instead of all.");
+  // Rows that were never linked may have an empty link.
+  if (arguments.id.empty()) throw UsageError("ID is the identifier of a record in QuickBooks; it can't be empty.");
+  const auto label = fmt::format("{} {} {}", deletion.command, TypedName(table), arguments.id);
+  return RunOperation(options,
+                      {.name = deletion.operation,
+                       .arguments = {DeclaredName(table), arguments.id},
+                       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); }},
+                      {.done = label + ": done", .failed = label + ": not done"});
+}
+
+void AddDeletion(CLI::App& app, Command& chosen, const Deletion& deletion) {
+  const auto arguments = std::make_shared<DeletionArguments>();
+  auto* command = app.add_subcommand(deletion.command, deletion.text);
+  command->add_option("TABLE", arguments->table, "The record's table, see below")->required()->type_name("");
+  command->add_option("ID", arguments->id, "Its ListID or TxnID")->required()->type_name("");
+  command->footer(TableHelpText(AllTables::No) + deletion.footer);
+  command->callback([arguments, &deletion, &chosen] {
+    chosen = [arguments, &deletion](const Options& options) { return Delete(options, deletion, *arguments); };
+  });
+}
+
+}  // namespace
+
+void AddDeletionCommands(CLI::App& app, Command& chosen) {
+  for (const auto& deletion : kDeletions) AddDeletion(app, chosen, deletion);
+}
+
+}  // namespace twqb::cli

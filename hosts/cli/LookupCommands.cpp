@@ -1,0 +1,212 @@
+#include <fmt/format.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapters/terminal/TextLayout.h"
+#include "cli/BridgeRun.h"
+#include "cli/Commands.h"
+#include "cli/LookupKinds.h"
+#include "cli/Output.h"
+#include "cli/RowText.h"
+#include "cli/TextTable.h"
+
+namespace twqb::cli {
+
+namespace {
+
+enum class RowForm : std::uint8_t { Readable, Json };
+
+struct LookupArguments {
+  std::string name;  // of a kind, or an identifier
+  bool all = false;
+  bool json = false;
+
+  [[nodiscard]] RowForm Form() const { return json ? RowForm::Json : RowForm::Readable; }
+};
+
+struct Rows {
+  std::vector<std::string> names;
+  std::vector<std::vector<Value>> values;
+};
+
+// A field as QuickBooks wrote it; of a reference its FullName.
+Value FieldOf(const Record& record, std::string_view name) {
+  const auto field = record[name];
+  if (field.IsNothing()) return Null();
+  if (!name.ends_with("Ref")) return field.GetValue();
+  const auto fullName = field["FullName"];
+  return fullName.IsNothing() ? Value(Null()) : Value(fullName.GetValue());
+}
+
+Rows RowsOf(const LookupKind& kind, const ReturnedList& list) {
+  Rows rows{.names = {kind.columns.begin(), kind.columns.end()}};
+  for (std::size_t i = 0; !list.IsNothing() && i < list.Count(); ++i) {
+    auto& row = rows.values.emplace_back();
+    for (const auto column : kind.columns) row.push_back(FieldOf(list.GetAt(i), column));
+  }
+  return rows;
+}
+
+Rows RowsOf(const AccountArray& accounts) {
+  // The array's fourth row is never filled for a host.
+  Rows rows{.names = {"ListID", "FullName", "Name"}};
+  for (const auto& account : accounts) {
+    rows.values.push_back({account[enAccountListID], account[enAccountFullName], account[enAccountName]});
+  }
+  return rows;
+}
+
+void PrintAsTable(const Rows& rows) {
+  if (rows.values.empty()) {
+    Tell("QuickBooks has none.");
+    return;
+  }
+  std::vector<TableLine> lines = {rows.names};
+  for (const auto& row : rows.values) {
+    auto& line = lines.emplace_back();
+    for (const auto& value : row) line.push_back(ToText(value));
+  }
+  Print(TextTable(lines));
+}
+
+void PrintRows(const Rows& rows, RowForm form) {
+  if (form == RowForm::Readable && OutputIsTerminal()) {
+    PrintAsTable(rows);
+    return;
+  }
+  if (form == RowForm::Readable) Print(TabbedNames(rows.names));
+  for (const auto& row : rows.values) {
+    Print(form == RowForm::Json ? JsonValues(rows.names, row) : TabbedValues(row));
+  }
+}
+
+// A list with records, one without, or nothing because something failed.
+std::optional<Rows> Look(Composition& composition, const Options& options, const LookupKind& kind, bool all) {
+  CTWQBBridge bridge;
+  SetUp(bridge, composition, options);
+  bool failed = false;
+  auto arguments = nlohmann::ordered_json::array();
+  if (kind.takesAll) arguments.push_back(all);
+  const auto list = composition.Run(
+      kind.operation, arguments,
+      [&] {
+        // An empty list and a failure look alike for some kinds; but a failure behind the connection is always told.
+        if (!bridge.ConnectToQB(true)) {
+          failed = true;
+          return ReturnedList();
+        }
+        const int toldBefore = composition.BoxesShown();
+        auto found = kind.look(bridge, all);
+        failed = found.IsNothing() && composition.BoxesShown() > toldBefore;
+        return found;
+      },
+      [](const ReturnedList& found) -> nlohmann::ordered_json {
+        if (found.IsNothing()) return nullptr;
+        return found.Count();
+      });
+  if (failed) return std::nullopt;
+  return RowsOf(kind, list);
+}
+
+ExitStatus Finish(const Options& options, bool recorded, const std::optional<Rows>& rows, RowForm form) {
+  if (rows) PrintRows(*rows, form);
+  FlushOutput();
+  if (!recorded) RefuseTranscript(options);
+  return rows ? ExitStatus::Done : ExitStatus::Failed;
+}
+
+ExitStatus List(const Options& options, const LookupArguments& arguments) {
+  const auto& kind = LookupKindFromName(arguments.name);
+  if (arguments.all && !kind.takesAll) {
+    throw UsageError(
+        fmt::format("\"{}\" has no --all: QuickBooks is asked for what it gives by itself.", kind.TypedName()));
+  }
+  std::optional<Rows> rows;
+  const bool recorded =
+      RunComposed(options, [&](Composition& composition) { rows = Look(composition, options, kind, arguments.all); });
+  return Finish(options, recorded, rows, arguments.Form());
+}
+
+ExitStatus Accounts(const Options& options, const LookupArguments& arguments) {
+  std::optional<Rows> rows;
+  const bool recorded = RunComposed(options, [&](Composition& composition) {
+    CTWQBBridge bridge;
+    SetUp(bridge, composition, options);
+    AccountArray accounts;
+    const auto empty = nlohmann::ordered_json::array();
+    if (composition.Run("GetQBAccounts", empty, [&] { return bridge.GetQBAccounts(accounts); })) {
+      rows = RowsOf(accounts);
+    }
+  });
+  return Finish(options, recorded, rows, arguments.Form());
+}
+
+ExitStatus IsJob(const Options& options, const std::string& id) {
+  // An empty one would be no filter at all.
+  if (id.empty()) throw UsageError("The ID of a customer or job is empty.");
+  bool isJob = false;
+  const bool recorded = RunComposed(options, [&](Composition& composition) {
+    CTWQBBridge bridge;
+    SetUp(bridge, composition, options);
+    isJob = composition.Run("IsJob", {id}, [&] { return bridge.IsJob(id); });
+  });
+  Print(fmt::format("{}\n", isJob));
+  FlushOutput();
+  if (!recorded) RefuseTranscript(options);
+  return isJob ? ExitStatus::Done : ExitStatus::Failed;
+}
+
+constexpr std::string_view kRowsHelp =
+    "On a terminal the rows are a table. Elsewhere they are tab-separated behind a line with the names of the fields;\n"
+    "what a record does not have is \\N, and CR, LF, tab and backslash are \\r, \\n, \\t and \\\\. Values are as\n"
+    "QuickBooks writes them; of a record that is referred to, its full name.\n";
+
+std::string KindHelp() {
+  constexpr std::size_t kWidth = 76;
+  std::string text = "KIND is one of\n";
+  for (const auto& line : WrapText(LookupKindList(), kWidth)) text += "  " + line + "\n";
+  return text + "\n";
+}
+
+}  // namespace
+
+void AddLookupCommands(CLI::App& app, Command& chosen) {
+  const auto add = [&](const char* name, const char* description, auto run, auto addOptions) {
+    const auto arguments = std::make_shared<LookupArguments>();
+    auto* command = app.add_subcommand(name, description);
+    addOptions(*command, *arguments);
+    command->callback([arguments, run, &chosen] {
+      chosen = [arguments, run](const Options& options) { return run(options, *arguments); };
+    });
+  };
+  const auto addJson = [](CLI::App& command, LookupArguments& arguments) {
+    command.add_flag("--json", arguments.json, "Print each row as a JSON object");
+  };
+
+  add("list", "Print a list of QuickBooks", List, [&](CLI::App& command, LookupArguments& arguments) {
+    command.add_option("KIND", arguments.name, "What to list, see below")->required()->type_name("");
+    command.add_flag("--all", arguments.all, "Inactive records too; for lists that have such");
+    addJson(command, arguments);
+    command.footer(KindHelp() + std::string(kRowsHelp) + "\nExamples:\n  twqb list customers --all\n" +
+                   "  twqb list invoices --json");
+  });
+  add("accounts", "Print the accounts of QuickBooks", Accounts, [&](CLI::App& command, LookupArguments& arguments) {
+    addJson(command, arguments);
+    command.footer(
+        std::string(kRowsHelp) +
+        "A refusal by QuickBooks ends with status 1, without a word. \"list accounts\" has types and balances.");
+  });
+  add(
+      "is-job", "Tell whether a customer of QuickBooks is a job",
+      [](const Options& options, const LookupArguments& arguments) { return IsJob(options, arguments.name); },
+      [](CLI::App& command, LookupArguments& arguments) {
+        command.add_option("ID", arguments.name, "Its ListID")->required()->type_name("");
+        command.footer(
+            "Prints true, or false with exit status 1: for a customer, for one that is not there, after a failure.");
+      });
+}
+
+}  // namespace twqb::cli

@@ -1,0 +1,37 @@
+// One operation of the library, as a host runs it: a bridge object with its properties set from the options, the call
+// between its two events in the transcript, and the end of it told.
+//
+// For operations that answer True or False. What an operation tells its user goes through the desk.
+#pragma once
+
+#include <functional>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "cli/Composition.h"
+#include "cli/ExitStatus.h"
+#include "cli/Options.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb::cli {
+
+struct BridgeOperation {
+  std::string name;                  // as it stands in the transcript, and its arguments
+  nlohmann::ordered_json arguments;  // an array
+  std::function<bool(CTWQBBridge&)> run;
+};
+
+// Runs it on a new object. Raises DeskGaveUp.
+[[nodiscard]] bool Perform(Composition& composition, const Options& options, const BridgeOperation& operation);
+
+// What goes to standard output for True and for False: a line without its end.
+struct Verdict {
+  std::string done;
+  std::string failed;
+};
+
+// Checks the files of the current folder, composes the library with them, performs the operation and prints the
+// verdict. Raises UsageError for a file that can't be used and for a transcript that is not whole, and DeskGaveUp.
+[[nodiscard]] ExitStatus RunOperation(const Options& options, const BridgeOperation& operation, const Verdict& verdict);
+
+}  // namespace twqb::cli

@@ -1,0 +1,464 @@
+#include "lists/modEmployees.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "lists/EmployeeNumbers.h"
+#include "platform/Text.h"
+#include "services/Conversions.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/Settings.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+namespace {
+
+void ReadPersonRow(const ado::Recordset& row, SendRecord& record);
+std::string NameOfPerson(const RequestField& request);
+std::unique_ptr<GetState> ReadRateSettings();
+
+template <IsVendor isVendor>
+void Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
+  AssignEmployeeFldValues(request, row, kind, record, isVendor);
+}
+template <IsVendor isVendor>
+Refusal OnRefused(const RefusedRequest& refused);
+template <IsVendor isVendor>
+void WriteColumns(ado::Recordset& row, const Record& record) {
+  AssignTWEmployeeFldValues(row, record, isVendor);
+}
+template <IsVendor isVendor>
+void StartRow(ado::Recordset& row, const Record& record, const GetState* state);
+
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr TableDescription kEmployees = {
+    .table = enEmployees,
+    .tableName = "Employee",
+    .keyColumn = "EmployeeID",
+    .fallbackDateColumn = "EmpDateHired",
+    .addRequest = "EmployeeAddRq",
+    .modRequest = "EmployeeModRq",
+    .sendRoutine = "MoveEmployeesToQB",
+    .getRoutine = "MoveEmployeesToTW",
+    .sendingText = "Sending Employees to QuickBooks...",
+    .gettingText = "Getting Employees from QuickBooks...",
+    .recordLabel = "Employee ID",
+    .sendLogText = "Error transfering data to QB. Employee ID = ",
+    .getLogText = "Error transfering data to Tallywick. Employee = ",
+    .progressField = "Name",
+    .rowDate = RowDate::AheadOfTheTwin,
+    .linkCondition = "IsSub = 0 AND ",
+    .readRow = ReadPersonRow,
+    .assign = Assign<IsVendor::No>,
+    .nameOf = NameOfPerson,
+    .onRefusal = OnRefused<IsVendor::No>,
+    .writeFields = WriteColumns<IsVendor::No>,
+    .beginGet = ReadRateSettings,
+    .startRow = StartRow<IsVendor::No>,
+};
+
+constexpr TableDescription kVendors = [] {
+  auto vendors = kEmployees;
+  vendors.table = enVendors;
+  vendors.addRequest = "VendorAddRq";
+  vendors.modRequest = "VendorModRq";
+  vendors.sendingText = "Sending Vendors to QuickBooks...";
+  vendors.gettingText = "Getting Vendors from QuickBooks...";
+  vendors.linkCondition = "IsSub = -1 AND ";
+  vendors.assign = Assign<IsVendor::Yes>;
+  vendors.onRefusal = OnRefused<IsVendor::Yes>;
+  vendors.writeFields = WriteColumns<IsVendor::Yes>;
+  vendors.startRow = StartRow<IsVendor::Yes>;
+  return vendors;
+}();
+
+constexpr const TableDescription& TableOf(IsVendor isVendor) {
+  return isVendor == IsVendor::Yes ? kVendors : kEmployees;
+}
+
+// --- Field mapping ---------------------------------------------------------------------------------------------------
+// Unlike in other tables most lengths are fixed numbers: a company of more than 41 characters is QuickBooks' to refuse.
+
+using When = SendField::When;
+
+std::string DateOnly(std::string_view date) { return FormatSQLDate(TextToDate(date), DateForm::DateOnly); }
+
+constexpr std::array kSendContacts = {
+    SendField{.path = "AltPhone",
+              .column = "EmpContactPhone",
+              .when = When::NotNull,
+              .convert = FormatPhoneForQB,
+              .length = 21},
+    SendField{.path = "MiddleName", .column = "EmpMI", .when = When::NotNull, .length = 5},
+    SendField{.path = "Phone", .column = "EmpHPhone", .when = When::NotNull, .convert = FormatPhoneForQB, .length = 21},
+    SendField{.path = "Email", .column = "EmpEmail", .when = When::NotNull, .length = 99},
+};
+constexpr std::array kSendMobile = {
+    SendField{.path = "Mobile", .column = "MobileNumber", .convert = FormatPhoneForQB, .length = 21}};
+constexpr std::array kSendFax = {
+    SendField{.path = "Fax", .column = "EmpHFax", .convert = FormatPhoneForQB, .length = 21}};
+
+constexpr std::array kSendEmployeeDates = {
+    SendField{.path = "HiredDate", .column = "EmpDateHired", .when = When::NotNull, .convert = DateOnly},
+    SendField{.path = "ReleasedDate", .column = "EmpDateReleased", .when = When::NotNull, .convert = DateOnly},
+};
+constexpr std::array kSendVendorDate = {
+    SendField{.path = "OpenBalanceDate", .column = "EmpDateHired", .when = When::NotNull, .convert = DateOnly}};
+
+constexpr std::array kSendCompany = {
+    SendField{.path = "CompanyName", .column = "EmpCompany", .when = When::NotNull, .length = 50}};
+constexpr std::array kSendTaxNumber = {
+    SendField{.path = "VendorTaxIdent", .column = "EmpSSN", .when = When::NotEmpty, .cut = SendField::Cut::Uncut}};
+
+// Inside the address.
+constexpr std::array kSendVendorLines = {
+    SendField{.path = "Addr1", .column = "EmpCompany", .length = 41},
+    SendField{.path = "Addr2", .column = "EmpStreet"},
+    SendField{.path = "Addr3", .column = "EmpStreet2"},
+};
+constexpr std::array kSendEmployeeLines = {
+    SendField{.path = "Addr1", .column = "EmpStreet", .length = 41},
+    SendField{.path = "Addr2", .column = "EmpStreet2"},
+};
+constexpr std::array kSendPlace = {
+    SendField{.path = "City", .column = "EmpCity", .when = When::NotNull, .length = 31},
+    SendField{.path = "PostalCode", .column = "EmpZip", .when = When::NotNull, .length = 13},
+};
+
+// Blanked before the record is read, so that a field which QuickBooks leaves out blanks the column.
+constexpr std::array<std::string_view, 10> kBlankedColumns = {"EmpMI",    "EmpHPhone", "EmpContactPhone", "EmpEmail",
+                                                              "EmpSalt",  "EmpStreet", "EmpStreet2",      "EmpCity",
+                                                              "EmpState", "EmpZip"};
+constexpr std::array<std::string_view, 1> kBlankedOfEmployees = {"EmpSSN"};
+constexpr std::array<std::string_view, 2> kBlankedOfVendors = {"EmpHFax", "EmpCompany"};
+
+constexpr std::array kGetContacts = {
+    GetField{.path = "MiddleName", .column = "EmpMI"},
+    GetField{.path = "Phone", .column = "EmpHPhone", .convert = CleanPhoneFromQB},
+    GetField{.path = "AltPhone", .column = "EmpContactPhone", .convert = CleanPhoneFromQB},
+    GetField{.path = "Email", .column = "EmpEmail"},
+    GetField{.path = "Salutation", .column = "EmpSalt"},
+};
+constexpr std::array kGetMobile = {GetField{.path = "Mobile", .column = "MobileNumber", .convert = CleanPhoneFromQB}};
+constexpr std::array kGetOfVendors = {
+    GetField{.path = "Fax", .column = "EmpHFax", .convert = CleanPhoneFromQB},
+    GetField{.path = "CompanyName", .column = "EmpCompany"},
+};
+constexpr std::array kGetPlace = {
+    GetField{.path = "City", .column = "EmpCity"},
+    GetField{.path = "PostalCode", .column = "EmpZip"},
+};
+// The lines of an address: from the second on where the first is the name itself.
+constexpr std::array kGetStreets = {
+    GetField{.path = "Addr1", .column = "EmpStreet"},
+    GetField{.path = "Addr2", .column = "EmpStreet2"},
+};
+constexpr std::array kGetStreetsBelowName = {
+    GetField{.path = "Addr2", .column = "EmpStreet"},
+    GetField{.path = "Addr3", .column = "EmpStreet2"},
+};
+
+// --- Hooks: both directions ------------------------------------------------------------------------------------------
+
+constexpr std::string_view kUnknownName = "Missing Data";  // stands in BillingDb for a name that nobody gave
+constexpr std::string_view kNoState = "None";              // stands in QuickBooks for a missing state
+
+std::string FileCountry() { return UpperCase(Vars().g_QBCountry); }
+bool KnowsMobiles() { return FileCountry() != "CA" && FileCountry() != "UK"; }
+
+std::string_view AddressField(IsVendor isVendor) {
+  return isVendor == IsVendor::Yes ? "VendorAddress" : "EmployeeAddress";
+}
+
+std::string JoinNames(std::initializer_list<std::string> parts) {
+  std::string joined;
+  for (const auto& part : parts) {
+    if (!Trim(part).empty()) joined += (joined.empty() ? "" : " ") + part;
+  }
+  return joined;
+}
+
+// --- Hooks: sending --------------------------------------------------------------------------------------------------
+
+// The counter of names in use goes behind the first name.
+void ReadPersonRow(const ado::Recordset& row, SendRecord& record) { record.qbName = ColumnText(row, "EmpFName"); }
+
+// An employee's name is made of its parts, unless an old form has the name itself.
+std::string NameOfPerson(const RequestField& request) {
+  if (const auto name = request["Name"]; name.IsSet()) return name.GetValue();
+  return JoinNames({request["FirstName"].GetValue(), request["MiddleName"].GetValue(), request["LastName"].GetValue()});
+}
+
+// The first name as it goes. Of an unknown one the counter alone goes, when there is one.
+std::optional<std::string> FirstNameOf(const ado::Recordset& row, const SendRecord& record) {
+  if (ColumnText(row, "EmpFName") != kUnknownName) return record.qbName;
+  auto counter = record.qbName.substr(std::min(kUnknownName.size(), record.qbName.size()));
+  return counter.empty() ? std::nullopt : std::optional(std::move(counter));
+}
+
+void AssignNames(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record,
+                 IsVendor isVendor) {
+  const auto first = FirstNameOf(row, record);
+  if (first) request["FirstName"].SetValue(Left(*first, 25));
+  const auto last = ColumnText(row, "EmpLName");
+  if (last != kUnknownName && !IsNull(row.Field("EmpLName"))) request["LastName"].SetValue(Left(last, 25));
+  if (kind != RequestKind::Add) return;
+  if (isVendor == IsVendor::Yes) {
+    const auto joined =
+        JoinNames({first.value_or(""), ColumnText(row, "EmpMI"), last == kUnknownName ? std::string() : last});
+    request["Name"].SetValue(Left(joined.empty() ? record.key : joined, 41));
+  } else if (Vars().g_QBMajorVer < 3) {
+    request["Name"].SetValue(Left(record.key, 41));
+  }
+}
+
+// A British file takes no final dot, and no "Ms".
+void AssignSalutation(const RequestField& request, const ado::Recordset& row) {
+  auto salutation = ColumnText(row, "EmpSalt");
+  if (Trim(salutation).empty()) return;
+  const bool british = FileCountry() == "UK";
+  if (british && salutation.ends_with('.')) salutation.pop_back();
+  salutation = Left(salutation, 15);
+  if (!british || UpperCase(salutation) != "MS") request["Salutation"].SetValue(salutation);
+}
+
+void AssignAddress(const RequestField& address, const ado::Recordset& row, IsVendor isVendor) {
+  const auto state = ColumnText(row, "EmpState");
+  if (!Trim(state).empty()) {
+    address[StateFieldName()].SetValue(Left(state, 21));
+  } else if (isVendor == IsVendor::No) {
+    address[StateFieldName()].SetValue(kNoState);
+  }
+  if (isVendor == IsVendor::Yes) {
+    SendFields(address, row, kSendVendorLines);
+  } else {
+    SendFields(address, row, kSendEmployeeLines);
+  }
+  SendFields(address, row, kSendPlace);
+}
+
+void AssignOfEmployee(const RequestField& request, const ado::Recordset& row, RequestKind kind,
+                      const SendRecord& record) {
+  if (kind == RequestKind::Add) {
+    SendFields(request, row, kSendEmployeeDates);
+    AssignEmployeeNumber(request, ColumnText(row, "EmpSSN"), record.key);
+    // Below version 3 the field of that name is not in the form yet, and stays off the wire.
+    const int version = Vars().g_QBMajorVer;
+    if (version >= 2) {
+      request["EmployeePayrollInfo"][version < 3 ? "UseTimeDataToCreatePaychecks" : "IsUsingTimeDataToCreatePaychecks"]
+          .SetValue(1);
+    }
+  }
+  // A British file asks for a date; nobody is known by it.
+  if (FileCountry() == "UK") request["BirthDate"].SetValue("01/01/1990");
+}
+
+void AssignOfVendor(const RequestField& request, const ado::Recordset& row, RequestKind kind) {
+  if (kind == RequestKind::Add) SendFields(request, row, kSendVendorDate);
+  SendFields(request, row, kSendCompany);
+  if (Vars().g_QBMajorVer >= 3) SendFields(request, row, kSendTaxNumber);
+}
+
+// Takes the state or province, which QuickBooks does not know, off the request. Once: what is refused again then is
+// logged where the company is Canadian under another edition, and the user's to decide elsewhere.
+Refusal MendState(const RefusedRequest& refused, IsVendor isVendor) {
+  const auto address = refused.request[AddressField(isVendor)];
+  const bool first = refused.resends == 0;
+  if (FileCountry() == "CA") {
+    if (first) address["Province"].SetValue(kNoState);
+  } else if (UpperCase(Vars().g_HostCountry) == "CA") {
+    if (!first) {
+      WriteLog(
+          fmt::format("The QB Record of the employee or vendor, ''{}...'' Could not be modified. The State or "
+                      "Province field value is incorrect or blank.",
+                      refused.record.qbName));
+      return Refusal::PassOver;
+    }
+    address["State"].Unset();
+  } else if (first) {
+    address["State"].SetValue(kNoState);
+  }
+  return first ? Refusal::SendAgain : Refusal::AskUser;
+}
+
+bool IsAboutState(const Response& response) {
+  const auto message = UpperCase(response.StatusMessage());
+  return message.find("PROVINCE") != std::string::npos || message.find("STATE") != std::string::npos;
+}
+
+void LogUnsentPayments(std::string_view name) {
+  WriteLog(fmt::format("The QB Record of the vendor, ''{}...'' Could not be modified.", name));
+  WriteLog(
+      "There may be unsent online banking payments for this vendor. The information of this vendor can't be modified "
+      "while you have unsent transactions");
+}
+
+void TellMissingPermission(const Response& response) {
+  TheDesk().ShowMessageBox({.text = fmt::format("QuickBooks has reported the following error: -\r\n{}\r\n\r\n"
+                                                "Please open the company file in QuickBooks and using the "
+                                                "\"Integrated Applications\"\r\n"
+                                                "option [Company|Modify Service Access...]\r\n"
+                                                "Allow this application to automatically logon and access Social "
+                                                "Security Numbers",
+                                                response.StatusMessage()),
+                            .title = "Error"});
+}
+
+template <IsVendor isVendor>
+Refusal OnRefused(const RefusedRequest& refused) {
+  constexpr std::int32_t kStatusBadField = 3110;
+  constexpr std::int32_t kStatusCannotModify = 3170;
+  constexpr std::int32_t kStatusNoPersonalData = 3261;
+  switch (refused.response.StatusCode()) {
+    case kStatusNameInUse:
+      return Refusal::TryNextName;
+    case kStatusCannotModify:
+      if (isVendor == IsVendor::No || refused.kind == RequestKind::Add) return Refusal::AskUser;
+      LogUnsentPayments(refused.record.qbName);
+      return Refusal::PassOver;
+    case kStatusBadField:
+      return IsAboutState(refused.response) ? MendState(refused, isVendor) : Refusal::AskUser;
+    case kStatusNoPersonalData:
+      TellMissingPermission(refused.response);
+      return Refusal::EndTable;
+    default:
+      return Refusal::AskUser;
+  }
+}
+
+// --- Hooks: getting --------------------------------------------------------------------------------------------------
+
+// What new rows are worth, as text until a row needs it.
+struct RateSettings : GetState {
+  std::string billRate;
+  std::string costRate;
+  std::optional<std::string> multiplier;  // nothing: QuickBooks' earnings are not looked at
+};
+
+// Both kinds go by the settings of the employees.
+std::unique_ptr<GetState> ReadRateSettings() {
+  const auto read = [](std::string_view key, std::string_view fallback) {
+    return gf_ReadSettings("QBGET_", fmt::format("{}{}", GetTableName(Direction::Get, enEmployees), key),
+                           Vars().g_TWSettingsPath, fallback);
+  };
+  auto rates = std::make_unique<RateSettings>();
+  rates->billRate = read("_DefaultBR", "1");
+  rates->costRate = read("_DefaultCR", "1");
+  if (TextToBoolean(read("_chkBillRate", "0"))) rates->multiplier = read("_DefaultCRM", "1");
+  return rates;
+}
+
+// The rate of the first earnings that have one, by the hour; nothing without.
+std::optional<double> PayRateOf(const Record& employee) {
+  constexpr double kGreatestHourlyRate = 1000;
+  constexpr double kHoursOfAYear = 2080;
+  const auto earnings = FieldAtPath(employee, "EmployeePayrollInfo.OREarnings.EarningsList");
+  for (std::size_t i = 0; i < earnings.Count(); ++i) {
+    const auto rate = FieldAtPath(earnings.GetAt(i), "ORRate.Rate");
+    if (rate.IsNothing()) continue;
+    auto payRate = rate.GetNumber();
+    if (payRate > kGreatestHourlyRate) payRate /= kHoursOfAYear;
+    return payRate == 0 ? 1 : payRate;
+  }
+  return std::nullopt;
+}
+
+// No error of this section is told: a row without rates is a row all the same.
+template <IsVendor isVendor>
+void StartRow(ado::Recordset& row, const Record& record, const GetState* state) {
+  const auto& rates = static_cast<const RateSettings&>(*state);
+  IgnoreErrors([&] { row.SetField("EmpBillRate", TextToNumber(rates.billRate)); });
+  IgnoreErrors([&] { row.SetField("EmpCostRate", TextToNumber(rates.costRate)); });
+  if (isVendor == IsVendor::Yes || !rates.multiplier || FileCountry() != "US") return;
+  IgnoreErrors([&] {
+    const auto payRate = PayRateOf(record);
+    if (!payRate) return;
+    IgnoreErrors([&] { row.SetField("EmpBillRate", TextToNumber(*rates.multiplier) * *payRate); });
+    row.SetField("EmpCostRate", *payRate);
+  });
+}
+
+void WriteName(ado::Recordset& row, std::string_view column, const Record& name) {
+  WriteCut(row, column, name.IsNothing() ? std::string(kUnknownName) : name.GetValue());
+}
+
+void WriteDate(ado::Recordset& row, std::string_view column, const Record& date) {
+  if (!date.IsNothing()) row.SetField(column, FormatSQLDate(date.GetDate(), DateForm::DateOnly));
+}
+
+void WriteAddress(ado::Recordset& row, const Record& record, IsVendor isVendor) {
+  const auto address = record[AddressField(isVendor)];
+  if (address.IsNothing()) return;
+  const bool beginsWithName =
+      isVendor == IsVendor::Yes && address["Addr1"].GetValueOrEmpty() == record["Name"].GetValue();
+  GetFields(row, address, beginsWithName ? kGetStreetsBelowName : kGetStreets);
+  const auto state = address[StateFieldName()].GetValueOrEmpty();
+  if (state != kNoState) WriteCut(row, "EmpState", state);
+  GetFields(row, address, kGetPlace);
+}
+
+}  // namespace
+
+// --- Public routines -------------------------------------------------------------------------------------------------
+
+bool MoveEmployeesToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session,
+                       IsVendor isVendor) {
+  SendTable(TableOf(isVendor), strSQL, optNever, optMostRecent, session);
+  return Vars().g_TableOk == TableOk::True;
+}
+
+void MoveEmployeesToTW(const RecordList& records, bool optNever, bool optMostRecent, IsVendor isVendor) {
+  GetTable(TableOf(isVendor), records, optNever, optMostRecent, Dependent::No, nullptr);
+}
+
+void AssignEmployeeFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
+                             const SendRecord& record, IsVendor isVendor) {
+  if (isVendor == IsVendor::Yes) {
+    AssignOfVendor(request, row, kind);
+  } else {
+    AssignOfEmployee(request, row, kind, record);
+  }
+  AssignSalutation(request, row);
+  AssignNames(request, row, kind, record, isVendor);
+  SendFields(request, row, kSendContacts);
+  if (KnowsMobiles()) SendFields(request, row, kSendMobile);
+  if (FileCountry() == "US") SendFields(request, row, kSendFax);
+  AssignAddress(request[AddressField(isVendor)], row, isVendor);
+  const auto status = row.Field("Status");
+  if (!IsNull(status) && ToText(status) != "Active") request["IsActive"].SetValue(false);
+}
+
+void AssignTWEmployeeFldValues(ado::Recordset& row, const Record& record, IsVendor isVendor) {
+  const auto blank = [&row](std::span<const std::string_view> columns) {
+    for (const auto column : columns) row.SetField(column, std::string());
+  };
+  blank(kBlankedColumns);
+  WriteName(row, "EmpFName", record["FirstName"]);
+  WriteName(row, "EmpLName", record["LastName"]);
+  GetFields(row, record, kGetContacts);
+  const auto active = record["IsActive"];
+  row.SetField("Status", std::string(!active.IsNothing() && active.GetBoolean() ? "Active" : "Inactive"));
+  if (KnowsMobiles()) {
+    row.SetField("MobileNumber", std::string());
+    GetFields(row, record, kGetMobile);
+  }
+  row.SetField("IsSub", std::int64_t{isVendor == IsVendor::Yes ? -1 : 0});
+  if (isVendor == IsVendor::Yes) {
+    blank(kBlankedOfVendors);
+    GetFields(row, record, kGetOfVendors);
+  } else {
+    WriteDate(row, "EmpDateHired", record["HiredDate"]);
+    WriteDate(row, "EmpDateReleased", record["ReleasedDate"]);
+    blank(kBlankedOfEmployees);
+    WriteCut(row, "EmpSSN", EmployeeNumberOf(record));
+  }
+  WriteAddress(row, record, isVendor);
+}
+
+}  // namespace twqb

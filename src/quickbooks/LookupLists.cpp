@@ -1,0 +1,141 @@
+#include "quickbooks/LookupLists.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/Text.h"
+#include "quickbooks/QBSessionManager.h"
+#include "quickbooks/Requests.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::int32_t kStatusFoundNothing = 1;
+constexpr std::int32_t kStatusNoSuchRecord = 500;
+constexpr int kAllRecords = 2;  // of the query's ActiveStatus
+
+struct LookupDescription {
+  LookupList list;
+  std::string_view request;
+  std::string_view routine;  // for ErrorHandler
+  // The choice group that the query has its ActiveStatus in; empty: its caller has no say in that.
+  std::string_view choice = {};
+  bool tellsNone = true;
+};
+
+constexpr std::array kLookups = {
+    LookupDescription{.list = LookupList::Accounts, .request = "AccountQueryRq", .routine = "GetAccounts()"},
+    LookupDescription{.list = LookupList::Employees,
+                      .request = "EmployeeQueryRq",
+                      .routine = "GetEmployees()",
+                      .choice = "ORListQuery"},
+    LookupDescription{.list = LookupList::Customers,
+                      .request = "CustomerQueryRq",
+                      .routine = "GetCustomers()",
+                      .choice = "ORCustomerListQuery"},
+    LookupDescription{.list = LookupList::Vendors,
+                      .request = "VendorQueryRq",
+                      .routine = "GetVendors()",
+                      .choice = "ORVendorListQuery"},
+    LookupDescription{.list = LookupList::Invoices, .request = "InvoiceQueryRq", .routine = "GetInvoices()"},
+    LookupDescription{.list = LookupList::Payments, .request = "ReceivePaymentQueryRq", .routine = "GetPayments()"},
+    LookupDescription{.list = LookupList::ExpCodes,
+                      .request = "ItemOtherChargeQueryRq",
+                      .routine = "GetExpCodes()",
+                      .choice = "ORListQuery"},
+    LookupDescription{.list = LookupList::Activities,
+                      .request = "ItemServiceQueryRq",
+                      .routine = "GetActivities()",
+                      .choice = "ORListQuery"},
+    LookupDescription{.list = LookupList::TimeEntries, .request = "TimeTrackingQueryRq", .routine = "GetTimeEntries()"},
+    LookupDescription{.list = LookupList::Checks, .request = "CheckQueryRq", .routine = "GetChecks()"},
+    LookupDescription{.list = LookupList::Bills, .request = "BillQueryRq", .routine = "GetBills()"},
+    // These were written for the library's own use, and have never told an empty list from a failure.
+    LookupDescription{
+        .list = LookupList::ClassItems, .request = "ClassQueryRq", .routine = "GetClassItems2()", .tellsNone = false},
+    LookupDescription{.list = LookupList::PayrollItems,
+                      .request = "PayrollItemWageQueryRq",
+                      .routine = "GetPayrollItems2()",
+                      .tellsNone = false},
+    LookupDescription{.list = LookupList::SalesTaxItems,
+                      .request = "ItemSalesTaxQueryRq",
+                      .routine = "GetSalesTaxItems()",
+                      .tellsNone = false},
+};
+
+const LookupDescription& DescriptionOf(LookupList list) {
+  return *std::ranges::find(kLookups, list, &LookupDescription::list);
+}
+
+// The answer to one request, filled by `fill`.
+template <typename Fill>
+Response Ask(std::string_view request, Fill fill) {
+  const auto session = Vars().g_QBSession;
+  if (!session) throw PlatformError(error::kObjectNothing);
+  auto messageSet = RequireMsgSetRequest(*session);
+  fill(messageSet.Append(request));
+  return session->DoRequests(messageSet).GetAt(0);
+}
+
+}  // namespace
+
+std::string_view LookupName(LookupList list) { return DescriptionOf(list).routine; }
+
+LookupResult LookUp(LookupList list, LookupScope scope) {
+  const auto& lookup = DescriptionOf(list);
+  return RunAs(lookup.routine, LookupResult{}, [&]() -> LookupResult {
+    const auto response = Ask(lookup.request, [&](const RequestField& query) {
+      if (scope == LookupScope::Plain || lookup.choice.empty()) return;
+      query[lookup.choice]["ListFilter"]["ActiveStatus"].SetValue(kAllRecords);
+    });
+    switch (response.StatusCode()) {
+      case 0:
+        return {.list = response.DetailList()};
+      case kStatusFoundNothing:
+        return {.foundNone = lookup.tellsNone};
+      default:
+        ShowQBError(response);
+        return {};
+    }
+  });
+}
+
+bool FillAccountArray(AccountArray& strAccounts, AccountTypes types) {
+  const auto response = Ask("AccountQueryRq", [](const RequestField&) {});
+  const auto status = response.StatusCode();
+  if (status != 0 && status != kStatusFoundNothing) return false;
+  const auto accounts = response.DetailList();
+  // A company without accounts has no list to count, and fails here.
+  strAccounts.assign(accounts.Count(), {});
+  const auto country = UpperCase(Vars().g_QBCountry);
+  const bool hasType = types == AccountTypes::Filled && country != "CA" && country != "UK";
+  for (std::size_t column = 0; column < strAccounts.size(); ++column) {
+    const auto& account = accounts.GetAt(column);
+    auto& rows = strAccounts[column];
+    rows[enAccountListID] = account["ListID"].GetValue();
+    rows[enAccountFullName] = account["FullName"].GetValue();
+    rows[enAccountName] = account["Name"].GetValue();
+    if (hasType) rows[enAccountType] = account["AccountType"].GetAsString();
+  }
+  return true;
+}
+
+bool IsJobInQuickBooks(std::string_view strListID) {
+  const auto response = Ask(
+      "CustomerQueryRq", [&](const RequestField& query) { query["ORCustomerListQuery"]["ListIDList"].Add(strListID); });
+  switch (response.StatusCode()) {
+    case 0:
+      return response.DetailList().GetAt(0)["Sublevel"].GetInteger() > 0;
+    case kStatusFoundNothing:
+    case kStatusNoSuchRecord:
+      return false;
+    default:
+      ShowQBError(response);
+      return false;
+  }
+}
+
+}  // namespace twqb
