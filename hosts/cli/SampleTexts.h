@@ -10,9 +10,10 @@ namespace twqb::cli {
 
 // CREATE statements of every table.
 [[nodiscard]] std::string_view BillingSchema();
-// INSERT statements: the firm's clients, and behind them what it works with.
+// INSERT statements: the firm's clients, behind them what it works with, and the most of its projects.
 [[nodiscard]] std::string_view SampleFirm();
 [[nodiscard]] std::string_view SampleWork();
+[[nodiscard]] std::string_view SampleProjects();
 // qbXML documents of the United States form, version 3.0. Each refers to records of those before it alone.
 [[nodiscard]] std::string_view SampleCustomers();
 [[nodiscard]] std::string_view SampleAccounts();

@@ -7,6 +7,7 @@
 
 #include "bridge/TableRoutines.h"
 #include "bridge/modTWQBBridge.h"
+#include "engine/DependentPull.h"
 #include "tests/bridge/BridgeHouse.h"
 #include "tests/quickbooks/CannedQuickBooks.h"
 #include "tests/support/OwnTables.h"

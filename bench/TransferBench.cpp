@@ -1,4 +1,4 @@
-// Clients at 1,000 and at 10,000 records, each transfer against its floor in the same run.
+// Each table at 1,000 and at 10,000 records, each transfer against its floor in the same run.
 //
 // Prints a table: seconds, cost per record, ratio to the floor, and the cost per record at the larger size against the
 // smaller. Then the time and memory of reading 100,000 customers. Exit status 1 when a goal is missed: ratio at most 2,
@@ -18,17 +18,11 @@
 #include <string>
 #include <vector>
 
-#include "adapters/companyfile/CompanyFile.h"
-#include "adapters/companyfile/CompanyTransport.h"
-#include "adapters/scripted/ScriptedDesk.h"
-#include "adapters/sqlite/SqliteProvider.h"
-#include "adapters/system/Callbacks.h"
-#include "adapters/system/FrozenMachine.h"
+#include "bench/Bases.h"
 #include "bench/Floor.h"
 #include "engine/RecordReader.h"
 #include "platform/Forwarding.h"
 #include "services/ModuleVariables.h"
-#include "tests/support/BillingSchema.h"
 #include "tests/support/Process.h"
 #include "twqb/CTWQBBridge.h"
 
@@ -41,86 +35,6 @@ constexpr double kGoalMemory = 5;
 constexpr int kReadRecords = 100'000;
 constexpr int kTimedRecords = 500;  // of the transfers whose cost is a write per record
 constexpr int kRepetitions = 3;     // the median counts
-
-// The seams on the files of one folder.
-struct Seams {
-  explicit Seams(const std::string& folder)
-      : machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
-                {.now = TextToDate("2008-03-05T12:00:00"), .zone = {.bias = 300, .state = TimeZoneState::Standard}}),
-        desk(ParseAnswers("default yes")),
-        quickbooks(folder + "/company.twq", machine),
-        connectString("Provider=SQLITE;Data Source=" + folder + "/billing.db"),
-        settings(folder + "/twqb.ini") {}
-
-  Platform All() {
-    return {
-        .database = &database, .quickbooks = &quickbooks, .desk = &desk, .machine = &machine, .callback = &callback};
-  }
-
-  FrozenMachine machine;
-  ScriptedDesk desk;
-  SqliteProvider database;
-  company::CompanyTransportFactory quickbooks;
-  NoCallbackFactory callback;
-  std::string connectString;
-  std::string settings;
-};
-
-void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
-
-std::unique_ptr<ado::Connection> OpenBilling(Seams& seams) {
-  auto cn = seams.database.CreateConnection();
-  cn->SetConnectionString(seams.connectString);
-  cn->Open();
-  return cn;
-}
-
-// How a base is made: which records stand on which side, and which of the clients are the ones to be timed.
-struct Base {
-  int clients = 0;          // rows of Client
-  int customers = 0;        // records of the company file
-  int linked = 0;           // the first of both, each other's twins
-  std::string lastUpdated;  // of the rows behind `stamped`
-  int stamped = 0;          // so many rows are as old as their twins
-};
-
-constexpr std::string_view kCreated = "1204700000";  // Unix seconds of the base's customers
-
-std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
-
-void MakeBase(const std::string& folder, const Base& base) {
-  Seams seams(folder);
-  CreateSqliteDatabase(folder + "/billing.db");
-  seams.machine.SetNow(Date::FromUnixSeconds(1204700000).PlusMinutes(-300));
-  company::CreateCompanyFile(folder + "/company.twq", {}, seams.machine);
-  if (base.customers > 0) {
-    std::string document =
-        "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">";
-    for (int i = 1; i <= base.customers; ++i) {
-      document += fmt::format(
-          "<CustomerAddRq><CustomerAdd><Name>Company {0} (C{0:06})</Name><CompanyName>Company {0}</CompanyName>"
-          "<FirstName>First{0}</FirstName><LastName>Last{0}</LastName><BillAddress><Addr1>Company {0}</Addr1>"
-          "<Addr2>{0} Main Street</Addr2><City>Springfield</City><PostalCode>12345</PostalCode></BillAddress>"
-          "<Phone>(207)-555-0100</Phone><Email>c{0}@example.com</Email></CustomerAdd></CustomerAddRq>",
-          i);
-    }
-    document += "</QBXMLMsgsRq></QBXML>";
-    (void)company::CompanyFile(folder + "/company.twq", seams.machine).Process(document);
-  }
-  const auto cn = OpenBilling(seams);
-  MakeBillingSchema(*cn);
-  Sql(*cn, "BEGIN");
-  for (int i = 1; i <= base.clients; ++i) {
-    Sql(*cn,
-        fmt::format("INSERT INTO Client (ClientID, ClientCompany, ClientFName, ClientLName, ClientStreet, ClientCity, "
-                    "ClientZip, ClientPhone, ClientEmail, QBLinkID, LastUpdated) VALUES ('C{0:06}', 'Company {0}', "
-                    "'First{0}', 'Last{0}', '{0} Main Street', 'Springfield', '12345', '207 555 0100', "
-                    "'c{0}@example.com', {1}, '{2}')",
-                    i, i <= base.linked ? "'" + ListId(i) + "'" : "NULL",
-                    i <= base.stamped ? "2008-03-05 06:00:00" : base.lastUpdated));
-  }
-  Sql(*cn, "COMMIT");
-}
 
 double Seconds(const std::function<void()>& body) {
   const auto begin = std::chrono::steady_clock::now();
@@ -147,16 +61,17 @@ void Prepare(CTWQBBridge& bridge, Seams& seams) {
   if (!bridge.ConnectToQB(true)) throw std::runtime_error("no session");
 }
 
-void Transfer(CTWQBBridge& bridge, Way way) {
-  if (!(way == Way::Send ? bridge.SendDataToQB(enClients) : bridge.GetDataFromQB(enClients))) {
+void Transfer(CTWQBBridge& bridge, enTables table, Way way) {
+  if (!(way == Way::Send ? bridge.SendDataToQB(table) : bridge.GetDataFromQB(table))) {
     throw std::runtime_error("the transfer failed");
   }
 }
 
 class Case {
  public:
-  Case(const Base& base, std::string settings, Way way) : settings_(std::move(settings)), way_(way) {
-    MakeBase(base_.Path(), base);
+  Case(const BenchTable& table, const Base& base, std::string settings, Way way)
+      : table_(table), settings_(std::move(settings)), way_(way) {
+    MakeBase(base_.Path(), table, base);
   }
 
   Measurement Run() const {
@@ -185,7 +100,7 @@ class Case {
     {
       CTWQBBridge bridge;
       Prepare(bridge, seams);
-      seconds = Seconds([&] { Transfer(bridge, way_); });
+      seconds = Seconds([&] { Transfer(bridge, table_.table, way_); });
     }
     Compose({});
     return seconds;
@@ -205,7 +120,7 @@ class Case {
       CTWQBBridge bridge;
       Prepare(bridge, recordedSeams);
       begin = recorder.Calls().size();
-      Transfer(bridge, way_);
+      Transfer(bridge, table_.table, way_);
       end = recorder.Calls().size();
     }
     Compose({});
@@ -225,6 +140,7 @@ class Case {
     return Seconds([&] { ReplayFloor(calls, state); });
   }
 
+  const BenchTable& table_;
   TemporaryFolder base_;
   std::string settings_;
   Way way_;
@@ -240,28 +156,28 @@ struct Row {
 
 // The present of the base's twins, and times after it.
 constexpr std::string_view kLater = "2008-03-05 16:30:00";
-constexpr std::string_view kAllSelected = "[QBSEND_]\r\nClients_chkIgnoreLastSync=1\r\n";
-constexpr std::string_view kSentBefore = "[QBSEND_]\r\nClients_LastSendAt=3/5/2008 11:00:00 AM\r\n";
+constexpr std::string_view kAllSelected = "_chkIgnoreLastSync=1";
+constexpr std::string_view kSentBefore = "_LastSendAt=3/5/2008 11:00:00 AM";
 
-std::vector<Row> MeasureAll(int size) {
+std::vector<Row> MeasureAll(const BenchTable& table, int size) {
   const int old = size - kTimedRecords;
   std::vector<Row> rows;
-  const auto add = [&](std::string name, int records, const Base& base, std::string_view settings, Way way) {
+  const auto add = [&](std::string_view what, int records, const Base& base, std::string_view setting, Way way) {
+    auto name = fmt::format("{}, {}", table.name, what);
     fmt::print(stderr, "{} records: {} ...\n", size, name);
-    rows.push_back(
-        {.name = std::move(name), .records = records, .measured = Case(base, std::string(settings), way).Run()});
+    const auto settings =
+        setting.empty() ? std::string() : fmt::format("[QBSEND_]\r\n{}{}\r\n", table.sendName, setting);
+    rows.push_back({.name = std::move(name), .records = records, .measured = Case(table, base, settings, way).Run()});
   };
   const std::string later(kLater);
-  add("first send", kTimedRecords,
-      {.clients = size, .customers = old, .linked = old, .lastUpdated = later, .stamped = old}, kSentBefore, Way::Send);
+  add("first send", kTimedRecords, {.rows = size, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
+      kSentBefore, Way::Send);
   add("unchanged second send", size,
-      {.clients = size, .customers = size, .linked = size, .lastUpdated = later, .stamped = size}, kAllSelected,
-      Way::Send);
+      {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = size}, kAllSelected, Way::Send);
   add("all changed", kTimedRecords,
-      {.clients = size, .customers = size, .linked = size, .lastUpdated = later, .stamped = old}, kSentBefore,
-      Way::Send);
-  add("first get", size, {.clients = 0, .customers = size}, "", Way::Get);
-  add("second get", size, {.clients = size, .customers = size, .linked = size, .lastUpdated = later, .stamped = 0}, "",
+      {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = old}, kSentBefore, Way::Send);
+  add("first get", size, {.rows = 0, .records = size}, "", Way::Get);
+  add("second get", size, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = 0}, "",
       Way::Get);
   return rows;
 }
@@ -291,7 +207,7 @@ class CountingTransport : public ForwardingTransport {
 // Reads that many customers in one answer, in a process of its own, and tells what that took.
 int MeasureReading(int records) {
   const TemporaryFolder folder;
-  MakeBase(folder.Path(), {.customers = records});
+  MakeBase(folder.Path(), kBenchTables[0], {.records = records});
   std::fflush(stdout);
   const pid_t child = fork();
   if (child == 0) {
@@ -325,17 +241,21 @@ int MeasureReading(int records) {
 int Main(const std::vector<int>& sizes) {
   std::map<std::string, double> smallest;
   bool missed = false;
-  fmt::print("{:<24}{:>9}{:>8}{:>12}{:>12}{:>14}{:>8}{:>9}\n", "transfer", "base", "timed", "library s", "floor s",
+  fmt::print("{:<34}{:>9}{:>8}{:>12}{:>12}{:>14}{:>8}{:>9}\n", "transfer", "base", "timed", "library s", "floor s",
              "us / record", "ratio", "growth");
-  for (const int size : sizes) {
-    for (const auto& row : MeasureAll(size)) {
+  const auto measure = [&](const BenchTable& table, int size) {
+    for (const auto& row : MeasureAll(table, size)) {
       const auto [first, isFirst] = smallest.try_emplace(row.name, row.PerRecord());
       const double growth = row.PerRecord() / first->second;
       missed = missed || row.Ratio() > kGoalRatio || growth > kGoalGrowth;
-      fmt::print("{:<24}{:>9}{:>8}{:>12.3f}{:>12.3f}{:>14.1f}{:>8.2f}{:>9}\n", row.name, size, row.records,
+      fmt::print("{:<34}{:>9}{:>8}{:>12.3f}{:>12.3f}{:>14.1f}{:>8.2f}{:>9}\n", row.name, size, row.records,
                  row.measured.library, row.measured.floor, row.PerRecord() * 1e6, row.Ratio(),
                  isFirst ? std::string("-") : fmt::format("{:.2f}", growth));
+      std::fflush(stdout);
     }
+  };
+  for (const auto& table : kBenchTables) {
+    for (const int size : sizes) measure(table, size);
   }
   fmt::print("\n");
   return MeasureReading(kReadRecords) != 0 || missed ? 1 : 0;
