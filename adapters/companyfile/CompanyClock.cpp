@@ -7,7 +7,8 @@ namespace twqb::company {
 ClockReading ReadClock(Machine& machine) {
   const auto zone = machine.GetTimeZoneInformation();
   const int bias = zone.bias + (zone.state == TimeZoneState::Daylight ? zone.daylightBias : 0);
-  return {.now = machine.Now().PlusMinutes(bias).UnixSeconds(), .standardBias = zone.bias};
+  const auto now = machine.Now();
+  return {.now = now.PlusMinutes(bias).UnixSeconds(), .standardBias = zone.bias, .today = now.Midnight()};
 }
 
 std::string TimeText(std::int64_t unixSeconds, const ClockReading& clock) {

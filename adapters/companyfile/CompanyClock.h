@@ -14,6 +14,7 @@ namespace twqb::company {
 struct ClockReading {
   std::int64_t now = 0;  // Unix seconds, UTC
   int standardBias = 0;  // minutes: UTC = standard time + bias
+  Date today = {};       // the day on the wall, at midnight
 };
 
 [[nodiscard]] ClockReading ReadClock(Machine& machine);

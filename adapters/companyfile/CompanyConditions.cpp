@@ -7,6 +7,7 @@
 #include <charconv>
 #include <optional>
 
+#include "messages/ValueFormat.h"
 #include "platform/Text.h"
 
 namespace twqb::company {
@@ -18,6 +19,7 @@ template <std::size_t kCount>
 using Words = std::array<std::string_view, kCount>;
 constexpr Words<2> WordsOf(Permission) { return {"granted", "withheld"}; }
 constexpr Words<2> WordsOf(DialogState) { return {"closed", "open"}; }
+constexpr Words<2> WordsOf(Feature) { return {"enabled", "disabled"}; }
 constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 
 template <auto kField>
@@ -60,6 +62,18 @@ bool SetVersion(CompanyConditions& conditions, std::string_view text) {
   return true;
 }
 
+std::string ClosingDateText(const CompanyConditions& conditions) { return conditions.closingDate; }
+
+bool SetClosingDate(CompanyConditions& conditions, std::string_view text) {
+  if (SameName(text, kNeverClosed)) {
+    conditions.closingDate = kNeverClosed;
+    return true;
+  }
+  const auto date = messages::ParseDateText(text);
+  if (date) conditions.closingDate = messages::DateText(*date);
+  return date.has_value();
+}
+
 constexpr std::array kConditions = {
     Condition{.name = "permission",
               .allowed = "granted or withheld",
@@ -86,6 +100,16 @@ constexpr std::array kConditions = {
               .meaning = "an employee's number is left out of answers and refused with status 3261",
               .text = WordText<&CompanyConditions::personalData>,
               .set = SetWord<&CompanyConditions::personalData>},
+    Condition{.name = "time-tracking",
+              .allowed = "enabled or disabled",
+              .meaning = "requests for time tracking are answered with status 3250",
+              .text = WordText<&CompanyConditions::timeTracking>,
+              .set = SetWord<&CompanyConditions::timeTracking>},
+    Condition{.name = "closing-date",
+              .allowed = "none or a date yyyy-mm-dd",
+              .meaning = "transactions of that day or before are answered with status 3171",
+              .text = ClosingDateText,
+              .set = SetClosingDate},
     Condition{.name = "interface-version",
               .allowed = "a version such as 5.0",
               .meaning = "what QuickBooks' interface reports before a session",

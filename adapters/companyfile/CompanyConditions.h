@@ -16,7 +16,10 @@ namespace twqb::company {
 
 enum class Permission : std::uint8_t { Granted, Withheld };
 enum class DialogState : std::uint8_t { Closed, Open };
+enum class Feature : std::uint8_t { Enabled, Disabled };
 enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
+
+inline constexpr std::string_view kNeverClosed = "none";  // in place of a closing date
 
 // What a new file begins with.
 struct CompanyConditions {
@@ -25,6 +28,8 @@ struct CompanyConditions {
   DialogState dialog = DialogState::Closed;         // a window of QuickBooks waits for the person at it
   HostAnswer hostQuery = HostAnswer::Answered;      // refused: with status 3260; unknown: no document has it
   Permission personalData = Permission::Granted;    // to see and to set the numbers of employees
+  Feature timeTracking = Feature::Enabled;          // disabled: its requests get status 3250
+  std::string closingDate{kNeverClosed};            // yyyy-mm-dd: the last day of which the books are closed
   InterfaceVersion interfaceVersion = {.major = 5, .minor = 0};  // of the QuickBooks that has the file open
 };
 

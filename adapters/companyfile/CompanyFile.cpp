@@ -1,10 +1,23 @@
 #include "adapters/companyfile/CompanyFile.h"
 
+#include <string>
+#include <utility>
+
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/CompanyStore.h"
 #include "adapters/companyfile/RequestProcessor.h"
+#include "adapters/companyfile/TxnStore.h"
 
 namespace twqb::company {
+
+namespace {
+
+bool HasBalance(const ListKind& kind) {
+  const auto* query = messages::FindMessage(std::string(kind.name) + "Query");
+  return query != nullptr && messages::FindChild(query->response.front().Children(), "Balance") != nullptr;
+}
+
+}  // namespace
 
 void CreateCompanyFile(const std::string& path, const CompanyOptions& options, Machine& machine) {
   auto settled = options;
@@ -27,10 +40,22 @@ std::string CompanyFile::ProcessSubscription(std::string_view document) {
   return RequestProcessor(*store_, *machine_, mode_).Process(document, messages::MessageSet::Subscription);
 }
 
+std::string CompanyFile::ProcessAny(std::string_view document) {
+  return RequestProcessor(*store_, *machine_, mode_).Process(document, std::nullopt);
+}
+
 CompanySummary CompanyFile::Summary() {
   CompanySummary summary{.options = store_->Options(), .created = store_->Created(), .kinds = {}};
   for (const auto& kind : ListKinds()) {
-    summary.kinds.push_back({.name = std::string(kind.name), .records = store_->Count(kind)});
+    auto& told = summary.kinds.emplace_back(CompanySummary::Kind{.name = std::string(kind.name)});
+    for (auto& [type, records, balance] : store_->Totals(kind)) {
+      told.records += records;
+      if (HasBalance(kind)) told.balances.push_back({.type = std::move(type), .records = records, .balance = balance});
+    }
+  }
+  TxnStore txns(store_->Database());
+  for (const auto& kind : TxnKinds()) {
+    summary.kinds.push_back({.name = std::string(kind.name), .records = txns.Count(kind)});
   }
   return summary;
 }

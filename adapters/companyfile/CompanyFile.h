@@ -12,6 +12,7 @@
 
 #include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyOptions.h"
+#include "platform/Currency.h"
 #include "platform/machine.h"
 
 namespace twqb::company {
@@ -27,9 +28,18 @@ class CompanyStore;
 
 // What a company file holds.
 struct CompanySummary {
+  // Of the list records of one type ("Bank"), or of the whole kind.
+  struct Part {
+    std::string type;
+    std::int64_t records = 0;
+    Currency balance;  // of their own, without what stands below them
+  };
   struct Kind {
     std::string name;  // "Customer"
     std::int64_t records = 0;
+    // Of a kind with balances: each type that there is, in the order of the alphabet; of a kind without types, one
+    // part.
+    std::vector<Part> balances;
   };
   CompanyOptions options;
   std::int64_t created = 0;  // when the file was made: Unix seconds
@@ -47,10 +57,13 @@ class CompanyFile {
   CompanyFile& operator=(CompanyFile&&) noexcept;
 
   // Answers a document of requests (UTF-8). What it changed is durable when it returns. Raises 0x80040400 for a
-  // document that is refused as a whole and 0x80040402 when the storage fails; nothing is changed then.
+  // document that is refused as a whole, 0x80040307 for one with a bill that comes to nothing, and 0x80040402 when the
+  // storage fails; nothing is changed then.
   [[nodiscard]] std::string Process(std::string_view document);
   // The same for a document of subscription requests.
   [[nodiscard]] std::string ProcessSubscription(std::string_view document);
+  // The same for a document of either kind of requests.
+  [[nodiscard]] std::string ProcessAny(std::string_view document);
 
   [[nodiscard]] CompanySummary Summary();
 

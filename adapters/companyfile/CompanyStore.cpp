@@ -260,9 +260,15 @@ void CompanyStore::ForEach(const ListKind& kind, const RecordFilter& filter,
   while (rows.Next()) visit(ReadRecord(rows));
 }
 
-std::int64_t CompanyStore::Count(const ListKind& kind) {
-  auto rows = database_.Query("SELECT count(*) FROM record WHERE kind = ?", {kind.name});
-  return rows.Next() ? rows.Integer(0) : 0;
+std::vector<CompanyStore::TypeTotal> CompanyStore::Totals(const ListKind& kind) {
+  std::vector<TypeTotal> totals;
+  auto rows = database_.Query(
+      "SELECT type, count(*), sum(balance) FROM record WHERE kind = ? GROUP BY type ORDER BY type", {kind.name});
+  while (rows.Next()) {
+    totals.push_back(
+        {.type = rows.Text(0), .records = rows.Integer(1), .balance = Currency::FromTenThousandths(rows.Integer(2))});
+  }
+  return totals;
 }
 
 void CompanyStore::Insert(const ListKind& kind, const ListRecord& record) {
@@ -342,11 +348,6 @@ bool CompanyStore::IsUsed(std::string_view targetId) {
 
 bool CompanyStore::HasChildren(std::string_view listId) {
   return database_.Query("SELECT 1 FROM record WHERE scope = ? LIMIT 1", {listId}).Next();
-}
-
-bool CompanyStore::HasSubscription(std::string_view subscriberId) {
-  return database_.Query("SELECT 1 FROM subscription WHERE subscriber_id = ? COLLATE NOCASE LIMIT 1", {subscriberId})
-      .Next();
 }
 
 }  // namespace twqb::company

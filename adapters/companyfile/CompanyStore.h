@@ -1,5 +1,4 @@
-// The storage of a company file: one SQLite file with its options, its counters, its list records and its
-// subscriptions.
+// The storage of a company file: one SQLite file with its options, its counters and its list records.
 //
 // It keeps what it is told: the rules of names, references and statuses stand with the requests. Every change belongs
 // to a transaction that the caller opens. Failures raise `kUnexpected`. No call takes longer because a list is long.
@@ -11,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyOptions.h"
@@ -60,7 +60,14 @@ class CompanyStore {
   [[nodiscard]] int DeepestSublevel(const ListKind& kind, const ListRecord& record);
   // Calls `visit` with each record that `filter` means, in the order of the list.
   void ForEach(const ListKind& kind, const RecordFilter& filter, const std::function<void(const ListRecord&)>& visit);
-  [[nodiscard]] std::int64_t Count(const ListKind& kind);
+  // The records of a kind and their own balances, by type in the order of the alphabet; one row for a kind without
+  // types.
+  struct TypeTotal {
+    std::string type;
+    std::int64_t records = 0;
+    Currency balance;
+  };
+  [[nodiscard]] std::vector<TypeTotal> Totals(const ListKind& kind);
 
   // Adds the record; its balance counts for the parents too.
   void Insert(const ListKind& kind, const ListRecord& record);
@@ -88,9 +95,6 @@ class CompanyStore {
   // A text that belongs to the file as a whole; nothing when it was never written.
   [[nodiscard]] std::optional<std::string> ReadSetting(std::string_view key);
   void WriteSetting(std::string_view key, std::string_view value);
-
-  // `subscriberId` in any case.
-  [[nodiscard]] bool HasSubscription(std::string_view subscriberId);
 
  private:
   void Upgrade();

@@ -47,9 +47,4 @@ void QueryHost(CompanyStore& store, FileMode mode, const messages::Form& form, c
   response.End();
 }
 
-void QuerySubscription(CompanyStore& store, const Request& request, Response& response) {
-  const auto subscriber = ChildText(request.node, "SubscriberID");
-  response.Answer(store.HasSubscription(subscriber) ? Status{} : status::NothingFound());
-}
-
 }  // namespace twqb::company

@@ -1,4 +1,4 @@
-// The requests that are about the company file itself: the host record, and who is subscribed to its events.
+// The request that is about the company file itself: the host record.
 #pragma once
 
 #include "adapters/companyfile/CompanyOptions.h"
@@ -8,9 +8,8 @@
 
 namespace twqb::company {
 
-// Each writes its whole answer. The request has passed the checks of its rows.
+// Writes its whole answer. The request has passed the checks of its rows.
 void QueryHost(CompanyStore& store, FileMode mode, const messages::Form& form, const Request& request,
                Response& response);
-void QuerySubscription(CompanyStore& store, const Request& request, Response& response);
 
 }  // namespace twqb::company

@@ -54,8 +54,8 @@ constexpr ListKind kListKinds[] = {
     {.name = "ItemInventory", .nameSpace = kItemNames, .maxLevels = kDeepest, .defaults = kInventoryDefaults},
     {.name = "ItemSalesTax",
      .nameSpace = kItemNames,
-     .defaults = kSalesTaxDefaults,
-     .editions = messages::kUnitedStates},
+     .editions = messages::kUnitedStates,
+     .defaults = kSalesTaxDefaults},
     {.name = "ItemPayment", .nameSpace = kItemNames, .nameClash = NameClash::SavingError},
     {.name = "ItemGroup", .nameSpace = kItemNames, .defaults = kGroupDefaults},
     {.name = "Class", .nameSpace = "classes", .maxLevels = kDeepest},
@@ -65,8 +65,8 @@ constexpr ListKind kListKinds[] = {
     {.name = "SalesTaxCode", .nameSpace = "tax codes", .editions = messages::kUnitedStates},
     {.name = "TaxCode",
      .nameSpace = "tax codes",
-     .alsoDeletedAs = "SalesTaxCode",
-     .editions = messages::kCanada | messages::kBritain},
+     .editions = messages::kCanada | messages::kBritain,
+     .alsoDeletedAs = "SalesTaxCode"},
 };
 
 }  // namespace

@@ -31,6 +31,8 @@ struct ListKind {
   std::string_view nameSpace;
   int maxLevels = 1;  // greatest depth of records within each other; 1: no record has a parent
   ListOrder order = ListOrder::Name;
+  NameClash nameClash = NameClash::InUse;
+  messages::Countries editions = messages::kEverywhere;  // whose company files keep the list
   std::span<const FieldDefault> defaults = {};
   std::string_view typeField = {};    // "AccountType": never another one than the parent's; queries choose by it
   std::string_view numberField = {};  // "AccountNumber": no two records have the same
@@ -38,8 +40,6 @@ struct ListKind {
   std::span<const std::string_view> nameParts = {};
   std::span<const std::string_view> personalFields = {};  // withheld where personal data are
   std::string_view alsoDeletedAs = {};                    // a second name that deletions have for the list
-  NameClash nameClash = NameClash::InUse;
-  messages::Countries editions = messages::kEverywhere;  // whose company files keep the list
 };
 
 [[nodiscard]] std::span<const ListKind> ListKinds();

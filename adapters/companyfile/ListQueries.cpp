@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/QueryFields.h"
 #include "adapters/companyfile/RecordText.h"
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
@@ -18,48 +18,9 @@ namespace {
 
 using messages::Element;
 
-// The number of an enumeration's value; nothing when the element is not there.
-template <typename Enumeration>
-std::optional<Enumeration> ReadEnumeration(pugi::xml_node parent, std::span<const Element> rows,
-                                           std::string_view name) {
-  const auto text = ChildText(parent, name);
-  const auto* row = FindRow(rows, name);
-  if (text.empty() || row == nullptr) return std::nullopt;
-  const auto value = std::ranges::find(row->Values(), text, &messages::EnumValue::name);
-  return static_cast<Enumeration>(value->number);
-}
-
-std::span<const Element> RowsInside(std::span<const Element> rows, std::string_view name) {
-  const auto* row = FindRow(rows, name);
-  return row == nullptr ? std::span<const Element>{} : row->Children();
-}
-
-// Standard time whatever its offset says, as all that QuickBooks writes is. A date alone means the day as a whole, so
-// its end where the time is an upper bound.
-enum class Bound : std::uint8_t { Lower, Upper };
-std::optional<std::int64_t> ReadTime(pugi::xml_node parent, std::string_view name, Bound bound,
-                                     const ClockReading& clock) {
-  const auto text = ChildText(parent, name);
-  const auto time = messages::ParseDateTime(text);
-  if (!time) return std::nullopt;
-  auto local = time->local;
-  if (bound == Bound::Upper && messages::ParseDateText(text))
-    local = local.PlusDays(1).PlusMilliseconds(-Date::kSecond);
-  return FromStandardTime(local, clock);
-}
-
 std::optional<std::string> ReadNameKey(pugi::xml_node parent, std::string_view name) {
   const auto text = ChildText(parent, name);
   return text.empty() ? std::nullopt : std::optional(NameKey(text));
-}
-
-std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query) {
-  const auto text = ChildText(query, "MaxReturned");
-  if (text.empty()) return std::nullopt;
-  std::int64_t count = 0;
-  const auto digits = text.substr(text.starts_with('+') ? 1 : 0);
-  std::from_chars(digits.data(), digits.data() + digits.size(), count);
-  return std::max<std::int64_t>(count, 0);
 }
 
 RecordFilter ReadFilter(const ListKind& kind, pugi::xml_node query, std::span<const Element> rows,

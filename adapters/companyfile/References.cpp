@@ -125,12 +125,16 @@ std::optional<FoundRecord> FindReferenced(CompanyStore& store, pugi::xml_node re
   return found;
 }
 
+std::optional<FoundRecord> FindNamed(CompanyStore& store, std::string_view field, std::string_view fullName) {
+  const auto* rule = FindReferenceRule(field);
+  return rule == nullptr ? std::nullopt : FindByName(store, *rule, fullName);
+}
+
 std::vector<std::string> UsesOf(pugi::xml_node body) {
   std::vector<std::string> uses;
   CollectUses(body, uses);
   std::ranges::sort(uses);
-  const auto rest = std::ranges::unique(uses);
-  uses.erase(rest.begin(), rest.end());
+  uses.erase(std::unique(uses.begin(), uses.end()), uses.end());
   return uses;
 }
 

@@ -44,6 +44,10 @@ struct ReferenceValue {
 [[nodiscard]] std::optional<FoundRecord> FindReferenced(CompanyStore& store, pugi::xml_node reference,
                                                         std::string_view referrer);
 
+// The record of that full name in the lists that the field `field` may name; nothing when there is none.
+[[nodiscard]] std::optional<FoundRecord> FindNamed(CompanyStore& store, std::string_view field,
+                                                   std::string_view fullName);
+
 // The identifiers of all references in a stored body, each once: what the owner of the body uses.
 [[nodiscard]] std::vector<std::string> UsesOf(pugi::xml_node body);
 

@@ -9,6 +9,8 @@
 
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/SubscriptionRequests.h"
+#include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
 
 namespace twqb::company {
@@ -17,13 +19,25 @@ namespace {
 
 using messages::Country;
 
-enum class Verb : std::uint8_t { QueryHost, QuerySubscription, Add, Modify, Query, DeleteListRecord };
+enum class Verb : std::uint8_t {
+  QueryHost,
+  QuerySubscription,
+  ChangeSubscription,
+  Add,
+  Modify,
+  Query,
+  DeleteListRecord,
+  DeleteTxn,
+  DisplayTxn
+};
 
 struct Operation {
   Verb verb;
-  const ListKind* kind = nullptr;  // of a list request
+  const ListKind* kind = nullptr;    // of a list request
+  const TxnKind* txnKind = nullptr;  // of a request for transactions
   [[nodiscard]] bool Writes() const {
-    return verb == Verb::Add || verb == Verb::Modify || verb == Verb::DeleteListRecord;
+    return verb != Verb::QueryHost && verb != Verb::QuerySubscription && verb != Verb::Query &&
+           verb != Verb::DisplayTxn;
   }
 };
 
@@ -31,6 +45,7 @@ struct VerbName {
   std::string_view name;
   Verb verb;
 };
+constexpr std::array kTxnVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Query", Verb::Query}};
 constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", Verb::Modify},
                                    VerbName{"Query", Verb::Query}};
 
@@ -38,7 +53,15 @@ constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", V
 std::optional<Operation> FindOperation(const messages::Message& message) {
   if (message.name == "HostQuery") return Operation{Verb::QueryHost};
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
+  if (message.set == messages::MessageSet::Subscription) return Operation{Verb::ChangeSubscription};
   if (message.name == "ListDel") return Operation{Verb::DeleteListRecord};
+  if (message.name == "TxnDel") return Operation{Verb::DeleteTxn};
+  if (message.name == "TxnDisplayMod") return Operation{Verb::DisplayTxn};
+  for (const auto& verb : kTxnVerbs) {
+    if (!message.name.ends_with(verb.name)) continue;
+    const auto* kind = FindTxnKind(message.name.substr(0, message.name.size() - verb.name.size()));
+    if (kind != nullptr) return Operation{.verb = verb.verb, .txnKind = kind};
+  }
   for (const auto& kind : ListKinds()) {
     if (!message.name.starts_with(kind.name)) continue;
     const auto rest = message.name.substr(kind.name.size());
@@ -55,7 +78,8 @@ bool Accepts(const CompanyOptions& options, Country country) {
 // Australia's form is that of the host query and of nothing else: its other requests come in the US form, its
 // subscriptions in Canada's.
 bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
-  if (verb == Verb::QuerySubscription && country == Country::CA && Accepts(options, Country::AU)) return true;
+  const bool subscription = verb == Verb::QuerySubscription || verb == Verb::ChangeSubscription;
+  if (subscription && country == Country::CA && Accepts(options, Country::AU)) return true;
   if (verb == Verb::QueryHost) return Accepts(options, country);
   if (country == Country::AU) return false;
   return Accepts(options, country) || (country == Country::US && Accepts(options, Country::AU));
@@ -75,11 +99,11 @@ bool WritesAnything(const RequestSet& set) {
 
 }  // namespace
 
-std::string RequestProcessor::Process(std::string_view document, messages::MessageSet kind) {
+std::string RequestProcessor::Process(std::string_view document, std::optional<messages::MessageSet> kind) {
   const RequestSet set(document, kind);
   CheckRequests(set);
 
-  const auto setName = std::string(SetName(kind)) + "Rs";
+  const auto setName = SetName(set.Kind()) + "Rs";
   std::string answer = "<?xml version=\"1.0\" ?>";
   AppendOpenTag(answer, "QBXML");
   AppendOpenTag(answer, setName);
@@ -125,10 +149,18 @@ bool RequestProcessor::KnowsHostQuery() const { return store_.ReadConditions().h
 void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
   const auto operation = FindOperation(*request.message);
   if (operation->verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
-  if (operation->verb == Verb::QuerySubscription) return QuerySubscription(store_, request, response);
 
   const auto clock = ReadClock(machine_);
+  if (request.message->set == messages::MessageSet::Subscription) {
+    return CarrySubscription(store_, clock, request, response);
+  }
   if (operation->verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
+  if (operation->verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
+  if (operation->verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
+  if (operation->txnKind != nullptr) {
+    const TxnContext context{.store = store_, .kind = *operation->txnKind, .form = form, .clock = clock};
+    return operation->verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
+  }
   const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
   switch (operation->verb) {
     case Verb::Add:

@@ -2,6 +2,7 @@
 // request goes where, what happens after an error, and what becomes durable together.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,8 +20,8 @@ class RequestProcessor {
       : store_(store), machine_(machine), mode_(mode) {}
 
   // The answer, given once everything in it is durable. Raises `error::kParse` for a document that is refused as a
-  // whole, and then nothing of it is carried out.
-  [[nodiscard]] std::string Process(std::string_view document, messages::MessageSet kind);
+  // whole, one of another `kind` too, and then nothing of it is carried out.
+  [[nodiscard]] std::string Process(std::string_view document, std::optional<messages::MessageSet> kind);
 
  private:
   // Raises for a request that the file does not carry out, or not in this form.

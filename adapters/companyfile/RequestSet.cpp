@@ -16,8 +16,10 @@ namespace {
 
 using messages::MessageSet;
 
-// The published messages are a fourth of this deep.
-constexpr std::size_t kMaxDepth = 32;
+// The published messages are a fourth of this deep. A document of a hundred thousand records stays well within the
+// rest, and a parser within a gigabyte.
+constexpr XmlBounds kBounds = {.bytes = std::size_t{256} << 20U, .elements = 4'000'000, .depth = 32, .attributes = 16};
+constexpr std::size_t kMaxQuoted = 80;  // characters of a document in the text of its refusal
 constexpr std::string_view kRoot = "QBXML";
 constexpr std::string_view kBlanks = " \t\r\n";
 
@@ -98,16 +100,14 @@ bool IsToldByStatus(messages::ProblemKind kind) {
 
 }  // namespace
 
-std::string_view SetName(MessageSet kind) {
-  return kind == MessageSet::Company ? "QBXMLMsgs" : "QBXMLSubscriptionMsgs";
-}
+std::string SetName(MessageSet kind) { return kind == MessageSet::Company ? "QBXMLMsgs" : "QBXMLSubscriptionMsgs"; }
 
 void RefuseDocument(std::string_view detail) {
   throw PlatformError(error::kParse, fmt::format("{} {}", ErrorText(error::kParse), detail));
 }
 
-RequestSet::RequestSet(std::string_view document, MessageSet kind) {
-  if (const auto fault = FindXmlFault(document, kMaxDepth)) RefuseDocument(*fault);
+RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind) {
+  if (const auto fault = FindXmlFault(document, kBounds)) RefuseDocument(*fault);
   constexpr unsigned kFlags = pugi::parse_minimal | pugi::parse_pi | pugi::parse_cdata | pugi::parse_escapes |
                               pugi::parse_eol | pugi::parse_wconv_attribute | pugi::parse_ws_pcdata_single;
   const auto parsed = document_.load_buffer(document.data(), document.size(), kFlags, pugi::encoding_utf8);
@@ -115,7 +115,7 @@ RequestSet::RequestSet(std::string_view document, MessageSet kind) {
   ReadForm();
   const auto set = ReadSet(kind);
   for (const auto node : set.children()) {
-    if (IsElement(node)) ReadRequest(node, kind);
+    if (IsElement(node)) ReadRequest(node);
   }
 }
 
@@ -136,10 +136,12 @@ void RequestSet::ReadForm() {
   if (!found) RefuseDocument("The line with the message version is missing.");
 }
 
-pugi::xml_node RequestSet::ReadSet(MessageSet kind) {
+pugi::xml_node RequestSet::ReadSet(std::optional<MessageSet> kind) {
   const auto root = document_.document_element();
   const auto set = root.find_child(IsElement);
-  const auto expected = std::string(SetName(kind)) + "Rq";
+  const bool subscriptions = set.name() == SetName(MessageSet::Subscription) + "Rq";
+  kind_ = kind.value_or(subscriptions ? MessageSet::Subscription : MessageSet::Company);
+  const auto expected = SetName(kind_) + "Rq";
   if (root.name() != kRoot || root.first_attribute()) RefuseDocument("The root element is not QBXML.");
   if (set.name() != expected) RefuseDocument(fmt::format("There is no {} in the document.", expected));
   for (auto next = set.next_sibling(); next; next = next.next_sibling()) {
@@ -149,7 +151,7 @@ pugi::xml_node RequestSet::ReadSet(MessageSet kind) {
   RefuseStrayText(set);
 
   // Subscriptions need not say it: they are carried out one by one, whatever the others come to.
-  bool found = kind == MessageSet::Subscription;
+  bool found = kind_ == MessageSet::Subscription;
   if (found) onError_ = OnError::Continue;
   for (const auto attribute : set.attributes()) {
     const std::string_view value = attribute.value();
@@ -163,10 +165,10 @@ pugi::xml_node RequestSet::ReadSet(MessageSet kind) {
   return set;
 }
 
-void RequestSet::ReadRequest(pugi::xml_node node, MessageSet kind) {
+void RequestSet::ReadRequest(pugi::xml_node node) {
   const std::string_view name = node.name();
   const auto* message = messages::FindMessage(name);
-  if (message == nullptr || !name.ends_with("Rq") || message->set != kind || !message->KnownIn(form_)) {
+  if (message == nullptr || !name.ends_with("Rq") || message->set != kind_ || !message->KnownIn(form_)) {
     RefuseDocument(fmt::format("The request {} is not known.", name));
   }
   for (const auto attribute : node.attributes()) {
@@ -178,10 +180,10 @@ void RequestSet::ReadRequest(pugi::xml_node node, MessageSet kind) {
   Request request{.message = message, .node = node, .problem = {}};
   for (auto& problem : messages::Validate(node, message->request, form_)) {
     if (!IsToldByStatus(problem.kind)) {
-      RefuseDocument(
-          problem.value.empty()
-              ? fmt::format("The element {} in {} is not expected or has no value.", problem.field, name)
-              : fmt::format("The value \"{}\" of {} in {} is not valid.", problem.value, problem.field, name));
+      RefuseDocument(problem.value.empty()
+                         ? fmt::format("The element {} in {} is not expected or has no value.", problem.field, name)
+                         : fmt::format("The value \"{}\" of {} in {} is not valid.", Left(problem.value, kMaxQuoted),
+                                       problem.field, name));
     }
     if (!request.problem) request.problem = std::move(problem);
   }

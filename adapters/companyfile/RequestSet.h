@@ -27,9 +27,11 @@ struct Request {
 
 class RequestSet {
  public:
-  // Raises `error::kParse` for a document that QuickBooks does not take. `kind` is the set that the document must hold.
-  RequestSet(std::string_view document, messages::MessageSet kind);
+  // Raises `error::kParse` for a document that QuickBooks does not take. `kind` is the set that the document must hold;
+  // nothing: whichever it does.
+  RequestSet(std::string_view document, std::optional<messages::MessageSet> kind);
 
+  [[nodiscard]] messages::MessageSet Kind() const { return kind_; }
   [[nodiscard]] const messages::Form& GetForm() const { return form_; }
   [[nodiscard]] OnError GetOnError() const { return onError_; }
   // In document order. The nodes live as long as the set.
@@ -37,17 +39,18 @@ class RequestSet {
 
  private:
   void ReadForm();
-  pugi::xml_node ReadSet(messages::MessageSet kind);
-  void ReadRequest(pugi::xml_node node, messages::MessageSet kind);
+  pugi::xml_node ReadSet(std::optional<messages::MessageSet> kind);
+  void ReadRequest(pugi::xml_node node);
 
   pugi::xml_document document_;
+  messages::MessageSet kind_ = messages::MessageSet::Company;
   messages::Form form_;
   OnError onError_ = OnError::Stop;
   std::vector<Request> requests_;
 };
 
 // The element that holds the requests: "QBXMLMsgs" or "QBXMLSubscriptionMsgs", without Rq and Rs.
-[[nodiscard]] std::string_view SetName(messages::MessageSet kind);
+[[nodiscard]] std::string SetName(messages::MessageSet kind);
 // Raises `error::kParse` with its published text and `detail` behind it.
 [[noreturn]] void RefuseDocument(std::string_view detail);
 

@@ -109,4 +109,23 @@ SqliteTransaction::~SqliteTransaction() {
 
 void SqliteTransaction::Commit() { database_.Execute("COMMIT"); }
 
+SqliteSavepoint::SqliteSavepoint(SqliteDatabase& database) : database_(database) {
+  database_.Execute("SAVEPOINT part");
+}
+
+SqliteSavepoint::~SqliteSavepoint() {
+  if (kept_ || !database_.InTransaction()) return;
+  try {
+    database_.Execute("ROLLBACK TO part");
+    database_.Execute("RELEASE part");
+  } catch (const PlatformError&) {
+    // The transaction as a whole is not committed either, then.
+  }
+}
+
+void SqliteSavepoint::Keep() {
+  database_.Execute("RELEASE part");
+  kept_ = true;
+}
+
 }  // namespace twqb::company

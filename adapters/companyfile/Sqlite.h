@@ -86,4 +86,19 @@ class SqliteTransaction {
   SqliteDatabase& database_;
 };
 
+// A part of a transaction that can be taken back alone: rolled back when it goes without Keep.
+class SqliteSavepoint {
+ public:
+  explicit SqliteSavepoint(SqliteDatabase& database);
+  ~SqliteSavepoint();
+  SqliteSavepoint(const SqliteSavepoint&) = delete;
+  SqliteSavepoint& operator=(const SqliteSavepoint&) = delete;
+
+  void Keep();
+
+ private:
+  SqliteDatabase& database_;
+  bool kept_ = false;
+};
+
 }  // namespace twqb::company

@@ -75,12 +75,22 @@ Status CannotModify(std::string_view kind, std::string_view reason) {
   return {3170, fmt::format("There was an error when modifying a {}. QuickBooks error message: {}", kind, reason)};
 }
 
+Status BooksClosed(std::string_view date, std::string_view closingDate) {
+  return {3171,
+          fmt::format("The transaction is dated \"{}\", and the books are closed up to \"{}\".", date, closingDate)};
+}
+
 Status CannotSave(std::string_view kind, std::string_view reason) {
   return {3180, fmt::format("There was an error when saving a {}. QuickBooks error message: {}", kind, reason)};
 }
 
 Status EditSequenceOutOfDate(std::string_view given) {
   return {3200, fmt::format("The provided edit sequence \"{}\" is out-of-date.", given)};
+}
+
+Status InvalidValue(std::string_view field, std::string_view value, std::string_view reason) {
+  return {3210, fmt::format("The \"{}\" field has an invalid value \"{}\". QuickBooks error message: {}", field, value,
+                            reason)};
 }
 
 Status NotProcessed() { return {3231, "The request has not been processed."}; }
@@ -105,6 +115,12 @@ Status PersonalDataWithheld(std::string_view field) {
   return {3261, fmt::format("The integrated application has no permission to access personal data, such as the field "
                             "\"{}\".",
                             field)};
+}
+
+Status TimeForPaychecksUnknown(std::string_view employee) {
+  return {3310, fmt::format("Failed to save the Time Tracking transaction. It is not known whether time data makes the "
+                            "paychecks of the employee \"{}\".",
+                            employee)};
 }
 
 Status OfProblem(const messages::Problem& problem) {

@@ -40,10 +40,14 @@ namespace status {
 [[nodiscard]] Status CannotDelete(std::string_view id, std::string_view reason);
 // 3170
 [[nodiscard]] Status CannotModify(std::string_view kind, std::string_view reason);
+// 3171: a transaction of that date can't come or go any more.
+[[nodiscard]] Status BooksClosed(std::string_view date, std::string_view closingDate);
 // 3180
 [[nodiscard]] Status CannotSave(std::string_view kind, std::string_view reason);
 // 3200
 [[nodiscard]] Status EditSequenceOutOfDate(std::string_view given);
+// 3210: `field` as a message says it ("payment amount"); `reason` is a sentence of its own.
+[[nodiscard]] Status InvalidValue(std::string_view field, std::string_view value, std::string_view reason);
 // 3231: an earlier request stopped the set.
 [[nodiscard]] Status NotProcessed();
 // 3240: what `reference` of a `kind` refers to was there once.
@@ -56,6 +60,8 @@ namespace status {
 [[nodiscard]] Status NotPermitted();
 // 3261: nor read or write what `field` tells of a person.
 [[nodiscard]] Status PersonalDataWithheld(std::string_view field);
+// 3310: time of an employee of whom it is not known whether time makes the paycheck.
+[[nodiscard]] Status TimeForPaychecksUnknown(std::string_view employee);
 // 3000, 3040, 3070 or 3150, by the kind of problem. Not for problems that refuse the whole document.
 [[nodiscard]] Status OfProblem(const messages::Problem& problem);
 

@@ -40,9 +40,10 @@ bool IsXmlCharacter(std::uint32_t c) {
 
 class Scanner {
  public:
-  Scanner(std::string_view text, std::size_t maxDepth) : text_(text), maxDepth_(maxDepth) {}
+  Scanner(std::string_view text, const XmlBounds& bounds) : text_(text), bounds_(bounds) {}
 
   void ScanDocument() {
+    if (text_.size() > bounds_.bytes) Fail(fmt::format("The text has more than {} bytes.", bounds_.bytes));
     CheckCharacters();
     if (text_.starts_with(kByteOrderMark)) text_.remove_prefix(kByteOrderMark.size());
     if (text_.starts_with("<?xml") && text_.size() > 5 && IsWhiteSpace(text_[5])) ScanDeclaration();
@@ -76,7 +77,18 @@ class Scanner {
       if (attributes[i].name != "encoding" && attributes[i].name != "standalone") {
         Fail(fmt::format("The XML declaration does not know {}.", attributes[i].name));
       }
+      if (attributes[i].name == "encoding" && !IsReadable(attributes[i].value)) {
+        Fail(fmt::format("The encoding {} is not read here: the text must be UTF-8.", Left(attributes[i].value, 40)));
+      }
     }
+  }
+
+  // UTF-8, or what is the same as long as the text keeps to ASCII.
+  [[nodiscard]] bool IsReadable(std::string_view encoding) const {
+    constexpr std::array<std::string_view, 3> kAsciiAlike = {"us-ascii", "iso-8859-1", "windows-1252"};
+    if (SameName(encoding, "utf-8")) return true;
+    return std::ranges::any_of(kAsciiAlike, [encoding](auto name) { return SameName(name, encoding); }) &&
+           std::ranges::all_of(text_, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   }
 
   // Up to the next markup.
@@ -121,7 +133,8 @@ class Scanner {
     if (open_.empty() && rootSeen_) Fail("There is more than one root element.");
     rootSeen_ = true;
     static_cast<void>(ScanAttributes());
-    if (open_.size() >= maxDepth_) Fail("The elements are nested too deep.");
+    if (open_.size() >= bounds_.depth) Fail("The elements are nested too deep.");
+    if (++elements_ > bounds_.elements) Fail(fmt::format("There are more than {} elements.", bounds_.elements));
     if (Skip("/>")) return;
     if (!Skip(">")) Fail(fmt::format("The start tag {} is not closed.", name));
     open_.push_back(name);
@@ -149,6 +162,7 @@ class Scanner {
       if (std::ranges::any_of(attributes, [name](const Attribute& other) { return other.name == name; })) {
         Fail(fmt::format("The attribute {} is there twice.", name));
       }
+      if (attributes.size() >= bounds_.attributes) Fail("There are too many attributes on one tag.");
       attributes.push_back({name, value});
     }
     return attributes;
@@ -207,17 +221,18 @@ class Scanner {
   }
 
   std::string_view text_;
-  std::size_t maxDepth_;
+  const XmlBounds& bounds_;
   std::size_t at_ = 0;
+  std::size_t elements_ = 0;
   bool rootSeen_ = false;
   std::vector<std::string_view> open_;
 };
 
 }  // namespace
 
-std::optional<std::string> FindXmlFault(std::string_view text, std::size_t maxDepth) {
+std::optional<std::string> FindXmlFault(std::string_view text, const XmlBounds& bounds) {
   try {
-    Scanner(text, maxDepth).ScanDocument();
+    Scanner(text, bounds).ScanDocument();
   } catch (const Fault& fault) {
     return fault.text;
   }

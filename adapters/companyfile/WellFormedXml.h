@@ -1,7 +1,8 @@
 // Whether a text is well-formed XML. The parser behind it is a forgiving one, so what QuickBooks refuses is found here.
 //
-// It checks the form alone: characters, references, tags, attributes, one root, depth. A document type declaration is a
-// fault too, and with it every entity of one's own. It builds nothing and knows no element's meaning.
+// It checks the form alone: characters, references, tags, attributes, one root, and that nothing goes beyond the bounds
+// that a parser is safe within. A document type declaration is a fault too, and with it every entity of one's own. It
+// builds nothing, knows no element's meaning, and takes time by the length of the text alone.
 #pragma once
 
 #include <optional>
@@ -10,8 +11,14 @@
 
 namespace twqb::company {
 
+struct XmlBounds {
+  std::size_t bytes = 0;
+  std::size_t elements = 0;
+  std::size_t depth = 0;       // elements within each other
+  std::size_t attributes = 0;  // of one tag
+};
+
 // The first fault as a sentence; nothing when there is none. `text` is UTF-8, with or without a byte order mark.
-// `maxDepth` is the greatest number of elements within each other.
-[[nodiscard]] std::optional<std::string> FindXmlFault(std::string_view text, std::size_t maxDepth);
+[[nodiscard]] std::optional<std::string> FindXmlFault(std::string_view text, const XmlBounds& bounds);
 
 }  // namespace twqb::company

@@ -2,7 +2,6 @@
 #include <fmt/ranges.h>
 
 #include <memory>
-#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
@@ -14,18 +13,12 @@
 #include "cli/NearestName.h"
 #include "cli/Output.h"
 #include "cli/TextFile.h"
+#include "messages/ValueFormat.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::cli {
 
 namespace {
-
-bool IsSubscription(const std::string& text) {
-  pugi::xml_document document;
-  // What can't be read is refused by the company file.
-  return document.load_buffer(text.data(), text.size()) &&
-         document.child("QBXML").child("QBXMLSubscriptionMsgsRq") != nullptr;
-}
 
 ExitStatus Run(const Options& options, const std::string& file) {
   const auto place = WorkplaceOf(options);
@@ -36,7 +29,7 @@ ExitStatus Run(const Options& options, const std::string& file) {
                                    options.singleUser ? company::FileMode::SingleUser : company::FileMode::MultiUser);
   std::string answer;
   try {
-    answer = IsSubscription(document) ? companyFile.ProcessSubscription(document) : companyFile.Process(document);
+    answer = companyFile.ProcessAny(document);
   } catch (const PlatformError& refused) {
     Tell(fmt::format("{} {}", HexNumber(refused.number()), refused.description()));
     return ExitStatus::Failed;
@@ -85,7 +78,7 @@ std::string SetFooter() {
   }
   return text +
          "They stand in the file; a session that has begun goes on. \"company run\" needs no session: it meets\n"
-         "host-query alone.\n"
+         "host-query, personal-data, time-tracking and closing-date alone.\n"
          "Example:\n  twqb company set permission withheld";
 }
 
@@ -99,7 +92,7 @@ ExitStatus Show(const Options& options) {
   std::vector<std::string_view> accepts;
   for (const auto country : summary.options.accepts) accepts.push_back(messages::CountryName(country));
 
-  const auto line = [](std::string_view name, const auto& value) { Print(fmt::format("{:<17}  {}\n", name, value)); };
+  const auto line = [](std::string_view name, const auto& value) { Print(fmt::format("{:<23}  {}\n", name, value)); };
   line("File", place.company);
   line("Country", messages::CountryName(summary.options.country));
   line("Host version", summary.options.hostVersion);
@@ -107,7 +100,17 @@ ExitStatus Show(const Options& options) {
   line("Made", IsoDate(Date::FromUnixSeconds(summary.created)) + "Z");
   // By the names that "company set" takes.
   for (const auto& condition : company::Conditions()) line(condition.name, condition.text(conditions));
-  for (const auto& kind : summary.kinds) line(kind.name, kind.records);
+  for (const auto& kind : summary.kinds) {
+    line(kind.name, kind.records);
+    for (const auto& part : kind.balances) {
+      const auto balance = messages::AmountText(part.balance.ToDouble());
+      if (part.type.empty()) {
+        line("  balance", balance);
+      } else {
+        line("  " + part.type, fmt::format("{}, balance {}", part.records, balance));
+      }
+    }
+  }
   return ExitStatus::Done;
 }
 
@@ -139,6 +142,9 @@ void AddCompanyCommands(CLI::App& app, Command& chosen) {
   });
 
   auto* show = group->add_subcommand("show", "Print what the company file holds");
+  show->footer(
+      "How the file was made and how connections to it are met, then each list and each kind of transaction with the\n"
+      "number of its records. A balance is the sum of the records' own.");
   show->callback([&chosen] { chosen = Show; });
 }
 

@@ -86,14 +86,29 @@ void MakeBilling(const Workplace& made, Content content) {
   connection->Close();
 }
 
-// The sample's customers in a form that the company file answers. They have no field that another form lacks.
-std::string CustomersFor(const company::CompanyOptions& options) {
+// One document of the sample, and the company files that it goes into.
+struct SampleDocument {
+  std::string_view (*text)();
+  messages::Countries editions = messages::kEverywhere;
+  messages::Countries forms = messages::kEverywhere;
+};
+// In the order of their references. The customers, which refer to nothing, keep the first identifiers.
+constexpr SampleDocument kSampleDocuments[] = {
+    {.text = SampleCustomers},
+    {.text = SampleAccounts},
+    {.text = SamplePlainLists},
+    {.text = SampleVendors},
+    {.text = SampleEmployees},
+    {.text = SampleItems},
+    {.text = SampleSalesTaxItems, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
+};
+
+// A form that the company file answers in.
+messages::Form FormFor(const company::CompanyOptions& options) {
   using messages::Country;
   const auto accepted = options.accepts.empty() ? options.country : options.accepts.front();
   // An Australian file answers everything but the host query in the form of the United States.
-  const messages::Form form{.country = accepted == Country::AU ? Country::US : accepted};
-  return ReplaceAll(SampleCustomers(), "<?qbxml version=\"3.0\"?>",
-                    fmt::format("<?qbxml version=\"{}\"?>", messages::FormTag(form)));
+  return {.country = accepted == Country::AU ? Country::US : accepted};
 }
 
 void RequireSuccess(const std::string& answer) {
@@ -101,7 +116,7 @@ void RequireSuccess(const std::string& answer) {
   document.load_string(answer.c_str());
   for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs")) {
     if (response.attribute("statusCode").as_int(-1) == 0) continue;
-    throw std::runtime_error(fmt::format("The company file refuses a customer of the sample: {}",
+    throw std::runtime_error(fmt::format("The company file refuses a record of the sample: {}",
                                          response.attribute("statusMessage").value()));
   }
 }
@@ -109,7 +124,17 @@ void RequireSuccess(const std::string& answer) {
 void MakeCompany(const Workplace& made, const FolderPlan& plan, Machine& machine) {
   company::CreateCompanyFile(made.company, plan.company, machine);
   if (plan.content == Content::Empty) return;
-  RequireSuccess(company::CompanyFile(made.company, machine).Process(CustomersFor(plan.company)));
+  company::CompanyFile file(made.company, machine);
+  const auto form = FormFor(plan.company);
+  const auto versionLine = fmt::format("<?qbxml version=\"{}\"?>", messages::FormTag(form));
+  const auto isIn = [](messages::Country country, messages::Countries countries) {
+    return (static_cast<messages::Countries>(country) & countries) != 0;
+  };
+  for (const auto& sample : kSampleDocuments) {
+    if (!isIn(plan.company.country, sample.editions) || !isIn(form.country, sample.forms)) continue;
+    // No other field of the documents is known to some forms alone.
+    RequireSuccess(file.Process(ReplaceAll(sample.text(), "<?qbxml version=\"3.0\"?>", versionLine)));
+  }
 }
 
 std::string RegistryText(const fs::path& folder) {

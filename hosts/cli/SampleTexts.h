@@ -1,5 +1,5 @@
-// The texts of samples/ as they were when the program was built: the tables of BillingDb, the sample firm, and the
-// customers that its QuickBooks has already.
+// The texts of samples/ as they were when the program was built: the tables of BillingDb, the sample firm, and what its
+// QuickBooks has already.
 //
 // The functions are written by the build (EmbedTexts.cmake). Nothing here runs or reads them.
 #pragma once
@@ -13,7 +13,13 @@ namespace twqb::cli {
 // INSERT statements: the firm's clients, and behind them what it works with.
 [[nodiscard]] std::string_view SampleFirm();
 [[nodiscard]] std::string_view SampleWork();
-// A qbXML document of the United States form, version 3.0.
+// qbXML documents of the United States form, version 3.0. Each refers to records of those before it alone.
 [[nodiscard]] std::string_view SampleCustomers();
+[[nodiscard]] std::string_view SampleAccounts();
+[[nodiscard]] std::string_view SamplePlainLists();
+[[nodiscard]] std::string_view SampleVendors();
+[[nodiscard]] std::string_view SampleEmployees();
+[[nodiscard]] std::string_view SampleItems();
+[[nodiscard]] std::string_view SampleSalesTaxItems();
 
 }  // namespace twqb::cli

@@ -38,9 +38,8 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request) {
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
   if (done) return ExitStatus::Done;
-  if (const auto table = MissingTable(WorkplaceOf(options), request.table)) {
-    Tell(fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.", *table));
-  }
+  const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(request.table));
+  if (!missing.empty()) Tell(MissingText(missing));
   return ExitStatus::Failed;
 }
 

@@ -59,6 +59,7 @@ constexpr Element kTimeTrackingRet[] = {
     Ref<209>("EntityRef"),
     Ref<209>("CustomerRef").Opt(),
     Ref<159>("ItemServiceRef").Opt(),
+    Leaf("Rate", Type::Price).Opt().In(kNowhere),
     Leaf("Duration", Type::TimeInterval),
     Ref<159>("ClassRef").Opt(),
     Ref<31>("PayrollItemWageRef").Opt(),

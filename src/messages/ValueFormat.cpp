@@ -59,27 +59,23 @@ bool IsGuid(std::string_view text) {
   return true;
 }
 
-// PTnHnMnS, each part optional but not all.
-bool IsTimeInterval(std::string_view text) {
-  if (!text.starts_with("PT")) return false;
-  text.remove_prefix(2);
-  bool any = false;
-  for (const char unit : {'H', 'M', 'S'}) {
-    const auto at = text.find(unit);
-    if (at == std::string_view::npos) continue;
-    if (!AreDigits(text.substr(0, at))) return false;
-    text.remove_prefix(at + 1);
-    any = true;
-  }
-  return any && text.empty();
-}
-
 // Two digits at `at`, or -1.
 int TwoDigits(std::string_view text, std::size_t at) {
   int value = -1;
   if (at + 2 > text.size() || !AreDigits(text.substr(at, 2))) return -1;
   std::from_chars(text.data() + at, text.data() + at + 2, value);
   return value;
+}
+
+// Rounds halves away from zero.
+std::string FixedText(double value, int decimals) {
+  // Fifteen digits make 1.005, which is a little less in binary, the half that it prints as.
+  const double scale = std::pow(10, decimals);
+  const auto printed = fmt::format("{:.15g}", value * scale);
+  double exact = 0;
+  std::from_chars(printed.data(), printed.data() + printed.size(), exact);
+  const double units = std::round(exact);
+  return fmt::format("{:.{}f}", (units == 0 ? 0 : units) / scale, decimals);
 }
 
 constexpr std::size_t kDateLength = 10;  // yyyy-mm-dd
@@ -96,20 +92,13 @@ std::optional<bool> ParseBool(std::string_view text) {
   return std::nullopt;
 }
 
-std::string AmountText(double value) {
-  // Fifteen digits make 1.005, which is a little less in binary, the half that it prints as.
-  const auto printed = fmt::format("{:.15g}", value * 100);
-  double exact = 0;
-  std::from_chars(printed.data(), printed.data() + printed.size(), exact);
-  const double cents = std::round(exact);  // rounds halves away from zero
-  return fmt::format("{:.2f}", (cents == 0 ? 0 : cents) / 100);
-}
+std::string AmountText(double value) { return FixedText(value, 2); }
 
 std::string DecimalText(double value) {
-  auto text = fmt::format("{:.5f}", value);
+  auto text = FixedText(value, 5);
   while (text.back() == '0') text.pop_back();
   if (text.back() == '.') text.pop_back();
-  return text == "-0" ? "0" : text;
+  return text;
 }
 
 std::optional<Currency> ParseAmount(std::string_view text) {
@@ -191,7 +180,7 @@ bool IsWellFormed(const Element& element, std::string_view text) {
     case Type::DateTime:
       return ParseDateTime(text).has_value();
     case Type::TimeInterval:
-      return IsTimeInterval(text);
+      return ParseTimeInterval(text).has_value();
     case Type::Enum:
       return std::ranges::any_of(element.Values(), [text](const EnumValue& value) { return value.name == text; });
     case Type::Guid:
@@ -210,6 +199,27 @@ bool IsWellFormed(const Element& element, std::string_view text, const Form& for
   if (element.type != Type::Enum) return IsWellFormed(element, text);
   return std::ranges::any_of(element.Values(),
                              [&](const EnumValue& value) { return value.name == text && value.KnownIn(form); });
+}
+
+std::string TimeIntervalText(const TimeInterval& span) {
+  return fmt::format("PT{}H{}M{}S", span.hours, span.minutes, span.seconds);
+}
+
+std::optional<TimeInterval> ParseTimeInterval(std::string_view text) {
+  constexpr std::size_t kMaxDigits = 9;
+  if (!text.starts_with("PT")) return std::nullopt;
+  text.remove_prefix(2);
+  if (text.empty()) return std::nullopt;
+  TimeInterval span;
+  for (const auto& [unit, part] : {std::pair{'H', &span.hours}, {'M', &span.minutes}, {'S', &span.seconds}}) {
+    const auto at = text.find(unit);
+    if (at == std::string_view::npos) continue;
+    if (at > kMaxDigits || !AreDigits(text.substr(0, at))) return std::nullopt;
+    std::from_chars(text.data(), text.data() + at, *part);
+    text.remove_prefix(at + 1);
+  }
+  if (!text.empty()) return std::nullopt;
+  return span;
 }
 
 }  // namespace twqb::messages

@@ -22,7 +22,7 @@ namespace twqb::messages {
 [[nodiscard]] std::optional<bool> ParseBool(std::string_view text);  // also "1", "0"
 
 [[nodiscard]] std::string AmountText(double value);   // two decimals, halves away from zero
-[[nodiscard]] std::string DecimalText(double value);  // at most five decimals, without trailing zeros
+[[nodiscard]] std::string DecimalText(double value);  // at most five decimals, rounded so, without trailing zeros
 // [+-]?d{1,13}.dd
 [[nodiscard]] std::optional<Currency> ParseAmount(std::string_view text);
 
@@ -36,5 +36,16 @@ struct DateTime {
   std::optional<int> offsetMinutes;  // nothing: no offset stood there
 };
 [[nodiscard]] std::optional<DateTime> ParseDateTime(std::string_view text);
+
+// A span of time; minutes and seconds are 0 to 59 in what is written, and any number in what is read.
+struct TimeInterval {
+  std::int64_t hours = 0;
+  std::int64_t minutes = 0;
+  std::int64_t seconds = 0;
+  friend constexpr bool operator==(const TimeInterval&, const TimeInterval&) = default;
+};
+[[nodiscard]] std::string TimeIntervalText(const TimeInterval& span);  // PTnHnMnS
+// Each part may be missing, but not all. Nothing for what is no span, or has a number of more than nine digits.
+[[nodiscard]] std::optional<TimeInterval> ParseTimeInterval(std::string_view text);
 
 }  // namespace twqb::messages

@@ -94,6 +94,7 @@ constexpr Element kVendorRet[] = {
     Text("LastName", 25).Opt(),
     Aggregate("VendorAddress", kAddress).Opt(),
     Text("Phone", 21).Opt(),
+    Text("Mobile", 21).Opt().In(kNowhere),
     Text("AltPhone", 21).Opt(),
     Text("Fax", 21).Opt(),
     Text("Email", 99).Opt(),

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <limits>
 
-#include "messages/ValueFormat.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
@@ -146,7 +145,10 @@ std::string NumberText(const Element& row, double number) {
       return messages::AmountText(number);
     case Type::Price:
     case Type::Quan:
+    case Type::Percent:
       return messages::DecimalText(number);
+    case Type::TimeInterval:
+      throw PlatformError(error::kConversion);
     case Type::Int:
       return fmt::format("{}", std::llrint(number));
     case Type::Bool:
@@ -172,6 +174,7 @@ std::string TextValueText(const Element& row, std::string_view text) {
     case Type::Amt:
     case Type::Price:
     case Type::Quan:
+    case Type::Percent:
       return NumberText(row, TextToNumber(text));
     case Type::Date:
     case Type::DateTime:
@@ -218,6 +221,10 @@ void RequestField::SetValue(bool value) const {
   Store(row.type == Type::Bool ? messages::BoolText(value) : TextValueText(row, value ? "True" : "False"));
 }
 void RequestField::SetValue(Date date) const { Store(DateValueText(ValueRow(), date)); }
+void RequestField::SetValue(const messages::TimeInterval& span) const {
+  if (ValueRow().type != Type::TimeInterval) throw PlatformError(error::kConversion);
+  Store(messages::TimeIntervalText(span));
+}
 void RequestField::SetNumber(double number) const { Store(NumberText(ValueRow(), number)); }
 
 void RequestField::Unset() const {
@@ -231,6 +238,11 @@ void RequestField::Unset() const {
 void RequestField::Add(std::string_view text) const {
   if (row_ == nullptr || !row_->repeating) throw PlatformError(error::kNameUnknown);
   RequestField(parent_, row_, Count()).SetValue(text);
+}
+
+void RequestField::Add(int number) const {
+  if (row_ == nullptr || !row_->repeating) throw PlatformError(error::kNameUnknown);
+  RequestField(parent_, row_, Count()).SetValue(number);
 }
 
 RequestField RequestField::Append() const {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "messages/Schema.h"
+#include "messages/ValueFormat.h"
 #include "platform/Currency.h"
 #include "platform/Date.h"
 
@@ -31,9 +32,9 @@ class RequestField {
   // The member of that name; "XList" reaches the repeating X. Raises 438 when there is none.
   [[nodiscard]] RequestField operator[](std::string_view name) const;
 
-  // Forms what the field's type needs: money two decimals, prices and quantities at most five, an enumeration from its
-  // number or name, a date from a date or a text. Never checks a length. Setting a branch of a choice unsets the
-  // others.
+  // Forms what the field's type needs: money two decimals; prices, quantities and percentages at most five; an
+  // enumeration from its number or name; a date from a date or a text. A span of time is given as one, or as the text
+  // that goes on the wire. Never checks a length. Setting a branch of a choice unsets the others.
   void SetValue(std::string_view text) const;
   void SetValue(const char* text) const { SetValue(std::string_view(text)); }
   void SetValue(bool value) const;
@@ -41,11 +42,14 @@ class RequestField {
   void SetValue(double number) const { SetNumber(number); }
   void SetValue(Currency amount) const { SetNumber(amount.ToDouble()); }
   void SetValue(Date date) const;
+  // Raises 13 for a field that is no span of time.
+  void SetValue(const messages::TimeInterval& span) const;
   // Takes the value, or everything below, away; of a repeating field, that of the one item.
   void Unset() const;
 
   // A repeating field: adds one value, or one aggregate to fill.
   void Add(std::string_view text) const;
+  void Add(int number) const;
   [[nodiscard]] RequestField Append() const;
   [[nodiscard]] std::size_t Count() const;
   [[nodiscard]] RequestField GetAt(std::size_t index) const;

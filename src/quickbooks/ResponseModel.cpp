@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "messages/ValueFormat.h"
 #include "platform/PlatformError.h"
 #include "platform/Value.h"
 
@@ -25,13 +24,19 @@ constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_escapes | pug
 
 bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
 
+// Whether the element is that of `row` or, of a step without an element, of any row below it.
+bool StandsFor(pugi::xml_node node, const Element& row) {
+  if (!row.LeavesNoElement()) return row.name == node.name();
+  return std::ranges::any_of(row.Children(), [node](const Element& child) { return StandsFor(node, child); });
+}
+
 }  // namespace
 
-bool Record::StandsHere(const Element& row) const {
-  return std::ranges::any_of(row.Children(), [this](const Element& child) {
-    return child.LeavesNoElement() ? StandsHere(child) : static_cast<bool>(node_.child(child.name.data()));
-  });
+pugi::xml_node Record::FindElement(const Element& row) const {
+  return node_.find_child([&row](pugi::xml_node child) { return StandsFor(child, row); });
 }
+
+bool Record::IsEntry() const { return row_->type == messages::Type::Choice && row_->repeating; }
 
 Record Record::operator[](std::string_view name) const {
   if (IsNothing()) throw PlatformError(error::kObjectNothing);
@@ -39,9 +44,10 @@ Record Record::operator[](std::string_view name) const {
   if (child == nullptr) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), name));
   }
-  if (child->LeavesNoElement()) return StandsHere(*child) ? Record(document_, node_, child) : Record();
-  const auto node = node_.child(child->name.data());
-  return node ? Record(document_, node, child) : Record();
+  if (IsEntry()) return StandsFor(node_, *child) ? Record(document_, node_, child) : Record();
+  const auto element = FindElement(*child);
+  if (!element) return {};
+  return {document_, child->LeavesNoElement() && !child->repeating ? node_ : element, child};
 }
 
 std::string Record::GetValue() const {
@@ -64,6 +70,12 @@ Date Record::GetDate() const {
   return value->local;
 }
 
+messages::TimeInterval Record::GetTimeInterval() const {
+  const auto span = messages::ParseTimeInterval(GetValue());
+  if (!span) throw PlatformError(error::kConversion);
+  return *span;
+}
+
 std::string Record::GetAsString() const {
   if (IsNothing()) throw PlatformError(error::kObjectNothing);
   return row_->HasChildren() ? std::string(row_->name) : GetValue();
@@ -71,14 +83,14 @@ std::string Record::GetAsString() const {
 
 std::size_t Record::Count() const {
   if (IsNothing()) return 0;
-  const auto siblings = node_.parent().children(row_->name.data());
-  return static_cast<std::size_t>(std::distance(siblings.begin(), siblings.end()));
+  return static_cast<std::size_t>(
+      std::ranges::count_if(node_.parent().children(), [this](auto node) { return StandsFor(node, *row_); }));
 }
 
 Record Record::GetAt(std::size_t index) const {
   if (IsNothing()) throw PlatformError(error::kObjectNothing);
-  for (const auto node : node_.parent().children(row_->name.data())) {
-    if (index-- == 0) return {document_, node, row_};
+  for (const auto node : node_.parent().children()) {
+    if (StandsFor(node, *row_) && index-- == 0) return {document_, node, row_};
   }
   throw PlatformError(error::kBadArgument);
 }
@@ -87,8 +99,7 @@ int Record::ORType() const {
   if (IsNothing()) return -1;
   const auto branches = row_->Children();
   for (std::size_t i = 0; i < branches.size(); ++i) {
-    const auto& branch = branches[i];
-    if (branch.LeavesNoElement() ? StandsHere(branch) : static_cast<bool>(node_.child(branch.name.data()))) {
+    if (IsEntry() ? StandsFor(node_, branches[i]) : static_cast<bool>(FindElement(branches[i]))) {
       return static_cast<int>(i);
     }
   }

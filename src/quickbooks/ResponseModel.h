@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "messages/Schema.h"
+#include "messages/ValueFormat.h"
 #include "platform/Currency.h"
 #include "platform/Date.h"
 
@@ -39,12 +40,14 @@ class Record {
   [[nodiscard]] std::int64_t GetInteger() const;
   [[nodiscard]] double GetNumber() const;
   [[nodiscard]] Date GetDate() const;
+  [[nodiscard]] messages::TimeInterval GetTimeInterval() const;
   // The wire name of an enumeration; of a record, its element's name.
   [[nodiscard]] std::string GetAsString() const;
   // The text, or "" on nothing.
   [[nodiscard]] std::string GetValueOrEmpty() const { return IsNothing() ? std::string() : GetValue(); }
 
-  // Of a repeating field: how often it stands there, and each of them.
+  // Of a repeating field or choice: how often it stands there, and each of them. An entry of a repeating choice has the
+  // branches as its members, and only the one that it is stands there.
   [[nodiscard]] std::size_t Count() const;
   [[nodiscard]] Record GetAt(std::size_t index) const;
   // Of a choice group: the index of the branch that stands there, -1 for none.
@@ -54,11 +57,15 @@ class Record {
   friend class Response;
   Record(std::shared_ptr<const AnswerDocument> document, pugi::xml_node node, const messages::Element* row)
       : document_(std::move(document)), node_(node), row_(row) {}
-  // Of a step without an element: whether anything below it stands in `node_`.
-  [[nodiscard]] bool StandsHere(const messages::Element& row) const;
+  // The first element below `node_` that stands for `row`: its own or, of a step without one, any below it.
+  [[nodiscard]] pugi::xml_node FindElement(const messages::Element& row) const;
+  // Whether this is one entry of a repeating choice.
+  [[nodiscard]] bool IsEntry() const;
 
   std::shared_ptr<const AnswerDocument> document_;
-  pugi::xml_node node_;  // of a step without an element: the element that the step belongs to
+  // Of a step without an element: the element that the step belongs to. Of an entry of a repeating choice: the
+  // branch's.
+  pugi::xml_node node_;
   const messages::Element* row_ = nullptr;
 };
 

@@ -57,6 +57,52 @@ TEST_F(Company, Subscription_requests_are_answered_too) {
   EXPECT_THAT(folder_.Done({"company", "run", "-"}, {.input = query}), HasSubstr("<SubscriptionQueryRs"));
 }
 
+TEST_F(Company, A_document_of_many_megabytes_is_answered) {
+  std::string requests;
+  constexpr int kCustomers = 20'000;
+  for (int i = 0; i < kCustomers; ++i) {
+    requests += "<CustomerAddRq><CustomerAdd><Name>C" + std::to_string(i) + "</Name><Notes>" + std::string(500, 'n') +
+                "</Notes></CustomerAdd></CustomerAddRq>";
+  }
+  folder_.Write("many.xml", Document("<QBXMLMsgsRq onError=\"stopOnError\">" + requests + "</QBXMLMsgsRq>"));
+  EXPECT_THAT(folder_.Done({"company", "run", "many.xml"}), HasSubstr("<Name>C19999</Name>"));
+  EXPECT_THAT(folder_.Done({"company", "show"}), testing::ContainsRegex("Customer +20000\n"));
+}
+
+TEST_F(Company, What_is_no_document_of_requests_is_refused_with_a_sentence_of_why) {
+  const std::string set = "<QBXML><QBXMLMsgsRq onError=\"stopOnError\"><HostQueryRq/></QBXMLMsgsRq></QBXML>";
+  for (const auto& [text, why] : {std::pair<std::string, std::string>{"", "There is no root element"},
+                                  {"Dear QuickBooks", "text outside the root"},
+                                  {"<?xml version=\"1.0\"?>" + set, "The line with the message version is missing"},
+                                  {"<?xml version=\"1.0\" encoding=\"UTF-16\"?>" + set, "encoding UTF-16"},
+                                  {std::string("\xFF\xFE<\0", 4), "UTF-8"},
+                                  {"<?xml version=\"1.0\"?><!DOCTYPE QBXML SYSTEM \"http://there/x\">" + set,
+                                   "Document type declarations are not accepted"},
+                                  {std::string(1'000'000, '<'), "tag without a name"}}) {
+    const auto ended = folder_.Twqb({"company", "run", "-"}, {.input = text});
+    EXPECT_EQ(ended.status, 1) << why;
+    EXPECT_THAT(ended.err, AllOf(HasSubstr("0x80040400"), HasSubstr(why)));
+    EXPECT_THAT(ended.out, IsEmpty());
+    EXPECT_LT(ended.err.size(), 500U);
+  }
+}
+
+TEST_F(Company, An_input_without_an_end_is_given_up) {
+  const auto ended = folder_.Twqb({"company", "run", "/dev/zero"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("/dev/zero has more than 512 MB"));
+}
+
+TEST_F(Company, Show_counts_every_kind_and_sums_the_balances) {
+  folder_.Done({"company", "run", "-"},
+               {.input = Document("<QBXMLMsgsRq onError=\"stopOnError\"><CustomerAddRq><CustomerAdd><Name>Acme</Name>"
+                                  "<OpenBalance>12.50</OpenBalance><OpenBalanceDate>2008-03-01</OpenBalanceDate>"
+                                  "</CustomerAdd></CustomerAddRq></QBXMLMsgsRq>")});
+  EXPECT_THAT(folder_.Done({"company", "show"}),
+              AllOf(testing::ContainsRegex("\nCustomer +1\n  balance +12.50\n"),
+                    testing::ContainsRegex("\nInvoice +0\n"), testing::ContainsRegex("\nAccount +[0-9]+\n")));
+}
+
 TEST_F(Company, The_clock_stamps_the_records) {
   EXPECT_THAT(folder_.Done({"company", "run", "-", "--clock", "2008-03-05T10:00:00", "--bias", "300"}, {.input = kAdd}),
               HasSubstr("<TimeCreated>2008-03-05T10:00:00-05:00</TimeCreated>"));
@@ -83,7 +129,7 @@ void PrintTo(const Change& change, std::ostream* out) { *out << change.name; }
 class CompanySet : public Company, public testing::WithParamInterface<Change> {
  protected:
   [[nodiscard]] std::string Shown(const std::string& value) const {
-    constexpr std::size_t kWidth = 19;
+    constexpr std::size_t kWidth = 25;
     auto line = "\n" + GetParam().name;
     line.resize(1 + kWidth, ' ');
     return line + value + "\n";
@@ -115,7 +161,8 @@ INSTANTIATE_TEST_SUITE_P(
     Conditions, CompanySet,
     testing::Values(Change{"permission", "granted", "withheld"}, Change{"auto-logon", "granted", "withheld"},
                     Change{"dialog", "closed", "open"}, Change{"host-query", "answered", "refused"},
-                    Change{"host-query", "answered", "unknown"}, Change{"interface-version", "5.0", "2.1"}),
+                    Change{"host-query", "answered", "unknown"}, Change{"time-tracking", "enabled", "disabled"},
+                    Change{"closing-date", "none", "2007-12-31"}, Change{"interface-version", "5.0", "2.1"}),
     [](const auto& suite) {
       auto name = suite.param.name + "_" + suite.param.changed;
       std::ranges::replace_if(
@@ -133,7 +180,8 @@ TEST_F(Company, Set_of_an_unknown_name_gives_2_and_lists_the_names) {
   const auto ended = folder_.Twqb({"company", "set", "permision", "granted"});
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("Did you mean \"permission\"?"),
-                               HasSubstr("permission, auto-logon, dialog, host-query, interface-version")));
+                               HasSubstr("permission, auto-logon, dialog, host-query, personal-data, time-tracking, "
+                                         "closing-date, interface-version")));
 }
 
 TEST_F(Company, Set_in_a_company_file_that_is_not_there_gives_2) {

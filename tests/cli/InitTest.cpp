@@ -58,6 +58,35 @@ TEST(Init, The_sample_has_rows_in_every_table_that_is_sent) {
   }
 }
 
+TEST(Init, The_sample_company_has_the_lists_of_a_small_firm) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample"});
+  const auto shown = folder.Done({"company", "show"});
+  for (const auto* line :
+       {"Account +62", "  Bank +4, balance 90860.35", "ItemService +10", "ItemOtherCharge +7", "ItemNonInventory +3",
+        "ItemInventory +2", "ItemSalesTax +3", "ItemPayment +2", "ItemGroup +1", "Class +8", "Employee +6",
+        "Vendor +14", "PayrollItemWage +4", "JobType +7"}) {
+    EXPECT_THAT(shown, testing::ContainsRegex(std::string("\n") + line + "\n"));
+  }
+  const auto answer = folder.Done(
+      {"company", "run", "-"},
+      {.input = "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">"
+                "<EmployeeQueryRq><FullName>Dara L Finnegan</FullName></EmployeeQueryRq></QBXMLMsgsRq></QBXML>"});
+  EXPECT_THAT(answer, HasSubstr("<Earnings><PayrollItemWageRef>"));
+  EXPECT_THAT(answer, HasSubstr("<FullName>Surveys:Boundary</FullName>"));
+}
+
+TEST(Init, The_sample_company_has_sales_tax_items_where_its_edition_keeps_them) {
+  for (const auto& [arguments, items] :
+       {std::pair{"US", "3"}, std::pair{"AU", "3"}, std::pair{"CA", "0"}, std::pair{"UK", "0"}}) {
+    const WorkFolder folder;
+    folder.Done({"init", "--sample", "--country", arguments});
+    EXPECT_THAT(folder.Done({"company", "show"}),
+                testing::ContainsRegex(std::string("\nItemSalesTax +") + items + "\n"))
+        << arguments;
+  }
+}
+
 class InitOnExistingFile : public testing::TestWithParam<std::string> {};
 
 TEST_P(InitOnExistingFile, Refuses_and_makes_nothing) {

@@ -49,18 +49,19 @@ class ConditionsOfACompany : public CompanyTest {
 
 TEST_F(ConditionsOfACompany, A_new_file_is_in_the_way_of_nobody) {
   EXPECT_THAT(Texts(file_->GetConditions()),
-              testing::ElementsAre("granted", "granted", "closed", "answered", "granted", "5.0"));
+              testing::ElementsAre("granted", "granted", "closed", "answered", "granted", "enabled", "none", "5.0"));
   EXPECT_EQ(Begin(path_, ""), 0U);
   EXPECT_EQ(Begin("", path_), 0U);
 }
 
 TEST_F(ConditionsOfACompany, Are_kept_in_the_file_and_leave_nothing_there_once_they_are_as_in_a_new_one) {
   const auto before = StoredSettings();
-  const std::vector<std::string> changed = {"withheld", "withheld", "open", "refused", "withheld", "12.07"};
+  const std::vector<std::string> changed = {"withheld", "withheld", "open",       "refused",
+                                            "withheld", "disabled", "2007-12-31", "12.07"};
   for (std::size_t i = 0; i < changed.size(); ++i) Set(Conditions()[i].name, changed[i]);
   file_.emplace(path_, machine_);
-  EXPECT_THAT(Texts(file_->GetConditions()),
-              testing::ElementsAre("withheld", "withheld", "open", "refused", "withheld", "12.7"));
+  EXPECT_THAT(Texts(file_->GetConditions()), testing::ElementsAre("withheld", "withheld", "open", "refused", "withheld",
+                                                                  "disabled", "2007-12-31", "12.7"));
   EXPECT_EQ(StoredSettings(), before + static_cast<int>(changed.size()));
   file_->SetConditions({});
   EXPECT_EQ(StoredSettings(), before);
@@ -75,8 +76,8 @@ TEST_F(ConditionsOfACompany, A_value_that_is_not_allowed_changes_nothing) {
   for (const auto& condition : Conditions()) {
     CompanyConditions conditions{.application = Permission::Withheld, .interfaceVersion = {.major = 4, .minor = 2}};
     const auto before = Texts(conditions);
-    for (const char* value :
-         {"", "perhaps", "5", "5.", ".0", "5.0.1", "-5.0", "5.-1", "100.0", "5.100", "5,0", "5.0 "}) {
+    for (const char* value : {"", "perhaps", "5", "5.", ".0", "5.0.1", "-5.0", "5.-1", "100.0", "5.100", "5,0", "5.0 ",
+                              "2007-02-30", "12/31/2007"}) {
       EXPECT_FALSE(condition.set(conditions, value)) << condition.name << " \"" << value << "\"";
     }
     EXPECT_EQ(Texts(conditions), before);

@@ -110,6 +110,64 @@ TEST_F(CompanyDocument, An_entity_declaration_is_refused_and_so_never_expands) {
   EXPECT_EQ(Query("").code, 1);
 }
 
+TEST_F(CompanyDocument, A_declared_encoding_is_taken_when_the_text_reads_the_same_in_it) {
+  for (const auto* encoding : {"utf-8", "UTF-8", "US-ASCII", "ISO-8859-1", "windows-1252"}) {
+    EXPECT_EQ(RefusalOf(std::string("<?xml version=\"1.0\" encoding=\"") + encoding +
+                        "\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\"><HostQueryRq/>"
+                        "</QBXMLMsgsRq></QBXML>"),
+              0U)
+        << encoding;
+  }
+}
+
+// What a refusal costs: bounded by the length of the text, whatever stands in it.
+
+std::string Repeated(std::string_view piece, std::size_t bytes) {
+  std::string text(piece);
+  while (text.size() < bytes)
+    text += text.substr(0, (bytes - text.size() + piece.size() - 1) / piece.size() * piece.size());
+  return text;
+}
+
+TEST_F(CompanyDocument, A_large_document_of_nested_opens_is_refused_at_the_first_too_many) {
+  EXPECT_EQ(RefusalOf("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?>" + Repeated("<QBXML>", 200 << 20)), kRefused);
+}
+
+TEST_F(CompanyDocument, A_large_document_of_one_tag_s_attributes_is_refused_at_the_first_too_many) {
+  std::string text = "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML";
+  for (int i = 0; i < 1'000'000; ++i) text += " a" + std::to_string(i) + "=\"\"";
+  EXPECT_EQ(RefusalOf(text + "/>"), kRefused);
+}
+
+TEST_F(CompanyDocument, More_elements_than_anybody_means_are_refused_before_they_are_parsed) {
+  EXPECT_EQ(RefusalOf(Document(Repeated("<HostQueryRq/>", 14 * 4'000'100))), kRefused);
+}
+
+TEST_F(CompanyDocument, More_text_than_anybody_means_is_refused) {
+  EXPECT_EQ(RefusalOf(Document(AddRequest("<Name>" + Repeated("x", std::size_t{257} << 20U) + "</Name>"))), kRefused);
+}
+
+TEST_F(CompanyDocument, A_refusal_quotes_no_more_than_the_beginning_of_a_value) {
+  try {
+    static_cast<void>(
+        file_->Process(Document(AddRequest("<Name>Acme</Name><IsActive>" + Repeated("yes", 100'000) + "</IsActive>"))));
+    FAIL() << "nothing was raised";
+  } catch (const PlatformError& raised) {
+    EXPECT_LT(raised.description().size(), 300U);
+    EXPECT_NE(raised.description().find("\"yesyes"), std::string::npos);
+  }
+}
+
+TEST_F(CompanyDocument, A_document_of_either_kind_is_answered_where_either_is_taken) {
+  EXPECT_NE(file_->ProcessAny(Document("<HostQueryRq/>")).find("<QBXMLMsgsRs><HostQueryRs"), std::string::npos);
+  EXPECT_NE(file_
+                ->ProcessAny(SubscriptionDocument("<SubscriptionQueryRq><SubscriberID>0</SubscriberID>"
+                                                  "</SubscriptionQueryRq>"))
+                .find("<QBXMLSubscriptionMsgsRs><SubscriptionQueryRs"),
+            std::string::npos);
+  EXPECT_EQ(NumberRaised([&] { static_cast<void>(file_->ProcessAny("<QBXML/>")); }), kRefused);
+}
+
 struct Bad {
   const char* name;
   std::string document;
@@ -134,6 +192,12 @@ std::string Nested(int levels) {
   return text;
 }
 
+std::string ManyAttributes(int count) {
+  std::string text = "<HostQueryRq";
+  for (int i = 0; i < count; ++i) text += " a" + std::to_string(i) + "=\"\"";
+  return text + "/>";
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Xml, RefusedDocument,
     testing::Values(
@@ -153,6 +217,13 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"Unquoted_attribute", kVersionLine + "<QBXML><QBXMLMsgsRq onError=stopOnError></QBXMLMsgsRq></QBXML>"},
         Bad{"Attribute_twice", Document("<HostQueryRq requestID=\"1\" requestID=\"2\"/>")},
         Bad{"Xml_version", "<?xml version=\"1.1\"?><?qbxml version=\"3.0\"?><QBXML>" + kSet + "</QBXML>"},
+        Bad{"Declared_as_utf16",
+            "<?xml version=\"1.0\" encoding=\"UTF-16\"?><?qbxml version=\"3.0\"?><QBXML>" + kSet + "</QBXML>"},
+        Bad{"Declared_as_latin_with_other_than_ascii",
+            "<?xml version=\"1.0\" encoding=\"iso-8859-1\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq "
+            "onError=\"stopOnError\">" +
+                AddRequest("<Name>Caf\xC3\xA9</Name>") + "</QBXMLMsgsRq></QBXML>"},
+        Bad{"Utf16", std::string("\xFF\xFE<\0Q\0", 6)}, Bad{"Many_attributes", Document(ManyAttributes(17))},
         Bad{"Late_declaration", " <?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML>" + kSet + "</QBXML>"},
         Bad{"Deep_nesting", Document(AddRequest("<Name>Acme</Name>" + Nested(100)))},
         Bad{"Very_deep_nesting", Document(AddRequest("<Name>Acme</Name>" + Nested(100'000)))}),

@@ -1,5 +1,3 @@
-#include <sqlite3.h>
-
 #include "CompanyTest.h"
 
 namespace twqb::company {
@@ -99,45 +97,6 @@ TEST_P(CompanyVersion, Is_answered_by_a_file_of_any_host_version) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Published, CompanyVersion, testing::Values("1.0", "1.1", "2.0", "2.1", "3.0"));
-
-class CompanySubscription : public CompanyTest {
- protected:
-  Answer SendSubscription(std::string_view requests) {
-    text_ = file_->ProcessSubscription(SubscriptionDocument(requests));
-    return ReadAnswers("QBXMLSubscriptionMsgsRs").front();
-  }
-  static constexpr const char* kSubscriber = "{8C9A1E70-1111-2222-3333-0123456789AB}";
-  static std::string SubscriptionQuery(const std::string& id) {
-    return "<SubscriptionQueryRq requestID=\"1\"><SubscriberID>" + id + "</SubscriberID></SubscriptionQueryRq>";
-  }
-};
-
-TEST_F(CompanySubscription, A_program_that_is_not_subscribed_is_told_so_as_information) {
-  const auto answer = SendSubscription(SubscriptionQuery(kSubscriber));
-  EXPECT_EQ(answer.code, 1);
-  EXPECT_EQ(answer.severity, "Info");
-}
-
-TEST_F(CompanySubscription, A_subscriber_is_found_in_any_case) {
-  sqlite3* database = nullptr;
-  ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
-  const auto sql = std::string("INSERT INTO subscription VALUES ('") + kSubscriber + "', 'Data', '')";
-  EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-  sqlite3_close(database);
-  EXPECT_EQ(SendSubscription(SubscriptionQuery("{8c9a1e70-1111-2222-3333-0123456789ab}")).code, 0);
-  EXPECT_EQ(SendSubscription(SubscriptionQuery("{00000000-1111-2222-3333-0123456789AB}")).code, 1);
-}
-
-TEST_F(CompanySubscription, Subscriptions_and_other_requests_do_not_mix) {
-  const auto refusal = [this](const std::string& document) {
-    return NumberRaised([&] { static_cast<void>(file_->ProcessSubscription(document)); });
-  };
-  EXPECT_EQ(refusal(Document("<HostQueryRq/>")), kRefused);
-  EXPECT_EQ(refusal(SubscriptionDocument("<HostQueryRq/>")), kRefused);
-  EXPECT_EQ(refusal(SubscriptionDocument(SubscriptionQuery("me"))), kRefused);
-  EXPECT_EQ(refusal(SubscriptionDocument(SubscriptionQuery(kSubscriber), "2.1")), kRefused);
-  EXPECT_EQ(RefusalOf(SubscriptionDocument(SubscriptionQuery(kSubscriber))), kRefused);
-}
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "ListTest.h"
+#include "adapters/companyfile/ListKind.h"
 #include "messages/Schema.h"
 #include "messages/Validation.h"
 
@@ -347,6 +348,26 @@ std::vector<ListSample> SamplesThat(bool (*holds)(const ListSample&)) {
   auto samples = ListSamples();
   std::erase_if(samples, [holds](const ListSample& sample) { return !holds(sample); });
   return samples;
+}
+
+TEST(ListSamples, Cover_every_list_in_every_form_that_has_it) {
+  const auto samples = ListSamples();
+  for (const auto& kind : ListKinds()) {
+    for (const auto country : {Country::US, Country::CA, Country::UK}) {
+      const auto* add = messages::FindMessage(std::string(kind.name) + "Add");
+      ASSERT_NE(add, nullptr) << kind.name;
+      const bool has = std::ranges::any_of(
+          samples, [&](const ListSample& sample) { return sample.kind == kind.name && sample.country == country; });
+      EXPECT_EQ(has, add->KnownIn({.country = country, .version = {3, 0}}))
+          << kind.name << " " << messages::CountryName(country);
+      const auto* mod = messages::FindMessage(std::string(kind.name) + "Mod");
+      for (const auto& sample : samples) {
+        if (sample.kind == kind.name) {
+          EXPECT_EQ(IsChangeable(sample), mod != nullptr) << kind.name;
+        }
+      }
+    }
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, EveryList, testing::ValuesIn(ListSamples()), NameOfTest);

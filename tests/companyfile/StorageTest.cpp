@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <fstream>
@@ -51,6 +52,45 @@ TEST_F(CompanyStorage, A_file_keeps_what_it_was_made_with) {
   ASSERT_FALSE(summary.kinds.empty());
   EXPECT_EQ(summary.kinds[0].name, "Customer");
   EXPECT_EQ(summary.kinds[0].records, 2);
+}
+
+TEST_F(CompanyStorage, The_summary_counts_every_list_and_every_kind_of_transaction_and_sums_the_balances) {
+  const auto opening = "<OpenBalance>100.25</OpenBalance><OpenBalanceDate>2008-03-01</OpenBalanceDate>";
+  EXPECT_EQ(Add(std::string("<Name>Acme</Name>") + opening).code, 0);
+  EXPECT_EQ(Add(std::string("<Name>Roof</Name><ParentRef><FullName>Acme</FullName></ParentRef>") + opening).code, 0);
+  EXPECT_EQ(Send("<AccountAddRq><AccountAdd><Name>Checking</Name><AccountType>Bank</AccountType>"
+                 "<OpenBalance>7.50</OpenBalance><OpenBalanceDate>2008-03-01</OpenBalanceDate></AccountAdd>"
+                 "</AccountAddRq>")
+                .code,
+            0);
+  std::vector<std::string> names;
+  for (const auto& kind : file_->Summary().kinds) {
+    names.push_back(kind.name);
+    if (kind.name == "Customer") {
+      EXPECT_EQ(kind.records, 2);
+      ASSERT_EQ(kind.balances.size(), 1U);
+      EXPECT_EQ(kind.balances[0].type, "");
+      EXPECT_EQ(kind.balances[0].balance.TenThousandths(), 2'005'000) << "a job's counts once";
+    }
+    if (kind.name == "Account") {
+      const auto bank = std::ranges::find(kind.balances, "Bank", &CompanySummary::Part::type);
+      ASSERT_NE(bank, kind.balances.end());
+      EXPECT_EQ(bank->records, 1);
+      EXPECT_EQ(bank->balance.TenThousandths(), 75'000);
+      std::int64_t records = 0;
+      for (const auto& part : kind.balances) records += part.records;
+      EXPECT_EQ(records, kind.records);
+    }
+    if (kind.name == "Class") {
+      EXPECT_TRUE(kind.balances.empty());
+    }
+  }
+  for (const auto& message : messages::AllMessages()) {
+    if (!message.name.ends_with("Query") || message.name == "HostQuery" || message.name == "SubscriptionQuery")
+      continue;
+    const auto kind = message.name.substr(0, message.name.size() - std::string_view("Query").size());
+    EXPECT_NE(std::ranges::find(names, kind), names.end()) << kind;
+  }
 }
 
 TEST_F(CompanyStorage, Making_a_file_overwrites_nothing) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
@@ -19,6 +20,7 @@
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "tests/support/OwnTables.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb {
@@ -60,9 +62,11 @@ bool IsTrue(const std::string& word) {
 Json Recorded(const std::string& word) { return word == "True" || word == "False" ? Json(IsTrue(word)) : Json(word); }
 
 enTables Table(const std::string& word) {
-  if (word == "enClients") return enClients;
-  if (word == "enAll") return enAll;
-  throw std::runtime_error("no table of these runs: " + word);
+  static const std::map<std::string, enTables> kTables = {
+      {"enVendors", enVendors}, {"enClients", enClients}, {"enEstimates", enEstimates}, {"enAll", enAll}};
+  const auto found = kTables.find(word);
+  if (found == kTables.end()) throw std::runtime_error("no table of these runs: " + word);
+  return found->second;
 }
 
 struct Operation {
@@ -130,6 +134,8 @@ constexpr std::array kOperations = {
     Operation{"UseTWSTable", 0, [](auto& b, auto&) -> Json { return b.UseTWSTable(); }},
     Operation{"IsSilentMode", 0, [](auto& b, auto&) -> Json { return b.IsSilentMode(); }},
     Operation{"SetIsSilentMode", 1, kSetter<&CTWQBBridge::SetIsSilentMode, IsTrue>},
+    Operation{"SetUsePreferencesTW", 1, kSetter<&CTWQBBridge::SetUsePreferencesTW, IsTrue>},
+    Operation{"SetPassedID", 1, kSetter<&CTWQBBridge::SetPassedID, kText>},
     Operation{"SetIsQBSingleMode", 1, kSetter<&CTWQBBridge::SetIsQBSingleMode, IsTrue>},
     Operation{"SetLeaveMsgBoxOpen", 1, kSetter<&CTWQBBridge::SetLeaveMsgBoxOpen, IsTrue>},
     Operation{"SetUseTWSTable", 1, kSetter<&CTWQBBridge::SetUseTWSTable, IsTrue>},
@@ -162,7 +168,8 @@ constexpr std::array kOperations = {
 
 struct LibraryHost::Parts {
   explicit Parts(const LibraryHostOptions& options)
-      : folder(options.folder),
+      : tables(options.tables),
+        folder(options.folder),
         machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
                 {.now = options.now, .zone = options.zone, .seed = 1}),
         quickbooks(folder + "/company.twq", machine),
@@ -185,12 +192,13 @@ struct LibraryHost::Parts {
     Compose({});
   }
 
+  OwnTables tables;
   std::string folder;
   FrozenMachine machine;
   SqliteProvider database;
   company::CompanyTransportFactory quickbooks;
   ScriptedDesk script;
-  NoCallbackFactory callback;
+  RecordingCallbackFactory callback;
   FaultPlatform faults;
   std::ostringstream record;
   TranscriptWriter writer;

@@ -139,9 +139,22 @@ TEST(ValueFormat, A_price_or_quantity_has_at_most_five_decimals_without_trailing
                                                             {0.000001, "0"},
                                                             {-0.000001, "0"},
                                                             {1e6, "1000000"},
-                                                            {0.1 + 0.2, "0.3"}}) {
+                                                            {0.1 + 0.2, "0.3"},
+                                                            {1.000005, "1.00001"},
+                                                            {-1.000005, "-1.00001"},
+                                                            {97.123455, "97.12346"}}) {
     EXPECT_EQ(DecimalText(number), text) << number;
   }
+}
+
+TEST(ValueFormat, A_span_of_time_is_written_with_all_its_parts_and_read_with_any_of_them) {
+  EXPECT_EQ(TimeIntervalText({.hours = 24}), "PT24H0M0S");
+  EXPECT_EQ(TimeIntervalText({.hours = 0, .minutes = 5, .seconds = 59}), "PT0H5M59S");
+  EXPECT_EQ(ParseTimeInterval("PT24H0M0S"), (TimeInterval{.hours = 24}));
+  EXPECT_EQ(ParseTimeInterval("PT90M"), (TimeInterval{.minutes = 90}));
+  EXPECT_EQ(ParseTimeInterval("PT999999999S"), (TimeInterval{.seconds = 999'999'999}));
+  EXPECT_EQ(ParseTimeInterval("PT1000000000S"), std::nullopt);
+  EXPECT_EQ(ParseTimeInterval("PT"), std::nullopt);
 }
 
 TEST(ValueFormat, An_amount_reads_as_money) {
