@@ -65,6 +65,7 @@ constexpr std::array kKinds = {
 
 std::vector<std::string> TypedNames() {
   std::vector<std::string> names;
+  names.reserve(kKinds.size());
   for (const auto& kind : kKinds) names.push_back(kind.TypedName());
   return names;
 }

@@ -52,12 +52,14 @@ std::string TabbedLine(std::span<const Cell> cells, TextOf textOf) {
 
 std::vector<std::string> NamesOf(const ado::Recordset& rows) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(rows.FieldCount()));
   for (int i = 0; i < rows.FieldCount(); ++i) names.push_back(rows.FieldName(i));
   return names;
 }
 
 std::vector<Value> ValuesOf(const ado::Recordset& rows) {
   std::vector<Value> values;
+  values.reserve(static_cast<std::size_t>(rows.FieldCount()));
   for (int i = 0; i < rows.FieldCount(); ++i) values.push_back(rows.FieldAt(i));
   return values;
 }

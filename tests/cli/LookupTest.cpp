@@ -106,17 +106,29 @@ TEST_F(Lookup, On_a_terminal_the_rows_are_a_table) {
   EXPECT_THAT(OnATerminal({"list", "employees"}), HasSubstr("QuickBooks has none."));
 }
 
+TEST_F(Lookup, Of_a_transaction_the_full_names_of_what_it_refers_to_are_shown) {
+  AddCustomers();
+  QuickBooks(
+      "<EmployeeAddRq><EmployeeAdd><FirstName>Ann</FirstName></EmployeeAdd></EmployeeAddRq>"
+      "<TimeTrackingAddRq><TimeTrackingAdd><TxnDate>2008-03-05</TxnDate><EntityRef><FullName>Ann</FullName></EntityRef>"
+      "<CustomerRef><FullName>Acme:Barn</FullName></CustomerRef><Duration>PT1H30M0S</Duration></TimeTrackingAdd>"
+      "</TimeTrackingAddRq>");
+  EXPECT_THAT(folder_.Done({"list", "timeentries"}),
+              AllOf(StartsWith("TxnID\tTxnDate\tEntityRef\tCustomerRef\tItemServiceRef\tDuration\n"),
+                    HasSubstr("\t2008-03-05\tAnn\tAcme:Barn\t\\N\tPT1H30M0S\n")));
+}
+
 class ListOfKind : public Lookup, public testing::WithParamInterface<std::string> {};
 
 // Those that a new company file may leave empty.
 INSTANTIATE_TEST_SUITE_P(Kinds, ListOfKind,
-                         testing::Values("employees", "customers", "vendors", "expcodes", "activities", "classitems",
-                                         "payrollitems"));
+                         testing::Values("employees", "customers", "vendors", "invoices", "payments", "expcodes",
+                                         "activities", "timeentries", "checks", "bills", "classitems", "payrollitems"));
 
 TEST_P(ListOfKind, Empty_is_a_header_alone_and_status_0) {
   const auto ended = folder_.Twqb({"list", GetParam()});
   EXPECT_EQ(ended.status, 0) << ended.err;
-  EXPECT_THAT(ended.out, AllOf(StartsWith("ListID\t"), testing::EndsWith("IsActive\n")));
+  EXPECT_THAT(ended.out, ContainsRegex("^(ListID|TxnID)\t"));
   EXPECT_EQ(std::ranges::count(ended.out, '\n'), 1);
   EXPECT_THAT(folder_.Done({"list", GetParam(), "--json"}), IsEmpty());
 }
