@@ -57,7 +57,8 @@ class CompanyFile {
   CompanyFile& operator=(CompanyFile&&) noexcept;
 
   // Answers a document of requests (UTF-8). What it changed is durable when it returns. Raises 0x80040400 for a
-  // document that is refused as a whole and 0x80040402 when the storage fails; nothing is changed then.
+  // document that is refused as a whole, 0x80040307 for one with a bill that comes to nothing, and 0x80040402 when the
+  // storage fails; nothing is changed then.
   [[nodiscard]] std::string Process(std::string_view document);
   // The same for a document of subscription requests.
   [[nodiscard]] std::string ProcessSubscription(std::string_view document);

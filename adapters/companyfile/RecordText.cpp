@@ -1,8 +1,13 @@
 #include "adapters/companyfile/RecordText.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
+#include <optional>
+#include <utility>
 
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
@@ -62,6 +67,26 @@ std::string PriceText(std::string_view text) {
   return price.append(kCents - std::min(kCents, fraction.size()), '0');
 }
 
+// An interval has hours, minutes and seconds, the last two below sixty: "PT90M" is "PT1H30M0S". Nothing for one that is
+// too long to be counted.
+std::optional<std::string> IntervalText(std::string_view text) {
+  constexpr std::int64_t kPerUnit = 60;
+  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max() / (kPerUnit * kPerUnit * 2);
+  text.remove_prefix(std::string_view("PT").size());
+  std::int64_t seconds = 0;
+  for (const auto& [unit, length] : {std::pair{'H', kPerUnit * kPerUnit}, {'M', kPerUnit}, {'S', std::int64_t{1}}}) {
+    const auto end = text.find(unit);
+    if (end == std::string_view::npos) continue;
+    std::int64_t count = 0;
+    const auto read = std::from_chars(text.data(), text.data() + end, count);
+    if (read.ec != std::errc{} || count > kMost || seconds > kMost) return std::nullopt;
+    seconds += count * length;
+    text.remove_prefix(end + 1);
+  }
+  const auto minutes = seconds / kPerUnit;
+  return fmt::format("PT{}H{}M{}S", minutes / kPerUnit, minutes % kPerUnit, seconds % kPerUnit);
+}
+
 // A value as QuickBooks writes it: it reads "1" and "+5.00" and answers "true" and "5.00".
 std::string ValueText(const Element& row, std::string_view text) {
   if (text.empty()) return {};
@@ -74,6 +99,9 @@ std::string ValueText(const Element& row, std::string_view text) {
       break;
     case Type::Price:
       return PriceText(text);
+    case Type::TimeInterval:
+      if (const auto value = IntervalText(text)) return *value;
+      break;
     case Type::Int: {
       std::int64_t value = 0;
       const auto digits = text.substr(text.starts_with('+') ? 1 : 0);

@@ -103,8 +103,8 @@ Named CollectNamed(TxnStore& txns, const TxnKind& kind, pugi::xml_node query, Tx
     std::ranges::move(found, std::back_inserter(named.txns));
   }
   std::ranges::sort(named.txns, {}, [](const TxnRecord& txn) { return std::pair(txn.date, txn.number); });
-  const auto rest = std::ranges::unique(named.txns, {}, &TxnRecord::txnId);
-  named.txns.erase(rest.begin(), rest.end());
+  const auto same = [](const TxnRecord& a, const TxnRecord& b) { return a.txnId == b.txnId; };
+  named.txns.erase(std::unique(named.txns.begin(), named.txns.end(), same), named.txns.end());
   return named;
 }
 

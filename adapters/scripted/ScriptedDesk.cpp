@@ -46,6 +46,9 @@ BoxAnswer ToBoxAnswer(Word word) {
 std::string Quoted(std::string_view text) { return fmt::format("\"{}\"", Trim(ReplaceAll(text, kCrLf, " "))); }
 
 // "12/64 --> 00:00:03" is 12; 0 for a text that begins otherwise.
+// A bar that moves while QuickBooks is read counts steps of the reading: no record is in hand yet.
+bool CountsRecords(const MsgFormState& state) { return !state.lblItem.starts_with("Reading "); }
+
 int CounterOf(std::string_view progress) {
   int counter = 0;
   std::from_chars(progress.data(), progress.data() + progress.size(), counter);
@@ -146,7 +149,7 @@ void ScriptedDesk::UpdateMsgForm(const MsgFormState& state) {
   form_ = state;
   if (state.txtProg != staleProgress_) {
     staleProgress_.clear();
-    counter_ = CounterOf(state.txtProg);
+    counter_ = CountsRecords(state) ? CounterOf(state.txtProg) : 0;
   }
   KeepFormEvent(FormEventKind::Update, state);
   if (display_ != nullptr) display_->UpdateMsgForm(state);

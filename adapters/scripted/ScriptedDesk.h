@@ -62,7 +62,8 @@ class ScriptedDesk : public Desk {
   void UpdateMsgForm(const MsgFormState& state) override;
   void UnloadMsgForm() override;
   // Presses Cancel, at most once in a call, where a `cancel after N` is due by the counter of the form: the number in
-  // front of the "/" of `txtProg`, since ShowMsgForm. Each such line is one press.
+  // front of the "/" of `txtProg`, since ShowMsgForm, but for a form that tells of reading. Each such line is one
+  // press.
   void PumpMessages() override;
 
   void SetPointer(Pointer pointer) override { pointer_ = pointer; }

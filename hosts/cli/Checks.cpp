@@ -1,7 +1,9 @@
 #include "cli/Checks.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -12,7 +14,6 @@
 #include "adapters/transcript/Masking.h"
 #include "cli/Composition.h"
 #include "cli/ExitStatus.h"
-#include "cli/TableArgument.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::cli {
@@ -80,20 +81,31 @@ void CheckSettings(const Workplace& place) {
   if (!FileReplacement::Begin(place.settings)) refuse("written");
 }
 
-std::optional<std::string> MissingTable(const Workplace& place, enTables table) {
+void CheckSettingsTable(const Workplace& place) {
+  if (const auto missing = MissingTables(place, {"TWSTable"}); !missing.empty()) throw UsageError(MissingText(missing));
+}
+
+std::vector<std::string_view> MissingTables(const Workplace& place, const std::vector<std::string_view>& tables) {
+  std::vector<std::string_view> missing;
   try {
     const auto connection = Open(place);
-    for (const auto name : BillingTablesOf(table)) {
+    for (const auto name : tables) {
       try {
         connection->Execute(fmt::format("SELECT 1 FROM {} WHERE 1 = 0", name), nullptr);
       } catch (const PlatformError& failure) {
-        if (failure.number() == error::kNoSuchTable) return std::string(name);
+        const bool isNew = std::ranges::find(missing, name) == missing.end();
+        if (failure.number() == error::kNoSuchTable && isNew) missing.push_back(name);
       }
     }
   } catch (const PlatformError&) {
-    return std::nullopt;  // it could be opened before the transfer: this is about something else
+    return {};  // it could be opened before: this is about something else
   }
-  return std::nullopt;
+  return missing;
+}
+
+std::string MissingText(const std::vector<std::string_view>& missing) {
+  return fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.",
+                     fmt::join(missing, ", "));
 }
 
 }  // namespace twqb::cli

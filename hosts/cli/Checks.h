@@ -4,11 +4,11 @@
 // of a run do not see them.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "cli/Options.h"
-#include "twqb/enTables.h"
 
 namespace twqb::cli {
 
@@ -20,9 +20,13 @@ void CheckCompany(const Workplace& place);
 void RequireCompany(const Workplace& place);
 // The settings file can be read and written, or made.
 void CheckSettings(const Workplace& place);
+// BillingDb has a table for the settings.
+void CheckSettingsTable(const Workplace& place);
 
-// A table of BillingDb that a transfer of `table` needs and that is not there; nothing when all are, and when the
-// database can't tell.
-[[nodiscard]] std::optional<std::string> MissingTable(const Workplace& place, enTables table);
+// Those of `tables` that BillingDb does not have, each once; none when the database can't tell.
+[[nodiscard]] std::vector<std::string_view> MissingTables(const Workplace& place,
+                                                          const std::vector<std::string_view>& tables);
+// What is said of them.
+[[nodiscard]] std::string MissingText(const std::vector<std::string_view>& missing);
 
 }  // namespace twqb::cli

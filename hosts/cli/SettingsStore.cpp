@@ -15,7 +15,7 @@ namespace {
 Workplace Checked(const Options& options, SettingsStore::Also also) {
   auto place = WorkplaceOf(options);
   if (options.settingsTable || also == SettingsStore::Also::Billing) CheckBilling(place);
-  if (!options.settingsTable) CheckSettings(place);
+  options.settingsTable ? CheckSettingsTable(place) : CheckSettings(place);
   return place;
 }
 

@@ -47,9 +47,11 @@ Rows RowsOf(enTables table) {
   }
 }
 
+// A table that is not there, or is another one, can't be counted.
 std::string CountOf(const Rows& rows, std::string_view condition) {
-  return GetScalarFromSQL(
-      fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
+  const auto count =
+      GetScalarFromSQL(fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
+  return count.empty() ? std::string(kUnknown) : count;
 }
 
 // When the transfer of a table ended last; the text as it is stored.
@@ -113,7 +115,11 @@ ExitStatus Status(const Options& options) {
     }
   });
   PrintLines(lines);
-  return ExitStatus::Done;
+  FlushOutput();
+  const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
+  if (missing.empty()) return ExitStatus::Done;
+  Tell(MissingText(missing));
+  return ExitStatus::Failed;
 }
 
 }  // namespace
@@ -122,7 +128,8 @@ void AddStatusCommand(CLI::App& app, Command& chosen) {
   auto* command = app.add_subcommand("status", "Show for each table how far it is linked and when it went last");
   command->footer(
       "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their dates\n"
-      "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark.");
+      "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. Status 1: BillingDb lacks a\n"
+      "table.");
   command->callback([&chosen] { chosen = Status; });
 }
 

@@ -33,9 +33,8 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request) {
   const auto status =
       RunOperation(options, TransferOperation(request), {.done = label + ": done", .failed = label + ": failed"});
   if (status == ExitStatus::Done) return status;
-  if (const auto table = MissingTable(WorkplaceOf(options), request.table)) {
-    Tell(fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.", *table));
-  }
+  const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(request.table));
+  if (!missing.empty()) Tell(MissingText(missing));
   return status;
 }
 

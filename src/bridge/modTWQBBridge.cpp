@@ -188,7 +188,8 @@ Outcome TransferAll(const Transfer& transfer, const TransferOptions& options) {
     if (step == StepResult::FiltersFailed) return {};
     Vars().g_AllTablesRun = false;
     TakeFormDown();
-    if (!sends) UnloadMsgForm();
+    // A form that is to be left open goes all the same where a table failed; not where its time could not be written.
+    if (!sends && step == StepResult::TableFailed) UnloadMsgForm();
     // After a failed table the call-back stays held; the next transfer overwrites it.
     return {.releasesCallback = sends && step == StepResult::StampFailed};
   }
@@ -214,8 +215,7 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
 }
 
 // The filters of a get, as the reader takes them.
-ReadFilters ReadFiltersOf(std::int32_t table, const TableRead& read, const SavedFilters& filters, ActiveOnly activeOnly,
-                          bool blnByID) {
+ReadFilters ReadFiltersOf(const TableRead& read, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID) {
   return {.strID = filters.Filter2a,
           .strFromDate = filters.Date1a,
           .strToDate = filters.Date1b,
@@ -223,7 +223,7 @@ ReadFilters ReadFiltersOf(std::int32_t table, const TableRead& read, const Saved
           .strNameTo = filters.Filter1b,
           .IsDependent = blnByID,
           .ExpenseLogKind = read.ExpenseLogKind,
-          .activeOnly = read.looksUpActiveOnly ? LookUpActiveOnly(table, ActiveOnly::LookUp) : activeOnly,
+          .activeOnly = read.looksUpActiveOnly ? ActiveOnly::LookUp : activeOnly,
           .strTxnFrom = read.takesTransactionDates ? filters.From : std::string(),
           .strTxnTo = read.takesTransactionDates ? filters.To : std::string()};
 }
@@ -308,7 +308,7 @@ bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly 
       for (const auto& read : ReadsOf(table)) {
         RecordList records;
         if (ApplyQBFiltersAndReadRecords(read.kind, records, *Vars().g_QBSession,
-                                         ReadFiltersOf(table, read, filters, activeOnly, blnByID))) {
+                                         ReadFiltersOf(read, filters, activeOnly, blnByID))) {
           FindTableRoutines(table)->get(
               {.records = records, .filters = filters, .blnByID = blnByID, .connection = connection, .part = part});
         }

@@ -71,7 +71,7 @@ class GetRun {
     Vars().g_TableOk = TableOk::False;
     if (showsProgress_) {
       UpdateProgressBar(total, counter);
-      SetProgressText(record["FullName"].GetValueOrEmpty());
+      SetProgressText(record[table_.progressField].GetValueOrEmpty());
       TheDesk().PumpMessages();
     }
     // 5.2

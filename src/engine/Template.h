@@ -49,6 +49,7 @@ struct TableDescription {
   std::string_view sendLogText;  // the key follows
   std::string_view getLogText;   // the QuickBooks name follows
   std::string_view missingConnectionText;
+  std::string_view progressField = "FullName";  // of the record in hand, shown while it is taken over
 
   // The statement that gives a new pair its date; left out: LastUpdated = 'mm/dd/yyyy hh:mm:ss'.
   std::string (*lastUpdatedStatement)(std::string_view key, Date utc) = nullptr;

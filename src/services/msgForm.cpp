@@ -94,8 +94,9 @@ void SetMyCaption(std::string_view strCaption) {
 
 void UnloadMsgForm() {
   if (!Vars().msgForm) return;
-  Vars().msgForm.reset();
+  // Forgotten once it is gone: one that could not be taken down is met again by the next run.
   TheDesk().UnloadMsgForm();
+  Vars().msgForm.reset();
 }
 
 }  // namespace twqb

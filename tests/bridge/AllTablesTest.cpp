@@ -109,7 +109,10 @@ TEST(AllTables, A_time_that_cannot_be_written_ends_a_get_at_once_with_the_call_b
   BridgeHouse house({}, std::string(kSubscribed) + "settings 1 raise 75 \"Full.\" write Customers_LastSendAt");
   house.AddCustomer("<Name>A</Name>");
   Bridge bridge(house);
+  bridge.SetLeaveMsgBoxOpen(true);
   EXPECT_FALSE(bridge.GetDataFromQB(enAll));
+  EXPECT_FALSE(Vars().g_AllTablesRun);
+  EXPECT_TRUE(house.desk.Form()) << "as it was asked for";
   EXPECT_EQ(house.callback.Events(), Events{3});
   EXPECT_TRUE(Vars().g_CallbackHeld);
 }

@@ -36,6 +36,32 @@ TEST_F(Settings, The_table_is_a_store_of_its_own) {
   EXPECT_EQ(folder_.Scalar("SELECT ParamValue FROM TWSTable WHERE ParamName = 'GENERAL_Colour'"), "green");
 }
 
+TEST_F(Settings, The_list_has_every_value_of_the_file_in_its_order) {
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_OptNever", "True"});
+  folder_.Done({"settings", "set", "GENERAL", "Colour", "green"});
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_ChkSkip", "False"});
+  EXPECT_EQ(folder_.Done({"settings", "list"}),
+            "[GENERAL] Colour=green\n[QBSEND_] Clients_OptNever=True\n[QBSEND_] Clients_ChkSkip=False\n");
+}
+
+TEST_F(Settings, The_list_has_every_value_of_the_table_by_name) {
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_OptNever", "True", "--settings-table"});
+  folder_.Done({"settings", "set", "GENERAL", "Colour", "green", "--settings-table"});
+  EXPECT_EQ(folder_.Done({"settings", "list", "--settings-table"}),
+            "GENERAL_Colour=green\nQBSEND__Clients_OptNever=True\n");
+}
+
+TEST_F(Settings, An_empty_store_lists_nothing_and_says_so) {
+  for (const auto& store : {std::vector<std::string>{}, std::vector<std::string>{"--settings-table"}}) {
+    std::vector<std::string> command = {"settings", "list"};
+    command.insert(command.end(), store.begin(), store.end());
+    const auto ended = folder_.Twqb(command);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_THAT(ended.out, IsEmpty());
+    EXPECT_THAT(ended.err, HasSubstr("Nothing is set."));
+  }
+}
+
 TEST_F(Settings, Blanks_around_a_value_and_a_leading_dash_are_kept) {
   folder_.Done({"settings", "set", "A", "b", "--", " -5 "});
   EXPECT_EQ(folder_.Done({"settings", "get", "A", "b"}), " -5 \n");
@@ -56,6 +82,7 @@ TEST_F(Settings, A_settings_file_in_no_folder_is_refused) {
 TEST_F(Settings, Reading_and_changing_them_writes_no_log) {
   folder_.Done({"settings", "set", "A", "b", "c"});
   folder_.Done({"settings", "get", "A", "b"});
+  folder_.Done({"settings", "list"});
   EXPECT_THAT(folder_.Names(), testing::ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
 }
 

@@ -16,6 +16,10 @@ TEST(CommandLine, Help_and_version_go_to_standard_output) {
   EXPECT_THAT(folder.Done({"--help"}), AllOf(StartsWith("Usage: twqb"), HasSubstr("Exit status")));
   EXPECT_THAT(folder.Done({"send", "--help"}), AllOf(HasSubstr("Usage: twqb send"), HasSubstr("expensecodes")));
   EXPECT_THAT(folder.Done({"billing", "run", "--help"}), HasSubstr("Usage: twqb billing run"));
+  EXPECT_THAT(folder.Done({"--help"}), AllOf(HasSubstr("  status "), HasSubstr("or list)")));
+  EXPECT_THAT(folder.Done({"status", "--help"}), AllOf(HasSubstr("Usage: twqb status"), HasSubstr("LAST SEND")));
+  EXPECT_THAT(folder.Done({"settings", "list", "--help"}),
+              AllOf(HasSubstr("Usage: twqb settings list"), HasSubstr("TWSTable")));
   EXPECT_THAT(folder.Done({"--version"}), StartsWith("twqb "));
 }
 
@@ -42,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Mistake{"MistypedCommand", {"sned", "clients"}, "Did you mean \"send\"?"},
                     Mistake{"MistypedNestedCommand", {"billing", "shwo"}, "Did you mean \"show\"?"},
                     Mistake{"FarOffCommand", {"synchronise"}, "There is no command \"twqb synchronise\".\n"},
-                    Mistake{"GroupAlone", {"settings"}, "needs a command: get, set"},
+                    Mistake{"GroupAlone", {"settings"}, "needs a command: get, set, list"},
                     Mistake{"MistypedOption", {"send", "clients", "--sycn"}, "Did you mean \"--sync\"?"},
                     Mistake{
                         "MistypedGlobalOption", {"--anwsers", "x", "send", "clients"}, "Did you mean \"--answers\"?"},

@@ -390,6 +390,18 @@ TEST_F(Txn, Time_is_tracked_while_the_feature_is_enabled) {
   EXPECT_EQ(added.Value("IsBilled"), "false");
 }
 
+TEST_F(Txn, The_duration_of_time_is_answered_in_hours_minutes_and_seconds) {
+  const auto duration = [this](std::string_view given) {
+    return AddTxn("TimeTracking", Named("EntityRef", "Vic") + Tag("Duration", given)).Value("Duration");
+  };
+  EXPECT_EQ(duration("PT7H45M30S"), "PT7H45M30S");
+  EXPECT_EQ(duration("PT8H"), "PT8H0M0S");
+  EXPECT_EQ(duration("PT90M"), "PT1H30M0S");
+  EXPECT_EQ(duration("PT3661S"), "PT1H1M1S");
+  EXPECT_EQ(duration("PT0S"), "PT0H0M0S");
+  EXPECT_EQ(duration("PT99999999999999999999H"), "PT99999999999999999999H");
+}
+
 TEST_F(Txn, Billable_time_has_a_customer) {
   const auto time = Named("EntityRef", "Vic") + Tag("Duration", "PT1H0M0S") + Tag("IsBillable", "true");
   const auto refused = AddTxn("TimeTracking", time);

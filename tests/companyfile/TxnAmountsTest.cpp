@@ -176,6 +176,27 @@ TEST_F(Amounts, Tax_is_on_the_taxable_lines_at_the_rate_of_the_tax_item) {
   EXPECT_EQ(exempt.Value("BalanceRemaining"), "10.10");
 }
 
+TEST_F(Amounts, Tax_is_the_customer_s_where_the_sale_says_nothing) {
+  for (const char* code : {"Tax", "Non"}) {
+    Send(AddOf("Customer", Tag("Name", code) + Named("SalesTaxCodeRef", code) + Named("ItemSalesTaxRef", "County")));
+    const auto added =
+        AddTxn("Invoice", Named("CustomerRef", code) +
+                              Tag("InvoiceLineAdd", Named("ItemRef", "Design") + Named("SalesTaxCodeRef", "Tax")));
+    EXPECT_EQ(added.Value("ItemSalesTaxRef/FullName"), "County");
+    EXPECT_EQ(added.Value("CustomerSalesTaxCodeRef/FullName"), code);
+    EXPECT_EQ(added.Value("SalesTaxTotal"), std::string_view(code) == "Tax" ? "8.25" : "0.00");
+  }
+}
+
+TEST_F(Amounts, A_group_in_a_bill_brings_its_items_at_their_cost) {
+  const auto added = AddTxn(
+      "Bill", Named("VendorRef", "Vic") + Tag("ItemGroupLineAdd", Named("ItemGroupRef", "Kit") + Tag("Quantity", "2")));
+  ASSERT_EQ(added.code, 0) << added.message;
+  EXPECT_EQ(added.Value("ItemGroupLineRet/TotalAmount"), "416.00");
+  EXPECT_EQ(added.Value("AmountDue"), "416.00");
+  EXPECT_FALSE(added.Has("ItemGroupLineRet/IsPrintItemsInGroup"));
+}
+
 TEST_F(Amounts, A_tax_item_in_a_line_is_a_line_like_others) {
   const auto given =
       AddTxn("Invoice", Named("CustomerRef", "Acme") + Tag("InvoiceLineAdd", Named("ItemRef", "Design")) +

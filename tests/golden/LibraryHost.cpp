@@ -19,6 +19,7 @@
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "tests/support/OwnTables.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb {
@@ -111,6 +112,8 @@ constexpr std::array kOperations = {
     Operation{"UseTWSTable", 0, [](auto& b, auto&) -> Json { return b.UseTWSTable(); }},
     Operation{"IsSilentMode", 0, [](auto& b, auto&) -> Json { return b.IsSilentMode(); }},
     Operation{"SetIsSilentMode", 1, kSetter<&CTWQBBridge::SetIsSilentMode, IsTrue>},
+    Operation{"SetUsePreferencesTW", 1, kSetter<&CTWQBBridge::SetUsePreferencesTW, IsTrue>},
+    Operation{"SetPassedID", 1, kSetter<&CTWQBBridge::SetPassedID, kText>},
     Operation{"SetIsQBSingleMode", 1, kSetter<&CTWQBBridge::SetIsQBSingleMode, IsTrue>},
     Operation{"SetLeaveMsgBoxOpen", 1, kSetter<&CTWQBBridge::SetLeaveMsgBoxOpen, IsTrue>},
     Operation{"SetUseTWSTable", 1, kSetter<&CTWQBBridge::SetUseTWSTable, IsTrue>},
@@ -143,7 +146,8 @@ constexpr std::array kOperations = {
 
 struct LibraryHost::Parts {
   explicit Parts(const LibraryHostOptions& options)
-      : folder(options.folder),
+      : tables(options.tables),
+        folder(options.folder),
         machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
                 {.now = options.now, .zone = options.zone, .seed = 1}),
         quickbooks(folder + "/company.twq", machine),
@@ -166,6 +170,7 @@ struct LibraryHost::Parts {
     Compose({});
   }
 
+  OwnTables tables;
   std::string folder;
   FrozenMachine machine;
   SqliteProvider database;

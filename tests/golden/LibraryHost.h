@@ -2,14 +2,17 @@
 // command line records its runs.
 //
 // For what the command line does not offer: several calls of one process, operations without a command, and a
-// QuickBooks that changes while the library waits for an answer. The files are made by others.
+// QuickBooks that changes while the library waits for an answer. Unlike the command line it has the call-back class.
+// The files are made by others.
 #pragma once
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "bridge/TableRoutines.h"
 #include "platform/Date.h"
 #include "platform/machine.h"
 
@@ -19,8 +22,9 @@ struct LibraryHostOptions {
   std::string folder;
   Date now;
   TimeZoneInformation zone;
-  std::string answers;  // as in an answers file
-  std::string faults;   // as in a faults file
+  std::string answers;                         // as in an answers file
+  std::string faults;                          // as in a faults file
+  std::span<const TableRoutines> tables = {};  // of the tests' own
   // Runs before the n-th question (from 1) is answered; boxes with only OK are none.
   std::function<void(int n)> beforeAnswer;
 };

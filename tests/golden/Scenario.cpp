@@ -8,6 +8,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -16,6 +17,7 @@
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/system/SystemMachine.h"
 #include "tests/golden/LibraryHost.h"
+#include "tests/support/PlainVendors.h"
 #include "tests/support/Process.h"
 
 namespace twqb {
@@ -94,6 +96,7 @@ class ScenarioRun {
   void Program(const std::string& rest, const std::string& line) {
     if (rest != "two-tables") throw std::runtime_error("unknown program: " + line);
     program_ = TWQB_TWO_TABLES_PROGRAM;
+    tables_ = PlainVendorRoutines();
   }
   void Init(const std::string& rest, const std::string& line) {
     initialised_ = true;
@@ -168,6 +171,7 @@ class ScenarioRun {
                                        .zone = Zone(),
                                        .answers = std::exchange(answers_, {}),
                                        .faults = std::exchange(faults_, {}),
+                                       .tables = tables_,
                                        .beforeAnswer = [this](int n) { BeforeAnswer(n); }});
     }
     host_->BeginObject();
@@ -309,6 +313,7 @@ class ScenarioRun {
 
   TemporaryFolder folder_;
   std::string program_ = TWQB_PROGRAM;
+  std::span<const TableRoutines> tables_;  // those of the program that twqb does not have
   std::string clock_ = "2008-03-05T10:00:00";
   bool daylight_ = false;
   std::string tag_ = "3.0";

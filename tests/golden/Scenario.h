@@ -2,7 +2,7 @@
 //
 // A folder tests/transcripts/TABLE/BEHAVIOUR holds `scenario`, one step a line, and `transcript.jsonl`. Steps:
 //   # text                     a remark
-//   program two-tables         the program with a second table of the tests' own (vendors) for the steps that follow
+//   program two-tables         program and objects with a second table of the tests' own (vendors), from here on
 //   init ARGUMENTS             how the files are made; the first step, or left out
 //   first run                  keeps the question of the first run, which is answered for otherwise
 //   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it

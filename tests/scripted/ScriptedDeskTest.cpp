@@ -201,6 +201,18 @@ TEST_F(CancelledRun, A_position_left_over_from_the_table_before_does_not_count) 
   EXPECT_THAT(pressedAt_, ElementsAre("2/3"));
 }
 
+TEST_F(CancelledRun, Steps_of_the_reading_do_not_count) {
+  Start("cancel after 2\nyes\n");
+  auto reading = Progress("8/10");
+  reading.lblItem = "Reading ...Customers(may take some time)";
+  desk_->ShowMsgForm(Progress(""), [this] { pressedAt_.emplace_back("too early"); });
+  desk_->UpdateMsgForm(reading);
+  desk_->PumpMessages();
+  EXPECT_TRUE(pressedAt_.empty());
+  RunTable(3, "8/10");
+  EXPECT_THAT(pressedAt_, ElementsAre("2/3"));
+}
+
 TEST_F(CancelledRun, Without_a_form_nothing_is_pressed) {
   Start("cancel after 1\nyes\n");
   RunTable(0);

@@ -38,6 +38,7 @@ constexpr TableDescription kVendors = {
     .sendLogText = "A vendor could not be sent: ",
     .getLogText = "A vendor could not be taken over: ",
     .missingConnectionText = "MovePlainVendorsToTW - Connection Object is required!",
+    .progressField = "Name",
     .sendFields = kSendFields,
     .blankedColumns = kBlankedColumns,
     .getFields = kGetFields,

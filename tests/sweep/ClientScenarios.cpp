@@ -1,9 +1,6 @@
 // Clients in both directions.
 
-#include <fmt/format.h>
-
-#include <stdexcept>
-
+#include "Books.h"
 #include "Scenarios.h"
 
 namespace twqb::sweep {
@@ -12,34 +9,9 @@ namespace {
 const std::vector<LinkedTable> kClientTable = {
     {.name = "Client", .keyColumn = "ClientID", .stampColumn = "LastUpdate"}};
 
-// Carries one request out; a refusal is a mistake in the scenario.
-void Ask(TestHouse& house, const std::string& request) {
-  const auto answer = house.Company(request);
-  if (answer.find("statusCode=\"0\"") == std::string::npos) throw std::runtime_error(answer);
-}
-
-void AddCustomer(TestHouse& house, std::string_view fields) {
-  Ask(house, fmt::format("<CustomerAddRq><CustomerAdd>{}</CustomerAdd></CustomerAddRq>", fields));
-}
-
-void ChangeCustomer(TestHouse& house, std::string_view fullName, std::string_view fields) {
-  const auto answer =
-      house.Company(fmt::format("<CustomerQueryRq><FullName>{}</FullName></CustomerQueryRq>", fullName));
-  constexpr std::string_view kTag = "<EditSequence>";
-  const auto from = answer.find(kTag) + kTag.size();
-  Ask(house, fmt::format("<CustomerModRq><CustomerMod><ListID>{}</ListID><EditSequence>{}</EditSequence>{}"
-                         "</CustomerMod></CustomerModRq>",
-                         house.ListIdOf(fullName), answer.substr(from, answer.find('<', from) - from), fields));
-}
-
-void TransferNow(TestHouse& house, const Scenario& scenario) {
-  house.Enter();
-  if (!RunTransfers(house, scenario)) throw std::runtime_error("the transfer beforehand failed");
-}
-
 // One without a date of its last change, one whose twin QuickBooks deleted, one whose name is in use.
 void PrepareFirstSend(TestHouse& house, const Scenario& /*scenario*/) {
-  AddCustomer(house, "<Name>CEDAR</Name><CompanyName>Cedar Point</CompanyName>");
+  AddRecord(house, "Customer", "<Name>CEDAR</Name><CompanyName>Cedar Point</CompanyName>");
   house.Sql(
       "INSERT INTO Client (ClientID, ClientCompany, ClientFName, ClientStreet, ClientPhone, ClientSince) "
       "VALUES ('ACME1', 'Acme Tools', 'Ann', '1 Elm Street', '(603) 555-0101', '2003-02-10 00:00:00')");
@@ -60,17 +32,17 @@ void PrepareSecondSend(TestHouse& house, const Scenario& scenario) {
   house.Sql("UPDATE Client SET ClientMI = 'P', LastUpdated = '2008-03-05 15:20:00' WHERE ClientID = 'BIRCH'");
   house.Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('DOGWOOD', 'Dogwood Homes')");
   house.machine.Advance(45 * Date::kMinute);
-  ChangeCustomer(house, "Birch &amp; Sons (BIRCH)", "<Phone>603 555 0177</Phone>");
+  ChangeRecord(house, "Customer", "Birch &amp; Sons (BIRCH)", "<Phone>603 555 0177</Phone>");
 }
 
 // Two customers and a job of the first.
 void PrepareFirstGet(TestHouse& house, const Scenario& /*scenario*/) {
-  AddCustomer(house,
-              "<Name>Easton, Town of</Name><CompanyName>Town of Easton</CompanyName>"
-              "<BillAddress><Addr1>Town Hall</Addr1><Addr2>136 Elm Street</Addr2></BillAddress>"
-              "<Phone>508.555.0151</Phone><Contact>Mary Ann Doyle</Contact>");
-  AddCustomer(house, "<Name>Farrow</Name><FirstName>Neil</FirstName>");
-  AddCustomer(house, "<Name>Library</Name><ParentRef><FullName>Easton, Town of</FullName></ParentRef>");
+  AddRecord(house, "Customer",
+            "<Name>Easton, Town of</Name><CompanyName>Town of Easton</CompanyName>"
+            "<BillAddress><Addr1>Town Hall</Addr1><Addr2>136 Elm Street</Addr2></BillAddress>"
+            "<Phone>508.555.0151</Phone><Contact>Mary Ann Doyle</Contact>");
+  AddRecord(house, "Customer", "<Name>Farrow</Name><FirstName>Neil</FirstName>");
+  AddRecord(house, "Customer", "<Name>Library</Name><ParentRef><FullName>Easton, Town of</FullName></ParentRef>");
 }
 
 // One customer was changed in QuickBooks, one client here and later than its twin; one customer is new.
@@ -78,9 +50,9 @@ void PrepareSecondGet(TestHouse& house, const Scenario& scenario) {
   PrepareFirstGet(house, scenario);
   TransferNow(house, scenario);
   house.machine.Advance(20 * Date::kMinute);
-  ChangeCustomer(house, "Easton, Town of", "<Phone>508.555.0199</Phone>");
-  ChangeCustomer(house, "Farrow", "<FirstName>Nils</FirstName>");
-  AddCustomer(house, "<Name>Granite</Name><CompanyName>Granite State</CompanyName>");
+  ChangeRecord(house, "Customer", "Easton, Town of", "<Phone>508.555.0199</Phone>");
+  ChangeRecord(house, "Customer", "Farrow", "<FirstName>Nils</FirstName>");
+  AddRecord(house, "Customer", "<Name>Granite</Name><CompanyName>Granite State</CompanyName>");
   house.Sql("UPDATE Client SET ClientFName = 'Neal', LastUpdated = '2008-03-05 15:40:00' WHERE ClientID = 'Farrow'");
 }
 

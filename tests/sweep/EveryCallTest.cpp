@@ -42,6 +42,8 @@ TEST_P(EveryCall, A_kill_after_any_call_harms_no_file_and_the_next_run_brings_bo
   BreakEveryCall(&Sweep::KillAt, FaultTiming::After, Which::ThoseThatReachOut);
 }
 
+INSTANTIATE_TEST_SUITE_P(AllTables, EveryCall, testing::ValuesIn(AllTablesScenarios()),
+                         [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Clients, EveryCall, testing::ValuesIn(ClientScenarios()),
                          [](const auto& test) { return test.param.name; });
 

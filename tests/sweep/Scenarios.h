@@ -1,4 +1,5 @@
-// The scenarios of each table, what is swept. A further table adds its function here and one line to the test.
+// What is swept: the scenarios of each table, and of runs over all of them. A further table adds its function here and
+// one line to the test.
 #pragma once
 
 #include <vector>
@@ -8,5 +9,6 @@
 namespace twqb::sweep {
 
 [[nodiscard]] std::vector<Scenario> ClientScenarios();
+[[nodiscard]] std::vector<Scenario> AllTablesScenarios();
 
 }  // namespace twqb::sweep

@@ -80,7 +80,7 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario) {
   });
 }
 
-Sweep::Sweep(const Scenario& scenario) : scenario_(scenario) {
+Sweep::Sweep(const Scenario& scenario) : scenario_(scenario), tables_(scenario_.routines) {
   fs::create_directory(House());
   {
     auto options = Options();

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,9 @@
 #include "Child.h"
 #include "Trace.h"
 #include "adapters/faults/FaultScript.h"
+#include "bridge/TableRoutines.h"
 #include "services/TableNames.h"
+#include "tests/support/OwnTables.h"
 #include "tests/support/TestHouse.h"
 #include "twqb/enTables.h"
 
@@ -32,6 +35,7 @@ struct Transfer {
 struct Scenario {
   std::string name;  // of the test
   std::vector<LinkedTable> tables;
+  std::span<const TableRoutines> routines = {};  // tables of the tests' own
   SettingsStore settings = SettingsStore::IniFile;
   // Brings both sides to where the transfers begin; it may transfer by itself. The house's clock stands an hour before
   // the sweep's.
@@ -46,7 +50,8 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario);
 
 class Sweep {
  public:
-  // Prepares the files and runs the transfers once, clean. Raises std::runtime_error when they don't return True.
+  // Prepares the files and runs the transfers once, clean. While it lives the library has the scenario's tables. Raises
+  // std::runtime_error when they don't return True.
   explicit Sweep(const Scenario& scenario);
 
   [[nodiscard]] const Trace& CleanTrace() const { return trace_; }
@@ -70,6 +75,7 @@ class Sweep {
   [[nodiscard]] Problems RunCleanly(TestHouse& house, Leaves leaves) const;
 
   Scenario scenario_;
+  OwnTables tables_;
   TemporaryFolder root_;
   Trace trace_;
   Expectation expected_;

@@ -1,0 +1,170 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "Program.h"
+
+namespace twqb::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using Words = std::vector<std::string>;
+
+Words WordsOf(const std::string& line) {
+  Words words;
+  std::istringstream stream(line);
+  for (std::string word; stream >> word;) words.push_back(word);
+  return words;
+}
+
+class Status : public testing::Test {
+ protected:
+  Status() { folder_.Done({"init", "--clock", "2008-03-05T10:00:00"}); }
+
+  void Sql(const std::string& statements) const { folder_.Done({"billing", "run", "-e", statements}); }
+  // The words behind a table's name.
+  Words LineOf(const std::string& table, const Words& options = {}) const {
+    Words command = {"status"};
+    command.insert(command.end(), options.begin(), options.end());
+    return LineIn(folder_.Twqb(command).out, table);
+  }
+  static Words LineIn(const std::string& output, const std::string& table) {
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);) {
+      auto words = WordsOf(line);
+      if (words.front() != table) continue;
+      words.erase(words.begin());
+      return words;
+    }
+    return {};
+  }
+  void Transfer(const std::string& verb, const std::string& clock, const Words& options = {}) const {
+    folder_.Write("no.txt", "default no\n");
+    Words command = {verb, "clients", "--answers", "no.txt", "--clock", clock};
+    command.insert(command.end(), options.begin(), options.end());
+    folder_.Done(command);
+  }
+
+  WorkFolder folder_;
+};
+
+TEST_F(Status, Names_every_table_once_below_its_columns) {
+  std::istringstream lines(folder_.Done({"status"}));
+  std::string header;
+  std::getline(lines, header);
+  EXPECT_THAT(WordsOf(header),
+              ElementsAre("TABLE", "ROWS", "LINKED", "NEVER", "LINKED", "CHANGED", "LAST", "SEND", "LAST", "GET"));
+  Words tables;
+  for (std::string line; std::getline(lines, line);) {
+    const auto words = WordsOf(line);
+    tables.push_back(words.at(0));
+    EXPECT_THAT(Words(words.begin() + 1, words.end()), ElementsAre("0", "0", "0", "-", "never", "never"));
+  }
+  EXPECT_THAT(tables,
+              ElementsAre("employees", "vendors", "clients", "projects", "activities", "expensecodes", "accounts",
+                          "expenselog", "timeentries", "invoices", "payments", "vendorbill", "estimates"));
+}
+
+TEST_F(Status, Counts_rows_by_their_links_and_tells_employees_from_vendors) {
+  Sql("INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) VALUES ('E1', 0, '1-1');"
+      "INSERT INTO Employee (EmployeeID, IsSub) VALUES ('E2', 0);"
+      "INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) VALUES ('E3', 0, '');"
+      "INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) VALUES ('V1', -1, '2-1');");
+  EXPECT_THAT(LineOf("employees"), ElementsAre("3", "1", "2", "-", "never", "never"));
+  EXPECT_THAT(LineOf("vendors"), ElementsAre("1", "1", "0", "-", "never", "never"));
+}
+
+TEST_F(Status, Tells_when_each_table_went_last_and_what_changed_since_its_send) {
+  Sql("INSERT INTO Client (ClientID, LastUpdated) VALUES ('A', '2008-03-05 09:00:00');"
+      "INSERT INTO Client (ClientID, LastUpdated) VALUES ('B', '2008-03-05 09:00:00');");
+  Transfer("send", "2008-03-05T10:30:00");
+  EXPECT_THAT(LineOf("clients"), ElementsAre("2", "2", "0", "0", "3/5/2008", "10:30:00", "AM", "never"));
+  Sql("UPDATE Client SET ClientCity = 'Bath', LastUpdated = '2008-03-05 10:31:00' WHERE ClientID = 'A';"
+      "INSERT INTO Client (ClientID, LastUpdated) VALUES ('C', '2008-03-05 10:31:00');");
+  EXPECT_THAT(LineOf("clients"), ElementsAre("3", "2", "1", "1", "3/5/2008", "10:30:00", "AM", "never"));
+  Transfer("send", "2008-03-05T10:45:00");
+  Transfer("get", "2008-03-05T11:00:00");
+  // What a get takes over is a change behind the last send.
+  EXPECT_THAT(LineOf("clients"),
+              ElementsAre("3", "3", "0", "3", "3/5/2008", "10:45:00", "AM", "3/5/2008", "11:00:00", "AM"));
+}
+
+TEST_F(Status, Compares_in_UTC) {
+  Sql("INSERT INTO Client (ClientID, QBLinkID, LastUpdated) VALUES ('A', '1-1', '2008-03-05 14:00:00');");
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_LastSendAt", "3/5/2008 10:00:00 AM"});
+  EXPECT_EQ(LineOf("clients", {"--clock", "2008-03-05T12:00:00", "--bias", "300"}).at(3), "0");
+  EXPECT_EQ(LineOf("clients", {"--clock", "2008-03-05T12:00:00", "--bias", "180"}).at(3), "1");
+}
+
+TEST_F(Status, A_run_that_a_filter_narrowed_leaves_no_mark) {
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_OptFilter1b", "True"});
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_cmbFilter1a", "A"});
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_cmbFilter1b", "M"});
+  Sql("INSERT INTO Client (ClientID) VALUES ('A');");
+  Transfer("send", "2008-03-05T10:30:00");
+  EXPECT_THAT(LineOf("clients"), ElementsAre("1", "1", "0", "-", "never", "never"));
+}
+
+TEST_F(Status, A_last_send_that_is_no_date_is_shown_and_nothing_is_compared_with_it) {
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_LastSendAt", "lately"});
+  EXPECT_THAT(LineOf("clients"), ElementsAre("0", "0", "0", "-", "lately", "never"));
+}
+
+TEST_F(Status, Goes_by_the_settings_in_use) {
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_LastSendAt", "3/4/2008", "--settings-table"});
+  EXPECT_THAT(LineOf("clients"), ElementsAre("0", "0", "0", "-", "never", "never"));
+  EXPECT_THAT(LineOf("clients", {"--settings-table"}), ElementsAre("0", "0", "0", "0", "3/4/2008", "never"));
+}
+
+TEST_F(Status, Speaks_the_other_dialect_too) {
+  const Words jet = {"--billing", "Provider=JETLITE;Data Source=billing.db"};
+  Sql("INSERT INTO Client (ClientID, LastUpdated) VALUES ('A', '2008-03-05 09:00:00');");
+  Transfer("send", "2008-03-05T10:30:00", jet);
+  Sql("UPDATE Client SET LastUpdated = '2008-03-05 10:31:00' WHERE ClientID = 'A';");
+  EXPECT_THAT(LineOf("clients", jet), ElementsAre("1", "1", "0", "1", "3/5/2008", "10:30:00", "AM", "never"));
+}
+
+TEST_F(Status, Shows_what_it_can_of_a_database_that_lacks_tables_and_names_them) {
+  Sql("DROP TABLE Employee; DROP TABLE Project;");
+  folder_.Done({"settings", "set", "QBSEND_", "Projects_LastSendAt", "3/4/2008"});
+  const auto ended = folder_.Twqb({"status"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(LineIn(ended.out, "vendors"), ElementsAre("-", "-", "-", "-", "never", "never"));
+  EXPECT_THAT(LineIn(ended.out, "projects"), ElementsAre("-", "-", "-", "-", "3/4/2008", "never"));
+  EXPECT_THAT(LineIn(ended.out, "clients"), ElementsAre("0", "0", "0", "-", "never", "never"));
+  EXPECT_THAT(ended.err, HasSubstr("no table Employee, Project. \"twqb init\" makes one"));
+}
+
+TEST_F(Status, A_database_without_a_table_for_the_settings_is_refused_where_they_should_be_in_it) {
+  Sql("DROP TABLE TWSTable;");
+  for (const auto& command : {Words{"status"}, Words{"settings", "list"}, Words{"settings", "get", "A", "b"}}) {
+    auto inTable = command;
+    inTable.emplace_back("--settings-table");
+    const auto ended = folder_.Twqb(inTable);
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_THAT(ended.out, IsEmpty());
+    EXPECT_THAT(ended.err, HasSubstr("no table TWSTable"));
+  }
+  EXPECT_EQ(folder_.Twqb({"status"}).status, 0) << "the file is in use";
+}
+
+TEST_F(Status, A_missing_database_gives_2) {
+  const auto ended = folder_.Twqb({"status", "--billing", "Provider=SQLITE;Data Source=none.db"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.out, IsEmpty());
+  EXPECT_THAT(ended.err, HasSubstr("none.db"));
+}
+
+TEST_F(Status, Looks_and_writes_nothing) {
+  const auto settings = folder_.Read("twqb.ini");
+  folder_.Done({"status"});
+  EXPECT_EQ(folder_.Read("twqb.ini"), settings);
+  EXPECT_THAT(folder_.Names(), ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
+}
+
+}  // namespace
+}  // namespace twqb::cli
