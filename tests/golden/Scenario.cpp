@@ -96,7 +96,7 @@ class ScenarioRun {
   void Program(const std::string& rest, const std::string& line) {
     if (rest != "two-tables") throw std::runtime_error("unknown program: " + line);
     program_ = TWQB_TWO_TABLES_PROGRAM;
-    tables_ = PlainVendorRoutines();
+    tables_ = TwoTableRoutines();
   }
   void Init(const std::string& rest, const std::string& line) {
     initialised_ = true;

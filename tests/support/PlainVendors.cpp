@@ -44,7 +44,7 @@ constexpr TableDescription kVendors = {
     .getFields = kGetFields,
 };
 
-constexpr std::array kRoutines = {TableRoutines{
+constexpr TableRoutines kVendorRoutines = {
     .table = enVendors,
     .send =
         [](const SendCall& call) {
@@ -56,10 +56,21 @@ constexpr std::array kRoutines = {TableRoutines{
           GetTable(kVendors, call.records, call.filters.Never, call.filters.MostRecent,
                    call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
         },
-}};
+};
+
+// Every table but the clients, whose own routines stay: the vendors, and the others without a routine.
+constexpr auto kRoutines = [] {
+  std::array<TableRoutines, enAll - 1> routines{};
+  std::size_t at = 0;
+  for (std::int32_t table = 0; table < enAll; ++table) {
+    if (table == enClients) continue;
+    routines[at++] = table == enVendors ? kVendorRoutines : TableRoutines{.table = table};
+  }
+  return routines;
+}();
 
 }  // namespace
 
-std::span<const TableRoutines> PlainVendorRoutines() { return kRoutines; }
+std::span<const TableRoutines> TwoTableRoutines() { return kRoutines; }
 
 }  // namespace twqb

@@ -8,7 +8,8 @@
 
 namespace twqb {
 
-// To be handed to UseTableRoutines.
-[[nodiscard]] std::span<const TableRoutines> PlainVendorRoutines();
+// To be handed to UseTableRoutines: these vendors, and no other table beside the clients, so that what a run over all
+// tables does stays to be seen whatever tables there come to be.
+[[nodiscard]] std::span<const TableRoutines> TwoTableRoutines();
 
 }  // namespace twqb

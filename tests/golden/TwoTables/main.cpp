@@ -5,6 +5,6 @@
 #include "tests/support/PlainVendors.h"
 
 int main(int argc, char** argv) {
-  twqb::UseTableRoutines(twqb::PlainVendorRoutines());
+  twqb::UseTableRoutines(twqb::TwoTableRoutines());
   return twqb::cli::RunProgram(argc, argv);
 }
