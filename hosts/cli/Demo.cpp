@@ -109,7 +109,15 @@ class Demo {
     Step("The result");
     ShowResult();
     TellState();
-    return Check();
+    Step("Send all tables: the people and the projects go as well");
+    if (!Transfer(Direction::Send, enAll)) return ExitStatus::Failed;
+    const auto sent = TellTables();
+    Step("Get all tables: QuickBooks' own people and jobs come in");
+    if (!Transfer(Direction::Get, enAll)) return ExitStatus::Failed;
+    TellTables();
+    Print(
+        "   The employee without a link stands for managers of whom QuickBooks knows a name and BillingDb nothing.\n");
+    return sent == ExitStatus::Done ? Check() : sent;
   }
 
  private:
@@ -120,15 +128,37 @@ class Demo {
   }
 
   void TellState() {
+    const auto clients = books_.Rows("Client", "1 = 1");
     const auto quickBooks = books_.Customers();
-    Print(fmt::format("   BillingDb: {} of {} clients are linked. QuickBooks: {} customers, {} jobs.\n",
-                      books_.LinkedClients(), books_.Clients(), quickBooks.customers, quickBooks.jobs));
+    Print(fmt::format("   BillingDb: {} of {} clients are linked. QuickBooks: {} customers, {} jobs.\n", clients.linked,
+                      clients.rows, quickBooks.customers, quickBooks.jobs));
   }
 
-  bool Transfer(Direction direction) {
+  // Fails where a row has no link.
+  ExitStatus TellTables() {
+    struct Part {
+      std::string_view name;
+      std::string_view table;
+      std::string_view condition;
+    };
+    constexpr std::array kParts = {Part{"employees", "Employee", "IsSub = 0"},
+                                   Part{"vendors", "Employee", "IsSub = -1"}, Part{"clients", "Client", "1 = 1"},
+                                   Part{"projects", "Project", "1 = 1"}};
+    auto status = ExitStatus::Done;
+    std::string text;
+    for (const auto& part : kParts) {
+      const auto count = books_.Rows(part.table, part.condition);
+      text += fmt::format("{}{} of {} {}", text.empty() ? "" : ", ", count.linked, count.rows, part.name);
+      if (count.linked != count.rows) status = ExitStatus::Failed;
+    }
+    Print(fmt::format("   BillingDb: {} are linked.\n", text));
+    return status;
+  }
+
+  bool Transfer(Direction direction, enTables table = enClients) {
     FlushOutput();  // the progress goes another way to the screen
     const bool done =
-        RunTransfer(composition_, options_, {.direction = direction, .table = enClients, .id = {}, .sync = false});
+        RunTransfer(composition_, options_, {.direction = direction, .table = table, .id = {}, .sync = false});
     Print(done ? "   Done.\n" : "   Failed.\n");
     return done;
   }
@@ -176,8 +206,8 @@ class Demo {
       Tell(text);
       status = ExitStatus::Failed;
     };
-    if (const auto unlinked = books_.Clients() - books_.LinkedClients(); unlinked != 0) {
-      complain(fmt::format("{} clients have no link.", unlinked));
+    if (const auto clients = books_.Rows("Client", "1 = 1"); clients.linked != clients.rows) {
+      complain(fmt::format("{} clients have no link.", clients.rows - clients.linked));
     }
     for (const auto& compared : compared_) {
       const auto compare = [&](std::string_view side, const std::string& found) {
@@ -219,7 +249,7 @@ ExitStatus RunDemo(const std::filesystem::path& folder, const Options& options, 
       fmt::format("\nThe folder stays: {0}\nTry\n"
                   "  twqb -C {0} billing run -e \"SELECT ClientID, ClientEmail, QBLinkID FROM Client\"\n"
                   "  twqb -C {0} company show\n"
-                  "  twqb -C {0} send clients\n",
+                  "  twqb -C {0} status\n",
                   here));
   return status;
 }

@@ -54,10 +54,11 @@ std::string DemoBooks::FirstField(const std::string& statement) {
   return rows->Eof() ? std::string() : ToText(rows->FieldAt(0));
 }
 
-std::int64_t DemoBooks::Clients() { return TextToInteger(FirstField("SELECT COUNT(*) FROM Client")); }
-
-std::int64_t DemoBooks::LinkedClients() {
-  return TextToInteger(FirstField("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"));
+DemoBooks::RowCount DemoBooks::Rows(std::string_view table, std::string_view condition) {
+  const auto count = [&](std::string_view andLinked) {
+    return TextToInteger(FirstField(fmt::format("SELECT COUNT(*) FROM {} WHERE {}{}", table, condition, andLinked)));
+  };
+  return {.rows = count(""), .linked = count(" AND QBLinkID <> ''")};
 }
 
 DemoBooks::CustomerCount DemoBooks::Customers() {

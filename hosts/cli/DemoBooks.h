@@ -20,8 +20,12 @@ class DemoBooks {
   // `machine` tells the time of each change, and must outlive the object.
   DemoBooks(const Workplace& place, Machine& machine);
 
-  [[nodiscard]] std::int64_t Clients();
-  [[nodiscard]] std::int64_t LinkedClients();
+  // The rows of a table of BillingDb that a condition holds for, and how many of them are linked.
+  struct RowCount {
+    std::int64_t rows = 0;
+    std::int64_t linked = 0;
+  };
+  [[nodiscard]] RowCount Rows(std::string_view table, std::string_view condition);
   // Customers and jobs, inactive ones too.
   struct CustomerCount {
     std::int64_t customers = 0;

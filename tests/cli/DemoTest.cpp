@@ -15,6 +15,7 @@ TEST(Demo, Links_every_client_and_lets_the_later_change_win) {
   const WorkFolder folder;
   const auto out = folder.Done({"demo", "-C", "."});
   EXPECT_THAT(out, AllOf(HasSubstr("64 of 64 clients are linked"), HasSubstr("75 of 75 clients are linked")));
+  EXPECT_THAT(out, HasSubstr("26 of 26 employees, 14 of 14 vendors, 75 of 75 clients, 122 of 122 projects are linked"));
   EXPECT_EQ(folder.Scalar("SELECT ClientEmail FROM Client WHERE ClientID = 'EASTON'"), "billing@easton.example");
   EXPECT_EQ(folder.Scalar("SELECT ClientEmail FROM Client WHERE ClientID = 'GRANITE'"), "books@granite.example");
 }
