@@ -36,7 +36,8 @@ std::string Body(CompanyStore& store, const ClockReading& clock, pugi::xml_node 
   ForEachElementRow(rows, [&](const messages::Element& row) {
     if (row.name == "TimeCreated") return AppendLeaf(body, row.name, TimeText(clock.now, clock));
     bool any = false;
-    for (const auto element : given.children(std::string(row.name).c_str())) {
+    for (const auto element : given.children()) {
+      if (row.name != element.name()) continue;
       StoreElement(body, element, row, store, called);
       any = true;
     }
