@@ -9,7 +9,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -19,6 +18,7 @@
 
 #include "adapters/companyfile/CompanyFile.h"
 #include "adapters/system/FrozenMachine.h"
+#include "bench/Timing.h"
 #include "tests/support/Process.h"
 
 namespace twqb {
@@ -31,17 +31,6 @@ constexpr int kTimedAdds = 500;
 constexpr int kInvoices = 1'000;
 constexpr int kLines = 20;
 constexpr int kRepetitions = 3;  // the median counts
-
-double Seconds(const std::function<void()>& body) {
-  const auto begin = std::chrono::steady_clock::now();
-  body();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
-double Median(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values[values.size() / 2];
-}
 
 std::string Document(std::string_view requests) {
   return fmt::format(

@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -20,6 +19,7 @@
 
 #include "bench/Bases.h"
 #include "bench/Floor.h"
+#include "bench/Timing.h"
 #include "engine/RecordReader.h"
 #include "platform/Forwarding.h"
 #include "services/ModuleVariables.h"
@@ -35,17 +35,6 @@ constexpr double kGoalMemory = 5;
 constexpr int kReadRecords = 100'000;
 constexpr int kTimedRecords = 500;  // of the transfers whose cost is a write per record
 constexpr int kRepetitions = 3;     // the median counts
-
-double Seconds(const std::function<void()>& body) {
-  const auto begin = std::chrono::steady_clock::now();
-  body();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
-double Median(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values[values.size() / 2];
-}
 
 enum class Way { Send, Get };
 
