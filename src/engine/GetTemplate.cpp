@@ -41,7 +41,7 @@ class GetRun {
       return;
     }
     // 2. The connection: the caller's, or one of our own.
-    if (dependent_ == Dependent::Yes && connection_ == nullptr) {
+    if (dependent_ == Dependent::Yes && connection_ == nullptr && !table_.missingConnectionText.empty()) {
       TheDesk().ShowMessageBox({.text = std::string(table_.missingConnectionText)});
       return;
     }
@@ -52,7 +52,7 @@ class GetRun {
     // 3. All writes go through this recordset.
     OpenConnection(*connection_, &rows_, table_.tableName);
     // 4.
-    showsProgress_ = dependent_ == Dependent::No && records.Count() > 1 && !Vars().g_NoProgressBar;
+    showsProgress_ = dependent_ == Dependent::No && records.Count() >= table_.progressFrom && !Vars().g_NoProgressBar;
     if (showsProgress_) ShowMsgForm(table_.gettingText);
     if (table_.beginGet != nullptr) state_ = table_.beginGet();
     // 5.
@@ -104,7 +104,7 @@ class GetRun {
 
   // 5.4 Positions on the twin; False when it is to stay as it is.
   bool FindRow(const Record& record, const std::string& listId) {
-    name_ = record["Name"].GetValue();
+    name_ = record[table_.nameField].GetValue();
     CloseLookup();
     if (rule_ == TwinRule::LeaveAlone) return false;
     Rows().MoveFirst();
@@ -115,7 +115,7 @@ class GetRun {
   // 5.5 A new row under a key that is free: the name, with a counter behind it where it is taken.
   bool AddRow(GetRecord& record) {
     CloseLookup();
-    name_ = record.record["Name"].GetValue();
+    name_ = record.record[table_.nameField].GetValue();
     if (table_.addRow != nullptr) {
       table_.addRow(Rows(), record);
       return true;

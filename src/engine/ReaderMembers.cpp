@@ -241,11 +241,7 @@ template <typename Body>
 bool RunMember(const ReaderMember& member, std::string_view routine, Body&& body) {
   const auto raised = CatchError(std::forward<Body>(body));
   if (!raised) return true;
-  if (member.errors == ErrorReport::OwnBox) {
-    ShowErrorIn(routine, *raised);
-  } else {
-    ErrorHandler(raised->number(), raised->description(), routine);
-  }
+  ReportError(member.errors, routine, *raised);
   return false;
 }
 

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "engine/RecordReader.h"
+#include "services/Errors.h"
 
 namespace twqb {
 
@@ -25,9 +26,6 @@ struct TransactionQuery {
 };
 
 enum class Keeps : std::uint8_t { Everything, Customers, Jobs };
-
-// In whose words an error of the two routines is told.
-enum class ErrorReport : std::uint8_t { ErrorHandler, OwnBox };
 
 struct ReaderMember {
   std::int32_t table;                                // of enTables

@@ -40,8 +40,8 @@ class SendRun {
     if (raised) {
       // The rest of the rows is not attempted.
       Vars().g_TableOk = TableOk::False;
-      ErrorHandler(raised->number(), raised->description(), table_.sendRoutine);
-      WriteLog(std::string(table_.sendLogText) + record_.key);
+      ReportError(table_.sendErrors, table_.sendRoutine, *raised);
+      if (!table_.sendLogText.empty()) WriteLog(std::string(table_.sendLogText) + record_.key);
     }
     // 5. Recordset, connection and form.
     CloseObjects(Vars().g_NoProgressBar ? FormToo::Leave : FormToo::Unload, &rows_, nullptr, &connection_);
@@ -65,8 +65,9 @@ class SendRun {
     while (!rows_->Eof()) {
       if (const auto raised = CatchError([&] { SendRow(total); })) {
         if (raised->number() != table_.sendPassesOver) throw *raised;
-        ErrorHandler(raised->number(), raised->description(), table_.sendRoutine);
+        ReportError(table_.sendErrors, table_.sendRoutine, *raised);
       }
+      if (leaves_) return;
       if (!EndRecord()) break;
     }
     if (lacking_) TellLacking(table_.sendLackingText);
@@ -90,7 +91,7 @@ class SendRun {
     ++counter_;
     if (!Vars().g_NoProgressBar) {
       UpdateProgressBar(total, counter_);
-      SetProgressText(record_.key);
+      SetProgressText(table_.progressColumn.empty() ? record_.key : ColumnText(*rows_, table_.progressColumn));
       TheDesk().PumpMessages();
     }
     // 4.4, 4.5
@@ -110,24 +111,35 @@ class SendRun {
         record_.linkId.clear();
       } else if (twins.Count() != 1) {
         return;
+      } else {
+        record_.twin = twins.At(0);
       }
     }
-    if (record_.linkId.empty()) {
+    if (const auto way = WayOf(); way == InVersion1::AddAnew) {
       AddRecord(messageSet, 0);
-    } else {
-      ModifyTwin(messageSet, twins.At(0));
+    } else if (way == InVersion1::Modify) {
+      ModifyTwin(messageSet);
     }
   }
 
+  // What is done with the row, now that its twin has been looked for.
+  InVersion1 WayOf() const {
+    if (record_.linkId.empty()) return InVersion1::AddAnew;
+    return Vars().g_QBMajorVer == 1 ? table_.inVersion1 : InVersion1::Modify;
+  }
+
   // 4.8
-  void ModifyTwin(MsgSetRequest& messageSet, const Record& twin) {
+  void ModifyTwin(MsgSetRequest& messageSet) {
+    const auto& twin = record_.twin;
     if (rule_ == TwinRule::LeaveAlone) return;
+    if (table_.rulePlace == RulePlace::AheadOfRequest && !TwinMoves(twin)) return;
     TellRecordId(record_.linkId);
-    const auto request = messageSet.Append(table_.modRequest);
+    const auto request =
+        messageSet.Append(table_.modRequestOf == nullptr ? table_.modRequest : table_.modRequestOf(twin));
     request["ListID"].SetValue(twin["ListID"].GetValue());
     request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
-    if (!TwinMoves(twin)) return;
-    AssignFields(table_, request, *rows_, RequestKind::Mod, record_);
+    if (table_.rulePlace == RulePlace::BehindIdentity && !TwinMoves(twin)) return;
+    if (!IsFilled(request, RequestKind::Mod)) return;
     const auto sent = Exchange(messageSet, request, RequestKind::Mod, 0);
     // Nothing is written back after a Mod.
     if (!sent.refusal) return;
@@ -143,6 +155,13 @@ class SendRun {
   bool TwinMoves(const Record& twin) const {
     if (table_.rowDate == RowDate::AheadOfTheTwin) return PairMoves(Direction::Send, rule_, twin, rowDate_);
     return PairMoves(table_, Direction::Send, rule_, twin, *rows_);
+  }
+
+  // Fills the request; False: it is not to go.
+  bool IsFilled(const RequestField& request, RequestKind kind) {
+    const auto filling = AssignFields(table_, request, *rows_, kind, record_);
+    leaves_ = filling == Filling::EndTable;
+    return filling == Filling::Filled;
   }
 
   // The last answer to a set; without a refusal the request went through.
@@ -173,12 +192,12 @@ class SendRun {
       const auto lastName = record_.qbName;
       if (retryIndex > 0) record_.qbName = fmt::format("{}{}", baseName, retryIndex);
       const auto request = messageSet.Append(table_.addRequest);
-      AssignFields(table_, request, *rows_, RequestKind::Add, record_);
+      if (!IsFilled(request, RequestKind::Add)) return true;
       // A cut that takes the counter off again must end the rounds.
       if (!tried_.insert(NameOf(table_, request)).second) {
         record_.qbName = lastName;
         if (!sent) return false;
-        AskAfterFailedAdd(sent->answer.GetAt(retryIndex - 1));
+        EndNamesSpent(request, sent->answer.GetAt(retryIndex - 1));
         return true;
       }
       sent.emplace(Exchange(messageSet, request, RequestKind::Add, retryIndex));
@@ -194,8 +213,16 @@ class SendRun {
     }
   }
 
-  void EndRefused(Refusal refusal, RequestKind kind, const Response& response) const {
+  void EndNamesSpent(const RequestField& request, const Response& response) {
+    const auto refusal = OnRefusal(
+        table_,
+        {.request = request, .response = response, .kind = RequestKind::Add, .record = record_, .namesSpent = true});
+    EndRefused(refusal == Refusal::TryNextName ? Refusal::AskUser : refusal, RequestKind::Add, response);
+  }
+
+  void EndRefused(Refusal refusal, RequestKind kind, const Response& response) {
     if (refusal == Refusal::EndTable) Vars().g_Cancelled = true;
+    if (refusal == Refusal::LeaveTable) leaves_ = true;
     if (refusal != Refusal::AskUser) return;
     kind == RequestKind::Mod ? AskAfterFailedMod(response) : AskAfterFailedAdd(response);
   }
@@ -213,18 +240,30 @@ class SendRun {
     }
   }
 
+  // QuickBooks' message and the record line.
+  std::string RefusedText(const Response& response) const {
+    const auto line = RecordLine(table_, *rows_, record_);
+    return QBErrorText(response) + (line.empty() ? "" : "\r\n\r\n" + line);
+  }
+
   void AskAfterFailedMod(const Response& response) const {
-    TheDesk().ShowMessageBox({.text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, *rows_, record_),
-                              .title = "Error",
-                              .icon = BoxIcon::Information});
+    TheDesk().ShowMessageBox({.text = RefusedText(response), .title = "Error", .icon = BoxIcon::Information});
+    AskForTheRest();
+  }
+
+  static void AskForTheRest() {
     const auto answer = TheDesk().ShowMessageBox(
         {.text = "Do you want to transfer rest of the records?", .buttons = BoxButtons::YesNo});
     if (answer == BoxAnswer::No) Vars().g_Cancelled = true;
   }
 
   void AskAfterFailedAdd(const Response& response) const {
+    if (table_.addQuestion == AddQuestion::InItsOwnBox) {
+      AskAfterFailedMod(response);
+      return;
+    }
     auto text = table_.refusedAddText == nullptr ? "" : table_.refusedAddText(response.StatusCode(), record_);
-    if (text.empty()) text = QBErrorText(response) + "\r\n\r\n" + RecordLine(table_, *rows_, record_);
+    if (text.empty()) text = RefusedText(response);
     const auto answer = TheDesk().ShowMessageBox({.text = text + "\r\n\r\nDo you want to continue?",
                                                   .title = "Error",
                                                   .icon = BoxIcon::Question,
@@ -251,6 +290,7 @@ class SendRun {
   std::set<std::string> tried_;  // names of the record in hand, as cut
   std::int64_t counter_ = 0;
   bool lacking_ = false;  // a row was passed over for lack of what it belongs to
+  bool leaves_ = false;   // the table ends at once, unfinished
 };
 
 }  // namespace

@@ -42,14 +42,12 @@ void EndCancelled() {
   Vars().g_TableOk = TableOk::False;
 }
 
-void AssignFields(const TableDescription& table, const RequestField& request, const ado::Recordset& row,
-                  RequestKind kind, const SendRecord& record) {
-  if (table.assign != nullptr) {
-    table.assign(request, row, kind, record);
-    return;
-  }
+Filling AssignFields(const TableDescription& table, const RequestField& request, const ado::Recordset& row,
+                     RequestKind kind, const SendRecord& record) {
+  if (table.assign != nullptr) return table.assign(request, row, kind, record);
   SendFields(request, row, table.sendFields);
   if (kind == RequestKind::Add) SetCut(request["Name"], record.qbName);
+  return Filling::Filled;
 }
 
 void WriteFields(const TableDescription& table, ado::Recordset& row, const Record& record) {
@@ -79,7 +77,7 @@ std::string LastUpdatedStatement(const TableDescription& table, std::string_view
 
 std::string RecordLine(const TableDescription& table, const ado::Recordset& row, const SendRecord& record) {
   if (table.recordLine != nullptr) return table.recordLine(row, record);
-  return fmt::format("[{} = \"{}\"]", table.recordLabel, record.key);
+  return table.recordLabel.empty() ? "" : fmt::format("[{} = \"{}\"]", table.recordLabel, record.key);
 }
 
 void TellLacking(std::string_view text) {

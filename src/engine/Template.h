@@ -16,6 +16,7 @@
 #include "platform/PlatformError.h"
 #include "platform/ado.h"
 #include "quickbooks/QBSessionManager.h"
+#include "services/Errors.h"
 
 namespace twqb {
 
@@ -26,6 +27,7 @@ struct SendRecord {
   bool lastUpdatedIsNull = false;
   std::string qbName;      // as built; the request cuts it
   std::string parentLink;  // what it hangs under in QuickBooks, where a hook looked for it
+  Record twin;             // nothing where there is none
 };
 
 enum class Dependent : bool { No, Yes };
@@ -47,6 +49,13 @@ enum class Admission : std::uint8_t {
 
 enum class RequestKind : std::uint8_t { Add, Mod };
 
+// What came of filling a request. A failure has been told.
+enum class Filling : std::uint8_t {
+  Filled,
+  EndRow,    // it is not sent; the next row
+  EndTable,  // it is not sent; the table ends at once, unfinished
+};
+
 inline constexpr std::int32_t kStatusNameInUse = 3100;
 
 // A request that QuickBooks refused.
@@ -55,20 +64,32 @@ struct RefusedRequest {
   const Response& response;
   RequestKind kind;
   const SendRecord& record;
-  int resends = 0;  // how often this request was sent again already
+  int resends = 0;          // how often this request was sent again already
+  bool namesSpent = false;  // there is no next name: each further one would be cut to one that was refused
 };
 
 // What a table does about it.
 enum class Refusal : std::uint8_t {
   AskUser,      // the error box and its question
-  TryNextName,  // the name is in use: one more Add in the same set, with the next counter behind the name
+  TryNextName,  // the name is in use: one more Add in the same set, with the next counter behind the name. AskUser
+                // where names are spent
   SendAgain,    // the request was mended: the same set goes out again
   PassOver,     // it has been told; the next row
   EndTable,     // it has been told; the table ends as after a cancel
+  LeaveTable,   // it has been told; the table ends at once, unfinished
 };
 
 // When a send works out the date of a row: where the rule asks for it, or of every row ahead of the twin lookup.
 enum class RowDate : std::uint8_t { ForTheRule, AheadOfTheTwin };
+
+// Where the conflict rule of a send stands: behind the call-back's news and the request's identity, or ahead of both.
+enum class RulePlace : std::uint8_t { BehindIdentity, AheadOfRequest };
+
+// What a send makes of a row with a twin in a QuickBooks of version 1, which can't modify every kind of record.
+enum class InVersion1 : std::uint8_t { Modify, AddAnew, LeaveAlone };
+
+// How the user is asked about a refused Add: in the box that tells it, or as about a Mod, in a box behind it.
+enum class AddQuestion : std::uint8_t { InTheBox, InItsOwnBox };
 
 // What a get reads ahead of its records and needs with each of them; a table derives its own.
 struct GetState {
@@ -96,11 +117,15 @@ struct TableDescription {
   std::string_view getRoutine;
   std::string_view sendingText;
   std::string_view gettingText;
-  std::string_view recordLabel;  // of the error box: "Client ID"
-  std::string_view sendLogText;  // the key follows
-  std::string_view getLogText;   // the QuickBooks name follows
-  std::string_view missingConnectionText;
+  std::string_view recordLabel = {};  // of the error box: "Client ID"; left out: no line tells the record
+  std::string_view sendLogText = {};  // the key follows; left out: a send that ended by an error leaves no line
+  std::string_view getLogText;        // the QuickBooks name follows
+  // Of a dependent call without a connection; left out: such a call opens one of its own.
+  std::string_view missingConnectionText = {};
+  std::string_view progressColumn = {};         // of the row in hand, shown while it is sent; left out: its key
   std::string_view progressField = "FullName";  // of the record in hand, shown while it is taken over
+  std::string_view nameField = "Name";          // of the record in hand, for the log
+  std::size_t progressFrom = 2;                 // a get of fewer records shows no progress
   std::string_view sendLackingText = {};        // shown at the end of a run that had to pass a row over, or a record
   std::string_view getLackingText = {};
 
@@ -109,7 +134,11 @@ struct TableDescription {
 
   // A send goes on with the next row after this error number instead of ending.
   std::optional<ErrorNumber> sendPassesOver = {};
+  ErrorReport sendErrors = ErrorReport::ErrorHandler;
   RowDate rowDate = RowDate::ForTheRule;
+  RulePlace rulePlace = RulePlace::BehindIdentity;
+  InVersion1 inVersion1 = InVersion1::Modify;
+  AddQuestion addQuestion = AddQuestion::InTheBox;
 
   // Of the get: what stands ahead of the link in its lookup ("IsSub = 0 AND ").
   std::string_view linkCondition = {};
@@ -123,9 +152,11 @@ struct TableDescription {
   Admission (*admitRow)(const ado::Recordset& row) = nullptr;
   // What is read of the row beforehand; left out: its QuickBooks name is its key.
   void (*readRow)(const ado::Recordset& row, SendRecord& record) = nullptr;
+  // The request that modifies the twin; left out: `modRequest`.
+  std::string_view (*modRequestOf)(const Record& twin) = nullptr;
   // The fields of the request; left out: `sendFields`, and of an Add the name.
-  void (*assign)(const RequestField& request, const ado::Recordset& row, RequestKind kind,
-                 const SendRecord& record) = nullptr;
+  Filling (*assign)(const RequestField& request, const ado::Recordset& row, RequestKind kind,
+                    const SendRecord& record) = nullptr;
   // The name under which QuickBooks will keep what the request is about, as the request has it; left out: its Name.
   std::string (*nameOf)(const RequestField& request) = nullptr;
   // What is done about a refusal; left out: an Add whose name is in use tries the next, all else goes to the user.
@@ -153,6 +184,13 @@ struct TableDescription {
   void (*afterUpdate)() = nullptr;
 };
 
+// The hook `assign` of a routine that fills the request or raises.
+template <void (*routine)(const RequestField&, const ado::Recordset&, RequestKind, const SendRecord&)>
+Filling Fill(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
+  routine(request, row, kind, record);
+  return Filling::Filled;
+}
+
 // Sends the rows that `strSQL` selects. The outcome is `g_TableOk`; what went wrong has been told.
 void SendTable(const TableDescription& table, const std::string& strSQL, bool optNever, bool optMostRecent,
                QBSessionManager& session);
@@ -173,13 +211,14 @@ void GetTable(const TableDescription& table, const RecordList& records, bool opt
 void EndCancelled();
 
 // What a hook that is left out does.
-void AssignFields(const TableDescription& table, const RequestField& request, const ado::Recordset& row,
-                  RequestKind kind, const SendRecord& record);
+[[nodiscard]] Filling AssignFields(const TableDescription& table, const RequestField& request,
+                                   const ado::Recordset& row, RequestKind kind, const SendRecord& record);
 void WriteFields(const TableDescription& table, ado::Recordset& row, const Record& record);
 [[nodiscard]] std::string NameOf(const TableDescription& table, const RequestField& request);
 [[nodiscard]] Refusal OnRefusal(const TableDescription& table, const RefusedRequest& refused);
 [[nodiscard]] std::string LastUpdatedStatement(const TableDescription& table, std::string_view key, Date utc);
 
+// "" where the table tells no record.
 [[nodiscard]] std::string RecordLine(const TableDescription& table, const ado::Recordset& row,
                                      const SendRecord& record);
 

@@ -47,7 +47,7 @@ constexpr TableDescription kClients = {
     .lastUpdatedStatement = LastUpdatedStatement,
     .sendPassesOver = error::kRequestIncomplete,
     .readRow = ReadClientRow,
-    .assign = AssignClientFldValues,
+    .assign = Fill<AssignClientFldValues>,
     .belongs = IsCustomer,
     .writeFields = WriteClientFields,
 };

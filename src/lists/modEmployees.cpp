@@ -27,8 +27,9 @@ std::string NameOfPerson(const RequestField& request);
 std::unique_ptr<GetState> ReadRateSettings();
 
 template <IsVendor isVendor>
-void Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
+Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
   AssignEmployeeFldValues(request, row, kind, record, isVendor);
+  return Filling::Filled;
 }
 template <IsVendor isVendor>
 Refusal OnRefused(const RefusedRequest& refused);

@@ -27,7 +27,6 @@ std::string RefusedAddText(std::int32_t statusCode, const SendRecord& record);
 Admission AdmitJob(GetRecord& job);
 void AddProjectRow(ado::Recordset& rows, GetRecord& job);
 void WriteProjectFields(ado::Recordset& row, const Record& job);
-void ReopenSharedConnection();
 
 // --- Description -----------------------------------------------------------------------------------------------------
 
@@ -57,13 +56,13 @@ constexpr TableDescription kProjects = {
         "sure all the associated Clients and Employees are tranfered to Tallywick.\r\n",
     .admitRow = AdmitProjectRow,
     .readRow = ReadProjectRow,
-    .assign = AssignProjectFldValues,
+    .assign = Fill<AssignProjectFldValues>,
     .recordLine = ProjectLine,
     .refusedAddText = RefusedAddText,
     .admit = AdmitJob,
     .addRow = AddProjectRow,
     .writeFields = WriteProjectFields,
-    .afterUpdate = ReopenSharedConnection,
+    .afterUpdate = ReopenGlobalConnection,
 };
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
@@ -272,12 +271,6 @@ void WriteProjectFields(ado::Recordset& row, const Record& job) {
   } else if (const auto billing = job["BillAddress"]; !billing.IsNothing()) {
     WriteSite(row, billing, kGetBillingSite);
   }
-}
-
-// A dependent pull that shares the connection goes on from one that is open anew.
-void ReopenSharedConnection() {
-  gp_cnGlobal80(false);
-  gp_cnGlobal80(true);
 }
 
 }  // namespace

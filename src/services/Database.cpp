@@ -46,6 +46,11 @@ void gp_cnGlobal80(bool blnOpen) {
   });
 }
 
+void ReopenGlobalConnection() {
+  gp_cnGlobal80(false);
+  gp_cnGlobal80(true);
+}
+
 ado::Connection& GlobalConnection() {
   if (!Vars().g_cnGlobal) throw PlatformError(error::kObjectNothing);
   return *Vars().g_cnGlobal;

@@ -16,6 +16,10 @@ namespace twqb {
 // connection closes with the last request. A failure goes to ErrorHandler.
 void gp_cnGlobal80(bool blnOpen);
 
+// Releases and opens once more, for a table behind each row that it wrote: what reads next, a dependent pull too, sees
+// the row.
+void ReopenGlobalConnection();
+
 // The shared connection, open or not; raises 91 when it could not even be made.
 [[nodiscard]] ado::Connection& GlobalConnection();
 

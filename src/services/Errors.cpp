@@ -61,6 +61,14 @@ void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised) {
   });
 }
 
+void ReportError(ErrorReport report, std::string_view strProcedure, const PlatformError& raised) {
+  if (report == ErrorReport::OwnBox) {
+    ShowErrorIn(strProcedure, raised);
+  } else {
+    ErrorHandler(raised.number(), raised.description(), strProcedure);
+  }
+}
+
 void WriteLog(std::string_view strLine) {
   IgnoreErrors([&] {
     auto& machine = TheMachine();

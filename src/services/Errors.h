@@ -3,6 +3,7 @@
 // The guards catch PlatformError alone. A desk that gives up passes through them to the host.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -16,6 +17,10 @@ void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::s
 
 // The box that the routines of some tables show instead: plain, titled "Error", in words of its own.
 void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised);
+
+// In whose words an error of a routine is told.
+enum class ErrorReport : std::uint8_t { ErrorHandler, OwnBox };
+void ReportError(ErrorReport report, std::string_view strProcedure, const PlatformError& raised);
 
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
