@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/Template.h"
+#include "lists/modAccounts.h"
 #include "lists/modActivities.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
@@ -61,6 +62,19 @@ constexpr std::array kBuiltIn = {
             },
         .get =
             [](const GetCall& call) { MoveActivitiesToTW(call.records, call.filters.Never, call.filters.MostRecent); },
+    },
+    TableRoutines{
+        .table = enAccounts,
+        .send =
+            [](const SendCall& call) {
+              MoveAccountsToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+              return true;
+            },
+        .get =
+            [](const GetCall& call) {
+              MoveAccountsToTW(call.records, call.filters.Never, call.filters.MostRecent,
+                               call.blnByID ? Dependent::Yes : Dependent::No);
+            },
     },
 };
 
