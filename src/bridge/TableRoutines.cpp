@@ -6,6 +6,7 @@
 #include "engine/Template.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
+#include "lists/modExpenseCodes.h"
 #include "lists/modProjects.h"
 #include "twqb/enTables.h"
 
@@ -49,6 +50,18 @@ constexpr std::array kBuiltIn = {
             [](const GetCall& call) {
               MoveProjectsToTW(call.records, call.filters.Never, call.filters.MostRecent,
                                call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
+            },
+    },
+    TableRoutines{
+        .table = enExpenseCodes,
+        .send =
+            [](const SendCall& call) {
+              MoveExpenseCodesToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+              return true;
+            },
+        .get =
+            [](const GetCall& call) {
+              MoveExpenseCodesToTW(call.records, call.filters.Never, call.filters.MostRecent);
             },
     },
 };
