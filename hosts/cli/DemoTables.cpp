@@ -16,20 +16,20 @@ using ListedIn = DemoBooks::ListedIn;
 struct DemoTable {
   std::string_view name;
   std::string_view rows;
-  std::string_view condition;
+  std::string_view condition = "1 = 1";
   ListedIn records;
-  std::int64_t withoutLink;  // rows of the sample firm that never get one
+  std::int64_t withoutLink = 0;  // rows of the sample firm that never get one
 };
 
 // Without a link stay the code that stands for items without one, and the accounts whose names QuickBooks has.
 constexpr std::array<DemoTable, kDemoTables> kTables = {{
-    {"employees", "Employee", "IsSub = 0", ListedIn::Employees, 0},
-    {"vendors", "Employee", "IsSub = -1", ListedIn::Vendors, 0},
-    {"clients", "Client", "1 = 1", ListedIn::Customers, 0},
-    {"projects", "Project", "1 = 1", ListedIn::Jobs, 0},
-    {"activities", "Activity", "1 = 1", ListedIn::ServiceItems, 0},
-    {"expense codes", "Expense", "1 = 1", ListedIn::OtherItems, 1},
-    {"accounts", "AccountList", "1 = 1", ListedIn::Accounts, 6},
+    {.name = "employees", .rows = "Employee", .condition = "IsSub = 0", .records = ListedIn::Employees},
+    {.name = "vendors", .rows = "Employee", .condition = "IsSub = -1", .records = ListedIn::Vendors},
+    {.name = "clients", .rows = "Client", .records = ListedIn::Customers},
+    {.name = "projects", .rows = "Project", .records = ListedIn::Jobs},
+    {.name = "activities", .rows = "Activity", .records = ListedIn::ServiceItems},
+    {.name = "expense codes", .rows = "Expense", .records = ListedIn::OtherItems, .withoutLink = 1},
+    {.name = "accounts", .rows = "AccountList", .records = ListedIn::Accounts, .withoutLink = 6},
 }};
 
 // Places in the list above.
