@@ -59,6 +59,10 @@ class ListHouse : public SpiedHouse {
     Sql("INSERT INTO " + std::string(table_.name) + " (" + std::string(columns) + ") VALUES (" + std::string(values) +
         ")");
   }
+  // The form in which the company file is asked by the tests themselves.
+  [[nodiscard]] static std::string Tag() {
+    return Vars().g_QBCountry == "CA" || Vars().g_QBCountry == "UK" ? Vars().g_QBCountry + "3.0" : "3.0";
+  }
   [[nodiscard]] std::string ColumnOf(std::string_view key, std::string_view column) {
     return Scalar("SELECT " + std::string(column) + " FROM " + std::string(table_.name) + " WHERE " +
                   std::string(table_.keyColumn) + " = '" + std::string(key) + "'");
