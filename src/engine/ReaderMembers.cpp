@@ -77,6 +77,7 @@ constexpr std::array kMembers = {
         .requests = {"AccountQueryRq"},
         .choice = "ORAccountListQuery",
         .readingText = "Reading Accounts from QuickBooks...",
+        .readingFrom = 2,
     },
     ReaderMember{
         .table = enExpenseLog,
@@ -117,6 +118,7 @@ constexpr std::array kMembers = {
         .choice = "ORTimeTrackingTxnQuery",
         .transaction = TransactionQuery{.includesLineItems = false, .takesTransactionDates = true},
         .readingText = "Reading Time Records from QuickBooks ...",
+        .readingFrom = 2,
     },
     ReaderMember{
         .table = enInvoices,
@@ -284,8 +286,8 @@ void GetQBRecordsInCollectionObject(const ReaderMember& member, const ReadFilter
     if (into == Into::NewList) records = {};
     const auto details = response.Details();
     const auto last = static_cast<std::int64_t>(details.size()) - 1;
-    // Two records show no text, three do.
-    const bool showsProgress = last > 1 && !member.readingText.empty() && !isPulledJob && !Vars().g_NoProgressBar;
+    const bool showsProgress =
+        details.size() >= member.readingFrom && !member.readingText.empty() && !isPulledJob && !Vars().g_NoProgressBar;
     if (showsProgress) ShowMsgForm(member.readingText);
     TheDesk().PumpMessages();
     for (std::int64_t index = 0; index <= last; ++index) {

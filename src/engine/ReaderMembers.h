@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -37,6 +38,7 @@ struct ReaderMember {
   std::string_view choice;                           // in the request: identifiers or a filter
   std::optional<TransactionQuery> transaction = {};  // not set: the query of a list
   std::string_view readingText = {};                 // empty: the copy does no form work
+  std::size_t readingFrom = 3;                       // an answer of fewer records shows no progress
   Keeps keeps = Keeps::Everything;
 };
 

@@ -25,6 +25,8 @@ class CountedHouse : public BridgeHouse {
     AddCustomer("<Name>Baker</Name>");
     Client("ClientID, QBLinkID, LastUpdated", "'ACME', '" + id + "', '2008-03-05 15:00:00'");
     Client("ClientID", "'NEW'");
+    AddAccount("<Name>Travel</Name>");
+    subAccount = AddAccount("<Name>Fares</Name><ParentRef><FullName>Travel</FullName></ParentRef>");
     Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('GENERAL_FIRST_TIME', 'False')");
     Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('GENERAL_AC_EXPENSE_ACCOUNT', 'Old')");
   }
@@ -39,8 +41,15 @@ class CountedHouse : public BridgeHouse {
   }
 
   std::optional<Bridge> bridge;
+  std::string subAccount;  // its parent is not here
 
  private:
+  std::string AddAccount(const std::string& fields) {
+    return TextOf(Company("<AccountAddRq><AccountAdd>" + fields +
+                          "<AccountType>Expense</AccountType></AccountAdd></AccountAddRq>"),
+                  "ListID");
+  }
+
   Store store_;
 };
 
@@ -74,6 +83,13 @@ const Operation kOperations[] = {
        house.bridge->SetUsePreferencesTW(false);
        house.bridge->SetPassedID("NEW");
        (void)house.bridge->SendDataToQB(enClients);
+     },
+     OpenAndConnect},
+    {"GetDataFromQB_AccountAndItsParent", true,
+     [](CountedHouse& house) {
+       house.bridge->SetUsePreferencesTW(false);
+       house.bridge->SetPassedID(house.subAccount);
+       (void)house.bridge->GetDataFromQB(enAccounts);
      },
      OpenAndConnect},
     {"SendDataToQB_Estimates", true, [](CountedHouse& house) { (void)house.bridge->SendDataToQB(enEstimates); },

@@ -77,9 +77,6 @@ class AccountsHouse : public ListHouse {
   std::string LinkOf(std::string_view key) { return ColumnOf(key, "QBLinkID"); }
   // What QuickBooks has for the row of that key.
   std::string Sent(std::string_view key, std::string_view element) { return AccountField(LinkOf(key), element); }
-  [[nodiscard]] static std::string Tag() {
-    return Vars().g_QBCountry == "CA" || Vars().g_QBCountry == "UK" ? Vars().g_QBCountry + "3.0" : "3.0";
-  }
 
   PausingMachine clock;
 };

@@ -135,6 +135,7 @@ class InStepCheck {
     ExpectCount("Records that a clean run does not make", extra_, addsOne ? 1 : 0, problems_);
     CheckRows();
     if (addsOne && !relinked_) problems_.emplace_back("No row is linked to the record that was added again.");
+    ExpectCount("Rows that do not know their record", unlinked_, leaves_ == Leaves::OneWithoutLink ? 1 : 0, problems_);
     CheckRecords();
     return problems_;
   }
@@ -145,6 +146,10 @@ class InStepCheck {
     std::map<std::string, std::string> keysByLink;
     for (const auto& [key, fields] : now_.rows) {
       const auto& link = fields.at(kLink);
+      if (!link.starts_with(kLeadsTo) && leaves_ == Leaves::OneWithoutLink) {
+        CheckUnlinked(key, fields);
+        continue;
+      }
       if (!link.starts_with(kLeadsTo)) problems_.push_back(fmt::format("The link of {} is {}.", key, link));
       if (const auto [other, isNew] = keysByLink.emplace(link, key); !isNew) {
         problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
@@ -170,6 +175,14 @@ class InStepCheck {
       return;
     }
     relinked_ = Relinked{.from = from.substr(kLeadsTo.size()), .to = extra_.front()};
+  }
+
+  // Nothing has come to a row that is left without its link.
+  void CheckUnlinked(const std::string& key, const Fields& fields) {
+    unlinked_.push_back(key);
+    const auto* before = Find(expected_.before.rows, key);
+    if (before != nullptr && fields == *before) return;
+    problems_.push_back(fmt::format("The row {} has no link and is not as before:{}", key, Text(fields)));
   }
 
   void CheckRecords() {
@@ -215,6 +228,7 @@ class InStepCheck {
   Problems problems_;
   std::vector<std::string> extra_;
   std::optional<Relinked> relinked_;
+  std::vector<std::string> unlinked_;
 };
 
 }  // namespace
@@ -242,8 +256,8 @@ Problems CheckBroken(const Snapshot& now, const Expectation& expected, Leaves le
       problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
     }
   }
-  ExpectCount("New records whose row does not know them", withoutRow, leaves == Leaves::OneAddedTwice ? 1 : 0,
-              problems);
+  const bool losesOne = leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink;
+  ExpectCount("New records whose row does not know them", withoutRow, losesOne ? 1 : 0, problems);
   return problems;
 }
 

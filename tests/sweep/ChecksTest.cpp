@@ -129,6 +129,20 @@ TEST_F(Checks, A_replaced_twin_keeps_its_values_and_the_new_one_has_the_row_s) {
   EXPECT_EQ(InStep(Leaves::OneTwinReplaced), 1U);
 }
 
+TEST_F(Checks, A_row_left_without_its_link_is_as_before_while_its_record_is_there) {
+  EXPECT_EQ(InStep(Leaves::OneWithoutLink), 1U);
+  now_.rows["Client/BIRCH"] = expected_.before.rows.at("Client/BIRCH");
+  EXPECT_EQ(InStep(Leaves::OneWithoutLink), 0U);
+  EXPECT_EQ(Broken(Leaves::OneWithoutLink), 0U);
+  EXPECT_GT(InStep(), 0U);
+  now_.records.erase("Customer/Birch");
+  EXPECT_EQ(InStep(Leaves::OneWithoutLink), 1U);
+  now_ = expected_.after;
+  now_.rows["Client/BIRCH"] = expected_.before.rows.at("Client/BIRCH");
+  now_.rows["Client/BIRCH"]["Name"] = "Oak";
+  EXPECT_EQ(InStep(Leaves::OneWithoutLink), 1U);
+}
+
 TEST_F(Checks, A_record_that_was_passed_over_is_expected_where_that_was_told_and_nowhere_else) {
   EXPECT_EQ(InStep(Leaves::OnePassedOver), 1U);
   now_.records["Customer/Acme"]["body"] = "old";

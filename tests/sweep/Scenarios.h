@@ -14,5 +14,6 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> AllTablesScenarios();
 [[nodiscard]] std::vector<Scenario> ProjectScenarios();
 [[nodiscard]] std::vector<Scenario> ActivityScenarios();
+[[nodiscard]] std::vector<Scenario> AccountScenarios();
 
 }  // namespace twqb::sweep

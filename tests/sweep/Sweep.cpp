@@ -116,6 +116,10 @@ void Sweep::Rehearse() {
   house.Enter();  // lets go of the counted seams
 }
 
+Leaves Sweep::LeftBy(std::size_t k, FaultTiming timing, Break how) const {
+  return WhatIsLeft(trace_, k, timing, how, scenario_.nameInUse);
+}
+
 Problems Sweep::RaiseAt(std::size_t k, FaultTiming timing) {
   Restore();
   auto end = RunInChild([&] { return RunRaising(k, timing); }, kLongestRun);
@@ -131,14 +135,14 @@ Problems Sweep::RunRaising(std::size_t k, FaultTiming timing) const {
   const bool result = RunTransfers(house, scenario_);
   auto problems = CheckAfterRaise(house, result, k, timing);
   house.machine.Advance(kUntilCleanRun);
-  Append(problems, "Clean run", RunCleanly(house, WhatIsLeft(trace_, k, timing, Break::Raise)));
+  Append(problems, "Clean run", RunCleanly(house, LeftBy(k, timing, Break::Raise)));
   house.Enter();
   return problems;
 }
 
 Problems Sweep::CheckAfterRaise(TestHouse& house, bool result, std::size_t k, FaultTiming timing) const {
   Problems problems;
-  const auto leaves = WhatIsLeft(trace_, k, timing, Break::Raise);
+  const auto leaves = LeftBy(k, timing, Break::Raise);
   const auto now = TakeSnapshot(House(), scenario_.tables);
   const auto why = WhyIgnored(trace_, k, timing);
   const auto told = Told(house, boxes_);
@@ -194,7 +198,7 @@ Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
 
 Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
   Problems problems;
-  const auto leaves = WhatIsLeft(trace_, k, timing, Break::Kill);
+  const auto leaves = LeftBy(k, timing, Break::Kill);
   Append(problems, "Killed run", CheckBroken(TakeSnapshot(House(), scenario_.tables), expected_, leaves));
   auto options = Options();
   options.now = options.now.PlusMilliseconds(kUntilCleanRun);

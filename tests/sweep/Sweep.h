@@ -37,6 +37,7 @@ struct Scenario {
   std::vector<LinkedTable> tables;
   std::span<const TableRoutines> routines = {};  // tables of the tests' own
   SettingsStore settings = SettingsStore::IniFile;
+  NameInUse nameInUse = NameInUse::TriesNext;  // of all its tables
   // Brings both sides to where the transfers begin; it may transfer by itself. The house's clock stands an hour before
   // the sweep's.
   std::function<void(TestHouse&, const Scenario&)> prepare;
@@ -68,6 +69,7 @@ class Sweep {
   [[nodiscard]] std::string House() const { return root_ / "house"; }
   [[nodiscard]] std::string Prepared() const { return root_ / "prepared"; }
   [[nodiscard]] HouseOptions Options() const;
+  [[nodiscard]] Leaves LeftBy(std::size_t k, FaultTiming timing, Break how) const;
   [[nodiscard]] Problems RunRaising(std::size_t k, FaultTiming timing) const;
   [[nodiscard]] Problems CheckAfterRaise(TestHouse& house, bool result, std::size_t k, FaultTiming timing) const;
   [[nodiscard]] Problems RunKilled(std::size_t k, FaultTiming timing) const;

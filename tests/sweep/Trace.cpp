@@ -157,6 +157,32 @@ constexpr std::array<std::string_view, 5> kComparisonAhead = {"Recordset.Field",
 constexpr std::size_t kAhead = 2;
 constexpr std::array<std::size_t, 3> kPassesOverAhead = {0, 1, 3};
 
+// For a table that tries a second name where one is in use.
+Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+  const auto& deeds = trace.deeds;
+  for (std::size_t i = 0; i < deeds.size(); ++i) {
+    const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
+    const auto at = deeds[i].k;
+    if (deeds[i].kind == DeedKind::AddCarriedOut && next != nullptr && next->kind == DeedKind::LinkWritten) {
+      const bool added = k > at || (k == at && timing == FaultTiming::After);
+      const bool linked = k > next->k || (k == next->k && timing == FaultTiming::After);
+      if (added && !linked) return Leaves::OneAddedTwice;
+    }
+    if (deeds[i].kind != DeedKind::TwinRead || how == Break::Kill) continue;
+    if (k == at) return Leaves::OneTwinReplaced;
+    const bool modFollows = next != nullptr && next->kind == DeedKind::ModCarriedOut;
+    if (!modFollows) continue;
+    const bool ahead = at > kAhead && StandsAt(trace, kComparisonAhead, at - 1 - kAhead);
+    if (!ahead && !StandsAt(trace, kTwinComparison, at - 1)) continue;
+    const auto first = ahead ? at - kAhead : at;
+    if (std::ranges::any_of(ahead ? kPassesOverAhead : kPassesOver,
+                            [&](std::size_t index) { return k == first + index; })) {
+      return Leaves::OnePassedOver;
+    }
+  }
+  return Leaves::Nothing;
+}
+
 }  // namespace
 
 struct Witness::Parts {
@@ -188,29 +214,12 @@ Platform Witness::Watched() const {
 
 const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
 
-Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
-  const auto& deeds = trace.deeds;
-  for (std::size_t i = 0; i < deeds.size(); ++i) {
-    const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
-    const auto at = deeds[i].k;
-    if (deeds[i].kind == DeedKind::AddCarriedOut && next != nullptr && next->kind == DeedKind::LinkWritten) {
-      const bool added = k > at || (k == at && timing == FaultTiming::After);
-      const bool linked = k > next->k || (k == next->k && timing == FaultTiming::After);
-      if (added && !linked) return Leaves::OneAddedTwice;
-    }
-    if (deeds[i].kind != DeedKind::TwinRead || how == Break::Kill) continue;
-    if (k == at) return Leaves::OneTwinReplaced;
-    const bool modFollows = next != nullptr && next->kind == DeedKind::ModCarriedOut;
-    if (!modFollows) continue;
-    const bool ahead = at > kAhead && StandsAt(trace, kComparisonAhead, at - 1 - kAhead);
-    if (!ahead && !StandsAt(trace, kTwinComparison, at - 1)) continue;
-    const auto first = ahead ? at - kAhead : at;
-    if (std::ranges::any_of(ahead ? kPassesOverAhead : kPassesOver,
-                            [&](std::size_t index) { return k == first + index; })) {
-      return Leaves::OnePassedOver;
-    }
-  }
-  return Leaves::Nothing;
+Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
+  const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
+  if (nameInUse == NameInUse::TriesNext) return leaves;
+  // A second Add finds the name of the first, or of the twin that could not be read.
+  if (leaves == Leaves::OneAddedTwice) return Leaves::OneWithoutLink;
+  return leaves == Leaves::OneTwinReplaced ? Leaves::Nothing : leaves;
 }
 
 std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {

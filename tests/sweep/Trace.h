@@ -66,9 +66,15 @@ enum class Leaves : std::uint8_t {
   OneTwinReplaced,
   // The record was passed over, which was told. The table counts as sent, so that the row goes with its next change.
   OnePassedOver,
+  // QuickBooks has a new record and the row does not know: the next runs find the name in use and leave it at that.
+  OneWithoutLink,
 };
 
-[[nodiscard]] Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how);
+// What the send of a table makes of a name in use: a second name, or nothing.
+enum class NameInUse : std::uint8_t { TriesNext, PassesOver };
+
+[[nodiscard]] Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how,
+                                NameInUse nameInUse = NameInUse::TriesNext);
 
 // Why an error of the call is ignored by design, so that the user is not told; empty: the user has to be told.
 [[nodiscard]] std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing);

@@ -40,6 +40,12 @@ TEST(Trace, A_twin_that_can_t_be_read_is_replaced_and_one_that_can_t_be_compared
   }
 }
 
+TEST(Trace, A_table_that_passes_over_a_name_in_use_leaves_a_row_without_its_link_and_replaces_no_twin) {
+  EXPECT_EQ(WhatIsLeft(kAdd, 3, kAfter, Break::Kill, NameInUse::PassesOver), Leaves::OneWithoutLink);
+  EXPECT_EQ(WhatIsLeft(kAdd, 5, kAfter, Break::Kill, NameInUse::PassesOver), Leaves::Nothing);
+  EXPECT_EQ(WhatIsLeft(kMod, 1, kAfter, Break::Raise, NameInUse::PassesOver), Leaves::Nothing);
+}
+
 TEST(Trace, A_kill_replaces_and_passes_over_nothing) {
   for (std::size_t k = 1; k <= kMod.names.size(); ++k) {
     EXPECT_EQ(WhatIsLeft(kMod, k, kAfter, Break::Kill), Leaves::Nothing);
