@@ -64,7 +64,7 @@ class ExpenseCodesHouse : public ListHouse {
                                            "</AssetAccountRef>",
                                            name, behindName, sale, purchase));
   }
-  // Without a first kind the others are not asked for.
+  // The reader takes the other kinds only where there is one of these.
   void AddAnOtherCharge() { SoldOrBought(kOtherChargeItem, "Solo"); }
 
   [[nodiscard]] std::vector<std::string> Adds() const { return Requests("ItemOtherChargeAddRq"); }
