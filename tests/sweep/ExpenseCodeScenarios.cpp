@@ -15,8 +15,8 @@ const std::vector<LinkedTable> kExpenseTable = {
 
 constexpr std::string_view kBoth =
     "<SalesAndPurchase><SalesPrice>12</SalesPrice><IncomeAccountRef><FullName>Other Income</FullName>"
-    "</IncomeAccountRef><PurchaseCost>10</PurchaseCost><ExpenseAccountRef><FullName>Other Income</FullName>"
-    "</ExpenseAccountRef></SalesAndPurchase>";
+    "</IncomeAccountRef><PurchaseDesc>Changed here</PurchaseDesc><PurchaseCost>10</PurchaseCost><ExpenseAccountRef>"
+    "<FullName>Other Income</FullName></ExpenseAccountRef></SalesAndPurchase>";
 constexpr std::string_view kEither =
     "<SalesOrPurchase><Price>12</Price><AccountRef><FullName>Other Income</FullName></AccountRef></SalesOrPurchase>";
 constexpr std::string_view kStock =
@@ -34,13 +34,7 @@ void PrepareItems(TestHouse& house) {
   AddRecord(house, "ItemInventory", fmt::format("<Name>Site Rods</Name>{}", kStock));
 }
 
-std::string LinkOf(TestHouse& house, std::string_view kind, std::string_view name) {
-  const auto answer = house.Company(fmt::format("<{0}QueryRq><FullName>{1}</FullName></{0}QueryRq>", kind, name));
-  const auto from = answer.find("<ListID>") + std::string_view("<ListID>").size();
-  return answer.substr(from, answer.find('<', from) - from);
-}
-
-void Insert(TestHouse& house, std::string_view key, const std::string& link, std::string_view date) {
+void Insert(TestHouse& house, std::string_view key, std::string_view link, std::string_view date) {
   house.Sql(
       fmt::format("INSERT INTO Expense (ExpID, ExpDescription, ExpCost, ExpMarkup, QBLinkID, LastUpdated) VALUES "
                   "('{}', 'Changed here', 7, 20, '{}', {})",
@@ -55,14 +49,17 @@ void PrepareFirstSend(TestHouse& house, const Scenario& /*scenario*/) {
   Insert(house, "Hotel:Room", "", "'2030-01-01 09:00:00'");
 }
 
-// Linked to an item of each kind and changed after it. A code whose Mod could not be filled is told and passed over,
-// and the run counts as a good one: only a date that is still to come sends such a code again.
+// Two that always go over their items, whichever is later: one that could not be filled is told and passed over, and
+// the run counts as a good one, so that only a date that is still to come sends it again. The items are of the kind,
+// and have what a Mod leaves alone, as an Add would make them: one that can't be read is added again.
 void PrepareSecondSend(TestHouse& house, const Scenario& /*scenario*/) {
   PrepareItems(house);
-  constexpr std::string_view kLater = "'2030-01-01 09:00:00'";
-  Insert(house, "Travel:Air", LinkOf(house, "ItemOtherCharge", "Travel Air"), kLater);
-  Insert(house, "Office:Paper", LinkOf(house, "ItemNonInventory", "Office Paper"), kLater);
-  Insert(house, "Site:Rods", LinkOf(house, "ItemInventory", "Site Rods"), kLater);
+  AddRecord(house, "ItemOtherCharge", fmt::format("<Name>Travel Rail</Name>{}", kBoth));
+  house.machine.WritePrivateProfileString("QBSEND_", "Expense Codes_OptMostRecent", "False", house.Path("twqb.ini"));
+  for (const std::string_view item : {"Air", "Rail"}) {
+    Insert(house, fmt::format("Travel:{}", item), IdOf(house, "ItemOtherCharge", fmt::format("Travel {}", item)),
+           "'2030-01-01 09:00:00'");
+  }
 }
 
 void PrepareFirstGet(TestHouse& house, const Scenario& /*scenario*/) { PrepareItems(house); }

@@ -13,6 +13,7 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> PeopleScenarios();
 [[nodiscard]] std::vector<Scenario> AllTablesScenarios();
 [[nodiscard]] std::vector<Scenario> ProjectScenarios();
+[[nodiscard]] std::vector<Scenario> ActivityScenarios();
 [[nodiscard]] std::vector<Scenario> ExpenseCodeScenarios();
 
 }  // namespace twqb::sweep
