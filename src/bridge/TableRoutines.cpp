@@ -24,57 +24,29 @@ void GetPeople(const GetCall& call) {
   MoveEmployeesToTW(call.records, call.filters.Never, call.filters.MostRecent, isVendor);
 }
 
+template <auto move>
+bool Send(const SendCall& call) {
+  move(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+  return true;
+}
+template <auto move>
+void Get(const GetCall& call) {
+  move(call.records, call.filters.Never, call.filters.MostRecent);
+}
+// Of a table whose records others pull.
+template <auto move>
+void GetOrPull(const GetCall& call) {
+  move(call.records, call.filters.Never, call.filters.MostRecent, call.blnByID ? Dependent::Yes : Dependent::No,
+       call.connection);
+}
+
 constexpr std::array kBuiltIn = {
     TableRoutines{.table = enEmployees, .send = SendPeople<IsVendor::No>, .get = GetPeople<IsVendor::No>},
     TableRoutines{.table = enVendors, .send = SendPeople<IsVendor::Yes>, .get = GetPeople<IsVendor::Yes>},
-    TableRoutines{
-        .table = enClients,
-        .send =
-            [](const SendCall& call) {
-              MoveClientsToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
-              return true;
-            },
-        .get =
-            [](const GetCall& call) {
-              MoveClientsToTW(call.records, call.filters.Never, call.filters.MostRecent,
-                              call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
-            },
-    },
-    TableRoutines{
-        .table = enProjects,
-        .send =
-            [](const SendCall& call) {
-              MoveProjectsToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
-              return true;
-            },
-        .get =
-            [](const GetCall& call) {
-              MoveProjectsToTW(call.records, call.filters.Never, call.filters.MostRecent,
-                               call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
-            },
-    },
-    TableRoutines{
-        .table = enActivities,
-        .send =
-            [](const SendCall& call) {
-              MoveActivityToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
-              return true;
-            },
-        .get =
-            [](const GetCall& call) { MoveActivitiesToTW(call.records, call.filters.Never, call.filters.MostRecent); },
-    },
-    TableRoutines{
-        .table = enExpenseCodes,
-        .send =
-            [](const SendCall& call) {
-              MoveExpenseCodesToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
-              return true;
-            },
-        .get =
-            [](const GetCall& call) {
-              MoveExpenseCodesToTW(call.records, call.filters.Never, call.filters.MostRecent);
-            },
-    },
+    TableRoutines{.table = enClients, .send = Send<MoveClientsToQB>, .get = GetOrPull<MoveClientsToTW>},
+    TableRoutines{.table = enProjects, .send = Send<MoveProjectsToQB>, .get = GetOrPull<MoveProjectsToTW>},
+    TableRoutines{.table = enActivities, .send = Send<MoveActivityToQB>, .get = Get<MoveActivitiesToTW>},
+    TableRoutines{.table = enExpenseCodes, .send = Send<MoveExpenseCodesToQB>, .get = Get<MoveExpenseCodesToTW>},
 };
 
 std::span<const TableRoutines> ownRoutines;
