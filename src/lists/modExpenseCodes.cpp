@@ -171,15 +171,13 @@ void AddExpenseCodeRow(ado::Recordset& rows, GetRecord& item) {
   const auto firstSub = parts.size() < 2 ? std::string() : CutTo(rows, "ExpSub", ReplaceJunkChars(parts[1]));
   auto code = firstCode;
   auto sub = firstSub;
-  const auto key = FreeKey(item.connection, {.table = kExpenseCodes.tableName, .column = kExpenseCodes.keyColumn},
-                           fullName, [&](int counter) {
-                             if (counter > 0) {
-                               code = CutTo(rows, "ExpCode", fmt::format("{}{}", firstCode, counter));
-                               if (!firstSub.empty())
-                                 sub = CutTo(rows, "ExpSub", fmt::format("{}{}", firstSub, counter));
-                             }
-                             return CutTo(rows, kExpenseCodes.keyColumn, ItemKey(code, sub));
-                           });
+  const auto keyOf = [&](int counter) {
+    if (counter > 0) code = CutTo(rows, "ExpCode", fmt::format("{}{}", firstCode, counter));
+    if (counter > 0 && !sub.empty()) sub = CutTo(rows, "ExpSub", fmt::format("{}{}", firstSub, counter));
+    return CutTo(rows, kExpenseCodes.keyColumn, ItemKey(code, sub));
+  };
+  const auto key =
+      FreeKey(item.connection, {.table = kExpenseCodes.tableName, .column = kExpenseCodes.keyColumn}, fullName, keyOf);
   rows.AddNew();
   rows.SetField("ExpID", key);
   rows.SetField("ExpCode", code);
