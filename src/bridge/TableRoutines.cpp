@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/Template.h"
+#include "lists/modAccounts.h"
 #include "lists/modActivities.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
@@ -40,6 +41,12 @@ void GetOrPull(const GetCall& call) {
        call.connection);
 }
 
+// Pulled ones come on a connection of their own.
+void GetOrPullAccounts(const GetCall& call) {
+  MoveAccountsToTW(call.records, call.filters.Never, call.filters.MostRecent,
+                   call.blnByID ? Dependent::Yes : Dependent::No);
+}
+
 constexpr std::array kBuiltIn = {
     TableRoutines{.table = enEmployees, .send = SendPeople<IsVendor::No>, .get = GetPeople<IsVendor::No>},
     TableRoutines{.table = enVendors, .send = SendPeople<IsVendor::Yes>, .get = GetPeople<IsVendor::Yes>},
@@ -47,6 +54,7 @@ constexpr std::array kBuiltIn = {
     TableRoutines{.table = enProjects, .send = Send<MoveProjectsToQB>, .get = GetOrPull<MoveProjectsToTW>},
     TableRoutines{.table = enActivities, .send = Send<MoveActivityToQB>, .get = Get<MoveActivitiesToTW>},
     TableRoutines{.table = enExpenseCodes, .send = Send<MoveExpenseCodesToQB>, .get = Get<MoveExpenseCodesToTW>},
+    TableRoutines{.table = enAccounts, .send = Send<MoveAccountsToQB>, .get = GetOrPullAccounts},
 };
 
 std::span<const TableRoutines> ownRoutines;
