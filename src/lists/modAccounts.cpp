@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "engine/DependentPull.h"
+#include "lists/ActiveFlag.h"
 #include "lists/InvalidReference.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
@@ -149,7 +150,7 @@ void WriteAccountFields(ado::Recordset& row, const Record& account) {
     row.SetField("AccountTypeID", number < 0 || number > kLastAccountType ? kUnknownAccountType : number);
   }
   GetFields(row, account, kGetAccount);
-  if (const auto active = account["IsActive"]; !active.IsNothing()) row.SetField("IsInActive", !active.GetBoolean());
+  WriteInactive(row, account);
 }
 
 // To the dependent pull of a further record, too.

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "engine/FreeKey.h"
+#include "lists/ActiveFlag.h"
 #include "lists/InvalidReference.h"
 #include "lists/Items.h"
 #include "platform/Text.h"
@@ -175,7 +176,7 @@ void WriteRate(ado::Recordset& row, std::string_view column, const Record& price
 }
 
 void WriteActivityFields(ado::Recordset& row, const Record& item) {
-  if (const auto active = item["IsActive"]; !active.IsNothing()) row.SetField("IsInActive", !active.GetBoolean());
+  WriteInactive(row, item);
   // An item that lost its description blanks the column.
   row.SetField("ActivityDescription", std::string());
   switch (FormOf(item)) {
@@ -215,9 +216,7 @@ Filling QBAssignActivityFldValues(const RequestField& request, const ado::Record
     // Read for a Mod too: settings that can't be read end the table whatever is sent.
     const DefaultAccounts defaults = {.income = DefaultIncomeAccount(), .expense = DefaultExpenseAccount()};
     if (kind == RequestKind::Add || IsRenamed(record)) SetCut(request["Name"], ItemName(record.qbName));
-    if (const auto inactive = row.Field("IsInActive"); !IsNull(inactive)) {
-      request["IsActive"].SetValue(!TextToBoolean(ToText(inactive)));
-    }
+    AssignActive(request, row);
     if (kind == RequestKind::Add) {
       AssignAddFields(request, row, defaults);
     } else {

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "engine/FreeKey.h"
+#include "lists/ActiveFlag.h"
 #include "lists/InvalidReference.h"
 #include "lists/Items.h"
 #include "messages/ValueFormat.h"
@@ -55,10 +56,6 @@ constexpr TableDescription kExpenseCodes = {
 
 using When = SendField::When;
 
-std::string Inverted(std::string_view flag) { return TextToBoolean(flag) ? "False" : "True"; }
-
-constexpr std::array kSendActive = {
-    SendField{.path = "IsActive", .column = "IsInActive", .when = When::NotNull, .convert = Inverted}};
 constexpr std::array kSendDescriptions = {
     SendField{.path = "PurchaseDesc", .column = "ExpDescription", .when = When::NotNull},
     SendField{.path = "SalesDesc", .column = "ExpDescription", .when = When::NotNull},
@@ -174,15 +171,13 @@ void AddExpenseCodeRow(ado::Recordset& rows, GetRecord& item) {
   const auto firstSub = parts.size() < 2 ? std::string() : CutTo(rows, "ExpSub", ReplaceJunkChars(parts[1]));
   auto code = firstCode;
   auto sub = firstSub;
-  const auto key = FreeKey(item.connection, {.table = kExpenseCodes.tableName, .column = kExpenseCodes.keyColumn},
-                           fullName, [&](int counter) {
-                             if (counter > 0) {
-                               code = CutTo(rows, "ExpCode", fmt::format("{}{}", firstCode, counter));
-                               if (!firstSub.empty())
-                                 sub = CutTo(rows, "ExpSub", fmt::format("{}{}", firstSub, counter));
-                             }
-                             return CutTo(rows, kExpenseCodes.keyColumn, ItemKey(code, sub));
-                           });
+  const auto keyOf = [&](int counter) {
+    if (counter > 0) code = CutTo(rows, "ExpCode", fmt::format("{}{}", firstCode, counter));
+    if (counter > 0 && !sub.empty()) sub = CutTo(rows, "ExpSub", fmt::format("{}{}", firstSub, counter));
+    return CutTo(rows, kExpenseCodes.keyColumn, ItemKey(code, sub));
+  };
+  const auto key =
+      FreeKey(item.connection, {.table = kExpenseCodes.tableName, .column = kExpenseCodes.keyColumn}, fullName, keyOf);
   rows.AddNew();
   rows.SetField("ExpID", key);
   rows.SetField("ExpCode", code);
@@ -228,7 +223,7 @@ void WritePrices(ado::Recordset& row, const Record& priced, std::span<const GetF
 }
 
 void WriteExpenseCodeFields(ado::Recordset& row, const Record& item) {
-  if (const auto active = item["IsActive"]; !active.IsNothing()) row.SetField("IsInActive", !active.GetBoolean());
+  WriteInactive(row, item);
   WriteDescription(row, item);
   // An item that is either sold or bought brings neither accounts nor a cost.
   row.SetField("ExpCost", Currency());
@@ -259,7 +254,7 @@ void MoveExpenseCodesToTW(const RecordList& records, bool optNever, bool optMost
 bool QBAssignExpCodeFldValues(const RequestField& request, const ado::Recordset& row, const SendRecord& record) {
   return RunAs("QBAssignExpCodeFldValues", [&] {
     if (TakesItemName(record.key, record.twin["Name"].GetValue())) SetCut(request["Name"], ItemName(record.key));
-    SendFields(request, row, kSendActive);
+    AssignActive(request, row);
     const auto cost = row.Field("ExpCost");
     const auto markup = row.Field("ExpMarkup");
     const auto& places = PlacesOf(record.twin);
@@ -276,7 +271,7 @@ bool QBAssignExpCodeFldValues(const RequestField& request, const ado::Recordset&
 bool AssignExpenseCodeFldValues(const RequestField& request, const ado::Recordset& row, std::string_view name) {
   const auto raised = CatchError([&] {
     SetCut(request["Name"], GetExpenseNameForQB(name));
-    SendFields(request, row, kSendActive);
+    AssignActive(request, row);
     const auto both = FieldAtPath(request, "ORSalesPurchase.SalesAndPurchase");
     SendFields(both, row, kSendDescriptions);
     const auto cost = row.Field("ExpCost");

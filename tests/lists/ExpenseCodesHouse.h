@@ -20,8 +20,9 @@ inline constexpr std::string_view kNonInventoryItem = "ItemNonInventory";
 
 class ExpenseCodesHouse : public ListHouse {
  public:
+  // `country` is that of the company file, too.
   explicit ExpenseCodesHouse(HouseOptions options = {}, std::string_view faults = {}, std::string_view country = "US")
-      : ListHouse(kExpenseCodeTable, std::move(options), faults, country),
+      : ListHouse(kExpenseCodeTable, In(country, std::move(options)), faults, country),
         otherIncome(Account("Other Income", "OtherIncome")),
         fees(Account("Fees", "Income")),
         costs(Account("Costs", "Expense")),
@@ -63,7 +64,7 @@ class ExpenseCodesHouse : public ListHouse {
                                            "</AssetAccountRef>",
                                            name, behindName, sale, purchase));
   }
-  // Without a first kind the others are not asked for.
+  // The reader takes the other kinds only where there is one of these.
   void AddAnOtherCharge() { SoldOrBought(kOtherChargeItem, "Solo"); }
 
   [[nodiscard]] std::vector<std::string> Adds() const { return Requests("ItemOtherChargeAddRq"); }
@@ -75,6 +76,11 @@ class ExpenseCodesHouse : public ListHouse {
   std::string goods;
 
  private:
+  static HouseOptions In(std::string_view country, HouseOptions options) {
+    if (country == "CA") options.company.country = messages::Country::CA;
+    if (country == "UK") options.company.country = messages::Country::UK;
+    return options;
+  }
   std::string Account(std::string_view name, std::string_view type) {
     return Add("Account", fmt::format("<Name>{}</Name><AccountType>{}</AccountType>", name, type));
   }

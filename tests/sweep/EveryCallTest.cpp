@@ -53,6 +53,8 @@ INSTANTIATE_TEST_SUITE_P(Projects, EveryCall, testing::ValuesIn(ProjectScenarios
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Activities, EveryCall, testing::ValuesIn(ActivityScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(ExpenseCodes, EveryCall, testing::ValuesIn(ExpenseCodeScenarios()),
+                         [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Accounts, EveryCall, testing::ValuesIn(AccountScenarios()),
                          [](const auto& test) { return test.param.name; });
 

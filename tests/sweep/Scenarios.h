@@ -14,6 +14,7 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> AllTablesScenarios();
 [[nodiscard]] std::vector<Scenario> ProjectScenarios();
 [[nodiscard]] std::vector<Scenario> ActivityScenarios();
+[[nodiscard]] std::vector<Scenario> ExpenseCodeScenarios();
 [[nodiscard]] std::vector<Scenario> AccountScenarios();
 
 }  // namespace twqb::sweep
