@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/Template.h"
+#include "lists/modAccounts.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
 #include "lists/modProjects.h"
@@ -49,6 +50,19 @@ constexpr std::array kBuiltIn = {
             [](const GetCall& call) {
               MoveProjectsToTW(call.records, call.filters.Never, call.filters.MostRecent,
                                call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
+            },
+    },
+    TableRoutines{
+        .table = enAccounts,
+        .send =
+            [](const SendCall& call) {
+              MoveAccountsToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+              return true;
+            },
+        .get =
+            [](const GetCall& call) {
+              MoveAccountsToTW(call.records, call.filters.Never, call.filters.MostRecent,
+                               call.blnByID ? Dependent::Yes : Dependent::No);
             },
     },
 };

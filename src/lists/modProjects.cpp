@@ -124,11 +124,8 @@ void ReadProjectRow(const ado::Recordset& row, SendRecord& record) {
   // A phase whose parent has no link goes directly under the customer.
   record.parentLink = ColumnText(row, "ClientQBLinkID");
   if (!IsPhase(row)) return;
-  const auto parent = WithGlobalConnection([&] {
-    return FirstField(*GlobalConnection().Execute(
-        fmt::format("SELECT QBLinkID FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ParentProjectID")),
-        nullptr));
-  });
+  const auto parent = RequireScalarFromSQL(
+      fmt::format("SELECT QBLinkID FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ParentProjectID")));
   if (!parent.empty()) record.parentLink = parent;
 }
 

@@ -79,6 +79,10 @@ std::string GetScalarFromSQL(std::string_view strSQL) {
   });
 }
 
+std::string RequireScalarFromSQL(std::string_view strSQL) {
+  return WithGlobalConnection([&] { return FirstField(*GlobalConnection().Execute(strSQL, nullptr)); });
+}
+
 std::optional<Date> GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1,
                                         std::string_view strField2) {
   return RunAs("GetTWDateOfUpdation", std::optional<Date>{}, [&] {
