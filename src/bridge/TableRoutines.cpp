@@ -5,6 +5,7 @@
 
 #include "engine/Template.h"
 #include "lists/modAccounts.h"
+#include "lists/modActivities.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
 #include "lists/modProjects.h"
@@ -51,6 +52,16 @@ constexpr std::array kBuiltIn = {
               MoveProjectsToTW(call.records, call.filters.Never, call.filters.MostRecent,
                                call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
             },
+    },
+    TableRoutines{
+        .table = enActivities,
+        .send =
+            [](const SendCall& call) {
+              MoveActivityToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+              return true;
+            },
+        .get =
+            [](const GetCall& call) { MoveActivitiesToTW(call.records, call.filters.Never, call.filters.MostRecent); },
     },
     TableRoutines{
         .table = enAccounts,

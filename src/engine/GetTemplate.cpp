@@ -1,11 +1,10 @@
 #include <fmt/format.h>
 
 #include <memory>
-#include <set>
 
 #include "engine/ConflictRule.h"
+#include "engine/FreeKey.h"
 #include "engine/Template.h"
-#include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/Errors.h"
@@ -82,7 +81,7 @@ class GetRun {
     if (!IsAdmitted(inHand)) return;
     // 5.3
     const auto listId = record["ListID"].GetValue();
-    OpenLookup("QBLinkID", listId, table_.linkCondition);
+    OpenLookup(listId);
     const bool known = !lookup_->Eof();
     // 5.4 or 5.5, up to a row to write to.
     if (known ? !FindRow(record, listId) : !AddRow(inHand)) return;
@@ -121,34 +120,21 @@ class GetRun {
       return true;
     }
     const auto base = ReplaceJunkChars(name_);
-    const int size = Rows().DefinedSize(table_.keyColumn);
-    std::set<std::string> tried;  // keys as cut: a cut that takes the counter off again must end the rounds
-    auto trial = base;
-    for (int counter = 0;;) {
-      // The cut stands behind the appending and ahead of the lookup.
-      if (size > 0) trial = Left(trial, static_cast<std::size_t>(size));
-      if (!tried.insert(trial).second) {
-        throw PlatformError(error::kKeyInUse,
-                            fmt::format("Every {} that can be made of the name \"{}\" is taken. Rename the "
-                                        "record in QuickBooks or the rows in {}.",
-                                        table_.keyColumn, name_, table_.tableName));
-      }
-      OpenLookup(table_.keyColumn, trial);
-      if (lookup_->Eof()) break;
-      trial = fmt::format("{}{}", base, ++counter);
-      CloseLookup();
-    }
+    // The cut stands behind the appending and ahead of the lookup.
+    const auto key =
+        FreeKey(*connection_, {.table = table_.tableName, .column = table_.keyColumn}, name_, [&](int counter) {
+          return CutTo(Rows(), table_.keyColumn, counter == 0 ? base : fmt::format("{}{}", base, counter));
+        });
     rows_->AddNew();
-    rows_->SetField(table_.keyColumn, trial);
-    CloseLookup();
+    rows_->SetField(table_.keyColumn, key);
     if (table_.startRow != nullptr) table_.startRow(*rows_, record.record, state_.get());
     return true;
   }
 
-  // The lookups hold no quote: ReplaceJunkChars took them out of keys, and identifiers have none.
-  void OpenLookup(std::string_view column, std::string_view text, std::string_view condition = {}) {
+  // Identifiers hold no quote.
+  void OpenLookup(std::string_view listId) {
     lookup_ = connection_->OpenRecordset(
-        fmt::format("SELECT {0} from {1} WHERE {2}{0} = '{3}';", column, table_.tableName, condition, text),
+        fmt::format("SELECT QBLinkID from {} WHERE {}QBLinkID = '{}';", table_.tableName, table_.linkCondition, listId),
         ado::CursorType::Static, ado::LockType::ReadOnly);
   }
   void CloseLookup() {

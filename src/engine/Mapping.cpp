@@ -60,9 +60,13 @@ int SendFields(const RequestField& request, const ado::Recordset& row, std::span
   return set;
 }
 
-void WriteCut(ado::Recordset& row, std::string_view column, std::string_view text) {
+std::string CutTo(const ado::Recordset& row, std::string_view column, std::string_view text) {
   const int size = row.DefinedSize(column);
-  row.SetField(column, size > 0 ? Left(text, static_cast<std::size_t>(size)) : std::string(text));
+  return size > 0 ? Left(text, static_cast<std::size_t>(size)) : std::string(text);
+}
+
+void WriteCut(ado::Recordset& row, std::string_view column, std::string_view text) {
+  row.SetField(column, CutTo(row, column, text));
 }
 
 void GetFields(ado::Recordset& row, const Record& record, std::span<const GetField> fields) {

@@ -43,7 +43,8 @@ struct GetField {
 
 void GetFields(ado::Recordset& row, const Record& record, std::span<const GetField> fields);
 
-// Assigns a text, cut to the column's DefinedSize.
+// A text cut to the column's DefinedSize, and the same assigned to the column.
+[[nodiscard]] std::string CutTo(const ado::Recordset& row, std::string_view column, std::string_view text);
 void WriteCut(ado::Recordset& row, std::string_view column, std::string_view text);
 // The field at a path; nothing where a step of it is missing.
 [[nodiscard]] Record FieldAtPath(const Record& record, std::string_view path);

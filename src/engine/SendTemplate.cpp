@@ -223,6 +223,7 @@ class SendRun {
   void EndRefused(Refusal refusal, RequestKind kind, const Response& response) {
     if (refusal == Refusal::EndTable) Vars().g_Cancelled = true;
     if (refusal == Refusal::LeaveTable) leaves_ = true;
+    if (refusal == Refusal::AskToGoOn) AskForTheRest();
     if (refusal != Refusal::AskUser) return;
     kind == RequestKind::Mod ? AskAfterFailedMod(response) : AskAfterFailedAdd(response);
   }

@@ -71,6 +71,7 @@ struct RefusedRequest {
 // What a table does about it.
 enum class Refusal : std::uint8_t {
   AskUser,      // the error box and its question
+  AskToGoOn,    // it has been told; the question alone, in a box of its own
   TryNextName,  // the name is in use: one more Add in the same set, with the next counter behind the name. AskUser
                 // where names are spent
   SendAgain,    // the request was mended: the same set goes out again

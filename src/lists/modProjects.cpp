@@ -6,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "engine/FreeKey.h"
 #include "lists/modClients.h"
 #include "platform/Text.h"
 #include "quickbooks/IsCustomer.h"
@@ -169,11 +170,6 @@ Admission AdmitJob(GetRecord& job) {
   return QBCustomerExistsInTW(job.record, job.ownerKey) ? Admission::Admitted : Admission::Lacking;
 }
 
-std::string CutTo(const ado::Recordset& row, std::string_view column, std::string_view text) {
-  const int size = row.DefinedSize(column);
-  return size > 0 ? Left(text, static_cast<std::size_t>(size)) : std::string(text);
-}
-
 std::string ProjectKey(std::string_view code, std::string_view phase) { return fmt::format("{}:{}", code, phase); }
 
 // The names of the row that a record is to have, before they are made unique.
@@ -191,24 +187,21 @@ JobFullName NamesOf(const ado::Recordset& row, const GetRecord& job) {
 }
 
 // Counts in the last two places of the phase until the key is free; a top project gets a phase by it.
-void MakeUnique(ado::Connection& connection, JobFullName& names) {
+void MakeUnique(const GetRecord& job, JobFullName& names) {
   constexpr std::size_t kPlaces = 2;
   const auto length = CharacterCount(names.projectPhase);
   const auto base = length > kPlaces ? Left(names.projectPhase, length - kPlaces) : std::string();
-  for (int counter = 1;; ++counter) {
-    const auto rs =
-        connection.OpenRecordset(fmt::format("SELECT ProjectID from Project WHERE ProjectID = '{}';", names.projectID),
-                                 ado::CursorType::Static, ado::LockType::ReadOnly);
-    if (rs->Eof()) return;
-    names.projectPhase = fmt::format("{}{}", base, counter);
-    names.projectID = ProjectKey(names.projectCode, names.projectPhase);
-  }
+  names.projectID = FreeKey(job.connection, {.table = "Project", .column = "ProjectID"},
+                            job.record["FullName"].GetValue(), [&](int counter) {
+                              if (counter > 0) names.projectPhase = fmt::format("{}{}", base, counter);
+                              return ProjectKey(names.projectCode, names.projectPhase);
+                            });
 }
 
 void AddProjectRow(ado::Recordset& rows, GetRecord& job) {
   auto names = NamesOf(rows, job);
   rows.AddNew();
-  MakeUnique(job.connection, names);
+  MakeUnique(job, names);
   rows.SetField("ProjectID", names.projectID);
   WriteCut(rows, "ClientID", names.clientID);
   rows.SetField("QBLinkID", job.record["ListID"].GetValue());

@@ -1,0 +1,230 @@
+#include "lists/modActivities.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "engine/FreeKey.h"
+#include "lists/InvalidReference.h"
+#include "lists/Items.h"
+#include "platform/Text.h"
+#include "services/Conversions.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+namespace {
+
+Refusal OnRefusedActivity(const RefusedRequest& refused);
+void AddActivityRow(ado::Recordset& rows, GetRecord& item);
+void WriteActivityFields(ado::Recordset& row, const Record& item);
+
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr TableDescription kActivities = {
+    .table = enActivities,
+    .tableName = "Activity",
+    .keyColumn = "ActivityID",
+    // Its own fallback: without a date an activity is older than any item.
+    .fallbackDateColumn = "LastUpdated",
+    .addRequest = "ItemServiceAddRq",
+    .modRequest = "ItemServiceModRq",
+    .sendRoutine = "MoveActivityToQB",
+    .getRoutine = "MoveActivitiesToTW",
+    .sendingText = "Sending Activities to QuickBooks...",
+    .gettingText = "Getting Activities from QuickBooks...",
+    .recordLabel = "Activity ID",
+    .getLogText = "Error in Activity transfer to Tallywick. Activity = ",
+    .rulePlace = RulePlace::AheadOfRequest,
+    .inVersion1 = InVersion1::AddAnew,
+    .addQuestion = AddQuestion::InItsOwnBox,
+    .assign = QBAssignActivityFldValues,
+    .onRefusal = OnRefusedActivity,
+    .addRow = AddActivityRow,
+    .writeFields = WriteActivityFields,
+};
+
+// --- Field mapping ---------------------------------------------------------------------------------------------------
+
+using When = SendField::When;
+
+// Inside the form that the item has.
+constexpr std::array kSendSalesAndPurchase = {
+    SendField{.path = "SalesDesc", .column = "ActivityDescription"},
+    SendField{.path = "PurchaseCost", .column = "AC_CostRate", .when = When::NotNull},
+    SendField{.path = "SalesPrice", .column = "AC_BillRate", .when = When::NotNull},
+};
+constexpr std::array kSendSalesOrPurchase = {
+    SendField{.path = "Desc", .column = "ActivityDescription"},
+    SendField{.path = "ORPrice.PRICE", .column = "AC_BillRate", .when = When::NotNull},
+};
+
+constexpr std::array kGetSalesAndPurchase = {
+    GetField{.path = "SalesDesc", .column = "ActivityDescription"},
+    GetField{.path = "IncomeAccountRef.ListID", .column = "QBAccountID1"},
+    GetField{.path = "ExpenseAccountRef.ListID", .column = "QBAccountID2"},
+};
+// There is no expense account: the column keeps its value.
+constexpr std::array kGetSalesOrPurchase = {
+    GetField{.path = "Desc", .column = "ActivityDescription"},
+    GetField{.path = "AccountRef.ListID", .column = "QBAccountID1"},
+};
+
+constexpr std::array<std::string_view, 4> kZeroColumns = {"Tax1_Rate", "Tax2_Rate", "Tax3_Rate", "AC_MinHours"};
+
+// --- Hooks of the send -----------------------------------------------------------------------------------------------
+
+// An item that carries the activity's sub alone keeps its name.
+bool IsRenamed(const SendRecord& record) {
+  const auto twinName = record.twin["Name"].GetValueOrEmpty();
+  if (ItemName(record.key) == twinName) return false;
+  const auto parts = Split(record.key, ':');
+  const auto sub = parts.size() < 2 ? std::string() : parts[1];
+  return sub.empty() || sub != twinName;
+}
+
+struct DefaultAccounts {
+  std::string income;
+  std::string expense;
+};
+
+void AssignAddFields(const RequestField& request, const ado::Recordset& row, const DefaultAccounts& defaults) {
+  const auto form = request["ORSalesPurchase"]["SalesAndPurchase"];
+  AssignAccount(form["IncomeAccountRef"], ColumnText(row, "QBAccountID1"), defaults.income);
+  if (const auto country = UpperCase(Vars().g_QBCountry); country == "UK" || country == "CA") {
+    request["TaxCodeForSaleRef"]["FullName"].SetValue("E");
+  }
+  AssignAccount(form["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), defaults.expense);
+  SendFields(form, row, kSendSalesAndPurchase);
+}
+
+void AssignModFields(const RequestField& request, const ado::Recordset& row, const Record& twin) {
+  const auto form = request["ORSalesPurchaseMod"];
+  if (FormOf(twin) == ItemForm::SalesOrPurchase) {
+    SendFields(form["SalesOrPurchaseMod"], row, kSendSalesOrPurchase);
+  } else {
+    SendFields(form["SalesAndPurchaseMod"], row, kSendSalesAndPurchase);
+  }
+}
+
+void LogNameInUse(std::string_view doing, const SendRecord& record) {
+  WriteLog(fmt::format("{} Activity : '{}' already exists in QB", doing, record.qbName));
+}
+
+// A name in use is logged and not shown; whoever reads the log learns of one that stood in the way of another error.
+Refusal OnRefusedActivity(const RefusedRequest& refused) {
+  const auto status = refused.response.StatusCode();
+  if (refused.kind == RequestKind::Mod) {
+    if (status != kStatusNameInUse) return Refusal::AskUser;
+    LogNameInUse("Modifying", refused.record);
+    return Refusal::PassOver;
+  }
+  if (status == kStatusNameInUse && !refused.namesSpent) return Refusal::TryNextName;
+  if (refused.namesSpent || refused.record.qbName != refused.record.key) LogNameInUse("Adding", refused.record);
+  if (status == kStatusNameInUse) return Refusal::PassOver;
+  if (status != kStatusInvalidReference) return Refusal::AskUser;
+  TellInvalidReference(refused.response);
+  return Refusal::AskToGoOn;
+}
+
+// --- Hooks of the get ------------------------------------------------------------------------------------------------
+
+struct ActivityNames {
+  std::string code;
+  std::string sub;
+};
+
+// Levels below the second are dropped.
+ActivityNames NamesOf(const ado::Recordset& row, const Record& item) {
+  const auto parts = Split(item["FullName"].GetValue(), ':');
+  const auto part = [&](std::string_view column, std::string_view text) {
+    return CutTo(row, column, ReplaceJunkChars(text));
+  };
+  if (parts.size() < 2) return {.code = part("ActivityCode", item["Name"].GetValue()), .sub = {}};
+  return {.code = part("ActivityCode", parts[0]), .sub = part("ActivitySub", parts[1])};
+}
+
+// Counts in the last two places of the sub, or behind one that has no more than these.
+std::string MakeUnique(const GetRecord& item, ActivityNames& names) {
+  constexpr std::size_t kPlaces = 2;
+  const auto length = CharacterCount(names.sub);
+  const auto base = length > kPlaces ? Left(names.sub, length - kPlaces) : names.sub;
+  return FreeKey(item.connection, {.table = "Activity", .column = "ActivityID"}, item.record["FullName"].GetValue(),
+                 [&](int counter) {
+                   if (counter > 0) names.sub = fmt::format("{}{}", base, counter);
+                   return ItemKey(names.code, names.sub);
+                 });
+}
+
+void AddActivityRow(ado::Recordset& rows, GetRecord& item) {
+  auto names = NamesOf(rows, item.record);
+  const auto key = MakeUnique(item, names);
+  rows.AddNew();
+  rows.SetField("ActivityID", key);
+  WriteCut(rows, "ActivitySub", names.sub);
+  WriteCut(rows, "ActivityCode", names.code);
+  rows.SetField("QBLinkID", item.record["ListID"].GetValue());
+  for (const auto column : kZeroColumns) rows.SetField(column, 0.0);
+  rows.SetField("ActivityBillable", true);
+}
+
+void WriteRate(ado::Recordset& row, std::string_view column, const Record& price) {
+  if (!price.IsNothing()) row.SetField(column, price.GetNumber());
+}
+
+void WriteActivityFields(ado::Recordset& row, const Record& item) {
+  if (const auto active = item["IsActive"]; !active.IsNothing()) row.SetField("IsInActive", !active.GetBoolean());
+  // An item that lost its description blanks the column.
+  row.SetField("ActivityDescription", std::string());
+  switch (FormOf(item)) {
+    case ItemForm::SalesAndPurchase: {
+      const auto form = FieldAtPath(item, "ORSalesPurchase.SalesAndPurchase");
+      GetFields(row, form, kGetSalesAndPurchase);
+      WriteRate(row, "AC_CostRate", form["PurchaseCost"]);
+      WriteRate(row, "AC_BillRate", form["SalesPrice"]);
+      break;
+    }
+    case ItemForm::SalesOrPurchase: {
+      const auto form = FieldAtPath(item, "ORSalesPurchase.SalesOrPurchase");
+      GetFields(row, form, kGetSalesOrPurchase);
+      WriteRate(row, "AC_BillRate", FieldAtPath(form, "ORPrice.Price"));
+      break;
+    }
+    case ItemForm::Neither:
+      break;
+  }
+}
+
+}  // namespace
+
+// --- Public routines -------------------------------------------------------------------------------------------------
+
+void MoveActivityToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session) {
+  SendTable(kActivities, strSQL, optNever, optMostRecent, session);
+}
+
+void MoveActivitiesToTW(const RecordList& records, bool optNever, bool optMostRecent) {
+  GetTable(kActivities, records, optNever, optMostRecent, Dependent::No, nullptr);
+}
+
+Filling QBAssignActivityFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
+                                  const SendRecord& record) {
+  return RunAs("QBAssignActivityFldValues", Filling::EndTable, [&] {
+    // Read for a Mod too: settings that can't be read end the table whatever is sent.
+    const DefaultAccounts defaults = {.income = DefaultIncomeAccount(), .expense = DefaultExpenseAccount()};
+    if (kind == RequestKind::Add || IsRenamed(record)) SetCut(request["Name"], ItemName(record.qbName));
+    if (const auto inactive = row.Field("IsInActive"); !IsNull(inactive)) {
+      request["IsActive"].SetValue(!TextToBoolean(ToText(inactive)));
+    }
+    if (kind == RequestKind::Add) {
+      AssignAddFields(request, row, defaults);
+    } else {
+      AssignModFields(request, row, record.twin);
+    }
+    return Filling::Filled;
+  });
+}
+
+}  // namespace twqb
