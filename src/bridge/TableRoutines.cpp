@@ -8,6 +8,7 @@
 #include "lists/modActivities.h"
 #include "lists/modClients.h"
 #include "lists/modEmployees.h"
+#include "lists/modExpenseCodes.h"
 #include "lists/modProjects.h"
 #include "twqb/enTables.h"
 
@@ -62,6 +63,18 @@ constexpr std::array kBuiltIn = {
             },
         .get =
             [](const GetCall& call) { MoveActivitiesToTW(call.records, call.filters.Never, call.filters.MostRecent); },
+    },
+    TableRoutines{
+        .table = enExpenseCodes,
+        .send =
+            [](const SendCall& call) {
+              MoveExpenseCodesToQB(call.sql, call.filters.Never, call.filters.MostRecent, call.session);
+              return true;
+            },
+        .get =
+            [](const GetCall& call) {
+              MoveExpenseCodesToTW(call.records, call.filters.Never, call.filters.MostRecent);
+            },
     },
     TableRoutines{
         .table = enAccounts,

@@ -177,8 +177,12 @@ class SendRun {
       auto answer = session_.DoRequests(messageSet);
       const auto& response = answer.GetAt(index);
       if (response.StatusCode() == 0) return {std::move(answer), std::nullopt};
-      const auto refusal = OnRefusal(
-          table_, {.request = request, .response = response, .kind = kind, .record = record_, .resends = resends});
+      const auto refusal = OnRefusal(table_, {.request = request,
+                                              .response = response,
+                                              .kind = kind,
+                                              .record = record_,
+                                              .row = *rows_,
+                                              .resends = resends});
       if (refusal != Refusal::SendAgain) return {std::move(answer), refusal};
     }
   }
@@ -214,9 +218,12 @@ class SendRun {
   }
 
   void EndNamesSpent(const RequestField& request, const Response& response) {
-    const auto refusal = OnRefusal(
-        table_,
-        {.request = request, .response = response, .kind = RequestKind::Add, .record = record_, .namesSpent = true});
+    const auto refusal = OnRefusal(table_, {.request = request,
+                                            .response = response,
+                                            .kind = RequestKind::Add,
+                                            .record = record_,
+                                            .row = *rows_,
+                                            .namesSpent = true});
     EndRefused(refusal == Refusal::TryNextName ? Refusal::AskUser : refusal, RequestKind::Add, response);
   }
 

@@ -64,6 +64,7 @@ struct RefusedRequest {
   const Response& response;
   RequestKind kind;
   const SendRecord& record;
+  const ado::Recordset& row;
   int resends = 0;          // how often this request was sent again already
   bool namesSpent = false;  // there is no next name: each further one would be cut to one that was refused
 };

@@ -94,8 +94,8 @@ std::optional<bool> ParseBool(std::string_view text) {
 
 std::string AmountText(double value) { return FixedText(value, 2); }
 
-std::string DecimalText(double value) {
-  auto text = FixedText(value, 5);
+std::string DecimalText(double value, int decimals) {
+  auto text = FixedText(value, decimals);
   while (text.back() == '0') text.pop_back();
   if (text.back() == '.') text.pop_back();
   return text;

@@ -1,6 +1,8 @@
 // A house in which the routines of a list table are called as the dispatcher calls them.
 #pragma once
 
+#include <fmt/format.h>
+
 #include <utility>
 
 #include "engine/RecordReader.h"
@@ -59,6 +61,10 @@ class ListHouse : public SpiedHouse {
     Sql("INSERT INTO " + std::string(table_.name) + " (" + std::string(columns) + ") VALUES (" + std::string(values) +
         ")");
   }
+  // The form in which the company file is asked by the tests themselves.
+  [[nodiscard]] static std::string Tag() {
+    return Vars().g_QBCountry == "CA" || Vars().g_QBCountry == "UK" ? Vars().g_QBCountry + "3.0" : "3.0";
+  }
   [[nodiscard]] std::string ColumnOf(std::string_view key, std::string_view column) {
     return Scalar("SELECT " + std::string(column) + " FROM " + std::string(table_.name) + " WHERE " +
                   std::string(table_.keyColumn) + " = '" + std::string(key) + "'");
@@ -67,6 +73,16 @@ class ListHouse : public SpiedHouse {
     const auto key = std::string(table_.keyColumn);
     return Scalar("SELECT group_concat(" + key + ", ',') FROM (SELECT " + key + " FROM " + std::string(table_.name) +
                   " ORDER BY rowid)");
+  }
+  // Adds a record to the company file with its fields in wire order; its ListID.
+  std::string Add(std::string_view kind, std::string_view fields) {
+    const auto answer = Company(fmt::format("<{0}AddRq><{0}Add>{1}</{0}Add></{0}AddRq>", kind, fields), Tag());
+    EXPECT_NE(answer.find("statusCode=\"0\""), std::string::npos) << answer;
+    return TextOf(answer, "ListID");
+  }
+  // What the company file says of the record with that identifier.
+  [[nodiscard]] std::string Ask(std::string_view kind, std::string_view listId) {
+    return Company(fmt::format("<{0}QueryRq><ListID>{1}</ListID></{0}QueryRq>", kind, listId), Tag());
   }
 
  private:

@@ -50,9 +50,6 @@ class ProjectsHouse : public ListHouse {
     return Read({.strID = listId, .IsDependent = true}).At(0);
   }
   [[nodiscard]] ado::Connection& Own() { return *own_; }
-  [[nodiscard]] static std::string Tag() {
-    return Vars().g_QBCountry == "CA" || Vars().g_QBCountry == "UK" ? Vars().g_QBCountry + "3.0" : "3.0";
-  }
 
   std::string client;  // its ListID
 
