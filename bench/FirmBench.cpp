@@ -112,15 +112,17 @@ void PrintShares(const Send& send, const Firm& firm) {
     all.whole += share.whole;
     all.database += share.database;
     all.quickBooks += share.quickBooks;
+    all.settings += share.settings;
   }
   fmt::print("\n### {}, by table\n\n", send.name);
-  PrintHead({"table", "rows", "s", "of all", "BillingDb, s", "QuickBooks, s", "library, s", "library, µs a row"});
+  PrintHead({"table", "rows", "s", "of all", "BillingDb, s", "QuickBooks, s", "settings, s", "library, s",
+             "library, µs a row"});
   const auto print = [&](const TableShare& share, int rows) {
-    const double library = share.whole - share.database - share.quickBooks;
+    const double library = share.Library();
     PrintLine({share.name, Grouped(rows), fmt::format("{:.3f}", share.whole),
                fmt::format("{:.0f} %", 100 * share.whole / all.whole), fmt::format("{:.3f}", share.database),
-               fmt::format("{:.3f}", share.quickBooks), fmt::format("{:.3f}", library),
-               rows == 0 ? "" : fmt::format("{:.1f}", library / rows * 1e6)});
+               fmt::format("{:.3f}", share.quickBooks), fmt::format("{:.3f}", share.settings),
+               fmt::format("{:.3f}", library), rows == 0 ? "" : fmt::format("{:.1f}", library / rows * 1e6)});
   };
   for (const auto& share : shares) {
     for (const auto& table : kBenchTables) {

@@ -184,13 +184,19 @@ class RecordedTransports : public TransportFactory {
   CallLog& calls_;
 };
 
-// Sees the tables end.
-class WatchedMachine : public ForwardingMachine {
+// Sees the tables end, too.
+class RecordedMachine : public ForwardingMachine {
  public:
-  WatchedMachine(Machine& inner, CallLog& calls) : ForwardingMachine(inner), calls_(calls) {}
+  RecordedMachine(Machine& inner, CallLog& calls) : ForwardingMachine(inner), calls_(calls) {}
   bool WritePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
                                  std::string_view path) override {
-    const bool written = ForwardingMachine::WritePrivateProfileString(section, key, value, path);
+    bool written = false;
+    calls_.Take(
+        &TableShare::settings,
+        [&] { written = ForwardingMachine::WritePrivateProfileString(section, key, value, path); },
+        [section = std::string(section), key = std::string(key), value = std::string(value)](FloorState& state) {
+          state.machine->WritePrivateProfileString(section, key, value, state.settings);
+        });
     constexpr std::string_view kStamp = "_LastSendAt";
     if (key.ends_with(kStamp)) calls_.EndTable(std::string(key.substr(0, key.size() - kStamp.size())));
     return written;
@@ -216,7 +222,7 @@ struct FloorRecorder::Parts {
   Platform platform;
   RecordedProvider database;
   RecordedTransports quickbooks;
-  WatchedMachine machine;
+  RecordedMachine machine;
 };
 
 FloorRecorder::FloorRecorder(const Platform& inner) : parts_(std::make_unique<Parts>(inner)) {}

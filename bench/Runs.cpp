@@ -46,6 +46,8 @@ double TimeFloor(const std::string& base, const Run& run) {
 
   Seams seams(folder.Path());
   FloorState state;
+  state.machine = &seams.machine;
+  state.settings = seams.settings;
   state.transport = seams.quickbooks.CreateTransport();
   state.transport->OpenConnection("FLOOR", "Floor");
   state.transport->BeginSession("", OpenMode::DoNotCare);
