@@ -226,7 +226,7 @@ void MakeBase(const std::string& folder, const BenchTable& table, const Base& ba
     if (table.rowsAhead != nullptr) table.rowsAhead(cn);
     for (int i = 1; i <= base.rows; ++i) {
       const auto link = i <= base.linked ? fmt::format("'{}'", ListId(table.recordsAhead.count + i)) : "NULL";
-      Sql(cn, table.row(i, link, fmt::format("'{}'", i <= base.stamped ? kMade : base.lastUpdated)));
+      Sql(cn, table.row(i, link, fmt::format("'{}'", i <= base.stamped ? kEarlier : base.lastUpdated)));
     }
   });
 }

@@ -50,7 +50,7 @@ struct Base {
   int records = 0;          // of the company file
   int linked = 0;           // the first of both, each other's twins
   std::string lastUpdated;  // of the rows behind `stamped`
-  int stamped = 0;          // so many rows are as old as their twins
+  int stamped = 0;          // so many rows are older than their twins
 };
 
 // Records that the company file of a table needs ahead of the table's own.
@@ -87,8 +87,8 @@ extern const std::span<const BenchTable> kBenchTables;
 // The project that a number is, or is a phase of, counted from 0.
 [[nodiscard]] int ProjectIndex(int number);
 
-// The SQL text of the date on which every twin of a base was made, and of one after that.
-inline constexpr std::string_view kMade = "2008-03-05 06:00:00";
+// Dates before and after the twins of a base were made.
+inline constexpr std::string_view kEarlier = "2008-03-05 06:00:00";
 inline constexpr std::string_view kLater = "2008-03-05 16:30:00";
 
 // Makes `billing.db`, `company.twq` and `twqb.ini` in the folder.

@@ -59,7 +59,7 @@ struct Firm {
 // A firm that was never sent; QuickBooks has the accounts of its items and nothing else.
 void MakeFirm(const std::string& folder, const Firm& firm) {
   MakeBase(folder, ItemAccounts().text(), [&](ado::Connection& cn) {
-    const auto date = fmt::format("'{}'", kMade);
+    const auto date = fmt::format("'{}'", kEarlier);
     for (const auto& table : kBenchTables) {
       for (int i = 1; i <= firm.Rows(table.table); ++i) {
         if (table.table == enProjects) {
