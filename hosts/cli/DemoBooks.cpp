@@ -4,6 +4,7 @@
 
 #include <pugixml.hpp>
 #include <stdexcept>
+#include <vector>
 
 #include "adapters/companyfile/CompanyFile.h"
 #include "adapters/sqlite/SqliteProvider.h"
@@ -37,6 +38,34 @@ class Answer {
   pugi::xml_document document_;
 };
 
+// Kinds of records, and of a kind that two lists share, whether those with a parent are wanted.
+enum class Level : std::uint8_t { Any, Top, Below };
+struct ListContent {
+  std::vector<std::string_view> kinds;
+  Level level = Level::Any;
+};
+
+ListContent ContentOf(DemoBooks::ListedIn list) {
+  using enum DemoBooks::ListedIn;
+  switch (list) {
+    case Employees:
+      return {.kinds = {"Employee"}};
+    case Vendors:
+      return {.kinds = {"Vendor"}};
+    case Customers:
+      return {.kinds = {"Customer"}, .level = Level::Top};
+    case Jobs:
+      return {.kinds = {"Customer"}, .level = Level::Below};
+    case ServiceItems:
+      return {.kinds = {"ItemService"}};
+    case OtherItems:
+      return {.kinds = {"ItemOtherCharge", "ItemInventory", "ItemNonInventory"}};
+    case Accounts:
+      return {.kinds = {"Account"}};
+  }
+  return {};
+}
+
 std::string CustomerQuery(std::string_view listId) {
   return fmt::format("<CustomerQueryRq><ListID>{}</ListID></CustomerQueryRq>", listId);
 }
@@ -61,13 +90,19 @@ DemoBooks::RowCount DemoBooks::Rows(std::string_view table, std::string_view con
   return {.rows = count(""), .linked = count(" AND QBLinkID <> ''")};
 }
 
-DemoBooks::CustomerCount DemoBooks::Customers() {
-  const Answer answer(company_, machine_, "<CustomerQueryRq><ActiveStatus>All</ActiveStatus></CustomerQueryRq>");
-  CustomerCount count;
-  for (const auto& customer : answer.Response().children(kCustomerRecord)) {
-    ++(customer.child("ParentRef") ? count.jobs : count.customers);
+DemoBooks::Records DemoBooks::RecordsOf(ListedIn list) {
+  const auto content = ContentOf(list);
+  Records records;
+  for (const auto kind : content.kinds) {
+    const Answer answer(company_, machine_,
+                        fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", kind));
+    for (const auto& record : answer.Response().children()) {
+      const auto level = record.child("ParentRef") ? Level::Below : Level::Top;
+      if (content.level != Level::Any && content.level != level) continue;
+      records.emplace(record.child_value("ListID"), record.child_value("EditSequence"));
+    }
   }
-  return count;
+  return records;
 }
 
 std::string DemoBooks::LinkOf(std::string_view client) {

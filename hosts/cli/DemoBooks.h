@@ -1,10 +1,11 @@
-// The two sides of the demonstration as a person at either of them sees and changes them: rows of Client, and customers
-// of the company file.
+// The two sides of the demonstration as a person at either of them sees and changes them: rows of BillingDb, and
+// records of the company file; what is changed is the e-mail address of a client.
 //
 // It does not know the link: whatever the two sides have in common, a transfer has brought there.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,12 +27,11 @@ class DemoBooks {
     std::int64_t linked = 0;
   };
   [[nodiscard]] RowCount Rows(std::string_view table, std::string_view condition);
-  // Customers and jobs, inactive ones too.
-  struct CustomerCount {
-    std::int64_t customers = 0;
-    std::int64_t jobs = 0;
-  };
-  [[nodiscard]] CustomerCount Customers();
+  // The part of QuickBooks' lists that a table of BillingDb is linked with.
+  enum class ListedIn : std::uint8_t { Employees, Vendors, Customers, Jobs, ServiceItems, OtherItems, Accounts };
+  // Its records, inactive ones too: the edit sequence of each by its ListID.
+  using Records = std::map<std::string, std::string>;
+  [[nodiscard]] Records RecordsOf(ListedIn list);
 
   // The e-mail address of a client on either side; the side of QuickBooks is found by the client's link. Empty where
   // there is none.

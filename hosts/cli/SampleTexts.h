@@ -10,10 +10,12 @@ namespace twqb::cli {
 
 // CREATE statements of every table.
 [[nodiscard]] std::string_view BillingSchema();
-// INSERT statements: the firm's clients, behind them what it works with, and the most of its projects.
+// INSERT statements: the firm's clients, behind them what it works with, the most of its projects, and its codes and
+// accounts.
 [[nodiscard]] std::string_view SampleFirm();
 [[nodiscard]] std::string_view SampleWork();
 [[nodiscard]] std::string_view SampleProjects();
+[[nodiscard]] std::string_view SampleCodes();
 // qbXML documents of the United States form, version 3.0. Each refers to records of those before it alone.
 [[nodiscard]] std::string_view SampleCustomers();
 [[nodiscard]] std::string_view SampleAccounts();

@@ -1,5 +1,5 @@
--- What the sample firm works with, beside its clients: its people and vendors, projects, codes and accounts, and the time,
--- expenses, bills, invoices and payments of the first weeks of 2008. It goes in behind the clients.
+-- What the sample firm works with, beside its clients: its people and vendors, projects, and the time, expenses, bills, invoices
+-- and payments of the first weeks of 2008. It goes in behind the clients; the codes and accounts stand in codes.sql.
 --
 -- No row has been sent to QuickBooks yet. Every key that a row names is there, and amounts add up. Dates are UTC. Of keys, those
 -- of projects, activities and expense codes have a colon: code, colon, phase or sub-code.
@@ -119,53 +119,6 @@ VALUES
      NULL, NULL, 'maryann@tower9.example', '2007-10-15 00:00:00', NULL, 125, 90, 'Active', '2007-10-15 12:00:00'),
     ('ZHANG', -1, '偉', '張', NULL, NULL, '張氏測量', '15 Edinboro Street', NULL, 'Boston', 'MA', '02111', '617 555 0250', NULL, NULL, NULL,
      NULL, '2007-05-14 00:00:00', NULL, 100, 72, 'Active', NULL);
-
-
--- Activities: with and without a sub-activity, the general ones of time off, and one that is used no more
-
-INSERT INTO Activity (ActivityID, ActivityCode, ActivitySub, ActivityDescription, AC_CostRate, AC_BillRate, ActivityBillable,
-    IsInActive, LastUpdated)
-VALUES
-    ('SURVEY:FIELD', 'SURVEY', 'FIELD', 'Field survey, crew of two', 75, 165, -1, 0, '2007-06-04 12:00:00'),
-    ('SURVEY:DRAFT', 'SURVEY', 'DRAFT', 'Drafting of plans', 40, 85, -1, 0, NULL),
-    ('HYDRO:', 'HYDRO', '', 'Hydrology and drainage', 60, 125, -1, 0, '2008-02-01 17:45:00'),
-    ('STRUCT:CALC', 'STRUCT', 'CALC', 'Structural calculations', 62.5, 145, -1, 0, NULL),
-    ('STRUCT:SITE', 'STRUCT', 'SITE', 'Site visit at the owner''s request', 62.5, 135, -1, 0, NULL),
-    ('GEN:ADMIN', 'GEN', 'ADMIN', 'Office and administration', 30, 0, 0, 0, NULL),
-    ('GEN:VAC', 'GEN', 'VAC', 'Vacation', 0, 0, 0, 0, NULL),
-    ('GEN:SICK', 'GEN', 'SICK', 'Sick leave', 0, 0, 0, 0, NULL),
-    ('GEN:HOL', 'GEN', 'HOL', 'Holiday', 0, 0, 0, 0, NULL),
-    ('GEN:COMP', 'GEN', 'COMP', 'Comp time', 0, 0, 0, 0, NULL),
-    ('PHOTO:', 'PHOTO', '', 'Aerial photography', 200, 320, -1, -1, '2005-01-03 10:00:00');
-
-
--- Expense codes
-
-INSERT INTO Expense (ExpID, ExpCode, ExpSub, ExpDescription, ExpCost, ExpMarkup, ExpBillable, IsInActive, LastUpdated)
-VALUES
-    ('TRAVEL:MILE', 'TRAVEL', 'MILE', 'Mileage', 0.505, 0, -1, 0, '2008-01-02 08:00:00'),
-    ('TRAVEL:FARE', 'TRAVEL', 'FARE', 'Fares and tolls', 0, 0, -1, 0, NULL),
-    ('REPRO:', 'REPRO', '', 'Prints and copies', 0.85, 15, -1, 0, '2007-03-12 16:00:00'),
-    ('LAB:SOIL', 'LAB', 'SOIL', 'Soil analysis, per sample', 48, 10, -1, 0, NULL),
-    ('FILING:', 'FILING', '', 'Filing at the registry of deeds', 75, 0, -1, 0, NULL),
-    ('TELEX:', 'TELEX', '', 'Telex', 1.2, 25, 0, -1, '2003-08-01 09:00:00');
-
-
--- The chart of accounts: parents with their sub-accounts
-
-INSERT INTO AccountList (AccountID, AccountName, AccountTypeID, ParentAccountID, AccountDesc, OpenBalance, OpenBalanceDate,
-    IsInActive, LastUpdated)
-VALUES
-    ('1010', 'Harbor Savings Checking', 2, NULL, 'Operating account', 18250.4, '2008-01-01 00:00:00', 0, '2008-01-02 14:00:00'),
-    ('1200', 'Accounts Receivable', 1, NULL, NULL, NULL, NULL, 0, NULL),
-    ('1500', 'Survey Equipment', 7, NULL, 'Instruments and vehicles', 42000, '2008-01-01 00:00:00', 0, NULL),
-    ('1510', 'Total Stations', 7, '1500', NULL, NULL, NULL, 0, NULL),
-    ('2000', 'Accounts Payable', 0, NULL, NULL, NULL, NULL, 0, NULL),
-    ('4000', 'Professional Fees', 8, NULL, 'Income from services', NULL, NULL, 0, '2007-01-15 11:30:00'),
-    ('4010', 'Survey Fees', 8, '4000', NULL, NULL, NULL, 0, NULL),
-    ('4100', 'Reimbursed Expenses', 8, NULL, NULL, NULL, NULL, 0, NULL),
-    ('6000', 'Travel', 6, NULL, 'Mileage, fares and tolls', NULL, NULL, 0, NULL),
-    ('6900', 'Telex and Telegrams', 6, NULL, NULL, 0, NULL, -1, '2003-08-01 09:00:00');
 
 
 -- Projects and their phases

@@ -63,8 +63,8 @@ TEST(Init, The_sample_company_has_the_lists_of_a_small_firm) {
   folder.Done({"init", "--sample"});
   const auto shown = folder.Done({"company", "show"});
   for (const auto* line :
-       {"Account +62", "  Bank +4, balance 90860.35", "ItemService +10", "ItemOtherCharge +7", "ItemNonInventory +3",
-        "ItemInventory +2", "ItemSalesTax +3", "ItemPayment +2", "ItemGroup +1", "Class +8", "Employee +6",
+       {"Account +70", "  Bank +4, balance 90860.35", "ItemService +15", "ItemOtherCharge +11", "ItemNonInventory +5",
+        "ItemInventory +4", "ItemSalesTax +3", "ItemPayment +2", "ItemGroup +1", "Class +8", "Employee +6",
         "Vendor +14", "PayrollItemWage +4", "JobType +7"}) {
     EXPECT_THAT(shown, testing::ContainsRegex(std::string("\n") + line + "\n"));
   }

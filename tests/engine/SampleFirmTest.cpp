@@ -29,9 +29,12 @@ TEST_F(SampleFirm, Each_statement_without_filters_selects_rows) {
       "ZHANG ");
   EXPECT_NE(Select(enClients, "ClientID"), "");
   EXPECT_TRUE(Select(enProjects, "ProjectID").starts_with("HARBOR: MARINA: CULVERT: STAIR: PLANT2: BRIDGE: "));
-  EXPECT_NE(Select(enActivities, "ActivityID"), "");
-  EXPECT_NE(Select(enExpenseCodes, "ExpID"), "");
-  EXPECT_NE(Select(enAccounts, "AccountID"), "");
+  EXPECT_TRUE(Select(enActivities, "ActivityID").starts_with("SURVEY:FIELD SURVEY:DRAFT HYDRO: "));
+  EXPECT_TRUE(Select(enExpenseCodes, "ExpID").starts_with("TRAVEL:MILE TRAVEL:FARE REPRO: "));
+  EXPECT_NE(Select(enExpenseCodes, "ExpID").find("FROMQB: "), std::string::npos) << "the table itself leaves it out";
+  const auto accounts = Select(enAccounts, "AccountID");
+  EXPECT_LT(accounts.find("4000 "), accounts.find("4010 "));
+  EXPECT_GT(accounts.find("6100 "), accounts.find("6110 ")) << "a child ahead of its parent";
   EXPECT_NE(Select(enTimeEntries, "TEID"), "");
   EXPECT_EQ(Select(enInvoices, "TransactionInvNum"), "1041 1042 ");
   EXPECT_EQ(Select(enPayments, "PayRef"), "20771 W-118 3309 ");
@@ -60,6 +63,54 @@ TEST_F(SampleFirm, Its_projects_stand_in_three_levels) {
   EXPECT_EQ(house_.Scalar("SELECT COUNT(*) >= 30 FROM Project a, Project b WHERE a.ParentProjectID = b.ProjectID AND "
                           "b.ProjectIsPhase = -1"),
             "1");
+}
+
+TEST_F(SampleFirm, Its_codes_and_accounts_are_of_every_kind) {
+  const auto count = [this](const std::string& rows) {
+    return std::stoi(house_.Scalar("SELECT COUNT(*) FROM " + rows));
+  };
+  EXPECT_GE(count("Activity"), 40);
+  EXPECT_GE(count("Expense"), 30);
+  EXPECT_GE(count("AccountList"), 40);
+  for (const std::string rows :
+       {"Activity WHERE ActivitySub = ''",
+        "Activity WHERE ActivityDescription IS NULL",
+        "Activity WHERE IsInActive = -1",
+        "Activity WHERE IsInActive IS NULL",
+        "Activity WHERE AC_CostRate IS NULL AND AC_BillRate IS NOT NULL",
+        "Activity WHERE AC_BillRate IS NULL",
+        "Activity WHERE LastUpdated IS NULL",
+        "Activity WHERE LENGTH(ActivityID) = 31",
+        "Activity WHERE LENGTH(ActivityID) > 31",
+        "Activity WHERE AC_CostRate * 10000 <> ROUND(AC_CostRate * 10000)",
+        "Activity a, Activity b WHERE a.ActivityID < b.ActivityID AND TRIM(REPLACE(a.ActivityID, ':', ' ')) = "
+        "TRIM(REPLACE(b.ActivityID, ':', ' '))",
+        "Activity a, Expense x WHERE a.ActivityID = x.ExpID",
+        "Expense WHERE ExpID = 'FROMQB:'",
+        "Expense WHERE ExpMarkup IS NULL AND ExpCost > 0",
+        "Expense WHERE ExpMarkup = 0 AND ExpCost > 0",
+        "Expense WHERE ExpMarkup < 0",
+        "Expense WHERE ExpCost IS NULL",
+        "Expense WHERE ExpCost = 0 AND ExpMarkup > 0",
+        "Expense WHERE ExpCost * 1000 <> ROUND(ExpCost * 1000)",
+        "Expense WHERE LENGTH(ExpID) > 31",
+        "Expense WHERE ExpSub = ''",
+        "Expense WHERE IsInActive = -1",
+        "AccountList WHERE AccountTypeID IS NULL",
+        "AccountList WHERE OpenBalance <> 0 AND OpenBalanceDate IS NULL",
+        "AccountList WHERE OpenBalance IS NULL AND OpenBalanceDate IS NOT NULL",
+        "AccountList WHERE IsInActive = -1",
+        "AccountList WHERE LENGTH(AccountName) > 31",
+        "AccountList WHERE LENGTH(AccountID) > 7",
+        "AccountList a, AccountList b WHERE a.ParentAccountID = b.AccountID AND b.ParentAccountID IS NOT NULL"}) {
+    EXPECT_GE(count(rows), 1) << rows;
+  }
+}
+
+TEST_F(SampleFirm, A_sub_account_has_the_type_of_its_parent) {
+  EXPECT_EQ(house_.Scalar("SELECT COUNT(*) FROM AccountList a, AccountList b WHERE a.ParentAccountID = b.AccountID AND "
+                          "a.AccountTypeID <> b.AccountTypeID"),
+            "0");
 }
 
 // A column whose values are keys of another table.
@@ -142,6 +193,9 @@ constexpr std::string_view kContradictions[] = {
     // nothing has been sent
     "TimeEntry WHERE QBLinkID <> ''",
     "Project WHERE QBLinkID <> ''",
+    "Activity WHERE QBLinkID <> ''",
+    "Expense WHERE QBLinkID <> ''",
+    "AccountList WHERE QBLinkID <> ''",
 };
 
 TEST_F(SampleFirm, Its_rows_do_not_contradict_one_another) {

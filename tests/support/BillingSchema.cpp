@@ -42,6 +42,8 @@ void Run(ado::Connection& connection, std::initializer_list<std::string> files) 
 
 void MakeBillingSchema(ado::Connection& connection) { Run(connection, {"schema.sql"}); }
 
-void FillSampleFirm(ado::Connection& connection) { Run(connection, {"firm.sql", "work.sql", "projects.sql"}); }
+void FillSampleFirm(ado::Connection& connection) {
+  Run(connection, {"firm.sql", "work.sql", "projects.sql", "codes.sql"});
+}
 
 }  // namespace twqb

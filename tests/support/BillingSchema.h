@@ -8,7 +8,7 @@ namespace twqb {
 // Makes every table, view and index of samples/billing/schema.sql in an empty database, in one transaction.
 void MakeBillingSchema(ado::Connection& connection);
 
-// Puts the rows of samples/billing in, clients and work, in one transaction.
+// Puts the rows of samples/billing in, all of them, in one transaction.
 void FillSampleFirm(ado::Connection& connection);
 
 }  // namespace twqb

@@ -21,6 +21,10 @@ std::string ValueOf(std::string_view answer, std::string_view element) {
   return std::string(answer.substr(from, answer.find('<', from) - from));
 }
 
+std::string Read(TestHouse& house, std::string_view kind, std::string_view fullName) {
+  return Ask(house, fmt::format("<{0}QueryRq><FullName>{1}</FullName></{0}QueryRq>", kind, fullName));
+}
+
 }  // namespace
 
 void AddRecord(TestHouse& house, std::string_view kind, std::string_view fields) {
@@ -28,10 +32,14 @@ void AddRecord(TestHouse& house, std::string_view kind, std::string_view fields)
 }
 
 void ChangeRecord(TestHouse& house, std::string_view kind, std::string_view fullName, std::string_view fields) {
-  const auto answer = Ask(house, fmt::format("<{0}QueryRq><FullName>{1}</FullName></{0}QueryRq>", kind, fullName));
+  const auto answer = Read(house, kind, fullName);
   (void)Ask(house, fmt::format("<{0}ModRq><{0}Mod><ListID>{1}</ListID><EditSequence>{2}</EditSequence>{3}"
                                "</{0}Mod></{0}ModRq>",
                                kind, ValueOf(answer, "ListID"), ValueOf(answer, "EditSequence"), fields));
+}
+
+std::string IdOf(TestHouse& house, std::string_view kind, std::string_view fullName) {
+  return ValueOf(Read(house, kind, fullName), "ListID");
 }
 
 void TransferNow(TestHouse& house, const Scenario& scenario) {

@@ -3,6 +3,7 @@
 // Raises std::runtime_error for what is refused: a mistake in the scenario.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "Sweep.h"
@@ -12,6 +13,9 @@ namespace twqb::sweep {
 // `kind` is the record's name on the wire ("Customer"), `fields` are its elements in the order of the wire.
 void AddRecord(TestHouse& house, std::string_view kind, std::string_view fields);
 void ChangeRecord(TestHouse& house, std::string_view kind, std::string_view fullName, std::string_view fields);
+
+// The ListID of the record of that name.
+[[nodiscard]] std::string IdOf(TestHouse& house, std::string_view kind, std::string_view fullName);
 
 // Runs the scenario's own transfers.
 void TransferNow(TestHouse& house, const Scenario& scenario);

@@ -51,6 +51,8 @@ INSTANTIATE_TEST_SUITE_P(Clients, EveryCall, testing::ValuesIn(ClientScenarios()
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Projects, EveryCall, testing::ValuesIn(ProjectScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Activities, EveryCall, testing::ValuesIn(ActivityScenarios()),
+                         [](const auto& test) { return test.param.name; });
 
 }  // namespace
 }  // namespace twqb::sweep

@@ -13,5 +13,6 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> PeopleScenarios();
 [[nodiscard]] std::vector<Scenario> AllTablesScenarios();
 [[nodiscard]] std::vector<Scenario> ProjectScenarios();
+[[nodiscard]] std::vector<Scenario> ActivityScenarios();
 
 }  // namespace twqb::sweep

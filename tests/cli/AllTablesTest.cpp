@@ -1,0 +1,156 @@
+// All tables of the sample firm in one run each, sent and got and sent again: what QuickBooks is asked to add and to
+// change, and how it answers, counted in the transcripts.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+#include <sstream>
+
+#include "Program.h"
+
+namespace twqb::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+
+constexpr int kNameInUse = 3100;
+
+class AllTables : public testing::Test {
+ protected:
+  explicit AllTables(const std::string& country = "US") {
+    folder_.Done({"init", "--sample", "--country", country, "--clock", "2008-03-05T10:00:00"});
+    folder_.Write("yes.txt", "default yes\n");
+    Transfer("send", 11);
+  }
+
+  // Runs all tables at that hour and gives what was shown.
+  std::string Transfer(const std::string& verb, int hour) {
+    transcript_ = verb + std::to_string(hour) + ".jsonl";
+    const auto ended = folder_.Twqb({verb, "all", "--no-progress", "--answers", "yes.txt", "--transcript", transcript_,
+                                     "--clock", "2008-03-05T" + std::to_string(hour) + ":00:00"});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_EQ(ended.out, verb + " all: done\n");
+    return ended.err;
+  }
+
+  // The additions and changes of the last run by request and status code.
+  using Answers = std::map<std::pair<std::string, int>, int>;
+  Answers Changes() const {
+    Answers changes;
+    std::istringstream lines(folder_.Read(transcript_));
+    for (std::string line; std::getline(lines, line);) {
+      const auto event = nlohmann::json::parse(line);
+      if (event["kind"] != "response" || !event.contains("xml")) continue;  // a form that is refused has no answer
+      pugi::xml_document document;
+      EXPECT_TRUE(document.load_string(event["xml"].get<std::string>().c_str()));
+      for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs").children()) {
+        const std::string name = response.name();
+        if (!name.ends_with("AddRs") && !name.ends_with("ModRs")) continue;
+        ++changes[{name.substr(0, name.size() - 2), response.attribute("statusCode").as_int(-1)}];
+      }
+    }
+    return changes;
+  }
+
+  static auto Answered(const std::string& request, int status, int times) { return Pair(Pair(request, status), times); }
+
+  // What the last run has sent, behind a get.
+  void ExpectTheSecondSend() const {
+    // The employee that is added came in as the manager of jobs. The names in use are told below.
+    EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6), Answered("CustomerMod", 0, 201),
+                                       Answered("EmployeeAdd", 0, 1), Answered("EmployeeMod", 0, 32),
+                                       Answered("ItemInventoryMod", 0, 4), Answered("ItemNonInventoryMod", 0, 5),
+                                       Answered("ItemOtherChargeMod", 0, 41),
+                                       Answered("ItemOtherChargeMod", kNameInUse, 3), Answered("ItemServiceMod", 0, 55),
+                                       Answered("ItemServiceMod", kNameInUse, 3), Answered("VendorMod", 0, 28)));
+  }
+
+  std::string Count(const std::string& rows) const { return folder_.Scalar("SELECT COUNT(*) FROM " + rows); }
+
+  WorkFolder folder_;
+  std::string transcript_;
+};
+
+TEST_F(AllTables, The_first_send_adds_what_is_in_the_selections_and_finds_names_in_use) {
+  EXPECT_THAT(Changes(),
+              ElementsAre(Answered("AccountAdd", 0, 44), Answered("AccountAdd", kNameInUse, 6),
+                          Answered("CustomerAdd", 0, 186), Answered("CustomerAdd", kNameInUse, 8),
+                          Answered("EmployeeAdd", 0, 26), Answered("EmployeeAdd", kNameInUse, 2),
+                          Answered("ItemOtherChargeAdd", 0, 33), Answered("ItemOtherChargeAdd", kNameInUse, 6),
+                          Answered("ItemServiceAdd", 0, 43), Answered("ItemServiceAdd", kNameInUse, 4),
+                          Answered("VendorAdd", 0, 14), Answered("VendorAdd", kNameInUse, 5)));
+}
+
+TEST_F(AllTables, A_send_behind_a_send_tries_the_accounts_whose_names_are_in_use_and_nothing_else) {
+  EXPECT_THAT(Transfer("send", 12), IsEmpty());
+  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6)));
+  EXPECT_EQ(Count("AccountList WHERE QBLinkID IS NULL AND AccountID IN ('1200','2000','4000','4100','6000','1030')"),
+            "6");
+}
+
+TEST_F(AllTables, A_send_behind_a_get_sends_each_linked_row_but_accounts_once) {
+  EXPECT_THAT(Transfer("get", 12), IsEmpty());
+  EXPECT_THAT(Changes(), IsEmpty());
+  EXPECT_THAT(Transfer("send", 13), IsEmpty());
+  ExpectTheSecondSend();
+  EXPECT_EQ(Count("Client"), "75");
+  EXPECT_EQ(Count("Project"), "126");
+  EXPECT_THAT(Transfer("send", 14), IsEmpty());
+  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6)));
+}
+
+class AllTablesOfCountry : public AllTables, public testing::WithParamInterface<std::string> {
+ protected:
+  AllTablesOfCountry() : AllTables(GetParam()) {}
+};
+
+TEST_P(AllTablesOfCountry, Go_and_come_without_a_box_and_go_again_as_everywhere) {
+  EXPECT_THAT(Transfer("get", 12), IsEmpty());
+  EXPECT_THAT(Transfer("send", 13), IsEmpty());
+  ExpectTheSecondSend();
+  EXPECT_THAT(Transfer("send", 14), IsEmpty());
+  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6)));
+}
+
+INSTANTIATE_TEST_SUITE_P(AllTables, AllTablesOfCountry, testing::Values("CA", "UK", "AU"),
+                         [](const auto& suite) { return suite.param; });
+
+TEST_F(AllTables, A_change_that_would_give_back_a_name_in_use_is_logged) {
+  Transfer("get", 12);
+  Transfer("send", 13);
+  const auto log = folder_.Read("TWQBLog20083.txt");
+  for (const auto* name : {"STRUCT WIND:", "DESIGN:", "Design:1", "Soil analysis, as the code was once",
+                           "Films and prints", "Mileage, as the code was once"}) {
+    EXPECT_THAT(log, HasSubstr(std::string("Modifying Activity : '") + name + "' already exists in QB")) << name;
+  }
+  EXPECT_THAT(log, Not(HasSubstr("Error")));
+}
+
+TEST_F(AllTables, The_code_for_items_without_one_never_goes) {
+  EXPECT_EQ(Count("Expense WHERE QBLinkID IS NULL"), "1");
+  EXPECT_EQ(Count("Expense WHERE QBLinkID IS NULL AND ExpID = 'FROMQB:'"), "1");
+  EXPECT_THAT(folder_.Read(transcript_), Not(HasSubstr("<Name>FROMQB")));
+}
+
+TEST_F(AllTables, A_get_brings_items_of_every_form_and_accounts_of_every_depth) {
+  Transfer("get", 12);
+  EXPECT_EQ(Count("Activity WHERE ActivityID = 'Survey:Field Crew' AND AC_BillRate = 165"), "1");
+  EXPECT_EQ(Count("Activity WHERE ActivityID = 'Inspection:Dock' AND AC_CostRate = 140 AND QBAccountID2 <> ''"), "1");
+  EXPECT_EQ(Count("Expense WHERE ExpID = 'Permits:Wetlands' AND ExpCost = 250 AND ExpMarkup = 10"), "1");
+  EXPECT_EQ(Count("Expense WHERE ExpID = 'Lodging:Shared Room' AND ExpMarkup = 0"), "1") << "below its cost";
+  EXPECT_EQ(Count("Expense WHERE ExpID = 'Iron Pin:Cap' AND IsProduct <> 0"), "1");
+  EXPECT_EQ(Count("AccountList a, AccountList b, AccountList c WHERE a.AccountName = 'Unemployment' AND "
+                  "a.ParentAccountID = b.AccountID AND b.ParentAccountID = c.AccountID AND c.AccountID = '60000'"),
+            "1");
+  EXPECT_EQ(Count("AccountList WHERE AccountName = 'Other Income' AND AccountID = QBLinkID"), "1") << "no number";
+}
+
+}  // namespace
+}  // namespace twqb::cli
