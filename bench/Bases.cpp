@@ -2,10 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 #include "adapters/companyfile/CompanyFile.h"
 #include "tests/support/BillingSchema.h"
+#include "tests/support/Process.h"
 
 namespace twqb {
 
@@ -13,16 +15,43 @@ namespace {
 
 void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
 
-std::unique_ptr<ado::Connection> OpenBilling(Seams& seams) {
-  auto cn = seams.database.CreateConnection();
-  cn->SetConnectionString(seams.connectString);
-  cn->Open();
-  return cn;
-}
-
 constexpr std::int64_t kCreated = 1204700000;  // of the base's records, in Unix seconds
 
 std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
+
+// --- Employees and vendors -------------------------------------------------------------------------------------------
+
+std::string Employee(int number) {
+  return fmt::format(
+      "<EmployeeAddRq><EmployeeAdd><FirstName>First{0}</FirstName><LastName>Last{0}</LastName><EmployeeAddress>"
+      "<Addr1>{0} Main Street</Addr1><City>Springfield</City><State>IL</State><PostalCode>12345</PostalCode>"
+      "</EmployeeAddress><Phone>(207)-555-0100</Phone><Email>e{0}@example.com</Email>"
+      "<HiredDate>2007-06-01</HiredDate></EmployeeAdd></EmployeeAddRq>",
+      number);
+}
+
+std::string Vendor(int number) {
+  return fmt::format(
+      "<VendorAddRq><VendorAdd><Name>Sub{0} Last{0}</Name><CompanyName>Sub {0}</CompanyName>"
+      "<FirstName>Sub{0}</FirstName><LastName>Last{0}</LastName><VendorAddress><Addr1>Sub {0}</Addr1>"
+      "<Addr2>{0} Main Street</Addr2><City>Springfield</City><State>IL</State><PostalCode>12345</PostalCode>"
+      "</VendorAddress><Phone>(207)-555-0100</Phone><Email>v{0}@example.com</Email></VendorAdd></VendorAddRq>",
+      number);
+}
+
+enum class Person : bool { Employee, Vendor };
+
+template <Person person>
+std::string PersonRow(int number, std::string_view link, std::string_view lastUpdated) {
+  constexpr bool isVendor = person == Person::Vendor;
+  return fmt::format(
+      "INSERT INTO Employee (EmployeeID, IsSub, EmpFName, EmpLName, EmpCompany, EmpStreet, EmpCity, EmpState, EmpZip, "
+      "EmpHPhone, EmpEmail, EmpDateHired, Status, QBLinkID, LastUpdated) VALUES ('{1}{0:06}', {2}, '{3}{0}', "
+      "'Last{0}', {4}, '{0} Main Street', 'Springfield', 'IL', '12345', '207 555 0100', '{1}{0}@example.com', "
+      "'2007-06-01 00:00:00', 'Active', {5}, {6})",
+      number, isVendor ? "V" : "E", isVendor ? -1 : 0, isVendor ? "Sub" : "First",
+      isVendor ? fmt::format("'Sub {}'", number) : "NULL", link, lastUpdated);
+}
 
 // --- Clients ---------------------------------------------------------------------------------------------------------
 
@@ -44,7 +73,7 @@ std::string ClientRow(int number, std::string_view link, std::string_view lastUp
       number, link, lastUpdated);
 }
 
-// --- Projects: one in ten is a project, the others are its phases ----------------------------------------------------
+// --- Projects --------------------------------------------------------------------------------------------------------
 
 constexpr int kPhases = 9;
 int ProjectOf(int number) { return number - (number - 1) % (kPhases + 1); }
@@ -69,6 +98,103 @@ std::string Job(int number) {
 }
 
 std::string ProjectRow(int number, std::string_view link, std::string_view lastUpdated) {
+  return ProjectRowOf(number, "ACME", "MHALE", link, lastUpdated);
+}
+
+// --- Activities and expense codes: items of the name "A000001 STD" ---------------------------------------------------
+
+constexpr int kItemAccounts = 2;
+
+std::string ItemAccountRequests() {
+  return "<AccountAddRq><AccountAdd><Name>Other Income</Name><AccountType>OtherIncome</AccountType></AccountAdd>"
+         "</AccountAddRq><AccountAddRq><AccountAdd><Name>Job "
+         "Costs</Name><AccountType>Expense</AccountType></AccountAdd>"
+         "</AccountAddRq>";
+}
+
+std::string Item(std::string_view kind, char letter, int number, std::string_view cost, std::string_view price) {
+  return fmt::format(
+      "<Item{0}AddRq><Item{0}Add><Name>{1}{2:06} STD</Name><SalesAndPurchase><SalesDesc>Work of kind {2}</SalesDesc>"
+      "<SalesPrice>{4}</SalesPrice><IncomeAccountRef><ListID>{5}</ListID></IncomeAccountRef><PurchaseCost>{3}"
+      "</PurchaseCost><ExpenseAccountRef><ListID>{6}</ListID></ExpenseAccountRef></SalesAndPurchase></Item{0}Add>"
+      "</Item{0}AddRq>",
+      kind, letter, number, cost, price, ListId(1), ListId(2));
+}
+
+std::string ServiceItem(int number) { return Item("Service", 'A', number, "40.00", "85.50"); }
+
+std::string ActivityRow(int number, std::string_view link, std::string_view lastUpdated) {
+  return fmt::format(
+      "INSERT INTO Activity (ActivityID, ActivityCode, ActivitySub, ActivityDescription, AC_CostRate, AC_BillRate, "
+      "IsInActive, QBAccountID1, QBAccountID2, QBLinkID, LastUpdated) VALUES ('A{0:06}:STD', 'A{0:06}', 'STD', "
+      "'Work of kind {0}', 40, 85.5, 0, '{1}', '{2}', {3}, {4})",
+      number, ListId(1), ListId(2), link, lastUpdated);
+}
+
+std::string OtherChargeItem(int number) { return Item("OtherCharge", 'X', number, "12.00", "15.00"); }
+
+std::string ExpenseRow(int number, std::string_view link, std::string_view lastUpdated) {
+  return fmt::format(
+      "INSERT INTO Expense (ExpID, ExpCode, ExpSub, ExpDescription, ExpCost, ExpMarkup, IsInActive, QBAccountID1, "
+      "QBAccountID2, QBLinkID, LastUpdated) VALUES ('X{0:06}:STD', 'X{0:06}', 'STD', 'Work of kind {0}', 12, 25, 0, "
+      "'{1}', '{2}', {3}, {4})",
+      number, ListId(1), ListId(2), link, lastUpdated);
+}
+
+// --- Accounts: none has a parent -------------------------------------------------------------------------------------
+
+constexpr int kOtherCurrentAsset = 12;
+
+std::string Account(int number) {
+  return fmt::format(
+      "<AccountAddRq><AccountAdd><Name>Account {0}</Name><AccountType>OtherCurrentAsset</AccountType>"
+      "<AccountNumber>{0:06}</AccountNumber><Desc>Asset of kind {0}</Desc></AccountAdd></AccountAddRq>",
+      number);
+}
+
+std::string AccountRow(int number, std::string_view link, std::string_view lastUpdated) {
+  return fmt::format(
+      "INSERT INTO AccountList (AccountID, AccountName, AccountTypeID, AccountDesc, OpenBalance, IsInActive, QBLinkID, "
+      "LastUpdated) VALUES ('{0:06}', 'Account {0}', {1}, 'Asset of kind {0}', 0, 0, {2}, {3})",
+      number, kOtherCurrentAsset, link, lastUpdated);
+}
+
+constexpr RecordsAhead kItemAccountsAhead = {.count = kItemAccounts, .text = ItemAccountRequests};
+
+constexpr std::array kTables = {
+    BenchTable{.table = enEmployees, .name = "employees", .record = Employee, .row = PersonRow<Person::Employee>},
+    BenchTable{.table = enVendors, .name = "vendors", .record = Vendor, .row = PersonRow<Person::Vendor>},
+    BenchTable{.table = enClients, .name = "clients", .record = Customer, .row = ClientRow},
+    BenchTable{.table = enProjects,
+               .name = "projects",
+               .recordsAhead = {.count = 1, .text = ProjectsCustomer},
+               .rowsAhead = ProjectsClient,
+               .record = Job,
+               .row = ProjectRow},
+    BenchTable{.table = enActivities,
+               .name = "activities",
+               .recordsAhead = kItemAccountsAhead,
+               .record = ServiceItem,
+               .row = ActivityRow},
+    BenchTable{.table = enExpenseCodes,
+               .name = "expense codes",
+               .recordsAhead = kItemAccountsAhead,
+               .record = OtherChargeItem,
+               .row = ExpenseRow},
+    BenchTable{
+        .table = enAccounts, .name = "accounts", .sends = Sends::NewRecordsAlone, .record = Account, .row = AccountRow},
+};
+
+}  // namespace
+
+const std::span<const BenchTable> kBenchTables = kTables;
+
+const BenchTable& BenchTableOf(enTables table) { return *std::ranges::find(kTables, table, &BenchTable::table); }
+
+RecordsAhead ItemAccounts() { return kItemAccountsAhead; }
+
+std::string ProjectRowOf(int number, std::string_view client, std::string_view manager, std::string_view link,
+                         std::string_view lastUpdated) {
   const int project = ProjectOf(number);
   const bool isPhase = project != number;
   const auto phase = isPhase ? std::to_string(number) : std::string();
@@ -77,49 +203,54 @@ std::string ProjectRow(int number, std::string_view link, std::string_view lastU
       "INSERT INTO Project (ProjectID, ProjectCode, ProjectPhase, ProjectName, ClientID, EmployeeID, ProjectIsPhase, "
       "ParentProjectID, ProjectStatus, ProjectStartDate, ProjectStreet, ProjectCity, ProjectZip, QBLinkID, "
       "LastUpdated) "
-      "VALUES ('P{0:06}:{1}', 'P{0:06}', '{1}', '{2}', 'ACME', 'MHALE', {3}, {4}, 'Active', '2007-06-01 00:00:00', "
+      "VALUES ('P{0:06}:{1}', 'P{0:06}', '{1}', '{2}', '{8}', '{9}', {3}, {4}, 'Active', '2007-06-01 00:00:00', "
       "'{5} Main Street', 'Springfield', '12345', {6}, {7})",
       project, phase, isPhase ? fmt::format("Phase {}", number) : fmt::format("P{:06}", number), isPhase ? -1 : 0,
-      parent, number, link, lastUpdated);
+      parent, number, link, lastUpdated, client, manager);
 }
 
-constexpr std::array kTables = {
-    BenchTable{.table = enClients, .name = "clients", .sendName = "Clients", .record = Customer, .row = ClientRow},
-    BenchTable{.table = enProjects,
-               .name = "projects",
-               .sendName = "Projects",
-               .recordsAhead = 1,
-               .recordsAheadText = ProjectsCustomer,
-               .rowsAhead = ProjectsClient,
-               .record = Job,
-               .row = ProjectRow},
-};
+int ProjectIndex(int number) { return (number - 1) / (kPhases + 1); }
 
-}  // namespace
-
-const std::span<const BenchTable> kBenchTables = kTables;
+std::unique_ptr<ado::Connection> OpenBilling(Seams& seams) {
+  auto cn = seams.database.CreateConnection();
+  cn->SetConnectionString(seams.connectString);
+  cn->Open();
+  return cn;
+}
 
 void MakeBase(const std::string& folder, const BenchTable& table, const Base& base) {
+  std::string requests;
+  if (table.recordsAhead.text != nullptr) requests += table.recordsAhead.text();
+  for (int i = 1; i <= base.records; ++i) requests += table.record(i);
+  MakeBase(folder, requests, [&](ado::Connection& cn) {
+    if (table.rowsAhead != nullptr) table.rowsAhead(cn);
+    for (int i = 1; i <= base.rows; ++i) {
+      const auto link = i <= base.linked ? fmt::format("'{}'", ListId(table.recordsAhead.count + i)) : "NULL";
+      Sql(cn, table.row(i, link, fmt::format("'{}'", i <= base.stamped ? kEarlier : base.lastUpdated)));
+    }
+  });
+}
+
+void MakeBase(const std::string& folder, const std::string& requests,
+              const std::function<void(ado::Connection& cn)>& addRows) {
   Seams seams(folder);
   CreateSqliteDatabase(folder + "/billing.db");
   seams.machine.SetNow(Date::FromUnixSeconds(kCreated).PlusMinutes(-300));
   company::CreateCompanyFile(folder + "/company.twq", {}, seams.machine);
-  std::string document = "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">";
-  if (table.recordsAheadText != nullptr) document += table.recordsAheadText();
-  for (int i = 1; i <= base.records; ++i) document += table.record(i);
-  document += "</QBXMLMsgsRq></QBXML>";
-  if (table.recordsAhead + base.records > 0) {
-    (void)company::CompanyFile(folder + "/company.twq", seams.machine).Process(document);
+  if (!requests.empty()) {
+    const auto answer =
+        company::CompanyFile(folder + "/company.twq", seams.machine)
+            .Process("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
+                     requests + "</QBXMLMsgsRq></QBXML>");
+    const auto refused = answer.find("statusSeverity=\"Error\"");
+    if (refused != std::string::npos) throw std::runtime_error(answer.substr(refused, 200));
   }
   const auto cn = OpenBilling(seams);
   MakeBillingSchema(*cn);
   Sql(*cn, "BEGIN");
-  if (table.rowsAhead != nullptr) table.rowsAhead(*cn);
-  for (int i = 1; i <= base.rows; ++i) {
-    Sql(*cn, table.row(i, i <= base.linked ? "'" + ListId(table.recordsAhead + i) + "'" : "NULL",
-                       i <= base.stamped ? "'2008-03-05 06:00:00'" : "'" + base.lastUpdated + "'"));
-  }
+  addRows(*cn);
   Sql(*cn, "COMMIT");
+  WriteWholeFile(seams.settings, "[GENERAL]\r\nFIRST_TIME=False\r\n");
 }
 
 }  // namespace twqb

@@ -1,7 +1,8 @@
 // The bases that transfers are timed on: per table, how many rows and records stand on the two sides, and which of them
-// are each other's twins.
+// are each other's twins. A base of several tables is made of the same rows.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,7 +17,7 @@
 
 namespace twqb {
 
-// The seams on the files of one folder.
+// The seams on the files of one folder. A sleep takes no time.
 struct Seams {
   explicit Seams(const std::string& folder)
       : machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
@@ -40,31 +41,60 @@ struct Seams {
   std::string settings;
 };
 
+// An open connection to the BillingDb of the seams.
+[[nodiscard]] std::unique_ptr<ado::Connection> OpenBilling(Seams& seams);
+
 // How a base is made: which records stand on which side, and which of the rows are the ones to be timed.
 struct Base {
   int rows = 0;             // of the table
   int records = 0;          // of the company file
   int linked = 0;           // the first of both, each other's twins
   std::string lastUpdated;  // of the rows behind `stamped`
-  int stamped = 0;          // so many rows are as old as their twins
+  int stamped = 0;          // so many rows are older than their twins
 };
+
+// Records that the company file of a table needs ahead of the table's own.
+struct RecordsAhead {
+  int count = 0;
+  std::string (*text)() = nullptr;  // the requests that add them
+};
+
+// Whether a table sends what has changed, or new records alone.
+enum class Sends : bool { Changes, NewRecordsAlone };
 
 // A table of the benchmark. Numbers begin at 1.
 struct BenchTable {
   enTables table;
   std::string_view name;
-  std::string_view sendName;  // of its settings
-  int recordsAhead = 0;       // records of the company file that the base has ahead of the table's own
-  std::string (*recordsAheadText)() = nullptr;
+  Sends sends = Sends::Changes;
+  RecordsAhead recordsAhead = {};
   void (*rowsAhead)(ado::Connection& cn) = nullptr;
   std::string (*record)(int number) = nullptr;  // the request that adds it
   // The statement that adds the row; link and date as SQL.
   std::string (*row)(int number, std::string_view link, std::string_view lastUpdated) = nullptr;
 };
 
+// In the order in which all tables in a row go.
 extern const std::span<const BenchTable> kBenchTables;
+[[nodiscard]] const BenchTable& BenchTableOf(enTables table);
 
-// Makes `billing.db` and `company.twq` in the folder.
+// The accounts that the items of these bases are booked to; the first records of a company file.
+[[nodiscard]] RecordsAhead ItemAccounts();
+
+// One in ten is a project, the others are its phases. The row of a project under that client and manager.
+[[nodiscard]] std::string ProjectRowOf(int number, std::string_view client, std::string_view manager,
+                                       std::string_view link, std::string_view lastUpdated);
+// The project that a number is, or is a phase of, counted from 0.
+[[nodiscard]] int ProjectIndex(int number);
+
+// Dates before and after the twins of a base were made.
+inline constexpr std::string_view kEarlier = "2008-03-05 06:00:00";
+inline constexpr std::string_view kLater = "2008-03-05 16:30:00";
+
+// Makes `billing.db`, `company.twq` and `twqb.ini` in the folder.
 void MakeBase(const std::string& folder, const BenchTable& table, const Base& base);
+// The same of requests to the company file, without their frame, and of what adds the rows, in one transaction.
+void MakeBase(const std::string& folder, const std::string& requests,
+              const std::function<void(ado::Connection& cn)>& addRows);
 
 }  // namespace twqb

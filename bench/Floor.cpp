@@ -1,12 +1,63 @@
 #include "bench/Floor.h"
 
+#include <chrono>
+#include <utility>
+
 #include "platform/Forwarding.h"
 
 namespace twqb {
 
 namespace {
 
-using CallLog = std::vector<FloorCall>;
+using Clock = std::chrono::steady_clock;
+
+double Between(Clock::time_point begin, Clock::time_point end) {
+  return std::chrono::duration<double>(end - begin).count();
+}
+
+// The calls so far, and where their time went.
+class CallLog {
+ public:
+  void Begin() {
+    calls_.clear();
+    tables_.clear();
+    BeginTable();
+  }
+
+  // Carries `forward` out and keeps `call`, which does the same in a replay.
+  template <typename Forward, typename Call>
+  void Take(double TableShare::*seam, Forward forward, Call call) {
+    const auto begin = Clock::now();
+    forward();
+    const auto done = Clock::now();
+    calls_.emplace_back(std::move(call));
+    inHand_.*seam += Between(begin, done);
+    recording_ += Between(done, Clock::now());
+  }
+
+  void EndTable(std::string name) {
+    inHand_.name = std::move(name);
+    inHand_.whole = Between(tableBegan_, Clock::now()) - recording_;
+    tables_.push_back(std::move(inHand_));
+    BeginTable();
+  }
+
+  [[nodiscard]] const std::vector<FloorCall>& Calls() const { return calls_; }
+  [[nodiscard]] const std::vector<TableShare>& Tables() const { return tables_; }
+
+ private:
+  void BeginTable() {
+    inHand_ = {};
+    recording_ = 0;
+    tableBegan_ = Clock::now();
+  }
+
+  std::vector<FloorCall> calls_;
+  std::vector<TableShare> tables_;
+  TableShare inHand_;
+  double recording_ = 0;
+  Clock::time_point tableBegan_ = Clock::now();
+};
 
 class RecordedRecordset : public ado::ForwardingRecordset {
  public:
@@ -14,34 +65,31 @@ class RecordedRecordset : public ado::ForwardingRecordset {
       : ForwardingRecordset(std::move(inner)), calls_(calls), index_(index) {}
 
   void Close() override {
-    ForwardingRecordset::Close();
-    Record([](ado::Recordset& rs) { rs.Close(); });
+    Take([&] { ForwardingRecordset::Close(); }, [](ado::Recordset& rs) { rs.Close(); });
   }
   void Find(std::string_view criterion) override {
-    ForwardingRecordset::Find(criterion);
-    Record([text = std::string(criterion)](ado::Recordset& rs) { rs.Find(text); });
+    Take([&] { ForwardingRecordset::Find(criterion); },
+         [text = std::string(criterion)](ado::Recordset& rs) { rs.Find(text); });
   }
   void MoveFirst() override {
-    ForwardingRecordset::MoveFirst();
-    Record([](ado::Recordset& rs) { rs.MoveFirst(); });
+    Take([&] { ForwardingRecordset::MoveFirst(); }, [](ado::Recordset& rs) { rs.MoveFirst(); });
   }
   void AddNew() override {
-    ForwardingRecordset::AddNew();
-    Record([](ado::Recordset& rs) { rs.AddNew(); });
+    Take([&] { ForwardingRecordset::AddNew(); }, [](ado::Recordset& rs) { rs.AddNew(); });
   }
   void SetField(std::string_view name, Value value) override {
-    ForwardingRecordset::SetField(name, value);
-    Record([field = std::string(name), value](ado::Recordset& rs) { rs.SetField(field, value); });
+    Take([&] { ForwardingRecordset::SetField(name, value); },
+         [field = std::string(name), value](ado::Recordset& rs) { rs.SetField(field, value); });
   }
   void Update() override {
-    ForwardingRecordset::Update();
-    Record([](ado::Recordset& rs) { rs.Update(); });
+    Take([&] { ForwardingRecordset::Update(); }, [](ado::Recordset& rs) { rs.Update(); });
   }
 
  private:
-  template <typename Call>
-  void Record(Call call) {
-    calls_.push_back([index = index_, call](FloorState& state) { call(*state.recordsets.at(index)); });
+  template <typename Forward, typename Call>
+  void Take(Forward forward, Call call) {
+    calls_.Take(&TableShare::database, forward,
+                [index = index_, call](FloorState& state) { call(*state.recordsets.at(index)); });
   }
 
   CallLog& calls_;
@@ -59,31 +107,32 @@ class RecordedConnection : public ado::ForwardingConnection {
       : ForwardingConnection(std::move(inner)), calls_(calls), counters_(counters), index_(counters.connections++) {}
 
   void Open() override {
-    ForwardingConnection::Open();
-    Record([](FloorState&, ado::Connection& cn) { cn.Open(); });
+    Take([&] { ForwardingConnection::Open(); }, [](FloorState&, ado::Connection& cn) { cn.Open(); });
   }
   void Close() override {
-    ForwardingConnection::Close();
-    Record([](FloorState&, ado::Connection& cn) { cn.Close(); });
+    Take([&] { ForwardingConnection::Close(); }, [](FloorState&, ado::Connection& cn) { cn.Close(); });
   }
   std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
-    auto rows = ForwardingConnection::Execute(statement, rowsAffected);
-    Record([text = std::string(statement)](FloorState&, ado::Connection& cn) { cn.Execute(text, nullptr); });
+    std::unique_ptr<ado::Recordset> rows;
+    Take([&] { rows = ForwardingConnection::Execute(statement, rowsAffected); },
+         [text = std::string(statement)](FloorState&, ado::Connection& cn) { cn.Execute(text, nullptr); });
     return rows;
   }
   std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
                                                 ado::LockType lock) override {
-    auto rows = ForwardingConnection::OpenRecordset(statement, cursor, lock);
-    Record([text = std::string(statement), cursor, lock](FloorState& state, ado::Connection& cn) {
-      state.recordsets.push_back(cn.OpenRecordset(text, cursor, lock));
-    });
+    std::unique_ptr<ado::Recordset> rows;
+    Take([&] { rows = ForwardingConnection::OpenRecordset(statement, cursor, lock); },
+         [text = std::string(statement), cursor, lock](FloorState& state, ado::Connection& cn) {
+           state.recordsets.push_back(cn.OpenRecordset(text, cursor, lock));
+         });
     return std::make_unique<RecordedRecordset>(std::move(rows), calls_, counters_.recordsets++);
   }
 
  private:
-  template <typename Call>
-  void Record(Call call) {
-    calls_.push_back([index = index_, call](FloorState& state) { call(state, *state.connections.at(index)); });
+  template <typename Forward, typename Call>
+  void Take(Forward forward, Call call) {
+    calls_.Take(&TableShare::database, forward,
+                [index = index_, call](FloorState& state) { call(state, *state.connections.at(index)); });
   }
 
   CallLog& calls_;
@@ -98,6 +147,8 @@ class RecordedProvider : public ado::Provider {
     return std::make_unique<RecordedConnection>(inner_.CreateConnection(), calls_, counters_);
   }
   [[nodiscard]] std::size_t Connections() const { return counters_.connections; }
+  // Replays count the recordsets of the run alone.
+  void Begin() { counters_.recordsets = 0; }
 
  private:
   ado::Provider& inner_;
@@ -110,9 +161,11 @@ class RecordedTransport : public ForwardingTransport {
   RecordedTransport(std::unique_ptr<Transport> inner, CallLog& calls)
       : ForwardingTransport(std::move(inner)), calls_(calls) {}
   std::string ProcessDocument(std::string_view document) override {
-    calls_.push_back(
+    std::string answer;
+    calls_.Take(
+        &TableShare::quickBooks, [&] { answer = ForwardingTransport::ProcessDocument(document); },
         [text = std::string(document)](FloorState& state) { (void)state.transport->ProcessDocument(text); });
-    return ForwardingTransport::ProcessDocument(document);
+    return answer;
   }
 
  private:
@@ -131,25 +184,57 @@ class RecordedTransports : public TransportFactory {
   CallLog& calls_;
 };
 
+// Sees the tables end, too.
+class RecordedMachine : public ForwardingMachine {
+ public:
+  RecordedMachine(Machine& inner, CallLog& calls) : ForwardingMachine(inner), calls_(calls) {}
+  bool WritePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
+                                 std::string_view path) override {
+    bool written = false;
+    calls_.Take(
+        &TableShare::settings,
+        [&] { written = ForwardingMachine::WritePrivateProfileString(section, key, value, path); },
+        [section = std::string(section), key = std::string(key), value = std::string(value)](FloorState& state) {
+          state.machine->WritePrivateProfileString(section, key, value, state.settings);
+        });
+    constexpr std::string_view kStamp = "_LastSendAt";
+    if (key.ends_with(kStamp)) calls_.EndTable(std::string(key.substr(0, key.size() - kStamp.size())));
+    return written;
+  }
+
+ private:
+  CallLog& calls_;
+};
+
 }  // namespace
 
 struct FloorRecorder::Parts {
   explicit Parts(const Platform& inner)
-      : platform(inner), database(*inner.database, calls), quickbooks(*inner.quickbooks, calls) {
+      : platform(inner),
+        database(*inner.database, calls),
+        quickbooks(*inner.quickbooks, calls),
+        machine(*inner.machine, calls) {
     platform.database = &database;
     platform.quickbooks = &quickbooks;
+    platform.machine = &machine;
   }
   CallLog calls;
   Platform platform;
   RecordedProvider database;
   RecordedTransports quickbooks;
+  RecordedMachine machine;
 };
 
 FloorRecorder::FloorRecorder(const Platform& inner) : parts_(std::make_unique<Parts>(inner)) {}
 FloorRecorder::~FloorRecorder() = default;
 Platform FloorRecorder::Decorated() const { return parts_->platform; }
-const std::vector<FloorCall>& FloorRecorder::Calls() const { return parts_->calls; }
+void FloorRecorder::Begin() {
+  parts_->calls.Begin();
+  parts_->database.Begin();
+}
+const std::vector<FloorCall>& FloorRecorder::Calls() const { return parts_->calls.Calls(); }
 std::size_t FloorRecorder::Connections() const { return parts_->database.Connections(); }
+const std::vector<TableShare>& FloorRecorder::Tables() const { return parts_->calls.Tables(); }
 
 void ReplayFloor(const std::vector<FloorCall>& calls, FloorState& state) {
   for (const auto& call : calls) call(state);

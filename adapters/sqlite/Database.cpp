@@ -39,6 +39,20 @@ PlatformError FailureOf(sqlite3* handle, int code) {
   }
 }
 
+// Whether the file of the handle is still the one at its path. False, too, where the system can't tell: there a file
+// that is open can't be moved or removed, and no handle may be kept.
+bool IsInPlace(sqlite3* handle) {
+  int moved = 0;
+  return sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved == 0;
+}
+
+// Within moments nobody brings back a backup in place of the file, which the handle might not notice.
+bool IsFresh(const Remains& remains) {
+  constexpr auto kMoments = std::chrono::seconds(1);
+  return remains.handle && std::chrono::steady_clock::now() - remains.closed < kMoments &&
+         IsInPlace(remains.handle.get());
+}
+
 std::filesystem::path PathOf(const std::string& file) { return {std::u8string(file.begin(), file.end())}; }
 
 }  // namespace
@@ -78,7 +92,7 @@ void Statement::Reset() noexcept {
 // Database
 // ---------------------------------------------------------------------------------------------------------------------
 
-Database::Handle Database::OpenHandle(const std::string& file, int flags) {
+Handle Database::OpenHandle(const std::string& file, int flags) {
   sqlite3* raw = nullptr;
   const int code = sqlite3_open_v2(file.c_str(), &raw, flags | SQLITE_OPEN_EXRESCODE, nullptr);
   Handle handle(raw);
@@ -86,32 +100,39 @@ Database::Handle Database::OpenHandle(const std::string& file, int flags) {
   return handle;
 }
 
-Database::Database(const std::string& file, std::chrono::milliseconds patience) {
+Database::Database(const std::string& file, std::chrono::milliseconds patience, Remains remains) {
   std::error_code ignored;
   const auto status = std::filesystem::status(PathOf(file), ignored);
   if (!std::filesystem::exists(status)) throw CannotOpen(file, "there is no such file");
   if (std::filesystem::is_directory(status)) throw CannotOpen(file, "this is a folder");
-  handle_ = OpenHandle(file, SQLITE_OPEN_READWRITE);
+  path_ = std::filesystem::absolute(PathOf(file), ignored).string();
+  const bool serves = IsFresh(remains) && remains.path == path_;
+  handle_ = serves ? std::move(remains.handle) : OpenHandle(file, SQLITE_OPEN_READWRITE);
   try {
-    Configure(patience);
+    if (!serves) SetUp();
+    BeginWork(patience);
   } catch (const PlatformError& failure) {
     throw Failure(error::kCannotOpen, failure.description());
   }
 }
 
-void Database::Configure(std::chrono::milliseconds patience) {
-  const auto check = [this](int code) {
-    if (code != SQLITE_OK) throw FailureOf(handle_.get(), code);
-  };
-  check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
-  check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
-  check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr));
-  check(RegisterCollations(handle_.get()));
-  check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
+void Database::Check(int code) const {
+  if (code != SQLITE_OK) throw FailureOf(handle_.get(), code);
+}
+
+void Database::SetUp() {
+  Check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
+  Check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
+  Check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr));
+  Check(RegisterCollations(handle_.get()));
+}
+
+void Database::BeginWork(std::chrono::milliseconds patience) {
+  Check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
   Run("SELECT count(*) FROM sqlite_schema");  // reads the file: one that is no database fails here
   Run("PRAGMA journal_mode = DELETE");
   Run("PRAGMA synchronous = FULL");
-  check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(kBusyPatience.count())));
+  Check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(kBusyPatience.count())));
 }
 
 void Database::Create(const std::string& file) {
@@ -122,12 +143,19 @@ void Database::Create(const std::string& file) {
   Database(file, kBusyPatience).Run("PRAGMA user_version = 0");
 }
 
-void Database::Close() {
+Remains Database::Close() {
   // A transaction that the caller began and left open would live on as long as a recordset keeps a statement.
   if (sqlite3_get_autocommit(handle_.get()) == 0) {
     sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
   }
-  handle_.reset();
+  Remains remains{.handle = std::move(handle_), .path = path_, .closed = std::chrono::steady_clock::now()};
+  if (sqlite3_next_stmt(remains.handle.get(), nullptr) != nullptr || !IsInPlace(remains.handle.get())) {
+    remains.handle.reset();
+  } else {
+    // Pages are read anew: what happens to the file while nobody has it open must show.
+    sqlite3_db_release_memory(remains.handle.get());
+  }
+  return remains;
 }
 
 Statement Database::Prepare(std::string_view sql, Use use) {

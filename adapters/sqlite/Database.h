@@ -60,17 +60,31 @@ class ResetAtEnd {
   Statement& statement_;
 };
 
+// Statements may outlive the close; the engine then lets go of the file with the last of them.
+struct HandleCloser {
+  void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+};
+using Handle = std::unique_ptr<sqlite3, HandleCloser>;
+
+// What a close leaves: a handle that holds no lock but knows the tables, and with them the greater part of the cost of
+// opening the file. It serves who opens the same file again within moments; it keeps the file from nobody.
+struct Remains {
+  Handle handle;  // nothing where none is fit to be kept
+  std::string path;
+  std::chrono::steady_clock::time_point closed;
+};
+
 // Shared by a connection and its recordsets. Close ends it for all of them: each asks IsOpen before it works.
 class Database {
  public:
   // Opens a file that is there, waiting up to `patience` for it. Raises `kCannotOpen`.
-  Database(const std::string& file, std::chrono::milliseconds patience);
+  Database(const std::string& file, std::chrono::milliseconds patience, Remains remains = {});
   // Makes an empty database. Raises `kCannotOpen`, also when the file is there.
   static void Create(const std::string& file);
 
   [[nodiscard]] bool IsOpen() const { return handle_ != nullptr; }
   // A transaction that is still open is rolled back.
-  void Close();
+  Remains Close();
 
   // Exactly one statement; blanks, comments and semicolons may follow. Raises `kBadSyntax`, `kNoSuchTable`.
   [[nodiscard]] Statement Prepare(std::string_view sql, Use use);
@@ -82,15 +96,12 @@ class Database {
   [[nodiscard]] std::int64_t LastRowId() const;
 
  private:
-  // Statements may outlive the close; the engine then lets go of the file with the last of them.
-  struct Closer {
-    void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
-  };
-  using Handle = std::unique_ptr<sqlite3, Closer>;
-
   static Handle OpenHandle(const std::string& file, int flags);
-  void Configure(std::chrono::milliseconds patience);
+  void Check(int code) const;
+  void SetUp();
+  void BeginWork(std::chrono::milliseconds patience);
 
+  std::string path_;  // absolute
   Handle handle_;
 };
 

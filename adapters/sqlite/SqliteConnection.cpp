@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "adapters/sqlite/ConnectionText.h"
 #include "adapters/sqlite/Failure.h"
@@ -61,12 +62,12 @@ void SqliteConnection::Open() {
                   provider.empty() ? "The connection string names no Provider." : fmt::format("({})", provider));
   }
   if (file.empty()) throw Failure(error::kCannotOpen, "The connection string names no Data Source.");
-  database_ = std::make_shared<Database>(file, Patience(timeoutSeconds_));
+  database_ = std::make_shared<Database>(file, Patience(timeoutSeconds_), std::exchange(remains_, {}));
 }
 
 void SqliteConnection::Close() {
   RequireOpen();
-  database_->Close();
+  remains_ = database_->Close();
   database_.reset();
 }
 

@@ -30,6 +30,7 @@ class SqliteConnection : public ado::Connection {
   // Empty when the connection string names none.
   [[nodiscard]] std::string Provider() const override;
 
+  // A connection that was closed a moment ago is open again at little cost.
   void Open() override;
   void Close() override;
 
@@ -46,6 +47,7 @@ class SqliteConnection : public ado::Connection {
   std::string connectionString_;
   int timeoutSeconds_ = ado::kDefaultConnectionTimeout;
   std::shared_ptr<Database> database_;
+  Remains remains_;  // of the last close
 };
 
 }  // namespace twqb::sqlite

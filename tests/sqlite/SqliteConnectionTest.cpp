@@ -115,6 +115,58 @@ TEST_F(SqliteConnection, A_closed_connection_raises_and_can_be_opened_again) {
   EXPECT_EQ(Scalar("SELECT 1"), "1");
 }
 
+TEST_F(SqliteConnection, Opened_again_at_once_it_sees_what_others_made_and_wrote_meanwhile) {
+  CreateClient();
+  EXPECT_EQ(Scalar("SELECT count(*) FROM Client"), "0");
+  connection_->Close();
+  const auto other = Connect();
+  other->Execute("INSERT INTO Client (ClientID) VALUES ('Acme')", nullptr);
+  other->Execute("CREATE TABLE t (a TEXT)", nullptr);
+  connection_->Open();
+  EXPECT_EQ(Scalar("SELECT ClientID FROM Client"), "Acme");
+  EXPECT_EQ(Scalar("SELECT count(*) FROM t"), "0");
+}
+
+TEST_F(SqliteConnection, Opened_again_at_once_it_works_on_the_file_that_stands_there_then) {
+  CreateClient();
+  connection_->Close();
+  std::filesystem::rename(File(), PathTo("old.db"));
+  EXPECT_EQ(Raised([&] { connection_->Open(); }), error::kCannotOpen);
+  CreateSqliteDatabase(File());
+  connection_->Open();
+  EXPECT_EQ(Raised([&] { (void)Query("SELECT * FROM Client"); }), error::kNoSuchTable);
+}
+
+TEST_F(SqliteConnection, Opened_again_at_once_with_another_file_it_works_on_that) {
+  CreateClient();
+  CreateSqliteDatabase(PathTo("other.db"));
+  connection_->Close();
+  connection_->SetConnectionString("Provider=SQLITE;Data Source=" + PathTo("other.db"));
+  connection_->Open();
+  EXPECT_EQ(Raised([&] { (void)Query("SELECT * FROM Client"); }), error::kNoSuchTable);
+}
+
+TEST_F(SqliteConnection, A_transaction_that_was_left_open_does_not_come_back) {
+  CreateClient();
+  Execute("BEGIN");
+  Execute("INSERT INTO Client (ClientID) VALUES ('Acme')");
+  connection_->Close();
+  const auto other = Connect();
+  other->Execute("INSERT INTO Client (ClientID) VALUES ('Bolt')", nullptr);
+  connection_->Open();
+  EXPECT_EQ(Scalar("SELECT ClientID FROM Client"), "Bolt");
+}
+
+TEST_F(SqliteConnection, Recordsets_of_a_closed_connection_stay_closed_when_it_is_opened_again) {
+  CreateClient();
+  const auto table = OpenTable("Client");
+  connection_->Close();
+  connection_->Open();
+  EXPECT_EQ(table->State(), ObjectState::Closed);
+  EXPECT_EQ(Raised([&] { table->AddNew(); }), error::kObjectClosed);
+  Execute("DROP TABLE Client");
+}
+
 TEST_F(SqliteConnection, Closing_a_connection_closes_its_recordsets) {
   CreateClient();
   const auto table = OpenTable("Client");

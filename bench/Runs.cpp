@@ -1,0 +1,98 @@
+#include "bench/Runs.h"
+
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+
+#include "bench/Bases.h"
+#include "bench/Timing.h"
+#include "tests/support/Process.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb {
+
+namespace {
+
+// A run on the seams, composed with `platform`; `begin` is called ahead of the transfer.
+double CarryOut(Seams& seams, const Platform& platform, const Run& run, const std::function<void()>& begin) {
+  Compose(platform);
+  double seconds = 0;
+  bool good = false;
+  {
+    CTWQBBridge bridge;
+    bridge.SetConnectString(seams.connectString);
+    bridge.SetTWSettingsPath(seams.settings);
+    bridge.SetUsePreferencesTW(true);
+    if (!bridge.ConnectToQB(true)) throw std::runtime_error("no session");
+    begin();
+    seconds = Seconds([&] {
+      good = run.direction == Direction::Send ? bridge.SendDataToQB(run.table) : bridge.GetDataFromQB(run.table);
+    });
+  }
+  Compose({});
+  if (!seams.desk.Boxes().empty()) throw std::runtime_error("a box was shown: " + seams.desk.Boxes().front().box.text);
+  if (!good) throw std::runtime_error("the transfer failed");
+  return seconds;
+}
+
+double TimeFloor(const std::string& base, const Run& run) {
+  const TemporaryFolder recorded;
+  const TemporaryFolder folder;
+  CopyBase(base, recorded.Path());
+  CopyBase(base, folder.Path());
+  Seams recordedSeams(recorded.Path());
+  FloorRecorder recorder(recordedSeams.All());
+  CarryOut(recordedSeams, recorder.Decorated(), run, [&] { recorder.Begin(); });
+
+  Seams seams(folder.Path());
+  FloorState state;
+  state.machine = &seams.machine;
+  state.settings = seams.settings;
+  state.transport = seams.quickbooks.CreateTransport();
+  state.transport->OpenConnection("FLOOR", "Floor");
+  state.transport->BeginSession("", OpenMode::DoNotCare);
+  for (std::size_t i = 0; i < recorder.Connections(); ++i) {
+    state.connections.push_back(seams.database.CreateConnection());
+    state.connections.back()->SetConnectionString(seams.connectString);
+  }
+  return Seconds([&] { ReplayFloor(recorder.Calls(), state); });
+}
+
+}  // namespace
+
+void CopyBase(const std::string& from, const std::string& to) {
+  for (const auto* name : {"/billing.db", "/company.twq", "/twqb.ini"}) {
+    std::filesystem::copy_file(from + name, to + name);
+  }
+  // The company file of a copy is another one than that which was synced with last.
+  Seams seams(to);
+  seams.machine.WritePrivateProfileString("GENERAL", "QBDBPath", "", seams.settings);
+}
+
+double TimeLibrary(const std::string& folder, const Run& run) {
+  Seams seams(folder);
+  return CarryOut(seams, seams.All(), run, [] {});
+}
+
+Measurement Measure(const std::string& base, const Run& run) {
+  std::vector<double> library;
+  std::vector<double> floor;
+  for (int i = 0; i < kRepetitions; ++i) {
+    const TemporaryFolder folder;
+    CopyBase(base, folder.Path());
+    library.push_back(TimeLibrary(folder.Path(), run));
+    floor.push_back(TimeFloor(base, run));
+  }
+  return {.library = Median(library), .floor = Median(floor)};
+}
+
+std::vector<TableShare> SharesOf(const std::string& base, const Run& run) {
+  const TemporaryFolder folder;
+  CopyBase(base, folder.Path());
+  Seams seams(folder.Path());
+  FloorRecorder recorder(seams.All());
+  CarryOut(seams, recorder.Decorated(), run, [&] { recorder.Begin(); });
+  return recorder.Tables();
+}
+
+}  // namespace twqb

@@ -1,0 +1,40 @@
+// One transfer on the files of a folder, timed through the public object and against its floor.
+//
+// Does not make the files: that is Bases. A transfer that shows a box has not done what is to be measured, and raises.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "bench/Floor.h"
+#include "services/TableNames.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+struct Run {
+  enTables table;
+  Direction direction;
+};
+
+struct Measurement {
+  double library = 0;  // seconds
+  double floor = 0;
+  [[nodiscard]] double Ratio() const { return library / floor; }
+};
+
+inline constexpr int kRepetitions = 3;  // the median counts
+
+// Copies the files of a base into another folder, which does not know that they are a copy.
+void CopyBase(const std::string& from, const std::string& to);
+
+// Carries the run out on the files of the folder, which change. Seconds of the transfer alone.
+double TimeLibrary(const std::string& folder, const Run& run);
+
+// Library and floor by turns, each on a copy of the base: the medians.
+[[nodiscard]] Measurement Measure(const std::string& base, const Run& run);
+
+// Where the time of a run of all tables goes, on a copy of the base.
+[[nodiscard]] std::vector<TableShare> SharesOf(const std::string& base, const Run& run);
+
+}  // namespace twqb
