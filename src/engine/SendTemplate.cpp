@@ -98,6 +98,7 @@ class SendRun {
     record_.linkId = ColumnText(*rows_, table_.selectedLinkColumn);
     record_.qbName = record_.key;
     if (table_.readRow != nullptr) table_.readRow(*rows_, record_);
+    if (record_.passedOver) return;
     record_.lastUpdatedIsNull = IsNull(rows_->Field("LastUpdated"));
     if (table_.rowDate == RowDate::AheadOfTheTwin) {
       rowDate_ = GetTWDateOfUpdation(*rows_, "LastUpdated", table_.fallbackDateColumn);

@@ -25,9 +25,10 @@ struct SendRecord {
   std::string key;
   std::string linkId;  // empty: no twin
   bool lastUpdatedIsNull = false;
-  std::string qbName;      // as built; the request cuts it
-  std::string parentLink;  // what it hangs under in QuickBooks, where a hook looked for it
-  Record twin;             // nothing where there is none
+  std::string qbName;       // as built; the request cuts it
+  std::string parentLink;   // what it hangs under in QuickBooks, where a hook looked for it
+  Record twin;              // nothing where there is none
+  bool passedOver = false;  // a hook wants no more of the row than its progress
 };
 
 enum class Dependent : bool { No, Yes };
@@ -152,7 +153,7 @@ struct TableDescription {
 
   // Hooks of the send. Which rows go, asked before anything is done for the row; left out: all.
   Admission (*admitRow)(const ado::Recordset& row) = nullptr;
-  // What is read of the row beforehand; left out: its QuickBooks name is its key.
+  // What is read of the row beforehand, with its progress shown; left out: its QuickBooks name is its key.
   void (*readRow)(const ado::Recordset& row, SendRecord& record) = nullptr;
   // The request that modifies the twin; left out: `modRequest`.
   std::string_view (*modRequestOf)(const Record& twin) = nullptr;

@@ -20,7 +20,7 @@ namespace twqb {
 
 namespace {
 
-Admission AdmitExpenseCode(const ado::Recordset& row);
+void ReadExpenseCode(const ado::Recordset& row, SendRecord& record);
 std::string_view ModRequestOf(const Record& twin);
 Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record);
 Refusal OnRefused(const RefusedRequest& refused);
@@ -44,7 +44,7 @@ constexpr TableDescription kExpenseCodes = {
     .sendErrors = ErrorReport::OwnBox,
     .rulePlace = RulePlace::AheadOfRequest,
     .inVersion1 = InVersion1::LeaveAlone,
-    .admitRow = AdmitExpenseCode,
+    .readRow = ReadExpenseCode,
     .modRequestOf = ModRequestOf,
     .assign = Assign,
     .onRefusal = OnRefused,
@@ -97,8 +97,8 @@ constexpr std::array kGetAccounts = {
 // The code under which the expense log books lines without an item; QuickBooks has none for it.
 constexpr std::string_view kUnknownItems = "FROMQB:";
 
-Admission AdmitExpenseCode(const ado::Recordset& row) {
-  return UpperCase(ColumnText(row, "ExpID")) == kUnknownItems ? Admission::PassedOver : Admission::Admitted;
+void ReadExpenseCode(const ado::Recordset& /*row*/, SendRecord& record) {
+  record.passedOver = UpperCase(record.key) == kUnknownItems;
 }
 
 std::string_view ModRequestOf(const Record& twin) {
