@@ -12,7 +12,7 @@ std::string FreeKey(ado::Connection& connection, const KeyColumn& place, std::st
                     const std::function<std::string(int counter)>& keyOf) {
   std::set<std::string> tried;
   for (int counter = 0;; ++counter) {
-    const auto key = keyOf(counter);
+    auto key = keyOf(counter);
     if (!tried.insert(key).second) {
       throw PlatformError(error::kKeyInUse,
                           fmt::format("Every {} that can be made of the name \"{}\" is taken. Rename the "

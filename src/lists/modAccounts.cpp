@@ -133,7 +133,7 @@ void AddAccountRow(ado::Recordset& rows, GetRecord& account) {
 std::string ParentKeyOf(const Record& account) {
   const auto listID = account["ParentRef"]["ListID"].GetValue();
   const auto lookup = fmt::format("SELECT AccountID FROM AccountList WHERE QBLinkID = '{}';", listID);
-  const auto parent = RequireScalarFromSQL(lookup);
+  auto parent = RequireScalarFromSQL(lookup);
   if (!parent.empty()) return parent;
   // On a connection of its own: the row in hand is pending on the caller's. What goes wrong has been told.
   (void)PullRecordFromQB(enAccounts, listID, nullptr);
