@@ -19,6 +19,7 @@
 
 #include "adapters/companyfile/CompanyFile.h"
 #include "adapters/system/FrozenMachine.h"
+#include "bench/Bases.h"
 #include "bench/CommandLine.h"
 #include "bench/Report.h"
 #include "bench/Timing.h"
@@ -42,14 +43,7 @@ std::string Document(std::string_view requests) {
       requests);
 }
 
-std::string CustomerAdd(int number) {
-  return fmt::format(
-      "<CustomerAddRq><CustomerAdd><Name>Company {0} (C{0:06})</Name><CompanyName>Company {0}</CompanyName>"
-      "<FirstName>First{0}</FirstName><LastName>Last{0}</LastName><BillAddress><Addr1>Company {0}</Addr1>"
-      "<Addr2>{0} Main Street</Addr2><City>Springfield</City><PostalCode>12345</PostalCode></BillAddress>"
-      "<Phone>(207)-555-0100</Phone><Email>c{0}@example.com</Email></CustomerAdd></CustomerAddRq>",
-      number);
-}
+std::string CustomerAdd(int number) { return BenchTableOf(enClients).record(number); }
 
 std::string InvoiceAdd(int number, int customers) {
   std::string lines;

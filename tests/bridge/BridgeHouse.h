@@ -1,6 +1,7 @@
 // A house with a bridge object to it, past the question of the first run.
 #pragma once
 
+#include "services/Errors.h"
 #include "tests/engine/SpiedHouse.h"
 #include "twqb/CTWQBBridge.h"
 
@@ -34,6 +35,13 @@ class Bridge : public CTWQBBridge {
     SetUsePreferencesTW(true);
   }
 };
+
+// Whether another program gets a session with the company file that a bridge has open.
+[[nodiscard]] inline bool OthersCanOpenTheFile(TestHouse& house) {
+  auto other = house.quickbooks->CreateTransport();
+  other->OpenConnection("OTHER", "other");
+  return IgnoreErrors([&] { other->BeginSession("", OpenMode::DoNotCare); });
+}
 
 inline constexpr std::string_view kSubscribed = "SubscriptionQueryRq 1 status 0 Info \"Status OK\"\n";
 
