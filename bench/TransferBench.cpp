@@ -130,8 +130,10 @@ Reading ReadCustomers(const std::string& folder) {
   Vars().g_QBMajorVer = 3;
   const auto before = PeakMemory();
   RecordList list;
-  reading.seconds =
-      Seconds([&] { (void)ApplyQBFiltersAndReadRecords(enClients, list, session, {.activeOnly = ActiveOnly::False}); });
+  reading.seconds = Seconds([&] {
+    (void)ApplyQBFiltersAndReadRecords(kClientsTable, kClientsTable.reads.front(), list, session,
+                                       {.activeOnly = ActiveOnly::False}, Vars());
+  });
   reading.used = PeakMemory() - before;
   reading.records = list.Count();
   return reading;

@@ -9,7 +9,8 @@
 namespace twqb::cli {
 
 Surroundings ReadSurroundings(const Options& options) {
-  Surroundings surroundings{.clock = options.clock, .transcript = options.transcript, .masking = options.masking};
+  Surroundings surroundings{
+      .clock = options.clock, .transcript = options.transcript, .masking = options.masking, .tables = options.tables};
   try {
     if (!options.answers.empty()) surroundings.answers = ParseAnswers(ReadTextFile(options.answers));
   } catch (const AnswersError& failure) {
@@ -62,7 +63,7 @@ Composition::Composition(const Workplace& place, const Surroundings& surrounding
     seams_ = transcript_.emplace(seams_, *writer_).Decorated();
   }
   seams_.desk = &told_.emplace(*seams_.desk);
-  Compose(seams_);
+  Compose(seams_, surroundings.tables);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.

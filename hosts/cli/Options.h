@@ -8,10 +8,15 @@
 #include <CLI/Formatter.hpp>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/transcript/TranscriptWriter.h"
+
+namespace twqb {
+struct Table;
+}
 
 namespace twqb::cli {
 
@@ -37,6 +42,7 @@ struct Options {
   std::optional<FrozenOptions> clock;
   std::string transcript;
   Masking masking = Masking::Masked;
+  std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
 };
 
 // Adds the options to `app`, which fills `options` as it parses. `options` must outlive the parsing.

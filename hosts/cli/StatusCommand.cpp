@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bridge/Tables.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
@@ -15,8 +16,6 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
-#include "services/TableNames.h"
-#include "twqb/enTables.h"
 
 namespace twqb::cli {
 
@@ -29,40 +28,21 @@ constexpr std::string_view kUnknown = "-";
 constexpr std::array kAlignments = {Align::Left,  Align::Right, Align::Right, Align::Right,
                                     Align::Right, Align::Left,  Align::Left};
 
-// Which rows of which table of BillingDb a table of the link is. Employees and vendors share one.
-struct Rows {
-  std::string_view table;
-  std::string_view condition = "1 = 1";
-};
-
-Rows RowsOf(enTables table) {
-  switch (table) {
-    case enEmployees:
-      return {.table = "Employee", .condition = "IsSub = 0"};
-    case enVendors:
-      return {.table = "Employee", .condition = "IsSub = -1"};
-    case enEstimates:
-      return {.table = "Budget", .condition = "IsEstimate = -1"};
-    default:
-      return {.table = BillingTablesOf(table).front()};
-  }
-}
-
 // A table that is not there, or is another one, can't be counted.
-std::string CountOf(const Rows& rows, std::string_view condition) {
+std::string CountOf(const BillingRows& rows, std::string_view condition) {
   const auto count =
       GetScalarFromSQL(fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
   return count.empty() ? std::string(kUnknown) : count;
 }
 
 // When the transfer of a table ended last; the text as it is stored.
-std::optional<std::string> LastRun(const SettingsStore& settings, Direction direction, enTables table) {
-  const auto key = std::string(GetTableName(direction, table)) + "_LastSendAt";
+std::optional<std::string> LastRun(const SettingsStore& settings, Direction direction, const Table& table) {
+  const auto key = std::string(table.names.Of(direction)) + "_LastSendAt";
   return settings.Read(direction == Direction::Send ? "QBSEND_" : "QBGET_", key);
 }
 
 // Linked rows with a change behind the last send; without one, none can be told.
-std::string ChangedSince(const Rows& rows, const std::optional<std::string>& lastSend, std::string_view linked) {
+std::string ChangedSince(const BillingRows& rows, const std::optional<std::string>& lastSend, std::string_view linked) {
   if (!lastSend) return std::string(kUnknown);
   try {
     const auto since = FormatSQLDate(LocalToUTC(TextToDate(*lastSend)), DateForm::WithTime);
@@ -73,12 +53,12 @@ std::string ChangedSince(const Rows& rows, const std::optional<std::string>& las
   }
 }
 
-TableLine LineOf(const SettingsStore& settings, enTables table) {
+TableLine LineOf(const SettingsStore& settings, const Table& table) {
   constexpr std::string_view kLinked = "QBLinkID <> ''";
-  const auto rows = RowsOf(table);
+  const auto& rows = table.rows;
   const auto lastSend = LastRun(settings, Direction::Send, table);
   const auto lastGet = LastRun(settings, Direction::Get, table);
-  return {TypedName(table),
+  return {TypedName(table.number),
           CountOf(rows, "1 = 1"),
           CountOf(rows, kLinked),
           CountOf(rows, "(QBLinkID IS NULL OR QBLinkID = '')"),
@@ -92,9 +72,7 @@ ExitStatus Status(const Options& options) {
   std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "LAST SEND", "LAST GET"}};
   WithGlobalConnection([&] {
     Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-    for (auto table = static_cast<int>(enEmployees); table < enAll; ++table) {
-      lines.push_back(LineOf(settings, static_cast<enTables>(table)));
-    }
+    for (const auto* table : Tables()) lines.push_back(LineOf(settings, *table));
   });
   Print(TextTable(lines, kAlignments));
   FlushOutput();

@@ -2,9 +2,9 @@
 
 namespace twqb {
 
-TwinRule TwinRuleOf(bool optNever, bool optMostRecent) {
-  if (optNever) return TwinRule::LeaveAlone;
-  return optMostRecent ? TwinRule::NewerWins : TwinRule::Overwrite;
+TwinRule TwinRuleOf(bool never, bool newerWins) {
+  if (never) return TwinRule::LeaveAlone;
+  return newerWins ? TwinRule::NewerWins : TwinRule::Overwrite;
 }
 
 bool RecordMoves(const ConflictCase& conflict) {

@@ -5,7 +5,7 @@
 
 #include "platform/Date.h"
 #include "platform/machine.h"
-#include "services/TableNames.h"
+#include "services/Direction.h"
 
 namespace twqb {
 
@@ -15,8 +15,8 @@ enum class TwinRule : std::uint8_t {
   NewerWins,   // it moves if its side is not the older one
   Overwrite,   // it always moves
 };
-// `OptNever` is tested first and wins.
-[[nodiscard]] TwinRule TwinRuleOf(bool optNever, bool optMostRecent);
+// Never is tested first and wins.
+[[nodiscard]] TwinRule TwinRuleOf(bool never, bool newerWins);
 
 struct ConflictCase {
   Direction direction = Direction::Send;

@@ -11,6 +11,7 @@
 
 #include "engine/RecordReader.h"
 #include "tests/engine/SpiedHouse.h"
+#include "tests/support/TablesByNumber.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
@@ -19,7 +20,7 @@ namespace twqb {
 struct ReadCase {
   std::string_view name;
   std::int32_t table;
-  std::int16_t expenseLogKind = enChecks;
+  std::size_t expenseLogKind = enChecks;
   std::string_view message;  // "CustomerQuery"
   std::string_view record;   // "CustomerRet"
 };
@@ -41,9 +42,8 @@ class ReaderHouse : public SpiedHouse {
     Connect();
   }
 
-  bool Read(ReadFilters filters = {}) {
-    filters.ExpenseLogKind = read_.expenseLogKind;
-    return ApplyQBFiltersAndReadRecords(read_.table, records, Session(), filters);
+  bool Read(const ReadFilters& filters = {}) {
+    return ApplyQBFiltersAndReadRecords(read_.table, records, Session(), filters, read_.expenseLogKind);
   }
   // The next set is answered so.
   void AnswerWith(const std::vector<CannedAnswer>& answers) {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/ReaderMembers.h"
 #include "tests/engine/ReaderHouse.h"
+#include "tests/support/TablesByNumber.h"
 
 namespace twqb {
 namespace {
@@ -227,13 +227,6 @@ TEST(ClientReader, A_call_that_fails_leaves_a_form_alone_without_progress_bar) {
   EXPECT_FALSE(house.Read());
   EXPECT_TRUE(house.desk.FormEvents().empty());
   EXPECT_EQ(house.BoxTexts().size(), 1U);
-}
-
-TEST(Reader, A_table_without_a_query_reads_nothing) {
-  CustomersHouse house;
-  EXPECT_FALSE(ApplyQBFiltersAndReadRecords(enAll, house.records, CustomersHouse::Session(), {}));
-  EXPECT_TRUE(house.traffic.documents.empty());
-  EXPECT_EQ(FindReaderMember(enAll, enChecks), nullptr);
 }
 
 // --- The progress form -----------------------------------------------------------------------------------------------

@@ -11,12 +11,12 @@
 #include <string>
 #include <string_view>
 
-#include "engine/SelectionQueries.h"
 #include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
+#include "tests/support/TablesByNumber.h"
 #include "tests/support/TestHouse.h"
 #include "twqb/enTables.h"
 

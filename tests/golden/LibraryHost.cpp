@@ -21,7 +21,6 @@
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
-#include "tests/support/OwnTables.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb {
@@ -185,8 +184,7 @@ constexpr std::array kOperations = {
 
 struct LibraryHost::Parts {
   explicit Parts(const LibraryHostOptions& options)
-      : tables(options.tables),
-        folder(options.folder),
+      : folder(options.folder),
         machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
                 {.now = options.now, .zone = options.zone, .seed = 1}),
         quickbooks(folder + "/company.twq", machine),
@@ -202,14 +200,13 @@ struct LibraryHost::Parts {
         desk(*transcript.Decorated().desk, options.beforeAnswer) {
     auto seams = transcript.Decorated();
     seams.desk = &desk;
-    Compose(seams);
+    Compose(seams, options.tables);
   }
   ~Parts() {
     while (!objects.empty()) objects.pop_back();
     Compose({});
   }
 
-  OwnTables tables;
   std::string folder;
   FrozenMachine machine;
   SqliteProvider database;

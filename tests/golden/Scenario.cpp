@@ -96,7 +96,7 @@ class ScenarioRun {
   void Program(const std::string& rest, const std::string& line) {
     if (rest != "two-tables") throw std::runtime_error("unknown program: " + line);
     program_ = TWQB_TWO_TABLES_PROGRAM;
-    tables_ = TwoTableRoutines();
+    tables_ = TwoTables();
   }
   void Init(const std::string& rest, const std::string& line) {
     initialised_ = true;
@@ -313,7 +313,7 @@ class ScenarioRun {
 
   TemporaryFolder folder_;
   std::string program_ = TWQB_PROGRAM;
-  std::span<const TableRoutines> tables_;  // those of the program that twqb does not have
+  std::span<const Table* const> tables_;  // those of the program that twqb does not have
   std::string clock_ = "2008-03-05T10:00:00";
   bool daylight_ = false;
   std::string tag_ = "3.0";

@@ -22,7 +22,7 @@ void ThreeCustomers(ClientsHouse& house) {
 
 TEST(ClientGet, An_empty_list_is_a_good_end) {
   ClientsHouse house;
-  MoveClientsToTW({}, false, false, Dependent::No, nullptr);
+  house.Take({});
   EXPECT_EQ(Outcome(), TableOk::True);
   EXPECT_TRUE(house.traffic.statements.empty());
 }
@@ -37,7 +37,7 @@ TEST(ClientGet, Jobs_in_the_list_are_passed_over) {
   RecordList records;
   for (const auto& record : answer.GetAt(0).Details()) records.Add(record, record["ListID"].GetValue());
   ASSERT_EQ(records.Count(), 2U);
-  MoveClientsToTW(records, false, false, Dependent::No, nullptr);
+  house.Take(records);
   EXPECT_EQ(house.Keys(), "Acme");
   EXPECT_EQ(Outcome(), TableOk::True);
 }
@@ -242,7 +242,7 @@ class PullHouse : public ClientsHouse {
       records.Add(one.At(0), id);
     }
     Vars().g_TableOk = TableOk::False;
-    MoveClientsToTW(records, false, false, Dependent::Yes, on);
+    Take(records, Dependent::Yes, on);
   }
 
   Texts ids;

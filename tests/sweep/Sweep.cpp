@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "adapters/faults/Faults.h"
+#include "bridge/modTWQBBridge.h"
 #include "services/ModuleVariables.h"
 #include "twqb/CTWQBBridge.h"
 
@@ -80,12 +81,13 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario) {
   });
 }
 
-Sweep::Sweep(const Scenario& scenario) : scenario_(scenario), tables_(scenario_.routines) {
+Sweep::Sweep(const Scenario& scenario) : scenario_(scenario) {
   fs::create_directory(House());
   {
     auto options = Options();
     options.now = options.now.PlusHours(-1);
     TestHouse house(std::move(options));
+    SetTables(house);
     WriteWholeFile(house.Path("registry.ini"), fmt::format("[TW80]\r\nDatabase={}\r\n", house.Path("billing.db")));
     scenario_.prepare(house, scenario_);
   }
@@ -97,10 +99,16 @@ HouseOptions Sweep::Options() const {
   return {.answers = std::string(kAnswers), .now = TextToDate("2008-03-05T11:00:00"), .folder = House()};
 }
 
+void Sweep::SetTables(TestHouse& house) const {
+  house.tables = scenario_.ownTables;
+  house.pull = GetTableFromQB;
+}
+
 void Sweep::Restore() const { CopyFiles(Prepared(), House()); }
 
 void Sweep::Rehearse() {
   TestHouse house(Options());
+  SetTables(house);
   expected_ = {.tables = scenario_.tables, .before = TakeSnapshot(House(), scenario_.tables), .after = {}};
   FaultPlatform* counted = nullptr;
   const Witness witness(house.Seams(), [&] { return counted->CallCount(); });
@@ -129,6 +137,7 @@ Problems Sweep::RaiseAt(std::size_t k, FaultTiming timing) {
 
 Problems Sweep::RunRaising(std::size_t k, FaultTiming timing) const {
   TestHouse house(Options());
+  SetTables(house);
   FaultPlatform faults(house.Seams(), {});
   faults.RaiseAt(k, timing, kNumber);
   house.Enter(faults.Decorated());
@@ -189,6 +198,7 @@ Problems Sweep::KillAt(std::size_t k, FaultTiming timing) {
 
 Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
   TestHouse house(Options());
+  SetTables(house);
   FaultPlatform faults(house.Seams(), {});
   faults.RunAt(k, timing, [] { std::raise(SIGKILL); });
   house.Enter(faults.Decorated());
@@ -203,6 +213,7 @@ Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
   auto options = Options();
   options.now = options.now.PlusMilliseconds(kUntilCleanRun);
   TestHouse house(std::move(options));
+  SetTables(house);
   const auto remembered = house.machine.GetPrivateProfileString("GENERAL", "QBDBPath", "", 255, house.Path("twqb.ini"));
   if (!remembered.empty() && remembered != house.Path("company.twq")) {
     problems.push_back(fmt::format("The settings remember the company file {}.", remembered));

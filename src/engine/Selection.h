@@ -1,7 +1,8 @@
-// What the selection statements are made of: one description per table, and the forms of the statements for named
-// records. The texts are those that the database gets, byte for byte.
+// What the selection statement of a table is made of, and the forms of the statements for named records. The texts are
+// those that the database gets, byte for byte.
 //
-// Read by SelectionQueries alone, which decides what clauses a statement has and puts the values in.
+// A part of a table's description; read by SelectionQueries alone, which decides what clauses a statement has and puts
+// the values in.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,6 @@
 #include <string_view>
 
 #include "engine/SavedFilters.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
@@ -32,11 +32,16 @@ struct Clause {
   std::string_view text;
 };
 
-// One table's statement: the base, its clauses in this order, the tail.
+// The clauses that most tables have: changed since the last send, never linked, or without a date; and a range of
+// dates.
+inline constexpr std::string_view kChangedSinceLastSend =
+    "{K}(({P}LastUpdated > {a}) OR {P}QBLinkID IS NULL OR {P}QBLinkID = '' OR {P}LastUpdated IS NULL) ";
+inline constexpr std::string_view kChangedInRange = "{K}({P}LastUpdated BETWEEN {a} AND {b})";
+
+// One table's statement: the base, its clauses in this order, the tail. Without a base there is none.
 struct Selection {
-  enTables table;
   bool onlyPassed = false;  // no statement without PassedID
-  std::string_view base;
+  std::string_view base = {};
   std::string_view where = {};       // a condition behind the base that is always there
   std::string_view noteColumn = {};  // a part of the base that stands there only while notes are mapped
   std::string_view prefix = {};
@@ -46,8 +51,5 @@ struct Selection {
   // The statement instead of all that when PassedID names records; empty: there is none.
   std::string (*passed)(std::string_view base, const SavedFilters& filters) = nullptr;
 };
-
-// Nothing for a table without a statement. `table` is a value of enTables.
-[[nodiscard]] const Selection* FindSelection(std::int32_t table);
 
 }  // namespace twqb

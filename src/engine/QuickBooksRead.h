@@ -1,7 +1,7 @@
-// What each table adds to the reader: a description of its query and of what is taken over of the answer, and the two
-// routines that walk a description.
+// A read of QuickBooks as a table describes it: which queries it makes, how the filters of a run narrow them, and what
+// is taken over of their answers.
 //
-// Sits below RecordReader, which sends the query and reads the answer's status. Nothing here talks to QuickBooks.
+// A part of a table's description; RecordReader carries it out.
 #pragma once
 
 #include <array>
@@ -10,7 +10,6 @@
 #include <optional>
 #include <string_view>
 
-#include "engine/RecordReader.h"
 #include "services/Errors.h"
 
 namespace twqb {
@@ -28,9 +27,13 @@ struct TransactionQuery {
 
 enum class Keeps : std::uint8_t { Everything, Customers, Jobs };
 
-struct ReaderMember {
-  std::int32_t table;                                // of enTables
-  std::optional<std::int16_t> expenseLogKind = {};   // set: for this kind alone
+// What a read does with the dates of transactions and the wish for active records that a run brings.
+enum class OfTheRun : std::uint8_t {
+  Taken,
+  ActiveLookedUp,  // active records as the table's own setting says, and no dates of transactions
+};
+
+struct QuickBooksRead {
   std::string_view filterRoutine;                    // the names under which errors are told
   std::string_view copyRoutine;                      //
   ErrorReport errors = ErrorReport::ErrorHandler;    //
@@ -40,19 +43,11 @@ struct ReaderMember {
   std::string_view readingText = {};                 // empty: the copy does no form work
   std::size_t readingFrom = 3;                       // an answer of fewer records shows no progress
   Keeps keeps = Keeps::Everything;
+  OfTheRun ofTheRun = OfTheRun::Taken;
+  // The name in the progress text and in the key of the setting for active records; left out: the table's own.
+  std::string_view shownAs = {};
+
+  [[nodiscard]] constexpr bool AsksForSeveralKinds() const { return !requests[1].empty(); }
 };
-
-// nullptr for a table, or a kind of the expense log, that has none.
-[[nodiscard]] const ReaderMember* FindReaderMember(std::int32_t table, std::int16_t expenseLogKind);
-
-// Appends the member's requests and fills them. An error is told, and they go out with what was set until then.
-void ApplyQBFilters(const ReaderMember& member, const ReadFilters& filters, MsgSetRequest& messageSet);
-
-enum class Into : std::uint8_t { NewList, ListInHand };
-
-// Takes the answer's records over, each under its identifier. An error is told, unloads the progress form and leaves
-// the records that were copied until then.
-void GetQBRecordsInCollectionObject(const ReaderMember& member, const ReadFilters& filters, const Response& response,
-                                    Into into, RecordList& records);
 
 }  // namespace twqb

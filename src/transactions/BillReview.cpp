@@ -1,4 +1,4 @@
-#include "bridge/BillReview.h"
+#include "transactions/BillReview.h"
 
 #include "platform/Text.h"
 #include "quickbooks/Requests.h"

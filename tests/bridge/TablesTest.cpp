@@ -5,12 +5,11 @@
 
 #include <array>
 
-#include "bridge/TableRoutines.h"
+#include "bridge/Tables.h"
 #include "bridge/modTWQBBridge.h"
 #include "engine/DependentPull.h"
 #include "tests/bridge/BridgeHouse.h"
 #include "tests/quickbooks/CannedQuickBooks.h"
-#include "tests/support/OwnTables.h"
 
 namespace twqb {
 namespace {
@@ -26,39 +25,44 @@ struct Noted {
   std::vector<std::int16_t> parts;
   std::vector<bool> byId;
   std::vector<ado::Connection*> connections;
-  SavedFilters filters;  // of the last call
+  TwinRule rule = TwinRule::Overwrite;  // of the last call
 
   TableOk outcome = TableOk::True;
-  bool sendAnswers = true;
   std::string passedIdAfterwards;  // of a send
 };
 Noted noted;
 
 template <std::int32_t kTable>
-bool NoteSend(const SendCall& call) {
+void NoteSend(const SendCall& call) {
   noted.sent.push_back(kTable);
   noted.statements.push_back(call.sql);
-  noted.filters = call.filters;
+  noted.rule = call.rule;
   Vars().g_TableOk = noted.outcome;
   Vars().g_PassedID = noted.passedIdAfterwards;
-  return noted.sendAnswers;
 }
 
 template <std::int32_t kTable>
 void NoteGet(const GetCall& call) {
   noted.got.push_back(kTable);
   noted.parts.push_back(call.part);
-  noted.byId.push_back(call.blnByID);
+  noted.byId.push_back(call.dependent == Dependent::Yes);
   noted.connections.push_back(call.connection);
-  noted.filters = call.filters;
+  noted.rule = call.rule;
   Vars().g_TableOk = noted.outcome;
 }
 
-template <std::int32_t... kTables>
-constexpr auto NotingRoutines(std::integer_sequence<std::int32_t, kTables...> /*tables*/) {
-  return std::array{TableRoutines{.table = kTables, .send = NoteSend<kTables>, .get = NoteGet<kTables>}...};
+// The built-in tables with routines that note. Estimates, which are never sent, keep what they do in place of it.
+template <std::int32_t... kNumbers>
+std::vector<Table> NotingTables(std::integer_sequence<std::int32_t, kNumbers...> /*numbers*/) {
+  std::vector<Table> tables;
+  const auto add = [&](Table table, void (*send)(const SendCall&), void (*get)(const GetCall&)) {
+    if (table.number != enEstimates) table.send = send;
+    table.get = get;
+    tables.push_back(table);
+  };
+  (add(*BuiltInTables()[kNumbers], NoteSend<kNumbers>, NoteGet<kNumbers>), ...);
+  return tables;
 }
-constexpr auto kNoting = NotingRoutines(std::make_integer_sequence<std::int32_t, enAll>());
 
 class Routines : public testing::Test {
  protected:
@@ -67,6 +71,8 @@ class Routines : public testing::Test {
   // A house of the test's own making; the session is there.
   BridgeHouse& House(HouseOptions options = {}, std::string_view faults = {}) {
     house_.emplace(std::move(options), faults);
+    house_->tables = list_;
+    house_->EnterSpied();
     house_->Connect();
     return *house_;
   }
@@ -91,39 +97,39 @@ class Routines : public testing::Test {
   }
 
  private:
-  OwnTables tables_{kNoting};
+  std::vector<Table> tables_ = NotingTables(std::make_integer_sequence<std::int32_t, enAll>());
+  std::vector<const Table*> list_ = [this] {
+    std::vector<const Table*> list;
+    for (const auto& table : tables_) list.push_back(&table);
+    return list;
+  }();
   std::optional<BridgeHouse> house_;
 };
 
-TEST(TableRoutinesOfAHost, Stand_in_the_place_of_the_built_in_ones_until_they_go) {
-  const auto* builtIn = FindTableRoutines(enClients);
+TEST_F(Routines, Tables_of_a_host_stand_in_the_place_of_the_built_in_ones) {
+  const auto* builtIn = FindTable(enClients);
   ASSERT_NE(builtIn, nullptr);
-  {
-    const OwnTables tables(kNoting);
-    EXPECT_EQ(FindTableRoutines(enClients)->send, NoteSend<enClients>);
-    EXPECT_EQ(FindTableRoutines(enAll), nullptr);
+  House();
+  EXPECT_EQ(FindTable(enClients)->send, NoteSend<enClients>);
+  EXPECT_EQ(FindTable(enAll), nullptr);
+  Compose({});
+  EXPECT_EQ(FindTable(enClients), builtIn);
+}
+
+TEST(BuiltInTables, Have_the_numbers_of_their_places) {
+  for (std::size_t place = 0; place < BuiltInTables().size(); ++place) {
+    EXPECT_EQ(BuiltInTables()[place]->number, static_cast<std::int32_t>(place));
   }
-  EXPECT_EQ(FindTableRoutines(enClients), builtIn);
 }
 
 // --- Sending ---------------------------------------------------------------------------------------------------------
 
 TEST_F(Routines, A_send_hands_on_selection_and_filters) {
   House();
-  EXPECT_TRUE(SendTableToQB(enClients, {.Filter1a = "A", .Filter1b = "M", .MostRecent = true, .Never = true}));
+  EXPECT_TRUE(SendTableToQB(enClients, {.Filter1a = "A", .Filter1b = "M", .rule = TwinRule::LeaveAlone}));
   EXPECT_EQ(noted.sent, Numbers{enClients});
   EXPECT_NE(noted.statements.at(0).find("ClientID BETWEEN 'A' AND 'M'"), std::string::npos);
-  EXPECT_TRUE(noted.filters.MostRecent && noted.filters.Never);
-}
-
-TEST_F(Routines, A_False_of_a_table_ends_it_at_once_with_the_connection_released) {
-  auto& house = House();
-  noted.sendAnswers = false;  // whatever the outcome says
-  EXPECT_FALSE(SendTableToQB(enEmployees, {}));
-  EXPECT_EQ(Vars().g_CnRefCount, 0);
-  Bridge bridge(house);
-  EXPECT_FALSE(bridge.SendDataToQB(enEmployees));
-  EXPECT_EQ(house.SettingOf("QBSEND_", "Employees_LastSendAt"), "(none)");
+  EXPECT_EQ(noted.rule, TwinRule::LeaveAlone);
 }
 
 TEST_F(Routines, A_send_is_good_with_the_outcome_True_alone) {
@@ -164,7 +170,6 @@ TEST_F(Routines, Expenses_that_nothing_selects_are_not_sent_and_that_is_True) {
 TEST_F(Routines, Expenses_that_were_passed_are_sent_by_name_and_count_as_good_whatever_happened) {
   auto& house = House();
   noted.outcome = TableOk::False;
-  noted.sendAnswers = false;
   Bridge bridge(house);
   bridge.SetUsePreferencesTW(false);
   bridge.SetPassedID("'{E1}'");
@@ -367,7 +372,7 @@ TEST_F(Routines, A_pull_is_of_clients_of_projects_or_of_both_in_that_order) {
     EXPECT_EQ(noted.got, tables);
     EXPECT_EQ(noted.byId, std::vector<bool>(tables.size(), true));
     EXPECT_EQ(noted.connections, std::vector<ado::Connection*>(tables.size(), connection.get()));
-    EXPECT_FALSE(noted.filters.Never || noted.filters.MostRecent);
+    EXPECT_EQ(noted.rule, TwinRule::Overwrite);
     EXPECT_EQ(house.Requests("CustomerQueryRq"), Texts(tables.size(), "<ListID>" + id + "</ListID>"));
   }
 }
