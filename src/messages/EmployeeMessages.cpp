@@ -14,15 +14,19 @@ constexpr EnumValue kPayPeriods[] = {{"Daily", 0},   {"Weekly", 1},    {"Biweekl
 constexpr EnumValue kTimeDataUses[] = {{"NotSet", 0}, {"UseTimeData", 1}, {"DoNotUseTimeData", 2}};
 constexpr EnumValue kAccrualPeriods[] = {{"BeginningOfYear", 0}, {"EveryPaycheck", 1}, {"EveryHourOnPaycheck", 2}};
 constexpr EnumValue kVacationPayModes[] = {{"Retain", 0}, {"PayEveryPeriod", 1}};
-constexpr EnumValue kWageTypes[] = {{.name = "HourlyOvertime", .number = 5, .since = {5, 0}},
-                                    {.name = "HourlyRegular", .number = 8},
+// Hourly and Salary are the object model's alone: old names, which no form here knows. The others follow in the order
+// of the alphabet.
+constexpr EnumValue kWageTypes[] = {{.name = "Hourly", .number = 0, .countries = kNowhere},
+                                    {.name = "Salary", .number = 1, .countries = kNowhere},
+                                    {.name = "Bonus", .number = 2},
+                                    {.name = "Commission", .number = 3},
+                                    {.name = "HourlyOvertime", .number = 4, .since = {5, 0}},
+                                    {.name = "HourlyRegular", .number = 5},
                                     {.name = "HourlySick", .number = 6, .countries = kUnitedStates | kBritain},
                                     {.name = "HourlyVacation", .number = 7, .countries = kUnitedStates | kBritain},
-                                    {.name = "SalaryRegular", .number = 9},
-                                    {.name = "SalarySick", .number = 10, .countries = kUnitedStates | kBritain},
-                                    {.name = "SalaryVacation", .number = 11, .countries = kUnitedStates | kBritain},
-                                    {.name = "Bonus", .number = 0},
-                                    {.name = "Commission", .number = 1}};
+                                    {.name = "SalaryRegular", .number = 8},
+                                    {.name = "SalarySick", .number = 9, .countries = kUnitedStates | kBritain},
+                                    {.name = "SalaryVacation", .number = 10, .countries = kUnitedStates | kBritain}};
 
 constexpr Element kEmployeeAddress[] = {
     Text("Addr1", 41).Opt(),

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "Outline.h"
+#include "messages/ValueFormat.h"
 
 namespace twqb::messages {
 namespace {
@@ -197,6 +198,19 @@ TEST(BeyondThePublished, An_overtime_wage_is_known_from_version_5_on) {
   EXPECT_EQ(wageTypes(Us(3, 0)).find("HourlyOvertime"), std::string::npos);
   EXPECT_EQ(wageTypes(Us(4, 1)).find("HourlyOvertime"), std::string::npos);
   EXPECT_NE(wageTypes(Us(5, 0)).find("|HourlyOvertime|"), std::string::npos);
+}
+
+TEST(BeyondThePublished, The_object_model_knows_wages_that_no_form_does) {
+  const auto& wages = *FindChild(FindMessage("PayrollItemWageAdd")->request.front().Children(), "WageType");
+  for (const auto* name : {"Hourly", "Salary"}) {
+    EXPECT_TRUE(IsWellFormed(wages, name)) << name;
+    for (const auto country : {Country::US, Country::CA, Country::UK, Country::AU}) {
+      for (const auto version : {Version{1, 0}, Version{3, 0}, Version{13, 0}}) {
+        const Form form = {country, version};
+        EXPECT_FALSE(IsWellFormed(wages, name, form)) << name << " in " << FormTag(form);
+      }
+    }
+  }
 }
 
 TEST(BeyondThePublished, The_British_form_has_names_of_its_own) {
