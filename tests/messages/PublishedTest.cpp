@@ -240,6 +240,40 @@ TEST(BeyondThePublished, The_British_form_refers_to_tax_codes_as_the_Canadian_on
   EXPECT_FALSE(FindMessage("TaxCodeQuery")->KnownIn(Us(3, 0)));
 }
 
+// The paths of the elements that may carry the attribute, below requests.
+void CollectCarriers(std::span<const Element> rows, std::string_view attribute, const std::string& path,
+                     std::vector<std::string>& paths) {
+  for (const auto& row : rows) {
+    const auto here = row.LeavesNoElement() ? path : path + "/" + std::string(row.name);
+    if (row.attribute == attribute) paths.push_back(here);
+    CollectCarriers(row.Children(), attribute, here, paths);
+  }
+}
+
+TEST(BeyondThePublished, Macros_are_given_where_transactions_are_added_and_used_where_payments_are_applied) {
+  const auto carriers = [](std::string_view attribute) {
+    std::vector<std::string> paths;
+    for (const auto& message : AllMessages()) {
+      CollectCarriers(message.request, attribute, message.RequestName(), paths);
+      std::vector<std::string> answered;
+      CollectCarriers(message.response, attribute, message.ResponseName(), answered);
+      EXPECT_EQ(answered, std::vector<std::string>{}) << message.name;
+    }
+    return paths;
+  };
+  EXPECT_EQ(carriers("defMacro"),
+            (std::vector<std::string>{"BillAddRq/BillAdd", "BillAddRq/BillAdd/ExpenseLineAdd", "CheckAddRq/CheckAdd",
+                                      "CheckAddRq/CheckAdd/ExpenseLineAdd", "CreditCardChargeAddRq/CreditCardChargeAdd",
+                                      "CreditCardChargeAddRq/CreditCardChargeAdd/ExpenseLineAdd",
+                                      "CreditMemoAddRq/CreditMemoAdd",
+                                      "CreditMemoAddRq/CreditMemoAdd/CreditMemoLineAdd", "EstimateAddRq/EstimateAdd",
+                                      "InvoiceAddRq/InvoiceAdd", "InvoiceAddRq/InvoiceAdd/InvoiceLineAdd",
+                                      "ReceivePaymentAddRq/ReceivePaymentAdd", "TimeTrackingAddRq/TimeTrackingAdd"}));
+  EXPECT_EQ(carriers("useMacro"),
+            (std::vector<std::string>{"ReceivePaymentAddRq/ReceivePaymentAdd/AppliedToTxnAdd/TxnID",
+                                      "ReceivePaymentAddRq/ReceivePaymentAdd/AppliedToTxnAdd/SetCredit/CreditTxnID"}));
+}
+
 TEST(BeyondThePublished, The_query_for_a_subscription_takes_the_subscriber_and_answers_with_its_status_alone) {
   EXPECT_EQ(Outline(FindMessage("SubscriptionQuery")->request, Us(3, 0)), "SubscriberID:guid");
   EXPECT_EQ(Outline(FindMessage("SubscriptionQuery")->response, Us(3, 0)), "");

@@ -49,6 +49,7 @@ std::optional<std::string> FaultOfBranches(const Table& table, std::span<const R
   for (std::size_t i = 0; i < branches.size(); ++i) CollectFirsts(table, branches[i], firsts[i]);
   for (std::size_t i = 0; i < branches.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
+      if (!Meet(branches[i].known, branches[j].known)) continue;
       for (const auto* a : firsts[i]) {
         for (const auto* b : firsts[j]) {
           if (a->name == b->name && Meet(a->known, b->known)) return "two branches begin with " + a->name;
