@@ -309,7 +309,7 @@ class Reader {
 
   template <typename Mark>
   void SetOnce(std::optional<Mark>& mark, Mark value) {
-    if (mark) Fail("a mark of that kind stands before " + Quoted(Here()) + " already");
+    if (mark) Fail("two marks of one kind stand here");
     mark = value;
   }
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <map>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -54,6 +55,9 @@ class Resolver {
       for (const auto& message : text.messages) ReadMessage(message);
     }
     definitions_.ExpectAllUsed();
+    for (const auto& text : texts_) {
+      for (const auto& definition : text.definitions) ExpectRolesUsed(definition.entries);
+    }
     std::ranges::sort(table_.messages, {}, &TableMessage::name);
     return std::move(table_);
   }
@@ -70,8 +74,9 @@ class Resolver {
     } else {
       ReadRecordMessage(text, message);
     }
-    const auto [first, added] = messagePlaces_.emplace(message.name, text.place);
-    if (!added) definitions_.Fail(text.place, "there is a message " + message.name + " already");
+    if (!messageNames_.insert(message.name).second) {
+      definitions_.Fail(text.place, "there is a message " + message.name + " already");
+    }
     table_.messages.push_back(std::move(message));
   }
 
@@ -175,8 +180,22 @@ class Resolver {
     return ReadRows(group.entries, context);
   }
 
+  // Marks for a role that no message has are a slip, or left over.
+  void ExpectRolesUsed(const Entries& entries) const {
+    for (const auto& entry : entries) {
+      for (const auto& own : entry.roles) {
+        if (!usedRoles_.contains({&entry, own.role})) {
+          definitions_.Fail(entry.place, fmt::format("{} has marks for {}, and no message has it there", entry.name,
+                                                     RoleName(own.role)));
+        }
+      }
+      ExpectRolesUsed(entry.body);
+    }
+  }
+
   // Nothing when the entry is none of that role's.
-  std::optional<Marks> MarksIn(const Entry& entry, Role role) const {
+  std::optional<Marks> MarksIn(const Entry& entry, Role role) {
+    usedRoles_.emplace(&entry, role);
     if (!entry.roles.empty() && role == Role::None) {
       definitions_.Fail(
           entry.place,
@@ -337,7 +356,8 @@ class Resolver {
   std::map<ListKey, std::size_t> lists_;
   std::map<const Definition*, std::size_t> valuesOf_;
   std::map<std::string, int> timesNamed_;
-  std::map<std::string, Place> messagePlaces_;
+  std::set<std::string> messageNames_;
+  std::set<std::pair<const Entry*, Role>> usedRoles_;
   std::vector<const Definition*> open_;
 };
 
