@@ -40,7 +40,7 @@ struct Context {
   Role role = Role::None;
   std::optional<NameLengths> names;  // what `name` and `path` mean
   bool namesHaveNoLimit = false;     // ... where there are no names: texts of any length
-  std::string hint;                  // what the list of rows is to be called
+  std::string hint;                  // where the rows are: "Invoice/ORInvoiceLineAdd"
 };
 
 enum class Order : std::uint8_t { Sequence, Choice };
@@ -88,7 +88,7 @@ class Resolver {
   // An Add and a Mod answer with the record, if anything, a query with any number of them.
   void ReadRecordMessage(const MessageText& text, TableMessage& message) {
     const auto& record = definitions_.Find(text.name, {DefinitionKind::Record}, "record", text.place);
-    const auto& returned = ReadRecord(record, Role::Ret, text.place);
+    auto returned = ReadRecord(record, Role::Ret, text.place);
     if (text.kind == MessageKind::Query) {
       ExpectNoAttribute(text.marks, text.place);
       message.name += "Query";
@@ -100,14 +100,14 @@ class Resolver {
       sent.attribute = text.marks.attribute;
       message.request = AddList({std::move(sent)}, message.name + "Rq", text.place.file);
     }
-    auto answered = returned;
-    answered.optional = true;
-    answered.repeating = text.kind == MessageKind::Query;
-    message.answer = AddList({std::move(answered)}, message.name + "Rs", text.place.file);
+    returned.optional = true;
+    returned.repeating = text.kind == MessageKind::Query;
+    message.answer = AddList({std::move(returned)}, message.name + "Rs", text.place.file);
   }
 
   Row ReadRecord(const Definition& record, Role role, Place place) {
-    return {.name = record.name + std::string(RoleName(role)),
+    return {.place = place,
+            .name = record.name + std::string(RoleName(role)),
             .type = Type::Aggregate,
             .children = ReadDefined(record, {.role = role, .names = record.names}, place)};
   }
@@ -125,9 +125,12 @@ class Resolver {
     if (const auto known = lists_.find(key); known != lists_.end()) return known->second;
     auto rows = ReadRows(entries, context);
     const auto fault = order == Order::Choice ? FaultOfBranches(table_, rows) : FaultOfSequence(rows);
-    if (fault) definitions_.Fail(place, *fault);
+    if (fault) definitions_.Fail(fault->place, fmt::format("{} in {}", fault->what, context.hint));
     if (rows.empty()) {
-      definitions_.Fail(place, fmt::format("nothing is left in {} for {}", context.hint, RoleName(context.role)));
+      const bool depends = std::get<Role>(key) != Role::None;
+      definitions_.Fail(place, depends
+                                   ? fmt::format("nothing is left in {} for {}", context.hint, RoleName(context.role))
+                                   : "there is nothing in " + context.hint);
     }
     return lists_[key] = AddList(std::move(rows), NameOf(key, context), place.file);
   }
@@ -146,6 +149,7 @@ class Resolver {
   }
   static std::string NameOf(const ListKey& key, const Context& context) {
     auto name = context.hint;
+    std::ranges::replace(name, '/', '_');
     if (const auto role = RoleName(std::get<Role>(key)); !role.empty()) name.append("_").append(role);
     if (const auto& names = std::get<std::string>(key); !names.empty()) name.append("_").append(names);
     return name;
@@ -215,7 +219,8 @@ class Resolver {
   }
 
   Row ReadRow(const Entry& entry, const Marks& marks, const Context& context) {
-    Row row = {.name = entry.name,
+    Row row = {.place = entry.place,
+               .name = entry.name,
                .optional = marks.optional,
                .repeating = marks.repeating,
                .attribute = marks.attribute,
@@ -225,7 +230,7 @@ class Resolver {
       return row;
     }
     auto inner = context;
-    inner.hint += "_" + entry.name;
+    inner.hint += "/" + entry.name;
     row.children =
         ReadList(entry.body, inner, entry.kind == EntryKind::Choice ? Order::Choice : Order::Sequence, entry.place);
     row.type = entry.kind == EntryKind::Choice ? Type::Choice

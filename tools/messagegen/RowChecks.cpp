@@ -33,17 +33,18 @@ void CollectFirsts(const Table& table, const Row& row, std::vector<const Row*>& 
 
 }  // namespace
 
-std::optional<std::string> FaultOfSequence(std::span<const Row> rows) {
+std::optional<RowFault> FaultOfSequence(std::span<const Row> rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
-      if (rows[i].name == rows[j].name && Meet(rows[i].known, rows[j].known))
-        return rows[i].name + " stands here twice";
+      if (rows[i].name == rows[j].name && Meet(rows[i].known, rows[j].known)) {
+        return RowFault{.place = rows[i].place, .what = rows[i].name + " stands twice"};
+      }
     }
   }
   return std::nullopt;
 }
 
-std::optional<std::string> FaultOfBranches(const Table& table, std::span<const Row> branches) {
+std::optional<RowFault> FaultOfBranches(const Table& table, std::span<const Row> branches) {
   if (auto fault = FaultOfSequence(branches)) return fault;
   std::vector<std::vector<const Row*>> firsts(branches.size());
   for (std::size_t i = 0; i < branches.size(); ++i) CollectFirsts(table, branches[i], firsts[i]);
@@ -52,7 +53,9 @@ std::optional<std::string> FaultOfBranches(const Table& table, std::span<const R
       if (!Meet(branches[i].known, branches[j].known)) continue;
       for (const auto* a : firsts[i]) {
         for (const auto* b : firsts[j]) {
-          if (a->name == b->name && Meet(a->known, b->known)) return "two branches begin with " + a->name;
+          if (a->name == b->name && Meet(a->known, b->known)) {
+            return RowFault{.place = a->place, .what = "two branches begin with " + a->name};
+          }
         }
       }
     }

@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "messagegen/Source.h"
 #include "messages/Schema.h"
 
 namespace twqb::messagegen {
 
 struct Row {
+  Place place;
   std::string name;
   messages::Type type = messages::Type::Str;
   int maxLength = 0;
@@ -21,7 +23,6 @@ struct Row {
   messages::Availability known;
   std::optional<std::size_t> children;  // a number in rowLists
   std::optional<std::size_t> values;    // a number in valueLists
-  friend bool operator==(const Row&, const Row&) = default;
 };
 
 struct RowList {
