@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/Forms.h"
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/TxnRequests.h"
@@ -28,7 +29,8 @@ enum class Verb : std::uint8_t {
   Query,
   DeleteListRecord,
   DeleteTxn,
-  DisplayTxn
+  DisplayTxn,
+  None,  // published, but not carried out here
 };
 
 struct Operation {
@@ -37,7 +39,7 @@ struct Operation {
   const TxnKind* txnKind = nullptr;  // of a request for transactions
   [[nodiscard]] bool Writes() const {
     return verb != Verb::QueryHost && verb != Verb::QuerySubscription && verb != Verb::Query &&
-           verb != Verb::DisplayTxn;
+           verb != Verb::DisplayTxn && verb != Verb::None;
   }
 };
 
@@ -49,8 +51,7 @@ constexpr std::array kTxnVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Query", 
 constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", Verb::Modify},
                                    VerbName{"Query", Verb::Query}};
 
-// Nothing for a message that is published but that this file does not carry out.
-std::optional<Operation> FindOperation(const messages::Message& message) {
+Operation FindOperation(const messages::Message& message) {
   if (message.name == "HostQuery") return Operation{Verb::QueryHost};
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
   if (message.set == messages::MessageSet::Subscription) return Operation{Verb::ChangeSubscription};
@@ -68,7 +69,11 @@ std::optional<Operation> FindOperation(const messages::Message& message) {
     const auto* verb = std::ranges::find(kListVerbs, rest, &VerbName::name);
     if (verb != kListVerbs.end()) return Operation{verb->verb, &kind};
   }
-  return std::nullopt;
+  return Operation{Verb::None};
+}
+
+Operation FindOperation(const Request& request) {
+  return request.message == nullptr ? Operation{Verb::None} : FindOperation(*request.message);
 }
 
 bool Accepts(const CompanyOptions& options, Country country) {
@@ -86,21 +91,18 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
 }
 
 [[noreturn]] void RefuseForm(const RequestSet& set, std::string_view what) {
-  RefuseDocument(fmt::format("This company data file does not take {} in the message version \"{}\".", what,
-                             messages::FormTag(set.GetForm())));
+  RefuseVersion(
+      fmt::format("This company data file does not take {} in \"{}\".", what, messages::FormTag(set.GetForm())));
 }
 
 bool WritesAnything(const RequestSet& set) {
-  return std::ranges::any_of(set.Requests(), [](const Request& request) {
-    const auto operation = FindOperation(*request.message);
-    return operation && operation->Writes();
-  });
+  return std::ranges::any_of(set.Requests(), [](const Request& request) { return FindOperation(request).Writes(); });
 }
 
 }  // namespace
 
 std::string RequestProcessor::Process(std::string_view document, std::optional<messages::MessageSet> kind) {
-  const RequestSet set(document, kind);
+  const RequestSet set(document, kind, FormsOf(store_.Options().accepts));
   CheckRequests(set);
 
   const auto setName = SetName(set.Kind()) + "Rs";
@@ -115,8 +117,8 @@ std::string RequestProcessor::Process(std::string_view document, std::optional<m
       Response response(answer, request);
       if (stopped) {
         response.Answer(status::NotProcessed());
-      } else if (request.problem) {
-        response.Answer(status::OfProblem(*request.problem));
+      } else if (request.refusal) {
+        response.Answer(*request.refusal);
       } else {
         Carry(set.GetForm(), request, response);
       }
@@ -137,32 +139,34 @@ void RequestProcessor::CheckRequests(const RequestSet& set) const {
     RefuseForm(set, "an empty set");
   }
   for (const auto& request : set.Requests()) {
-    const auto operation = FindOperation(*request.message);
-    const bool isKnown = operation && (operation->verb != Verb::QueryHost || KnowsHostQuery());
-    if (!isKnown) RefuseDocument(fmt::format("The request {} is not known.", request.message->RequestName()));
-    if (!Accepts(store_.Options(), country, operation->verb)) RefuseForm(set, request.message->RequestName());
+    const auto verb = FindOperation(request).verb;
+    if (verb == Verb::QueryHost && !KnowsHostQuery()) {
+      RefuseDocument(fmt::format("The request {} is not known.", request.node.name()));
+    }
+    if (!Accepts(store_.Options(), country, verb)) RefuseForm(set, request.node.name());
   }
 }
 
 bool RequestProcessor::KnowsHostQuery() const { return store_.ReadConditions().hostQuery != HostAnswer::Unknown; }
 
 void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
-  const auto operation = FindOperation(*request.message);
-  if (operation->verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
+  const auto operation = FindOperation(request);
+  if (operation.verb == Verb::None) return response.Answer(status::UnsupportedMessage(request.node.name()));
+  if (operation.verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
 
   const auto clock = ReadClock(machine_);
   if (request.message->set == messages::MessageSet::Subscription) {
     return CarrySubscription(store_, clock, request, response);
   }
-  if (operation->verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
-  if (operation->verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
-  if (operation->verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
-  if (operation->txnKind != nullptr) {
-    const TxnContext context{.store = store_, .kind = *operation->txnKind, .form = form, .clock = clock};
-    return operation->verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
+  if (operation.verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
+  if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
+  if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
+  if (operation.txnKind != nullptr) {
+    const TxnContext context{.store = store_, .kind = *operation.txnKind, .form = form, .clock = clock};
+    return operation.verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
   }
-  const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
-  switch (operation->verb) {
+  const ListContext context{.store = store_, .kind = *operation.kind, .form = form, .clock = clock};
+  switch (operation.verb) {
     case Verb::Add:
       return AddRecord(context, request, response);
     case Verb::Modify:

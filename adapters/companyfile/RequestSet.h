@@ -1,7 +1,7 @@
 // A document of requests, read and checked against the published messages, before anything of it is carried out.
 //
 // What makes QuickBooks refuse the document as a whole raises here. What it answers with a status of the one request is
-// kept with that request. Which requests this company file carries out is not looked at.
+// kept with that request. What the company file makes of a right request is not looked at.
 #pragma once
 
 #include <cstdint>
@@ -12,24 +12,28 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/companyfile/Status.h"
+#include "adapters/companyfile/WellFormedXml.h"
 #include "messages/Schema.h"
-#include "messages/Validation.h"
 
 namespace twqb::company {
 
 enum class OnError : std::uint8_t { Stop, Continue };
 
 struct Request {
-  const messages::Message* message = nullptr;
-  pugi::xml_node node;                       // the element whose name ends in Rq
-  std::optional<messages::Problem> problem;  // the first one that a status tells
+  std::string_view name;                       // without Rq: "CustomerAdd"; lives as long as the set
+  const messages::Message* message = nullptr;  // nullptr: published, but of nothing that company files here keep
+  pugi::xml_node node;                         // the element whose name ends in Rq
+  std::optional<Status> refusal;               // what it is answered without being carried out
 };
 
 class RequestSet {
  public:
-  // Raises `error::kParse` for a document that QuickBooks does not take. `kind` is the set that the document must hold;
-  // nothing: whichever it does.
-  RequestSet(std::string_view document, std::optional<messages::MessageSet> kind);
+  // Raises `error::kParse` for a document that QuickBooks does not take, and `kUnknownVersion` for one in a version
+  // that never was or in the form of a country that is not among `forms`; of a document that has both faults, the
+  // version is told. `kind` is the set that the document must hold; nothing: whichever it does.
+  RequestSet(std::string_view document, std::optional<messages::MessageSet> kind,
+             std::span<const messages::Country> forms);
 
   [[nodiscard]] messages::MessageSet Kind() const { return kind_; }
   [[nodiscard]] const messages::Form& GetForm() const { return form_; }
@@ -38,9 +42,11 @@ class RequestSet {
   [[nodiscard]] std::span<const Request> Requests() const { return requests_; }
 
  private:
-  void ReadForm();
+  void ReadForm(const std::optional<DocumentType>& type, std::span<const messages::Country> forms);
   pugi::xml_node ReadSet(std::optional<messages::MessageSet> kind);
   void ReadRequest(pugi::xml_node node);
+  // Raises for what refuses the document; notes in the request what refuses that alone.
+  void CheckContent(Request& request) const;
 
   pugi::xml_document document_;
   messages::MessageSet kind_ = messages::MessageSet::Company;
@@ -51,6 +57,8 @@ class RequestSet {
 
 // The element that holds the requests: "QBXMLMsgs" or "QBXMLSubscriptionMsgs", without Rq and Rs.
 [[nodiscard]] std::string SetName(messages::MessageSet kind);
+// Raises `kUnknownVersion` with its published text and `detail` behind it.
+[[noreturn]] void RefuseVersion(std::string_view detail);
 // Raises `error::kParse` with its published text and `detail` behind it.
 [[noreturn]] void RefuseDocument(std::string_view detail);
 

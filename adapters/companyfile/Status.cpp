@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+
 namespace twqb::company {
 
 namespace {
@@ -14,6 +17,31 @@ std::string_view TargetName(std::string_view reference) {
   constexpr std::string_view kSuffix = "Ref";
   if (reference.ends_with(kSuffix)) reference.remove_suffix(kSuffix.size());
   return reference;
+}
+
+// Each type of value has a code and a name of its own.
+struct Conversion {
+  messages::Type type;
+  int code;
+  std::string_view called;
+};
+constexpr std::array kConversions = {
+    Conversion{.type = messages::Type::Bool, .code = 3010, .called = "boolean value"},
+    Conversion{.type = messages::Type::Date, .code = 3020, .called = "date value"},
+    Conversion{.type = messages::Type::DateTime, .code = 3020, .called = "date value"},
+    Conversion{.type = messages::Type::TimeInterval, .code = 3035, .called = "time interval"},
+    Conversion{.type = messages::Type::Amt, .code = 3040, .called = "amount"},
+    Conversion{.type = messages::Type::Price, .code = 3045, .called = "price"},
+    Conversion{.type = messages::Type::Percent, .code = 3050, .called = "percentage"},
+    Conversion{.type = messages::Type::Quan, .code = 3060, .called = "quantity"},
+};
+
+Status NotConverted(const messages::Problem& problem) {
+  constexpr Conversion kAmount = {.type = messages::Type::Amt, .code = 3040, .called = "amount"};
+  const auto* const found = std::ranges::find(kConversions, problem.type, &Conversion::type);
+  const auto& conversion = found == kConversions.end() ? kAmount : *found;
+  return {conversion.code, fmt::format("There was an error when converting the {} \"{}\" in the field \"{}\".",
+                                       conversion.called, problem.value, problem.field)};
 }
 
 }  // namespace
@@ -33,6 +61,20 @@ Status QueryIncomplete(std::string_view value) {
   return {500, fmt::format("The query request has not been fully completed. There was a required element (\"{}\") that "
                            "could not be found in QuickBooks.",
                            value)};
+}
+
+Status UnsupportedMessage(std::string_view request) {
+  return {1030, fmt::format("Unsupported message: \"{}\".", request)};
+}
+
+Status RequestIdTooLong(std::string_view id) { return {1060, fmt::format("The request ID \"{}\" is too long.", id)}; }
+
+Status ReversedDates(std::string_view from, std::string_view to) {
+  return {3030, fmt::format("Invalid date range: \"{}\" is later than \"{}\".", from, to)};
+}
+
+Status ReversedNames(std::string_view from, std::string_view to) {
+  return {3031, fmt::format("Invalid name range: \"{}\" comes after \"{}\".", from, to)};
 }
 
 Status ColonInName(std::string_view name) {
@@ -129,13 +171,12 @@ Status OfProblem(const messages::Problem& problem) {
       return {3000,
               fmt::format("The given object ID \"{}\" in the field \"{}\" is invalid.", problem.value, problem.field)};
     case messages::ProblemKind::MalformedAmount:
-      return {3040, fmt::format("There was an error when converting the amount \"{}\" in the field \"{}\".",
-                                problem.value, problem.field)};
+    case messages::ProblemKind::MalformedValue:
+      return NotConverted(problem);
     case messages::ProblemKind::TooLong:
       return {3070, fmt::format("The string \"{}\" in the field \"{}\" is too long.", problem.value, problem.field)};
     case messages::ProblemKind::MissingElement:
     case messages::ProblemKind::UnexpectedElement:
-    case messages::ProblemKind::MalformedValue:
       break;
   }
   return MissingElement(problem.field);

@@ -24,6 +24,13 @@ namespace status {
 [[nodiscard]] Status NothingFound();
 // 500: a query by identifier or name, of which `value` is not there.
 [[nodiscard]] Status QueryIncomplete(std::string_view value);
+// 1030: a request that is published, about records that company files here do not keep.
+[[nodiscard]] Status UnsupportedMessage(std::string_view request);
+// 1060
+[[nodiscard]] Status RequestIdTooLong(std::string_view id);
+// 3030, 3031: nothing lies between the two.
+[[nodiscard]] Status ReversedDates(std::string_view from, std::string_view to);
+[[nodiscard]] Status ReversedNames(std::string_view from, std::string_view to);
 // 3090
 [[nodiscard]] Status ColonInName(std::string_view name);
 // 3100
@@ -62,7 +69,8 @@ namespace status {
 [[nodiscard]] Status PersonalDataWithheld(std::string_view field);
 // 3310: time of an employee of whom it is not known whether time makes the paycheck.
 [[nodiscard]] Status TimeForPaychecksUnknown(std::string_view employee);
-// 3000, 3040, 3070 or 3150, by the kind of problem. Not for problems that refuse the whole document.
+// By the kind of problem and, of a value, by its type: 3000, 3010, 3020, 3035, 3040, 3045, 3050, 3060, 3070 or 3150.
+// Not for problems that refuse the whole document.
 [[nodiscard]] Status OfProblem(const messages::Problem& problem);
 
 }  // namespace status
