@@ -6,10 +6,13 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/Forms.h"
 #include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/MessageSetMemory.h"
+#include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
@@ -90,6 +93,19 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
   return Accepts(options, country) || (country == Country::US && Accepts(options, Country::AU));
 }
 
+std::string Enveloped(const RequestSet& set, const SetAnswer& answer) {
+  const auto setName = SetName(set.Kind()) + "Rs";
+  std::string text = "<?xml version=\"1.0\" ?>";
+  AppendOpenTag(text, "QBXML");
+  text.append("<").append(setName);
+  if (!answer.newId.empty()) AppendAttribute(text, "newMessageSetID", answer.newId);
+  if (answer.code) AppendAttribute(text, "messageSetStatusCode", std::to_string(*answer.code));
+  text.append(">").append(answer.elements);
+  AppendCloseTag(text, setName);
+  AppendCloseTag(text, "QBXML");
+  return text;
+}
+
 [[noreturn]] void RefuseForm(const RequestSet& set, std::string_view what) {
   RefuseVersion(
       fmt::format("This company data file does not take {} in \"{}\".", what, messages::FormTag(set.GetForm())));
@@ -104,31 +120,39 @@ bool WritesAnything(const RequestSet& set) {
 std::string RequestProcessor::Process(std::string_view document, std::optional<messages::MessageSet> kind) {
   const RequestSet set(document, kind, FormsOf(store_.Options().accepts));
   CheckRequests(set);
-
-  const auto setName = SetName(set.Kind()) + "Rs";
-  std::string answer = "<?xml version=\"1.0\" ?>";
-  AppendOpenTag(answer, "QBXML");
-  AppendOpenTag(answer, setName);
+  MessageSetMemory memory(store_, session_.application, set, machine_);
+  auto macros = session_.macros;
+  std::optional<SetAnswer> answer;
+  bool runs = false;
   {
     using Purpose = SqliteTransaction::Purpose;
-    auto transaction = store_.Begin(WritesAnything(set) ? Purpose::Write : Purpose::Read);
-    bool stopped = false;
-    for (const auto& request : set.Requests()) {
-      Response response(answer, request);
-      if (stopped) {
-        response.Answer(status::NotProcessed());
-      } else if (request.refusal) {
-        response.Answer(*request.refusal);
-      } else {
-        Carry(set.GetForm(), request, response);
-      }
-      stopped = stopped || (response.Failed() && set.GetOnError() == OnError::Stop);
-    }
+    const bool writes = WritesAnything(set) || set.Attributes().Any();
+    auto transaction = store_.Begin(writes ? Purpose::Write : Purpose::Read);
+    answer = memory.AnswerWithoutRunning();
+    runs = !answer;
+    if (runs) answer = memory.Finish(CarryOut(set, macros));
     transaction.Commit();
   }
-  AppendCloseTag(answer, setName);
-  AppendCloseTag(answer, "QBXML");
-  return answer;
+  if (runs) memory.RememberAfterwards(*answer);
+  session_.macros = std::move(macros);
+  return Enveloped(set, *answer);
+}
+
+std::string RequestProcessor::CarryOut(const RequestSet& set, Macros& macros) {
+  std::string answers;
+  bool stopped = false;
+  for (const auto& request : set.Requests()) {
+    Response response(answers, request);
+    if (stopped) {
+      response.Answer(status::NotProcessed());
+    } else if (request.refusal) {
+      response.Answer(*request.refusal);
+    } else {
+      Carry(set.GetForm(), request, macros, response);
+    }
+    stopped = stopped || (response.Failed() && set.GetOnError() == OnError::Stop);
+  }
+  return answers;
 }
 
 void RequestProcessor::CheckRequests(const RequestSet& set) const {
@@ -149,11 +173,16 @@ void RequestProcessor::CheckRequests(const RequestSet& set) const {
 
 bool RequestProcessor::KnowsHostQuery() const { return store_.ReadConditions().hostQuery != HostAnswer::Unknown; }
 
-void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
+void RequestProcessor::Carry(const messages::Form& form, const Request& request, Macros& macros, Response& response) {
   const auto operation = FindOperation(request);
   if (operation.verb == Verb::None) return response.Answer(status::UnsupportedMessage(request.node.name()));
   if (operation.verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
 
+  try {
+    macros.Resolve(request.node);
+  } catch (const Refused& refused) {
+    return response.Answer(refused.status);
+  }
   const auto clock = ReadClock(machine_);
   if (request.message->set == messages::MessageSet::Subscription) {
     return CarrySubscription(store_, clock, request, response);
@@ -162,7 +191,8 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
   if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
   if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
   if (operation.txnKind != nullptr) {
-    const TxnContext context{.store = store_, .kind = *operation.txnKind, .form = form, .clock = clock};
+    const TxnContext context{
+        .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};
     return operation.verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
   }
   const ListContext context{.store = store_, .kind = *operation.kind, .form = form, .clock = clock};

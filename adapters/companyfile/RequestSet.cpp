@@ -3,9 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "adapters/companyfile/CompanyErrors.h"
 #include "adapters/companyfile/Forms.h"
+#include "adapters/companyfile/Macros.h"
 #include "adapters/companyfile/PublishedRequests.h"
 #include "adapters/companyfile/RequestChecks.h"
 #include "adapters/companyfile/SchemaWalk.h"
@@ -52,14 +54,25 @@ void JoinText(pugi::xml_node leaf) {
   leaf.append_child(pugi::node_pcdata).set_value(text.c_str());
 }
 
-void TidyContent(pugi::xml_node node) {
+// An element has no attributes beside those of macros, where it can have them.
+void CheckAttributes(pugi::xml_node element, const messages::Message& message, const messages::Form& form) {
+  for (const auto attribute : element.attributes()) {
+    const std::string_view name = attribute.name();
+    const bool defines = name == kDefinesMacro && DefinesMacros(element.name());
+    const bool uses = name == kUsesMacro && UsesMacros(message, element.name()) && !element.first_child();
+    if ((!defines && !uses) || !KnowsMacros(form) || IsBlank(attribute.value())) {
+      RefuseDocument(fmt::format("The element {} has an attribute {}.", element.name(), name));
+    }
+    if (uses) element.text().set(kUnknownIdentity);
+  }
+}
+
+void TidyContent(pugi::xml_node node, const messages::Message& message, const messages::Form& form) {
   for (auto child : node.children()) {
     if (!IsElement(child)) continue;
-    if (child.first_attribute()) {
-      RefuseDocument(fmt::format("The element {} has an attribute {}.", child.name(), child.first_attribute().name()));
-    }
+    CheckAttributes(child, message, form);
     if (HasElements(child)) {
-      TidyContent(child);
+      TidyContent(child, message, form);
     } else {
       JoinText(child);
     }
@@ -116,7 +129,8 @@ void RefuseDocument(std::string_view detail) {
 
 void RefuseVersion(std::string_view detail) { Raise(kUnknownVersion, detail); }
 
-RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind, std::span<const Country> forms) {
+RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind, std::span<const Country> forms)
+    : text_(document) {
   const auto scan = ScanXml(document, kBounds);
   if (scan.fault) RefuseDocument(*scan.fault);
   constexpr unsigned kFlags = pugi::parse_minimal | pugi::parse_pi | pugi::parse_cdata | pugi::parse_escapes |
@@ -124,8 +138,9 @@ RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind
   const auto parsed = document_.load_buffer(document.data(), document.size(), kFlags, pugi::encoding_utf8);
   if (!parsed) RefuseDocument(parsed.description());
   ReadForm(scan.documentType, forms);
-  const auto set = ReadSet(kind);
-  for (const auto node : set.children()) {
+  set_ = FindSet(kind);
+  ReadAttributes();
+  for (const auto node : set_.children()) {
     if (IsElement(node)) ReadRequest(node);
   }
 }
@@ -158,7 +173,7 @@ void RequestSet::ReadForm(const std::optional<DocumentType>& type, std::span<con
   form_ = *form;
 }
 
-pugi::xml_node RequestSet::ReadSet(std::optional<MessageSet> kind) {
+pugi::xml_node RequestSet::FindSet(std::optional<MessageSet> kind) {
   const auto root = document_.document_element();
   const auto set = root.find_child(IsElement);
   const bool subscriptions = set.name() == SetName(MessageSet::Subscription) + "Rq";
@@ -171,21 +186,55 @@ pugi::xml_node RequestSet::ReadSet(std::optional<MessageSet> kind) {
   }
   RefuseStrayText(root);
   RefuseStrayText(set);
+  return set;
+}
 
+void RequestSet::ReadAttributes() {
+  const bool isCompany = kind_ == MessageSet::Company;
   // Subscriptions need not say it: they are carried out one by one, whatever the others come to.
-  bool found = kind_ == MessageSet::Subscription;
+  bool found = !isCompany;
   if (found) onError_ = OnError::Continue;
-  for (const auto attribute : set.attributes()) {
+  for (const auto attribute : set_.attributes()) {
+    const std::string_view name = attribute.name();
     const std::string_view value = attribute.value();
-    if (attribute.name() == std::string_view("onError") && value == "rollbackOnError") Raise(kNoRollback);
-    if (attribute.name() != std::string_view("onError") || (value != "stopOnError" && value != "continueOnError")) {
-      RefuseDocument(fmt::format("{}=\"{}\" is not known on {}.", attribute.name(), value, expected));
+    if (name == "onError" && value == "rollbackOnError") Raise(kNoRollback);
+    if (name == "onError" && (value == "stopOnError" || value == "continueOnError")) {
+      onError_ = value == "continueOnError" ? OnError::Continue : OnError::Stop;
+      found = true;
+    } else if (isCompany && name == "newMessageSetID") {
+      attributes_.newId = value;
+    } else if (isCompany && name == "oldMessageSetID") {
+      attributes_.oldId = value;
+    } else if (isCompany && name == "responseData" && (value == "includeAll" || value == "includeNone")) {
+      attributes_.data = value == "includeNone" ? ResponseData::IncludeNone : ResponseData::IncludeAll;
+    } else {
+      RefuseDocument(fmt::format("{}=\"{}\" is not known on {}.", name, Left(value, kMaxQuoted), set_.name()));
     }
-    onError_ = value == "continueOnError" ? OnError::Continue : OnError::Stop;
-    found = true;
   }
   if (!found) RefuseDocument("The attribute onError is missing.");
-  return set;
+}
+
+std::string_view RequestSet::ContentText() const {
+  auto text = text_.substr(static_cast<std::size_t>(set_.offset_debug()));
+  // The end of the start tag: no attribute that the set can have needs a ">" in its value, but it may hold one.
+  char quote = 0;
+  std::size_t end = 0;
+  for (; end < text.size() && (quote != 0 || text[end] != '>'); ++end) {
+    if (quote != 0) {
+      if (text[end] == quote) quote = 0;
+    } else if (text[end] == '"' || text[end] == '\'') {
+      quote = text[end];
+    }
+  }
+  if (end > 0 && text[end - 1] == '/') return {};
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return text.substr(0, text.rfind(std::string("</").append(set_.name())));
+}
+
+std::string RequestSet::ParsedContent() const {
+  std::ostringstream content;
+  for (const auto node : set_.children()) node.print(content, "", pugi::format_raw);
+  return content.str();
 }
 
 void RequestSet::ReadRequest(pugi::xml_node node) {
@@ -214,8 +263,8 @@ void RequestSet::ReadRequest(pugi::xml_node node) {
 }
 
 void RequestSet::CheckContent(Request& request) const {
-  TidyContent(request.node);
   const auto& message = *request.message;
+  TidyContent(request.node, message, form_);
   for (auto& problem : messages::Validate(request.node, message.request, form_)) {
     if (!IsToldByStatus(problem)) {
       RefuseDocument(

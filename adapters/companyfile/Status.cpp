@@ -165,6 +165,14 @@ Status TimeForPaychecksUnknown(std::string_view employee) {
                             employee)};
 }
 
+Status MacroUnknown(std::string_view macro) {
+  return {9100, fmt::format("The macro \"{}\" has not been defined.", macro)};
+}
+
+Status MacroTaken(std::string_view macro) {
+  return {9101, fmt::format("The macro \"{}\" has been defined already.", macro)};
+}
+
 Status OfProblem(const messages::Problem& problem) {
   switch (problem.kind) {
     case messages::ProblemKind::MalformedId:

@@ -69,6 +69,9 @@ namespace status {
 [[nodiscard]] Status PersonalDataWithheld(std::string_view field);
 // 3310: time of an employee of whom it is not known whether time makes the paycheck.
 [[nodiscard]] Status TimeForPaychecksUnknown(std::string_view employee);
+// 9100: a macro that nothing has defined; 9101: one that something has defined already.
+[[nodiscard]] Status MacroUnknown(std::string_view macro);
+[[nodiscard]] Status MacroTaken(std::string_view macro);
 // By the kind of problem and, of a value, by its type: 3000, 3010, 3020, 3035, 3040, 3045, 3050, 3060, 3070 or 3150.
 // Not for problems that refuse the whole document.
 [[nodiscard]] Status OfProblem(const messages::Problem& problem);

@@ -282,7 +282,9 @@ void AddTxn(const TxnContext& context, const Request& request, Response& respons
       context.store, response,
       [&] {
         RequireFeature(context);
-        return NewTxn(context, request).Enter();
+        auto txn = NewTxn(context, request).Enter();
+        context.macros.Define(ChildElement(request.node, request.message->name), txn.txnId);
+        return txn;
       },
       [&](const TxnRecord& txn) {
         TxnStore txns(context.store.Database());

@@ -68,7 +68,7 @@ class FirstFormat : public ListTest {
 
 TEST_F(FirstFormat, A_file_of_it_keeps_what_it_holds_and_gets_the_new_lists) {
   file_.emplace(path_, machine_);
-  EXPECT_EQ(Scalar("PRAGMA user_version"), "2");
+  EXPECT_EQ(Scalar("PRAGMA user_version"), "3");
   EXPECT_EQ(file_->GetConditions().dialog, DialogState::Open);
   EXPECT_EQ(file_->Summary().options.hostVersion, 12);
   const auto customers = QueryOf("Customer");
