@@ -20,7 +20,7 @@ std::optional<std::int64_t> ReadTime(pugi::xml_node parent, std::string_view nam
   if (!time) return std::nullopt;
   auto local = time->local;
   if (bound == Bound::Upper && messages::ParseDateText(text)) local = EndOfDay(local);
-  return FromStandardTime(local, clock);
+  return FromWallClock(local, bound == Bound::Lower ? Occurrence::First : Occurrence::Last, clock);
 }
 
 std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query) {
