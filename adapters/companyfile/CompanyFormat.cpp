@@ -68,6 +68,7 @@ constexpr std::array kSteps = {
     Step{.format = 2, .script = kListsOfSecondFormat},
     Step{.format = 2, .script = TxnStore::kSchema},
     Step{.format = 3, .script = MessageSetStore::kSchema},
+    Step{.format = 3, .script = TxnStore::kRefNumberSchema},
 };
 
 std::int64_t Pragma(SqliteDatabase& database, std::string_view statement) {

@@ -9,10 +9,14 @@
 
 namespace twqb::company {
 
+// Between two sentences of a message stand two blanks, as QuickBooks writes them.
 struct Status {
   int code = 0;
   std::string message = "Status OK";
 };
+
+// An element as a message says it: "InvoiceLine" is an "invoice line", "ListID" a "list id".
+[[nodiscard]] std::string SpokenName(std::string_view element);
 
 // "Info" up to 499, "Warn" up to 999, "Error" above.
 [[nodiscard]] std::string_view Severity(const Status& status);
@@ -32,7 +36,7 @@ namespace status {
 [[nodiscard]] Status ReversedDates(std::string_view from, std::string_view to);
 [[nodiscard]] Status ReversedNames(std::string_view from, std::string_view to);
 // 3090
-[[nodiscard]] Status ColonInName(std::string_view name);
+[[nodiscard]] Status ColonInName(std::string_view name, std::string_view kind);
 // 3100
 [[nodiscard]] Status NameInUse(std::string_view name);
 // 3120
@@ -78,6 +82,6 @@ namespace status {
 
 }  // namespace status
 
-inline constexpr std::string_view kNoSuchRecord = "Invalid argument. The specified record does not exist in the list.";
+inline constexpr std::string_view kNoSuchRecord = "Invalid argument.  The specified record does not exist in the list.";
 
 }  // namespace twqb::company

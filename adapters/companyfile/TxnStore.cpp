@@ -142,6 +142,26 @@ class TxnStatement {
 
 }  // namespace
 
+std::string TxnStore::LastRefNumber(std::string_view sequence) {
+  auto rows = database_.Query("SELECT last FROM ref_number WHERE sequence = ?", {sequence});
+  return rows.Next() ? rows.Text(0) : std::string{};
+}
+
+void TxnStore::NoteRefNumber(std::string_view sequence, std::string_view refNumber) {
+  database_.Execute("INSERT OR REPLACE INTO ref_number VALUES (?, ?)", {sequence, refNumber});
+}
+
+Currency TxnStore::OpenCredit(std::string_view entityId) {
+  Currency credit;
+  for (const auto& kind : TxnKinds()) {
+    if (kind.settlement != Settlement::Credit) continue;
+    auto rows = database_.Query("SELECT sum(open) FROM txn WHERE entity_id = ? AND kind = ? AND open <> 0 AND posted",
+                                {entityId, kind.name});
+    if (rows.Next()) credit = credit + Currency::FromTenThousandths(rows.Integer(0));
+  }
+  return credit;
+}
+
 std::int64_t TxnStore::NewNumber() {
   auto rows = database_.Query("UPDATE counter SET next = next + 1 WHERE name = 'txn_number' RETURNING next - 1");
   if (!rows.Next()) Raise(kUnexpected, "It has no counter.");

@@ -323,12 +323,12 @@ INSTANTIATE_TEST_SUITE_P(
         Told{"Empty_amount", AddRequest("<Name>Acme</Name><CreditLimit></CreditLimit>"), 3040,
              "There was an error when converting the amount \"\" in the field \"CreditLimit\"."},
         Told{"Identifier_that_is_none", QueryRequest("<ListID>Acme</ListID>"), 3000,
-             "The given object ID \"Acme\" in the field \"ListID\" is invalid."},
+             "The given object ID \"Acme\" in the field \"list id\" is invalid."},
         Told{"Identifier_in_lower_case", QueryRequest("<ListID>8000000a-1204731000</ListID>"), 3000,
-             "The given object ID \"8000000a-1204731000\" in the field \"ListID\" is invalid."},
+             "The given object ID \"8000000a-1204731000\" in the field \"list id\" is invalid."},
         Told{"Identifier_that_is_none_in_a_reference",
              AddRequest("<Name>Acme</Name><ParentRef><ListID>x</ListID></ParentRef>"), 3000,
-             "The given object ID \"x\" in the field \"ListID\" is invalid."},
+             "The given object ID \"x\" in the field \"list id\" is invalid."},
         Told{"Filter_without_its_name",
              QueryRequest("<NameFilter><MatchCriterion>Contains</MatchCriterion></NameFilter>"), 3150,
              "There is a missing element: \"Name\"."}),
@@ -343,7 +343,8 @@ TEST_P(RefusedReference, To_a_list_that_the_file_does_not_hold_is_invalid) {
   };
   const auto expected = [list = std::string(list)](const std::string& value) {
     return "There is an invalid reference to QuickBooks " + list + " \"" + value +
-           "\" in the Customer. QuickBooks error message: Invalid argument. The specified record does not exist in the "
+           "\" in the Customer.  QuickBooks error message: Invalid argument.  The specified record does not exist in "
+           "the "
            "list.";
   };
   const auto byName = Add(field("<FullName>X</FullName>"));

@@ -2,8 +2,8 @@
 // both readings of what is not settled.
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
+#include "FileSql.h"
 #include "ListTest.h"
 #include "adapters/companyfile/CompanyTransport.h"
 
@@ -49,12 +49,6 @@ class Recovery : public ListTest {
   std::vector<std::string> Customers() {
     const auto answer = QueryOf("Customer", "<ActiveStatus>All</ActiveStatus>");
     return answer.code == 1 ? std::vector<std::string>{} : answer.All("Name");
-  }
-  void RunSql(const std::string& sql) {
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
-    sqlite3_close(database);
   }
   void Lenient() { Set("recovery", "lenient"); }
 
@@ -348,21 +342,21 @@ TEST_F(Recovery, Strictly_the_first_versions_have_no_such_attributes_and_lenient
 }
 
 TEST_F(Recovery, Strictly_work_is_done_though_its_answer_can_not_be_stored) {
-  RunSql("CREATE TRIGGER full BEFORE INSERT ON message_set BEGIN SELECT RAISE(ABORT, 'full'); END");
+  RunSql(path_, "CREATE TRIGGER full BEFORE INSERT ON message_set BEGIN SELECT RAISE(ABORT, 'full'); END");
   EXPECT_EQ(SendSet(SetDocument(New("X"), acme_)), "9005");
   EXPECT_EQ(newId_, "X");
   EXPECT_THAT(answers_, IsEmpty());
   EXPECT_THAT(Customers(), ElementsAre("Acme"));
-  RunSql("DROP TRIGGER full");
+  RunSql(path_, "DROP TRIGGER full");
   EXPECT_EQ(SendSet(Check("X")), "9002") << "which is why it tells that the set may have run";
 }
 
 TEST_F(Recovery, Leniently_work_and_answer_are_stored_together_or_not_at_all) {
   Lenient();
-  RunSql("CREATE TRIGGER full BEFORE INSERT ON message_set BEGIN SELECT RAISE(ABORT, 'full'); END");
+  RunSql(path_, "CREATE TRIGGER full BEFORE INSERT ON message_set BEGIN SELECT RAISE(ABORT, 'full'); END");
   EXPECT_EQ(RefusalOf(SetDocument(New("X"), acme_)), kStorageFailed);
   EXPECT_THAT(Customers(), IsEmpty());
-  RunSql("DROP TRIGGER full");
+  RunSql(path_, "DROP TRIGGER full");
   EXPECT_EQ(SendSet(Check("X")), "600");
 }
 

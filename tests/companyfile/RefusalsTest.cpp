@@ -84,11 +84,12 @@ INSTANTIATE_TEST_SUITE_P(
                          "<InvoiceQueryRq><RefNumberRangeFilter><FromRefNumber>10</FromRefNumber>"
                          "<ToRefNumber>9</ToRefNumber></RefNumberRangeFilter></InvoiceQueryRq>",
                          3031, "Invalid name range: \"10\" comes after \"9\"."},
-                    Told{"Limit_of_none", QueryRequest("<MaxReturned>0</MaxReturned>"), 3210,
-                         "The \"MaxReturned\" field has an invalid value \"0\". QuickBooks error message: It must be 1 "
-                         "or more."},
+                    Told{
+                        "Limit_of_none", QueryRequest("<MaxReturned>0</MaxReturned>"), 3210,
+                        "The \"MaxReturned\" field has an invalid value \"0\".  QuickBooks error message: It must be 1 "
+                        "or more."},
                     Told{"Limit_below_none", QueryRequest("<MaxReturned>-1</MaxReturned>"), 3210,
-                         "The \"MaxReturned\" field has an invalid value \"-1\". QuickBooks error message: It must be "
+                         "The \"MaxReturned\" field has an invalid value \"-1\".  QuickBooks error message: It must be "
                          "1 or more."}),
     [](const auto& test) { return std::string(test.param.name); });
 
