@@ -136,7 +136,7 @@ bool HasOnePlace(const Place& place) {
   return true;
 }
 
-std::vector<Break> BreaksOf(const Place& place, const Form& form) {
+std::vector<Break> BreaksOf(const Place& place) {
   const auto& row = *place.back();
   std::vector<Break> breaks;
   const auto add = [&](std::string what, int status, void (*apply)(pugi::xml_node, const Element&)) {
@@ -173,7 +173,6 @@ std::vector<Break> BreaksOf(const Place& place, const Form& form) {
   if (standsAlone && !row.optional) {
     add("missing", 3150, [](pugi::xml_node element, const Element&) { element.parent().remove_child(element); });
   }
-  static_cast<void>(form);
   return breaks;
 }
 
@@ -234,7 +233,7 @@ TEST_P(MessageSweep, Each_way_to_break_an_element_is_told_as_it_is_published_and
         EXPECT_EQ(StatusOf(document), expected) << place.back()->name << ": " << what << "\n" << document;
         ++broken_;
       };
-      for (const auto& way : BreaksOf(place, form)) {
+      for (const auto& way : BreaksOf(place)) {
         try_(way.what, way.status, [&](pugi::xml_node element) {
           way.apply(element, *place.back());
           return true;
