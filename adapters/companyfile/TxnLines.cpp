@@ -57,16 +57,6 @@ std::optional<Currency> ReadMoney(pugi::xml_node parent, const char* name) {
 
 }  // namespace
 
-std::string SpokenName(std::string_view element) {
-  std::string spoken;
-  for (const char c : element) {
-    const bool upper = c >= 'A' && c <= 'Z';
-    if (upper && !spoken.empty()) spoken += ' ';
-    spoken += upper ? static_cast<char>(c + ('a' - 'A')) : c;
-  }
-  return spoken;
-}
-
 bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef) {
   const auto code = FindReferenced(store, taxCodeRef, {});
   if (!code) return false;

@@ -21,7 +21,7 @@ enum class TwinRule : std::uint8_t {
 struct ConflictCase {
   Direction direction = Direction::Send;
   TwinRule rule = TwinRule::NewerWins;
-  Date quickBooksTime;                            // TimeModified as QuickBooks wrote it: standard time
+  Date quickBooksTime;                            // TimeModified, as standard time
   TimeZoneState clock = TimeZoneState::Standard;  // of the machine at the moment of the transfer
   Date billingTime;                               // local time, as GetTWDateOfUpdation gives it
 };

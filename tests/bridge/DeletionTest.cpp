@@ -24,7 +24,7 @@ Texts BoxesAfterQuestion(const DeletionHouse& house) {
 
 std::string NotFoundText(std::string_view id) {
   return RefusalText("Object \"" + std::string(id) +
-                         "\" specified in the request cannot be found. QuickBooks error message: Invalid argument. The "
+                         "\" specified in the request cannot be found.  QuickBooks error message: Invalid argument.  The "
                          "specified record does not exist in the list.",
                      3120, "Error");
 }

@@ -103,6 +103,25 @@ TEST_F(Company, Show_counts_every_kind_and_sums_the_balances) {
                     testing::ContainsRegex("\nInvoice +0\n"), testing::ContainsRegex("\nAccount +[0-9]+\n")));
 }
 
+// The lines between the fences of the first block of shell below that heading.
+std::string DocumentedLines(const std::string& document, const std::string& heading) {
+  constexpr std::string_view kFence = "```sh\n";
+  const auto text = ReadWholeFile(TWQB_SOURCE_DIR "/docs/" + document);
+  const auto begin = text.find(kFence, text.find("## " + heading)) + kFence.size();
+  return text.substr(begin, text.find("```", begin) - begin);
+}
+
+TEST(CompanyDocumentation, The_five_lines_for_a_program_of_one_s_own_work_as_they_stand) {
+  const auto lines = DocumentedLines("company-file.md", "Your own program against it");
+  EXPECT_EQ(std::ranges::count(lines, '\n'), 5);
+  const TemporaryFolder folder;
+  const auto program = std::filesystem::path(TWQB_PROGRAM).parent_path().string();
+  const auto ended =
+      RunProcess({"/bin/sh", "-c", "set -e\nPATH=\"" + program + ":$PATH\"\n" + lines}, {.folder = folder.Path()});
+  EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+  EXPECT_THAT(ended.output, HasSubstr("<CustomerAddRs requestID=\"1\" statusCode=\"0\""));
+}
+
 TEST_F(Company, The_clock_stamps_the_records) {
   EXPECT_THAT(folder_.Done({"company", "run", "-", "--clock", "2008-03-05T10:00:00", "--bias", "300"}, {.input = kAdd}),
               HasSubstr("<TimeCreated>2008-03-05T10:00:00-05:00</TimeCreated>"));

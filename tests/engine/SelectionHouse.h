@@ -36,6 +36,9 @@ class SelectionMachine : public ForwardingMachine {
  public:
   SelectionMachine(Machine& inner, const TimeZoneInformation& inZone) : ForwardingMachine(inner), zone(inZone) {}
   TimeZoneInformation GetTimeZoneInformation() override { return zone; }
+  int DaylightMinutes(Date /*standardTime*/) override {
+    return zone.state == TimeZoneState::Daylight ? -zone.daylightBias : 0;
+  }
   std::string GetPrivateProfileString(std::string_view section, std::string_view key, std::string_view fallback,
                                       int /*size*/, std::string_view /*file*/) override {
     const auto found = settings.find(std::string(section) + "/" + std::string(key));

@@ -239,7 +239,7 @@ TEST(ExpenseCodeSend, An_account_that_QuickBooks_lacks_ends_the_table_behind_its
   const auto& box = house.desk.Boxes()[0].box;
   EXPECT_EQ(box.text,
             "Invalid Reference.\r\n\r\nQuickBooks has reported the following error: -\r\nThere is an invalid reference "
-            "to QuickBooks ExpenseAccount \"Missing\" in the ItemOtherCharge. QuickBooks error message: Invalid "
+            "to QuickBooks ExpenseAccount \"Missing\" in the ItemOtherCharge.  QuickBooks error message: Invalid "
             "argument. The specified record does not exist in the list.\r\n(Error Code = 3140\r\nSeverity: "
             "Error)\r\n\r\nSuggestion: -\r\nIf this table needs an account, please choose a valid account from the\r\n"
             "Sync Settings in Tallywick.");
