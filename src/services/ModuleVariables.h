@@ -20,9 +20,9 @@ class QBSessionManager;
 // ask whether it is set count it as set.
 enum class TableOk : std::int16_t { False = 0, True = -1, GoOn = 2 };
 
-// The progress form: its controls, and when it was loaded.
+// The progress form: what it tells, and when it was loaded.
 struct MsgForm {
-  MsgFormState controls;
+  MsgFormState state;
   Date startTime;
 };
 
