@@ -17,6 +17,7 @@
 
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/system/SystemMachine.h"
+#include "platform/desk.h"
 #include "tests/golden/Expectation.h"
 #include "tests/golden/LibraryHost.h"
 #include "tests/support/PlainVendors.h"
@@ -188,7 +189,11 @@ class ScenarioRun {
   }
   void Call(const std::string& rest, const std::string& line) {
     if (!host_) throw std::runtime_error("no object to call: " + line);
-    host_->Call(Words(InFolder(rest)));
+    try {
+      host_->Call(Words(InFolder(rest)));
+    } catch (const DeskGaveUp& unanswered) {
+      throw std::runtime_error(line + "\n" + unanswered.question());
+    }
     TakeHostsRecord();
   }
   void Release(const std::string& /*rest*/, const std::string& line) {
@@ -223,6 +228,9 @@ class ScenarioRun {
     answers_.clear();
     faults_.clear();
     const auto result = Twqb(arguments);
+    // A False is an end to record; a question without an answer, and what can't be run at all, are faults of the steps.
+    constexpr int kFailed = 1;
+    if (result.exitStatus < 0 || result.exitStatus > kFailed) throw std::runtime_error(line + "\n" + result.errors);
     screen_ = result.errors;
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}, {"exit", result.exitStatus}});
     RecordRun(ReadWholeFile(transcript));

@@ -43,7 +43,8 @@
 
 namespace twqb {
 
-// Runs the scenario of a folder in a temporary folder; the record, one JSON object a line.
+// Runs the scenario of a folder in a temporary folder; the record, one JSON object a line. Throws std::runtime_error
+// with the step and its trouble for one that can't be taken, and for a question without an answer, which it names.
 [[nodiscard]] std::string RunScenario(const std::string& folder);
 
 }  // namespace twqb

@@ -5,6 +5,7 @@
 
 #include "adapters/scripted/ScriptedDesk.h"
 #include "platform/MsgFormTexts.h"
+#include "tests/support/GivenUp.h"
 
 namespace twqb {
 namespace {
@@ -29,17 +30,6 @@ constexpr std::chrono::seconds kTimeLeft{3};
 
 MsgFormState Progress(std::optional<Position> position) {
   return {.action = "Sending Clients to QuickBooks...", .position = position};
-}
-
-// The question named by the desk that gave up in `ask`; empty when it did not.
-template <typename Ask>
-std::string GivenUpAt(Ask ask) {
-  try {
-    ask();
-  } catch (const DeskGaveUp& gaveUp) {
-    return gaveUp.question();
-  }
-  return {};
 }
 
 TEST(ScriptedDesk, Questions_take_the_answers_in_their_order) {
