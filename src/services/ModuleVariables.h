@@ -25,9 +25,9 @@ struct Table;
 using GetTableRoutine = bool (*)(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
                                  ado::Connection* connection);
 
-// The progress form: its controls, and when it was loaded.
+// The progress form: what it tells, and when it was loaded.
 struct MsgForm {
-  MsgFormState controls;
+  MsgFormState state;
   Date startTime;
 };
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "engine/RecordReader.h"
+#include "platform/MsgFormTexts.h"
 #include "tests/engine/SpiedHouse.h"
 #include "tests/support/TablesByNumber.h"
 #include "twqb/enTables.h"
@@ -80,8 +81,8 @@ class ReaderHouse : public SpiedHouse {
   [[nodiscard]] std::vector<std::string> PositionsUnder(std::string_view text) const {
     std::vector<std::string> positions;
     for (const auto& event : desk.FormEvents()) {
-      const auto position = event.state.txtProg.substr(0, event.state.txtProg.find(' '));
-      if (event.state.lblItem == text && event.kind == FormEventKind::Update &&
+      const auto position = CountText(event.state.position.value());
+      if (event.state.action == text && event.kind == FormEventKind::Update &&
           (positions.empty() || positions.back() != position)) {
         positions.push_back(position);
       }

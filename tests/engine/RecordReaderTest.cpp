@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/MsgFormTexts.h"
 #include "tests/engine/ReaderHouse.h"
 #include "tests/support/TablesByNumber.h"
 
@@ -236,8 +237,8 @@ TEST(ClientReader, A_whole_table_shows_that_it_may_take_a_while_at_eight_of_ten)
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.FormTexts(), std::vector<std::string>{"Reading ...Customers(may take some time)"});
-  EXPECT_EQ(house.desk.FormEvents().back().state.pbconv, 80);
-  EXPECT_TRUE(house.desk.FormEvents().back().state.txtProg.starts_with("8/10"));
+  EXPECT_EQ(house.desk.FormEvents().back().state.percent, 80);
+  EXPECT_EQ(CountText(house.desk.FormEvents().back().state.position.value()), "8/10");
 }
 
 TEST(ClientReader, Two_records_show_no_reading_text) {

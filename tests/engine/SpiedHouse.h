@@ -176,7 +176,7 @@ class SpiedHouse : public TestHouse {
   [[nodiscard]] std::vector<std::string> FormTexts() const {
     std::vector<std::string> texts;
     for (const auto& event : desk.FormEvents()) {
-      if (event.kind == FormEventKind::Show) texts.push_back(event.state.lblItem);
+      if (event.kind == FormEventKind::Show) texts.push_back(event.state.action);
     }
     return texts;
   }

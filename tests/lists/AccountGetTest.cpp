@@ -240,7 +240,7 @@ TEST(AccountGet, One_account_alone_shows_the_form_with_its_full_name) {
   house.AddAccount("Travel");
   house.Get();
   EXPECT_EQ(house.FormTexts(), Texts{"Getting Accounts from QuickBooks..."});
-  EXPECT_EQ(house.desk.FormEvents().back().state.Text1, "Travel");
+  EXPECT_EQ(house.desk.FormEvents().back().state.record, "Travel");
 }
 
 TEST(AccountGet, A_dependent_run_shows_no_form_and_takes_no_notice_of_a_cancel) {

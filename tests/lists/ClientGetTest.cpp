@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/MsgFormTexts.h"
 #include "services/Database.h"
 #include "tests/lists/ClientsHouse.h"
 
@@ -189,8 +190,8 @@ TEST(ClientGet, From_two_records_on_the_form_shows_the_full_names_and_stays_for_
   house.Get();
   EXPECT_EQ(house.FormTexts(), Texts{"Getting Clients from QuickBooks..."});
   ASSERT_TRUE(house.desk.Form());
-  EXPECT_EQ(house.desk.Form()->Text1, "B");
-  EXPECT_TRUE(house.desk.Form()->txtProg.starts_with("2/2"));
+  EXPECT_EQ(house.desk.Form()->record, "B");
+  EXPECT_EQ(CountText(house.desk.Form()->position.value()), "2/2");
 }
 
 TEST(ClientGet, One_record_alone_or_no_progress_bar_shows_no_form) {

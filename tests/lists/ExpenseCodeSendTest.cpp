@@ -64,7 +64,7 @@ TEST(ExpenseCodeSend, The_form_shows_the_description) {
   house.Send();
   EXPECT_EQ(house.FormTexts(), Texts{"Sending Expense Items to QuickBooks..."});
   Texts shown;
-  for (const auto& event : house.desk.FormEvents()) shown.push_back(event.state.Text1);
+  for (const auto& event : house.desk.FormEvents()) shown.push_back(event.state.record);
   EXPECT_NE(std::ranges::find(shown, "Air fares"), shown.end());
   EXPECT_EQ(std::ranges::find(shown, "TRAVEL:AIR"), shown.end());
 }
