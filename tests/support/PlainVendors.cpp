@@ -76,7 +76,8 @@ std::span<const Table* const> TwoTables() {
       }
       all.push_back(*table);
       if (table->number == enClients) continue;
-      all.back().send = nullptr;
+      // Sending estimates is a regular run that does nothing, and stays one.
+      if (table->number != enEstimates) all.back().send = nullptr;
       all.back().get = nullptr;
     }
     return all;
