@@ -8,6 +8,7 @@
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
 #include "messages/ValueFormat.h"
+#include "platform/PlatformError.h"
 
 namespace twqb::company {
 
@@ -209,7 +210,9 @@ void TxnLines::ReadGroupLine(pugi::xml_node given, const TxnLineKind& kind) {
     SetLeaf(line, "IsPrintItemsInGroup", messages::BoolText(print));
   }
   Currency total;
-  const auto& memberRow = RowOf(*std::ranges::find(context_.kind.lines, LineRole::Item, &TxnLineKind::role));
+  const auto members = std::ranges::find(context_.kind.lines, LineRole::Item, &TxnLineKind::role);
+  if (members == context_.kind.lines.end()) throw PlatformError(error::kNameUnknown);  // groups without items
+  const auto& memberRow = RowOf(*members);
   for (const auto part : body.children("ItemGroupLine")) {
     const auto member = Copy(line, part, memberRow, referrer);
     const auto item = ReadItem(ChildElement(member, "ItemRef"), referrer);

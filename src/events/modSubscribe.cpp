@@ -48,11 +48,11 @@ std::string RefusalsIn(const MsgSetResponse& answer, std::int32_t accepted) {
   std::string text;
   for (std::size_t i = 0; i < answer.Count(); ++i) {
     const auto& response = answer.GetAt(i);
-    const auto status = response.StatusCode();
-    if (status == 0 || status == accepted) continue;
+    const auto code = response.StatusCode();
+    if (code == status::kOk || code == accepted) continue;
     text +=
         fmt::format("Request Number {} :-\r\nStatus Code = {}\r\nStatus Message = {}\r\nStatus Severity = {}\r\n\r\n",
-                    i + 1, status, response.StatusMessage(), response.StatusSeverity());
+                    i + 1, code, response.StatusMessage(), response.StatusSeverity());
   }
   return text;
 }
@@ -121,9 +121,9 @@ bool IsSubscribed() {
     set.Append("SubscriptionQueryRq")["SubscriberID"].SetValue(kSubscriberId);
     const auto answer = SendSubscriptionSet(session, set);
     const auto& response = answer.GetAt(0);
-    const auto status = response.StatusCode();
-    if (status != 0 && status != 1) ShowQBError(response);
-    return status == 0;
+    const auto code = response.StatusCode();
+    if (code != status::kOk && code != status::kFoundNothing) ShowQBError(response);
+    return code == status::kOk;
   });
 }
 

@@ -401,7 +401,7 @@ bool GetParentProjectForTW(std::string& parentProjectID, std::string_view fullNa
   messageSet.Append("CustomerQueryRq")["ORCustomerListQuery"]["FullNameList"].Add(parent);
   const auto answer = session.DoRequests(messageSet);
   const auto& response = answer.GetAt(0);
-  if (response.StatusCode() != 0 || response.DetailCount() == 0) return false;
+  if (response.StatusCode() != status::kOk || response.DetailCount() == 0) return false;
   const auto record = response.Detail();
   const auto listId = record["ListID"].GetValue();
   const auto lookup = fmt::format("SELECT ProjectID FROM Project WHERE QBLInkID = '{}';", listId);

@@ -51,7 +51,11 @@ bool IsChosen(std::string_view key) {
   return LeadingNumber(value) > 0;
 }
 
-double NumberOf(const Value& value) { return TextToNumber(ToText(value)); }
+// A double as it is: its text would round it, and an entry could lose a minute.
+double NumberOf(const Value& value) {
+  const auto* number = std::get_if<double>(&value);
+  return number == nullptr ? TextToNumber(ToText(value)) : *number;
+}
 
 bool Prepare(QBSessionManager& session) {
   // The first version has no payroll items.
