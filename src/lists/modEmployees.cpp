@@ -7,10 +7,9 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "lists/EmployeeNumbers.h"
-#include "messages/StatusCodes.h"
+#include "lists/EmployeeRefusals.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
@@ -109,14 +108,8 @@ constexpr std::array kGetStreetsBelowName = {
 constexpr std::string_view kUnknownName = "Missing Data";  // stands in BillingDb for a name that nobody gave
 // The forms of the countries have one of these each; the others stay off the wire and out of answers.
 constexpr std::array<std::string_view, 3> kStateFields = {"State", "Province", "County"};
-constexpr std::string_view kNoState = "None";  // stands in QuickBooks for a missing state
 
-std::string FileCountry() { return UpperCase(Vars().g_QBCountry); }
 bool KnowsMobiles() { return FileCountry() != "CA" && FileCountry() != "UK"; }
-
-std::string_view AddressField(IsVendor isVendor) {
-  return isVendor == IsVendor::Yes ? "VendorAddress" : "EmployeeAddress";
-}
 
 std::string JoinNames(std::initializer_list<std::string> parts) {
   std::string joined;
@@ -211,61 +204,6 @@ void AssignOfVendor(const RequestField& request, const ado::Recordset& row, Requ
   if (kind == RequestKind::Add) SendFields(request, row, kSendVendorDate);
   SendFields(request, row, kSendCompany);
   if (Vars().g_QBMajorVer >= 3) SendFields(request, row, kSendTaxNumber);
-}
-
-// As about any refusal that the rows leave to the user.
-Refusal AskAbout(const RefusedRequest& refused) {
-  return refused.kind == RequestKind::Mod ? Refusal::AskInItsOwnBox : Refusal::AskInTheBox;
-}
-
-// Takes the state or province, which QuickBooks does not know, off the request. Once: what is refused again then is
-// logged where the company is Canadian under another edition, and the user's to decide elsewhere.
-Refusal MendState(const RefusedRequest& refused, IsVendor isVendor) {
-  const auto address = refused.request[AddressField(isVendor)];
-  const bool first = refused.resends == 0;
-  if (FileCountry() == "CA") {
-    if (first) address["Province"].SetValue(kNoState);
-  } else if (UpperCase(Vars().g_HostCountry) == "CA") {
-    if (!first) {
-      WriteLog(
-          fmt::format("The QB Record of the employee or vendor, ''{}...'' Could not be modified. The State or "
-                      "Province field value is incorrect or blank.",
-                      refused.record.countedName));
-      return Refusal::PassOver;
-    }
-    address["State"].Unset();
-  } else if (first) {
-    address["State"].SetValue(kNoState);
-  }
-  return first ? Refusal::SendAgain : AskAbout(refused);
-}
-
-bool IsAboutState(const Response& response) {
-  const auto message = UpperCase(response.StatusMessage());
-  return message.find("PROVINCE") != std::string::npos || message.find("STATE") != std::string::npos;
-}
-
-std::vector<std::string> UnsentPayments(const RefusedRequest& refused) {
-  return {fmt::format("The QB Record of the vendor, ''{}...'' Could not be modified.", refused.record.countedName),
-          "There may be unsent online banking payments for this vendor. The information of this vendor can't be "
-          "modified while you have unsent transactions"};
-}
-
-MessageBox MissingPermission(const RefusedRequest& refused) {
-  return {.text = fmt::format("QuickBooks has reported the following error: -\r\n{}\r\n\r\n"
-                              "Please open the company file in QuickBooks and using the "
-                              "\"Integrated Applications\"\r\n"
-                              "option [Company|Modify Service Access...]\r\n"
-                              "Allow this application to automatically logon and access Social "
-                              "Security Numbers",
-                              refused.response.StatusMessage()),
-          .title = "Error"};
-}
-
-template <IsVendor isVendor>
-Refusal SettleInvalidField(const RefusedRequest& refused) {
-  if (IsAboutState(refused.response)) return MendState(refused, isVendor);
-  return AskAbout(refused);
 }
 
 template <IsVendor isVendor>
@@ -372,22 +310,6 @@ void WriteOthers(ado::Recordset& row, const Record& record) {
 }
 
 // --- Description -----------------------------------------------------------------------------------------------------
-
-constexpr StatusRule kNextName = {.status = status::kNameInUse, .then = Refusal::TryNextName};
-constexpr StatusRule kNoPermission = {
-    .status = status::kPersonalDataWithheld, .then = Refusal::EndTable, .box = MissingPermission};
-
-constexpr std::array kEmployeeRules = {
-    kNextName,
-    StatusRule{.status = status::kInvalidField, .decide = SettleInvalidField<IsVendor::No>},
-    kNoPermission,
-};
-constexpr std::array kVendorRules = {
-    kNextName,
-    StatusRule{.status = status::kCannotModify, .on = OnRequest::Mod, .log = UnsentPayments},
-    StatusRule{.status = status::kInvalidField, .decide = SettleInvalidField<IsVendor::Yes>},
-    kNoPermission,
-};
 
 constexpr ListTable kEmployees = {
     .tableName = "Employee",
