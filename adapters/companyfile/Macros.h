@@ -20,10 +20,7 @@ inline constexpr const char* kUsesMacro = "useMacro";
 // out.
 inline constexpr const char* kUnknownIdentity = "0-0";
 
-// Whether elements of that name may define a macro, or may use one in the request of `message`, where messages know
-// macros at all.
-[[nodiscard]] bool DefinesMacros(std::string_view element);
-[[nodiscard]] bool UsesMacros(const messages::Message& message, std::string_view element);
+// Whether messages of that form know macros; which elements carry them, the message table tells.
 [[nodiscard]] bool KnowsMacros(const messages::Form& form);
 
 // The macros of a session.

@@ -54,25 +54,26 @@ void JoinText(pugi::xml_node leaf) {
   leaf.append_child(pugi::node_pcdata).set_value(text.c_str());
 }
 
-// An element has no attributes beside those of macros, where it can have them.
-void CheckAttributes(pugi::xml_node element, const messages::Message& message, const messages::Form& form) {
+// An element has no attributes beside those of macros, where its row (nullptr: it has none) knows them.
+void CheckAttributes(pugi::xml_node element, const messages::Element* row, const messages::Form& form) {
   for (const auto attribute : element.attributes()) {
     const std::string_view name = attribute.name();
-    const bool defines = name == kDefinesMacro && DefinesMacros(element.name());
-    const bool uses = name == kUsesMacro && UsesMacros(message, element.name()) && !element.first_child();
-    if ((!defines && !uses) || !KnowsMacros(form) || IsBlank(attribute.value())) {
+    const bool isKnown = row != nullptr && row->attribute == name && KnowsMacros(form);
+    const bool uses = name == kUsesMacro;
+    if (!isKnown || IsBlank(attribute.value()) || (uses && element.first_child())) {
       RefuseDocument(fmt::format("The element {} has an attribute {}.", element.name(), name));
     }
     if (uses) element.text().set(kUnknownIdentity);
   }
 }
 
-void TidyContent(pugi::xml_node node, const messages::Message& message, const messages::Form& form) {
+void TidyContent(pugi::xml_node node, std::span<const messages::Element> rows, const messages::Form& form) {
   for (auto child : node.children()) {
     if (!IsElement(child)) continue;
-    CheckAttributes(child, message, form);
+    const auto* row = FindRow(rows, child.name());
+    CheckAttributes(child, row, form);
     if (HasElements(child)) {
-      TidyContent(child, message, form);
+      TidyContent(child, row == nullptr ? std::span<const messages::Element>{} : row->Children(), form);
     } else {
       JoinText(child);
     }
@@ -264,7 +265,7 @@ void RequestSet::ReadRequest(pugi::xml_node node) {
 
 void RequestSet::CheckContent(Request& request) const {
   const auto& message = *request.message;
-  TidyContent(request.node, message, form_);
+  TidyContent(request.node, message.request, form_);
   for (auto& problem : messages::Validate(request.node, message.request, form_)) {
     if (!IsToldByStatus(problem)) {
       RefuseDocument(
