@@ -49,12 +49,10 @@ function(twqb_tests folder)
     endif()
   endforeach()
   add_executable(test_${folder} ${sources})
-  target_link_libraries(test_${folder} PRIVATE twqb_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
-  if(NOT MSVC)
-    # What is tested is optimised; the tests themselves only take longer to compile.
-    target_compile_options(test_${folder} PRIVATE -O0 -g1)
-  endif()
-  target_compile_definitions(test_${folder} PRIVATE TWQB_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_link_libraries(test_${folder} PRIVATE twqb_testoptions ${ARG_LINK} GTest::gtest_main)
+  target_precompile_headers(test_${folder} REUSE_FROM twqb_testheaders)
+  set_target_properties(test_${folder} PROPERTIES POSITION_INDEPENDENT_CODE OFF
+    RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES PROPERTIES TIMEOUT 300
     ENVIRONMENT "${TWQB_TEST_ENVIRONMENT}")
 endfunction()
