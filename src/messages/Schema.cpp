@@ -2,11 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
-#include <vector>
 
-#include "messages/Tables.h"
 #include "platform/Text.h"
 
 namespace twqb::messages {
@@ -21,17 +20,6 @@ constexpr std::array kCountries = {CountryAndName{Country::US, "US"}, CountryAnd
                                    CountryAndName{Country::UK, "UK"}, CountryAndName{Country::AU, "AU"}};
 
 constexpr std::string_view kListSuffix = "List";
-
-std::vector<Message> Join() {
-  std::vector<Message> all;
-  for (const auto family :
-       {HostMessages(), AccountMessages(), CustomerMessages(), EmployeeMessages(), VendorMessages(),
-        SalesItemMessages(), OtherItemMessages(), PlainListMessages(), TimeTrackingMessages(), PurchaseMessages(),
-        SalesMessages(), PaymentMessages(), DeletionMessages(), SubscriptionMessages()}) {
-    all.insert(all.end(), family.begin(), family.end());
-  }
-  return all;
-}
 
 bool EndsWithName(std::string_view text, std::string_view suffix) {
   return text.size() > suffix.size() && SameName(text.substr(text.size() - suffix.size()), suffix);
@@ -88,17 +76,12 @@ const Element* FindChild(std::span<const Element> children, std::string_view nam
   return nullptr;
 }
 
-std::span<const Message> AllMessages() {
-  static const std::vector<Message> all = Join();
-  return all;
-}
-
 const Message* FindMessage(std::string_view name) {
   if (name.ends_with("Rq") || name.ends_with("Rs")) name.remove_suffix(2);
-  for (const auto& message : AllMessages()) {
-    if (message.name == name) return &message;
-  }
-  return nullptr;
+  const auto all = AllMessages();
+  // Lengths differ for most: a walk over so few is quicker than the search that their order would allow.
+  const auto found = std::ranges::find(all, name, &Message::name);
+  return found != all.end() ? &*found : nullptr;
 }
 
 }  // namespace twqb::messages

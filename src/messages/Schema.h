@@ -2,8 +2,8 @@
 // versions and countries.
 //
 // The request model, the wire form, the validation and the embedded company file all read this table and hold no list
-// of fields of their own. Adding a message is adding rows (see CustomerMessages.cpp). Nothing here knows what any
-// message means.
+// of fields of their own. The rows are made at build time out of the *.messages files of this folder, whose language
+// docs/messages.md tells. Nothing here knows what any message means.
 #pragma once
 
 #include <compare>
@@ -66,15 +66,29 @@ enum class Type : std::uint8_t {
   Macro,
 };
 
+// Which forms know something. Left out, all do.
+struct Availability {
+  Version since = {1, 0};
+  Version sinceInCanada = {};  // where the Canadian form came to know it later; {} is the same
+  Version until = {};          // the first version that does not know it any more; {} is never
+  Countries countries = kEverywhere;
+
+  [[nodiscard]] constexpr Version SinceIn(Country country) const {
+    return country == Country::CA && sinceInCanada != Version{} ? sinceInCanada : since;
+  }
+  [[nodiscard]] constexpr bool Covers(const Form& form) const {
+    return SinceIn(form.country) <= form.version && (until == Version{} || form.version < until) &&
+           (countries & static_cast<Countries>(form.country)) != 0;
+  }
+  friend constexpr bool operator==(const Availability&, const Availability&) = default;
+};
+
 struct EnumValue {
   std::string_view name;  // on the wire
   int number = 0;         // in the object model
-  Version since = {1, 0};
-  Countries countries = kEverywhere;
+  Availability known;
 
-  [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
-    return since <= form.version && (countries & static_cast<Countries>(form.country)) != 0;
-  }
+  [[nodiscard]] constexpr bool KnownIn(const Form& form) const { return known.Covers(form); }
 };
 
 struct Element {  // NOLINT(clang-analyzer-optin.performance.Padding): in the order in which a row is read
@@ -83,10 +97,8 @@ struct Element {  // NOLINT(clang-analyzer-optin.performance.Padding): in the or
   int maxLength = 0;  // characters; 0 is no limit
   bool optional = false;
   bool repeating = false;
-  Version since = {1, 0};
-  Version sinceInCanada = {};  // where the Canadian form came to know it later; {} is the same
-  Version until = {};          // the first version that does not know it any more; {} is never
-  Countries countries = kEverywhere;
+  std::string_view attribute;  // the one that the element may carry; empty is none
+  Availability known;
   const Element* firstChild = nullptr;
   std::size_t childCount = 0;
   const EnumValue* firstValue = nullptr;
@@ -97,43 +109,7 @@ struct Element {  // NOLINT(clang-analyzer-optin.performance.Padding): in the or
   [[nodiscard]] constexpr bool LeavesNoElement() const { return type == Type::Choice || type == Type::Step; }
   [[nodiscard]] constexpr bool HasChildren() const { return type == Type::Aggregate || LeavesNoElement(); }
   // Whether a message set of this form has the element.
-  [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
-    const auto first = form.country == Country::CA && sinceInCanada != Version{} ? sinceInCanada : since;
-    return first <= form.version && (until == Version{} || form.version < until) &&
-           (countries & static_cast<Countries>(form.country)) != 0;
-  }
-
-  // Modifiers of a row.
-  [[nodiscard]] constexpr Element Opt() const {
-    auto e = *this;
-    e.optional = true;
-    return e;
-  }
-  [[nodiscard]] constexpr Element Rep() const {
-    auto e = *this;
-    e.repeating = true;
-    return e;
-  }
-  [[nodiscard]] constexpr Element Since(int major, int minor) const {
-    auto e = *this;
-    e.since = {major, minor};
-    return e;
-  }
-  [[nodiscard]] constexpr Element SinceInCanada(int major, int minor) const {
-    auto e = *this;
-    e.sinceInCanada = {major, minor};
-    return e;
-  }
-  [[nodiscard]] constexpr Element Until(int major, int minor) const {
-    auto e = *this;
-    e.until = {major, minor};
-    return e;
-  }
-  [[nodiscard]] constexpr Element In(Countries where) const {
-    auto e = *this;
-    e.countries = where;
-    return e;
-  }
+  [[nodiscard]] constexpr bool KnownIn(const Form& form) const { return known.Covers(form); }
 };
 
 // The child of that name, without regard to case. A repeating child "X" is found as "XList" too.
@@ -145,18 +121,15 @@ struct Message {
   std::string_view name;  // without Rq and Rs: "CustomerAdd"
   std::span<const Element> request;
   std::span<const Element> response;
-  Version since = {1, 0};
+  Availability known;
   MessageSet set = MessageSet::Company;
-  Countries countries = kEverywhere;
 
-  [[nodiscard]] constexpr bool KnownIn(const Form& form) const {
-    return since <= form.version && (countries & static_cast<Countries>(form.country)) != 0;
-  }
+  [[nodiscard]] constexpr bool KnownIn(const Form& form) const { return known.Covers(form); }
   [[nodiscard]] std::string RequestName() const { return std::string(name) + "Rq"; }
   [[nodiscard]] std::string ResponseName() const { return std::string(name) + "Rs"; }
 };
 
-// Every message of the table; the order means nothing.
+// Every message of the table, in the order of the names.
 [[nodiscard]] std::span<const Message> AllMessages();
 // By the name with or without "Rq" or "Rs"; exact case. nullptr when there is none.
 [[nodiscard]] const Message* FindMessage(std::string_view name);

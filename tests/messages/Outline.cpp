@@ -49,8 +49,7 @@ std::string LengthMark(int maxLength) { return maxLength == 0 ? std::string() : 
 std::string Marks(const Element& row) { return std::string(row.optional ? "?" : "") + (row.repeating ? "*" : ""); }
 
 std::string VersionMark(const Element& row, const Form& form) {
-  const bool later = form.country == Country::CA && row.sinceInCanada != Version{};
-  const auto since = later ? row.sinceInCanada : row.since;
+  const auto since = row.known.SinceIn(form.country);
   return since == Version{1, 0} ? std::string() : fmt::format("@{}.{}", since.major, since.minor);
 }
 

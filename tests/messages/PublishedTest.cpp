@@ -8,6 +8,7 @@
 #include <set>
 
 #include "Outline.h"
+#include "messages/ValueFormat.h"
 
 namespace twqb::messages {
 namespace {
@@ -199,6 +200,19 @@ TEST(BeyondThePublished, An_overtime_wage_is_known_from_version_5_on) {
   EXPECT_NE(wageTypes(Us(5, 0)).find("|HourlyOvertime|"), std::string::npos);
 }
 
+TEST(BeyondThePublished, The_object_model_knows_wages_that_no_form_does) {
+  const auto& wages = *FindChild(FindMessage("PayrollItemWageAdd")->request.front().Children(), "WageType");
+  for (const auto* name : {"Hourly", "Salary"}) {
+    EXPECT_TRUE(IsWellFormed(wages, name)) << name;
+    for (const auto country : {Country::US, Country::CA, Country::UK, Country::AU}) {
+      for (const auto version : {Version{1, 0}, Version{3, 0}, Version{13, 0}}) {
+        const Form form = {country, version};
+        EXPECT_FALSE(IsWellFormed(wages, name, form)) << name << " in " << FormTag(form);
+      }
+    }
+  }
+}
+
 TEST(BeyondThePublished, The_British_form_has_names_of_its_own) {
   for (const auto* request : {"CustomerAddRq", "CustomerModRq", "VendorAddRq", "InvoiceAddRq", "EmployeeAddRq"}) {
     EXPECT_EQ(OutlineOfElement(request, "County", kBritish), "County?:s21") << request;
@@ -224,6 +238,40 @@ TEST(BeyondThePublished, The_British_form_refers_to_tax_codes_as_the_Canadian_on
   EXPECT_TRUE(FindMessage("TaxCodeQuery")->KnownIn(kBritish));
   EXPECT_FALSE(FindMessage("SalesTaxCodeQuery")->KnownIn(kBritish));
   EXPECT_FALSE(FindMessage("TaxCodeQuery")->KnownIn(Us(3, 0)));
+}
+
+// The paths of the elements that may carry the attribute, below requests.
+void CollectCarriers(std::span<const Element> rows, std::string_view attribute, const std::string& path,
+                     std::vector<std::string>& paths) {
+  for (const auto& row : rows) {
+    const auto here = row.LeavesNoElement() ? path : path + "/" + std::string(row.name);
+    if (row.attribute == attribute) paths.push_back(here);
+    CollectCarriers(row.Children(), attribute, here, paths);
+  }
+}
+
+TEST(BeyondThePublished, Macros_are_given_where_transactions_are_added_and_used_where_payments_are_applied) {
+  const auto carriers = [](std::string_view attribute) {
+    std::vector<std::string> paths;
+    for (const auto& message : AllMessages()) {
+      CollectCarriers(message.request, attribute, message.RequestName(), paths);
+      std::vector<std::string> answered;
+      CollectCarriers(message.response, attribute, message.ResponseName(), answered);
+      EXPECT_EQ(answered, std::vector<std::string>{}) << message.name;
+    }
+    return paths;
+  };
+  EXPECT_EQ(carriers("defMacro"),
+            (std::vector<std::string>{"BillAddRq/BillAdd", "BillAddRq/BillAdd/ExpenseLineAdd", "CheckAddRq/CheckAdd",
+                                      "CheckAddRq/CheckAdd/ExpenseLineAdd", "CreditCardChargeAddRq/CreditCardChargeAdd",
+                                      "CreditCardChargeAddRq/CreditCardChargeAdd/ExpenseLineAdd",
+                                      "CreditMemoAddRq/CreditMemoAdd",
+                                      "CreditMemoAddRq/CreditMemoAdd/CreditMemoLineAdd", "EstimateAddRq/EstimateAdd",
+                                      "InvoiceAddRq/InvoiceAdd", "InvoiceAddRq/InvoiceAdd/InvoiceLineAdd",
+                                      "ReceivePaymentAddRq/ReceivePaymentAdd", "TimeTrackingAddRq/TimeTrackingAdd"}));
+  EXPECT_EQ(carriers("useMacro"),
+            (std::vector<std::string>{"ReceivePaymentAddRq/ReceivePaymentAdd/AppliedToTxnAdd/TxnID",
+                                      "ReceivePaymentAddRq/ReceivePaymentAdd/AppliedToTxnAdd/SetCredit/CreditTxnID"}));
 }
 
 TEST(BeyondThePublished, The_query_for_a_subscription_takes_the_subscriber_and_answers_with_its_status_alone) {
