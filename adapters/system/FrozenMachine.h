@@ -8,15 +8,10 @@
 #include <cstdint>
 #include <random>
 
+#include "adapters/system/FrozenOptions.h"
 #include "adapters/system/SystemMachine.h"
 
 namespace twqb {
-
-struct FrozenOptions {
-  Date now;  // local time
-  TimeZoneInformation zone;
-  std::uint64_t seed = 0;
-};
 
 class FrozenMachine : public SystemMachine {
  public:

@@ -6,10 +6,14 @@
 // It looks for the places where these values are known to stand. It does not search for numbers that look like one.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace twqb {
+
+// Whether a transcript is written with such values replaced.
+enum class Masking : std::uint8_t { Masked, Unmasked };
 
 inline constexpr std::string_view kMasked = "***";
 

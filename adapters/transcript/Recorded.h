@@ -2,32 +2,31 @@
 #pragma once
 
 #include <exception>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
+#include "adapters/transcript/EventValue.h"
 #include "adapters/transcript/TranscriptWriter.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::transcript {
 
-using Json = nlohmann::ordered_json;
-
-[[nodiscard]] inline Json Raised(const PlatformError& failure) {
+[[nodiscard]] inline EventFields Raised(const PlatformError& failure) {
   return {{"number", HexNumber(failure.number())}, {"description", failure.description()}};
 }
 
 // A failure that has no number: a desk that gave up.
-[[nodiscard]] inline Json Raised(const std::exception& failure) {
+[[nodiscard]] inline EventFields Raised(const std::exception& failure) {
   return {{"number", nullptr}, {"description", failure.what()}};
 }
 
 // Runs `call` and writes nothing when it succeeds; when it raises, the event with "raised" behind `fields`.
 template <typename Function>
-auto RecordFailure(TranscriptWriter& writer, std::string_view kind, const Json& fields, Function call) {
-  const auto writeRaised = [&](Json raised) {
-    Json event = fields;
+auto RecordFailure(TranscriptWriter& writer, std::string_view kind, const EventFields& fields, Function call) {
+  const auto writeRaised = [&](EventFields raised) {
+    auto event = fields;
     event["raised"] = std::move(raised);
     writer.Write(kind, event);
   };
@@ -44,7 +43,7 @@ auto RecordFailure(TranscriptWriter& writer, std::string_view kind, const Json& 
 
 // Runs `call` and writes its event. `addResult(event, result)` adds what the result has to tell.
 template <typename Function, typename AddResult>
-auto Record(TranscriptWriter& writer, std::string_view kind, Json fields, Function call, AddResult addResult) {
+auto Record(TranscriptWriter& writer, std::string_view kind, EventFields fields, Function call, AddResult addResult) {
   auto result = RecordFailure(writer, kind, fields, call);
   addResult(fields, result);
   writer.Write(kind, fields);
@@ -53,12 +52,12 @@ auto Record(TranscriptWriter& writer, std::string_view kind, Json fields, Functi
 
 // The same for a call whose event tells nothing of a result.
 template <typename Function>
-auto Record(TranscriptWriter& writer, std::string_view kind, const Json& fields, Function call) {
+auto Record(TranscriptWriter& writer, std::string_view kind, const EventFields& fields, Function call) {
   if constexpr (std::is_void_v<decltype(call())>) {
     RecordFailure(writer, kind, fields, call);
     writer.Write(kind, fields);
   } else {
-    return Record(writer, kind, fields, call, [](Json&, const auto&) {});
+    return Record(writer, kind, fields, call, [](EventFields&, const auto&) {});
   }
 }
 

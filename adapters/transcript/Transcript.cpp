@@ -34,11 +34,11 @@ Platform TranscriptPlatform::Decorated() const {
           .callback = callback_.get()};
 }
 
-void TranscriptPlatform::Call(std::string_view operation, const nlohmann::ordered_json& arguments) {
+void TranscriptPlatform::Call(std::string_view operation, const EventList& arguments) {
   writer_.Write("call", {{"operation", operation}, {"arguments", arguments}});
 }
 
-void TranscriptPlatform::Return(std::string_view operation, const nlohmann::ordered_json& value) {
+void TranscriptPlatform::Return(std::string_view operation, const EventValue& value) {
   writer_.Write("return", {{"operation", operation}, {"value", value}});
 }
 

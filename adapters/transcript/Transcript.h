@@ -10,11 +10,13 @@
 #include <memory>
 #include <string_view>
 
-#include "adapters/transcript/TranscriptWriter.h"
+#include "adapters/transcript/EventValue.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
 
 namespace twqb {
+
+class TranscriptWriter;
 
 class TranscriptPlatform {
  public:
@@ -28,9 +30,9 @@ class TranscriptPlatform {
   // What the library is to be composed with; valid as long as this object.
   [[nodiscard]] Platform Decorated() const;
 
-  // The host's own events: an operation of the library begins (`arguments` an array), returns a value, or raises.
-  void Call(std::string_view operation, const nlohmann::ordered_json& arguments);
-  void Return(std::string_view operation, const nlohmann::ordered_json& value);
+  // The host's own events: an operation of the library begins, returns a value, or raises.
+  void Call(std::string_view operation, const EventList& arguments);
+  void Return(std::string_view operation, const EventValue& value);
   void Return(std::string_view operation, const PlatformError& raised);
   void Return(std::string_view operation, const DeskGaveUp& gaveUp);
 

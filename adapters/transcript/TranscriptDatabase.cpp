@@ -23,13 +23,13 @@ class TranscriptRecordset : public ForwardingRecordset {
   void AddNew() override {
     ForwardingRecordset::AddNew();
     action_ = "insert";
-    values_ = Json::object();
+    values_ = {};
   }
   void SetField(std::string_view name, Value value) override {
-    auto json = ToJson(value);
+    EventValue shown(value);
     ForwardingRecordset::SetField(name, std::move(value));
     if (action_.empty()) action_ = "update";
-    Slot(name) = std::move(json);
+    Slot(name) = std::move(shown);
   }
   void Update() override {
     if (action_.empty()) return ForwardingRecordset::Update();
@@ -43,25 +43,25 @@ class TranscriptRecordset : public ForwardingRecordset {
   }
 
  private:
-  Json& Slot(std::string_view name) {
-    for (auto& [column, value] : values_.items()) {
+  EventValue& Slot(std::string_view name) {
+    for (auto& [column, value] : values_.All()) {
       if (SameName(column, name)) return value;
     }
-    return values_[std::string(name)];
+    return values_[name];
   }
   void Forget() {
     action_.clear();
-    values_ = Json::object();
+    values_ = {};
   }
 
   std::string table_;
   TranscriptWriter& writer_;
   std::string action_;  // empty: no edit pending
-  Json values_ = Json::object();
+  EventFields values_;
 };
 
 // How many rows a fetched recordset holds. The count serves the record alone, so its failure is none of the call's.
-Json FetchedRows(const ado::Recordset& rows) {
+EventValue FetchedRows(const ado::Recordset& rows) {
   try {
     return rows.RecordCount();
   } catch (const PlatformError&) {
@@ -83,16 +83,16 @@ class TranscriptConnection : public ForwardingConnection {
     Record(writer_, "connect", {{"connectionString", connectionString_}}, [&] { ForwardingConnection::Open(); });
   }
   void Close() override {
-    Record(writer_, "disconnect", Json::object(), [&] { ForwardingConnection::Close(); });
+    Record(writer_, "disconnect", {}, [&] { ForwardingConnection::Close(); });
   }
 
   std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
     std::int64_t affected = 0;
     auto answer = Record(
         writer_, "sql", {{"text", statement}}, [&] { return ForwardingConnection::Execute(statement, &affected); },
-        [&](Json& event, const auto& recordset) {
+        [&](EventFields& event, const auto& recordset) {
           const bool fetched = recordset && recordset->State() == ado::ObjectState::Open;
-          event["rows"] = fetched ? FetchedRows(*recordset) : Json(affected);
+          event["rows"] = fetched ? FetchedRows(*recordset) : EventValue(affected);
         });
     if (rowsAffected != nullptr) *rowsAffected = affected;
     return answer;
@@ -104,7 +104,9 @@ class TranscriptConnection : public ForwardingConnection {
     auto recordset = Record(
         writer_, "sql", {{"text", statement}},
         [&] { return ForwardingConnection::OpenRecordset(statement, cursor, lock); },
-        [&](Json& event, const auto& rows) { event["rows"] = forWriting ? Json(nullptr) : FetchedRows(*rows); });
+        [&](EventFields& event, const auto& rows) {
+          event["rows"] = forWriting ? EventValue(nullptr) : FetchedRows(*rows);
+        });
     if (!forWriting) return recordset;
     return std::make_unique<TranscriptRecordset>(std::move(recordset), ado::TableOfSelect(statement), writer_);
   }

@@ -13,8 +13,8 @@ namespace {
 
 // The requests or responses of a document: the elements two steps below its root element. None for what is no XML.
 template <typename Describe>
-Json DescribeMessages(std::string_view document, Describe describe) {
-  auto list = Json::array();
+EventList DescribeMessages(std::string_view document, Describe describe) {
+  EventList list;
   pugi::xml_document parsed;
   // A document that breaks off is described as far as it goes.
   parsed.load_buffer(document.data(), document.size(), pugi::parse_default, pugi::encoding_utf8);
@@ -24,14 +24,14 @@ Json DescribeMessages(std::string_view document, Describe describe) {
   return list;
 }
 
-Json RequestNames(std::string_view document) {
-  return DescribeMessages(document, [](pugi::xml_node request) { return Json(request.name()); });
+EventList RequestNames(std::string_view document) {
+  return DescribeMessages(document, [](pugi::xml_node request) { return EventValue(request.name()); });
 }
 
-Json StatusCodes(std::string_view document) {
+EventList StatusCodes(std::string_view document) {
   return DescribeMessages(document, [](pugi::xml_node response) {
     const auto code = response.attribute("statusCode");
-    return code ? Json(code.as_int()) : Json(nullptr);
+    return code ? EventValue(code.as_int()) : EventValue(nullptr);
   });
 }
 
@@ -43,8 +43,8 @@ class TranscriptTransport : public ForwardingTransport {
   InterfaceVersion GetVersion() override {
     return Record(
         writer_, "session", Operation("GetVersion"), [&] { return ForwardingTransport::GetVersion(); },
-        [](Json& event, const InterfaceVersion& version) {
-          event["result"] = {version.major, version.minor, version.releaseLevel, version.releaseNumber};
+        [](EventFields& event, const InterfaceVersion& version) {
+          event["result"] = EventList{version.major, version.minor, version.releaseLevel, version.releaseNumber};
         });
   }
   void OpenConnection(std::string_view applicationId, std::string_view applicationName) override {
@@ -59,7 +59,7 @@ class TranscriptTransport : public ForwardingTransport {
     return Record(
         writer_, "session", Operation("GetCurrentCompanyFileName"),
         [&] { return ForwardingTransport::GetCurrentCompanyFileName(); },
-        [](Json& event, const std::string& name) { event["result"] = name; });
+        [](EventFields& event, const std::string& name) { event["result"] = name; });
   }
   void EndSession() override {
     Record(writer_, "session", Operation("EndSession"), [&] { ForwardingTransport::EndSession(); });
@@ -75,7 +75,7 @@ class TranscriptTransport : public ForwardingTransport {
     return Exchange(document, [&] { return ForwardingTransport::ProcessSubscription(document); });
   }
 
-  static Json Operation(std::string_view name, Json arguments = Json::array()) {
+  static EventFields Operation(std::string_view name, EventList arguments = {}) {
     return {{"operation", name}, {"arguments", std::move(arguments)}};
   }
 
@@ -83,7 +83,7 @@ class TranscriptTransport : public ForwardingTransport {
   template <typename Function>
   std::string Exchange(std::string_view document, Function call) {
     writer_.Write("request", {{"requests", RequestNames(document)}, {"xml", document}});
-    return Record(writer_, "response", Json::object(), call, [](Json& event, const std::string& answer) {
+    return Record(writer_, "response", {}, call, [](EventFields& event, const std::string& answer) {
       event["statuses"] = StatusCodes(answer);
       event["xml"] = answer;
     });

@@ -3,8 +3,11 @@
 
 #include <memory>
 
-#include "adapters/transcript/TranscriptWriter.h"
 #include "platform/transport.h"
+
+namespace twqb {
+class TranscriptWriter;
+}
 
 namespace twqb::transcript {
 

@@ -55,13 +55,13 @@ std::string_view Name(BoxAnswer answer) {
 
 std::string_view Name(Pointer pointer) { return pointer == Pointer::Wait ? "wait" : "default"; }
 
-Json FormEvent(std::string_view event, const MsgFormState& state) {
+EventFields FormEvent(std::string_view event, const MsgFormState& state) {
   const auto texts = TextsOf(state);
   return {{"form", "msgForm"},    {"event", event},         {"lblItem", texts.lblItem},
           {"Text1", texts.Text1}, {"pbconv", texts.pbconv}, {"txtProg", texts.txtProg}};
 }
 
-Json OrNull(const std::optional<std::string>& text) { return text ? Json(*text) : Json(nullptr); }
+EventValue OrNull(const std::optional<std::string>& text) { return text ? EventValue(*text) : EventValue(nullptr); }
 
 class TranscriptCallback : public ForwardingCallback {
  public:
@@ -69,7 +69,7 @@ class TranscriptCallback : public ForwardingCallback {
       : ForwardingCallback(std::move(inner)), writer_(writer) {}
 
   int Mode() override {
-    return RecordFailure(writer_, "callback", Json::object(), [&] { return ForwardingCallback::Mode(); });
+    return RecordFailure(writer_, "callback", {}, [&] { return ForwardingCallback::Mode(); });
   }
   void SetMode(int mode) override {
     Record(writer_, "callback", {{"mode", mode}}, [&] { ForwardingCallback::SetMode(mode); });
@@ -95,7 +95,7 @@ BoxAnswer TranscriptDesk::ShowMessageBox(const MessageBox& box) {
        {"buttons", Name(box.buttons)},
        {"help", box.help}},
       [&] { return ForwardingDesk::ShowMessageBox(box); },
-      [](Json& event, BoxAnswer answer) { event["answer"] = Name(answer); });
+      [](EventFields& event, BoxAnswer answer) { event["answer"] = Name(answer); });
 }
 
 void TranscriptDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) {
@@ -116,16 +116,16 @@ void TranscriptDesk::UnloadMsgForm() {
 std::optional<std::string> TranscriptDesk::PickVendor(const std::string& message,
                                                       const std::vector<std::string>& choices) {
   return Record(
-      writer_, "form", {{"form", "frmPickVendor"}, {"lblMsg", message}, {"choices", choices}},
+      writer_, "form", {{"form", "frmPickVendor"}, {"lblMsg", message}, {"choices", ListOf(choices)}},
       [&] { return ForwardingDesk::PickVendor(message, choices); },
-      [](Json& event, const std::optional<std::string>& vendor) { event["answer"] = OrNull(vendor); });
+      [](EventFields& event, const std::optional<std::string>& vendor) { event["answer"] = OrNull(vendor); });
 }
 
 std::string TranscriptDesk::OpenFileDialog(const FileDialog& dialog) {
   return Record(
       writer_, "file", {{"title", dialog.title}, {"folder", dialog.folder}},
       [&] { return ForwardingDesk::OpenFileDialog(dialog); },
-      [](Json& event, const std::string& path) { event["answer"] = path; });
+      [](EventFields& event, const std::string& path) { event["answer"] = path; });
 }
 
 void TranscriptDesk::SetPointer(Pointer pointer) {
@@ -143,7 +143,7 @@ std::string TranscriptMachine::GetPrivateProfileString(std::string_view section,
   return Record(
       writer_, "setting", {{"operation", "read"}, {"section", section}, {"key", key}},
       [&] { return ForwardingMachine::GetPrivateProfileString(section, key, fallback, size, path); },
-      [](Json& event, const std::string& value) { event["value"] = value; });
+      [](EventFields& event, const std::string& value) { event["value"] = value; });
 }
 
 bool TranscriptMachine::WritePrivateProfileString(std::string_view section, std::string_view key,
@@ -151,7 +151,7 @@ bool TranscriptMachine::WritePrivateProfileString(std::string_view section, std:
   return Record(
       writer_, "setting", {{"operation", "write"}, {"section", section}, {"key", key}, {"value", value}},
       [&] { return ForwardingMachine::WritePrivateProfileString(section, key, value, path); },
-      [](Json& event, bool written) {
+      [](EventFields& event, bool written) {
         if (!written) event["result"] = false;
       });
 }
@@ -159,7 +159,7 @@ bool TranscriptMachine::WritePrivateProfileString(std::string_view section, std:
 std::optional<std::string> TranscriptMachine::ReadRegistry(std::string_view key, std::string_view name) {
   return Record(
       writer_, "registry", {{"key", key}, {"name", name}}, [&] { return ForwardingMachine::ReadRegistry(key, name); },
-      [](Json& event, const std::optional<std::string>& value) { event["value"] = OrNull(value); });
+      [](EventFields& event, const std::optional<std::string>& value) { event["value"] = OrNull(value); });
 }
 
 void TranscriptMachine::CopyFile(const std::string& from, const std::string& to) {
@@ -173,7 +173,7 @@ void TranscriptMachine::AppendLine(const std::string& path, std::string_view lin
 // --- Call-back
 
 std::unique_ptr<Callback> TranscriptCallbackFactory::CreateCallback() {
-  auto callback = RecordFailure(writer_, "callback", Json::object(), [&] { return inner_.CreateCallback(); });
+  auto callback = RecordFailure(writer_, "callback", {}, [&] { return inner_.CreateCallback(); });
   return std::make_unique<TranscriptCallback>(std::move(callback), writer_);
 }
 

@@ -4,8 +4,11 @@
 
 #include <memory>
 
-#include "adapters/transcript/TranscriptWriter.h"
 #include "platform/Forwarding.h"
+
+namespace twqb {
+class TranscriptWriter;
+}
 
 namespace twqb::transcript {
 

@@ -1,8 +1,8 @@
 #include "adapters/transcript/TranscriptWriter.h"
 
-#include <string>
+#include <nlohmann/json.hpp>
+#include <ostream>
 
-#include "adapters/transcript/Masking.h"
 #include "platform/PlatformError.h"
 
 namespace twqb {
@@ -43,15 +43,31 @@ void Mask(std::string_view kind, Json& fields) {
   }
 }
 
+Json ToJson(const EventFields& fields);
+
 struct JsonOf {
-  Json operator()(Null /*null*/) const { return nullptr; }
-  Json operator()(Currency value) const { return value.ToDouble(); }
-  Json operator()(Date value) const { return IsoDate(value); }
+  Json operator()(const EventList& list) const {
+    auto array = Json::array();
+    for (const auto& value : list) array.push_back(std::visit(*this, value.Get()));
+    return array;
+  }
+  Json operator()(const EventFields& fields) const { return ToJson(fields); }
   template <typename Plain>
   Json operator()(const Plain& value) const {
     return value;
   }
 };
+
+Json ToJson(const EventFields& fields) {
+  auto object = Json::object();
+  for (const auto& [name, value] : fields.All()) object[name] = std::visit(JsonOf{}, value.Get());
+  return object;
+}
+
+std::string OneLine(const Json& object) {
+  constexpr int kNotIndented = -1;
+  return object.dump(kNotIndented, ' ', false, Json::error_handler_t::replace);
+}
 
 std::ofstream OpenForWriting(const std::filesystem::path& file) {
   std::ofstream out(file, std::ios::binary | std::ios::trunc);
@@ -66,19 +82,16 @@ TranscriptWriter::TranscriptWriter(std::ostream& out, Masking masking) : out_(ou
 TranscriptWriter::TranscriptWriter(const std::filesystem::path& file, Masking masking)
     : file_(OpenForWriting(file)), out_(file_), masking_(masking) {}
 
-void TranscriptWriter::Write(std::string_view kind, const Json& fields) {
+void TranscriptWriter::Write(std::string_view kind, const EventFields& fields) {
   Json event = {{"seq", ++seq_}, {"kind", kind}};
-  if (masking_ == Masking::Masked) {
-    auto masked = fields;
-    Mask(kind, masked);
-    event.update(masked);
-  } else {
-    event.update(fields);
-  }
-  constexpr int kOneLine = -1;
-  out_ << event.dump(kOneLine, ' ', false, Json::error_handler_t::replace) << '\n' << std::flush;
+  auto told = ToJson(fields);
+  if (masking_ == Masking::Masked) Mask(kind, told);
+  event.update(told);
+  out_ << OneLine(event) << '\n' << std::flush;
 }
 
-Json ToJson(const Value& value) { return std::visit(JsonOf{}, value); }
+bool TranscriptWriter::Good() const { return out_.good(); }
+
+std::string JsonLine(const EventFields& fields) { return OneLine(ToJson(fields)); }
 
 }  // namespace twqb

@@ -7,16 +7,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
-#include <ostream>
+#include <iosfwd>
+#include <string>
 #include <string_view>
 
-#include "platform/Value.h"
+#include "adapters/transcript/EventValue.h"
+#include "adapters/transcript/Masking.h"
 
 namespace twqb {
-
-// Whether identity numbers and passwords of connection strings are replaced by *** (see Masking.h).
-enum class Masking : std::uint8_t { Masked, Unmasked };
 
 class TranscriptWriter {
  public:
@@ -27,12 +25,12 @@ class TranscriptWriter {
   TranscriptWriter(const TranscriptWriter&) = delete;
   TranscriptWriter& operator=(const TranscriptWriter&) = delete;
 
-  // Writes one event; `fields` is an object whose members follow "seq" and "kind" in their order. Bytes that are no
+  // Writes one event; `fields` follow "seq" and "kind" in their order. Bytes that are no
   // UTF-8 come out as U+FFFD. A failure to write does not raise, since the run that is recorded must not change by it.
-  void Write(std::string_view kind, const nlohmann::ordered_json& fields);
+  void Write(std::string_view kind, const EventFields& fields);
 
   // False once a line could not be written.
-  [[nodiscard]] bool Good() const { return out_.good(); }
+  [[nodiscard]] bool Good() const;
 
  private:
   std::ofstream file_;
@@ -41,7 +39,7 @@ class TranscriptWriter {
   std::int64_t seq_ = 0;
 };
 
-// A value as a transcript shows it: NULL is null, a Date `yyyy-mm-ddThh:mm:ss`, Currency a number.
-[[nodiscard]] nlohmann::ordered_json ToJson(const Value& value);
+// Fields as one JSON object, without an end of line. Bytes that are no UTF-8 come out as U+FFFD.
+[[nodiscard]] std::string JsonLine(const EventFields& fields);
 
 }  // namespace twqb

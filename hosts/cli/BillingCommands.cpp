@@ -118,25 +118,28 @@ ExitStatus Show(const Options& options) {
 
 }  // namespace
 
-void AddBillingCommands(CLI::App& app, Command& chosen) {
-  auto* group = app.add_subcommand("billing", "Work on BillingDb itself");
-  group->require_subcommand(1);
-
+CommandSyntax BillingCommand() {
   const auto arguments = std::make_shared<RunArguments>();
-  auto* run = group->add_subcommand("run", "Run SQL statements, with semicolons between, and print their rows");
-  auto* file = run->add_option("FILE", arguments->file, "The statements; \"-\" is standard input")->type_name("");
-  run->add_option("-e", arguments->statements, "The statements themselves")->type_name("SQL")->excludes(file);
-  run->add_flag("--json", arguments->json, "Print each row as a JSON object");
-  run->footer(
-      "Rows are tab-separated behind a line with the names of the columns; NULL is \\N, dates are ISO, and CR, LF,\n"
-      "tab and backslash are \\r, \\n, \\t and \\\\. Every statement stands once it has run, unless the statements\n"
-      "themselves say BEGIN and COMMIT. The first one that fails ends the run with status 1.\n\n"
-      "Example:\n  twqb billing run -e \"SELECT ClientID, QBLinkID FROM Client WHERE Status = 'Active'\"");
-  run->callback(
-      [arguments, &chosen] { chosen = [arguments](const Options& options) { return Run(options, *arguments); }; });
-
-  auto* show = group->add_subcommand("show", "Print the tables with their numbers of rows");
-  show->callback([&chosen] { chosen = Show; });
+  CommandSyntax run = {
+      .name = "run",
+      .text = "Run SQL statements, with semicolons between, and print their rows",
+      .arguments = {{.name = "FILE", .text = "The statements; \"-\" is standard input", .target = &arguments->file},
+                    {.name = "-e",
+                     .text = "The statements themselves",
+                     .target = &arguments->statements,
+                     .value = "SQL",
+                     .excludes = "FILE"},
+                    {.name = "--json", .text = "Print each row as a JSON object", .target = &arguments->json}},
+      .footer =
+          "Rows are tab-separated behind a line with the names of the columns; NULL is \\N, dates are ISO, and CR, "
+          "LF,\n"
+          "tab and backslash are \\r, \\n, \\t and \\\\. Every statement stands once it has run, unless the "
+          "statements\n"
+          "themselves say BEGIN and COMMIT. The first one that fails ends the run with status 1.\n\n"
+          "Example:\n  twqb billing run -e \"SELECT ClientID, QBLinkID FROM Client WHERE Status = 'Active'\"",
+      .run = [arguments](const Options& options) { return Run(options, *arguments); }};
+  CommandSyntax show = {.name = "show", .text = "Print the tables with their numbers of rows", .run = Show};
+  return {.name = "billing", .text = "Work on BillingDb itself", .commands = {std::move(run), std::move(show)}};
 }
 
 }  // namespace twqb::cli

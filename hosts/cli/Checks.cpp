@@ -12,8 +12,8 @@
 #include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/system/FileReplacement.h"
 #include "adapters/transcript/Masking.h"
-#include "cli/Composition.h"
 #include "cli/ExitStatus.h"
+#include "cli/Surroundings.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::cli {

@@ -3,8 +3,14 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <utility>
+#include <variant>
 #include <vector>
 
+#include "cli/Commands.h"
 #include "cli/HelpText.h"
 #include "cli/NearestName.h"
 
@@ -75,6 +81,76 @@ std::string Explain(const CLI::App& app, const CLI::ParseError& failure) {
   return fmt::format("{}\nSee \"{} --help\".", text, reached.name);
 }
 
+// Adds an argument that goes to a variable or a function; as the parser has them, flags are another kind.
+class ArgumentAdder {
+ public:
+  ArgumentAdder(CLI::App& app, const Argument& argument)
+      : app_(app), name_(argument.name), text_(argument.text), value_(argument.value) {}
+
+  CLI::Option* operator()(bool* flag) const { return app_.add_flag(name_, *flag, text_); }
+  CLI::Option* operator()(const TakesNothing& take) const { return app_.add_flag_callback(name_, take, text_); }
+  template <typename Variable>
+  CLI::Option* operator()(Variable* variable) const {
+    return app_.add_option(name_, *variable, text_)->type_name(value_);
+  }
+  CLI::Option* operator()(const TakesText& take) const {
+    return Function<std::string>([take, name = name_](const std::string& text) {
+      try {
+        take(text);
+      } catch (const ValueError& failure) {
+        throw CLI::ValidationError(name, failure.what());
+      }
+    });
+  }
+  CLI::Option* operator()(const TakesNumber& take) const { return Function<int>(take); }
+  CLI::Option* operator()(const TakesSeed& take) const { return Function<std::uint64_t>(take); }
+
+ private:
+  template <typename Taken>
+  CLI::Option* Function(const std::function<void(const Taken&)>& take) const {
+    return app_.add_option_function<Taken>(name_, take, text_)->type_name(value_);
+  }
+
+  CLI::App& app_;
+  std::string name_;
+  std::string text_;
+  std::string value_;
+};
+
+void AddArgument(CLI::App& app, const Argument& argument) {
+  auto* option = std::visit(ArgumentAdder(app, argument), argument.target);
+  option->required(argument.required);
+  if (!argument.group.empty()) option->group(std::string(argument.group));
+  // The help tells what the value is, and not its bounds.
+  if (argument.range) option->check(CLI::Range(argument.range->least, argument.range->greatest).description(""));
+  if (!argument.needs.empty()) option->needs(app.get_option(std::string(argument.needs)));
+  if (!argument.excludes.empty()) option->excludes(app.get_option(std::string(argument.excludes)));
+}
+
+void AddCommand(CLI::App& above, const CommandSyntax& syntax, Command& chosen) {
+  auto* command = above.add_subcommand(std::string(syntax.name), std::string(syntax.text));
+  for (const auto& argument : syntax.arguments) AddArgument(*command, argument);
+  // One without a footer of its own ends its help with that of the command above.
+  if (!syntax.footer.empty()) command->footer(syntax.footer);
+  if (syntax.run) command->callback([&chosen, run = syntax.run] { chosen = run; });
+  if (!syntax.commands.empty()) command->require_subcommand(1);
+  for (const auto& below : syntax.commands) AddCommand(*command, below, chosen);
+}
+
+// In the order in which a mistyped word's answer names them.
+std::vector<CommandSyntax> AllCommands() {
+  std::vector<CommandSyntax> all = {InitCommand()};
+  const auto add = [&](std::vector<CommandSyntax> commands) {
+    for (auto& command : commands) all.push_back(std::move(command));
+  };
+  add(TransferCommands());
+  add(DeletionCommands());
+  add({EventsCommand(), StatusCommand()});
+  add(LookupCommands());
+  add({SettingsCommand(), CompanyCommand(), BillingCommand(), DemoCommand()});
+  return all;
+}
+
 }  // namespace
 
 ParsedLine ParseCommandLine(int argc, const char* const* argv) {
@@ -84,17 +160,8 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
   app.require_subcommand(1);
   app.set_help_flag("-h,--help", "Print this help");
   app.set_version_flag("--version", "twqb " TWQB_VERSION "\n", "Print the version");
-  AddOptions(app, line.options);
-  AddInitCommand(app, line.command);
-  AddTransferCommands(app, line.command);
-  AddDeletionCommands(app, line.command);
-  AddEventsCommands(app, line.command);
-  AddStatusCommand(app, line.command);
-  AddLookupCommands(app, line.command);
-  AddSettingsCommands(app, line.command);
-  AddCompanyCommands(app, line.command);
-  AddBillingCommands(app, line.command);
-  AddDemoCommand(app, line.command);
+  for (const auto& argument : OptionArguments(line.options)) AddArgument(app, argument);
+  for (const auto& command : AllCommands()) AddCommand(app, command, line.command);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "cli/Commands.h"
 #include "cli/Options.h"
+#include "cli/Syntax.h"
 
 namespace twqb::cli {
 

@@ -9,9 +9,9 @@
 #include "adapters/companyfile/CompanyFile.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
-#include "cli/Composition.h"
 #include "cli/NearestName.h"
 #include "cli/Output.h"
+#include "cli/Surroundings.h"
 #include "cli/TextFile.h"
 #include "messages/ValueFormat.h"
 #include "platform/PlatformError.h"
@@ -116,36 +116,41 @@ ExitStatus Show(const Options& options) {
 
 }  // namespace
 
-void AddCompanyCommands(CLI::App& app, Command& chosen) {
-  auto* group = app.add_subcommand("company", "Work on the company file itself");
-  group->require_subcommand(1);
-
+CommandSyntax CompanyCommand() {
   const auto file = std::make_shared<std::string>();
-  auto* run = group->add_subcommand("run", "Answer a qbXML document");
-  run->add_option("FILE", *file, "The document; \"-\" is standard input")->required()->type_name("");
-  run->footer(
-      "The answer goes to standard output, and the status is 0 whatever the answer says of single requests.\n"
-      "A document that is refused as a whole gives 1, with number and text on standard error.");
-  run->callback([file, &chosen] { chosen = [file](const Options& options) { return Run(options, *file); }; });
+  CommandSyntax run = {
+      .name = "run",
+      .text = "Answer a qbXML document",
+      .arguments =
+          {{.name = "FILE", .text = "The document; \"-\" is standard input", .target = file.get(), .required = true}},
+      .footer =
+          "The answer goes to standard output, and the status is 0 whatever the answer says of single requests.\n"
+          "A document that is refused as a whole gives 1, with number and text on standard error.",
+      .run = [file](const Options& options) { return Run(options, *file); }};
 
   struct SetArguments {
     std::string name;
     std::string value;
   };
   const auto arguments = std::make_shared<SetArguments>();
-  auto* set = group->add_subcommand("set", "Set how a connection to the company file is met");
-  set->add_option("NAME", arguments->name, "One of the names below")->required()->type_name("");
-  set->add_option("VALUE", arguments->value, "One of its values")->required()->type_name("");
-  set->footer(SetFooter());
-  set->callback([arguments, &chosen] {
-    chosen = [arguments](const Options& options) { return Set(options, arguments->name, arguments->value); };
-  });
+  CommandSyntax set = {
+      .name = "set",
+      .text = "Set how a connection to the company file is met",
+      .arguments = {{.name = "NAME", .text = "One of the names below", .target = &arguments->name, .required = true},
+                    {.name = "VALUE", .text = "One of its values", .target = &arguments->value, .required = true}},
+      .footer = SetFooter(),
+      .run = [arguments](const Options& options) { return Set(options, arguments->name, arguments->value); }};
 
-  auto* show = group->add_subcommand("show", "Print what the company file holds");
-  show->footer(
-      "How the file was made and how connections to it are met, then each list and each kind of transaction with the\n"
-      "number of its records. A balance is the sum of the records' own.");
-  show->callback([&chosen] { chosen = Show; });
+  CommandSyntax show = {.name = "show",
+                        .text = "Print what the company file holds",
+                        .footer =
+                            "How the file was made and how connections to it are met, then each list and each kind of "
+                            "transaction with the\n"
+                            "number of its records. A balance is the sum of the records' own.",
+                        .run = Show};
+  return {.name = "company",
+          .text = "Work on the company file itself",
+          .commands = {std::move(run), std::move(set), std::move(show)}};
 }
 
 }  // namespace twqb::cli

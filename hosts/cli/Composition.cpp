@@ -2,33 +2,24 @@
 
 #include <fmt/format.h>
 
+#include <filesystem>
+#include <optional>
+
+#include "adapters/companyfile/CompanyTransport.h"
+#include "adapters/faults/Faults.h"
+#include "adapters/scripted/ScriptedDesk.h"
+#include "adapters/sqlite/SqliteProvider.h"
+#include "adapters/system/Callbacks.h"
+#include "adapters/system/FrozenMachine.h"
+#include "adapters/terminal/TerminalDesk.h"
+#include "adapters/transcript/Transcript.h"
+#include "adapters/transcript/TranscriptWriter.h"
 #include "cli/ExitStatus.h"
-#include "cli/TextFile.h"
+#include "platform/Forwarding.h"
+#include "platform/PlatformError.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb::cli {
-
-Surroundings ReadSurroundings(const Options& options) {
-  Surroundings surroundings{
-      .clock = options.clock, .transcript = options.transcript, .masking = options.masking, .tables = options.tables};
-  try {
-    if (!options.answers.empty()) surroundings.answers = ParseAnswers(ReadTextFile(options.answers));
-  } catch (const AnswersError& failure) {
-    throw UsageError(fmt::format("The answers file {} can't be used: {}", options.answers, failure.what()));
-  }
-  try {
-    if (!options.faults.empty()) surroundings.faults = ParseFaults(ReadTextFile(options.faults));
-  } catch (const FaultsError& failure) {
-    throw UsageError(fmt::format("The faults file {} can't be used: {}", options.faults, failure.what()));
-  }
-  return surroundings;
-}
-
-std::unique_ptr<SystemMachine> MakeMachine(const Workplace& place, const std::optional<FrozenOptions>& clock) {
-  const SystemMachineOptions options{.libraryFolder = place.folder, .registryFile = place.registry};
-  if (clock) return std::make_unique<FrozenMachine>(options, *clock);
-  return std::make_unique<SystemMachine>(options);
-}
 
 namespace {
 
@@ -39,34 +30,84 @@ TerminalOptions TerminalFor(const Surroundings& surroundings) {
   return options;
 }
 
+// The desk, with a count of what the person was told.
+class CountingDesk : public ForwardingDesk {
+ public:
+  using ForwardingDesk::ForwardingDesk;
+  BoxAnswer ShowMessageBox(const MessageBox& box) override {
+    ++boxes_;
+    return ForwardingDesk::ShowMessageBox(box);
+  }
+  [[nodiscard]] int Boxes() const { return boxes_; }
+
+ private:
+  int boxes_ = 0;
+};
+
 }  // namespace
 
-Composition::Composition(const Workplace& place, const Surroundings& surroundings)
-    : place_(place),
-      machine_(MakeMachine(place, surroundings.clock)),
-      quickbooks_(place.company, *machine_),
-      terminal_(TerminalFor(surroundings)) {
-  if (surroundings.answers) script_.emplace(*surroundings.answers, &terminal_);
-  seams_ = {.database = &database_,
-            .quickbooks = &quickbooks_,
-            .desk = script_ ? static_cast<Desk*>(&*script_) : &terminal_,
-            .machine = machine_.get(),
-            .callback = &callback_};
-  if (surroundings.faults) seams_ = faults_.emplace(seams_, *surroundings.faults).Decorated();
-  if (!surroundings.transcript.empty()) {
-    try {
-      writer_.emplace(std::filesystem::path(surroundings.transcript), surroundings.masking);
-    } catch (const PlatformError& failure) {
-      throw UsageError(
-          fmt::format("The transcript {} can't be written: {}", surroundings.transcript, failure.description()));
+struct Composition::Parts {
+  Parts(const Workplace& workplace, const Surroundings& surroundings)
+      : place(workplace),
+        machine(MakeMachine(workplace, surroundings.clock)),
+        quickbooks(workplace.company, *machine),
+        terminal(TerminalFor(surroundings)) {
+    if (surroundings.answers) script.emplace(*surroundings.answers, &terminal);
+    seams = {.database = &database,
+             .quickbooks = &quickbooks,
+             .desk = script ? static_cast<Desk*>(&*script) : &terminal,
+             .machine = machine.get(),
+             .callback = &callback};
+    if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
+    if (!surroundings.transcript.empty()) {
+      try {
+        writer.emplace(std::filesystem::path(surroundings.transcript), surroundings.masking);
+      } catch (const PlatformError& failure) {
+        throw UsageError(
+            fmt::format("The transcript {} can't be written: {}", surroundings.transcript, failure.description()));
+      }
+      seams = transcript.emplace(seams, *writer).Decorated();
     }
-    seams_ = transcript_.emplace(seams_, *writer_).Decorated();
+    seams.desk = &told.emplace(*seams.desk);
   }
-  seams_.desk = &told_.emplace(*seams_.desk);
-  Compose(seams_, surroundings.tables);
+
+  Workplace place;
+  std::unique_ptr<Machine> machine;
+  SqliteProvider database;
+  company::CompanyTransportFactory quickbooks;
+  TerminalDesk terminal;
+  std::optional<ScriptedDesk> script;
+  RecordingCallbackFactory callback;
+  std::optional<FaultPlatform> faults;
+  std::optional<TranscriptWriter> writer;
+  std::optional<TranscriptPlatform> transcript;
+  std::optional<CountingDesk> told;
+  Platform seams;
+};
+
+Composition::Composition(const Workplace& place, const Surroundings& surroundings)
+    : parts_(std::make_unique<Parts>(place, surroundings)) {
+  Compose(parts_->seams, surroundings.tables);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.
 Composition::~Composition() { Compose({}); }
+
+const Workplace& Composition::Place() const { return parts_->place; }
+const Platform& Composition::Seams() const { return parts_->seams; }
+Machine& Composition::RealMachine() { return *parts_->machine; }
+FrozenMachine* Composition::FrozenClock() { return dynamic_cast<FrozenMachine*>(parts_->machine.get()); }
+int Composition::BoxesShown() const { return parts_->told->Boxes(); }
+bool Composition::TranscriptIsWhole() const { return !parts_->writer || parts_->writer->Good(); }
+
+void Composition::TellCall(std::string_view name, const EventList& arguments) {
+  if (parts_->transcript) parts_->transcript->Call(name, arguments);
+}
+void Composition::TellReturn(std::string_view name, const EventValue& value) {
+  if (parts_->transcript) parts_->transcript->Return(name, value);
+}
+void Composition::TellReturn(std::string_view name, const DeskGaveUp& gaveUp) {
+  if (parts_->transcript) parts_->transcript->Return(name, gaveUp);
+}
 
 }  // namespace twqb::cli

@@ -6,40 +6,18 @@
 
 #include <functional>
 #include <memory>
-#include <nlohmann/json.hpp>
-#include <optional>
 #include <string_view>
 
-#include "adapters/companyfile/CompanyTransport.h"
-#include "adapters/faults/Faults.h"
-#include "adapters/scripted/ScriptedDesk.h"
-#include "adapters/sqlite/SqliteProvider.h"
-#include "adapters/system/Callbacks.h"
-#include "adapters/system/FrozenMachine.h"
-#include "adapters/terminal/TerminalDesk.h"
-#include "adapters/transcript/Transcript.h"
+#include "adapters/transcript/EventValue.h"
 #include "cli/Options.h"
-#include "platform/Forwarding.h"
+#include "cli/Surroundings.h"
 #include "platform/Platform.h"
 
+namespace twqb {
+class FrozenMachine;
+}
+
 namespace twqb::cli {
-
-// What takes the place of the person, the clock and luck.
-struct Surroundings {
-  std::optional<Answers> answers;      // nothing: the person at the terminal is asked
-  std::optional<FrozenOptions> clock;  // nothing: this system's
-  std::optional<FaultScript> faults;
-  std::string transcript;  // a path; empty: none is written
-  Masking masking = Masking::Masked;
-  std::span<const Table* const> tables = {};
-};
-
-// Reads the files that the options name. Raises UsageError naming file and line.
-[[nodiscard]] Surroundings ReadSurroundings(const Options& options);
-
-// The machine on which the files of `place` are worked on.
-[[nodiscard]] std::unique_ptr<SystemMachine> MakeMachine(const Workplace& place,
-                                                         const std::optional<FrozenOptions>& clock);
 
 class Composition {
  public:
@@ -51,62 +29,44 @@ class Composition {
   Composition(const Composition&) = delete;
   Composition& operator=(const Composition&) = delete;
 
-  [[nodiscard]] const Workplace& Place() const { return place_; }
+  [[nodiscard]] const Workplace& Place() const;
   // What the library stands on.
-  [[nodiscard]] const Platform& Seams() const { return seams_; }
+  [[nodiscard]] const Platform& Seams() const;
   // The machine without faults and transcript.
-  [[nodiscard]] SystemMachine& RealMachine() { return *machine_; }
+  [[nodiscard]] Machine& RealMachine();
   // The same, when its clock is frozen; else nullptr.
-  [[nodiscard]] FrozenMachine* FrozenClock() { return dynamic_cast<FrozenMachine*>(machine_.get()); }
+  [[nodiscard]] FrozenMachine* FrozenClock();
 
   // Message boxes that the library has shown so far.
-  [[nodiscard]] int BoxesShown() const { return told_->Boxes(); }
+  [[nodiscard]] int BoxesShown() const;
 
   // Runs an operation of the library between its two events in the transcript; its result is told there as `valueOf`
   // puts it.
   template <typename Operation, typename ValueOf = std::identity>
-  auto Run(std::string_view name, const nlohmann::ordered_json& arguments, Operation operation, ValueOf valueOf = {}) {
-    if (transcript_) transcript_->Call(name, arguments);
+  auto Run(std::string_view name, const EventList& arguments, Operation operation, ValueOf valueOf = {}) {
+    TellCall(name, arguments);
     try {
       auto result = operation();
-      if (transcript_) transcript_->Return(name, valueOf(result));
+      TellReturn(name, valueOf(result));
       return result;
     } catch (const DeskGaveUp& gaveUp) {
-      if (transcript_) transcript_->Return(name, gaveUp);
+      TellReturn(name, gaveUp);
       throw;
     }
   }
 
   // False once a line of the transcript could not be written.
-  [[nodiscard]] bool TranscriptIsWhole() const { return !writer_ || writer_->Good(); }
+  [[nodiscard]] bool TranscriptIsWhole() const;
 
  private:
-  // The desk, with a count of what the person was told.
-  class CountingDesk : public ForwardingDesk {
-   public:
-    using ForwardingDesk::ForwardingDesk;
-    BoxAnswer ShowMessageBox(const MessageBox& box) override {
-      ++boxes_;
-      return ForwardingDesk::ShowMessageBox(box);
-    }
-    [[nodiscard]] int Boxes() const { return boxes_; }
+  struct Parts;
 
-   private:
-    int boxes_ = 0;
-  };
+  // Nothing without a transcript.
+  void TellCall(std::string_view name, const EventList& arguments);
+  void TellReturn(std::string_view name, const EventValue& value);
+  void TellReturn(std::string_view name, const DeskGaveUp& gaveUp);
 
-  Workplace place_;
-  std::unique_ptr<SystemMachine> machine_;
-  SqliteProvider database_;
-  company::CompanyTransportFactory quickbooks_;
-  TerminalDesk terminal_;
-  std::optional<ScriptedDesk> script_;
-  RecordingCallbackFactory callback_;
-  std::optional<FaultPlatform> faults_;
-  std::optional<TranscriptWriter> writer_;
-  std::optional<TranscriptPlatform> transcript_;
-  std::optional<CountingDesk> told_;
-  Platform seams_;
+  std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace twqb::cli

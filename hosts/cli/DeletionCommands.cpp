@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "cli/Commands.h"
 #include "cli/Operations.h"
@@ -55,21 +56,25 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
                       {.done = label + ": done", .failed = label + ": not done"});
 }
 
-void AddDeletion(CLI::App& app, Command& chosen, const Deletion& deletion) {
+CommandSyntax SyntaxOf(const Deletion& deletion) {
   const auto arguments = std::make_shared<DeletionArguments>();
-  auto* command = app.add_subcommand(deletion.command, deletion.text);
-  command->add_option("TABLE", arguments->table, "The record's table, see below")->required()->type_name("");
-  command->add_option("ID", arguments->id, "Its ListID or TxnID")->required()->type_name("");
-  command->footer(TableHelpText(AllTables::No) + deletion.footer);
-  command->callback([arguments, &deletion, &chosen] {
-    chosen = [arguments, &deletion](const Options& options) { return Delete(options, deletion, *arguments); };
-  });
+  return {.name = deletion.command,
+          .text = deletion.text,
+          .arguments = {{.name = "TABLE",
+                         .text = "The record's table, see below",
+                         .target = &arguments->table,
+                         .required = true},
+                        {.name = "ID", .text = "Its ListID or TxnID", .target = &arguments->id, .required = true}},
+          .footer = TableHelpText(AllTables::No) + deletion.footer,
+          .run = [arguments, &deletion](const Options& options) { return Delete(options, deletion, *arguments); }};
 }
 
 }  // namespace
 
-void AddDeletionCommands(CLI::App& app, Command& chosen) {
-  for (const auto& deletion : kDeletions) AddDeletion(app, chosen, deletion);
+std::vector<CommandSyntax> DeletionCommands() {
+  std::vector<CommandSyntax> commands;
+  for (const auto& deletion : kDeletions) commands.push_back(SyntaxOf(deletion));
+  return commands;
 }
 
 }  // namespace twqb::cli

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/system/FrozenMachine.h"
+#include "cli/Composition.h"
 #include "cli/DemoBooks.h"
 #include "cli/DemoTables.h"
 #include "cli/FolderMaker.h"
@@ -221,7 +223,7 @@ ExitStatus RunDemo(const std::filesystem::path& folder, const Options& options, 
     surroundings.clock =
         FrozenOptions{.now = Date::FromCivil(kFirstMorning), .zone = {.state = TimeZoneState::Standard}};
   }
-  const auto place = WorkplaceIn(folder);
+  const auto place = WorkplaceIn(folder.string());
   const auto machine = MakeMachine(place, surroundings.clock);
   Print(fmt::format("1. Make a folder with the sample firm on both sides: {}\n", place.folder));
   MakeFolder(folder, {.company = {}, .content = Content::Sample}, *machine);

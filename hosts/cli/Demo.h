@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
-#include "cli/Composition.h"
 #include "cli/ExitStatus.h"
 #include "cli/Options.h"
+#include "cli/Surroundings.h"
 
 namespace twqb::cli {
 

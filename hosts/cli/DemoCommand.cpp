@@ -6,8 +6,8 @@
 #include <system_error>
 
 #include "cli/Commands.h"
-#include "cli/Composition.h"
 #include "cli/Demo.h"
+#include "cli/Surroundings.h"
 
 namespace twqb::cli {
 
@@ -39,13 +39,16 @@ ExitStatus Demonstrate(const Options& options) {
 
 }  // namespace
 
-void AddDemoCommand(CLI::App& app, Command& chosen) {
-  auto* command = app.add_subcommand("demo", "Show the link at work on a sample firm; asks nothing, changes no file");
-  command->footer(
-      "It makes the sample firm in a new folder for temporary files, or in the one of -C, sends the clients, changes\n"
-      "some on both sides, transfers both ways, and shows which side won. The folder stays. Status 1: the two sides\n"
-      "are not as they should be.");
-  command->callback([&chosen] { chosen = Demonstrate; });
+CommandSyntax DemoCommand() {
+  return {.name = "demo",
+          .text = "Show the link at work on a sample firm; asks nothing, changes no file",
+          .footer =
+              "It makes the sample firm in a new folder for temporary files, or in the one of -C, sends the clients, "
+              "changes\n"
+              "some on both sides, transfers both ways, and shows which side won. The folder stays. Status 1: the two "
+              "sides\n"
+              "are not as they should be.",
+          .run = Demonstrate};
 }
 
 }  // namespace twqb::cli

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "cli/Commands.h"
-#include "cli/Composition.h"
 #include "cli/FolderMaker.h"
 #include "cli/Output.h"
+#include "cli/Surroundings.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {
@@ -37,7 +37,7 @@ FolderPlan PlanOf(const InitArguments& arguments) {
 
 ExitStatus Init(const Options& options, const InitArguments& arguments) {
   const auto folder = std::filesystem::current_path();
-  const auto machine = MakeMachine(WorkplaceIn(folder), options.clock);
+  const auto machine = MakeMachine(WorkplaceIn(folder.string()), options.clock);
   MakeFolder(folder, PlanOf(arguments), *machine);
   Print(fmt::format("Made {}, {}, {} and {} in {}{}.\n", kBillingFile, kCompanyFile, kSettingsFile, kRegistryFile,
                     folder.string(), arguments.sample ? ", with the sample firm" : ""));
@@ -46,25 +46,30 @@ ExitStatus Init(const Options& options, const InitArguments& arguments) {
 
 }  // namespace
 
-void AddInitCommand(CLI::App& app, Command& chosen) {
-  constexpr int kGreatestHostVersion = 99;
+CommandSyntax InitCommand() {
+  constexpr Range kHostVersions = {.least = 1, .greatest = 99};
   const auto arguments = std::make_shared<InitArguments>();
-  auto* command = app.add_subcommand("init", "Make billing.db, company.twq, twqb.ini and registry.ini in this folder");
-  command->add_flag("--sample", arguments->sample, "Fill both sides with the sample firm");
-  command->add_option("--country", arguments->country, "Country of the company file: US, CA, UK or AU (US)")
-      ->type_name("COUNTRY");
-  command->add_option("--host-version", arguments->hostVersion, "Version that QuickBooks reports (16)")
-      ->type_name("N")
-      ->check(CLI::Range(1, kGreatestHostVersion).description(""));
-  command
-      ->add_option("--accepts", arguments->accepts,
-                   "Countries whose message forms are answered, with commas between (the country's own)")
-      ->type_name("LIST");
-  command->footer(
-      "The tables of billing.db are made in any case; without --sample they stay empty.\n"
-      "A file that is there already is never overwritten: init then makes nothing at all.");
-  command->callback(
-      [arguments, &chosen] { chosen = [arguments](const Options& options) { return Init(options, *arguments); }; });
+  return {
+      .name = "init",
+      .text = "Make billing.db, company.twq, twqb.ini and registry.ini in this folder",
+      .arguments = {{.name = "--sample", .text = "Fill both sides with the sample firm", .target = &arguments->sample},
+                    {.name = "--country",
+                     .text = "Country of the company file: US, CA, UK or AU (US)",
+                     .target = &arguments->country,
+                     .value = "COUNTRY"},
+                    {.name = "--host-version",
+                     .text = "Version that QuickBooks reports (16)",
+                     .target = &arguments->hostVersion,
+                     .value = "N",
+                     .range = kHostVersions},
+                    {.name = "--accepts",
+                     .text = "Countries whose message forms are answered, with commas between (the country's own)",
+                     .target = &arguments->accepts,
+                     .value = "LIST"}},
+      .footer =
+          "The tables of billing.db are made in any case; without --sample they stay empty.\n"
+          "A file that is there already is never overwritten: init then makes nothing at all.",
+      .run = [arguments](const Options& options) { return Init(options, *arguments); }};
 }
 
 }  // namespace twqb::cli

@@ -20,7 +20,7 @@ namespace {
 enum class RowForm : std::uint8_t { Readable, Json };
 
 struct LookupArguments {
-  std::string name;  // of a kind, or an identifier
+  std::string name;  // of a kind
   bool all = false;
   bool json = false;
 
@@ -88,8 +88,8 @@ std::optional<Rows> Look(Composition& composition, const Options& options, const
   CTWQBBridge bridge;
   SetUp(bridge, composition, options);
   bool failed = false;
-  auto arguments = nlohmann::ordered_json::array();
-  if (kind.takesAll) arguments.push_back(all);
+  EventList arguments;
+  if (kind.takesAll) arguments.emplace_back(all);
   const auto list = composition.Run(
       kind.operation, arguments,
       [&] {
@@ -103,7 +103,7 @@ std::optional<Rows> Look(Composition& composition, const Options& options, const
         failed = found.IsNothing() && composition.BoxesShown() > toldBefore;
         return found;
       },
-      [](const ReturnedList& found) -> nlohmann::ordered_json {
+      [](const ReturnedList& found) -> EventValue {
         if (found.IsNothing()) return nullptr;
         return found.Count();
       });
@@ -136,8 +136,7 @@ ExitStatus Accounts(const Options& options, const LookupArguments& arguments) {
     CTWQBBridge bridge;
     SetUp(bridge, composition, options);
     AccountArray accounts;
-    const auto empty = nlohmann::ordered_json::array();
-    if (composition.Run("GetQBAccounts", empty, [&] { return bridge.GetQBAccounts(accounts); })) {
+    if (composition.Run("GetQBAccounts", {}, [&] { return bridge.GetQBAccounts(accounts); })) {
       rows = RowsOf(accounts);
     }
   });
@@ -173,40 +172,36 @@ std::string KindHelp() {
 
 }  // namespace
 
-void AddLookupCommands(CLI::App& app, Command& chosen) {
-  const auto add = [&](const char* name, const char* description, auto run, auto addOptions) {
-    const auto arguments = std::make_shared<LookupArguments>();
-    auto* command = app.add_subcommand(name, description);
-    addOptions(*command, *arguments);
-    command->callback([arguments, run, &chosen] {
-      chosen = [arguments, run](const Options& options) { return run(options, *arguments); };
-    });
+std::vector<CommandSyntax> LookupCommands() {
+  const auto json = [](const std::shared_ptr<LookupArguments>& arguments) {
+    return Argument{.name = "--json", .text = "Print each row as a JSON object", .target = &arguments->json};
   };
-  const auto addJson = [](CLI::App& command, LookupArguments& arguments) {
-    command.add_flag("--json", arguments.json, "Print each row as a JSON object");
-  };
-
-  add("list", "Print a list of QuickBooks", List, [&](CLI::App& command, LookupArguments& arguments) {
-    command.add_option("KIND", arguments.name, "What to list, see below")->required()->type_name("");
-    command.add_flag("--all", arguments.all, "Inactive records too; for lists that have such");
-    addJson(command, arguments);
-    command.footer(KindHelp() + std::string(kRowsHelp) + "\nExamples:\n  twqb list customers --all\n" +
-                   "  twqb list invoices --json");
-  });
-  add("accounts", "Print the accounts of QuickBooks", Accounts, [&](CLI::App& command, LookupArguments& arguments) {
-    addJson(command, arguments);
-    command.footer(
-        std::string(kRowsHelp) +
-        "A refusal by QuickBooks ends with status 1, without a word. \"list accounts\" has types and balances.");
-  });
-  add(
-      "is-job", "Tell whether a customer of QuickBooks is a job",
-      [](const Options& options, const LookupArguments& arguments) { return IsJob(options, arguments.name); },
-      [](CLI::App& command, LookupArguments& arguments) {
-        command.add_option("ID", arguments.name, "Its ListID")->required()->type_name("");
-        command.footer(
-            "Prints true, or false with exit status 1: for a customer, for one that is not there, after a failure.");
-      });
+  const auto listed = std::make_shared<LookupArguments>();
+  const auto accounts = std::make_shared<LookupArguments>();
+  const auto id = std::make_shared<std::string>();
+  return {{.name = "list",
+           .text = "Print a list of QuickBooks",
+           .arguments = {{.name = "KIND", .text = "What to list, see below", .target = &listed->name, .required = true},
+                         {.name = "--all",
+                          .text = "Inactive records too; for lists that have such",
+                          .target = &listed->all},
+                         json(listed)},
+           .footer = KindHelp() + std::string(kRowsHelp) + "\nExamples:\n  twqb list customers --all\n" +
+                     "  twqb list invoices --json",
+           .run = [listed](const Options& options) { return List(options, *listed); }},
+          {.name = "accounts",
+           .text = "Print the accounts of QuickBooks",
+           .arguments = {json(accounts)},
+           .footer =
+               std::string(kRowsHelp) +
+               "A refusal by QuickBooks ends with status 1, without a word. \"list accounts\" has types and balances.",
+           .run = [accounts](const Options& options) { return Accounts(options, *accounts); }},
+          {.name = "is-job",
+           .text = "Tell whether a customer of QuickBooks is a job",
+           .arguments = {{.name = "ID", .text = "Its ListID", .target = id.get(), .required = true}},
+           .footer =
+               "Prints true, or false with exit status 1: for a customer, for one that is not there, after a failure.",
+           .run = [id](const Options& options) { return IsJob(options, *id); }}};
 }
 
 }  // namespace twqb::cli

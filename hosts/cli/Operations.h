@@ -5,9 +5,9 @@
 #pragma once
 
 #include <functional>
-#include <nlohmann/json.hpp>
 #include <string>
 
+#include "adapters/transcript/EventValue.h"
 #include "cli/Composition.h"
 #include "cli/ExitStatus.h"
 #include "cli/Options.h"
@@ -16,8 +16,8 @@
 namespace twqb::cli {
 
 struct BridgeOperation {
-  std::string name;                  // as it stands in the transcript, and its arguments
-  nlohmann::ordered_json arguments;  // an array
+  std::string name;  // as it stands in the transcript, and its arguments
+  EventList arguments;
   std::function<bool(CTWQBBridge&)> run;
 };
 

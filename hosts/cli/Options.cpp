@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
 #include <system_error>
 
 #include "cli/ExitStatus.h"
@@ -15,9 +18,10 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kMinutesOfDay = 24 * 60;
-constexpr const char* kFiles = "Files";
-constexpr const char* kRun = "How a transfer runs";
-constexpr const char* kTests = "Reproducible runs";
+constexpr std::string_view kFiles = "Files";
+constexpr std::string_view kRun = "How a transfer runs";
+constexpr std::string_view kTests = "Reproducible runs";
+constexpr std::string_view kClock = "--clock";
 
 FrozenOptions& ClockOf(Options& options) {
   if (!options.clock) options.clock = FrozenOptions{.zone = {.state = TimeZoneState::Standard}};
@@ -28,72 +32,105 @@ void ReadClock(Options& options, const std::string& text) {
   const auto now = ParseDate(text);
   // A time alone falls on the first day of all.
   if (!now || now->Milliseconds() < Date::kDay) {
-    throw CLI::ValidationError("--clock", fmt::format("\"{}\" is no time such as 2008-03-05T10:00:00", text));
+    throw ValueError(fmt::format("\"{}\" is no time such as 2008-03-05T10:00:00", text));
   }
   ClockOf(options).now = *now;
 }
 
-void AddFileOptions(CLI::App& app, Options& options) {
-  app.add_option("-C", options.folder, "Work as if started in DIR; the log goes there too")
-      ->type_name("DIR")
-      ->group(kFiles);
-  app.add_option("--billing", options.billing, "Connection string of BillingDb")->type_name("CONNECT")->group(kFiles);
-  app.add_option("--company", options.company, "Company file that QuickBooks has open")
-      ->type_name("FILE")
-      ->group(kFiles);
-  app.add_option("--settings", options.settings, "Settings (INI) file")->type_name("FILE")->group(kFiles);
-  app.add_flag("--settings-table", options.settingsTable, "Keep the settings in the table TWSTable instead")
-      ->group(kFiles);
-  app.add_option("--registry", options.registry, "INI file with the registry values of the user")
-      ->type_name("FILE")
-      ->group(kFiles);
+std::vector<Argument> FileOptions(Options& options) {
+  return {{.name = "-C",
+           .text = "Work as if started in DIR; the log goes there too",
+           .target = &options.folder,
+           .value = "DIR",
+           .group = kFiles},
+          {.name = "--billing",
+           .text = "Connection string of BillingDb",
+           .target = &options.billing,
+           .value = "CONNECT",
+           .group = kFiles},
+          {.name = "--company",
+           .text = "Company file that QuickBooks has open",
+           .target = &options.company,
+           .value = "FILE",
+           .group = kFiles},
+          {.name = "--settings",
+           .text = "Settings (INI) file",
+           .target = &options.settings,
+           .value = "FILE",
+           .group = kFiles},
+          {.name = "--settings-table",
+           .text = "Keep the settings in the table TWSTable instead",
+           .target = &options.settingsTable,
+           .group = kFiles},
+          {.name = "--registry",
+           .text = "INI file with the registry values of the user",
+           .target = &options.registry,
+           .value = "FILE",
+           .group = kFiles}};
 }
 
-void AddRunOptions(CLI::App& app, Options& options) {
-  app.add_flag("--single-user", options.singleUser, "Open the company file in single-user mode")->group(kRun);
-  app.add_flag("--no-progress", options.noProgress, "Show no progress")->group(kRun);
-  app.add_flag("--leave-open", options.leaveOpen, "Leave the progress form open between tables")->group(kRun);
-  app.add_option("--answers", options.answers, "Answer questions from FILE, one answer a line")
-      ->type_name("FILE")
-      ->group(kRun);
+std::vector<Argument> RunOptions(Options& options) {
+  return {{.name = "--single-user",
+           .text = "Open the company file in single-user mode",
+           .target = &options.singleUser,
+           .group = kRun},
+          {.name = "--no-progress", .text = "Show no progress", .target = &options.noProgress, .group = kRun},
+          {.name = "--leave-open",
+           .text = "Leave the progress form open between tables",
+           .target = &options.leaveOpen,
+           .group = kRun},
+          {.name = "--answers",
+           .text = "Answer questions from FILE, one answer a line",
+           .target = &options.answers,
+           .value = "FILE",
+           .group = kRun}};
 }
 
-void AddTestOptions(CLI::App& app, Options& options) {
-  app.add_option("--faults", options.faults, "Let calls fail as FILE tells, one fault a line")
-      ->type_name("FILE")
-      ->group(kTests);
-  app.add_option("--transcript", options.transcript, "Record the run in FILE, as JSON Lines")
-      ->type_name("FILE")
-      ->group(kTests);
-  app.add_flag_callback(
-         "--unmasked", [&options] { options.masking = Masking::Unmasked; },
-         "Leave passwords and identity numbers in the transcript")
-      ->group(kTests);
-  auto* clock = app.add_option_function<std::string>(
-                       "--clock", [&options](const std::string& text) { ReadClock(options, text); },
-                       "Stop the clock at TIME; it moves by sleeps alone")
-                    ->type_name("TIME")
-                    ->group(kTests);
-  const auto addMinutes = [&](const char* name, int TimeZoneInformation::*field, const char* text) {
-    app.add_option_function<int>(
-           name, [&options, field](const int& minutes) { ClockOf(options).zone.*field = minutes; }, text)
-        ->type_name("MIN")
-        ->check(CLI::Range(-kMinutesOfDay, kMinutesOfDay).description(""))
-        ->needs(clock)
-        ->group(kTests);
-  };
-  addMinutes("--bias", &TimeZoneInformation::bias, "Time zone: UTC is local time plus MIN");
-  addMinutes("--daylight-bias", &TimeZoneInformation::daylightBias, "What daylight time adds to that (-60)");
-  app.add_flag_callback(
-         "--daylight", [&options] { ClockOf(options).zone.state = TimeZoneState::Daylight; }, "Daylight time is on")
-      ->needs(clock)
-      ->group(kTests);
-  app.add_option_function<std::uint64_t>(
-         "--seed", [&options](const std::uint64_t& seed) { ClockOf(options).seed = seed; },
-         "Where GUIDs and random numbers start")
-      ->type_name("N")
-      ->needs(clock)
-      ->group(kTests);
+Argument MinutesOption(Options& options, std::string_view name, int TimeZoneInformation::*field,
+                       std::string_view text) {
+  return {.name = name,
+          .text = text,
+          .target = TakesNumber([&options, field](int minutes) { ClockOf(options).zone.*field = minutes; }),
+          .value = "MIN",
+          .group = kTests,
+          .range = Range{.least = -kMinutesOfDay, .greatest = kMinutesOfDay},
+          .needs = kClock};
+}
+
+std::vector<Argument> TestOptions(Options& options) {
+  return {{.name = "--faults",
+           .text = "Let calls fail as FILE tells, one fault a line",
+           .target = &options.faults,
+           .value = "FILE",
+           .group = kTests},
+          {.name = "--transcript",
+           .text = "Record the run in FILE, as JSON Lines",
+           .target = &options.transcript,
+           .value = "FILE",
+           .group = kTests},
+          {.name = "--unmasked",
+           .text = "Leave passwords and identity numbers in the transcript",
+           .target = TakesNothing([&options] { options.masking = Masking::Unmasked; }),
+           .group = kTests},
+          {.name = kClock,
+           .text = "Stop the clock at TIME; it moves by sleeps alone",
+           .target = TakesText([&options](const std::string& text) { ReadClock(options, text); }),
+           .value = "TIME",
+           .group = kTests},
+          MinutesOption(options, "--bias", &TimeZoneInformation::bias, "Time zone: UTC is local time plus MIN"),
+          MinutesOption(options, "--daylight-bias", &TimeZoneInformation::daylightBias,
+                        "What daylight time adds to that (-60)"),
+          {.name = "--daylight",
+           .text = "Daylight time is on",
+           .target = TakesNothing([&options] { ClockOf(options).zone.state = TimeZoneState::Daylight; }),
+           .group = kTests,
+           .needs = kClock},
+          {.name = "--seed",
+           .text = "Where GUIDs and random numbers start",
+           .target = TakesSeed([&options](std::uint64_t seed) { ClockOf(options).seed = seed; }),
+           .value = "N",
+           .group = kTests,
+           .needs = kClock}};
 }
 
 std::string ConnectionTo(const fs::path& file) {
@@ -110,10 +147,11 @@ void Replace(std::string& path, const std::string& given) {
 
 }  // namespace
 
-void AddOptions(CLI::App& app, Options& options) {
-  AddFileOptions(app, options);
-  AddRunOptions(app, options);
-  AddTestOptions(app, options);
+std::vector<Argument> OptionArguments(Options& options) {
+  auto arguments = FileOptions(options);
+  std::ranges::move(RunOptions(options), std::back_inserter(arguments));
+  std::ranges::move(TestOptions(options), std::back_inserter(arguments));
+  return arguments;
 }
 
 void EnterFolder(const Options& options) {
@@ -124,8 +162,9 @@ void EnterFolder(const Options& options) {
   throw UsageError(fmt::format("The folder {} can't be entered: {}.", options.folder, failure.message()));
 }
 
-Workplace WorkplaceIn(const fs::path& folder) {
-  return {.folder = folder.string(),
+Workplace WorkplaceIn(const std::string& name) {
+  const fs::path folder(name);
+  return {.folder = name,
           .billing = ConnectionTo(folder / kBillingFile),
           .company = (folder / kCompanyFile).string(),
           .settings = (folder / kSettingsFile).string(),
@@ -133,7 +172,7 @@ Workplace WorkplaceIn(const fs::path& folder) {
 }
 
 Workplace WorkplaceOf(const Options& options) {
-  auto place = WorkplaceIn(fs::current_path());
+  auto place = WorkplaceIn(fs::current_path().string());
   if (!options.billing.empty()) place.billing = options.billing;
   Replace(place.company, options.company);
   Replace(place.settings, options.settings);

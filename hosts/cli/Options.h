@@ -3,16 +3,14 @@
 // Nothing here opens a file; Composition and the commands do.
 #pragma once
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
-#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
-#include "adapters/system/FrozenMachine.h"
-#include "adapters/transcript/TranscriptWriter.h"
+#include "adapters/system/FrozenOptions.h"
+#include "adapters/transcript/Masking.h"
+#include "cli/Syntax.h"
 
 namespace twqb {
 struct Table;
@@ -45,8 +43,8 @@ struct Options {
   std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
 };
 
-// Adds the options to `app`, which fills `options` as it parses. `options` must outlive the parsing.
-void AddOptions(CLI::App& app, Options& options);
+// As they are typed; each fills its field of `options`, which must outlive the parsing.
+[[nodiscard]] std::vector<Argument> OptionArguments(Options& options);
 
 // Enters the folder of -C, so that every relative path is meant from there. Raises UsageError when there is none.
 void EnterFolder(const Options& options);
@@ -61,7 +59,7 @@ struct Workplace {
 };
 
 // The files of a folder under their usual names.
-[[nodiscard]] Workplace WorkplaceIn(const std::filesystem::path& folder);
+[[nodiscard]] Workplace WorkplaceIn(const std::string& folder);
 // The files of the current folder, with those in their place that the options name.
 [[nodiscard]] Workplace WorkplaceOf(const Options& options);
 

@@ -1,6 +1,5 @@
 #include "cli/RowText.h"
 
-#include <nlohmann/json.hpp>
 #include <string_view>
 #include <vector>
 
@@ -73,10 +72,9 @@ std::string TabbedNames(std::span<const std::string> names) {
 std::string TabbedValues(std::span<const Value> values) { return TabbedLine(values, TabbedValue); }
 
 std::string JsonValues(std::span<const std::string> names, std::span<const Value> values) {
-  constexpr int kOneLine = -1;
-  auto object = nlohmann::ordered_json::object();
-  for (std::size_t i = 0; i < names.size(); ++i) object[names[i]] = ToJson(values[i]);
-  return object.dump(kOneLine, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+  EventFields fields;
+  for (std::size_t i = 0; i < names.size(); ++i) fields[names[i]] = EventValue(values[i]);
+  return JsonLine(fields) + '\n';
 }
 
 std::string TabbedHeader(const ado::Recordset& rows) { return TabbedNames(NamesOf(rows)); }

@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "cli/Commands.h"
 #include "cli/Output.h"
@@ -44,34 +46,43 @@ ExitStatus List(const Options& options) {
   return ExitStatus::Done;
 }
 
-CLI::App* AddEntryCommand(CLI::App& group, const char* name, const char* text, SettingsArguments& entry) {
-  auto* command = group.add_subcommand(name, text);
-  command->add_option("SECTION", entry.section, "Such as GENERAL, QBSEND_ or QBGET_")->required()->type_name("");
-  command->add_option("KEY", entry.key, "Such as Clients_OptMostRecent")->required()->type_name("");
-  return command;
+std::vector<Argument> NameOf(const std::shared_ptr<SettingsArguments>& entry) {
+  return {
+      {.name = "SECTION", .text = "Such as GENERAL, QBSEND_ or QBGET_", .target = &entry->section, .required = true},
+      {.name = "KEY", .text = "Such as Clients_OptMostRecent", .target = &entry->key, .required = true}};
+}
+
+CommandSyntax GetCommand() {
+  const auto entry = std::make_shared<SettingsArguments>();
+  return {.name = "get",
+          .text = "Print a value; status 1 when it is not set",
+          .arguments = NameOf(entry),
+          .footer = "Example:\n  twqb settings get QBSEND_ Clients_LastSendAt",
+          .run = [entry](const Options& options) { return Get(options, *entry); }};
+}
+
+CommandSyntax SetCommand() {
+  const auto entry = std::make_shared<SettingsArguments>();
+  auto arguments = NameOf(entry);
+  arguments.push_back({.name = "VALUE",
+                       .text = "The value; behind \"--\" where it begins with a dash",
+                       .target = &entry->value,
+                       .required = true});
+  return {.name = "set",
+          .text = "Change a value",
+          .arguments = std::move(arguments),
+          .footer = "Example:\n  twqb settings set QBGET_ Customers_OptNever True",
+          .run = [entry](const Options& options) { return Set(options, *entry); }};
 }
 
 }  // namespace
 
-void AddSettingsCommands(CLI::App& app, Command& chosen) {
-  auto* group = app.add_subcommand("settings", "Read and change the settings of the link");
-  group->require_subcommand(1);
-  group->footer("They stand in twqb.ini, or with --settings-table in the table TWSTable.");
-
-  const auto entry = std::make_shared<SettingsArguments>();
-  auto* get = AddEntryCommand(*group, "get", "Print a value; status 1 when it is not set", *entry);
-  get->footer("Example:\n  twqb settings get QBSEND_ Clients_LastSendAt");
-  get->callback([entry, &chosen] { chosen = [entry](const Options& options) { return Get(options, *entry); }; });
-
-  auto* set = AddEntryCommand(*group, "set", "Change a value", *entry);
-  set->add_option("VALUE", entry->value, "The value; behind \"--\" where it begins with a dash")
-      ->required()
-      ->type_name("");
-  set->footer("Example:\n  twqb settings set QBGET_ Customers_OptNever True");
-  set->callback([entry, &chosen] { chosen = [entry](const Options& options) { return Set(options, *entry); }; });
-
-  auto* list = group->add_subcommand("list", "Print every value that is set");
-  list->callback([&chosen] { chosen = List; });
+CommandSyntax SettingsCommand() {
+  return {
+      .name = "settings",
+      .text = "Read and change the settings of the link",
+      .footer = "They stand in twqb.ini, or with --settings-table in the table TWSTable.",
+      .commands = {GetCommand(), SetCommand(), {.name = "list", .text = "Print every value that is set", .run = List}}};
 }
 
 }  // namespace twqb::cli

@@ -84,13 +84,16 @@ ExitStatus Status(const Options& options) {
 
 }  // namespace
 
-void AddStatusCommand(CLI::App& app, Command& chosen) {
-  auto* command = app.add_subcommand("status", "Show for each table how far it is linked and when it went last");
-  command->footer(
-      "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their dates\n"
-      "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. Status 1: BillingDb lacks a\n"
-      "table.");
-  command->callback([&chosen] { chosen = Status; });
+CommandSyntax StatusCommand() {
+  return {.name = "status",
+          .text = "Show for each table how far it is linked and when it went last",
+          .footer =
+              "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their "
+              "dates\n"
+              "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. Status 1: BillingDb "
+              "lacks a\n"
+              "table.",
+          .run = Status};
 }
 
 }  // namespace twqb::cli

@@ -1,7 +1,9 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/Checks.h"
 #include "cli/Commands.h"
@@ -38,34 +40,33 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request) {
   return status;
 }
 
-void AddTransfer(CLI::App& app, Command& chosen, Direction direction) {
+CommandSyntax SyntaxOf(Direction direction) {
   const bool sends = direction == Direction::Send;
   const auto arguments = std::make_shared<TransferArguments>();
-  auto* command = sends ? app.add_subcommand("send", "Send a table to QuickBooks")
-                        : app.add_subcommand("get", "Get a table from QuickBooks");
-  command->add_option("TABLE", arguments->table, "What to transfer, see below")->required()->type_name("");
-  command
-      ->add_option("--id", arguments->id,
-                   sends ? "Only the record with this key in BillingDb, whatever the saved filters say"
-                         : "Only the record with this identifier in QuickBooks, whatever the saved filters say")
-      ->type_name("ID");
-  command->add_flag("--sync", arguments->sync, "Of two linked records the newer one wins, whatever the settings say");
-  command->footer(TableHelpText(AllTables::Yes) +
-                  (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
-                           "  twqb send clients --answers answers.txt --transcript run.jsonl"
-                         : "Examples:\n  twqb get clients\n  twqb get clients --sync"));
-  command->callback([arguments, direction, &chosen] {
-    chosen = [arguments, direction](const Options& options) {
-      return Transfer(options, RequestOf(direction, *arguments));
-    };
-  });
+  return {.name = sends ? "send" : "get",
+          .text = sends ? "Send a table to QuickBooks" : "Get a table from QuickBooks",
+          .arguments =
+              {{.name = "TABLE", .text = "What to transfer, see below", .target = &arguments->table, .required = true},
+               {.name = "--id",
+                .text = sends ? "Only the record with this key in BillingDb, whatever the saved filters say"
+                              : "Only the record with this identifier in QuickBooks, whatever the saved "
+                                "filters say",
+                .target = &arguments->id,
+                .value = "ID"},
+               {.name = "--sync",
+                .text = "Of two linked records the newer one wins, whatever the settings say",
+                .target = &arguments->sync}},
+          .footer = TableHelpText(AllTables::Yes) +
+                    (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
+                             "  twqb send clients --answers answers.txt --transcript run.jsonl"
+                           : "Examples:\n  twqb get clients\n  twqb get clients --sync"),
+          .run = [arguments, direction](const Options& options) {
+            return Transfer(options, RequestOf(direction, *arguments));
+          }};
 }
 
 }  // namespace
 
-void AddTransferCommands(CLI::App& app, Command& chosen) {
-  AddTransfer(app, chosen, Direction::Send);
-  AddTransfer(app, chosen, Direction::Get);
-}
+std::vector<CommandSyntax> TransferCommands() { return {SyntaxOf(Direction::Send), SyntaxOf(Direction::Get)}; }
 
 }  // namespace twqb::cli

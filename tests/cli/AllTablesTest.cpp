@@ -5,10 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <nlohmann/json.hpp>
 #include <pugixml.hpp>
-#include <sstream>
 
+#include "Events.h"
 #include "Program.h"
 
 namespace twqb::cli {
@@ -44,12 +43,10 @@ class AllTables : public testing::Test {
   using Answers = std::map<std::pair<std::string, int>, int>;
   Answers Changes() const {
     Answers changes;
-    std::istringstream lines(folder_.Read(transcript_));
-    for (std::string line; std::getline(lines, line);) {
-      const auto event = nlohmann::json::parse(line);
-      if (event["kind"] != "response" || !event.contains("xml")) continue;  // a form that is refused has no answer
+    for (const auto& event : EventsOf(folder_.Read(transcript_), "response")) {
+      if (!event.contains("xml")) continue;  // a form that is refused has no answer
       pugi::xml_document document;
-      EXPECT_TRUE(document.load_string(event["xml"].get<std::string>().c_str()));
+      EXPECT_TRUE(document.load_string(event.at("xml").c_str()));
       for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs").children()) {
         const std::string name = response.name();
         if (!name.ends_with("AddRs") && !name.ends_with("ModRs")) continue;

@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-#include <sstream>
-
+#include "Events.h"
 #include "Program.h"
 
 namespace twqb::cli {
@@ -76,15 +74,10 @@ TEST_F(DeletionCommands, End_with_1_when_QuickBooks_refuses) {
 
 TEST_F(DeletionCommands, Stand_in_the_transcript_with_their_operation) {
   folder_.Done({"delete-billing", "clients", id_, "--answers", "yes.txt", "--transcript", "run.jsonl"});
-  std::istringstream lines(folder_.Read("run.jsonl"));
-  std::vector<nlohmann::json> calls;
-  for (std::string line; std::getline(lines, line);) {
-    auto event = nlohmann::json::parse(line);
-    if (event["kind"] == "call") calls.push_back(std::move(event));
-  }
+  const auto calls = EventsOf(folder_.Read("run.jsonl"), "call");
   ASSERT_EQ(calls.size(), 1U);
-  EXPECT_EQ(calls[0]["operation"], "DeleteTWRecord");
-  EXPECT_EQ(calls[0]["arguments"], nlohmann::json({"enClients", id_}));
+  EXPECT_EQ(calls[0].at("operation"), "DeleteTWRecord");
+  EXPECT_EQ(calls[0].at("arguments"), R"(["enClients",")" + id_ + R"("])");
 }
 
 TEST_F(DeletionCommands, Refuse_all_tables_and_an_empty_identifier) {

@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-#include <sstream>
-
+#include "Events.h"
 #include "Program.h"
 
 namespace twqb::cli {
@@ -30,14 +28,8 @@ class SampleFirm : public testing::Test {
     folder_.Write("yes.txt", "default yes\n");
   }
 
-  std::vector<nlohmann::json> Events(std::string_view transcript, std::string_view kind) const {
-    std::vector<nlohmann::json> events;
-    std::istringstream lines(folder_.Read(transcript));
-    for (std::string line; std::getline(lines, line);) {
-      auto event = nlohmann::json::parse(line);
-      if (event["kind"] == kind) events.push_back(std::move(event));
-    }
-    return events;
+  std::vector<Event> Events(std::string_view transcript, std::string_view kind) const {
+    return EventsOf(folder_.Read(transcript), kind);
   }
 
   WorkFolder folder_;
@@ -139,12 +131,12 @@ TEST_F(SampleFirm, The_transcript_holds_the_call_the_faults_and_the_result) {
                 "run.jsonl"});
   const auto calls = Events("run.jsonl", "call");
   ASSERT_EQ(calls.size(), 1U);
-  EXPECT_EQ(calls[0]["operation"], "SendDataToQB");
-  EXPECT_EQ(calls[0]["arguments"], nlohmann::json({"enClients"}));
+  EXPECT_EQ(calls[0].at("operation"), "SendDataToQB");
+  EXPECT_EQ(calls[0].at("arguments"), R"(["enClients"])");
   const auto returns = Events("run.jsonl", "return");
   ASSERT_EQ(returns.size(), 1U);
-  EXPECT_EQ(returns[0]["value"], true);
-  EXPECT_THAT(Events("run.jsonl", "response").back()["xml"].get<std::string>(), HasSubstr("scripted"));
+  EXPECT_EQ(returns[0].at("value"), "true");
+  EXPECT_THAT(Events("run.jsonl", "response").back().at("xml"), HasSubstr("scripted"));
 }
 
 TEST_F(SampleFirm, Two_runs_of_one_clock_and_seed_give_one_transcript) {

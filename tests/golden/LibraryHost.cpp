@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/transcript/Transcript.h"
+#include "adapters/transcript/TranscriptWriter.h"
 #include "engine/DependentPull.h"
 #include "platform/Forwarding.h"
 #include "quickbooks/IsCustomer.h"
@@ -27,7 +27,6 @@ namespace twqb {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Arguments = std::vector<std::string>;
 
 class WaitingDesk : public ForwardingDesk {
@@ -59,7 +58,9 @@ bool IsTrue(const std::string& word) {
   return word == "True";
 }
 
-Json Recorded(const std::string& word) { return word == "True" || word == "False" ? Json(IsTrue(word)) : Json(word); }
+EventValue Recorded(const std::string& word) {
+  return word == "True" || word == "False" ? EventValue(IsTrue(word)) : EventValue(word);
+}
 
 // In the order of their numbers.
 constexpr std::array<std::string_view, 15> kTableNames = {
@@ -76,19 +77,19 @@ enTables Table(const std::string& word) {
 struct Operation {
   std::string_view name;
   std::size_t arguments;
-  Json (*run)(CTWQBBridge& bridge, const Arguments& arguments);
+  EventValue (*run)(CTWQBBridge& bridge, const Arguments& arguments);
 };
 
 // A property that is set.
 template <auto kSet, auto kRead>
-constexpr auto kSetter = [](CTWQBBridge& bridge, const Arguments& arguments) -> Json {
+constexpr auto kSetter = [](CTWQBBridge& bridge, const Arguments& arguments) -> EventValue {
   (bridge.*kSet)(kRead(arguments[0]));
   return nullptr;
 };
 constexpr auto kText = [](const std::string& word) { return word; };
 
 // A lookup; of the list the number of its records.
-Json CountOf(const ReturnedList& list) { return list.IsNothing() ? Json() : Json(list.Count()); }
+EventValue CountOf(const ReturnedList& list) { return list.IsNothing() ? EventValue() : EventValue(list.Count()); }
 template <auto kOperation>
 constexpr auto kList = [](CTWQBBridge& bridge, const Arguments&) { return CountOf((bridge.*kOperation)()); };
 template <auto kOperation>
@@ -96,13 +97,13 @@ constexpr auto kListOfAll =
     [](CTWQBBridge& bridge, const Arguments& arguments) { return CountOf((bridge.*kOperation)(IsTrue(arguments[0]))); };
 
 constexpr std::array kOperations = {
-    Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> Json { return b.ConnectToQB(IsTrue(a[0])); }},
-    Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> Json { return b.SendDataToQB(Table(a[0])); }},
-    Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> Json { return b.GetDataFromQB(Table(a[0])); }},
-    Operation{"DeleteTWRecord", 2, [](auto& b, auto& a) -> Json { return b.DeleteTWRecord(Table(a[0]), a[1]); }},
-    Operation{"DeleteQBRecord", 2, [](auto& b, auto& a) -> Json { return b.DeleteQBRecord(Table(a[0]), a[1]); }},
-    Operation{"SubscribeToQBEvents", 1, [](auto& b, auto& a) -> Json { return b.SubscribeToQBEvents(IsTrue(a[0])); }},
-    Operation{"SaveSettings", 4, [](auto& b, auto& a) -> Json { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
+    Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> EventValue { return b.ConnectToQB(IsTrue(a[0])); }},
+    Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> EventValue { return b.SendDataToQB(Table(a[0])); }},
+    Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> EventValue { return b.GetDataFromQB(Table(a[0])); }},
+    Operation{"DeleteTWRecord", 2, [](auto& b, auto& a) -> EventValue { return b.DeleteTWRecord(Table(a[0]), a[1]); }},
+    Operation{"DeleteQBRecord", 2, [](auto& b, auto& a) -> EventValue { return b.DeleteQBRecord(Table(a[0]), a[1]); }},
+    Operation{"SubscribeToQBEvents", 1, [](auto& b, auto& a) -> EventValue { return b.SubscribeToQBEvents(IsTrue(a[0])); }},
+    Operation{"SaveSettings", 4, [](auto& b, auto& a) -> EventValue { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
     Operation{"GetAccounts", 0, kList<&CTWQBBridge::GetAccounts>},
     Operation{"GetEmployees", 1, kListOfAll<&CTWQBBridge::GetEmployees>},
     Operation{"GetCustomers", 1, kListOfAll<&CTWQBBridge::GetCustomers>},
@@ -118,29 +119,29 @@ constexpr std::array kOperations = {
     Operation{"GetPayrollItems", 0, kList<&CTWQBBridge::GetPayrollItems>},
     // The columns of the array, one for each account; False without one.
     Operation{"GetQBAccounts", 0,
-              [](auto& b, auto&) -> Json {
+              [](auto& b, auto&) -> EventValue {
                 AccountArray accounts;
-                return b.GetQBAccounts(accounts) ? Json(accounts) : Json(false);
+                return b.GetQBAccounts(accounts) ? EventValue(ListOf(accounts)) : EventValue(false);
               }},
-    Operation{"IsJob", 1, [](auto& b, auto& a) -> Json { return b.IsJob(a[0]); }},
+    Operation{"IsJob", 1, [](auto& b, auto& a) -> EventValue { return b.IsJob(a[0]); }},
     Operation{"DisplaySettings", 0,
-              [](auto& b, auto&) -> Json {
+              [](auto& b, auto&) -> EventValue {
                 b.DisplaySettings();
                 return nullptr;
               }},
     Operation{"CloseProgressScreen", 0,
-              [](auto& b, auto&) -> Json {
+              [](auto& b, auto&) -> EventValue {
                 b.CloseProgressScreen();
                 return nullptr;
               }},
     // Properties.
-    Operation{"NoRecsInQBTable", 0, [](auto& b, auto&) -> Json { return b.NoRecsInQBTable(); }},
-    Operation{"IsSubscribedToQBEvents", 0, [](auto& b, auto&) -> Json { return b.IsSubscribedToQBEvents(); }},
-    Operation{"QBDB", 0, [](auto& b, auto&) -> Json { return b.QBDB(); }},
-    Operation{"QBCountry", 0, [](auto& b, auto&) -> Json { return b.QBCountry(); }},
-    Operation{"QBHostVer", 0, [](auto& b, auto&) -> Json { return b.QBHostVer(); }},
-    Operation{"UseTWSTable", 0, [](auto& b, auto&) -> Json { return b.UseTWSTable(); }},
-    Operation{"IsSilentMode", 0, [](auto& b, auto&) -> Json { return b.IsSilentMode(); }},
+    Operation{"NoRecsInQBTable", 0, [](auto& b, auto&) -> EventValue { return b.NoRecsInQBTable(); }},
+    Operation{"IsSubscribedToQBEvents", 0, [](auto& b, auto&) -> EventValue { return b.IsSubscribedToQBEvents(); }},
+    Operation{"QBDB", 0, [](auto& b, auto&) -> EventValue { return b.QBDB(); }},
+    Operation{"QBCountry", 0, [](auto& b, auto&) -> EventValue { return b.QBCountry(); }},
+    Operation{"QBHostVer", 0, [](auto& b, auto&) -> EventValue { return b.QBHostVer(); }},
+    Operation{"UseTWSTable", 0, [](auto& b, auto&) -> EventValue { return b.UseTWSTable(); }},
+    Operation{"IsSilentMode", 0, [](auto& b, auto&) -> EventValue { return b.IsSilentMode(); }},
     Operation{"SetIsSilentMode", 1, kSetter<&CTWQBBridge::SetIsSilentMode, IsTrue>},
     Operation{"SetUsePreferencesTW", 1, kSetter<&CTWQBBridge::SetUsePreferencesTW, IsTrue>},
     Operation{"SetPassedID", 1, kSetter<&CTWQBBridge::SetPassedID, kText>},
@@ -150,17 +151,17 @@ constexpr std::array kOperations = {
     Operation{"SetTWSettingsPath", 1, kSetter<&CTWQBBridge::SetTWSettingsPath, kText>},
     Operation{"SetConnectString", 1, kSetter<&CTWQBBridge::SetConnectString, kText>},
     // Routines that nothing calls yet, or that no operation shows alone.
-    Operation{"GenerateGUID", 0, [](auto&, auto&) -> Json { return GenerateGUID(); }},
-    Operation{"GetQBLinkIDOf", 2, [](auto&, auto& a) -> Json { return GetQBLinkIDOf(a[0], a[1]); }},
+    Operation{"GenerateGUID", 0, [](auto&, auto&) -> EventValue { return GenerateGUID(); }},
+    Operation{"GetQBLinkIDOf", 2, [](auto&, auto& a) -> EventValue { return GetQBLinkIDOf(a[0], a[1]); }},
     Operation{"LoadActivityCodes", 0,
-              [](auto&, auto&) -> Json {
+              [](auto&, auto&) -> EventValue {
                 LoadActivityCodes();
                 const auto& v = Vars();
-                return {v.g_ActivityComp, v.g_ActivityHol, v.g_ActivitySick, v.g_ActivityVac};
+                return EventList{v.g_ActivityComp, v.g_ActivityHol, v.g_ActivitySick, v.g_ActivityVac};
               }},
     // On a connection of its own, as a transaction's routine has one.
     Operation{"TransferCustomerOrJobFromQB", 2,
-              [](auto&, auto& a) -> Json {
+              [](auto&, auto& a) -> EventValue {
                 const auto connection = Vars().platform.database->CreateConnection();
                 OpenConnection(*connection, nullptr, "");
                 TransferCustomerOrJobFromQB(a[0], connection.get(), a[1]);
@@ -168,16 +169,16 @@ constexpr std::array kOperations = {
               }},
     // Of a record in an answer.
     Operation{"IsCustomer", 1,
-              [](auto&, auto& a) -> Json {
+              [](auto&, auto& a) -> EventValue {
                 const MsgSetResponse answer(
                     "<QBXML><QBXMLMsgsRs><CustomerQueryRs statusCode=\"0\" statusSeverity=\"Info\">" + a[0] +
                     "</CustomerQueryRs></QBXMLMsgsRs></QBXML>");
                 return IsCustomer(answer.GetAt(0).Detail());
               }},
     Operation{"gf_ReadSettings", 3,
-              [](auto&, auto& a) -> Json { return gf_ReadSettings(a[0], a[1], Vars().g_TWSettingsPath, a[2]); }},
+              [](auto&, auto& a) -> EventValue { return gf_ReadSettings(a[0], a[1], Vars().g_TWSettingsPath, a[2]); }},
     Operation{"gf_WriteSettings", 3,
-              [](auto&, auto& a) -> Json { return gf_WriteSettings(a[0], a[1], a[2], Vars().g_TWSettingsPath); }},
+              [](auto&, auto& a) -> EventValue { return gf_WriteSettings(a[0], a[1], a[2], Vars().g_TWSettingsPath); }},
 };
 
 }  // namespace
@@ -242,7 +243,7 @@ void LibraryHost::Call(const std::vector<std::string>& words) {
   if (operation == kOperations.end()) throw std::runtime_error("no operation of these runs: " + name);
   const Arguments arguments(words.begin() + 1, words.end());
   if (arguments.size() != operation->arguments) throw std::runtime_error("wrong number of arguments: " + name);
-  auto recorded = Json::array();
+  EventList recorded;
   for (const auto& argument : arguments) recorded.push_back(Recorded(argument));
 
   auto& transcript = parts_->transcript;

@@ -5,6 +5,7 @@
 #include "../faults/SeamFakes.h"
 #include "adapters/transcript/Masking.h"
 #include "adapters/transcript/Transcript.h"
+#include "adapters/transcript/TranscriptWriter.h"
 
 namespace twqb {
 namespace {
@@ -124,7 +125,7 @@ TEST(TranscriptMasking, Changes_nothing_in_an_unmasked_transcript) {
 TEST(TranscriptMasking, Shows_that_an_identity_number_is_NULL_or_empty) {
   std::ostringstream out;
   TranscriptWriter writer(out);
-  writer.Write("row", {{"values", {{"EmpSSN", nullptr}, {"EMPSSN", ""}}}});
+  writer.Write("row", {{"values", EventFields{{"EmpSSN", nullptr}, {"EMPSSN", ""}}}});
   EXPECT_EQ(out.str(), "{\"seq\":1,\"kind\":\"row\",\"values\":{\"EmpSSN\":null,\"EMPSSN\":\"\"}}\n");
 }
 

@@ -10,6 +10,7 @@
 
 #include "../faults/SeamFakes.h"
 #include "adapters/transcript/Transcript.h"
+#include "adapters/transcript/TranscriptWriter.h"
 
 namespace twqb {
 

@@ -1,0 +1,35 @@
+// What takes the place of the person, the clock and luck in a run, as the options name it; and the machine that comes
+// of it.
+//
+// It reads the files of answers and faults. What acts on them stands behind the seams that Composition puts together.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "adapters/faults/FaultScript.h"
+#include "adapters/scripted/Answers.h"
+#include "adapters/system/FrozenOptions.h"
+#include "adapters/transcript/Masking.h"
+#include "cli/Options.h"
+#include "platform/machine.h"
+
+namespace twqb::cli {
+
+struct Surroundings {
+  std::optional<Answers> answers;      // nothing: the person at the terminal is asked
+  std::optional<FrozenOptions> clock;  // nothing: this system's
+  std::optional<FaultScript> faults;
+  std::string transcript;  // a path; empty: none is written
+  Masking masking = Masking::Masked;
+  std::span<const Table* const> tables = {};  // none: those of the library
+};
+
+// Reads the files that the options name. Raises UsageError naming file and line.
+[[nodiscard]] Surroundings ReadSurroundings(const Options& options);
+
+// The machine on which the files of `place` are worked on.
+[[nodiscard]] std::unique_ptr<Machine> MakeMachine(const Workplace& place, const std::optional<FrozenOptions>& clock);
+
+}  // namespace twqb::cli

@@ -1,0 +1,23 @@
+#include "Events.h"
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <utility>
+
+namespace twqb::cli {
+
+std::vector<Event> EventsOf(std::string_view transcript, std::string_view kind) {
+  std::vector<Event> events;
+  std::istringstream lines{std::string(transcript)};
+  for (std::string line; std::getline(lines, line);) {
+    const auto parsed = nlohmann::json::parse(line);
+    Event event;
+    for (const auto& [name, value] : parsed.items()) {
+      event[name] = value.is_string() ? value.get<std::string>() : value.dump();
+    }
+    if (event.at("kind") == kind) events.push_back(std::move(event));
+  }
+  return events;
+}
+
+}  // namespace twqb::cli
