@@ -200,7 +200,7 @@ TEST_F(Company, Set_of_an_unknown_name_gives_2_and_lists_the_names) {
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("Did you mean \"permission\"?"),
                                HasSubstr("permission, auto-logon, dialog, host-query, personal-data, time-tracking, "
-                                         "closing-date, interface-version")));
+                                         "recovery, closing-date, interface-version")));
 }
 
 TEST_F(Company, Set_in_a_company_file_that_is_not_there_gives_2) {

@@ -240,7 +240,7 @@ TEST(ExpenseCodeSend, An_account_that_QuickBooks_lacks_ends_the_table_behind_its
   EXPECT_EQ(box.text,
             "Invalid Reference.\r\n\r\nQuickBooks has reported the following error: -\r\nThere is an invalid reference "
             "to QuickBooks ExpenseAccount \"Missing\" in the ItemOtherCharge.  QuickBooks error message: Invalid "
-            "argument. The specified record does not exist in the list.\r\n(Error Code = 3140\r\nSeverity: "
+            "argument.  The specified record does not exist in the list.\r\n(Error Code = 3140\r\nSeverity: "
             "Error)\r\n\r\nSuggestion: -\r\nIf this table needs an account, please choose a valid account from the\r\n"
             "Sync Settings in Tallywick.");
   EXPECT_EQ(box.title, "");
