@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "messages/StatusCodes.h"
+
 namespace twqb::company {
 
 namespace {
@@ -71,12 +73,15 @@ std::string_view Severity(const Status& status) {
 
 bool IsError(const Status& status) { return status.code >= kFirstError; }
 
+// The codes that programs tell apart have their names there.
+namespace codes = ::twqb::status;
+
 namespace status {
 
-Status NothingFound() { return {1, "A query request did not find a matching object in QuickBooks"}; }
+Status NothingFound() { return {codes::kFoundNothing, "A query request did not find a matching object in QuickBooks"}; }
 
 Status QueryIncomplete(std::string_view value) {
-  return {500,
+  return {codes::kIncomplete,
           fmt::format("The query request has not been fully completed.  There was a required element (\"{}\") that "
                       "could not be found in QuickBooks.",
                       value)};
@@ -104,12 +109,13 @@ Status ColonInName(std::string_view name, std::string_view kind) {
 }
 
 Status NameInUse(std::string_view name) {
-  return {3100, fmt::format("The name \"{}\" of the list element is already in use.", name)};
+  return {codes::kNameInUse, fmt::format("The name \"{}\" of the list element is already in use.", name)};
 }
 
 Status ObjectNotFound(std::string_view id) {
-  return {3120, fmt::format("Object \"{}\" specified in the request cannot be found.  QuickBooks error message: {}", id,
-                            kNoSuchRecord)};
+  return {codes::kObjectNotFound,
+          fmt::format("Object \"{}\" specified in the request cannot be found.  QuickBooks error message: {}", id,
+                      kNoSuchRecord)};
 }
 
 Status BadParent(std::string_view parent, std::string_view kind, std::string_view reason) {
@@ -119,7 +125,7 @@ Status BadParent(std::string_view parent, std::string_view kind, std::string_vie
 }
 
 Status BadReference(std::string_view reference, std::string_view value, std::string_view kind) {
-  return {3140,
+  return {codes::kInvalidReference,
           fmt::format("There is an invalid reference to QuickBooks {} \"{}\" in the {}.  QuickBooks error message: {}",
                       TargetName(reference), value, kind, kNoSuchRecord)};
 }
@@ -134,8 +140,8 @@ Status CannotDelete(std::string_view id, std::string_view reason) {
 }
 
 Status CannotModify(std::string_view kind, std::string_view reason) {
-  return {3170, fmt::format("There was an error when modifying {}.  QuickBooks error message: {}", WithArticle(kind),
-                            reason)};
+  return {codes::kCannotModify, fmt::format("There was an error when modifying {}.  QuickBooks error message: {}",
+                                            WithArticle(kind), reason)};
 }
 
 Status BooksClosed(std::string_view date, std::string_view closingDate) {
@@ -144,7 +150,7 @@ Status BooksClosed(std::string_view date, std::string_view closingDate) {
 }
 
 Status CannotSave(std::string_view kind, std::string_view reason) {
-  return {3180,
+  return {codes::kCannotSave,
           fmt::format("There was an error when saving {}.  QuickBooks error message: {}", WithArticle(kind), reason)};
 }
 
@@ -160,29 +166,32 @@ Status InvalidValue(std::string_view field, std::string_view value, std::string_
 Status NotProcessed() { return {3231, "The request has not been processed."}; }
 
 Status ReferenceGone(std::string_view reference, std::string_view value, std::string_view kind) {
-  return {3240, fmt::format("The QuickBooks {} \"{}\" that the {} refers to has been deleted.", TargetName(reference),
-                            value, kind)};
+  return {codes::kReferenceGone, fmt::format("The QuickBooks {} \"{}\" that the {} refers to has been deleted.",
+                                             TargetName(reference), value, kind)};
 }
 
 Status ReferenceOfWrongKind(std::string_view reference, std::string_view value, std::string_view kind) {
-  return {3240, fmt::format("The object \"{}\" that the {} refers to is of the wrong kind for a QuickBooks {}.", value,
-                            kind, TargetName(reference))};
+  return {codes::kReferenceGone,
+          fmt::format("The object \"{}\" that the {} refers to is of the wrong kind for a QuickBooks {}.", value, kind,
+                      TargetName(reference))};
 }
 
 Status FeatureNotEnabled(std::string_view what) {
-  return {3250, fmt::format("This feature is not enabled or not available in this version of QuickBooks: {}.", what)};
+  return {codes::kFeatureNotEnabled,
+          fmt::format("This feature is not enabled or not available in this version of QuickBooks: {}.", what)};
 }
 
 Status NotPermitted() { return {3260, "Insufficient permission level to perform this action."}; }
 
 Status PersonalDataWithheld(std::string_view field) {
-  return {3261, fmt::format("The integrated application has no permission to access personal data, such as the field "
-                            "\"{}\".",
-                            field)};
+  return {codes::kPersonalDataWithheld,
+          fmt::format("The integrated application has no permission to access personal data, such as the field "
+                      "\"{}\".",
+                      field)};
 }
 
 Status TimeForPaychecksUnknown(std::string_view employee) {
-  return {3310,
+  return {codes::kTimeForPaychecksUnknown,
           fmt::format("Failed to save the Time Tracking transaction.  It is not known whether time data makes the "
                       "paychecks of the employee \"{}\".",
                       employee)};
