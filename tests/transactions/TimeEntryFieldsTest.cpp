@@ -259,6 +259,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Notes{"Off", "0", "'Memo'", "'Text'", "Text"},
                     Notes{"OffWithoutText", "0", "'Memo'", "NULL", "(none)"},
                     Notes{"On", "1", "'Memo'", "'Text'", "Memo"}, Notes{"OnWithoutMemo", "1", "NULL", "'Text'", "Text"},
+                    Notes{"OnWithEmptyMemo", "1", "''", "'Text'", ""},
+                    Notes{"OffWithEmptyText", "0", "'Memo'", "''", ""},
                     Notes{"OnWithNeither", "1", "NULL", "NULL", "(none)"},
                     Notes{"OnRich", "1", R"('{\rtf1\ansi\b Long\b0  note}')", "'Text'", "Long note"},
                     Notes{"OffRich", "0", "NULL", R"('{\rtf1 Kept}')", R"({\rtf1 Kept})"}),

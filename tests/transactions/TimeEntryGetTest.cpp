@@ -172,6 +172,18 @@ INSTANTIATE_TEST_SUITE_P(
                      testing::Bool()),
     [](const auto& test) { return std::get<0>(test.param).name + (std::get<1>(test.param) ? "_Bill" : "_Cost"); });
 
+// Keys stand in the statements as they are.
+TEST(TimeEntryGet, The_rates_of_an_activity_with_an_apostrophe_in_the_key_can_not_be_looked_up) {
+  KnownHouse house;
+  house.Sql("UPDATE Activity SET ActivityID = 'ANN''S:', AC_BillRate = 80, AC_CostRate = 70");
+  house.Sql("UPDATE Employee SET EmpBillRate = 0, EmpCostRate = 1");
+  house.GetReturned({Returned{}});
+  EXPECT_EQ(house.Got("ActivityID"), "ANN'S:");
+  EXPECT_EQ(house.Got("TEBillRate"), "0");
+  EXPECT_EQ(house.Got("TECostRate"), "1");
+  EXPECT_TRUE(house.BoxTexts().empty());
+}
+
 // --- What is here already, or is not known here ----------------------------------------------------------------------
 
 TEST(TimeEntryGet, An_entry_that_is_here_is_left_as_it_is) {

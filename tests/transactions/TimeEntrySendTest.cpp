@@ -222,6 +222,19 @@ INSTANTIATE_TEST_SUITE_P(
       return test.param.table + "_" + (link == "NULL" ? "Null" : link == "raise" ? "Broken" : "Empty");
     });
 
+// Keys stand in the statements as they are.
+TEST(TimeEntrySend, An_employee_with_an_apostrophe_in_the_key_can_not_be_looked_up) {
+  TimeEntriesHouse house;
+  house.Sql("INSERT INTO Employee (EmployeeID, QBLinkID) VALUES ('O''NEIL', '" + house.employee + "')");
+  house.Entry("T1", {{"EmployeeID", "'O''NEIL'"}});
+  house.Entry("T2");
+  house.Send();
+  EXPECT_FALSE(house.IsSent("T1"));
+  EXPECT_TRUE(house.IsSent("T2"));
+  EXPECT_EQ(house.BoxTexts(), Texts{kSomeLeftBehind});
+  EXPECT_EQ(Outcome(), TableOk::False);
+}
+
 TEST(TimeEntrySend, Employees_without_a_link_are_told_once_at_the_end_whatever_their_number) {
   TimeEntriesHouse house;
   house.Sql("INSERT INTO Employee (EmployeeID) VALUES ('BOB')");
@@ -378,6 +391,20 @@ TEST(TimeEntrySend, An_error_ends_the_run_with_its_box_and_the_entry_in_the_log)
   EXPECT_EQ(house.Requests("TimeTrackingAddRq").size(), 1U);
   EXPECT_EQ(Outcome(), TableOk::False);
   EXPECT_FALSE(house.desk.Form());
+}
+
+TEST(TimeEntrySend, A_request_that_can_not_be_sent_is_an_error_and_the_entry_keeps_no_link) {
+  TimeEntriesHouse house({}, "DoRequests 3 raise 0x80040404 \"Broken.\"\n");
+  house.Entry("T1");
+  house.Entry("T2");
+  house.Entry("T3");
+  house.Send();
+  ASSERT_EQ(house.BoxTexts().size(), 1U);
+  EXPECT_TRUE(house.BoxTexts()[0].ends_with(ErrorBoxEnd("MoveTimeEntryToQB"))) << house.BoxTexts()[0];
+  EXPECT_EQ(house.Log(), Texts{"Error transfering time entry. Data = ROOF:,DESIGN:,AL"});
+  EXPECT_TRUE(house.IsSent("T1"));
+  EXPECT_FALSE(house.IsSent("T2") || house.IsSent("T3"));
+  EXPECT_EQ(Outcome(), TableOk::False);
 }
 
 TEST(TimeEntrySend, An_error_behind_entries_that_were_left_behind_does_not_tell_of_them) {
