@@ -21,7 +21,7 @@ inline constexpr TestedTable kTestedTimeEntries = {.table = enTimeEntries,
 using Columns = std::map<std::string, std::string>;  // as SQL expressions
 using Texts = std::vector<std::string>;
 
-// A time-tracking record as QuickBooks returns it. An empty part is left out.
+// A time-tracking record as QuickBooks returns it. An empty element is left out.
 struct Returned {
   std::string txnId = "1-1";
   std::string entity = "<ListID>E-1</ListID><FullName>Ann Lee</FullName>";
@@ -31,13 +31,13 @@ struct Returned {
   std::string behind = {};  // Notes, IsBillable, IsBilled
 
   [[nodiscard]] std::string Text() const {
-    return "<TimeTrackingRet><TxnID>" + txnId + "</TxnID><TxnDate>2008-03-04</TxnDate>" + Part("EntityRef", entity) +
-           Part("CustomerRef", customer) + Part("ItemServiceRef", item) + Part("Duration", duration) + behind +
+    return "<TimeTrackingRet><TxnID>" + txnId + "</TxnID><TxnDate>2008-03-04</TxnDate>" + Element("EntityRef", entity) +
+           Element("CustomerRef", customer) + Element("ItemServiceRef", item) + Element("Duration", duration) + behind +
            "</TimeTrackingRet>";
   }
 
  private:
-  static std::string Part(const std::string& name, const std::string& inside) {
+  static std::string Element(const std::string& name, const std::string& inside) {
     return inside.empty() ? std::string() : "<" + name + ">" + inside + "</" + name + ">";
   }
 };
