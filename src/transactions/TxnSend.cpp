@@ -18,7 +18,12 @@ namespace {
 class TxnSendWork final : public RowWork {
  public:
   TxnSendWork(const Table& table, const TxnTable& txn, const SendCall& call)
-      : table_(table), txn_(txn), send_(txn.send), session_(call.session), run_(call.run) {}
+      : table_(table),
+        txn_(txn),
+        send_(txn.send),
+        session_(call.session),
+        run_(call.run),
+        told_(txn.send.told(nullptr)) {}
 
   bool Prepare(RowWalk& /*walk*/) override { return send_.prepare == nullptr || send_.prepare(session_); }
   [[nodiscard]] bool ClosesWithoutRows() const override { return false; }
@@ -26,9 +31,8 @@ class TxnSendWork final : public RowWork {
   RowEnd TakeRow(RowWalk& walk) override {
     const auto& row = walk.Row();
     record_ = {};
-    told_.clear();
+    told_ = send_.told(&row);
     walk.BeginRow(kCallbackTransaction);
-    told_ = send_.told == nullptr ? ColumnText(row, txn_.keyColumn) : send_.told(row);
     if (send_.admit != nullptr && !send_.admit(row)) return RowEnd::Done;
     record_.key = ColumnText(row, txn_.keyColumn);
     record_.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));

@@ -41,9 +41,10 @@ struct TxnSend {
   bool (*prepare)(QBSessionManager& session) = nullptr;
   // Which rows go; left out: all.
   bool (*admit)(const ado::Recordset& row) = nullptr;
-  // What the form shows of a row, and what the log tells of it; left out: its key.
+  // What the form shows of a row; left out: its key.
   std::string (*shown)(const ado::Recordset& row) = nullptr;
-  std::string (*told)(const ado::Recordset& row) = nullptr;
+  // What the log tells of a row; ahead of the first one there is none.
+  std::string (*told)(const ado::Recordset* row);
   // Fills the request; `links` are the identifiers of the description's. False: the row is not to go.
   bool (*fill)(const RequestField& request, const ado::Recordset& row, std::span<const std::string> links) = nullptr;
 };

@@ -76,17 +76,17 @@ std::string ShownOf(const ado::Recordset& row) {
   return fmt::format("{}, {}", ColumnText(row, "EmployeeID"), ColumnText(row, "TEDate"));
 }
 
-// "ProjectID,ActivityID,EmployeeID"
-std::string DataOf(const ado::Recordset& row) {
-  return fmt::format("{},{},{}", ColumnText(row, "ProjectID"), ColumnText(row, "ActivityID"),
-                     ColumnText(row, "EmployeeID"));
+// "ProjectID,ActivityID,EmployeeID"; the commas alone where there is no row.
+std::string DataOf(const ado::Recordset* row) {
+  const auto text = [row](std::string_view column) { return row == nullptr ? "" : ColumnText(*row, column); };
+  return fmt::format("{},{},{}", text("ProjectID"), text("ActivityID"), text("EmployeeID"));
 }
 
 bool Fill(const RequestField& request, const ado::Recordset& row, std::span<const std::string> links) {
   QBAssignTimeTrackingFldValues(request, row, links);
   const auto duration = request["Duration"];
   if (!duration.IsSet() || !duration.GetValue().empty()) return true;
-  WriteLog("QuickBooks does not support negative time entry. Data = " + DataOf(row));
+  WriteLog("QuickBooks does not support negative time entry. Data = " + DataOf(&row));
   return false;
 }
 

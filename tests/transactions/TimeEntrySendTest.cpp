@@ -437,7 +437,7 @@ TEST(TimeEntrySend, An_error_ahead_of_the_first_row_has_no_entry_to_tell_of) {
   house.Entry("T1");
   house.Send();
   EXPECT_EQ(house.BoxTexts(), Texts{BrokenBox("MoveTimeEntryToQB")});
-  EXPECT_EQ(house.Log(), Texts{"Error transfering time entry. Data = "});
+  EXPECT_EQ(house.Log(), Texts{"Error transfering time entry. Data = ,,"});
   EXPECT_EQ(Outcome(), TableOk::False);
 }
 
