@@ -8,13 +8,14 @@
 namespace twqb {
 
 void RowWalk::Walk(const std::string& sql, RowWork& work) {
-  if (const auto raised = CatchError([&] { TakeAll(sql, work); })) {
+  const auto raised = CatchError([&] { TakeAll(sql, work); });
+  if (raised) {
     // The rest of the rows is not attempted.
     run_.g_TableOk = TableOk::False;
     ReportError(texts_.errors, texts_.routine, *raised);
     if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
   }
-  const bool takesFormDown = run_.ShowsProgress() && (total_ > 0 || work.ClosesWithoutRows());
+  const bool takesFormDown = run_.ShowsProgress() && (raised || total_ > 0 || work.ClosesWithoutRows());
   CloseObjects(run_, takesFormDown ? FormToo::Unload : FormToo::Leave, &rows_, nullptr, &connection_);
 }
 

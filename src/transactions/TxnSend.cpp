@@ -4,6 +4,7 @@
 #include "engine/RecordReader.h"
 #include "engine/SendRecord.h"
 #include "messages/StatusCodes.h"
+#include "platform/PlatformError.h"
 #include "platform/Value.h"
 #include "quickbooks/Requests.h"
 #include "services/Conversions.h"
@@ -85,9 +86,18 @@ class TxnSendWork final : public RowWork {
         return RowEnd::Lacking;
       case Refusal::LeaveTable:
         return RowEnd::LeaveTable;
-      default:
+      case Refusal::PassOver:
         return RowEnd::Done;
+      // Ways of lists: a transaction's rules end with a row about any status, which has told of it.
+      case Refusal::EndTable:
+      case Refusal::AskInTheBox:
+      case Refusal::AskInItsOwnBox:
+      case Refusal::AskToGoOn:
+      case Refusal::TryNextName:
+      case Refusal::SendAgain:
+        break;
     }
+    throw PlatformError(error::kNameUnknown);
   }
 
   void WriteLinkBack(ado::Connection& connection, const std::string& txnId) const {

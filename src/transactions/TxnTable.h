@@ -1,5 +1,5 @@
-// How a transaction moves: a send adds what QuickBooks lacks, a get inserts what BillingDb lacks, and nothing is ever
-// modified. There is no conflict rule.
+// How transactions move that are never modified: a send adds what QuickBooks lacks, a get inserts what BillingDb lacks,
+// and there is no conflict rule.
 //
 // A module is a description: the links of its rows, fields, what is done about refusals, and hooks for what rows can't
 // say. The walks of the engine own the loops; this owns the stale link, the look-ups of links in either direction, the

@@ -42,6 +42,8 @@ constexpr TxnLink kActivity = {.kind = "ACTIVITY",
 
 constexpr std::array kSendLinks = {kProject, kEmployee, kActivity};
 constexpr std::array kGetLinks = {kProject, kActivity, kEmployee};
+// What is done with them goes by their places.
+static_assert(kGetLinks[0].values == 2 && kGetLinks[1].values == 1 && kGetLinks[2].values == 1);
 
 // --- Hooks of the send -----------------------------------------------------------------------------------------------
 
@@ -53,8 +55,9 @@ bool IsChosen(std::string_view key) {
 
 // A double as it is: its text would round it, and an entry could lose a minute.
 double NumberOf(const Value& value) {
-  const auto* number = std::get_if<double>(&value);
-  return number == nullptr ? TextToNumber(ToText(value)) : *number;
+  if (const auto* number = std::get_if<double>(&value)) return *number;
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
+  return TextToNumber(ToText(value));
 }
 
 bool Prepare(QBSessionManager& session) {
@@ -125,6 +128,8 @@ void AssignDuration(const RequestField& duration, const Value& hours) {
 std::string PlainText(std::string_view note) { return StripRichText(note); }
 
 using When = SendField::When;
+constexpr std::array kSendBillable = {
+    SendField{.path = "IsBillable", .column = "TEBill", .when = When::NotNull, .cut = SendField::Cut::Uncut}};
 constexpr std::array kSendMemo = {SendField{
     .path = "Notes", .column = "TEMemo", .when = When::NotNull, .convert = PlainText, .cut = SendField::Cut::Uncut}};
 constexpr std::array kSendDescription = {
@@ -441,7 +446,7 @@ void QBAssignTimeTrackingFldValues(const RequestField& request, const ado::Recor
     SetLinks(request, kSendLinks, links);
     AssignClass(request, links[0], links[2]);
     AssignDuration(request["Duration"], hours);
-    if (!IsNull(row.Field("TEBill"))) request["IsBillable"].SetValue(IsTrueFlag(row, "TEBill"));
+    SendFields(request, row, kSendBillable);
     if (const auto rate = row.Field("TEBillRate"); !IsNull(rate) && Vars().g_QBMajorVer >= 3) {
       request["Rate"].SetValue(NumberOf(rate));
     }
