@@ -62,12 +62,16 @@ struct RecordsAhead {
 // Whether a table sends what has changed, or new records alone.
 enum class Sends : bool { Changes, NewRecordsAlone };
 
+// Which counter of the company file its records take their identifiers from.
+enum class Identifiers : bool { Lists, Transactions };
+
 // A table of the benchmark. Numbers begin at 1.
 struct BenchTable {
   enTables table;
   std::string_view name;
   Sends sends = Sends::Changes;
   RecordsAhead recordsAhead = {};
+  Identifiers identifiers = Identifiers::Lists;
   void (*rowsAhead)(ado::Connection& cn) = nullptr;
   std::string (*record)(int number) = nullptr;  // the request that adds it
   // The statement that adds the row; link and date as SQL.
