@@ -234,7 +234,7 @@ constexpr std::array kTables = {
         .table = enAccounts, .name = "accounts", .sends = Sends::NewRecordsAlone, .record = Account, .row = AccountRow},
     BenchTable{.table = enTimeEntries,
                .name = "time entries",
-               .sends = Sends::NewRecordsAlone,
+               .sends = Sends::UnlinkedRowsAlone,
                .recordsAhead = {.count = kTimeRecords, .text = TimeRequests},
                .identifiers = Identifiers::Transactions,
                .rowsAhead = TimeRows,

@@ -2,6 +2,7 @@
 // are each other's twins. A base of several tables is made of the same rows.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -59,8 +60,8 @@ struct RecordsAhead {
   std::string (*text)() = nullptr;  // the requests that add them
 };
 
-// Whether a table sends what has changed, or new records alone.
-enum class Sends : bool { Changes, NewRecordsAlone };
+// Whether a table sends what has changed, or new records alone; and if so, whether linked rows are selected at all.
+enum class Sends : std::uint8_t { Changes, NewRecordsAlone, UnlinkedRowsAlone };
 
 // Which counter of the company file its records take their identifiers from.
 enum class Identifiers : bool { Lists, Transactions };

@@ -129,13 +129,18 @@ std::string PayrollItemFor(const ado::Recordset& row) {
   std::string defaultItem;
   IgnoreErrors([&] { defaultItem = Setting("DefaultPayrollItem", kRegularPay); });
   if (Trim(defaultItem).empty()) defaultItem = kRegularPay;
-  const auto employeeId = ColumnText(row, "EmployeeID");
+  std::string employeeId;
+  IgnoreErrors([&] { employeeId = ColumnText(row, "EmployeeID"); });
   std::string special;
   IgnoreErrors([&] { special = ItemByFlag(row, employeeId); });
   if (!special.empty()) return special;
-  const auto kind = KindOf(row, defaultItem);
-  auto item = ChoiceOf(employeeId, kind.type);
-  return item.empty() ? std::string(kind.otherwise) : item;
+  auto item = defaultItem;
+  IgnoreErrors([&] {
+    const auto kind = KindOf(row, defaultItem);
+    item = ChoiceOf(employeeId, kind.type);
+    if (item.empty()) item = kind.otherwise;
+  });
+  return item;
 }
 
 }  // namespace twqb
