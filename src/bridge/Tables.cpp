@@ -27,7 +27,7 @@ constexpr std::array kTables = {
     &kExpenseCodesTable, &kAccountsTable,   &kExpenseLogTable, &kTimeEntriesTable, &kInvoicesTable,
     &kPaymentsTable,     &kVendorBillTable, &kEstimatesTable,
 };
-static_assert(kTables.size() == enAll, "Each table of enTables has its line here.");
+static_assert(kTables.size() == kTableCount, "Each table of enTables has its line here.");
 
 }  // namespace
 

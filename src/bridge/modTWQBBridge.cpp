@@ -250,8 +250,8 @@ bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilter
 
 bool SendTableToQB(std::int32_t number, const SavedFilters& filters) {
   Run& run = Vars();
-  if (number >= enAll) return true;
   const auto* table = FindTable(number);
+  if (table == nullptr && number >= enAll) return true;
   if (!IsBuilt(Direction::Send, table)) {
     RefuseTable(Direction::Send, number);
     return false;

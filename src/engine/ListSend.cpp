@@ -49,8 +49,8 @@ class ListSendWork final : public RowWork {
         [&] { return send_.progressColumn.empty() ? record_.key : ColumnText(Row(), send_.progressColumn); });
     record_.linkId = ColumnText(Row(), send_.linkColumn);
     record_.countedName = record_.key;
+    record_.lastUpdatedIsNull = IsNull(Row().Field("LastUpdated"));
     if (send_.readRow != nullptr) send_.readRow(Row(), record_);
-    if (!record_.passedOver) record_.lastUpdatedIsNull = IsNull(Row().Field("LastUpdated"));
   }
 
   void SendRow() {

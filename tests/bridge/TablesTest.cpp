@@ -4,12 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <set>
 
 #include "bridge/Tables.h"
 #include "bridge/modTWQBBridge.h"
 #include "engine/DependentPull.h"
 #include "tests/bridge/BridgeHouse.h"
 #include "tests/quickbooks/CannedQuickBooks.h"
+#include "tests/support/PlainVendors.h"
 
 namespace twqb {
 namespace {
@@ -116,10 +118,37 @@ TEST_F(Routines, Tables_of_a_host_stand_in_the_place_of_the_built_in_ones) {
   EXPECT_EQ(FindTable(enClients), builtIn);
 }
 
-TEST(BuiltInTables, Have_the_numbers_of_their_places) {
-  for (std::size_t place = 0; place < BuiltInTables().size(); ++place) {
-    EXPECT_EQ(BuiltInTables()[place]->number, static_cast<std::int32_t>(place));
+TEST(BuiltInTables, Have_numbers_and_names_of_their_own) {
+  std::set<std::int32_t> numbers = {enAll, enCreditMemo};
+  std::set<std::string_view> names;
+  for (const auto* table : BuiltInTables()) {
+    EXPECT_TRUE(numbers.insert(table->number).second) << table->name;
+    for (const auto name : {table->name, table->names.send, table->names.get}) EXPECT_FALSE(name.empty());
+    EXPECT_TRUE(names.insert(table->name).second) << table->name;
+    EXPECT_FALSE(table->reads.empty()) << table->name;
   }
+}
+
+// What a new table costs: its value, and its line in the list.
+TEST(AddedTable, Moves_both_ways) {
+  auto added = kPlainVendorsTable;
+  added.number = static_cast<enTables>(enCreditMemo + 1);
+  added.name = "PlainVendors";
+  added.names = {.send = "Plain Vendors", .get = "Plain Vendors(QB)"};
+  std::vector<const Table*> list(BuiltInTables().begin(), BuiltInTables().end());
+  list.push_back(&added);
+  BridgeHouse house;
+  house.tables = list;
+  house.EnterSpied();
+  house.Connect();
+  house.Sql("INSERT INTO Employee (EmployeeID, IsSub, EmpCompany, EmpCity) VALUES ('Acme', -1, 'Acme Works', 'Bath')");
+  EXPECT_TRUE(SendTableToQB(added.number, {}));
+  EXPECT_EQ(house.Requests("VendorAddRq").size(), 1U);
+  house.Company(
+      "<VendorAddRq><VendorAdd><Name>Brick</Name><CompanyName>Brick Yard</CompanyName></VendorAdd></VendorAddRq>");
+  EXPECT_TRUE(GetTableFromQB(added.number, {}, ActiveOnly::False, false, nullptr));
+  EXPECT_EQ(house.Scalar("SELECT EmpCompany FROM Employee WHERE EmployeeID = 'Brick'"), "Brick Yard");
+  EXPECT_NE(house.Scalar("SELECT QBLinkID FROM Employee WHERE EmployeeID = 'Acme'"), "NULL");
 }
 
 // --- Sending ---------------------------------------------------------------------------------------------------------
