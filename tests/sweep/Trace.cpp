@@ -51,11 +51,14 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   constexpr std::array<std::string_view, 7> kChoices = {
       "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",  "SELECT EmpBillRate",
       "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate"};
+  // Of a received transaction.
+  constexpr std::array<std::string_view, 3> kKeys = {"SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
+                                                     "SELECT ActivityID FROM Activity WHERE QBLINKID",
+                                                     "SELECT EmployeeID FROM Employee WHERE QBLINKID"};
   const auto holds = [&](std::string_view part) { return statement.find(part) != std::string_view::npos; };
   if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
-  // Written so by the look-ups of transactions alone.
-  if (holds(" WHERE QBLINKID = ")) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
   return std::nullopt;
 }
 
@@ -231,7 +234,10 @@ bool LeavesIncomplete(const Trace& trace, std::size_t k) {
 
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
-  const auto& deeds = trace.deeds;
+  // What is only looked up stands between none of the others.
+  auto deeds = trace.deeds;
+  std::erase_if(deeds,
+                [](const Deed& deed) { return deed.kind == DeedKind::Choice || deed.kind == DeedKind::KeyLookedUp; });
   for (std::size_t i = 0; i < deeds.size(); ++i) {
     const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
     const auto at = deeds[i].k;
