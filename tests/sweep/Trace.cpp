@@ -51,11 +51,14 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   constexpr std::array<std::string_view, 7> kChoices = {
       "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",  "SELECT EmpBillRate",
       "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate"};
+  // Of a received transaction.
+  constexpr std::array<std::string_view, 3> kKeys = {"SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
+                                                     "SELECT ActivityID FROM Activity WHERE QBLINKID",
+                                                     "SELECT EmployeeID FROM Employee WHERE QBLINKID"};
   const auto holds = [&](std::string_view part) { return statement.find(part) != std::string_view::npos; };
   if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
-  // Written so by the look-ups of transactions alone.
-  if (holds(" WHERE QBLINKID = ")) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
   return std::nullopt;
 }
 
@@ -203,17 +206,36 @@ bool IsReadingOf(const Trace& trace, std::size_t statement, std::size_t k) {
   return true;
 }
 
-// The reading of a twin whose Mod goes out: what fails in it passes the record over.
-constexpr std::array<std::string_view, 5> kTwinComparison = {"Transport.ProcessDocument", "Desk.PumpMessages",
-                                                             "Machine.GetTimeZoneInformation", "Recordset.Field",
-                                                             "Machine.GetTimeZoneInformation"};
-constexpr std::array<std::size_t, 3> kPassesOver = {1, 3, 4};  // indexes into it
-// The same where the row's date is worked out ahead of the twin's reading, which is the third call.
-constexpr std::array<std::string_view, 5> kComparisonAhead = {"Recordset.Field", "Machine.GetTimeZoneInformation",
-                                                              "Transport.ProcessDocument", "Desk.PumpMessages",
-                                                              "Machine.GetTimeZoneInformation"};
-constexpr std::size_t kAhead = 2;
-constexpr std::array<std::size_t, 3> kPassesOverAhead = {0, 1, 3};
+// The reading of a twin whose Mod goes out, with the working out of the row's date behind it or ahead of it: the calls
+// in a row, which of them reads the twin, and those whose failure passes the record over.
+struct Comparison {
+  std::array<std::string_view, 6> calls;  // those behind the last are empty
+  std::size_t twin = 0;
+  std::array<std::size_t, 3> passesOver;
+};
+constexpr std::array kComparisons = {
+    Comparison{.calls = {"Transport.ProcessDocument", "Desk.PumpMessages", "Machine.GetTimeZoneInformation",
+                         "Recordset.Field", "Machine.GetTimeZoneInformation"},
+               .twin = 0,
+               .passesOver = {1, 3, 4}},
+    Comparison{.calls = {"Recordset.Field", "Machine.GetTimeZoneInformation", "Transport.ProcessDocument",
+                         "Desk.PumpMessages", "Machine.GetTimeZoneInformation"},
+               .twin = 2,
+               .passesOver = {0, 1, 3}},
+    Comparison{.calls = {"Recordset.Field", "Machine.GetTimeZoneInformation", "Recordset.Field",
+                         "Transport.ProcessDocument", "Desk.PumpMessages", "Machine.GetTimeZoneInformation"},
+               .twin = 3,
+               .passesOver = {0, 1, 4}},
+};
+
+// Whether the twin that call `at` reads is passed over when call k fails.
+bool PassesTwinOver(const Trace& trace, std::size_t at, std::size_t k) {
+  return std::ranges::any_of(kComparisons, [&](const Comparison& comparison) {
+    if (at <= comparison.twin || !StandsAt(trace, comparison.calls, at - 1 - comparison.twin)) return false;
+    const auto first = at - comparison.twin;
+    return std::ranges::any_of(comparison.passesOver, [&](std::size_t index) { return k == first + index; });
+  });
+}
 
 // The last fields of a time entry that are read for its request, ahead of the choice of its payroll item.
 constexpr std::array<std::string_view, 9> kEndOfEntry = {
@@ -231,7 +253,10 @@ bool LeavesIncomplete(const Trace& trace, std::size_t k) {
 
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
-  const auto& deeds = trace.deeds;
+  // What is only looked up stands between none of the others.
+  auto deeds = trace.deeds;
+  std::erase_if(deeds,
+                [](const Deed& deed) { return deed.kind == DeedKind::Choice || deed.kind == DeedKind::KeyLookedUp; });
   for (std::size_t i = 0; i < deeds.size(); ++i) {
     const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
     const auto at = deeds[i].k;
@@ -244,13 +269,7 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
     if (k == at) return Leaves::OneTwinReplaced;
     const bool modFollows = next != nullptr && next->kind == DeedKind::ModCarriedOut;
     if (!modFollows) continue;
-    const bool ahead = at > kAhead && StandsAt(trace, kComparisonAhead, at - 1 - kAhead);
-    if (!ahead && !StandsAt(trace, kTwinComparison, at - 1)) continue;
-    const auto first = ahead ? at - kAhead : at;
-    if (std::ranges::any_of(ahead ? kPassesOverAhead : kPassesOver,
-                            [&](std::size_t index) { return k == first + index; })) {
-      return Leaves::OnePassedOver;
-    }
+    if (PassesTwinOver(trace, at, k)) return Leaves::OnePassedOver;
   }
   return Leaves::Nothing;
 }
