@@ -32,8 +32,8 @@ class TxnSendWork final : public RowWork {
   RowEnd TakeRow(RowWalk& walk) override {
     const auto& row = walk.Row();
     record_ = {};
-    told_ = send_.told(&row);
     walk.BeginRow(kCallbackTransaction);
+    told_ = send_.told(&row);
     if (send_.admit != nullptr && !send_.admit(row)) return RowEnd::Done;
     record_.key = ColumnText(row, txn_.keyColumn);
     record_.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));

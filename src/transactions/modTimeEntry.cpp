@@ -128,8 +128,6 @@ void AssignDuration(const RequestField& duration, const Value& hours) {
 std::string PlainText(std::string_view note) { return StripRichText(note); }
 
 using When = SendField::When;
-constexpr std::array kSendBillable = {
-    SendField{.path = "IsBillable", .column = "TEBill", .when = When::NotNull, .cut = SendField::Cut::Uncut}};
 constexpr std::array kSendMemo = {SendField{
     .path = "Notes", .column = "TEMemo", .when = When::NotNull, .convert = PlainText, .cut = SendField::Cut::Uncut}};
 constexpr std::array kSendDescription = {
@@ -446,7 +444,7 @@ void QBAssignTimeTrackingFldValues(const RequestField& request, const ado::Recor
     SetLinks(request, kSendLinks, links);
     AssignClass(request, links[0], links[2]);
     AssignDuration(request["Duration"], hours);
-    SendFields(request, row, kSendBillable);
+    if (!IsNull(row.Field("TEBill"))) request["IsBillable"].SetValue(ColumnText(row, "TEBill"));
     if (const auto rate = row.Field("TEBillRate"); !IsNull(rate) && Vars().g_QBMajorVer >= 3) {
       request["Rate"].SetValue(NumberOf(rate));
     }
