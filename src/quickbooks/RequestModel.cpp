@@ -230,6 +230,19 @@ void RequestField::SetValue(const messages::TimeInterval& span) const {
   if (ValueRow().type != Type::TimeInterval) throw PlatformError(error::kConversion);
   Store(messages::TimeIntervalText(span));
 }
+void RequestField::SetValue(Currency amount) const {
+  const auto& row = ValueRow();
+  switch (row.type) {
+    case Type::Amt:
+      return Store(messages::AmountText(amount));
+    case Type::Price:
+    case Type::Quan:
+    case Type::Percent:
+      return Store(ToText(amount));
+    default:
+      return SetNumber(amount.ToDouble());
+  }
+}
 void RequestField::SetNumber(double number) const { Store(NumberText(ValueRow(), number)); }
 
 void RequestField::Unset() const {

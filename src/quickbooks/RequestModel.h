@@ -41,7 +41,7 @@ class RequestField {
   void SetValue(bool value) const;
   void SetValue(int number) const { SetNumber(number); }
   void SetValue(double number) const { SetNumber(number); }
-  void SetValue(Currency amount) const { SetNumber(amount.ToDouble()); }
+  void SetValue(Currency amount) const;
   void SetValue(Date date) const;
   // Raises 13 for a field that is no span of time.
   void SetValue(const messages::TimeInterval& span) const;

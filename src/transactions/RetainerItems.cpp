@@ -1,0 +1,88 @@
+#include "transactions/RetainerItems.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+
+#include "engine/Mapping.h"
+#include "messages/StatusCodes.h"
+#include "platform/Text.h"
+#include "quickbooks/Requests.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/WaitPointer.h"
+#include "transactions/SpecialItems.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr int kOtherCurrentLiability = 13;  // of AccountType
+
+bool IsCanadianOrBritish(std::string_view country) { return country == "CA" || country == "UK"; }
+
+// Adds one thing: `fill` says what it is. `there` is the status of one that is there already.
+template <typename Fill>
+bool Secure(QBSessionManager& session, std::string_view routine, std::string_view addRequest, std::int32_t there,
+            Fill fill) {
+  return WithWaitPointer([&] {
+    return RunAs(routine, false, [&] {
+      auto messageSet = RequireMsgSetRequest(session);
+      fill(messageSet.Append(addRequest));
+      const auto answer = session.DoRequests(messageSet);
+      const auto& response = answer.GetAt(0);
+      if (const auto code = response.StatusCode(); code == status::kOk || code == there) return true;
+      ShowQBError(response, fmt::format("\"{}()\" : ", routine));
+      return false;
+    });
+  });
+}
+
+}  // namespace
+
+bool AddRetainerItems(QBSessionManager& session) {
+  return AddAccount(session) && AddPaymentItem(session) && AddItemOtherCharge(session);
+}
+
+bool AddAccount(QBSessionManager& session) {
+  return Secure(session, "AddAccount", "AccountAddRq", status::kNameInUse, [](const RequestField& account) {
+    account["Name"].SetValue(kRetainerAccount);
+    account["AccountType"].SetValue(kOtherCurrentLiability);
+    account["Desc"].SetValue("TWAppliedRetainerAcct");
+    account["IsActive"].SetValue(true);
+    account["OpenBalance"].SetValue(0.0);
+  });
+}
+
+bool AddPaymentItem(QBSessionManager& session) {
+  // QuickBooks answers a second payment item of the name with another status than its neighbours.
+  return Secure(session, "AddPaymentItem", "ItemPaymentAddRq", status::kCannotSave, [](const RequestField& item) {
+    const bool cheque = IsCanadianOrBritish(UpperCase(Vars().g_QBCountry)) || IsCanadianOrBritish(Vars().g_HostCountry);
+    item["Name"].SetValue(kRetainerPayment);
+    item["IsActive"].SetValue(true);
+    item["ItemDesc"].SetValue("TW Applied Retainer");
+    item["PaymentMethodRef"]["FullName"].SetValue(cheque ? "Cheque" : "Check");
+  });
+}
+
+bool AddItemOtherCharge(QBSessionManager& session) {
+  return Secure(session, "AddItemOtherCharge", "ItemOtherChargeAddRq", status::kNameInUse,
+                [](const RequestField& item) {
+                  if (UpperCase(Vars().g_QBCountry) == "US") {
+                    item["SalesTaxCodeRef"]["FullName"].SetValue("NON");
+                  } else {
+                    item[Vars().g_QBMajorVer < 3 ? "SalesTaxCodeRef" : "TaxCodeForSaleRef"]["FullName"].SetValue("E");
+                  }
+                  item["Name"].SetValue(kRetainerCharge);
+                  item["IsActive"].SetValue(true);
+                  const auto both = FieldAtPath(item, "ORSalesPurchase.SalesAndPurchase");
+                  both["PurchaseDesc"].SetValue("Tallywick Retainer Charge Item");
+                  both["SalesDesc"].SetValue("Tallywick Retainer Charge Item");
+                  both["PurchaseCost"].SetValue(0.0);
+                  both["SalesPrice"].SetValue(0.0);
+                  both["ExpenseAccountRef"]["FullName"].SetValue(kRetainerAccount);
+                  both["IncomeAccountRef"]["FullName"].SetValue(kRetainerAccount);
+                });
+}
+
+}  // namespace twqb

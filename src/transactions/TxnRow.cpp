@@ -1,0 +1,33 @@
+#include "transactions/TxnRow.h"
+
+#include <fmt/format.h>
+
+#include "engine/RecordReader.h"
+#include "engine/RowWalk.h"
+#include "services/Conversions.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& session, Run& run) {
+  if (record.linkId.empty()) return false;
+  RecordList twins;
+  if (ApplyQBFiltersAndReadRecords(table, table.reads.front(), twins, session, {.strID = record.linkId}, run)) {
+    return true;
+  }
+  record.linkId.clear();
+  return false;
+}
+
+void WriteLinkBack(ado::Connection& connection, const TxnRowPlace& place, const SendRecord& record,
+                   const std::string& txnId) {
+  TellRecordId(txnId);
+  const auto where = fmt::format("WHERE {} = '{}';", place.keyColumn, record.key);
+  connection.Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' {}", place.tableName, txnId, where), nullptr);
+  Vars().g_NewQBLinkID = txnId;
+  if (!record.lastUpdatedIsNull) return;
+  const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
+  connection.Execute(fmt::format("UPDATE {} SET LastUpdated = '{}' {}", place.tableName, now, where), nullptr);
+}
+
+}  // namespace twqb
