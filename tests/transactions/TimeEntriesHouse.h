@@ -2,12 +2,7 @@
 // and an activity that are in QuickBooks, and the account that wage items pay from.
 #pragma once
 
-#include <algorithm>
-#include <map>
-
-#include "bridge/modTWQBBridge.h"
-#include "services/Database.h"
-#include "tests/lists/ListHouse.h"
+#include "tests/transactions/TransactionsHouse.h"
 #include "transactions/modTimeEntry.h"
 
 namespace twqb {
@@ -17,9 +12,6 @@ inline constexpr TestedTable kTestedTimeEntries = {.table = enTimeEntries,
                                                    .keyColumn = "TEID",
                                                    .toQB = MoveTimeEntryToQB,
                                                    .toTW = MoveTimeEntriesToTW};
-
-using Columns = std::map<std::string, std::string>;  // as SQL expressions
-using Texts = std::vector<std::string>;
 
 // A time-tracking record as QuickBooks returns it. An empty element is left out.
 struct Returned {
@@ -42,13 +34,10 @@ struct Returned {
   }
 };
 
-class TimeEntriesHouse : public ListHouse {
+class TimeEntriesHouse : public TransactionsHouse {
  public:
   explicit TimeEntriesHouse(HouseOptions options = {}, std::string_view faults = {}, std::string_view country = "US")
-      : ListHouse(kTestedTimeEntries, WithFile(std::move(options), country), faults, country) {
-    pull = GetTableFromQB;
-    EnterSpied();
-    Connect(country);
+      : TransactionsHouse(kTestedTimeEntries, std::move(options), faults, country) {
     Add("Account", "<Name>Payroll Expenses</Name><AccountType>Expense</AccountType>");
     Add("Account", "<Name>Sales</Name><AccountType>Income</AccountType>");
     client = AddCustomer("<Name>Acme</Name>", Tag());
@@ -74,19 +63,8 @@ class TimeEntriesHouse : public ListHouse {
                        {"TEHours", "1"},           {"ActivityID", "'DESIGN:'"},   {"TEPosted", "-1"},
                        {"TEBill", "-1"},           {"TEDescription", "'Drawing'"}};
     for (const auto& [name, value] : changed) columns[name] = value;
-    std::string names = "TEID";
-    std::string values = "'" + std::string(key) + "'";
-    for (const auto& [name, value] : columns) {
-      names += ", " + name;
-      values += ", " + value;
-    }
-    Row(names, values);
-  }
-  [[nodiscard]] std::string LinkOf(std::string_view key) { return ColumnOf(key, "QBLinkID"); }
-  // The links of the entries of those keys are there, or are not.
-  [[nodiscard]] bool IsSent(std::string_view key) {
-    const auto link = LinkOf(key);
-    return link != "NULL" && !link.empty();
+    columns["TEID"] = "'" + std::string(key) + "'";
+    Insert("TimeEntry", columns);
   }
   void Switch(std::string_view key, std::string_view value = "1") {
     Setting("QBSEND", "_Time Entries" + std::string(key), value);
@@ -155,37 +133,12 @@ class TimeEntriesHouse : public ListHouse {
     return TextOf(answer, "TxnID");
   }
 
-  [[nodiscard]] bool Asked(std::string_view statement) const {
-    return std::ranges::find(traffic.statements, statement) != traffic.statements.end();
-  }
-  // The statements that begin so, in order.
-  [[nodiscard]] Texts Statements(std::string_view beginning) const {
-    Texts found;
-    for (const auto& statement : traffic.statements) {
-      if (statement.starts_with(beginning)) found.push_back(statement);
-    }
-    return found;
-  }
-  void Clear() {
-    traffic.statements.clear();
-    traffic.documents.clear();
-  }
-
   std::string client;    // ListIDs
   std::string job;       //
   std::string employee;  //
   std::string item;      //
 
  private:
-  static HouseOptions WithFile(HouseOptions options, std::string_view country) {
-    if (country == "CA") options.company.country = messages::Country::CA;
-    if (country == "UK") options.company.country = messages::Country::UK;
-    return options;
-  }
-  static MsgSetRequest NewSet() {
-    const auto& country = Vars().g_QBCountry;
-    return Session().CreateMsgSetRequest(country == "CA" || country == "UK" ? country : "US", 3, 0);
-  }
   static void Assign(const RequestField& request, const Columns& columns) {
     std::string sql;
     for (const std::string column :
@@ -209,19 +162,4 @@ inline const std::string kSomeLeftBehind =
     "in "
     "QuickBooks. Specifically, make\r\nsure all the associated Employees, Projects and Activities are tranfered\r\nto "
     "QuickBooks.\r\n";
-inline const std::string kSureToCancel = "Are you sure you want to Cancel?";
-inline const std::string kOperationCancelled = "Operation cancelled!";
-
-// QuickBooks refuses the request of that name which is the n-th of them.
-inline std::string Refuses(std::string_view request, int nth, int status) {
-  return fmt::format("{} {} status {} Error \"No.\"\n", request, nth, status);
-}
-// A statement fails; `nth` of those that begin so.
-inline std::string Breaks(std::string_view statement, int nth = 1) {
-  return fmt::format("sql {} raise 0x80040E14 \"Broken.\" {}\n", nth, statement);
-}
-inline std::string BrokenBox(std::string_view routine) {
-  return "Error #: -2147217900(80040E14) -- \r\n\r\nBroken." + ErrorBoxEnd(routine);
-}
-
 }  // namespace twqb
