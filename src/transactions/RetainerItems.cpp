@@ -70,8 +70,9 @@ bool AddItemOtherCharge(QBSessionManager& session) {
                 [](const RequestField& item) {
                   if (UpperCase(Vars().g_QBCountry) == "US") {
                     item["SalesTaxCodeRef"]["FullName"].SetValue("NON");
-                  } else {
-                    item[Vars().g_QBMajorVer < 3 ? "SalesTaxCodeRef" : "TaxCodeForSaleRef"]["FullName"].SetValue("E");
+                  } else if (Vars().g_QBMajorVer >= 3) {
+                    // The earlier forms have no place for it.
+                    item["TaxCodeForSaleRef"]["FullName"].SetValue("E");
                   }
                   item["Name"].SetValue(kRetainerCharge);
                   item["IsActive"].SetValue(true);
