@@ -109,15 +109,6 @@ void AssignTaxCode(const RequestField& line, TaxCode when) {
 
 void AssignRate(const RequestField& line, Currency rate) { line[RateChoice()]["Rate"].SetValue(rate); }
 
-// Only an American line has an amount of its own.
-void AssignMoney(const RequestField& line, Currency amount) {
-  if (IsAmerican()) {
-    line["Amount"].SetValue(amount);
-  } else {
-    AssignRate(line, amount);
-  }
-}
-
 void AssignClass(const RequestField& line, std::string_view classId) {
   if (!classId.empty()) line["ClassRef"]["ListID"].SetValue(classId);
 }
@@ -335,6 +326,14 @@ class InvoiceLines {
 };
 
 }  // namespace
+
+void AssignMoney(const RequestField& line, Currency amount) {
+  if (IsAmerican()) {
+    line["Amount"].SetValue(amount);
+  } else {
+    AssignRate(line, amount);
+  }
+}
 
 SalesTaxLines CheckTaxItems() {
   SalesTaxLines found;

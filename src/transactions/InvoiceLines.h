@@ -12,6 +12,9 @@
 
 namespace twqb {
 
+// The money of a line: its amount in an American file, elsewhere its rate.
+void AssignMoney(const RequestField& line, Currency amount);
+
 // Which of our items are sales taxes in QuickBooks. Their lines have neither quantity nor tax code there.
 struct SalesTaxLines {
   bool g_HasServiceTaxItem = false;

@@ -11,6 +11,7 @@
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/WaitPointer.h"
+#include "transactions/InvoiceLines.h"
 #include "transactions/SpecialItems.h"
 
 namespace twqb {
@@ -21,21 +22,44 @@ constexpr int kOtherCurrentLiability = 13;  // of AccountType
 
 bool IsCanadianOrBritish(std::string_view country) { return country == "CA" || country == "UK"; }
 
+// The answer to a set of one request.
+template <typename Fill>
+Response Ask(QBSessionManager& session, std::string_view request, Fill fill) {
+  auto messageSet = RequireMsgSetRequest(session);
+  fill(messageSet.Append(request));
+  return session.DoRequests(messageSet).GetAt(0);
+}
+
+void TellRefusal(std::string_view routine, const Response& response) {
+  ShowQBError(response, fmt::format("\"{}()\" : ", routine));
+}
+
 // Adds one thing: `fill` says what it is. `there` is the status of one that is there already.
 template <typename Fill>
 bool Secure(QBSessionManager& session, std::string_view routine, std::string_view addRequest, std::int32_t there,
             Fill fill) {
   return WithWaitPointer([&] {
     return RunAs(routine, false, [&] {
-      auto messageSet = RequireMsgSetRequest(session);
-      fill(messageSet.Append(addRequest));
-      const auto answer = session.DoRequests(messageSet);
-      const auto& response = answer.GetAt(0);
+      const auto response = Ask(session, addRequest, fill);
       if (const auto code = response.StatusCode(); code == status::kOk || code == there) return true;
-      ShowQBError(response, fmt::format("\"{}()\" : ", routine));
+      TellRefusal(routine, response);
       return false;
     });
   });
+}
+
+// The day alone. A British retainer of long ago is booked in 1901.
+Date BookingDate(Date date) {
+  constexpr int kLongAgo = 1990;
+  constexpr int kBookedIn = 1901;
+  const auto civil = date.ToCivil();
+  if (UpperCase(Vars().g_QBCountry) != "UK" || civil.year >= kLongAgo) return date.Midnight();
+  return TextToDate(fmt::format("{}/{}/{}", civil.month, civil.day, kBookedIn));
+}
+
+std::string FittingReference(std::string_view reference, const RequestField& field) {
+  const bool fits = Left(reference, static_cast<std::size_t>(field.GetMaxLength())) == reference;
+  return fits ? std::string(reference) : ReplaceAll(reference, " ", "");
 }
 
 }  // namespace
@@ -84,6 +108,29 @@ bool AddItemOtherCharge(QBSessionManager& session) {
                   both["ExpenseAccountRef"]["FullName"].SetValue(kRetainerAccount);
                   both["IncomeAccountRef"]["FullName"].SetValue(kRetainerAccount);
                 });
+}
+
+std::string AddRetainerPayment(QBSessionManager& session, const Retainer& retainer) {
+  return WithWaitPointer([&] {
+    return RunAs("AddRetainerPayment()", std::string(), [&]() -> std::string {
+      const auto response = Ask(session, "InvoiceAddRq", [&](const RequestField& invoice) {
+        invoice["CustomerRef"]["ListID"].SetValue(retainer.CustomerListID);
+        invoice["IsPending"].SetValue(false);
+        invoice["TxnDate"].SetValue(BookingDate(retainer.TxnDate));
+        const auto reference = invoice["RefNumber"];
+        SetCut(reference, FittingReference(retainer.RefNumber, reference));
+        // QuickBooks takes a payment item off by its nature, so the invoice comes to nothing.
+        for (const auto item : {kRetainerCharge, kRetainerPayment}) {
+          const auto line = invoice["ORInvoiceLineAddList"].Append()["InvoiceLineAdd"];
+          line["ItemRef"]["FullName"].SetValue(item);
+          AssignMoney(line, retainer.Amount);
+        }
+      });
+      if (response.StatusCode() == status::kOk) return response.Detail()["TxnID"].GetValue();
+      TellRefusal("AddRetainerPayment", response);
+      return {};
+    });
+  });
 }
 
 }  // namespace twqb

@@ -5,6 +5,11 @@
 // refused for another reason is told in a box.
 #pragma once
 
+#include <string>
+#include <string_view>
+
+#include "platform/Currency.h"
+#include "platform/Date.h"
 #include "quickbooks/QBSessionManager.h"
 
 namespace twqb {
@@ -15,5 +20,17 @@ namespace twqb {
 [[nodiscard]] bool AddAccount(QBSessionManager& session);
 [[nodiscard]] bool AddPaymentItem(QBSessionManager& session);
 [[nodiscard]] bool AddItemOtherCharge(QBSessionManager& session);
+
+// A retainer of the customer's, to be booked.
+struct Retainer {
+  std::string CustomerListID;
+  Date TxnDate;
+  std::string RefNumber;
+  Currency Amount;
+};
+
+// Books it; answers the TxnID of the invoice that it is, "" when it could not be booked, which has been told. A
+// reference that is too long loses its blanks, and what is then still too much.
+[[nodiscard]] std::string AddRetainerPayment(QBSessionManager& session, const Retainer& retainer);
 
 }  // namespace twqb

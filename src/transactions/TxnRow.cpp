@@ -4,6 +4,7 @@
 
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
+#include "quickbooks/Requests.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 
@@ -28,6 +29,13 @@ void WriteLinkBack(ado::Connection& connection, const TxnRowPlace& place, const 
   if (!record.lastUpdatedIsNull) return;
   const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
   connection.Execute(fmt::format("UPDATE {} SET LastUpdated = '{}' {}", place.tableName, now, where), nullptr);
+}
+
+MessageBox AskToGoOn(const RefusedRequest& refused) {
+  return {.text = QBErrorText(refused.response) + "\r\n\r\nDo you want to continue?",
+          .title = "Error",
+          .icon = BoxIcon::Question,
+          .buttons = BoxButtons::YesNo};
 }
 
 }  // namespace twqb

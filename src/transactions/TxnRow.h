@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "engine/SendRecord.h"
+#include "engine/StatusRules.h"
 #include "engine/Table.h"
 #include "platform/ado.h"
 
@@ -23,5 +24,8 @@ struct TxnRowPlace {
 // Tells the call-back object the new twin, links the row to it, and stamps a row that has no date yet.
 void WriteLinkBack(ado::Connection& connection, const TxnRowPlace& place, const SendRecord& record,
                    const std::string& txnId);
+
+// The question about a refusal for which a table has no other words.
+[[nodiscard]] MessageBox AskToGoOn(const RefusedRequest& refused);
 
 }  // namespace twqb

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "transactions/PaymentsOut.h"
+
 namespace twqb {
 
 namespace {
@@ -36,6 +38,7 @@ constinit const Table kPaymentsTable = {
                           "WHERE (Client.ClientID = Payment.ClientID)  AND PayMethod <> '6' ",
                   .prefix = "Payment.",
                   .clauses = kClauses},
+    .send = MovePaymentsToQB,
     .reads = kReads,
     .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},
     .quickBooksDeletion = {.kind = QuickBooksKind::Transaction, .type = 17},

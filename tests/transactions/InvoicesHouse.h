@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "tests/transactions/TransactionsHouse.h"
-#include "transactions/modInvoices.h"
+#include "transactions/InvoicesOut.h"
 
 namespace twqb {
 
