@@ -109,12 +109,16 @@ Fields WithoutCounter(Fields fields, const std::vector<LinkedTable>& tables) {
   return fields;
 }
 
+// Takes every element of that begin and end out of a text.
+void Cut(std::string& text, std::string_view begin, std::string_view end) {
+  for (auto from = text.find(begin); from != std::string::npos; from = text.find(begin, from)) {
+    text.erase(from, text.find(end, from) + end.size() - from);
+  }
+}
+
 // Without the description of a job: it is made of its name, and has the name's counter.
 Fields WithoutDescription(Fields fields) {
-  constexpr std::string_view kEnd = "</JobDesc>";
-  auto& body = fields.at("body");
-  const auto from = body.find("<JobDesc>");
-  if (from != std::string::npos) body.erase(from, body.find(kEnd, from) + kEnd.size() - from);
+  Cut(fields.at("body"), "<JobDesc>", "</JobDesc>");
   return fields;
 }
 
@@ -133,6 +137,21 @@ bool IsPartOf(Fields part, Fields whole) {
     at = next;
   }
   return true;
+}
+
+// The same but for the items of its lines.
+bool HasOtherItem(Fields now, Fields wanted) {
+  if (now == wanted) return false;
+  for (auto* fields : {&now, &wanted}) {
+    const auto lines = fields->find("lines");
+    if (lines == fields->end()) return false;
+    Cut(lines->second, "<ItemRef>", "</ItemRef>");
+  }
+  return now == wanted;
+}
+
+void ExpectOtherItems(const std::vector<std::string>& found, Leaves leaves, Problems& problems) {
+  ExpectCount("Records with other items", found, leaves == Leaves::OneWithOtherItem ? 1 : 0, problems);
 }
 
 // The one row whose link leads elsewhere than after a clean run.
@@ -209,6 +228,7 @@ class InStepCheck {
 
   void CheckRecords() {
     std::vector<std::string> passedOver;
+    std::vector<std::string> otherItems;
     for (const auto& [name, after] : expected_.after.records) {
       const auto* record = Find(now_.records, name);
       if (leaves_ == Leaves::OneIncomplete && relinked_ && name == relinked_->from) {
@@ -223,6 +243,8 @@ class InStepCheck {
       const auto fields = WithoutTimes(*record, expected_.tables);
       if (relinked_ && name == relinked_->from) {
         CheckRelinked(name, fields, wanted);
+      } else if (HasOtherItem(fields, wanted)) {
+        otherItems.push_back(name);
       } else if (fields != wanted) {
         const auto* before = Find(expected_.before.records, name);
         const bool asBefore = before != nullptr && fields == WithoutTimes(*before, expected_.tables);
@@ -232,6 +254,7 @@ class InStepCheck {
     }
     ExpectCount("Records that did not get their row's values", passedOver, leaves_ == Leaves::OnePassedOver ? 1 : 0,
                 problems_);
+    ExpectOtherItems(otherItems, leaves_, problems_);
   }
 
   // It stands in the place of the whole one, and has nothing that is not of that.
@@ -300,18 +323,22 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
     }
   }
   std::vector<std::string> withoutRow;
+  std::vector<std::string> otherItems;
   for (const auto& [name, fields] : now.records) {
     const auto* before = Find(expected.before.records, name);
     const auto* after = Find(expected.after.records, name);
     if (before == nullptr && !IsLinked(now, name) && IsLinked(expected.after, name)) withoutRow.push_back(name);
     const bool isOld = before != nullptr && fields == *before;
     const bool isNew = after != nullptr && fields == *after;
-    if (!isOld && !isNew && (before != nullptr || after != nullptr)) {
+    if (!isOld && after != nullptr && HasOtherItem(fields, *after)) {
+      otherItems.push_back(name);
+    } else if (!isOld && !isNew && (before != nullptr || after != nullptr)) {
       problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
     }
   }
   const bool losesOne = leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink;
   ExpectCount("New records whose row does not know them", withoutRow, losesOne ? 1 : 0, problems);
+  ExpectOtherItems(otherItems, leaves, problems);
   return problems;
 }
 

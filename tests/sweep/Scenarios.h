@@ -17,5 +17,6 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> ExpenseCodeScenarios();
 [[nodiscard]] std::vector<Scenario> AccountScenarios();
 [[nodiscard]] std::vector<Scenario> TimeEntryScenarios();
+[[nodiscard]] std::vector<Scenario> InvoiceScenarios();
 
 }  // namespace twqb::sweep

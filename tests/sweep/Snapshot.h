@@ -35,8 +35,8 @@ inline constexpr std::string_view kMadeKey = "(made)";
 
 struct Snapshot {
   std::map<std::string, Fields> rows;  // "Client/ACME1"
-  // "Customer/Acme Tools (ACME1)": the full name; "TimeTracking/Plans": the notes of a transaction, which has no name,
-  // with a counter behind them where an older one has the same.
+  // "Customer/Acme Tools (ACME1)": the full name; "TimeTracking/Plans", "Invoice/1001": the notes or the number of a
+  // transaction, which has no name, with a counter behind them where an older one has the same.
   std::map<std::string, Fields> records;
   std::vector<std::string> damage;  // what the files themselves are wrong in; empty: both are sound
 };

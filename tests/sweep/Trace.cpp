@@ -26,7 +26,8 @@ bool CarriedOut(std::string_view answer, std::string_view ending) {
 std::optional<DeedKind> DeedOf(std::string_view document, std::string_view answer) {
   if (CarriedOut(answer, "AddRs ")) return DeedKind::AddCarriedOut;
   if (CarriedOut(answer, "ModRs ")) return DeedKind::ModCarriedOut;
-  const bool forOne = document.find("<ListID>") != std::string_view::npos;
+  const bool forOne =
+      document.find("<ListID>") != std::string_view::npos || document.find("<TxnID>") != std::string_view::npos;
   if (forOne && CarriedOut(answer, "QueryRs ")) return DeedKind::TwinRead;
   return std::nullopt;
 }
@@ -48,9 +49,9 @@ class WatchedTransport : public ForwardingTransport {
 };
 
 std::optional<DeedKind> DeedOf(std::string_view statement) {
-  constexpr std::array<std::string_view, 7> kChoices = {
-      "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",  "SELECT EmpBillRate",
-      "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate"};
+  constexpr std::array<std::string_view, 8> kChoices = {
+      "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",   "SELECT EmpBillRate",
+      "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate", "SELECT ProjectConType"};
   // Of a received transaction.
   constexpr std::array<std::string_view, 3> kKeys = {"SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
                                                      "SELECT ActivityID FROM Activity WHERE QBLINKID",
@@ -59,6 +60,10 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
   if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
+  if (holds("FROM TimeEntry WHERE TransactionID = ") || holds("FROM ExpenseLog WHERE TransactionID = ")) {
+    return DeedKind::LinesOpened;
+  }
+  if (holds("SELECT QBLinkID, ActivityID") || holds("SELECT QBLinkID, ExpID")) return DeedKind::ItemLookedUp;
   return std::nullopt;
 }
 
@@ -116,6 +121,7 @@ constexpr std::string_view kBackup = "the copies of the first run are made with 
 constexpr std::string_view kSeason = "an unreadable time zone counts as standard time in the conflict rule";
 constexpr std::string_view kPayrollItem =
     "what the payroll item is chosen by counts as not there when it can't be read";
+constexpr std::string_view kPointer = "the wait pointer goes up and down with errors ignored";
 constexpr std::string_view kClosing = "closing at the end of a table ignores errors";
 
 constexpr std::array kIgnoredPlaces = {
@@ -133,6 +139,9 @@ constexpr std::array kIgnoredPlaces = {
         .why = kBackup,
         .calls = {"Desk.SetPointer", "Machine.CopyFile", "Machine.CopyFile", "Desk.SetPointer", "Desk.ShowMessageBox"},
         .ignored = 5},
+    Place{.why = kPointer, .calls = {"Desk.SetPointer", "Transport.ProcessDocument"}},
+    Place{.why = kPointer, .calls = {"Desk.SetPointer", "Machine.GetPrivateProfileString"}},
+    Place{.why = kPointer, .calls = {"Transport.ProcessDocument", "Desk.SetPointer"}, .told = 1},
     Place{.why = kClosing, .calls = {"Desk.UnloadMsgForm"}},
     Place{.why = kClosing, .calls = {"Recordset.State", "Recordset.Close"}, .ignored = 2},
     Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Connection.State"}, .ignored = 2},
@@ -251,12 +260,25 @@ bool LeavesIncomplete(const Trace& trace, std::size_t k) {
   return false;
 }
 
+// Whether call k is the look-up of the item of an invoice's line.
+bool AsksForItemOfLine(const Trace& trace, std::size_t k) {
+  bool ofLine = false;
+  for (const auto& deed : trace.deeds) {
+    if (deed.kind == DeedKind::LinesOpened) ofLine = true;
+    if (deed.kind == DeedKind::AddCarriedOut) ofLine = false;
+    if (deed.kind == DeedKind::ItemLookedUp && ofLine && IsReadingOf(trace, deed.k, k)) return true;
+  }
+  return false;
+}
+
+constexpr std::array kOnlyRead = {DeedKind::Choice, DeedKind::KeyLookedUp, DeedKind::LinesOpened,
+                                  DeedKind::ItemLookedUp};
+
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
   // What is only looked up stands between none of the others.
   auto deeds = trace.deeds;
-  std::erase_if(deeds,
-                [](const Deed& deed) { return deed.kind == DeedKind::Choice || deed.kind == DeedKind::KeyLookedUp; });
+  std::erase_if(deeds, [](const Deed& deed) { return std::ranges::find(kOnlyRead, deed.kind) != kOnlyRead.end(); });
   for (std::size_t i = 0; i < deeds.size(); ++i) {
     const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
     const auto at = deeds[i].k;
@@ -307,6 +329,7 @@ const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
 
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
   if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
+  if (how == Break::Raise && AsksForItemOfLine(trace, k)) return Leaves::OneWithOtherItem;
   const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
   if (nameInUse == NameInUse::TriesNext) return leaves;
   // A second Add finds the name of the first, or of the twin that could not be read.
@@ -322,6 +345,7 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
 
 std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {
   if (PassesOverSilently(trace, k)) return "a record whose keys can't be looked up is left to the next run";
+  if (AsksForItemOfLine(trace, k)) return "an item that can't be looked up is the catch-all one";
   for (const auto& deed : trace.deeds) {
     if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
   }

@@ -24,6 +24,8 @@ enum class DeedKind : std::uint8_t {
   LinkWritten,  // the statement that writes a new identifier into its row
   Choice,       // a look-up of what an entry may do without: it counts as not there when it fails
   KeyLookedUp,  // the look-up of a key without which a record is passed over, until the next run
+  LinesOpened,  // the rows that an invoice's lines are made of
+  ItemLookedUp  // the look-up of the item of an hour or an expense
 };
 
 struct Deed {
@@ -75,6 +77,9 @@ enum class Leaves : std::uint8_t {
   OneIncomplete,
   // No key could be made for a new row, which was told: the row has none.
   OneWithoutKey,
+  // The item of an invoice's line could not be looked up, which by design counts as none: the line has the catch-all
+  // item in its place, and all else is as it should be.
+  OneWithOtherItem,
 };
 
 // What the send of a table makes of a name in use: a second name, or nothing.
