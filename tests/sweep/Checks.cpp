@@ -139,19 +139,18 @@ bool IsPartOf(Fields part, Fields whole) {
   return true;
 }
 
-// The same but for the items of its lines.
-bool HasOtherItem(Fields now, Fields wanted) {
-  if (now == wanted) return false;
+// The same but for its lines, which come to the same, and its class.
+bool IsInAnotherForm(Fields now, Fields wanted) {
+  if (now == wanted || !now.contains("lines")) return false;
   for (auto* fields : {&now, &wanted}) {
-    const auto lines = fields->find("lines");
-    if (lines == fields->end()) return false;
-    Cut(lines->second, "<ItemRef>", "</ItemRef>");
+    fields->erase("lines");
+    Cut(fields->at("body"), "<ClassRef>", "</ClassRef>");
   }
   return now == wanted;
 }
 
-void ExpectOtherItems(const std::vector<std::string>& found, Leaves leaves, Problems& problems) {
-  ExpectCount("Records with other items", found, leaves == Leaves::OneWithOtherItem ? 1 : 0, problems);
+void ExpectOtherForms(const std::vector<std::string>& found, Leaves leaves, Problems& problems) {
+  ExpectCount("Records in another form", found, leaves == Leaves::OneInAnotherForm ? 1 : 0, problems);
 }
 
 // The one row whose link leads elsewhere than after a clean run.
@@ -228,7 +227,7 @@ class InStepCheck {
 
   void CheckRecords() {
     std::vector<std::string> passedOver;
-    std::vector<std::string> otherItems;
+    std::vector<std::string> otherForms;
     for (const auto& [name, after] : expected_.after.records) {
       const auto* record = Find(now_.records, name);
       if (leaves_ == Leaves::OneIncomplete && relinked_ && name == relinked_->from) {
@@ -243,8 +242,8 @@ class InStepCheck {
       const auto fields = WithoutTimes(*record, expected_.tables);
       if (relinked_ && name == relinked_->from) {
         CheckRelinked(name, fields, wanted);
-      } else if (HasOtherItem(fields, wanted)) {
-        otherItems.push_back(name);
+      } else if (IsInAnotherForm(fields, wanted)) {
+        otherForms.push_back(name);
       } else if (fields != wanted) {
         const auto* before = Find(expected_.before.records, name);
         const bool asBefore = before != nullptr && fields == WithoutTimes(*before, expected_.tables);
@@ -254,7 +253,7 @@ class InStepCheck {
     }
     ExpectCount("Records that did not get their row's values", passedOver, leaves_ == Leaves::OnePassedOver ? 1 : 0,
                 problems_);
-    ExpectOtherItems(otherItems, leaves_, problems_);
+    ExpectOtherForms(otherForms, leaves_, problems_);
   }
 
   // It stands in the place of the whole one, and has nothing that is not of that.
@@ -323,22 +322,22 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
     }
   }
   std::vector<std::string> withoutRow;
-  std::vector<std::string> otherItems;
+  std::vector<std::string> otherForms;
   for (const auto& [name, fields] : now.records) {
     const auto* before = Find(expected.before.records, name);
     const auto* after = Find(expected.after.records, name);
     if (before == nullptr && !IsLinked(now, name) && IsLinked(expected.after, name)) withoutRow.push_back(name);
     const bool isOld = before != nullptr && fields == *before;
     const bool isNew = after != nullptr && fields == *after;
-    if (!isOld && after != nullptr && HasOtherItem(fields, *after)) {
-      otherItems.push_back(name);
+    if (!isOld && after != nullptr && IsInAnotherForm(fields, *after)) {
+      otherForms.push_back(name);
     } else if (!isOld && !isNew && (before != nullptr || after != nullptr)) {
       problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
     }
   }
   const bool losesOne = leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink;
   ExpectCount("New records whose row does not know them", withoutRow, losesOne ? 1 : 0, problems);
-  ExpectOtherItems(otherItems, leaves, problems);
+  ExpectOtherForms(otherForms, leaves, problems);
   return problems;
 }
 

@@ -192,10 +192,10 @@ TEST_F(Checks, A_row_without_its_key_is_expected_where_that_was_told_and_nowhere
   EXPECT_EQ(CheckBroken(now_, expected, Leaves::OneWithoutKey).size(), 0U);
 }
 
-TEST_F(Checks, An_invoice_with_another_item_is_expected_where_none_could_be_looked_up_and_nowhere_else) {
+TEST_F(Checks, An_invoice_in_another_form_is_expected_where_its_form_could_not_be_looked_up_and_nowhere_else) {
   auto expected = expected_;
-  const std::string rest = "<Quantity>1</Quantity>";
-  expected.after.records["Customer/Birch"]["lines"] = "<ItemRef>Design</ItemRef>" + rest;
+  auto& invoice = expected.after.records["Customer/Birch"];
+  invoice = {{"body", "<ClassRef>East</ClassRef>"}, {"lines", "<ItemRef>Design</ItemRef>"}, {"amount", "5"}};
   now_ = expected.after;
   const auto found = [&](Leaves leaves) {
     const auto broken = CheckBroken(now_, expected, leaves).size();
@@ -203,12 +203,12 @@ TEST_F(Checks, An_invoice_with_another_item_is_expected_where_none_could_be_look
     return broken;
   };
   EXPECT_EQ(found(Leaves::Nothing), 0U);
-  EXPECT_EQ(found(Leaves::OneWithOtherItem), 1U);
-  now_.records["Customer/Birch"]["lines"] = "<ItemRef>From Tallywick</ItemRef>" + rest;
-  EXPECT_EQ(found(Leaves::OneWithOtherItem), 0U);
+  EXPECT_EQ(found(Leaves::OneInAnotherForm), 1U);
+  now_.records["Customer/Birch"] = {{"body", ""}, {"lines", "<ItemRef>From Tallywick</ItemRef>"}, {"amount", "5"}};
+  EXPECT_EQ(found(Leaves::OneInAnotherForm), 0U);
   EXPECT_EQ(found(Leaves::Nothing), 1U);
-  now_.records["Customer/Birch"]["lines"] = "<ItemRef>From Tallywick</ItemRef><Quantity>2</Quantity>";
-  EXPECT_EQ(found(Leaves::OneWithOtherItem), 2U);
+  now_.records["Customer/Birch"]["amount"] = "6";
+  EXPECT_EQ(found(Leaves::OneInAnotherForm), 2U);
 }
 
 TEST_F(Checks, Two_rows_of_one_record_are_told) {

@@ -60,11 +60,26 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
   if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
-  if (holds("FROM TimeEntry WHERE TransactionID = ") || holds("FROM ExpenseLog WHERE TransactionID = ")) {
-    return DeedKind::LinesOpened;
-  }
-  if (holds("SELECT QBLinkID, ActivityID") || holds("SELECT QBLinkID, ExpID")) return DeedKind::ItemLookedUp;
   return std::nullopt;
+}
+
+constexpr std::string_view kContract = "SELECT ProjectConType";
+
+bool BeginsInvoice(std::string_view statement) {
+  return statement.starts_with(kContract) || statement.find("FROM TimeEntry WHERE TransactionID") != statement.npos ||
+         statement.find("FROM ExpenseLog WHERE TransactionID") != statement.npos;
+}
+
+bool DecidesForm(std::string_view statement) {
+  constexpr std::array<std::string_view, 4> kLookUps = {kContract, "SELECT QBLinkID, ActivityID",
+                                                        "SELECT QBLinkID, ExpID", "SELECT QBClassID"};
+  return std::ranges::any_of(kLookUps, [&](std::string_view lookUp) { return statement.starts_with(lookUp); });
+}
+
+bool FindsSomething(const ado::Recordset& rows) {
+  if (rows.Eof()) return false;
+  const auto value = rows.FieldAt(0);
+  return !IsNull(value) && !ToText(value).empty();
 }
 
 class WatchedConnection : public ado::ForwardingConnection {
@@ -73,17 +88,23 @@ class WatchedConnection : public ado::ForwardingConnection {
       : ForwardingConnection(std::move(inner)), note_(std::move(note)) {}
   std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
     auto rows = ForwardingConnection::Execute(statement, rowsAffected);
-    if (const auto deed = DeedOf(statement)) note_(*deed);
+    Note(statement, rows.get());
     return rows;
   }
   std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
                                                 ado::LockType lock) override {
     auto rows = ForwardingConnection::OpenRecordset(statement, cursor, lock);
-    if (const auto deed = DeedOf(statement)) note_(*deed);
+    Note(statement, rows.get());
     return rows;
   }
 
  private:
+  void Note(std::string_view statement, const ado::Recordset* rows) const {
+    if (const auto deed = DeedOf(statement)) note_(*deed);
+    if (BeginsInvoice(statement)) note_(DeedKind::InvoiceBegun);
+    if (DecidesForm(statement) && FindsSomething(*rows)) note_(DeedKind::FormFound);
+  }
+
   NoteDeed note_;
 };
 
@@ -260,19 +281,18 @@ bool LeavesIncomplete(const Trace& trace, std::size_t k) {
   return false;
 }
 
-// Whether call k is the look-up of the item of an invoice's line.
-bool AsksForItemOfLine(const Trace& trace, std::size_t k) {
-  bool ofLine = false;
+// Whether call k is a look-up without which an invoice takes another form.
+bool LooksUpForm(const Trace& trace, std::size_t k) {
+  bool ofInvoice = false;
   for (const auto& deed : trace.deeds) {
-    if (deed.kind == DeedKind::LinesOpened) ofLine = true;
-    if (deed.kind == DeedKind::AddCarriedOut) ofLine = false;
-    if (deed.kind == DeedKind::ItemLookedUp && ofLine && IsReadingOf(trace, deed.k, k)) return true;
+    if (deed.kind == DeedKind::InvoiceBegun) ofInvoice = true;
+    if (deed.kind == DeedKind::AddCarriedOut) ofInvoice = false;
+    if (deed.kind == DeedKind::FormFound && ofInvoice && IsReadingOf(trace, deed.k, k)) return true;
   }
   return false;
 }
 
-constexpr std::array kOnlyRead = {DeedKind::Choice, DeedKind::KeyLookedUp, DeedKind::LinesOpened,
-                                  DeedKind::ItemLookedUp};
+constexpr std::array kOnlyRead = {DeedKind::Choice, DeedKind::KeyLookedUp, DeedKind::InvoiceBegun, DeedKind::FormFound};
 
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
@@ -329,7 +349,7 @@ const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
 
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
   if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
-  if (how == Break::Raise && AsksForItemOfLine(trace, k)) return Leaves::OneWithOtherItem;
+  if (how == Break::Raise && LooksUpForm(trace, k)) return Leaves::OneInAnotherForm;
   const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
   if (nameInUse == NameInUse::TriesNext) return leaves;
   // A second Add finds the name of the first, or of the twin that could not be read.
@@ -345,7 +365,7 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
 
 std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {
   if (PassesOverSilently(trace, k)) return "a record whose keys can't be looked up is left to the next run";
-  if (AsksForItemOfLine(trace, k)) return "an item that can't be looked up is the catch-all one";
+  if (LooksUpForm(trace, k)) return "an invoice's contract, item or class that can't be looked up is none";
   for (const auto& deed : trace.deeds) {
     if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
   }

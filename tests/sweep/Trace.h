@@ -20,12 +20,12 @@ namespace twqb::sweep {
 enum class DeedKind : std::uint8_t {
   AddCarriedOut,  // a document of which QuickBooks carried an Add out
   ModCarriedOut,
-  TwinRead,     // a query for one identifier that found its record
-  LinkWritten,  // the statement that writes a new identifier into its row
-  Choice,       // a look-up of what an entry may do without: it counts as not there when it fails
-  KeyLookedUp,  // the look-up of a key without which a record is passed over, until the next run
-  LinesOpened,  // the rows that an invoice's lines are made of
-  ItemLookedUp  // the look-up of the item of an hour or an expense
+  TwinRead,      // a query for one identifier that found its record
+  LinkWritten,   // the statement that writes a new identifier into its row
+  Choice,        // a look-up of what an entry may do without: it counts as not there when it fails
+  KeyLookedUp,   // the look-up of a key without which a record is passed over, until the next run
+  InvoiceBegun,  // the look-up of its contract, or of the rows that its lines are made of
+  FormFound      // a look-up by which an invoice's lines are what they are, and that found something
 };
 
 struct Deed {
@@ -77,9 +77,9 @@ enum class Leaves : std::uint8_t {
   OneIncomplete,
   // No key could be made for a new row, which was told: the row has none.
   OneWithoutKey,
-  // The item of an invoice's line could not be looked up, which by design counts as none: the line has the catch-all
-  // item in its place, and all else is as it should be.
-  OneWithOtherItem,
+  // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
+  // than it should have, of the same total.
+  OneInAnotherForm,
 };
 
 // What the send of a table makes of a name in use: a second name, or nothing.

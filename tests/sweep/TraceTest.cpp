@@ -90,17 +90,17 @@ TEST(Trace, An_entry_is_incomplete_where_its_last_fields_can_t_be_read) {
   EXPECT_EQ(WhatIsLeft(trace, 3, kBefore, Break::Kill), Leaves::Nothing);
 }
 
-TEST(Trace, An_item_of_an_invoice_s_line_that_can_t_be_looked_up_is_another_and_any_other_is_none) {
+TEST(Trace, An_invoice_takes_another_form_where_what_decides_it_can_t_be_looked_up) {
   const Trace trace = {
       .names = {"Connection.Execute", "Connection.OpenRecordset", "Connection.Execute", "Recordset.FieldAt",
                 "Recordset.Field", "Transport.ProcessDocument", "Connection.Execute"},
-      .deeds = {{.k = 1, .kind = DeedKind::ItemLookedUp},
-                {.k = 2, .kind = DeedKind::LinesOpened},
-                {.k = 3, .kind = DeedKind::ItemLookedUp},
+      .deeds = {{.k = 1, .kind = DeedKind::FormFound},
+                {.k = 2, .kind = DeedKind::InvoiceBegun},
+                {.k = 3, .kind = DeedKind::FormFound},
                 {.k = 6, .kind = DeedKind::AddCarriedOut},
-                {.k = 7, .kind = DeedKind::ItemLookedUp}}};
+                {.k = 7, .kind = DeedKind::FormFound}}};
   for (const std::size_t k : {3U, 4U}) {
-    EXPECT_EQ(WhatIsLeft(trace, k, kAfter, Break::Raise), Leaves::OneWithOtherItem) << k;
+    EXPECT_EQ(WhatIsLeft(trace, k, kAfter, Break::Raise), Leaves::OneInAnotherForm) << k;
     EXPECT_EQ(WhatIsLeft(trace, k, kAfter, Break::Kill), Leaves::Nothing) << k;
     EXPECT_FALSE(WhyIgnored(trace, k, kBefore).empty()) << k;
   }
