@@ -61,7 +61,8 @@ constinit const Table kInvoicesTable = {
     .number = enInvoices,
     .name = "Invoices",
     .names = {.send = "Invoices", .get = "Invoices(QB)"},
-    .rows = {.table = "TransactionTable"},
+    // Allocations of payments stand in the same table.
+    .rows = {.table = "TransactionTable", .condition = "PayID IS NULL"},
     .selection =
         {
             // Neither drafts, nor the rows of retainers, nor the allocations of payments.
