@@ -22,7 +22,11 @@ void RowWalk::Walk(const std::string& sql, RowWork& work) {
   }
   const bool takesFormDown = run_.ShowsProgress() && (raised || total_ > 0 || work.ClosesWithoutRows());
   CloseObjects(run_, takesFormDown ? FormToo::Unload : FormToo::Leave, &rows_, nullptr, &connection_);
-  if (raised || begun == Begun::WithoutRows) return;
+  if (begun == Begun::WithoutRows) return;
+  if (raised) {
+    work.SummariseBroken(run_);
+    return;
+  }
   if (lacking_ && texts_.lacking.when == LackingBox::When::BehindClosing) TellLacking(texts_.lacking, run_);
   work.Summarise(run_);
 }
@@ -53,7 +57,7 @@ void RowWalk::TakeAll(RowWork& work) {
       break;
     }
     lacking_ = lacking_ || end == RowEnd::Lacking;
-    if (!EndRow()) break;
+    if (!EndRow(work)) break;
   }
   if (lacking_ && texts_.lacking.when == LackingBox::When::AheadOfClosing) TellLacking(texts_.lacking, run_);
 }
@@ -83,8 +87,12 @@ void RowWalk::ShowRow(const std::string& text) const {
 }
 
 // False: the user wants no more.
-bool RowWalk::EndRow() {
+bool RowWalk::EndRow(RowWork& work) {
   rows_->MoveNext();
+  if (work.BehindRow(*this) == RowEnd::LeaveTable) {
+    run_.g_TableOk = TableOk::False;
+    return false;
+  }
   run_.g_TableOk = TableOk::True;
   if (!run_.g_Cancelled) return true;
   EndCancelled(run_);

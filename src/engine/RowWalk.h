@@ -55,12 +55,16 @@ class RowWork {
   // Behind the form, ahead of the first row. False: the table ends at once, its outcome False.
   virtual bool Prepare(RowWalk& /*walk*/) { return true; }
   virtual RowEnd TakeRow(RowWalk& walk) = 0;
+  // The walk is on the row behind, or behind the last one. What is left to do about the rows before it.
+  virtual RowEnd BehindRow(RowWalk& /*walk*/) { return RowEnd::Done; }
   // Whether a form that an earlier run left open is taken down behind a selection without rows.
   [[nodiscard]] virtual bool ClosesWithoutRows() const { return true; }
   // Whether the walk goes on with the next row behind an error, which is told all the same.
   [[nodiscard]] virtual bool PassesOver(const PlatformError& /*raised*/) const { return false; }
-  // The last word, when all is closed. Not had by a walk that an error ended.
+  // The last word, when all is closed.
   virtual void Summarise(Run& /*run*/) {}
+  // The same of a walk that an error ended.
+  virtual void SummariseBroken(Run& /*run*/) {}
   // What follows the log line of a walk that an error ended.
   [[nodiscard]] virtual std::string RowInHand() const = 0;
 };
@@ -74,6 +78,7 @@ class RowWalk {
 
   // --- For the work in hand ---
   [[nodiscard]] const ado::Recordset& Row() const { return *rows_; }
+  [[nodiscard]] bool IsBehindLastRow() const { return rows_->Eof(); }
   [[nodiscard]] ado::Connection& Connection() { return *connection_; }
   [[nodiscard]] Run& TheRun() { return run_; }
 
@@ -91,7 +96,7 @@ class RowWalk {
   [[nodiscard]] Begun Begin(const std::string& sql, RowWork& work);
   void TakeAll(RowWork& work);
   RowEnd TakeRow(RowWork& work);
-  [[nodiscard]] bool EndRow();
+  [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;
 
   const SendTexts& texts_;

@@ -253,6 +253,13 @@ void RequestField::Unset() const {
   node->children.clear();
 }
 
+void RequestField::Keep() const {
+  if (row_ == nullptr || row_->type != Type::Aggregate) throw PlatformError(error::kNameUnknown);
+  auto& node = Node();
+  node.hasValue = true;
+  KeepToThisBranch(node);
+}
+
 void RequestField::Add(std::string_view text) const {
   if (row_ == nullptr || !row_->repeating) throw PlatformError(error::kNameUnknown);
   RequestField(parent_, row_, Count()).SetValue(text);

@@ -48,6 +48,9 @@ class RequestField {
   // Takes the value, or everything below, away; of a repeating field, that of the one item.
   void Unset() const;
 
+  // An aggregate goes on the wire from now on, though nothing in it may be set.
+  void Keep() const;
+
   // A repeating field: adds one value, or one aggregate to fill.
   void Add(std::string_view text) const;
   void Add(int number) const;
