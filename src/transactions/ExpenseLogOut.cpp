@@ -8,6 +8,7 @@
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
+#include "engine/WriteBack.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
@@ -128,15 +129,12 @@ class ExpenseSend final : public RowWork {
     const auto& keys = bill_->QuotedKeys();
     // By their places: a line that was left empty shifts those behind it.
     for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
-      connection.Execute(fmt::format("UPDATE ExpenseLog SET QBLinkID = '{}' WHERE ELID = {};", sent.lines[i], keys[i]),
-                         nullptr);
+      WriteLink(connection, {.table = "ExpenseLog", .condition = "ELID = " + keys[i]}, sent.lines[i]);
     }
     auto& bills = Vars().g_PassedID;
     bills += fmt::format("{}'{}'", bills.empty() ? "" : ",", sent.txnId);
     if (!stampsRows_) return;
-    connection.Execute(fmt::format("UPDATE ExpenseLog SET LastUpdated = '{}' WHERE (ELID IN({}));",
-                                   FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime), bill_->Keys()),
-                       nullptr);
+    WriteStamp(connection, {.table = "ExpenseLog", .condition = fmt::format("(ELID IN({}))", bill_->Keys())});
     stampsRows_ = false;
   }
 

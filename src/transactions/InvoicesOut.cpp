@@ -99,7 +99,8 @@ class InvoiceSend final : public RowWork {
     }
     const auto& response = answer->GetAt(0);
     if (response.StatusCode() == status::kOk) {
-      WriteLinkBack(walk.Connection(), {.tableName = "TransactionTable", .keyColumn = "TransactionID"}, record_,
+      WriteLinkBack(walk.Connection(),
+                    {.table = "TransactionTable", .condition = KeyCondition("TransactionID", record_.key)}, record_,
                     response.Detail()["TxnID"].GetValue());
       return RowEnd::Done;
     }

@@ -9,6 +9,7 @@
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
+#include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
 #include "platform/Decimal.h"
@@ -172,8 +173,8 @@ class PaymentSend final : public RowWork {
   void BookRetainer(RowWalk& walk) {
     const auto& payment = walk.Row();
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return;
-    const auto where = fmt::format("WHERE (PayID = '{}');", record_.key);
-    const auto link = PayerOfRetainer(where);
+    const auto rows = fmt::format("(PayID = '{}')", record_.key);
+    const auto link = PayerOfRetainer(rows);
     if (link.empty()) return;
     const auto date = PaymentDate(payment);
     const auto amount = CentsOf(payment, "PayAmt");
@@ -187,19 +188,18 @@ class PaymentSend final : public RowWork {
       return;
     }
     auto& connection = walk.Connection();
-    connection.Execute(fmt::format("UPDATE Payment SET QBLinkID = '{}' WHERE PayID = '{}';", txnId, record_.key),
-                       nullptr);
-    connection.Execute(fmt::format("UPDATE TransactionTable SET QBLinkID = '{}' {}", txnId, where), nullptr);
+    WriteLink(connection, PaymentRow(), txnId);
+    WriteLink(connection, {.table = "TransactionTable", .condition = rows}, txnId, Linked::AnyRows);
     Vars().g_NewQBLinkID = txnId;
   }
 
   // The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
-  [[nodiscard]] std::string PayerOfRetainer(const std::string& where) const {
+  [[nodiscard]] std::string PayerOfRetainer(const std::string& rows) const {
     std::string_view kind = "PROJECT";
-    auto key = GetScalarFromSQL("SELECT ProjectID FROM TransactionTable " + where);
+    auto key = GetScalarFromSQL(fmt::format("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
     if (key == "{CLIENT RETAINER}") {
       kind = "CLIENT";
-      key = GetScalarFromSQL("SELECT ClientID FROM TransactionTable " + where);
+      key = GetScalarFromSQL(fmt::format("SELECT ClientID FROM TransactionTable WHERE {};", rows));
     }
     if (!key.empty()) return GetQBLinkIDOf(kind, key);
     WriteLog("Error transferring Payment to QB. Pay ID = " + record_.key);
@@ -350,16 +350,17 @@ class PaymentSend final : public RowWork {
     auto& connection = walk.Connection();
     TellRecordId(txnId);
     // Of several allocations the last one's payment is the row's; each keeps its own.
-    connection.Execute(fmt::format("UPDATE Payment SET QBLinkID = '{}' WHERE PayID = '{}';", txnId, record_.key),
-                       nullptr);
-    const auto where = fmt::format("WHERE (TransactionID = '{}');", ColumnText(allocation, "TransactionID"));
-    connection.Execute(fmt::format("UPDATE TransactionTable SET QBLinkID = '{}' {}", txnId, where), nullptr);
+    WriteLink(connection, PaymentRow(), txnId);
+    const RowPlace row = {.table = "TransactionTable",
+                          .condition = fmt::format("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
+    WriteLink(connection, row, txnId);
     Vars().g_NewQBLinkID = txnId;
-    if (record_.lastUpdatedIsNull) {
-      const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
-      connection.Execute(fmt::format("UPDATE TransactionTable SET LastUpdated = '{}' {}", now, where), nullptr);
-    }
+    if (record_.lastUpdatedIsNull) WriteStamp(connection, row);
     return Allocated::Next;
+  }
+
+  [[nodiscard]] RowPlace PaymentRow() const {
+    return {.table = "Payment", .condition = KeyCondition("PayID", record_.key)};
   }
 
   QBSessionManager& session_;

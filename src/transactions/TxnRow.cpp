@@ -5,7 +5,6 @@
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
 #include "quickbooks/Requests.h"
-#include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 
 namespace twqb {
@@ -20,15 +19,12 @@ bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& se
   return false;
 }
 
-void WriteLinkBack(ado::Connection& connection, const TxnRowPlace& place, const SendRecord& record,
+void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
                    const std::string& txnId) {
   TellRecordId(txnId);
-  const auto where = fmt::format("WHERE {} = '{}';", place.keyColumn, record.key);
-  connection.Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' {}", place.tableName, txnId, where), nullptr);
+  WriteLink(connection, place, txnId);
   Vars().g_NewQBLinkID = txnId;
-  if (!record.lastUpdatedIsNull) return;
-  const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
-  connection.Execute(fmt::format("UPDATE {} SET LastUpdated = '{}' {}", place.tableName, now, where), nullptr);
+  if (record.lastUpdatedIsNull) WriteStamp(connection, place);
 }
 
 MessageBox AskToGoOn(const RefusedRequest& refused) {

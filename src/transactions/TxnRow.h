@@ -8,6 +8,7 @@
 #include "engine/SendRecord.h"
 #include "engine/StatusRules.h"
 #include "engine/Table.h"
+#include "engine/WriteBack.h"
 #include "platform/ado.h"
 
 namespace twqb {
@@ -15,14 +16,8 @@ namespace twqb {
 // Whether the row's link leads to something. One that does not is stale, and forgotten.
 [[nodiscard]] bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& session, Run& run);
 
-// Where the row stands.
-struct TxnRowPlace {
-  std::string_view tableName;
-  std::string_view keyColumn;
-};
-
 // Tells the call-back object the new twin, links the row to it, and stamps a row that has no date yet.
-void WriteLinkBack(ado::Connection& connection, const TxnRowPlace& place, const SendRecord& record,
+void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
                    const std::string& txnId);
 
 // The question about a refusal for which a table has no other words.

@@ -67,7 +67,8 @@ class TxnSendWork final : public RowWork {
     const auto answer = session_.DoRequests(messageSet);
     const auto& response = answer.GetAt(0);
     if (response.StatusCode() == status::kOk) {
-      WriteLinkBack(walk.Connection(), {.tableName = txn_.tableName, .keyColumn = txn_.keyColumn}, record_,
+      WriteLinkBack(walk.Connection(),
+                    {.table = txn_.tableName, .condition = KeyCondition(txn_.keyColumn, record_.key)}, record_,
                     response.Detail()["TxnID"].GetValue());
       return RowEnd::Done;
     }

@@ -2,11 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <optional>
+#include <array>
 #include <string>
+#include <string_view>
 
 #include "engine/Mapping.h"
 #include "engine/RowWalk.h"
+#include "engine/WriteBack.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
@@ -33,6 +35,13 @@ constexpr CostColumns kColumns = {.key = "TEID",
                                   .billable = "TEBill"};
 
 constexpr int kDaysToPay = 30;
+
+// A line is a row of one of the two, and the statement on the other changes nothing.
+struct LineTable {
+  std::string_view name;
+  std::string_view keyColumn;
+};
+constexpr std::array kLineTables = {LineTable{"TimeEntry", "TEID"}, LineTable{"ExpenseLog", "ELID"}};
 
 class VendorBillSend final : public RowWork {
  public:
@@ -116,23 +125,21 @@ class VendorBillSend final : public RowWork {
     return RowEnd::Done;
   }
 
-  // A line is a row of one of two tables, and the statement on the other changes nothing.
   void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {
     static_cast<void>(GetScalarFromSQL(
         fmt::format("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, record_.key)));
     const auto& keys = bill.QuotedKeys();
     for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
-      connection.Execute(fmt::format("UPDATE TimeEntry SET QBLinkID = '{}' WHERE TEID = {};", sent.lines[i], keys[i]),
-                         nullptr);
-      connection.Execute(fmt::format("UPDATE ExpenseLog SET QBLinkID = '{}' WHERE ELID = {};", sent.lines[i], keys[i]),
-                         nullptr);
+      for (const auto& table : kLineTables) {
+        WriteLink(connection, {.table = table.name, .condition = fmt::format("{} = {}", table.keyColumn, keys[i])},
+                  sent.lines[i], Linked::AnyRows);
+      }
     }
     if (!stampsRows_) return;
-    const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
-    connection.Execute(fmt::format("UPDATE TimeEntry SET LastUpdated = '{}' WHERE (TEID IN({}));", now, bill.Keys()),
-                       nullptr);
-    connection.Execute(fmt::format("UPDATE ExpenseLog SET LastUpdated = '{}' WHERE (ELID IN({}));", now, bill.Keys()),
-                       nullptr);
+    for (const auto& table : kLineTables) {
+      WriteStamp(connection,
+                 {.table = table.name, .condition = fmt::format("({} IN({}))", table.keyColumn, bill.Keys())});
+    }
     stampsRows_ = false;
   }
 

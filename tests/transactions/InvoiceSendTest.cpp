@@ -162,6 +162,17 @@ TEST(InvoiceSend, The_run_goes_on_behind_an_invoice_without_a_link_and_tells_the
   EXPECT_EQ(Outcome(), TableOk::False);
 }
 
+TEST(InvoiceSend, A_link_that_reaches_no_row_is_logged) {
+  InvoicesHouse house;
+  house.Invoice("I1");
+  house.Sql("CREATE TRIGGER Swallow BEFORE UPDATE OF QBLinkID ON TransactionTable BEGIN SELECT RAISE(IGNORE); END");
+  house.Send();
+  EXPECT_FALSE(house.IsSent("I1"));
+  EXPECT_EQ(house.Log(), Texts{"The link " + Vars().g_NewQBLinkID +
+                               " was written to 0 rows of TransactionTable in the place of one: TransactionID = 'I1'"});
+  EXPECT_EQ(Outcome(), TableOk::True);
+}
+
 // --- Items first -----------------------------------------------------------------------------------------------------
 
 TEST(InvoiceSend, Items_of_retainers_then_of_lines_are_secured_ahead_of_the_form_and_the_first_row) {
