@@ -98,6 +98,11 @@ class Invoices : public Firm {
     for (const auto& row : LinkedRows("TransactionInvNum")) numbers += (numbers.empty() ? "" : " ") + row.at(0);
     return numbers;
   }
+  int TimesThere(const std::string& number) const {
+    int times = 0;
+    for (const auto& [id, invoice] : InvoicesThere()) times += invoice.number == number ? 1 : 0;
+    return times;
+  }
   // What an invoice refers to, so that invoices alone can go from then on.
   void SendLists() const {
     for (const auto* table : {"clients", "projects", "activities", "expensecodes"}) {
@@ -337,9 +342,15 @@ TEST_F(Invoices, Are_there_twice_when_the_link_of_one_is_lost) {
   Transfer("send", 11);
   Sql("UPDATE TransactionTable SET QBLinkID = NULL WHERE TransactionInvNum = '1045'");
   Transfer("send", 12);
-  int there = 0;
-  for (const auto& [id, invoice] : InvoicesThere()) there += invoice.number == "1045" ? 1 : 0;
-  EXPECT_EQ(there, 2);
+  EXPECT_EQ(TimesThere("1045"), 2);
+}
+
+TEST_F(Invoices, Are_there_twice_when_the_twin_of_one_can_not_be_read_which_is_told) {
+  Transfer("send", 11);
+  folder_.Write("faults.txt", "InvoiceQueryRq 1 status 3180 Error \"scripted\"\n");
+  const auto ended = Run("send", "invoices", 12, {"--id", "CULVERT:,1045", "--faults", "faults.txt"});
+  EXPECT_THAT(ended.err, HasSubstr("scripted"));
+  EXPECT_EQ(TimesThere("1045"), 2);
 }
 
 TEST_F(Invoices, That_are_there_never_go_again_whatever_changes_here) {
