@@ -14,21 +14,23 @@ void RowWalk::Walk(const std::string& sql, RowWork& work) {
     if (begun == Begun::Yes) TakeAll(work);
   });
   if (begun == Begun::NotSecured) return;
-  if (raised) {
-    // The rest of the rows is not attempted.
-    run_.g_TableOk = TableOk::False;
-    ReportError(texts_.errors, texts_.routine, *raised);
-    if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
-  }
+  if (raised) TellError(*raised, work);
   const bool takesFormDown = run_.ShowsProgress() && (raised || total_ > 0 || work.ClosesWithoutRows());
   CloseObjects(run_, takesFormDown ? FormToo::Unload : FormToo::Leave, &rows_, nullptr, &connection_);
   if (begun == Begun::WithoutRows) return;
-  if (raised) {
-    work.SummariseBroken(run_);
-    return;
-  }
-  if (lacking_ && texts_.lacking.when == LackingBox::When::BehindClosing) TellLacking(texts_.lacking, run_);
-  work.Summarise(run_);
+  const auto lastRaised = CatchError([&] {
+    if (raised) return work.SummariseBroken(run_);
+    if (lacking_ && texts_.lacking.when == LackingBox::When::BehindClosing) TellLacking(texts_.lacking, run_);
+    work.Summarise(run_);
+  });
+  if (lastRaised) TellError(*lastRaised, work);
+}
+
+// The rest of the rows is not attempted.
+void RowWalk::TellError(const PlatformError& raised, const RowWork& work) {
+  run_.g_TableOk = TableOk::False;
+  ReportError(texts_.errors, texts_.routine, raised);
+  if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
 }
 
 RowWalk::Begun RowWalk::Begin(const std::string& sql, RowWork& work) {

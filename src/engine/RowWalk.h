@@ -95,6 +95,7 @@ class RowWalk {
   enum class Begun : std::uint8_t { Yes, WithoutRows, NotSecured };
   [[nodiscard]] Begun Begin(const std::string& sql, RowWork& work);
   void TakeAll(RowWork& work);
+  void TellError(const PlatformError& raised, const RowWork& work);
   RowEnd TakeRow(RowWork& work);
   [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;

@@ -117,11 +117,17 @@ Decimal operator+(Decimal a, Decimal b) {
   if (a.digits_ == 0) return b;
   if (b.digits_ == 0) return a;
   if (a.decimals_ < b.decimals_) std::swap(a, b);
-  // A summand that begins far behind the other's last digit does not change it.
-  constexpr int kNoReach = 19;
-  if (a.decimals_ - b.decimals_ > kNoReach) return b;
-  const auto [digits, decimals] = Shorten(a.digits_ + Scaled(b.digits_, a.decimals_ - b.decimals_), a.decimals_);
-  return {digits, decimals};
+  // The finer one is rounded to where the other, brought to as many decimals, still fits.
+  constexpr int kReach = 18;
+  Wide fine = a.digits_;
+  int decimals = a.decimals_;
+  for (; decimals - b.decimals_ > kReach + 1; --decimals) fine /= kTen;
+  if (decimals - b.decimals_ > kReach) {
+    fine = WithoutLastDigit(fine);
+    --decimals;
+  }
+  const auto [digits, shortened] = Shorten(fine + Scaled(b.digits_, decimals - b.decimals_), decimals);
+  return {digits, shortened};
 }
 
 Decimal ToDecimal(const Value& value) {

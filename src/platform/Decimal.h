@@ -4,7 +4,6 @@
 // A value of eighteen digits. What is exact within them stays exact; a longer product keeps its first eighteen.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 
 #include "platform/Currency.h"

@@ -1,4 +1,6 @@
 // The wait pointer while something takes a while.
+//
+// For routines that answer something. Boxes are shown with it, and the usual pointer is back behind them.
 #pragma once
 
 #include <utility>

@@ -27,19 +27,6 @@ std::string LinkBy(std::string_view table, std::string_view keyColumn, std::stri
   return GetScalarFromSQL(fmt::format("SELECT QBLINKID FROM {} WHERE {} = '{}';", table, keyColumn, key));
 }
 
-// 0 for NULL.
-Decimal NumberOf(const ado::Recordset& row, std::string_view column) {
-  const auto value = row.Field(column);
-  return IsNull(value) ? Decimal() : ToDecimal(value);
-}
-
-// The project's class wins.
-std::string ClassOf(std::string_view projectLink, const CostCodes& codes, std::string_view itemLink) {
-  auto classId = GetScalarFromSQL(fmt::format("SELECT QBClassID FROM Project WHERE QBLinkID = '{}';", projectLink));
-  if (!classId.empty() || itemLink.empty()) return classId;
-  return GetScalarFromSQL(fmt::format("SELECT QBClassID FROM {} WHERE QBLinkID = '{}';", codes.table, itemLink));
-}
-
 MessageBox InvalidAccount(const RefusedRequest& refused) {
   return {.text = fmt::format(
               "QuickBooks has reported the following error: -\r\n{}\r\n(Error Code = {}\r\nSeverity: {})"
@@ -71,6 +58,7 @@ BillInHand::BillInHand(QBSessionManager& session)
     : messageSet_(RequireMsgSetRequest(session)), request_(messageSet_.Append("BillAddRq")) {}
 
 bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& columns, const CostCodes& codes) {
+  // A row of no project gets as far as its amount.
   const auto project = row.Field("ProjectID");
   if (!IsNull(project) && LinkBy("Project", "projectID", ToText(project)).empty()) return false;
   const auto line = request_["ORItemLineAddList"].Append()["ItemLineAdd"];
@@ -82,16 +70,16 @@ bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& column
     line["ItemRef"]["ListID"].SetValue(itemLink);
   }
   if (const auto text = row.Field(columns.description); !IsNull(text)) line["Desc"].SetValue(ToText(text));
-  if (!IsNull(row.Field(columns.quantity))) line["Quantity"].SetValue(NumberOf(row, columns.quantity).ToCents());
+  if (!IsNull(row.Field(columns.quantity))) line["Quantity"].SetValue(NumberIn(row, columns.quantity).ToCents());
   // A markup is the client's affair.
-  line["Amount"].SetValue((NumberOf(row, columns.quantity) * NumberOf(row, columns.cost)).ToCents());
+  line["Amount"].SetValue((NumberIn(row, columns.quantity) * NumberIn(row, columns.cost)).ToCents());
   const auto projectLink = LinkBy("Project", "projectID", ToText(project));
   if (projectLink.empty()) return false;
   line["CustomerRef"]["ListID"].SetValue(projectLink);
   if (!IsNull(row.Field(columns.billable))) {
     line["BillableStatus"].SetValue(IsTrueFlag(row, columns.billable) ? kBillable : kNotBillable);
   }
-  if (const auto classId = ClassOf(projectLink, codes, itemLink); !classId.empty()) {
+  if (const auto classId = ClassFor(projectLink, codes.table, itemLink); !classId.empty()) {
     line["ClassRef"]["ListID"].SetValue(classId);
   }
   keys_.push_back(fmt::format("'{}'", ColumnText(row, columns.key)));
@@ -115,11 +103,7 @@ SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::R
   }
   const RefusedRequest refused{
       .request = bill.Request(), .response = response, .kind = RequestKind::Add, .record = record, .row = row};
-  bool wantsNoMore = false;
-  const auto then = ApplyRule(RuleFor(kRules, refused), refused, wantsNoMore);
-  // The run ends without a word about it, and the wish stays.
-  if (wantsNoMore) run.g_Cancelled = true;
-  return {.end = wantsNoMore || then == Refusal::LeaveTable ? SentBill::End::LeaveTable : SentBill::End::Refused};
+  return {.end = EndsTheRun(kRules, refused, run) ? SentBill::End::LeaveTable : SentBill::End::Refused};
 }
 
 std::string ProblemWithBills(std::string_view what) {

@@ -18,6 +18,7 @@
 #include "services/ModuleVariables.h"
 #include "transactions/BillsOut.h"
 #include "transactions/PickVendor.h"
+#include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
 #include "transactions/modExpenseLog.h"
 
@@ -35,7 +36,6 @@ constexpr CostColumns kColumns = {.key = "ELID",
                                   .cost = "ELCost",
                                   .billable = "ELBillable"};
 
-constexpr int kDaysToPay = 30;
 // Of a bill none of whose rows has one.
 Date NoDate() { return Date::FromCivil({.year = 1990, .month = 1, .day = 1}); }
 
@@ -83,6 +83,7 @@ class ExpenseSend final : public RowWork {
   }
 
   void Summarise(Run& run) override {
+    TheDesk().SetPointer(Pointer::Default);
     if (failed_) {
       TellLacking({.text = ProblemWithBills("Vendors, Expense Codes and Projects"), .failsTheTable = true}, run);
     } else if (left_) {

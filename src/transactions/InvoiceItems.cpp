@@ -13,6 +13,7 @@
 #include "platform/Text.h"
 #include "quickbooks/LookupLists.h"
 #include "quickbooks/Requests.h"
+#include "services/Countries.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
 #include "services/WaitPointer.h"
@@ -35,7 +36,7 @@ struct InvoiceItem {
 
 constexpr std::array kItems = {
     InvoiceItem{kDiscountItem, "Tallywick Invoice Discount Amount", 1, Fallback::Service},
-    // No line refers to this one and to the amount paid.
+    // No line refers to this one, nor to the amount paid.
     InvoiceItem{"TWInvRetainerAmtApplied", "Tallywick Retainer Amount Applied", 2, Fallback::Service},
     InvoiceItem{kMiscItem, "Tallywick Misc Amount", 3, Fallback::Service},
     InvoiceItem{"TWManInvPaidToday", "Tallywick Amount Paid", 4, Fallback::Service},
@@ -105,7 +106,7 @@ void AppendItem(MsgSetRequest& messageSet, const InvoiceItem& item, const Fallba
   AssignReference(both["ExpenseAccountRef"], NumberedSetting("InvExpenseAcct", item.number), fallback);
   AssignReference(both["IncomeAccountRef"], NumberedSetting("InvIncomeAcct", item.number), fallback);
   both["SalesDesc"].SetValue(item.description);
-  if (UpperCase(Vars().g_QBCountry) != "CA") return;
+  if (FileCountry() != "CA") return;
   both["PurchaseCost"].SetValue(1.0);
   both["SalesPrice"].SetValue(1.0);
 }

@@ -12,24 +12,23 @@
 #include "platform/Text.h"
 #include "quickbooks/LookupLists.h"
 #include "services/Conversions.h"
+#include "services/Countries.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
 #include "transactions/SpecialItems.h"
+#include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
 
 namespace {
 
-bool IsAmerican() { return UpperCase(Vars().g_QBCountry) == "US"; }
+bool IsAmerican() { return FileCountry() == "US"; }
 
 // Which of the invoice forms has the field: Australia talks in the American one, and is not American.
-std::string_view RateChoice() {
-  const auto country = UpperCase(Vars().g_QBCountry);
-  return country == "CA" || country == "UK" ? "ORRate" : "ORRatePriceLevel";
-}
+std::string_view RateChoice() { return IsCanadianOrBritish(FileCountry()) ? "ORRate" : "ORRatePriceLevel"; }
 
 // --- Header ----------------------------------------------------------------------------------------------------------
 
@@ -45,9 +44,6 @@ constexpr std::array kAddress = {
 constexpr std::array kNumber = {
     SendField{.path = "RefNumber", .column = "TransactionInvNum", .when = When::NotNull},
 };
-
-// The terms of QuickBooks have no say in it.
-constexpr int kDaysToPay = 30;
 
 bool AssignHeader(const RequestField& request, const ado::Recordset& row) {
   if (ColumnText(row, "TransactionInvSendBillFlag") == "B") request["IsToBePrinted"].SetValue(false);
@@ -100,8 +96,7 @@ enum class TaxCode : std::uint8_t { Always, BeforeVersion3 };
 
 void AssignTaxCode(const RequestField& line, TaxCode when) {
   if (IsAmerican()) {
-    const auto& host = Vars().g_HostCountry;
-    line["SalesTaxCodeRef"]["FullName"].SetValue(host == "CA" || host == "UK" ? "E" : "NON");
+    line["SalesTaxCodeRef"]["FullName"].SetValue(IsCanadianOrBritish(Vars().g_HostCountry) ? "E" : "NON");
   } else if (when == TaxCode::Always || Vars().g_QBMajorVer < 3) {
     line["TaxCodeRef"]["FullName"].SetValue("E");
   }
@@ -111,16 +106,6 @@ void AssignRate(const RequestField& line, Currency rate) { line[RateChoice()]["R
 
 void AssignClass(const RequestField& line, std::string_view classId) {
   if (!classId.empty()) line["ClassRef"]["ListID"].SetValue(classId);
-}
-
-std::string ClassOf(std::string_view table, std::string_view link) {
-  return GetScalarFromSQL(fmt::format("SELECT QBClassID FROM {} WHERE QBLinkID = '{}';", table, link));
-}
-
-// NULL counts as `otherwise`.
-Decimal NumberOr(const ado::Recordset& row, std::string_view column, Decimal otherwise) {
-  const auto value = row.Field(column);
-  return IsNull(value) ? otherwise : ToDecimal(value);
 }
 
 // Whether a flag that may be left out says False.
@@ -192,7 +177,7 @@ class InvoiceLines {
 
  private:
   // 0 for NULL: either way there is no line.
-  [[nodiscard]] Decimal Amount(std::string_view column) const { return NumberOr(row_, column, Decimal()); }
+  [[nodiscard]] Decimal Amount(std::string_view column) const { return NumberIn(row_, column, Decimal()); }
 
   [[nodiscard]] RequestField Append() const { return list_.Append()[lineName_]; }
   [[nodiscard]] RequestField Append(std::string_view item) const {
@@ -207,13 +192,10 @@ class InvoiceLines {
     AssignReference(line["ItemRef"], link, kCatchAllItem);
     return link;
   }
-  // The project's class wins.
   void AssignDescriptionAndClass(const RequestField& line, const ado::Recordset& billed, const BilledTable& table,
                                  std::string_view itemLink) const {
     if (const auto text = billed.Field(table.description); !IsNull(text)) line["Desc"].SetValue(ToText(text));
-    auto classId = ClassOf("Project", projectLink_);
-    if (classId.empty() && !itemLink.empty()) classId = ClassOf(table.codes, itemLink);
-    AssignClass(line, classId);
+    AssignClass(line, ClassFor(projectLink_, table.codes, itemLink));
   }
 
   // Goes over the rows of the invoice in a table; answers whether there are any that are to be told one by one.
@@ -248,15 +230,15 @@ class InvoiceLines {
 
   // Answers what the line comes to in QuickBooks, which multiplies and rounds by itself.
   [[nodiscard]] Decimal AppendHours(const ado::Recordset& entry) const {
-    const auto hours = NumberOr(entry, "TEHours", Decimal());
+    const auto hours = NumberIn(entry, "TEHours", Decimal());
     if (hours.IsZero() || hours.IsNegative()) return {};
     const auto line = Append();
     const auto link = AssignItem(line, entry, kHours);
-    auto factor = NumberOr(entry, "WUD", Decimal(1));
+    auto factor = NumberIn(entry, "WUD", Decimal(1));
     if (factor.IsNegative()) factor = Decimal();
     const auto quantity = (hours * factor).ToCents();
     line["Quantity"].SetValue(quantity);
-    const auto rate = IsSwitchedOff(entry, "TEBill") ? Currency() : NumberOr(entry, "TEBillRate", Decimal()).ToCents();
+    const auto rate = IsSwitchedOff(entry, "TEBill") ? Currency() : NumberIn(entry, "TEBillRate", Decimal()).ToCents();
     AssignRate(line, rate);
     AssignTaxCode(line, TaxCode::BeforeVersion3);
     AssignDescriptionAndClass(line, entry, kHours, link);
@@ -285,10 +267,10 @@ class InvoiceLines {
         [&](const ado::Recordset& expense) {
           const auto line = Append();
           const auto link = AssignItem(line, expense, kExpenses);
-          units = NumberOr(expense, "ElUnits", units);
+          units = NumberIn(expense, "ElUnits", units);
           line["Quantity"].SetValue(units.ToCents());
-          cost = NumberOr(expense, "ELCost", cost);
-          markup = NumberOr(expense, "ELMarkup", markup);
+          cost = NumberIn(expense, "ELCost", cost);
+          markup = NumberIn(expense, "ELMarkup", markup);
           const auto charge = units * cost * (Decimal(1) + markup.PerCent());
           line["Amount"].SetValue(IsSwitchedOff(expense, "ELBillable") ? Currency() : charge.ToCents());
           AssignTaxCode(line, TaxCode::BeforeVersion3);
@@ -337,7 +319,7 @@ void AssignMoney(const RequestField& line, Currency amount) {
 
 SalesTaxLines CheckTaxItems() {
   SalesTaxLines found;
-  if (const auto country = UpperCase(Vars().g_QBCountry); country == "UK" || country == "CA") return found;
+  if (IsCanadianOrBritish(FileCountry())) return found;
   const auto items = LookUp(LookupList::SalesTaxItems).list;
   if (items.IsNothing()) return found;
   for (std::size_t i = 0; i < items.Count(); ++i) {

@@ -28,7 +28,7 @@ struct SalesTaxLines {
 
 // Fills the request. False: the invoice is not to go, because it is negative or lacks the link of its client or its
 // project, or because of an error (told by ErrorHandler). A modification has its lines under other names, and nothing
-// else of its own.
+// else of its own; no message form that this program knows has one, so that today it ends in an error.
 [[nodiscard]] bool AssignInvoiceFldValues(const ado::Recordset& row, const RequestField& request, RequestKind kind,
                                           const SalesTaxLines& salesTax);
 

@@ -106,12 +106,7 @@ class InvoiceSend final : public RowWork {
     }
     const RefusedRequest refused{
         .request = request, .response = response, .kind = RequestKind::Add, .record = record_, .row = walk.Row()};
-    bool wantsNoMore = false;
-    const auto then = ApplyRule(RuleFor(kRules, refused), refused, wantsNoMore);
-    if (!wantsNoMore) return then == Refusal::LeaveTable ? RowEnd::LeaveTable : RowEnd::Done;
-    // The run ends without a word about it, and the wish stays.
-    run_.g_Cancelled = true;
-    return RowEnd::LeaveTable;
+    return EndsTheRun(kRules, refused, run_) ? RowEnd::LeaveTable : RowEnd::Done;
   }
 
   void NoteWithoutLines(std::string_view number) {

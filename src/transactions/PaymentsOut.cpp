@@ -16,6 +16,7 @@
 #include "platform/Text.h"
 #include "quickbooks/Requests.h"
 #include "services/Conversions.h"
+#include "services/Countries.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/Events.h"
@@ -98,12 +99,6 @@ constexpr std::array kFields = {
     SendField{.path = "RefNumber", .column = "PayRef", .when = When::NotNull},
 };
 
-// To cents; 0 for NULL.
-Currency CentsOf(const ado::Recordset& row, std::string_view column) {
-  const auto value = row.Field(column);
-  return IsNull(value) ? Currency() : ToDecimal(value).ToCents();
-}
-
 Date PaymentDate(const ado::Recordset& payment) {
   const auto date = payment.Field("PayDate");
   return IsNull(date) ? TheMachine().Now().Midnight() : ToDate(date);
@@ -123,13 +118,22 @@ enum class Allocated : std::uint8_t {
   LeaveTable
 };
 
+// The form is up from the methods on.
+void TakeFormDown(const Run& run) {
+  if (run.ShowsProgress()) CloseObjects(run, FormToo::Unload, nullptr, nullptr, nullptr);
+}
+
 // --- The run ---------------------------------------------------------------------------------------------------------
 
 class PaymentSend final : public RowWork {
  public:
   PaymentSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
 
-  bool Secure() override { return AddRetainerItems(session_); }
+  bool Secure() override {
+    if (AddRetainerItems(session_)) return true;
+    TakeFormDown(run_);
+    return false;
+  }
 
   RowEnd TakeRow(RowWalk& walk) override {
     const auto& payment = walk.Row();
@@ -141,8 +145,7 @@ class PaymentSend final : public RowWork {
           [&] { return fmt::format("{}, {}", ColumnText(payment, "PayDate"), ColumnText(payment, "ClientID")); });
     });
     record_.linkId = ColumnText(payment, "QBLinkID");
-    const auto retainer = payment.Field("PayRetainer");
-    if (!IsNull(retainer) && !ToDecimal(retainer).IsZero()) {
+    if (!NumberIn(payment, "PayRetainer").IsZero()) {
       BookRetainer(walk);
       return RowEnd::Done;
     }
@@ -177,7 +180,7 @@ class PaymentSend final : public RowWork {
     const auto link = PayerOfRetainer(rows);
     if (link.empty()) return;
     const auto date = PaymentDate(payment);
-    const auto amount = CentsOf(payment, "PayAmt");
+    const auto amount = NumberIn(payment, "PayAmt").ToCents();
     if (amount < Currency()) return;
     const auto txnId = AddRetainerPayment(
         session_,
@@ -196,10 +199,10 @@ class PaymentSend final : public RowWork {
   // The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
   [[nodiscard]] std::string PayerOfRetainer(const std::string& rows) const {
     std::string_view kind = "PROJECT";
-    auto key = GetScalarFromSQL(fmt::format("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
+    auto key = RequireScalarFromSQL(fmt::format("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
     if (key == "{CLIENT RETAINER}") {
       kind = "CLIENT";
-      key = GetScalarFromSQL(fmt::format("SELECT ClientID FROM TransactionTable WHERE {};", rows));
+      key = RequireScalarFromSQL(fmt::format("SELECT ClientID FROM TransactionTable WHERE {};", rows));
     }
     if (!key.empty()) return GetQBLinkIDOf(kind, key);
     WriteLog("Error transferring Payment to QB. Pay ID = " + record_.key);
@@ -248,7 +251,7 @@ class PaymentSend final : public RowWork {
     SetCut(request["PaymentMethodRef"]["FullName"], PaymentMethodName(method));
     request["TxnDate"].SetValue(DateFloor(PaymentDate(payment)));
     if (how != Applied::Discount && !IsNull(allocation.Field("TransactionPayAmtApplied"))) {
-      request["TotalAmount"].SetValue(CentsOf(allocation, "TransactionPayAmtApplied"));
+      request["TotalAmount"].SetValue(NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
     }
     SendFields(request, payment, kFields);
     const auto project = GetQBLinkIDOf("PROJECT", ColumnText(allocation, "ProjectID"));
@@ -257,7 +260,7 @@ class PaymentSend final : public RowWork {
     const auto invoice = FindInvoice(allocation);
     if (!invoice || HoldsBack(payment, allocation, *invoice)) return Allocated::GiveUp;
     if (!invoice->account.empty()) request["ARAccountRef"]["FullName"].SetValue(invoice->account);
-    Apply(request, how, *invoice, CentsOf(allocation, "TransactionPayAmtApplied"));
+    Apply(request, how, *invoice, NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
     return Exchange(walk, messageSet, request, allocation);
   }
 
@@ -308,8 +311,7 @@ class PaymentSend final : public RowWork {
           tail());
       return true;
     }
-    const auto applied = allocation.Field("TransactionPayAmtApplied");
-    if (IsNull(applied) || ToDecimal(applied).ToCurrency() <= invoice.balance) return false;
+    if (NumberIn(allocation, "TransactionPayAmtApplied").ToCurrency() <= invoice.balance) return false;
     ++exceeding_.count;
     WriteLog("Could not transfer Payment to QB, because the TW Payment amount is greater than the QB invoice amount." +
              tail());
@@ -377,8 +379,7 @@ std::string_view PaymentMethodName(std::string_view code) {
   for (const auto& method : kMethods) {
     if (method.code == code) return method.name;
   }
-  const auto country = UpperCase(Vars().g_QBCountry);
-  return country == "UK" || country == "CA" ? "Cheque" : "Check";
+  return IsCanadianOrBritish(FileCountry()) ? "Cheque" : "Check";
 }
 
 bool AddPaymentMethodNamesToQB(QBSessionManager& session) {
@@ -403,7 +404,10 @@ bool AddPaymentMethodNamesToQB(QBSessionManager& session) {
 }
 
 void MovePaymentsToQB(const SendCall& call) {
-  if (!AddPaymentMethodNamesToQB(call.session)) return;
+  if (!AddPaymentMethodNamesToQB(call.session)) {
+    TakeFormDown(call.run);
+    return;
+  }
   PaymentSend work(call.session, call.run);
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
 }

@@ -1,4 +1,6 @@
 // The form frmPickVendor: which vendor stands for an employee whose expenses go to QuickBooks as a bill.
+//
+// The desk shows it; what it was closed with travels through a module variable, as with any form of the host's.
 #pragma once
 
 #include <string>

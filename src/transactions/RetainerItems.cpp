@@ -6,8 +6,10 @@
 
 #include "engine/Mapping.h"
 #include "messages/StatusCodes.h"
+#include "platform/Decimal.h"
 #include "platform/Text.h"
 #include "quickbooks/Requests.h"
+#include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/WaitPointer.h"
@@ -19,8 +21,6 @@ namespace twqb {
 namespace {
 
 constexpr int kOtherCurrentLiability = 13;  // of AccountType
-
-bool IsCanadianOrBritish(std::string_view country) { return country == "CA" || country == "UK"; }
 
 // The answer to a set of one request.
 template <typename Fill>
@@ -53,7 +53,7 @@ Date BookingDate(Date date) {
   constexpr int kLongAgo = 1990;
   constexpr int kBookedIn = 1901;
   const auto civil = date.ToCivil();
-  if (UpperCase(Vars().g_QBCountry) != "UK" || civil.year >= kLongAgo) return date.Midnight();
+  if (FileCountry() != "UK" || civil.year >= kLongAgo) return date.Midnight();
   return TextToDate(fmt::format("{}/{}/{}", civil.month, civil.day, kBookedIn));
 }
 
@@ -81,7 +81,7 @@ bool AddAccount(QBSessionManager& session) {
 bool AddPaymentItem(QBSessionManager& session) {
   // QuickBooks answers a second payment item of the name with another status than its neighbours.
   return Secure(session, "AddPaymentItem", "ItemPaymentAddRq", status::kCannotSave, [](const RequestField& item) {
-    const bool cheque = IsCanadianOrBritish(UpperCase(Vars().g_QBCountry)) || IsCanadianOrBritish(Vars().g_HostCountry);
+    const bool cheque = IsCanadianOrBritish(FileCountry()) || IsCanadianOrBritish(Vars().g_HostCountry);
     item["Name"].SetValue(kRetainerPayment);
     item["IsActive"].SetValue(true);
     item["ItemDesc"].SetValue("TW Applied Retainer");
@@ -92,7 +92,7 @@ bool AddPaymentItem(QBSessionManager& session) {
 bool AddItemOtherCharge(QBSessionManager& session) {
   return Secure(session, "AddItemOtherCharge", "ItemOtherChargeAddRq", status::kNameInUse,
                 [](const RequestField& item) {
-                  if (UpperCase(Vars().g_QBCountry) == "US") {
+                  if (FileCountry() == "US") {
                     item["SalesTaxCodeRef"]["FullName"].SetValue("NON");
                   } else if (Vars().g_QBMajorVer >= 3) {
                     // The earlier forms have no place for it.
@@ -117,13 +117,15 @@ std::string AddRetainerPayment(QBSessionManager& session, const Retainer& retain
         invoice["CustomerRef"]["ListID"].SetValue(retainer.CustomerListID);
         invoice["IsPending"].SetValue(false);
         invoice["TxnDate"].SetValue(BookingDate(retainer.TxnDate));
-        const auto reference = invoice["RefNumber"];
-        SetCut(reference, FittingReference(retainer.RefNumber, reference));
+        if (!retainer.RefNumber.empty()) {
+          const auto reference = invoice["RefNumber"];
+          SetCut(reference, FittingReference(retainer.RefNumber, reference));
+        }
         // QuickBooks takes a payment item off by its nature, so the invoice comes to nothing.
         for (const auto item : {kRetainerCharge, kRetainerPayment}) {
           const auto line = invoice["ORInvoiceLineAddList"].Append()["InvoiceLineAdd"];
           line["ItemRef"]["FullName"].SetValue(item);
-          AssignMoney(line, retainer.Amount);
+          AssignMoney(line, Decimal::FromCurrency(retainer.Amount).ToCents());
         }
       });
       if (response.StatusCode() == status::kOk) return response.Detail()["TxnID"].GetValue();

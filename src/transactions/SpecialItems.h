@@ -1,4 +1,6 @@
 // The names of the items and accounts of ours in QuickBooks, by which the lines of invoices and payments refer to them.
+//
+// InvoiceItems and RetainerItems make sure that they are there.
 #pragma once
 
 #include <string_view>

@@ -5,9 +5,24 @@
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
 #include "quickbooks/Requests.h"
+#include "services/Database.h"
 #include "services/ModuleVariables.h"
 
 namespace twqb {
+
+Decimal NumberIn(const ado::Recordset& row, std::string_view column, Decimal otherwise) {
+  const auto value = row.Field(column);
+  return IsNull(value) ? otherwise : ToDecimal(value);
+}
+
+std::string ClassOf(std::string_view table, std::string_view link) {
+  return GetScalarFromSQL(fmt::format("SELECT QBClassID FROM {} WHERE QBLinkID = '{}';", table, link));
+}
+
+std::string ClassFor(std::string_view projectLink, std::string_view codes, std::string_view itemLink) {
+  auto classId = ClassOf("Project", projectLink);
+  return classId.empty() && !itemLink.empty() ? ClassOf(codes, itemLink) : classId;
+}
 
 bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& session, Run& run) {
   if (record.linkId.empty()) return false;
@@ -25,6 +40,13 @@ void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const Sen
   WriteLink(connection, place, txnId);
   Vars().g_NewQBLinkID = txnId;
   if (record.lastUpdatedIsNull) WriteStamp(connection, place);
+}
+
+bool EndsTheRun(std::span<const StatusRule> rules, const RefusedRequest& refused, Run& run) {
+  bool wantsNoMore = false;
+  const auto then = ApplyRule(RuleFor(rules, refused), refused, wantsNoMore);
+  if (wantsNoMore) run.g_Cancelled = true;
+  return wantsNoMore || then == Refusal::LeaveTable;
 }
 
 MessageBox AskToGoOn(const RefusedRequest& refused) {

@@ -34,8 +34,6 @@ constexpr CostColumns kColumns = {.key = "TEID",
                                   .cost = "TECostRate",
                                   .billable = "TEBill"};
 
-constexpr int kDaysToPay = 30;
-
 // A line is a row of one of the two, and the statement on the other changes nothing.
 struct LineTable {
   std::string_view name;
@@ -69,9 +67,10 @@ class VendorBillSend final : public RowWork {
   }
 
   void Summarise(Run& run) override {
+    TheDesk().SetPointer(Pointer::Default);
     if (failed_) {
       Tell("Vendors, Expense Codes and Projects", run);
-    } else if (left_ && run.g_TableOk != TableOk::GoOn) {
+    } else if (left_) {
       run.g_TableOk = TableOk::True;
     }
   }
@@ -140,13 +139,12 @@ class VendorBillSend final : public RowWork {
       WriteStamp(connection,
                  {.table = table.name, .condition = fmt::format("({} IN({}))", table.keyColumn, bill.Keys())});
     }
-    stampsRows_ = false;
   }
 
   QBSessionManager& session_;
   Run& run_;
   SendRecord record_;
-  bool stampsRows_ = false;  // a bill had no date since rows were last stamped
+  bool stampsRows_ = false;  // from the first bill without a date on
   bool failed_ = false;
   bool left_ = false;
 };

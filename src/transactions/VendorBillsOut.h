@@ -6,7 +6,8 @@
 
 namespace twqb {
 
-// Adds the bills of the call that QuickBooks lacks. A bill ends ahead of the first row that lacks something.
+// Adds the bills of the call that QuickBooks lacks. A bill ends with the first row that lacks something, whose line is
+// as far as it got.
 void MoveVendorBillToQB(const SendCall& call);
 
 }  // namespace twqb

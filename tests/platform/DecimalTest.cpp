@@ -45,6 +45,12 @@ TEST(Decimal, Adds_and_takes_off_exactly) {
   EXPECT_EQ(Cents(D(1e14) + D(1e-30)), "100000000000000");
 }
 
+TEST(Decimal, Adds_what_begins_near_though_it_ends_far_behind) {
+  EXPECT_EQ(Cents(D(0.00999999999999999) * D(0.999999999999999) + Decimal(5)), "5.01");
+  EXPECT_EQ(Cents(Decimal(5) + D(0.00999999999999999) * D(0.999999999999999)), "5.01");
+  EXPECT_EQ(Cents(D(123456789012345) + D(0.123456789012345) * D(0.1)), "123456789012345.01");
+}
+
 TEST(Decimal, Takes_a_hundredth_part) {
   EXPECT_EQ(ToText(D(12.5).PerCent().ToCurrency()), "0.125");
   EXPECT_TRUE(Decimal().PerCent().IsZero());

@@ -87,10 +87,8 @@ TEST(ExpenseLogSend, With_no_selected_rows_it_ends_well_and_forgets_what_was_pas
   EXPECT_TRUE(house.traffic.documents.empty());
 }
 
-TEST(ExpenseLogSend, A_row_that_came_as_a_check_or_a_charge_is_left_alone_and_any_other_link_is_stale) {
+TEST(ExpenseLogSend, A_link_that_is_no_check_and_no_charge_is_stale_and_one_of_blanks_is_none) {
   ExpensesHouse house;
-  const auto answer = house.Company(
-      "<CheckAddRq><CheckAdd><AccountRef><FullName>Costs</FullName></AccountRef></CheckAdd></CheckAddRq>");
   house.Expense("E1", {{"QBLinkID", "'FFF-1'"}});
   house.Expense("E2", {{"QBLinkID", "'  '"}});
   house.SendAll();
@@ -100,20 +98,31 @@ TEST(ExpenseLogSend, A_row_that_came_as_a_check_or_a_charge_is_left_alone_and_an
   EXPECT_NE(house.LinkOf("E1"), "FFF-1");
 }
 
-TEST(ExpenseLogSend, A_row_whose_check_is_there_stays) {
+struct Paid {
+  std::string kind;
+  std::string accountType;
+};
+
+class PaidExpenses : public testing::TestWithParam<Paid> {};
+
+TEST_P(PaidExpenses, That_QuickBooks_holds_are_left_alone) {
   ExpensesHouse house;
-  house.Add("Account", "<Name>Bank</Name><AccountType>Bank</AccountType>");
+  house.Add("Account", "<Name>Money</Name><AccountType>" + GetParam().accountType + "</AccountType>");
   const auto answer = house.Company(
-      "<CheckAddRq><CheckAdd><AccountRef><FullName>Bank</FullName></"
-      "AccountRef><ExpenseLineAdd><AccountRef><FullName>Costs"
-      "</FullName></AccountRef><Amount>5.00</Amount></ExpenseLineAdd></CheckAdd></CheckAddRq>");
-  const auto check = SpiedHouse::TextOf(answer, "TxnID");
-  ASSERT_NE(check, "(none)") << answer;
-  house.Expense("E1", {{"QBLinkID", "'" + check + "'"}});
+      fmt::format("<{0}AddRq><{0}Add><AccountRef><FullName>Money</FullName></AccountRef><ExpenseLineAdd><AccountRef>"
+                  "<FullName>Costs</FullName></AccountRef><Amount>5.00</Amount></ExpenseLineAdd></{0}Add></{0}AddRq>",
+                  GetParam().kind));
+  const auto paid = SpiedHouse::TextOf(answer, "TxnID");
+  ASSERT_NE(paid, "(none)") << answer;
+  house.Expense("E1", {{"QBLinkID", "'" + paid + "'"}});
   house.SendAll();
   EXPECT_TRUE(house.Requests("BillAddRq").empty());
-  EXPECT_EQ(house.LinkOf("E1"), check);
+  EXPECT_EQ(house.LinkOf("E1"), paid);
 }
+
+INSTANTIATE_TEST_SUITE_P(ExpenseLogSend, PaidExpenses,
+                         testing::Values(Paid{"Check", "Bank"}, Paid{"CreditCardCharge", "CreditCard"}),
+                         [](const auto& test) { return test.param.kind; });
 
 // --- The person to bill ----------------------------------------------------------------------------------------------
 
@@ -236,7 +245,7 @@ TEST(ExpenseLogSend, A_refusal_is_asked_about_and_yes_goes_on) {
   house.Expense("E1");
   house.Expense("E2", {{"EmployeeID", "'TAYLOR'"}});
   house.SendAll();
-  ASSERT_EQ(house.BoxTexts(), Texts{kBillRefused});
+  ASSERT_EQ(house.BoxTexts(), Texts{kAsk});
   EXPECT_EQ(house.desk.Boxes()[0].box.icon, BoxIcon::Question);
   EXPECT_TRUE(house.IsSent("E2"));
 }
@@ -247,7 +256,7 @@ TEST(ExpenseLogSend, No_leaves_the_table_without_a_word_about_it) {
   house.Expense("E1");
   house.Expense("E2", {{"EmployeeID", "'TAYLOR'"}});
   house.SendAll();
-  EXPECT_EQ(house.BoxTexts(), Texts{kBillRefused});
+  EXPECT_EQ(house.BoxTexts(), Texts{kAsk});
   EXPECT_EQ(house.Requests("BillAddRq").size(), 1U);
   EXPECT_TRUE(Vars().g_Cancelled);
   EXPECT_EQ(Outcome(), TableOk::True);
@@ -263,6 +272,32 @@ TEST(ExpenseLogSend, An_invalid_reference_leaves_the_table) {
   EXPECT_EQ(house.desk.Boxes()[0].box.title, "");
   EXPECT_EQ(house.desk.Boxes()[0].box.icon, BoxIcon::None);
   EXPECT_EQ(house.Requests("BillAddRq").size(), 1U);
+  EXPECT_FALSE(Vars().g_Cancelled);
+  EXPECT_EQ(Outcome(), TableOk::True);
+}
+
+TEST(ExpenseLogSend, Cancel_ends_the_run_behind_the_row_in_hand_and_the_bill_that_it_completed) {
+  ExpensesHouse house({.answers = "cancel after 2\nyes"});
+  house.Vendor("TAYLOR", "Taylor Ltd");
+  house.Vendor("UPTON", "Upton Ltd");
+  house.Expense("E1");
+  house.Expense("E2", {{"EmployeeID", "'TAYLOR'"}});
+  house.Expense("E3", {{"EmployeeID", "'UPTON'"}});
+  house.SendAll();
+  EXPECT_EQ(house.BoxTexts(), (Texts{kSureToCancel, kOperationCancelled}));
+  EXPECT_TRUE(house.IsSent("E1"));
+  EXPECT_FALSE(house.IsSent("E3"));
+  EXPECT_FALSE(Vars().g_Cancelled);
+  EXPECT_EQ(Outcome(), TableOk::False);
+}
+
+TEST(ExpenseLogSend, Without_a_bar_nothing_is_shown) {
+  ExpensesHouse house;
+  Vars().g_NoProgressBar = true;
+  house.Expense("E1");
+  house.SendAll();
+  EXPECT_TRUE(house.IsSent("E1"));
+  EXPECT_TRUE(house.desk.FormEvents().empty());
 }
 
 TEST(ExpenseLogSend, An_error_ends_the_run_in_a_box_of_its_own) {

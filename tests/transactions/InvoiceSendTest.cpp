@@ -7,8 +7,6 @@
 namespace twqb {
 namespace {
 
-const std::string kAsk = RefusalText("No.", 3000, "Error") + "\r\n\r\nDo you want to continue?";
-
 // --- What goes -------------------------------------------------------------------------------------------------------
 
 TEST(InvoiceSend, A_new_invoice_is_added_in_a_document_of_its_own_and_its_link_and_date_are_written_back) {
@@ -87,7 +85,7 @@ TEST(InvoiceSend, A_negative_invoice_is_passed_over_without_a_word) {
   EXPECT_EQ(Outcome(), TableOk::True);
 }
 
-TEST(InvoiceSend, A_negative_invoice_with_a_live_link_is_looked_up_first) {
+TEST(InvoiceSend, A_negative_invoice_with_a_link_is_looked_up_first) {
   InvoicesHouse house;
   house.Invoice("I1", {{"TransactionInvBillAmt", "-5"}, {"QBLinkID", "'FFF-1'"}});
   house.Send();

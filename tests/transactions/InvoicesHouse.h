@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "tests/transactions/TransactionsHouse.h"
+#include "transactions/InvoiceLines.h"
 #include "transactions/InvoicesOut.h"
 
 namespace twqb {
@@ -22,8 +23,8 @@ class InvoicesHouse : public TransactionsHouse {
     Add("Account", "<Name>Other Income</Name><AccountType>Income</AccountType>");
     client = AddCustomer("<Name>Acme</Name>", Tag());
     job = AddCustomer("<Name>Roof</Name><ParentRef><ListID>" + client + "</ListID></ParentRef>", Tag());
-    activity = AddItem("Service", "Design");
-    expense = AddItem("OtherCharge", "Travel");
+    activity = AddItem("Service", "Design", "Other Income");
+    expense = AddItem("OtherCharge", "Travel", "Other Income");
     Insert("Client", {{"ClientID", "'ACME'"}, {"QBLinkID", "'" + client + "'"}});
     Insert("Project", {{"ProjectID", "'ROOF:'"}, {"ClientID", "'ACME'"}, {"QBLinkID", "'" + job + "'"}});
     Insert("Activity", {{"ActivityID", "'DESIGN:'"}, {"QBLinkID", "'" + activity + "'"}});
@@ -60,11 +61,44 @@ class InvoicesHouse : public TransactionsHouse {
   }
   void General(std::string_view key, std::string_view value) { Setting("GENERAL", key, value); }
 
-  std::string AddItem(std::string_view kind, std::string_view name) {
-    return Add("Item" + std::string(kind),
-               fmt::format("<Name>{}</Name><SalesOrPurchase><AccountRef><FullName>Other Income</FullName></AccountRef>"
-                           "</SalesOrPurchase>",
-                           name));
+  // The lines of a row of the selection that has those columns, without asking QuickBooks; others are NULL.
+  Texts LinesOf(const Columns& columns, const SalesTaxLines& salesTax) {
+    std::string sql;
+    for (const std::string column : {"TransactionID",
+                                     "TransactionInvSendBillFlag",
+                                     "TransactionInvBillAmt",
+                                     "ClientQBLinkID",
+                                     "ProjectQBLInkID",
+                                     "ClientCompany",
+                                     "ClientStreet",
+                                     "ClientStreet2",
+                                     "ClientCity",
+                                     "ClientState",
+                                     "ClientZip",
+                                     "InvoiceDate",
+                                     "TransactionInvNum",
+                                     "TransactionManInv",
+                                     "ProjectID",
+                                     "ServiceAmt",
+                                     "ExpAmt",
+                                     "TransactionManInvMiscAmt",
+                                     "ServiceTaxAmt",
+                                     "ExpTaxAmt",
+                                     "MainServiceTaxAmt",
+                                     "MainExpenseTaxAmt",
+                                     "TransactionInvDiscount",
+                                     "InvRetainerAmtApplied"}) {
+      const auto given = columns.find(column);
+      const bool isLink = column.ends_with("LinkID") || column.ends_with("LInkID");
+      sql += sql.empty() ? "SELECT " : ", ";
+      sql += (given != columns.end() ? given->second : isLink ? "'1-1'" : "NULL") + " AS " + column;
+    }
+    const auto connection = Vars().platform.database->CreateConnection();
+    OpenConnection(*connection, nullptr, "");
+    const auto row = connection->OpenRecordset(sql, ado::CursorType::Static, ado::LockType::ReadOnly);
+    auto set = NewSet();
+    EXPECT_TRUE(AssignInvoiceFldValues(*row, set.Append("InvoiceAddRq"), RequestKind::Add, salesTax));
+    return LinesIn(set.ToXMLString());
   }
 
   // What the n-th invoice that went over the wire says, but for its lines.
@@ -76,8 +110,8 @@ class InvoicesHouse : public TransactionsHouse {
         (lines == std::string::npos ? body.find("</InvoiceAdd>") : lines) - std::string_view("<InvoiceAdd>").size());
   }
   // Its lines, in order, as they stand on the wire.
-  [[nodiscard]] Texts Lines(std::size_t nth = 0) const {
-    const auto body = Requests("InvoiceAddRq").at(nth);
+  [[nodiscard]] Texts Lines(std::size_t nth = 0) const { return LinesIn(Requests("InvoiceAddRq").at(nth)); }
+  [[nodiscard]] static Texts LinesIn(const std::string& body) {
     const std::string open = "<InvoiceLineAdd>";
     Texts lines;
     for (auto at = body.find(open); at != std::string::npos; at = body.find(open, at + 1)) {

@@ -17,9 +17,7 @@ class PaymentsHouse : public TransactionsHouse {
     Add("Account", "<Name>Other Income</Name><AccountType>Income</AccountType>");
     client = AddCustomer("<Name>Acme</Name>", Tag());
     job = AddCustomer("<Name>Roof</Name><ParentRef><ListID>" + client + "</ListID></ParentRef>", Tag());
-    Add("ItemService",
-        "<Name>Design</Name><SalesOrPurchase><AccountRef><FullName>Other Income</FullName></AccountRef>"
-        "</SalesOrPurchase>");
+    AddItem("Service", "Design", "Other Income");
     Insert("Client", {{"ClientID", "'ACME'"}, {"QBLinkID", "'" + client + "'"}});
     Insert("Project", {{"ProjectID", "'ROOF:'"}, {"ClientID", "'ACME'"}, {"QBLinkID", "'" + job + "'"}});
     Clear();

@@ -23,6 +23,13 @@ class TransactionsHouse : public ListHouse {
     Connect(country);
   }
 
+  // An item that books to the account of that name; its ListID.
+  std::string AddItem(std::string_view kind, std::string_view name, std::string_view account) {
+    return Add("Item" + std::string(kind),
+               fmt::format("<Name>{}</Name><SalesOrPurchase><AccountRef><FullName>{}</FullName></AccountRef>"
+                           "</SalesOrPurchase>",
+                           name, account));
+  }
   void Insert(std::string_view table, const Columns& columns) {
     std::string names;
     std::string values;
@@ -68,6 +75,9 @@ class TransactionsHouse : public ListHouse {
     return options;
   }
 };
+
+// A refusal with its question, as tables ask it that have no other words.
+inline const std::string kAsk = RefusalText("No.", 3000, "Error") + "\r\n\r\nDo you want to continue?";
 
 inline const std::string kSureToCancel = "Are you sure you want to Cancel?";
 inline const std::string kOperationCancelled = "Operation cancelled!";

@@ -176,7 +176,7 @@ TEST(VendorBillSend, A_refusal_is_asked_about_and_no_leaves_the_table) {
     house.Hours(std::string("T") + key, std::string("B") + key);
   }
   house.Send();
-  EXPECT_EQ(house.BoxTexts(), (Texts{kBillRefused, kBillRefused}));
+  EXPECT_EQ(house.BoxTexts(), (Texts{kAsk, kAsk}));
   EXPECT_EQ(house.Requests("BillAddRq").size(), 2U);
   EXPECT_TRUE(Vars().g_Cancelled);
   EXPECT_EQ(Outcome(), TableOk::True);
@@ -191,6 +191,54 @@ TEST(VendorBillSend, An_invalid_reference_leaves_the_table) {
   house.Send();
   EXPECT_EQ(house.BoxTexts(), Texts{kInvalidBillAccount});
   EXPECT_EQ(house.Requests("BillAddRq").size(), 1U);
+  EXPECT_EQ(Outcome(), TableOk::True);
+}
+
+TEST(VendorBillSend, An_unlinked_code_leaves_an_empty_line_and_ends_the_bill) {
+  VendorBillsHouse house;
+  house.Insert("Activity", {{"ActivityID", "'OTHER:'"}});
+  house.Bill("B1");
+  house.Hours("T1", "B1");
+  house.Hours("T2", "B1", {{"ActivityID", "'OTHER:'"}});
+  house.Hours("T3", "B1");
+  house.Send();
+  ASSERT_EQ(house.Lines().size(), 2U);
+  EXPECT_EQ(house.Lines()[1], "");
+  EXPECT_EQ(house.Row("TimeEntry", "TEID", "T2", "QBLinkID"), "NULL");
+}
+
+TEST(VendorBillSend, From_the_first_bill_without_a_date_on_all_rows_are_stamped) {
+  VendorBillsHouse house;
+  for (const auto* key : {"1", "2", "3"}) {
+    const bool isDated = std::string_view(key) != "2";
+    house.Bill(std::string("B") + key, {{"LastUpdated", isDated ? "'2008-01-02 03:04:05'" : "NULL"}});
+    house.Hours(std::string("T") + key, std::string("B") + key);
+  }
+  house.Send();
+  EXPECT_EQ(house.Statements("UPDATE TimeEntry SET LastUpdated"),
+            (Texts{"UPDATE TimeEntry SET LastUpdated = '03/05/2008 15:00:00' WHERE (TEID IN('T2'));",
+                   "UPDATE TimeEntry SET LastUpdated = '03/05/2008 15:00:00' WHERE (TEID IN('T3'));"}));
+}
+
+TEST(VendorBillSend, Cancel_ends_the_run_behind_the_bill_in_hand) {
+  VendorBillsHouse house({.answers = "cancel after 1\nyes"});
+  for (const auto* key : {"1", "2", "3"}) {
+    house.Bill(std::string("B") + key);
+    house.Hours(std::string("T") + key, std::string("B") + key);
+  }
+  house.Send();
+  EXPECT_EQ(house.BoxTexts(), (Texts{kSureToCancel, kOperationCancelled}));
+  EXPECT_FALSE(house.IsSent("B3"));
+  EXPECT_EQ(Outcome(), TableOk::False);
+}
+
+TEST(VendorBillSend, The_call_back_hears_the_identifier_of_each_bill) {
+  VendorBillsHouse house;
+  Vars().g_IsSubscribed = true;
+  house.Bill("B1");
+  house.Hours("T1", "B1");
+  house.Send();
+  EXPECT_EQ(house.callback.Events(), (std::vector<CallbackEvent>{2, std::string(), house.LinkOf("B1")}));
 }
 
 class BillsOfACountry : public testing::TestWithParam<std::string> {};
