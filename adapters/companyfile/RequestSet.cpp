@@ -243,7 +243,7 @@ void RequestSet::ReadRequest(pugi::xml_node node) {
   const auto* message = messages::FindMessage(element);
   const bool isKnown = message != nullptr && element.ends_with(kRequestSuffix) && message->set == kind_;
   const bool isKept = isKnown && message->KnownIn(form_);
-  if (!isKept && (isKnown || kind_ != MessageSet::Company || !IsRequestOfOtherRecords(element))) {
+  if (!isKept && (isKnown || kind_ != MessageSet::Company || !IsRequestOfOtherRecords(element, form_.version))) {
     RefuseDocument(fmt::format("The request {} is not known.", element));
   }
   for (const auto attribute : node.attributes()) {

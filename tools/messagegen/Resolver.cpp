@@ -66,6 +66,10 @@ class Resolver {
   // --- Messages ---
 
   void ReadMessage(const MessageText& text) {
+    // Said of each, 1.0 too: one that was forgotten would be taken in documents that are older than it.
+    if (!text.marks.since) {
+      definitions_.Fail(text.place, fmt::format("the first version of {} is missing, as in @1.0", text.name));
+    }
     TableMessage message = {.name = text.name, .known = KnownBy(text.marks, text.place), .set = text.set};
     if (text.kind == MessageKind::Free) {
       ExpectNoAttribute(text.marks, text.place);
