@@ -8,6 +8,10 @@
 
 namespace twqb::company {
 
+// Takes out of a new file the records of the lists that came with the fourth format.
+inline constexpr auto kWithoutListsOfFourthFormat =
+    "DELETE FROM record WHERE kind IN ('StandardTerms', 'CustomerType', 'VendorType', 'Template')";
+
 // Makes the file when it is not there.
 inline void RunSql(const std::string& path, const std::string& sql) {
   sqlite3* database = nullptr;
