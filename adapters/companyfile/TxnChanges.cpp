@@ -202,7 +202,7 @@ class NewTxn {
     pugi::xml_document body;
     if (item) ParseBody(body, item->record.body);
     const auto customerCode = ChildElement(header_, "CustomerSalesTaxCodeRef");
-    const bool taxable = !customerCode || IsTaxable(context_.store, customerCode);
+    const bool taxable = !customerCode || IsTaxable(context_.store, customerCode, referrer_);
     const auto percent = taxable ? ReadDecimal(body, "TaxRate").value_or(Decimal{}) : Decimal{};
     const auto tax = PercentOf(lines_.Taxable(), percent).value_or(Currency{});
     SetLeaf(header_, "SalesTaxPercentage", percent.TextToCents());

@@ -325,6 +325,24 @@ TEST_F(Txn, A_list_that_the_file_does_not_keep_has_nothing_to_refer_to) {
   EXPECT_THAT(added.message, HasSubstr("QuickBooks SalesRep \"DF\" in the invoice."));
 }
 
+TEST_F(Txn, A_dead_tax_code_is_told_with_the_line_or_the_transaction_that_names_it) {
+  const auto line = [](const std::string& code) {
+    return Tag("InvoiceLineAdd", Named("ItemRef", "Design") + Tag("Amount", "1.00") + code);
+  };
+  const auto acme = Named("CustomerRef", "Acme");
+  EXPECT_THAT(AddTxn("Invoice", acme + line(Named("SalesTaxCodeRef", "Zzz"))).message,
+              HasSubstr("There is an invalid reference to QuickBooks SalesTaxCode \"Zzz\" in the invoice line."));
+  EXPECT_THAT(AddTxn("Invoice", acme + Named("CustomerSalesTaxCodeRef", "Zzz") + line({})).message,
+              HasSubstr("There is an invalid reference to QuickBooks CustomerSalesTaxCode \"Zzz\" in the invoice."));
+}
+
+TEST_F(Txn, A_transaction_that_can_not_be_saved_has_its_article) {
+  const auto refused =
+      AddTxn("Invoice",
+             Named("CustomerRef", "Acme") + Tag("InvoiceLineAdd", Named("ItemRef", "Design") + Tag("Amount", "-1.00")));
+  EXPECT_THAT(refused.message, HasSubstr("There was an error when saving an invoice."));
+}
+
 TEST_F(Txn, An_invoice_without_lines_lacks_an_element) {
   EXPECT_EQ(AddTxn("Invoice", Named("CustomerRef", "Acme")).code, 3150);
 }
