@@ -13,6 +13,7 @@
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/MessageSetMemory.h"
 #include "adapters/companyfile/Refused.h"
+#include "adapters/companyfile/RefusedDocument.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
