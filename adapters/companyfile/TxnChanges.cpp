@@ -118,6 +118,7 @@ class NewTxn {
 
   // What a sale takes from its customer, and a bill from its vendor, where it says nothing itself.
   void TakeFromEntity(const FoundRecord& entity) {
+    if (!Has("TermsRef")) return;
     pugi::xml_document body;
     ParseBody(body, entity.record.body);
     struct Taken {
