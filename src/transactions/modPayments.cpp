@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "transactions/PaymentsIn.h"
+
 namespace twqb {
 
 namespace {
@@ -37,6 +39,7 @@ constinit const Table kPaymentsTable = {
                   .prefix = "Payment.",
                   .clauses = kClauses},
     .reads = kReads,
+    .get = MovePaymentsToTW,
     .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},
     .quickBooksDeletion = {.kind = QuickBooksKind::Transaction, .type = 17},
 };

@@ -2,12 +2,10 @@
 // and an activity that are in QuickBooks, and the account that wage items pay from.
 #pragma once
 
-#include <algorithm>
 #include <map>
 
-#include "bridge/modTWQBBridge.h"
 #include "services/Database.h"
-#include "tests/lists/ListHouse.h"
+#include "tests/transactions/TransactionsHouse.h"
 #include "transactions/modTimeEntry.h"
 
 namespace twqb {
@@ -19,7 +17,6 @@ inline constexpr TestedTable kTestedTimeEntries = {.table = enTimeEntries,
                                                    .toTW = MoveTimeEntriesToTW};
 
 using Columns = std::map<std::string, std::string>;  // as SQL expressions
-using Texts = std::vector<std::string>;
 
 // A time-tracking record as QuickBooks returns it. An empty element is left out.
 struct Returned {
@@ -42,13 +39,10 @@ struct Returned {
   }
 };
 
-class TimeEntriesHouse : public ListHouse {
+class TimeEntriesHouse : public TransactionsHouse {
  public:
   explicit TimeEntriesHouse(HouseOptions options = {}, std::string_view faults = {}, std::string_view country = "US")
-      : ListHouse(kTestedTimeEntries, WithFile(std::move(options), country), faults, country) {
-    pull = GetTableFromQB;
-    EnterSpied();
-    Connect(country);
+      : TransactionsHouse(kTestedTimeEntries, WithFile(std::move(options), country), faults, country) {
     Add("Account", "<Name>Payroll Expenses</Name><AccountType>Expense</AccountType>");
     Add("Account", "<Name>Sales</Name><AccountType>Income</AccountType>");
     client = AddCustomer("<Name>Acme</Name>", Tag());
@@ -133,11 +127,7 @@ class TimeEntriesHouse : public ListHouse {
   void GetReturned(const std::vector<Returned>& records) {
     std::string text;
     for (const auto& record : records) text += record.Text();
-    traffic.canned.push_back(
-        "<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><TimeTrackingQueryRs requestID=\"1\" statusCode=\"0\" "
-        "statusSeverity=\"Info\" statusMessage=\"Status OK\">" +
-        text + "</TimeTrackingQueryRs></QBXMLMsgsRs></QBXML>");
-    Get();
+    GetAnswer("TimeTracking", text);
   }
   // A column of the row that a returned record became; "(no row)" without one.
   [[nodiscard]] std::string Got(std::string_view column, std::string_view txnId = "1-1") {
@@ -153,22 +143,6 @@ class TimeEntriesHouse : public ListHouse {
         Tag());
     EXPECT_NE(answer.find("statusCode=\"0\""), std::string::npos) << answer;
     return TextOf(answer, "TxnID");
-  }
-
-  [[nodiscard]] bool Asked(std::string_view statement) const {
-    return std::ranges::find(traffic.statements, statement) != traffic.statements.end();
-  }
-  // The statements that begin so, in order.
-  [[nodiscard]] Texts Statements(std::string_view beginning) const {
-    Texts found;
-    for (const auto& statement : traffic.statements) {
-      if (statement.starts_with(beginning)) found.push_back(statement);
-    }
-    return found;
-  }
-  void Clear() {
-    traffic.statements.clear();
-    traffic.documents.clear();
   }
 
   std::string client;    // ListIDs
@@ -203,25 +177,10 @@ class TimeEntriesHouse : public ListHouse {
   }
 };
 
-// Boxes and lines that several tests meet.
 inline const std::string kSomeLeftBehind =
     "There was a problem in transfering some of the time records. Please\r\nmake sure the associated data does exist "
     "in "
     "QuickBooks. Specifically, make\r\nsure all the associated Employees, Projects and Activities are tranfered\r\nto "
     "QuickBooks.\r\n";
-inline const std::string kSureToCancel = "Are you sure you want to Cancel?";
-inline const std::string kOperationCancelled = "Operation cancelled!";
-
-// QuickBooks refuses the request of that name which is the n-th of them.
-inline std::string Refuses(std::string_view request, int nth, int status) {
-  return fmt::format("{} {} status {} Error \"No.\"\n", request, nth, status);
-}
-// A statement fails; `nth` of those that begin so.
-inline std::string Breaks(std::string_view statement, int nth = 1) {
-  return fmt::format("sql {} raise 0x80040E14 \"Broken.\" {}\n", nth, statement);
-}
-inline std::string BrokenBox(std::string_view routine) {
-  return "Error #: -2147217900(80040E14) -- \r\n\r\nBroken." + ErrorBoxEnd(routine);
-}
 
 }  // namespace twqb
