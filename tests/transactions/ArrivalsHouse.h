@@ -45,13 +45,22 @@ inline const std::string kKeepGoing = "Do you want to continue transfering rest 
 
 class ArrivalsHouse : public TransactionsHouse {
  public:
-  explicit ArrivalsHouse(const TestedTable& table, HouseOptions options = {}, std::string_view faults = {})
-      : TransactionsHouse(table, std::move(options), faults, "US") {
+  // `query` is the kind of the records that are asked for.
+  ArrivalsHouse(const TestedTable& table, std::string_view query, HouseOptions options, std::string_view faults)
+      : TransactionsHouse(table, std::move(options), faults, "US"), query_(query) {
     Sql("INSERT INTO Client (ClientID, QBLinkID) VALUES ('ACME', 'C-1')");
     Sql("INSERT INTO Project (ProjectID, ClientID, QBLinkID) VALUES ('ROOF:', 'ACME', 'P-1')");
     Clear();
   }
 
+  // The get of those records.
+  void Take(const Texts& records) {
+    std::string text;
+    for (const auto& record : records) text += record;
+    GetAnswer(query_, text);
+  }
+  // Details of invoices: text and amount.
+  [[nodiscard]] std::string Details() { return RowsOf("ManInvDetailDesc,ManInvDetailAmt", "ManInvDetail"); }
   [[nodiscard]] std::string Count(std::string_view table) {
     return Scalar(fmt::format("SELECT COUNT(*) FROM {}", table));
   }
@@ -75,6 +84,9 @@ class ArrivalsHouse : public TransactionsHouse {
     }
     return shown;
   }
+
+ private:
+  std::string_view query_;
 };
 
 // What a row says of where it comes from.

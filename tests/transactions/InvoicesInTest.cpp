@@ -42,13 +42,7 @@ std::string Invoice(const Changes& changes = {}, std::string_view lines = {}) {
 class InvoicesHouse : public ArrivalsHouse {
  public:
   explicit InvoicesHouse(HouseOptions options = {}, std::string_view faults = {})
-      : ArrivalsHouse(kTested, std::move(options), faults) {}
-  void Take(const Texts& invoices) {
-    std::string text;
-    for (const auto& invoice : invoices) text += invoice;
-    GetAnswer("Invoice", text);
-  }
-  [[nodiscard]] std::string Details() { return RowsOf("ManInvDetailDesc,ManInvDetailAmt", "ManInvDetail"); }
+      : ArrivalsHouse(kTested, "Invoice", std::move(options), faults) {}
 };
 
 // --- Columns ---------------------------------------------------------------------------------------------------------
@@ -351,7 +345,7 @@ TEST(InvoicesIn, Invoices_that_do_not_come_anyway_pull_nobody) {
 TEST(InvoicesIn, No_records_are_a_good_end_that_shows_nothing) {
   InvoicesHouse house;
   Vars().g_TableOk = TableOk::False;
-  house.ListHouse::Take({});
+  house.ListHouse::Take(RecordList());
   EXPECT_EQ(Outcome(), TableOk::True);
   EXPECT_TRUE(house.desk.FormEvents().empty());
   EXPECT_TRUE(house.traffic.statements.empty());

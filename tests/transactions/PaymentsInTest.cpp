@@ -45,18 +45,13 @@ std::string Payment(const Changes& changes = {}, const std::vector<Applied>& app
 class PaymentsHouse : public ArrivalsHouse {
  public:
   explicit PaymentsHouse(HouseOptions options = {}, std::string_view faults = {})
-      : ArrivalsHouse(kTested, std::move(options), faults) {}
+      : ArrivalsHouse(kTested, "ReceivePayment", std::move(options), faults) {}
   // An invoice that is here: of the project, with the link I-1 and the number 1044.
   void Invoice(std::string_view link = "I-1", std::string_view project = "'ROOF:'", std::string_view number = "1044") {
     Sql(
         fmt::format("INSERT INTO TransactionTable (TransactionID, TransactionInvNum, ClientID, ProjectID, QBLinkID) "
                     "VALUES ('{{{0}}}', '{2}', 'ACME', {1}, '{0}')",
                     link, project, number));
-  }
-  void Take(const Texts& payments) {
-    std::string text;
-    for (const auto& payment : payments) text += payment;
-    GetAnswer("ReceivePayment", text);
   }
   [[nodiscard]] std::string Paid(std::string_view column, std::string_view method = "1") {
     return Scalar(fmt::format("SELECT {} FROM Payment WHERE PayMethod = '{}'", column, method));
