@@ -31,7 +31,7 @@ struct DocumentKind {
   std::string_view lines;  // the list, and the two branches of an entry
   std::string_view line;
   std::string_view group;
-  Sign sign;  // of the subtotal and of lines; groups keep theirs
+  Sign sign;  // of the subtotal and of plain lines; a group, and what stands for all lines, keep theirs in the details
   std::optional<std::string> (*shown)(const Record& document);
   Currency (*tax)(const Record& document);
   Currency (*billed)(const Record& document, Currency tax);
@@ -230,6 +230,7 @@ constexpr TxnTable kDocuments = {
     .keyColumn = "TransactionID",
     .get =
         {
+            // The form speaks of invoices over credit memos, too.
             .texts = {.routine = kKind.routine, .shown = "Getting Invoices from QuickBooks...", .log = kKind.log},
             .links = kLinks,
             .looks = LooksFirst::ForTheLinks,

@@ -43,6 +43,12 @@ inline const std::string kJobRef = "<ListID>P-1</ListID><FullName>Acme:Roof</Ful
 inline const std::string kCustomerRef = "<ListID>C-1</ListID><FullName>Acme</FullName>";
 inline const std::string kKeepGoing = "Do you want to continue transfering rest of the records?";
 
+// What the tests say of a table that is got alone.
+constexpr TestedTable Got(std::int32_t table, std::string_view rows, std::string_view key,
+                          void (*get)(const GetCall& call)) {
+  return {.table = table, .name = rows, .keyColumn = key, .toQB = nullptr, .toTW = get};
+}
+
 class ArrivalsHouse : public TransactionsHouse {
  public:
   // `query` is the kind of the records that are asked for.

@@ -7,11 +7,7 @@
 namespace twqb {
 namespace {
 
-constexpr TestedTable kTested = {.table = enCreditMemo,
-                                 .name = "TransactionTable",
-                                 .keyColumn = "TransactionID",
-                                 .toQB = nullptr,
-                                 .toTW = MoveCreditMemosToTW};
+constexpr auto kTested = Got(enCreditMemo, "TransactionTable", "TransactionID", MoveCreditMemosToTW);
 
 std::string Memo(const Changes& changes = {}, std::string_view lines = {}) {
   auto text = RecordOf("CreditMemo",

@@ -7,11 +7,7 @@
 namespace twqb {
 namespace {
 
-constexpr TestedTable kTested = {.table = enInvoices,
-                                 .name = "TransactionTable",
-                                 .keyColumn = "TransactionID",
-                                 .toQB = nullptr,
-                                 .toTW = MoveInvoicesToTW};
+constexpr auto kTested = Got(enInvoices, "TransactionTable", "TransactionID", MoveInvoicesToTW);
 
 std::string Line(std::string_view text, std::string_view amount) {
   return Element("InvoiceLineRet", Element("TxnLineID", "L-1") + (text.empty() ? "" : Element("Desc", text)) +

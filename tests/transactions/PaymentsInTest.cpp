@@ -7,8 +7,7 @@
 namespace twqb {
 namespace {
 
-constexpr TestedTable kTested = {
-    .table = enPayments, .name = "Payment", .keyColumn = "PayID", .toQB = nullptr, .toTW = MovePaymentsToTW};
+constexpr auto kTested = Got(enPayments, "Payment", "PayID", MovePaymentsToTW);
 
 // What a payment was applied to; an empty element is left out.
 struct Applied {
