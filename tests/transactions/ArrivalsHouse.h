@@ -6,7 +6,6 @@
 #include <optional>
 #include <utility>
 
-#include "services/Database.h"
 #include "tests/transactions/TransactionsHouse.h"
 #include "transactions/InvoicesIn.h"
 #include "transactions/PaymentsIn.h"

@@ -2,9 +2,6 @@
 // and an activity that are in QuickBooks, and the account that wage items pay from.
 #pragma once
 
-#include <map>
-
-#include "services/Database.h"
 #include "tests/transactions/TransactionsHouse.h"
 #include "transactions/modTimeEntry.h"
 
@@ -15,8 +12,6 @@ inline constexpr TestedTable kTestedTimeEntries = {.table = enTimeEntries,
                                                    .keyColumn = "TEID",
                                                    .toQB = MoveTimeEntryToQB,
                                                    .toTW = MoveTimeEntriesToTW};
-
-using Columns = std::map<std::string, std::string>;  // as SQL expressions
 
 // A time-tracking record as QuickBooks returns it. An empty element is left out.
 struct Returned {
@@ -42,7 +37,7 @@ struct Returned {
 class TimeEntriesHouse : public TransactionsHouse {
  public:
   explicit TimeEntriesHouse(HouseOptions options = {}, std::string_view faults = {}, std::string_view country = "US")
-      : TransactionsHouse(kTestedTimeEntries, WithFile(std::move(options), country), faults, country) {
+      : TransactionsHouse(kTestedTimeEntries, std::move(options), faults, country) {
     Add("Account", "<Name>Payroll Expenses</Name><AccountType>Expense</AccountType>");
     Add("Account", "<Name>Sales</Name><AccountType>Income</AccountType>");
     client = AddCustomer("<Name>Acme</Name>", Tag());
@@ -68,19 +63,8 @@ class TimeEntriesHouse : public TransactionsHouse {
                        {"TEHours", "1"},           {"ActivityID", "'DESIGN:'"},   {"TEPosted", "-1"},
                        {"TEBill", "-1"},           {"TEDescription", "'Drawing'"}};
     for (const auto& [name, value] : changed) columns[name] = value;
-    std::string names = "TEID";
-    std::string values = "'" + std::string(key) + "'";
-    for (const auto& [name, value] : columns) {
-      names += ", " + name;
-      values += ", " + value;
-    }
-    Row(names, values);
-  }
-  [[nodiscard]] std::string LinkOf(std::string_view key) { return ColumnOf(key, "QBLinkID"); }
-  // The links of the entries of those keys are there, or are not.
-  [[nodiscard]] bool IsSent(std::string_view key) {
-    const auto link = LinkOf(key);
-    return link != "NULL" && !link.empty();
+    columns["TEID"] = "'" + std::string(key) + "'";
+    Insert("TimeEntry", columns);
   }
   void Switch(std::string_view key, std::string_view value = "1") {
     Setting("QBSEND", "_Time Entries" + std::string(key), value);
@@ -151,15 +135,6 @@ class TimeEntriesHouse : public TransactionsHouse {
   std::string item;      //
 
  private:
-  static HouseOptions WithFile(HouseOptions options, std::string_view country) {
-    if (country == "CA") options.company.country = messages::Country::CA;
-    if (country == "UK") options.company.country = messages::Country::UK;
-    return options;
-  }
-  static MsgSetRequest NewSet() {
-    const auto& country = Vars().g_QBCountry;
-    return Session().CreateMsgSetRequest(country == "CA" || country == "UK" ? country : "US", 3, 0);
-  }
   static void Assign(const RequestField& request, const Columns& columns) {
     std::string sql;
     for (const std::string column :
@@ -177,10 +152,10 @@ class TimeEntriesHouse : public TransactionsHouse {
   }
 };
 
+// Boxes and lines that several tests meet.
 inline const std::string kSomeLeftBehind =
     "There was a problem in transfering some of the time records. Please\r\nmake sure the associated data does exist "
     "in "
     "QuickBooks. Specifically, make\r\nsure all the associated Employees, Projects and Activities are tranfered\r\nto "
     "QuickBooks.\r\n";
-
 }  // namespace twqb

@@ -1,32 +1,43 @@
-// A house in which the routines of a table of transactions are called as the dispatcher calls them, which may pull
-// customers and jobs, and what several of its tests say.
+// What the houses of transactions have in common: rows by their columns, what was asked of the database, and the faults
+// and boxes that several tests meet.
 #pragma once
 
 #include <algorithm>
+#include <map>
 
 #include "bridge/modTWQBBridge.h"
+#include "services/Database.h"
 #include "tests/lists/ListHouse.h"
 
 namespace twqb {
 
+using Columns = std::map<std::string, std::string>;  // as SQL expressions
 using Texts = std::vector<std::string>;
 
 class TransactionsHouse : public ListHouse {
  public:
   TransactionsHouse(const TestedTable& table, HouseOptions options, std::string_view faults, std::string_view country)
-      : ListHouse(table, std::move(options), faults, country) {
+      : ListHouse(table, WithFile(std::move(options), country), faults, country) {
     pull = GetTableFromQB;
     EnterSpied();
     Connect(country);
   }
 
-  // The get of records that QuickBooks is made to return to the query of that name.
-  void GetAnswer(std::string_view query, std::string_view records) {
-    traffic.canned.push_back(
-        fmt::format("<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs requestID=\"1\" statusCode=\"0\" "
-                    "statusSeverity=\"Info\" statusMessage=\"Status OK\">{1}</{0}QueryRs></QBXMLMsgsRs></QBXML>",
-                    query, records));
-    Get();
+  void Insert(std::string_view table, const Columns& columns) {
+    std::string names;
+    std::string values;
+    for (const auto& [name, value] : columns) {
+      names += (names.empty() ? "" : ", ") + name;
+      values += (values.empty() ? "" : ", ") + value;
+    }
+    Sql(fmt::format("INSERT INTO {} ({}) VALUES ({})", table, names, values));
+  }
+
+  [[nodiscard]] std::string LinkOf(std::string_view key) { return ColumnOf(key, "QBLinkID"); }
+  // The link of the row of that key is there.
+  [[nodiscard]] bool IsSent(std::string_view key) {
+    const auto link = LinkOf(key);
+    return link != "NULL" && !link.empty();
   }
 
   [[nodiscard]] bool Asked(std::string_view statement) const {
@@ -44,9 +55,29 @@ class TransactionsHouse : public ListHouse {
     traffic.statements.clear();
     traffic.documents.clear();
   }
+
+  // The get of records that QuickBooks is made to return to the query of that name.
+  void GetAnswer(std::string_view query, std::string_view records) {
+    traffic.canned.push_back(
+        fmt::format("<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs requestID=\"1\" statusCode=\"0\" "
+                    "statusSeverity=\"Info\" statusMessage=\"Status OK\">{1}</{0}QueryRs></QBXMLMsgsRs></QBXML>",
+                    query, records));
+    Get();
+  }
+
+  static MsgSetRequest NewSet() {
+    const auto& country = Vars().g_QBCountry;
+    return Session().CreateMsgSetRequest(country == "CA" || country == "UK" ? country : "US", Vars().g_QBMajorVer, 0);
+  }
+
+ private:
+  static HouseOptions WithFile(HouseOptions options, std::string_view country) {
+    if (country == "CA") options.company.country = messages::Country::CA;
+    if (country == "UK") options.company.country = messages::Country::UK;
+    return options;
+  }
 };
 
-// Boxes and lines that several tests meet.
 inline const std::string kSureToCancel = "Are you sure you want to Cancel?";
 inline const std::string kOperationCancelled = "Operation cancelled!";
 
