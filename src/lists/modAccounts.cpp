@@ -8,7 +8,7 @@
 
 #include "engine/DependentPull.h"
 #include "lists/ActiveFlag.h"
-#include "lists/InvalidReference.h"
+#include "engine/InvalidReference.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"

@@ -7,7 +7,7 @@
 
 #include "engine/FreeKey.h"
 #include "lists/ActiveFlag.h"
-#include "lists/InvalidReference.h"
+#include "engine/InvalidReference.h"
 #include "lists/Items.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
@@ -65,11 +65,11 @@ struct DefaultAccounts {
 
 void AssignAddFields(const RequestField& request, const ado::Recordset& row, const DefaultAccounts& defaults) {
   const auto form = request["ORSalesPurchase"]["SalesAndPurchase"];
-  AssignAccount(form["IncomeAccountRef"], ColumnText(row, "QBAccountID1"), defaults.income);
+  AssignReference(form["IncomeAccountRef"], ColumnText(row, "QBAccountID1"), defaults.income);
   if (const auto country = UpperCase(Vars().g_QBCountry); country == "UK" || country == "CA") {
     request["TaxCodeForSaleRef"]["FullName"].SetValue("E");
   }
-  AssignAccount(form["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), defaults.expense);
+  AssignReference(form["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), defaults.expense);
   SendFields(form, row, kSendSalesAndPurchase);
 }
 

@@ -8,7 +8,7 @@
 
 #include "engine/FreeKey.h"
 #include "lists/ActiveFlag.h"
-#include "lists/InvalidReference.h"
+#include "engine/InvalidReference.h"
 #include "lists/Items.h"
 #include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
@@ -307,12 +307,12 @@ bool AssignExpenseCodeFldValues(const RequestField& request, const ado::Recordse
       SetPrice(both["SalesPrice"], NumberOf(markup) * NumberOf(cost) / 100 + NumberOf(cost));
     }
     const auto income = ColumnText(row, "QBAccountID1");
-    AssignAccount(both["IncomeAccountRef"], Trim(income).empty() ? "" : income, DefaultIncomeAccount());
+    AssignReference(both["IncomeAccountRef"], Trim(income).empty() ? "" : income, DefaultIncomeAccount());
     // The forms of these countries have the field under other names, so it stays off the wire.
     if (const auto country = UpperCase(Vars().g_QBCountry); country == "UK" || country == "CA") {
       request["SalesTaxCodeRef"]["FullName"].SetValue("E");
     }
-    AssignAccount(both["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), DefaultExpenseAccount());
+    AssignReference(both["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), DefaultExpenseAccount());
   });
   if (!raised) return true;
   ShowErrorIn("AssignExpenseCodeFldValues", *raised);

@@ -26,6 +26,8 @@ enum class DeedKind : std::uint8_t {
   KeyLookedUp,    // the look-up of a key without which a record, or the rest of one, is passed over until the next run
   OwnerLookedUp,  // of a customer's project, which goes without an owner when that fails
   OwnerNeeded,    // the owner of a project, without which a record is passed over
+  InvoiceBegun,   // the look-up of its contract, or of the rows that its lines are made of
+  FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
   // Of a record that becomes several rows:
   RecordLookedFor,  // whether it is here already
   RowWritten,
@@ -87,6 +89,9 @@ enum class Leaves : std::uint8_t {
   OneLeftOut,
   // Of a record came rows by which it is not found here: the next run brings all of them once more.
   OneTwice,
+  // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
+  // than it should have, of the same total.
+  OneInAnotherForm,
 };
 
 // What the send of a table makes of a name in use: a second name, or nothing.

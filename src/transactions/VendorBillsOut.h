@@ -1,0 +1,12 @@
+// Bills of vendors on their way to QuickBooks: each is one there, with the hours and the expenses that were booked on
+// it as its lines.
+#pragma once
+
+#include "engine/Table.h"
+
+namespace twqb {
+
+// Adds the bills of the call that QuickBooks lacks. A bill ends ahead of the first row that lacks something.
+void MoveVendorBillToQB(const SendCall& call);
+
+}  // namespace twqb
