@@ -102,7 +102,9 @@ constexpr SampleDocument kSampleDocuments[] = {
     {.text = SampleEmployees},
     {.text = SampleItems},
     {.text = SampleTime},
+    {.text = SampleMoney},
     {.text = SampleSalesTaxItems, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
+    {.text = SampleTaxedMoney, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
 };
 
 // A form that the company file answers in.

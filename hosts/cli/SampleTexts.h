@@ -26,6 +26,8 @@ namespace twqb::cli {
 [[nodiscard]] std::string_view SampleEmployees();
 [[nodiscard]] std::string_view SampleItems();
 [[nodiscard]] std::string_view SampleTime();
+[[nodiscard]] std::string_view SampleMoney();
 [[nodiscard]] std::string_view SampleSalesTaxItems();
+[[nodiscard]] std::string_view SampleTaxedMoney();
 
 }  // namespace twqb::cli

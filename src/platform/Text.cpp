@@ -76,6 +76,11 @@ std::string Left(std::string_view text, std::size_t count) {
   return std::string(text.substr(0, bytes));
 }
 
+std::string Right(std::string_view text, std::size_t count) {
+  const auto all = CharacterCount(text);
+  return all <= count ? std::string(text) : std::string(text.substr(Left(text, all - count).size()));
+}
+
 std::string UpperCase(std::string_view text) {
   return MapCharacters(text, [](UChar32 c) { return u_toupper(c); });
 }

@@ -16,6 +16,8 @@ inline constexpr std::string_view kCrLf = "\r\n";
 [[nodiscard]] std::size_t CharacterCount(std::string_view text);
 // The first `count` characters, or all of them.
 [[nodiscard]] std::string Left(std::string_view text, std::size_t count);
+// The last `count` characters, or all of them.
+[[nodiscard]] std::string Right(std::string_view text, std::size_t count);
 [[nodiscard]] std::string UpperCase(std::string_view text);
 // Simple case folding: two texts that differ in case alone fold to one text.
 [[nodiscard]] std::string FoldCase(std::string_view text);

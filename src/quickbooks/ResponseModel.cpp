@@ -71,6 +71,12 @@ std::int64_t Record::GetInteger() const {
 }
 double Record::GetNumber() const { return TextToNumber(GetValue()); }
 
+Currency Record::GetAmount() const {
+  const auto value = messages::ParseAmount(GetValue());
+  if (!value) throw PlatformError(error::kConversion);
+  return *value;
+}
+
 Date Record::GetDate() const {
   const auto value = messages::ParseDateTime(GetValue());
   if (!value) throw PlatformError(error::kConversion);

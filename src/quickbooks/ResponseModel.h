@@ -42,6 +42,7 @@ class Record {
   [[nodiscard]] bool GetBoolean() const;
   [[nodiscard]] std::int64_t GetInteger() const;  // of an enumeration: the value's number
   [[nodiscard]] double GetNumber() const;
+  [[nodiscard]] Currency GetAmount() const;
   [[nodiscard]] Date GetDate() const;
   [[nodiscard]] messages::TimeInterval GetTimeInterval() const;
   // The wire name of an enumeration; of a record, its element's name.

@@ -1,53 +1,56 @@
 #include <fmt/format.h>
 
-#include "services/Conversions.h"
+#include "engine/DependentPull.h"
+#include "engine/Mapping.h"
+#include "services/Database.h"
 #include "services/Errors.h"
-#include "services/ModuleVariables.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
 
 namespace {
 
+void PullCustomer(CustomerPull pull, const Record& record, ado::Connection& connection) {
+  if (pull == CustomerPull::Nothing) return;
+  const auto customer = record["CustomerRef"];
+  if (customer.IsNothing() || CustomerName(record).find(':') != std::string::npos) return;
+  TransferCustomerOrJobFromQB(customer["ListID"].GetValue(), &connection, pull == CustomerPull::Client ? "Client" : "");
+}
+
 class TxnGetWork final : public RecordWork {
  public:
   explicit TxnGetWork(const TxnTable& txn) : txn_(txn), get_(txn.get) {}
 
   [[nodiscard]] std::optional<std::string> ShownOf(const Record& record) const override {
-    if (get_.shown == nullptr) return std::nullopt;
-    const auto shown = get_.shown(record);
-    return shown.IsNothing() ? std::nullopt : std::optional(shown.GetValue());
+    return get_.shown == nullptr ? std::nullopt : get_.shown(record);
   }
 
   RecordEnd TakeRecord(RecordWalk& walk, const Record& record) override {
     if (get_.name != nullptr) walk.Name(get_.name(record));
+    if (get_.admit != nullptr && !get_.admit(record)) return RecordEnd::Done;
     auto& connection = walk.Connection();
-    if (get_.pull != nullptr) get_.pull(record, connection);
+    PullCustomer(get_.pull, record, connection);
     const auto txnId = record["TxnID"].GetValue();
-    if (IsHere(connection, txnId)) return RecordEnd::Done;
+    if (get_.looks == LooksFirst::ForTheRecord && IsHere(connection, txnId)) return RecordEnd::Done;
     const auto values = ValuesOf(record, connection);
     if (!values) return RecordEnd::Done;
-    auto& rows = walk.Rows();
-    rows.AddNew();
-    rows.SetField("QBLinkID", txnId);
-    get_.writeRow(rows, record, *values, connection);
-    rows.SetField(txn_.keyColumn, GenerateGUID());
-    rows.SetField("LastUpdated", LocalToUTC(TheMachine().Now()));
-    rows.Update();
+    if (get_.looks == LooksFirst::ForTheLinks && IsHere(connection, txnId)) return RecordEnd::Done;
+    get_.write({.record = record, .txnId = txnId, .values = *values, .rows = walk.Rows(), .connection = connection});
     return RecordEnd::Done;
   }
 
  private:
   // Identifiers hold no quote.
   [[nodiscard]] bool IsHere(ado::Connection& connection, std::string_view txnId) const {
+    const auto table = get_.hereIn.empty() ? txn_.tableName : get_.hereIn;
     const auto found =
-        connection.OpenRecordset(fmt::format("SELECT QBLinkID from {} WHERE QBLinkID = '{}';", txn_.tableName, txnId),
+        connection.OpenRecordset(fmt::format("SELECT QBLinkID from {} WHERE QBLinkID = '{}';", table, txnId),
                                  ado::CursorType::Static, ado::LockType::ReadOnly);
     return !found->Eof();
   }
 
-  // The keys of what the record refers to, as the links' look-ups give them; nothing where one is missing or can't be
-  // looked up.
+  // The keys of what the record refers to, as the links' look-ups give them; nothing where one is missing without which
+  // the record does not come.
   [[nodiscard]] std::optional<std::vector<std::string>> ValuesOf(const Record& record,
                                                                  ado::Connection& connection) const {
     std::vector<std::string> values;
@@ -56,18 +59,34 @@ class TxnGetWork final : public RecordWork {
         values.resize(values.size() + link.values);
         continue;
       }
-      std::vector<std::string> found;
-      IgnoreErrors([&] {
-        const auto rows =
-            connection.OpenRecordset(fmt::format("{}{}';", link.keySelect, record[link.reference]["ListID"].GetValue()),
-                                     ado::CursorType::Static, ado::LockType::ReadOnly);
-        if (rows->Eof()) return;
-        for (std::size_t i = 0; i < link.values; ++i) found.push_back(ToText(rows->FieldAt(static_cast<int>(i))));
-      });
-      if (found.size() < link.values || found.front().empty()) return std::nullopt;
+      const bool looksElsewhere = !link.otherwise.empty() && !values.empty() && values.back().empty();
+      auto found = Find(link, looksElsewhere ? link.otherwise : link.keySelect, record, connection);
+      if (found.size() < link.values || found.front().empty()) {
+        if (link.unknown == Unknown::PassesOver) return std::nullopt;
+        found.assign(link.values, {});
+      }
       for (auto& value : found) values.push_back(std::move(value));
     }
     return values;
+  }
+
+  // As many values as the link has, or fewer.
+  [[nodiscard]] static std::vector<std::string> Find(const TxnLink& link, std::string_view select, const Record& record,
+                                                     ado::Connection& connection) {
+    std::vector<std::string> found;
+    const auto look = [&] {
+      const auto rows =
+          connection.OpenRecordset(fmt::format("{}{}';", select, record[link.reference]["ListID"].GetValue()),
+                                   ado::CursorType::Static, ado::LockType::ReadOnly);
+      if (rows->Eof()) return;
+      for (std::size_t i = 0; i < link.values; ++i) found.push_back(ToText(rows->FieldAt(static_cast<int>(i))));
+    };
+    if (link.failed == FailedLook::IsTold) {
+      look();
+    } else {
+      IgnoreErrors(look);
+    }
+    return found;
   }
 
   const TxnTable& txn_;
@@ -80,6 +99,12 @@ void GetTransactions(const TxnTable& txn, const GetCall& call) {
   constexpr std::size_t kAlways = 1;
   TxnGetWork work(txn);
   RecordWalk(txn.get.texts, txn.tableName, call).Walk(kAlways, work);
+}
+
+std::string CustomerName(const Record& record) { return FieldAtPath(record, "CustomerRef.FullName").GetValueOrEmpty(); }
+
+std::string LookUp(ado::Connection& connection, const std::string& statement) {
+  return FirstField(*connection.OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly));
 }
 
 }  // namespace twqb

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,15 +21,22 @@
 
 namespace twqb {
 
+// What a get makes of a key that it does not find, and of a look-up that fails.
+enum class Unknown : std::uint8_t { PassesOver, StaysEmpty };
+enum class FailedLook : std::uint8_t { FindsNothing, IsTold };
+
 // A key column of the row that must have a twin: read forwards on a send (key to link), backwards on a get (link to
 // key).
 struct TxnLink {
-  std::string_view kind;       // of GetQBLinkIDOf
-  std::string_view column;     // of the row: "ProjectID"
-  std::string_view reference;  // of request and record: "CustomerRef"
-  std::string_view keySelect;  // of the backward look-up, ahead of the link: "SELECT ... WHERE QBLINKID = '"
-  std::size_t values = 1;      // how many columns that selects
-  bool optional = false;       // a record without the reference has nothing to look up
+  std::string_view kind = {};       // of GetQBLinkIDOf
+  std::string_view column = {};     // of the row: "ProjectID"
+  std::string_view reference;       // of request and record: "CustomerRef"
+  std::string_view keySelect;       // of the backward look-up, ahead of the link: "SELECT ... WHERE QBLINKID = '"
+  std::string_view otherwise = {};  // the same where the link before this one found nothing; left out: no other
+  std::size_t values = 1;           // how many columns that selects
+  bool optional = false;            // a record without the reference has nothing to look up
+  Unknown unknown = Unknown::PassesOver;
+  FailedLook failed = FailedLook::FindsNothing;
 };
 
 struct TxnSend {
@@ -49,20 +57,36 @@ struct TxnSend {
   bool (*fill)(const RequestField& request, const ado::Recordset& row, std::span<const std::string> links) = nullptr;
 };
 
+// A record on its way to BillingDb, where it is not yet.
+struct TxnArrival {
+  const Record& record;
+  const std::string& txnId;
+  std::span<const std::string> values;  // of the description's links, in the order of their columns
+  ado::Recordset& rows;                 // the table's
+  ado::Connection& connection;
+};
+
+// What is pulled ahead of a record whose customer is no job.
+enum class CustomerPull : std::uint8_t { Nothing, Client, ClientAndProject };
+
+// What comes first: whether the record is here already, or the look-ups of its links.
+enum class LooksFirst : std::uint8_t { ForTheRecord, ForTheLinks };
+
 struct TxnGet {
   GetTexts texts;
   std::span<const TxnLink> links;  // in the order of their look-ups; the first that is missing passes the record over
+  std::string_view hereIn = {};    // the table whose rows say that a record is here; left out: the description's own
+  LooksFirst looks = LooksFirst::ForTheRecord;
+  CustomerPull pull = CustomerPull::Nothing;  // for records that are here, too
 
   // What the form shows of a record; left out, or nothing: the text stays.
-  Record (*shown)(const Record& record) = nullptr;
+  std::optional<std::string> (*shown)(const Record& record) = nullptr;
   // What the log calls a record.
   std::string (*name)(const Record& record) = nullptr;
-  // Ahead of everything: pulls what the record needs and BillingDb may lack.
-  void (*pull)(const Record& record, ado::Connection& connection) = nullptr;
-  // The columns of the new row, but for link, key and date; `values` are those of the links, in the order of their
-  // columns.
-  void (*writeRow)(ado::Recordset& row, const Record& record, std::span<const std::string> values,
-                   ado::Connection& connection) = nullptr;
+  // Which records come; left out: all. Asked ahead of everything.
+  bool (*admit)(const Record& record) = nullptr;
+  // Makes the rows of the record, one or several.
+  void (*write)(const TxnArrival& arrival) = nullptr;
 };
 
 struct TxnTable {
@@ -80,6 +104,12 @@ void GetTransactions(const TxnTable& txn, const GetCall& call);
 
 // Refers to what the row is linked to; `identifiers` are those of `links`.
 void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::span<const std::string> identifiers);
+
+// The full name of the record's customer; "" without one.
+[[nodiscard]] std::string CustomerName(const Record& record);
+
+// The first field of what a statement finds; "" when that is nothing. Raises any error.
+[[nodiscard]] std::string LookUp(ado::Connection& connection, const std::string& statement);
 
 // Whether a column of flags says True, which BillingDb stores as -1.
 [[nodiscard]] bool IsTrueFlag(const ado::Recordset& row, std::string_view column);

@@ -8,6 +8,7 @@
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
+#include "transactions/InvoicesIn.h"
 #include "transactions/InvoicesOut.h"
 
 namespace twqb {
@@ -83,6 +84,7 @@ constinit const Table kInvoicesTable = {
         },
     .send = MoveInvoicesToQB,
     .reads = kReads,
+    .get = MoveInvoicesOrCreditMemosToTW,
     .billingDeletion = {.instead = "The associated Invoice in Tallywick can not be automatically\r\n"
                                    "deleted. Please reverse it from the Invoice Review screen in\r\n"
                                    "Tallywick\r\n"},

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "transactions/PaymentsIn.h"
 #include "transactions/PaymentsOut.h"
 
 namespace twqb {
@@ -40,6 +41,7 @@ constinit const Table kPaymentsTable = {
                   .clauses = kClauses},
     .send = MovePaymentsToQB,
     .reads = kReads,
+    .get = MovePaymentsToTW,
     .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},
     .quickBooksDeletion = {.kind = QuickBooksKind::Transaction, .type = 17},
 };

@@ -5,7 +5,6 @@
 #include <array>
 #include <cmath>
 
-#include "engine/DependentPull.h"
 #include "engine/Mapping.h"
 #include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
@@ -231,14 +230,9 @@ MessageBox AnyOther(const RefusedRequest& refused) {
 
 // --- Hooks of the get ------------------------------------------------------------------------------------------------
 
-Record EntityName(const Record& entry) { return FieldAtPath(entry, "EntityRef.FullName"); }
-std::string CustomerName(const Record& entry) { return FieldAtPath(entry, "CustomerRef.FullName").GetValueOrEmpty(); }
-
-// Time that was booked on a customer needs that customer as a project, too.
-void PullCustomer(const Record& entry, ado::Connection& connection) {
-  const auto customer = entry["CustomerRef"];
-  if (customer.IsNothing() || CustomerName(entry).find(':') != std::string::npos) return;
-  TransferCustomerOrJobFromQB(customer["ListID"].GetValue(), &connection, "");
+std::optional<std::string> EntityName(const Record& entry) {
+  const auto name = FieldAtPath(entry, "EntityRef.FullName");
+  return name.IsNothing() ? std::nullopt : std::optional(name.GetValue());
 }
 
 struct RateColumns {
@@ -291,9 +285,11 @@ void WriteNotes(ado::Recordset& row, const Record& entry) {
   row.SetField("TEMemoExists", true);
 }
 
-void WriteRow(ado::Recordset& row, const Record& entry, std::span<const std::string> values,
-              ado::Connection& connection) {
+void WriteRow(const TxnArrival& arrival) {
+  auto& [entry, txnId, values, row, connection] = arrival;
   const auto& [projectId, projectName, activityId, employeeId] = std::tie(values[0], values[1], values[2], values[3]);
+  row.AddNew();
+  row.SetField("QBLinkID", txnId);
   row.SetField("TEDate", entry["TxnDate"].GetDate());
   row.SetField("ProjectID", projectId);
   row.SetField("ProjectName", projectName);
@@ -313,6 +309,9 @@ void WriteRow(ado::Recordset& row, const Record& entry, std::span<const std::str
                RateOf(entry, activityId, connection, {.ofEmployee = "EmpCostRate", .ofActivity = "AC_CostRate"}));
   row.SetField("TEPosted", true);
   for (const std::string_view column : {"TETax1", "TETax2", "TETax3"}) row.SetField(column, 0.0);
+  row.SetField("TEID", GenerateGUID());
+  row.SetField("LastUpdated", LocalToUTC(TheMachine().Now()));
+  row.Update();
 }
 
 // --- Description -----------------------------------------------------------------------------------------------------
@@ -358,10 +357,11 @@ constexpr TxnTable kTimeEntries = {
                       .shown = "Getting Time Entries from QuickBooks...",
                       .log = "Error transfering Time Entries to Tallywick. Customer = "},
             .links = kGetLinks,
+            // Time that was booked on a customer needs that customer as a project, too.
+            .pull = CustomerPull::ClientAndProject,
             .shown = EntityName,
             .name = CustomerName,
-            .pull = PullCustomer,
-            .writeRow = WriteRow,
+            .write = WriteRow,
         },
 };
 

@@ -69,16 +69,17 @@ class AllTables : public Firm {
 
   // What the last run has sent, behind a get.
   void ExpectTheSecondSend() const {
-    // The employee that is added came in as the manager of jobs. The names in use are told below.
+    // The employee that is added came in as the manager of jobs; the invoice is one of nothing, for the retainer that
+    // came in. The names in use are told below.
     EXPECT_THAT(
         Changes(),
         ElementsAre(Answered("AccountAdd", kNameInUse, 8), Answered("CustomerMod", 0, 201),
-                    Answered("EmployeeAdd", 0, 1), Answered("EmployeeMod", 0, 32), Answered("ItemInventoryMod", 0, 4),
-                    Answered("ItemNonInventoryMod", 0, 5), Answered("ItemOtherChargeAdd", kNameInUse, 2),
-                    Answered("ItemOtherChargeMod", 0, 42), Answered("ItemOtherChargeMod", kNameInUse, 3),
-                    Answered("ItemPaymentAdd", kPaymentItemInUse, 2), Answered("ItemServiceAdd", kNameInUse, 12),
-                    Answered("ItemServiceMod", 0, 67), Answered("ItemServiceMod", kNameInUse, 3),
-                    Answered("VendorMod", 0, 28)));
+                    Answered("EmployeeAdd", 0, 1), Answered("EmployeeMod", 0, 32), Answered("InvoiceAdd", 0, 1),
+                    Answered("ItemInventoryMod", 0, 4), Answered("ItemNonInventoryMod", 0, 5),
+                    Answered("ItemOtherChargeAdd", kNameInUse, 2), Answered("ItemOtherChargeMod", 0, 42),
+                    Answered("ItemOtherChargeMod", kNameInUse, 3), Answered("ItemPaymentAdd", kPaymentItemInUse, 2),
+                    Answered("ItemServiceAdd", kNameInUse, 12), Answered("ItemServiceMod", 0, 67),
+                    Answered("ItemServiceMod", kNameInUse, 3), Answered("VendorMod", 0, 28)));
   }
 
   // What a send behind all others tries: six accounts of the firm, and what invoices and retainers need, because there
@@ -169,6 +170,29 @@ TEST_F(AllTables, The_code_for_items_without_one_never_goes) {
   EXPECT_EQ(Count("Expense WHERE QBLinkID IS NULL"), "1");
   EXPECT_EQ(Count("Expense WHERE QBLinkID IS NULL AND ExpID = 'FROMQB:'"), "1");
   EXPECT_THAT(transcript_, Not(HasSubstr("<Name>FROMQB")));
+}
+
+TEST_F(AllTables, A_get_brings_the_money_that_was_entered_in_quickbooks) {
+  const std::string linked = " WHERE QBLinkID IS NOT NULL";
+  const std::string documents = "TransactionTable" + linked + " AND PayID IS NULL";
+  const std::pair<std::string, int> rows[] = {
+      {documents, 8},  // the pending one stays
+      {documents + " AND TransactionInvNum LIKE 'CM%' AND TransactionInvBillAmt < 0", 3},
+      {documents + " AND ExpTaxAmt = 5.25 AND TransactionInvBillAmt = 350.25", 1},
+      // Of a group, on an invoice and on a credit memo.
+      {"ManInvDetail WHERE ManInvDetailDesc = 'Survey of one lot, with bounds' AND ManInvDetailAmt = 2280", 2},
+      {"Payment" + linked, 6},  // one of them a discount
+      {"Payment" + linked + " AND PayMethod = '3' AND PayAmt = 40", 1},
+      {"Payment" + linked + " AND PayRetainer = -1", 1},
+      {"TransactionTable" + linked + " AND PayID IS NOT NULL", 6}};
+  std::vector<int> before;
+  for (const auto& [what, come] : rows) before.push_back(std::stoi(Count(what)));
+  for (const int hour : {12, 13}) {
+    Transfer("get", hour);
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      EXPECT_EQ(std::stoi(Count(rows[i].first)) - before[i], rows[i].second) << rows[i].first;
+    }
+  }
 }
 
 TEST_F(AllTables, A_get_brings_items_of_every_form_and_accounts_of_every_depth) {

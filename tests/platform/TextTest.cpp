@@ -51,6 +51,17 @@ TEST(Text, A_cut_never_splits_a_character) {
   EXPECT_EQ(Left("", 5), "");
 }
 
+TEST(Text, Right_keeps_the_last_characters) {
+  const auto text = Joined({"a", kEuro, kClef, "b"});
+  EXPECT_EQ(Right(text, 0), "");
+  EXPECT_EQ(Right(text, 1), "b");
+  EXPECT_EQ(Right(text, 3), Joined({kEuro, kClef, "b"}));
+  EXPECT_EQ(Right(text, 4), text);
+  EXPECT_EQ(Right(text, 99), text);
+  EXPECT_EQ(Right("caf\xE9s", 2), "\xE9s");
+  EXPECT_EQ(Right("", 5), "");
+}
+
 TEST(Text, The_walk_gives_the_bytes_of_one_character_after_the_other) {
   const auto text = Joined({"x", kClef, kCutShort, kEuro});
   CharacterWalk walk(text);

@@ -284,15 +284,17 @@ constexpr RecordPaths kRecordPaths[] = {
     {"PayrollItemWageQueryRs", "PayrollItemWageRet", "WageType ExpenseAccountRef.FullName"},
     {"InvoiceQueryRs", "InvoiceRet",
      "TxnID TxnDate RefNumber Subtotal Memo IsToBePrinted AppliedAmount BalanceRemaining IsPending "
-     "CustomerRef.FullName "
+     "CustomerRef.FullName CustomerRef.ListID "
      "ARAccountRef.FullName ORInvoiceLineRetList.InvoiceLineRet.Desc ORInvoiceLineRetList.InvoiceLineRet.Amount "
      "ORInvoiceLineRetList.InvoiceLineRet.ORRate.Rate ORInvoiceLineRetList.InvoiceLineGroupRet.Desc "
      "ORInvoiceLineRetList.InvoiceLineGroupRet.TotalAmount"},
     {"CreditMemoQueryRs", "CreditMemoRet",
-     "TxnID Subtotal TotalAmount ORCreditMemoLineRetList.CreditMemoLineRet.Amount "
-     "ORCreditMemoLineRetList.CreditMemoLineGroupRet.TotalAmount"},
+     "TxnID RefNumber IsPending Subtotal TotalAmount Memo IsToBePrinted CustomerRef.FullName CustomerRef.ListID "
+     "ORCreditMemoLineRetList.CreditMemoLineRet.Desc ORCreditMemoLineRetList.CreditMemoLineRet.Amount "
+     "ORCreditMemoLineRetList.CreditMemoLineGroupRet.Desc ORCreditMemoLineRetList.CreditMemoLineGroupRet.TotalAmount"},
     {"ReceivePaymentQueryRs", "ReceivePaymentRet",
-     "TxnID TotalAmount PaymentMethodRef.FullName Memo CustomerRef.ListID RefNumber AppliedToTxnRetList.RefNumber "
+     "TxnID TotalAmount PaymentMethodRef.FullName Memo CustomerRef.FullName CustomerRef.ListID RefNumber "
+     "AppliedToTxnRetList.RefNumber "
      "AppliedToTxnRetList.Amount AppliedToTxnRetList.DiscountAmount AppliedToTxnRetList.TxnID"},
     {"BillQueryRs", "BillRet",
      "VendorRef.FullName RefNumber Memo ORItemLineRetList.ItemLineRet.TxnLineID "

@@ -107,6 +107,7 @@ TEST(Record, Raises_91_when_nothing_is_read) {
   EXPECT_EQ(NumberOf([&] { (void)phone.GetValue(); }), error::kObjectNothing);
   EXPECT_EQ(NumberOf([&] { (void)phone.GetInteger(); }), error::kObjectNothing);
   EXPECT_EQ(NumberOf([&] { (void)phone.GetNumber(); }), error::kObjectNothing);
+  EXPECT_EQ(NumberOf([&] { (void)phone.GetAmount(); }), error::kObjectNothing);
   EXPECT_EQ(NumberOf([&] { (void)phone.GetBoolean(); }), error::kObjectNothing);
   EXPECT_EQ(NumberOf([&] { (void)phone.GetDate(); }), error::kObjectNothing);
   EXPECT_EQ(NumberOf([&] { (void)phone.GetAsString(); }), error::kObjectNothing);
@@ -170,6 +171,7 @@ TEST(Record, Converts_its_values) {
   EXPECT_FALSE(Customer("<IsActive>0</IsActive>")["IsActive"].GetBoolean());
   EXPECT_EQ(customer["Sublevel"].GetInteger(), 2);
   EXPECT_EQ(customer["Balance"].GetNumber(), -12.5);
+  EXPECT_EQ(customer["Balance"].GetAmount(), Currency::FromTenThousandths(-125'000));
   EXPECT_EQ(customer["JobStatus"].GetAsString(), "None");
   EXPECT_EQ(customer.GetAsString(), "CustomerRet");
 }
@@ -179,6 +181,7 @@ TEST(Record, Raises_13_for_a_text_that_does_not_convert) {
   EXPECT_EQ(NumberOf([&] { (void)customer["Name"].GetBoolean(); }), error::kConversion);
   EXPECT_EQ(NumberOf([&] { (void)customer["Name"].GetInteger(); }), error::kConversion);
   EXPECT_EQ(NumberOf([&] { (void)customer["Name"].GetNumber(); }), error::kConversion);
+  EXPECT_EQ(NumberOf([&] { (void)customer["Name"].GetAmount(); }), error::kConversion);
   EXPECT_EQ(NumberOf([&] { (void)customer["Name"].GetDate(); }), error::kConversion);
 }
 

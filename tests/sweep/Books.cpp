@@ -42,6 +42,10 @@ std::string IdOf(TestHouse& house, std::string_view kind, std::string_view fullN
   return ValueOf(Read(house, kind, fullName), "ListID");
 }
 
+std::string IdOfTransaction(TestHouse& house, std::string_view kind, std::string_view number) {
+  return ValueOf(Ask(house, fmt::format("<{0}QueryRq><RefNumber>{1}</RefNumber></{0}QueryRq>", kind, number)), "TxnID");
+}
+
 void TransferNow(TestHouse& house, const Scenario& scenario) {
   house.Enter();
   if (!RunTransfers(house, scenario)) throw std::runtime_error("the transfer beforehand failed");

@@ -17,6 +17,9 @@ void ChangeRecord(TestHouse& house, std::string_view kind, std::string_view full
 // The ListID of the record of that name.
 [[nodiscard]] std::string IdOf(TestHouse& house, std::string_view kind, std::string_view fullName);
 
+// The TxnID of the transaction of that number.
+[[nodiscard]] std::string IdOfTransaction(TestHouse& house, std::string_view kind, std::string_view number);
+
 // Runs the scenario's own transfers.
 void TransferNow(TestHouse& house, const Scenario& scenario);
 

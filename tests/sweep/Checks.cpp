@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 
 namespace twqb::sweep {
 
@@ -161,8 +162,13 @@ struct Relinked {
 
 class InStepCheck {
  public:
-  InStepCheck(Snapshot now, const Expectation& expected, Leaves leaves)
-      : now_(std::move(now)), expected_(expected), leaves_(leaves), problems_(now_.damage) {}
+  // `keyless` is the link of the row that lacks its key; empty: none does.
+  InStepCheck(Snapshot now, std::string keyless, const Expectation& expected, Leaves leaves)
+      : now_(std::move(now)),
+        keyless_(std::move(keyless)),
+        expected_(expected),
+        leaves_(leaves),
+        problems_(now_.damage) {}
 
   Problems Run() {
     extra_ = ExtraRecords(now_, expected_.after);
@@ -170,6 +176,7 @@ class InStepCheck {
         leaves_ == Leaves::OneAddedTwice || leaves_ == Leaves::OneTwinReplaced || leaves_ == Leaves::OneIncomplete;
     ExpectCount("Records that a clean run does not make", extra_, addsOne ? 1 : 0, problems_);
     CheckRows();
+    CheckLostRows();
     if (addsOne && !relinked_) problems_.emplace_back("No row is linked to the record that was added again.");
     ExpectCount("Rows that do not know their record", unlinked_, leaves_ == Leaves::OneWithoutLink ? 1 : 0, problems_);
     CheckRecords();
@@ -178,8 +185,8 @@ class InStepCheck {
 
  private:
   void CheckRows() {
-    CheckNoneLost("row", now_.rows, expected_.after.rows, problems_);
     std::map<std::string, std::string> keysByLink;
+    std::set<std::string> twice;  // links
     for (const auto& [key, fields] : now_.rows) {
       const auto& link = fields.at(kLink);
       const auto* wanted = Find(expected_.after.rows, key);
@@ -192,15 +199,62 @@ class InStepCheck {
         continue;
       }
       if (!link.starts_with(kLeadsTo)) problems_.push_back(fmt::format("The link of {} is {}.", key, link));
-      if (const auto [other, isNew] = keysByLink.emplace(link, key); !isNew) {
-        problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
-      }
+      if (!MayShareLinks(key)) CheckNotShared(key, link, keysByLink);
       if (wanted == nullptr) {
-        problems_.push_back(fmt::format("The row {} is there.", key));
+        if (IsThereOnceMore(key, fields)) {
+          twice.insert(link);
+        } else {
+          problems_.push_back(fmt::format("The row {} is there.", key));
+        }
         continue;
       }
       CheckRow(key, WithoutTimes(fields, expected_.tables), WithoutTimes(*wanted, expected_.tables));
     }
+    ExpectCount("Records that came twice", {twice.begin(), twice.end()}, leaves_ == Leaves::OneTwice ? 1 : 0,
+                problems_);
+  }
+
+  void CheckNotShared(const std::string& key, const std::string& link, std::map<std::string, std::string>& keysByLink) {
+    const auto [other, isNew] = keysByLink.emplace(link, key);
+    if (!isNew) problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
+  }
+
+  [[nodiscard]] bool MayShareLinks(const std::string& key) const {
+    return std::ranges::any_of(expected_.tables, [&](const LinkedTable& table) {
+      return table.perRecord == RowsOfARecord::Several && key.starts_with(std::string(table.name) + "/");
+    });
+  }
+
+  // Whether the row is one that a clean run makes, with the first counter behind its key.
+  [[nodiscard]] bool IsThereOnceMore(const std::string& key, const Fields& fields) const {
+    if (leaves_ != Leaves::OneTwice || !key.ends_with('1')) return false;
+    const auto* once = Find(expected_.after.rows, key.substr(0, key.size() - 1));
+    return once != nullptr && WithoutTimes(fields, expected_.tables) == WithoutTimes(*once, expected_.tables);
+  }
+
+  // Rows may be lost of the one record that came in part, or stays out as a whole, and of the one without a key.
+  void CheckLostRows() {
+    std::set<std::string> inPart;  // links
+    std::set<std::string> out;     //
+    for (const auto& [key, fields] : expected_.after.rows) {
+      if (now_.rows.contains(key)) continue;
+      const auto& link = fields.at(kLink);
+      if (!keyless_.empty() && link == keyless_) continue;
+      if (leaves_ == Leaves::OneInPart && IsAnyLinkedTo(link)) {
+        inPart.insert(link);
+      } else if (leaves_ == Leaves::OneLeftOut && !IsAnyLinkedTo(link)) {
+        out.insert(link);
+      } else {
+        problems_.push_back(fmt::format("The row {} is gone.", key));
+      }
+    }
+    ExpectCount("Records that came in part", {inPart.begin(), inPart.end()}, leaves_ == Leaves::OneInPart ? 1 : 0,
+                problems_);
+    ExpectCount("Records that stay out", {out.begin(), out.end()}, leaves_ == Leaves::OneLeftOut ? 1 : 0, problems_);
+  }
+
+  [[nodiscard]] bool IsAnyLinkedTo(const std::string& link) const {
+    return std::ranges::any_of(now_.rows, [&](const auto& row) { return row.second.at(kLink) == link; });
   }
 
   void CheckRow(const std::string& key, Fields fields, Fields wanted) {
@@ -281,6 +335,7 @@ class InStepCheck {
   }
 
   const Snapshot now_;
+  const std::string keyless_;
   const Expectation& expected_;
   const Leaves leaves_;
   Problems problems_;
@@ -289,27 +344,36 @@ class InStepCheck {
   std::vector<std::string> unlinked_;
 };
 
-// The rows as if all that were made had their key; tells it where not just those lack one that may.
-Snapshot WithKeys(Snapshot now, const std::vector<LinkedTable>& tables, Leaves leaves, Problems& problems) {
+// The rows as if all that were made had their key, and the link of the one that has none.
+struct Keyed {
+  Snapshot now;
+  std::string keyless = {};
+};
+
+// Tells it where not just those rows lack a key that may.
+Keyed WithKeys(Snapshot now, const std::vector<LinkedTable>& tables, Leaves leaves, Problems& problems) {
   std::vector<std::string> lacking;
+  std::string keyless;
   for (const auto& table : tables) {
     if (table.madeKeyColumn.empty()) continue;
     for (auto& [key, fields] : now.rows) {
+      if (!key.starts_with(std::string(table.name) + "/")) continue;
       auto& made = fields.at(std::string(table.madeKeyColumn));
       if (!made.empty()) continue;
       lacking.push_back(key);
+      keyless = fields.at(kLink);
       made = kMadeKey;
     }
   }
   ExpectCount("Rows without a key", lacking, leaves == Leaves::OneWithoutKey ? 1 : 0, problems);
-  return now;
+  return {.now = std::move(now), .keyless = std::move(keyless)};
 }
 
 }  // namespace
 
 Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves leaves) {
   Problems problems = found.damage;
-  const auto now = WithKeys(found, expected.tables, leaves, problems);
+  const auto now = WithKeys(found, expected.tables, leaves, problems).now;
   CheckNoneLost("row", now.rows, expected.before.rows, problems);
   CheckNoneLost("record", now.records, expected.before.records, problems);
   const auto extra = ExtraRecords(now, expected.after);
@@ -343,7 +407,8 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
 
 Problems CheckInStep(const Snapshot& now, const Expectation& expected, Leaves leaves) {
   Problems problems;
-  auto inStep = InStepCheck(WithKeys(now, expected.tables, leaves, problems), expected, leaves).Run();
+  auto [keyed, keyless] = WithKeys(now, expected.tables, leaves, problems);
+  auto inStep = InStepCheck(std::move(keyed), std::move(keyless), expected, leaves).Run();
   inStep.insert(inStep.end(), problems.begin(), problems.end());
   return inStep;
 }

@@ -216,5 +216,79 @@ TEST_F(Checks, Two_rows_of_one_record_are_told) {
   EXPECT_GT(InStep(), 0U);
 }
 
+// A get of two payments, each of which becomes a payment and an allocation.
+class ChecksOfSeveralRows : public testing::Test {
+ protected:
+  static Fields Row(std::string amount, std::string number) {
+    return {{"Amount", std::move(amount)}, {"QBLinkID", "-> ReceivePayment/" + number}, {"Key", std::string(kMadeKey)}};
+  }
+
+  const Expectation expected_ = {
+      .tables = {{.name = "Payment",
+                  .keyColumn = "Name",
+                  .stampColumn = "LastUpdated",
+                  .madeKeyColumn = "Key",
+                  .perRecord = RowsOfARecord::Several},
+                 {.name = "Allocation",
+                  .keyColumn = "Name",
+                  .stampColumn = "LastUpdated",
+                  .madeKeyColumn = "Key",
+                  .perRecord = RowsOfARecord::Several}},
+      .before = {.rows = {},
+                 .records = {{"ReceivePayment/7", {{"body", "seven"}}}, {"ReceivePayment/8", {{"body", "eight"}}}},
+                 .damage = {}},
+      .after = {.rows = {{"Payment/7", Row("70", "7")},
+                         {"Payment/8", Row("80", "8")},
+                         {"Allocation/7", Row("70", "7")},
+                         {"Allocation/8", Row("80", "8")}},
+                .records = {{"ReceivePayment/7", {{"body", "seven"}}}, {"ReceivePayment/8", {{"body", "eight"}}}},
+                .damage = {}}};
+  Snapshot now_ = expected_.after;
+
+  [[nodiscard]] std::size_t InStep(Leaves leaves = Leaves::Nothing) const {
+    return CheckInStep(now_, expected_, leaves).size();
+  }
+};
+
+TEST_F(ChecksOfSeveralRows, Rows_of_one_record_are_in_step) { EXPECT_EQ(InStep(), 0U); }
+
+TEST_F(ChecksOfSeveralRows, A_row_that_is_there_twice_is_expected_where_its_record_comes_again_and_nowhere_else) {
+  EXPECT_EQ(InStep(Leaves::OneTwice), 1U);
+  now_.rows["Payment/71"] = Row("70", "7");
+  EXPECT_EQ(InStep(Leaves::OneTwice), 0U);
+  EXPECT_EQ(InStep(), 1U);
+  now_.rows["Payment/81"] = Row("80", "8");
+  EXPECT_EQ(InStep(Leaves::OneTwice), 1U) << "two records";
+  now_.rows["Payment/81"] = Row("81", "8");
+  EXPECT_EQ(InStep(Leaves::OneTwice), 1U) << "another amount";
+}
+
+TEST_F(ChecksOfSeveralRows, A_record_that_came_in_part_lacks_some_of_its_rows_but_not_all) {
+  EXPECT_EQ(InStep(Leaves::OneInPart), 1U);
+  now_.rows.erase("Allocation/7");
+  EXPECT_EQ(InStep(Leaves::OneInPart), 0U);
+  EXPECT_EQ(InStep(), 1U);
+  EXPECT_EQ(CheckBroken(now_, expected_, Leaves::OneInPart).size(), 0U);
+  now_.rows.erase("Payment/7");
+  EXPECT_GT(InStep(Leaves::OneInPart), 0U);
+}
+
+TEST_F(ChecksOfSeveralRows, A_record_that_stays_out_lacks_all_of_its_rows) {
+  EXPECT_EQ(InStep(Leaves::OneLeftOut), 1U);
+  now_.rows.erase("Allocation/7");
+  EXPECT_GT(InStep(Leaves::OneLeftOut), 0U);
+  now_.rows.erase("Payment/7");
+  EXPECT_EQ(InStep(Leaves::OneLeftOut), 0U);
+  EXPECT_GT(InStep(), 0U);
+}
+
+TEST_F(ChecksOfSeveralRows, A_row_without_its_key_may_lack_those_that_would_need_it_and_no_others) {
+  now_.rows["Payment/7"]["Key"] = "";
+  now_.rows.erase("Allocation/7");
+  EXPECT_EQ(InStep(Leaves::OneWithoutKey), 0U);
+  now_.rows.erase("Allocation/8");
+  EXPECT_EQ(InStep(Leaves::OneWithoutKey), 1U);
+}
+
 }  // namespace
 }  // namespace twqb::sweep

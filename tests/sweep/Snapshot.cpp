@@ -29,7 +29,9 @@ constexpr std::string_view kRecords =
 constexpr std::string_view kTransactions =
     "SELECT txn_id, kind, txn_date, ref_number, amount, open, posted, body, lines, created, modified, edit_sequence "
     "FROM txn ORDER BY number";
-constexpr std::array<std::string_view, 4> kTimes = {"LastUpdated", "created", "modified", "edit_sequence"};
+constexpr std::string_view kNull = "\\N";
+constexpr std::array<std::string_view, 5> kTimes = {"LastUpdated", "PayLastModifiedOn", "created", "modified",
+                                                    "edit_sequence"};
 
 class RawFile {
  public:
@@ -51,7 +53,7 @@ class RawFile {
       Fields fields;
       for (int column = 0; column < sqlite3_column_count(made); ++column) {
         const bool isNull = sqlite3_column_type(made, column) == SQLITE_NULL;
-        std::string text = "\\N";
+        std::string text(kNull);
         if (!isNull) {
           const auto* bytes = static_cast<const char*>(sqlite3_column_blob(made, column));
           text.assign(bytes == nullptr ? "" : bytes, static_cast<std::size_t>(sqlite3_column_bytes(made, column)));
@@ -88,9 +90,17 @@ std::string NameOfTransaction(const Fields& fields) {
   const auto& body = fields.at("body");
   const auto at = body.find(kNotes);
   const auto from = at + kNotes.size();
-  return fmt::format(
-      "{}/{}", fields.at("kind"),
-      at == std::string::npos ? fields.at("ref_number") : body.substr(from, body.find('<', from) - from));
+  const auto& number = fields.at("ref_number");
+  auto name = number == kNull ? std::string() : number;
+  if (at != std::string::npos) name = body.substr(from, body.find('<', from) - from);
+  return fmt::format("{}/{}", fields.at("kind"), name);
+}
+
+// The name, with a counter behind it where it is taken.
+std::string FreeName(const std::map<std::string, Fields>& taken, const std::string& base) {
+  auto name = base;
+  for (int i = 1; taken.contains(name); ++i) name = base + std::to_string(i);
+  return name;
 }
 
 // The text with each value of that element replaced.
@@ -116,9 +126,7 @@ std::string Named(std::string text, const std::map<std::string, std::string>& na
 void TakeTransactions(RawFile& company, Snapshot& snapshot, std::map<std::string, std::string>& names) {
   company.ForEachRow(kTransactions, [&](Fields fields) {
     for (const std::string part : {"body", "lines"}) fields.at(part) = Named(fields.at(part), names);
-    const auto base = NameOfTransaction(fields);
-    auto name = base;
-    for (int i = 1; snapshot.records.contains(name); ++i) name = base + std::to_string(i);
+    auto name = FreeName(snapshot.records, NameOfTransaction(fields));
     names.emplace(fields.extract("txn_id").mapped(), name);
     snapshot.records.emplace(std::move(name), std::move(fields));
   });
@@ -142,15 +150,16 @@ Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>&
   RawFile billing(folder + "/billing.db");
   CheckIntegrity(billing, "billing.db", snapshot.damage);
   for (const auto& table : tables) {
-    billing.ForEachRow(fmt::format("SELECT * FROM {}", table.name), [&](Fields fields) {
+    const auto select = table.select.empty() ? fmt::format("SELECT * FROM {}", table.name) : std::string(table.select);
+    billing.ForEachRow(select, [&](Fields fields) {
       auto& link = fields.at(std::string(kLinkColumn));
       if (const auto found = names.find(link); found != names.end()) link = std::string(kLeadsTo) + found->second;
       if (!table.madeKeyColumn.empty()) {
         auto& made = fields.at(std::string(table.madeKeyColumn));
         if (!made.empty()) made = kMadeKey;
       }
-      auto key = fmt::format("{}/{}", table.name, fields.at(std::string(table.keyColumn)));
-      snapshot.rows.emplace(std::move(key), std::move(fields));
+      const auto key = fmt::format("{}/{}", table.name, fields.at(std::string(table.keyColumn)));
+      snapshot.rows.emplace(FreeName(snapshot.rows, key), std::move(fields));
     });
   }
   return snapshot;

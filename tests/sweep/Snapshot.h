@@ -5,12 +5,16 @@
 // identifiers compare equal.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace twqb::sweep {
+
+// How many rows a get makes of one record.
+enum class RowsOfARecord : std::uint8_t { One, Several };
 
 // A table of BillingDb whose rows have twins.
 struct LinkedTable {
@@ -22,6 +26,10 @@ struct LinkedTable {
   std::string_view countedField = {};
   // A key that the link makes for a new row: no two runs make the same; empty: keys are given.
   std::string_view madeKeyColumn = {};
+  // A SELECT of the rows, where not all of their columns are the same in two runs, or the link is another table's;
+  // empty: all columns of the table.
+  std::string_view select = {};
+  RowsOfARecord perRecord = RowsOfARecord::One;
 };
 
 using Fields = std::map<std::string, std::string>;  // by column; NULL is "\N"
@@ -34,8 +42,8 @@ inline constexpr std::string_view kLeadsTo = "-> ";
 inline constexpr std::string_view kMadeKey = "(made)";
 
 struct Snapshot {
-  std::map<std::string, Fields> rows;  // "Client/ACME1"
-  // "Customer/Acme Tools (ACME1)": the full name; "TimeTracking/Plans", "Invoice/1001": the notes or the number of a
+  std::map<std::string, Fields> rows;  // "Client/ACME1"; with a counter behind it where an older one has the same key
+  // "Customer/Acme Tools (ACME1)": the full name; "TimeTracking/Plans", "Invoice/1044": the notes or the number of a
   // transaction, which has no name, with a counter behind them where an older one has the same.
   std::map<std::string, Fields> records;
   std::vector<std::string> damage;  // what the files themselves are wrong in; empty: both are sound

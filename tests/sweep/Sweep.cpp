@@ -128,9 +128,7 @@ Leaves Sweep::LeftBy(std::size_t k, FaultTiming timing, Break how) const {
   // What a get has not taken over the next one does.
   const bool sends = std::ranges::any_of(
       scenario_.transfers, [](const Transfer& transfer) { return transfer.direction == Direction::Send; });
-  if (sends) return WhatIsLeft(trace_, k, timing, how, scenario_.nameInUse);
-  const bool makesKey = trace_.names[k - 1] == "Machine.CreateGuid";
-  return makesKey && how == Break::Raise ? Leaves::OneWithoutKey : Leaves::Nothing;
+  return sends ? WhatIsLeft(trace_, k, timing, how, scenario_.nameInUse) : WhatIsLeftOfAGet(trace_, k, timing, how);
 }
 
 Problems Sweep::RaiseAt(std::size_t k, FaultTiming timing) {

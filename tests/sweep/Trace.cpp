@@ -53,16 +53,42 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
       "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",   "SELECT EmpBillRate",
       "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate", "SELECT ProjectConType"};
   // Of a received transaction.
-  constexpr std::array<std::string_view, 3> kKeys = {"SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
-                                                     "SELECT ActivityID FROM Activity WHERE QBLINKID",
-                                                     "SELECT EmployeeID FROM Employee WHERE QBLINKID"};
+  constexpr std::array<std::string_view, 5> kKeys = {
+      "SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID", "SELECT ActivityID FROM Activity WHERE QBLINKID",
+      "SELECT EmployeeID FROM Employee WHERE QBLINKID", "SELECT ProjectID FROM Project WHERE QBLINKID",
+      "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
+  constexpr std::array<std::string_view, 2> kRows = {"INSERT INTO ManInvDetail", "UPDATE Payment SET PayRetainer"};
   const auto holds = [&](std::string_view part) { return statement.find(part) != std::string_view::npos; };
   if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
   if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kRows, holds)) return DeedKind::RowWritten;
+  if (holds("SELECT QBLinkID from TransactionTable WHERE")) return DeedKind::RecordLookedFor;
+  if (holds("SELECT ClientID FROM Client WHERE QBLinkID")) return DeedKind::OwnerLookedUp;
+  if (holds("SELECT ClientID FROM Project WHERE QBLINKID")) return DeedKind::OwnerNeeded;
   return std::nullopt;
 }
 
+// What a row is that is written into the table which that statement opens.
+std::optional<DeedKind> RowOf(std::string_view statement) {
+  if (statement == "SELECT * FROM TransactionTable;") return DeedKind::TellingRowWritten;
+  if (statement == "SELECT * FROM Payment;") return DeedKind::RowWritten;
+  return std::nullopt;
+}
+
+class WatchedRows : public ado::ForwardingRecordset {
+ public:
+  WatchedRows(std::unique_ptr<Recordset> inner, DeedKind row, NoteDeed note)
+      : ForwardingRecordset(std::move(inner)), row_(row), note_(std::move(note)) {}
+  void Update() override {
+    ForwardingRecordset::Update();
+    note_(row_);
+  }
+
+ private:
+  DeedKind row_;
+  NoteDeed note_;
+};
 constexpr std::string_view kContract = "SELECT ProjectConType";
 
 bool BeginsInvoice(std::string_view statement) {
@@ -95,6 +121,7 @@ class WatchedConnection : public ado::ForwardingConnection {
                                                 ado::LockType lock) override {
     auto rows = ForwardingConnection::OpenRecordset(statement, cursor, lock);
     Note(statement, rows.get());
+    if (const auto row = RowOf(statement)) return std::make_unique<WatchedRows>(std::move(rows), *row, note_);
     return rows;
   }
 
@@ -165,6 +192,9 @@ constexpr std::array kIgnoredPlaces = {
     Place{.why = kPointer, .calls = {"Transport.ProcessDocument", "Desk.SetPointer"}, .told = 1},
     Place{.why = kClosing, .calls = {"Desk.UnloadMsgForm"}},
     Place{.why = kClosing, .calls = {"Recordset.State", "Recordset.Close"}, .ignored = 2},
+    Place{.why = kClosing,
+          .calls = {"Recordset.State", "Recordset.Close", "Connection.State", "Connection.Close"},
+          .ignored = 4},
     Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Connection.State"}, .ignored = 2},
     Place{.why = kSeason,
           .calls = {"Machine.GetTimeZoneInformation", "Recordset.Field", "Machine.GetTimeZoneInformation"}},
@@ -212,6 +242,11 @@ constexpr std::array kIgnoredPlaces = {
                     "Recordset.Field", "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
           .ignored = 3,
           .told = 3},
+    // Payments: the table that says where they go.
+    Place{.why = kClosing, .calls = {"Recordset.EditState", "Recordset.Close"}, .ignored = 2},
+    Place{.why = "a retainer that can't be marked stays as it is",
+          .calls = {"Recordset.Update", "Connection.Execute", "Recordset.EditState"},
+          .told = 1},
     Place{.why = "a session that does not begin is tried again with the remembered file",
           .calls = {"Transport.BeginSession"},
           .afterToo = false},
@@ -281,6 +316,14 @@ bool LeavesIncomplete(const Trace& trace, std::size_t k) {
   return false;
 }
 
+// Whether a project that a record needs gets no owner when call k fails.
+bool LeavesOwnerOut(const Trace& trace, std::size_t k) {
+  const auto isNeeded = [&](const Deed& deed) { return deed.kind == DeedKind::OwnerNeeded && deed.k > k; };
+  return std::ranges::any_of(trace.deeds, isNeeded) && std::ranges::any_of(trace.deeds, [&](const Deed& deed) {
+           return deed.kind == DeedKind::OwnerLookedUp && IsReadingOf(trace, deed.k, k);
+         });
+}
+
 // Whether call k is a look-up without which an invoice takes another form.
 bool LooksUpForm(const Trace& trace, std::size_t k) {
   bool ofInvoice = false;
@@ -292,13 +335,11 @@ bool LooksUpForm(const Trace& trace, std::size_t k) {
   return false;
 }
 
-constexpr std::array kOnlyRead = {DeedKind::Choice, DeedKind::KeyLookedUp, DeedKind::InvoiceBegun, DeedKind::FormFound};
-
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
   // What is only looked up stands between none of the others.
   auto deeds = trace.deeds;
-  std::erase_if(deeds, [](const Deed& deed) { return std::ranges::find(kOnlyRead, deed.kind) != kOnlyRead.end(); });
+  std::erase_if(deeds, [](const Deed& deed) { return deed.kind >= DeedKind::Choice; });
   for (std::size_t i = 0; i < deeds.size(); ++i) {
     const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
     const auto at = deeds[i].k;
@@ -355,6 +396,31 @@ Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break h
   // A second Add finds the name of the first, or of the twin that could not be read.
   if (leaves == Leaves::OneAddedTwice) return Leaves::OneWithoutLink;
   return leaves == Leaves::OneTwinReplaced ? Leaves::Nothing : leaves;
+}
+
+Leaves WhatIsLeftOfAGet(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+  if (trace.names[k - 1] == "Machine.CreateGuid" && how == Break::Raise) return Leaves::OneWithoutKey;
+  if (how == Break::Raise && LeavesOwnerOut(trace, k)) return Leaves::OneLeftOut;
+  // The rows of the record in work: how many are written by then, and whether there is one among them that tells.
+  std::size_t rows = 0;
+  std::size_t written = 0;
+  bool tells = false;
+  for (const auto& deed : trace.deeds) {
+    if (deed.kind == DeedKind::RecordLookedFor) {
+      if (deed.k > k) break;
+      rows = 0;
+      written = 0;
+      tells = false;
+    }
+    const bool isTelling = deed.kind == DeedKind::TellingRowWritten;
+    if (!isTelling && deed.kind != DeedKind::RowWritten) continue;
+    ++rows;
+    if (deed.k > k || (deed.k == k && timing == FaultTiming::Before)) continue;
+    ++written;
+    tells = tells || isTelling;
+  }
+  if (written == 0 || written == rows) return Leaves::Nothing;
+  return tells ? Leaves::OneInPart : Leaves::OneTwice;
 }
 
 bool PassesOverSilently(const Trace& trace, std::size_t k) {

@@ -20,12 +20,18 @@ namespace twqb::sweep {
 enum class DeedKind : std::uint8_t {
   AddCarriedOut,  // a document of which QuickBooks carried an Add out
   ModCarriedOut,
-  TwinRead,      // a query for one identifier that found its record
-  LinkWritten,   // the statement that writes a new identifier into its row
-  Choice,        // a look-up of what an entry may do without: it counts as not there when it fails
-  KeyLookedUp,   // the look-up of a key without which a record is passed over, until the next run
-  InvoiceBegun,  // the look-up of its contract, or of the rows that its lines are made of
-  FormFound      // a look-up by which an invoice's lines are what they are, and that found something
+  TwinRead,       // a query for one identifier that found its record
+  LinkWritten,    // the statement that writes a new identifier into its row
+  Choice,         // a look-up of what an entry may do without: it counts as not there when it fails
+  KeyLookedUp,    // the look-up of a key without which a record, or the rest of one, is passed over until the next run
+  OwnerLookedUp,  // of a customer's project, which goes without an owner when that fails
+  OwnerNeeded,    // the owner of a project, without which a record is passed over
+  InvoiceBegun,   // the look-up of its contract, or of the rows that its lines are made of
+  FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
+  // Of a record that becomes several rows:
+  RecordLookedFor,  // whether it is here already
+  RowWritten,
+  TellingRowWritten,  // by one of these the next run finds the record here
 };
 
 struct Deed {
@@ -75,8 +81,14 @@ enum class Leaves : std::uint8_t {
   // A field of the row could not be read while the request was filled, which was told. The record went without what was
   // not set yet, and is the row's from then on.
   OneIncomplete,
-  // No key could be made for a new row, which was told: the row has none.
+  // No key could be made for a new row, which was told: the row has none, nor do those come that would need it.
   OneWithoutKey,
+  // A record came with some of its rows, which was told, but where its last word is excused: it is here from then on.
+  OneInPart,
+  // The project of a record came without its owner, so that the record stays in QuickBooks until somebody helps.
+  OneLeftOut,
+  // Of a record came rows by which it is not found here: the next run brings all of them once more.
+  OneTwice,
   // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
   // than it should have, of the same total.
   OneInAnotherForm,
@@ -88,10 +100,14 @@ enum class NameInUse : std::uint8_t { TriesNext, PassesOver };
 [[nodiscard]] Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how,
                                 NameInUse nameInUse = NameInUse::TriesNext);
 
+// The same of a get.
+[[nodiscard]] Leaves WhatIsLeftOfAGet(const Trace& trace, std::size_t k, FaultTiming timing, Break how);
+
 // Why an error of the call is ignored by design, so that the user is not told; empty: the user has to be told.
 [[nodiscard]] std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing);
 
-// Whether an error of the call passes one record over without a word, so that the next run has to bring it.
+// Whether an error of the call passes one record over without a word, or the rest of it, so that the next run has to
+// bring it.
 [[nodiscard]] bool PassesOverSilently(const Trace& trace, std::size_t k);
 
 // Whether the call reads or changes nothing but this process's own memory (a field of a row that is fetched, the clock,

@@ -125,5 +125,42 @@ TEST(Trace, A_session_that_has_begun_and_raised_has_to_be_told) {
   EXPECT_TRUE(WhyIgnored(trace, 1, kAfter).empty());
 }
 
+// Two records of a get: one that becomes three rows, of which the second tells that it is here, and one of one row.
+const Trace kRows = {.names = {"a", "b", "c", "d", "e", "f", "Machine.CreateGuid", "h"},
+                     .deeds = {{.k = 1, .kind = DeedKind::RecordLookedFor},
+                               {.k = 2, .kind = DeedKind::RowWritten},
+                               {.k = 3, .kind = DeedKind::TellingRowWritten},
+                               {.k = 5, .kind = DeedKind::RowWritten},
+                               {.k = 6, .kind = DeedKind::RecordLookedFor},
+                               {.k = 8, .kind = DeedKind::TellingRowWritten}}};
+
+TEST(Trace, A_record_of_several_rows_comes_twice_until_one_tells_of_it_and_in_part_until_the_last) {
+  for (const auto how : {Break::Raise, Break::Kill}) {
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 1, kAfter, how), Leaves::Nothing);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 2, kBefore, how), Leaves::Nothing);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 2, kAfter, how), Leaves::OneTwice);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 3, kBefore, how), Leaves::OneTwice);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 3, kAfter, how), Leaves::OneInPart);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 4, kBefore, how), Leaves::OneInPart);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 5, kAfter, how), Leaves::Nothing);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 6, kBefore, how), Leaves::Nothing);
+    EXPECT_EQ(WhatIsLeftOfAGet(kRows, 8, kBefore, how), Leaves::Nothing);
+  }
+  EXPECT_EQ(WhatIsLeftOfAGet(kRows, 7, kBefore, Break::Raise), Leaves::OneWithoutKey);
+  EXPECT_EQ(WhatIsLeftOfAGet(kRows, 7, kBefore, Break::Kill), Leaves::Nothing);
+}
+
+TEST(Trace, A_record_stays_out_where_the_owner_of_its_project_is_lost_and_is_needed) {
+  Trace trace = {.names = {"Connection.Execute", "Recordset.Eof", "Recordset.FieldAt", "d", "e"},
+                 .deeds = {{.k = 1, .kind = DeedKind::OwnerLookedUp}, {.k = 5, .kind = DeedKind::OwnerNeeded}}};
+  for (std::size_t k = 1; k <= 3; ++k) {
+    EXPECT_EQ(WhatIsLeftOfAGet(trace, k, kBefore, Break::Raise), Leaves::OneLeftOut) << k;
+    EXPECT_EQ(WhatIsLeftOfAGet(trace, k, kBefore, Break::Kill), Leaves::Nothing) << k;
+  }
+  EXPECT_EQ(WhatIsLeftOfAGet(trace, 4, kBefore, Break::Raise), Leaves::Nothing);
+  trace.deeds.pop_back();
+  EXPECT_EQ(WhatIsLeftOfAGet(trace, 1, kBefore, Break::Raise), Leaves::Nothing);
+}
+
 }  // namespace
 }  // namespace twqb::sweep

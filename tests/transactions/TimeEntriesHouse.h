@@ -111,11 +111,7 @@ class TimeEntriesHouse : public TransactionsHouse {
   void GetReturned(const std::vector<Returned>& records) {
     std::string text;
     for (const auto& record : records) text += record.Text();
-    traffic.canned.push_back(
-        "<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><TimeTrackingQueryRs requestID=\"1\" statusCode=\"0\" "
-        "statusSeverity=\"Info\" statusMessage=\"Status OK\">" +
-        text + "</TimeTrackingQueryRs></QBXMLMsgsRs></QBXML>");
-    Get();
+    GetAnswer("TimeTracking", text);
   }
   // A column of the row that a returned record became; "(no row)" without one.
   [[nodiscard]] std::string Got(std::string_view column, std::string_view txnId = "1-1") {

@@ -63,6 +63,15 @@ class TransactionsHouse : public ListHouse {
     traffic.documents.clear();
   }
 
+  // The get of records that QuickBooks is made to return to the query of that name.
+  void GetAnswer(std::string_view query, std::string_view records) {
+    traffic.canned.push_back(
+        fmt::format("<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs requestID=\"1\" statusCode=\"0\" "
+                    "statusSeverity=\"Info\" statusMessage=\"Status OK\">{1}</{0}QueryRs></QBXMLMsgsRs></QBXML>",
+                    query, records));
+    Get();
+  }
+
   static MsgSetRequest NewSet() {
     const auto& country = Vars().g_QBCountry;
     return Session().CreateMsgSetRequest(country == "CA" || country == "UK" ? country : "US", Vars().g_QBMajorVer, 0);
