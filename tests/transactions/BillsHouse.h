@@ -97,7 +97,10 @@ class ExpensesHouse : public BillsHouse {
   explicit ExpensesHouse(HouseOptions options = {}, std::string_view faults = {}, std::string_view country = "US")
       : BillsHouse(kTestedExpenses, std::move(options), faults, country) {}
   // All of them, named one by one as a host does.
-  void SendAll() { SendSelection(BuildSelectSQL(enExpenseLog, {.Filter1a = keys.empty() ? "''" : keys})); }
+  void SendAll() {
+    Vars().g_PassedID = keys.empty() ? "''" : keys;
+    SendSelection(BuildSelectSQL(enExpenseLog, {.Filter1a = Vars().g_PassedID}));
+  }
 };
 
 class VendorBillsHouse : public BillsHouse {
