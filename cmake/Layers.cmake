@@ -40,6 +40,7 @@ endif()
 function(twqb_tests folder)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "House\\.cpp$")  # libraries, for they serve more than one program
   if(NOT sources)
     return()
   endif()

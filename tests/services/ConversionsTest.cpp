@@ -7,6 +7,7 @@
 #include <regex>
 #include <set>
 
+#include "platform/Forwarding.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "tests/services/NotingHouse.h"

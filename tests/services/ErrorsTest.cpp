@@ -9,6 +9,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "platform/Forwarding.h"
 #include "services/Errors.h"
 #include "tests/services/NotingHouse.h"
 

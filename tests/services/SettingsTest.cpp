@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "services/Database.h"
 #include "services/Settings.h"
