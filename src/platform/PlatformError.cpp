@@ -1,6 +1,6 @@
 #include "platform/PlatformError.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 

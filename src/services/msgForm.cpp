@@ -1,6 +1,6 @@
 #include "services/msgForm.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cmath>
 #include <cstdlib>
