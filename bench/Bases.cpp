@@ -17,6 +17,7 @@ void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(stateme
 
 constexpr std::int64_t kCreated = 1204700000;  // of the base's records, in Unix seconds
 
+std::string TxnId(int number) { return fmt::format("{:X}-{}", number, kCreated); }
 std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
 
 // --- Employees and vendors -------------------------------------------------------------------------------------------
@@ -159,6 +160,54 @@ std::string AccountRow(int number, std::string_view link, std::string_view lastU
       number, kOtherCurrentAsset, link, lastUpdated);
 }
 
+// --- Time entries: of one employee, on one job, of one item ----------------------------------------------------------
+
+// What they refer to: an account for the item and one for wage items, employee, customer, job, item.
+constexpr int kTimeRecords = 6;
+constexpr int kTimeEmployee = 3;
+constexpr int kTimeJob = 5;
+constexpr int kTimeItem = 6;
+
+std::string TimeRequests() {
+  return fmt::format(
+      "<AccountAddRq><AccountAdd><Name>Other Income</Name><AccountType>OtherIncome</AccountType></AccountAdd>"
+      "</AccountAddRq><AccountAddRq><AccountAdd><Name>Payroll Expenses</Name><AccountType>Expense</AccountType>"
+      "</AccountAdd></AccountAddRq><EmployeeAddRq><EmployeeAdd><FirstName>Ann</FirstName><LastName>Lee</LastName>"
+      "<EmployeePayrollInfo><UseTimeDataToCreatePaychecks>UseTimeData</UseTimeDataToCreatePaychecks>"
+      "</EmployeePayrollInfo></EmployeeAdd></EmployeeAddRq><CustomerAddRq><CustomerAdd><Name>Acme</Name></CustomerAdd>"
+      "</CustomerAddRq><CustomerAddRq><CustomerAdd><Name>Yard</Name><ParentRef><FullName>Acme</FullName></ParentRef>"
+      "</CustomerAdd></CustomerAddRq><ItemServiceAddRq><ItemServiceAdd><Name>Drafting</Name><SalesOrPurchase>"
+      "<AccountRef><ListID>{}</ListID></AccountRef></SalesOrPurchase></ItemServiceAdd></ItemServiceAddRq>",
+      ListId(1));
+}
+
+void TimeRows(ado::Connection& cn) {
+  Sql(cn, fmt::format("INSERT INTO Employee (EmployeeID, IsSub, EmpBillRate, EmpCostRate, QBLinkID) VALUES ('ALEE', 0, "
+                      "90, 36, '{}')",
+                      ListId(kTimeEmployee)));
+  Sql(cn, fmt::format("INSERT INTO Project (ProjectID, ProjectName, QBLinkID) VALUES ('YARD:', 'Yard', '{}')",
+                      ListId(kTimeJob)));
+  Sql(cn, fmt::format("INSERT INTO Activity (ActivityID, QBLinkID) VALUES ('DRAFT:', '{}')", ListId(kTimeItem)));
+}
+
+std::string TimeEntry(int number) {
+  return fmt::format(
+      "<TimeTrackingAddRq><TimeTrackingAdd><TxnDate>2008-03-04</TxnDate><EntityRef><ListID>{}</ListID></EntityRef>"
+      "<CustomerRef><ListID>{}</ListID></CustomerRef><ItemServiceRef><ListID>{}</ListID></ItemServiceRef>"
+      "<Duration>PT7H45M0S</Duration><Notes>Work of day {}</Notes><IsBillable>true</IsBillable></TimeTrackingAdd>"
+      "</TimeTrackingAddRq>",
+      ListId(kTimeEmployee), ListId(kTimeJob), ListId(kTimeItem), number);
+}
+
+std::string TimeEntryRow(int number, std::string_view link, std::string_view lastUpdated) {
+  return fmt::format(
+      "INSERT INTO TimeEntry (TEID, TEDate, EmployeeID, ProjectID, ProjectName, ActivityID, TEHours, aHours, "
+      "TEDescription, TEBill, TEBillRate, TEPosted, QBLinkID, LastUpdated) VALUES "
+      "('{{00000000-0000-0000-0000-{0:012}}}', '2008-03-04 00:00:00', 'ALEE', 'YARD:', 'Yard', 'DRAFT:', 7.75, 7.75, "
+      "'Work of day {0}', -1, 90, -1, {1}, {2})",
+      number, link, lastUpdated);
+}
+
 constexpr RecordsAhead kItemAccountsAhead = {.count = kItemAccounts, .text = ItemAccountRequests};
 
 constexpr std::array kTables = {
@@ -183,6 +232,14 @@ constexpr std::array kTables = {
                .row = ExpenseRow},
     BenchTable{
         .table = enAccounts, .name = "accounts", .sends = Sends::NewRecordsAlone, .record = Account, .row = AccountRow},
+    BenchTable{.table = enTimeEntries,
+               .name = "time entries",
+               .sends = Sends::UnlinkedRowsAlone,
+               .recordsAhead = {.count = kTimeRecords, .text = TimeRequests},
+               .identifiers = Identifiers::Transactions,
+               .rowsAhead = TimeRows,
+               .record = TimeEntry,
+               .row = TimeEntryRow},
 };
 
 }  // namespace
@@ -225,7 +282,9 @@ void MakeBase(const std::string& folder, const BenchTable& table, const Base& ba
   MakeBase(folder, requests, [&](ado::Connection& cn) {
     if (table.rowsAhead != nullptr) table.rowsAhead(cn);
     for (int i = 1; i <= base.rows; ++i) {
-      const auto link = i <= base.linked ? fmt::format("'{}'", ListId(table.recordsAhead.count + i)) : "NULL";
+      const auto twin =
+          table.identifiers == Identifiers::Transactions ? TxnId(i) : ListId(table.recordsAhead.count + i);
+      const auto link = i <= base.linked ? fmt::format("'{}'", twin) : "NULL";
       Sql(cn, table.row(i, link, fmt::format("'{}'", i <= base.stamped ? kEarlier : base.lastUpdated)));
     }
   });

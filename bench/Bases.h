@@ -2,6 +2,7 @@
 // are each other's twins. A base of several tables is made of the same rows.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -59,8 +60,11 @@ struct RecordsAhead {
   std::string (*text)() = nullptr;  // the requests that add them
 };
 
-// Whether a table sends what has changed, or new records alone.
-enum class Sends : bool { Changes, NewRecordsAlone };
+// Whether a table sends what has changed, or new records alone; and if so, whether linked rows are selected at all.
+enum class Sends : std::uint8_t { Changes, NewRecordsAlone, UnlinkedRowsAlone };
+
+// Which counter of the company file its records take their identifiers from.
+enum class Identifiers : bool { Lists, Transactions };
 
 // A table of the benchmark. Numbers begin at 1.
 struct BenchTable {
@@ -68,6 +72,7 @@ struct BenchTable {
   std::string_view name;
   Sends sends = Sends::Changes;
   RecordsAhead recordsAhead = {};
+  Identifiers identifiers = Identifiers::Lists;
   void (*rowsAhead)(ado::Connection& cn) = nullptr;
   std::string (*record)(int number) = nullptr;  // the request that adds it
   // The statement that adds the row; link and date as SQL.

@@ -25,7 +25,7 @@ constexpr double kGoalRatio = 2;
 constexpr int kClients = 2'000;
 constexpr int kLeastClients = 100;
 constexpr int kMostClients = 100'000;
-constexpr Run kSendAll = {.table = enAll, .direction = Direction::Send};
+constexpr TimedRun kSendAll = {.table = enAll, .direction = Direction::Send};
 
 // How many rows the firm has of each table, which all go by the number of its clients.
 struct Firm {

@@ -14,7 +14,7 @@ namespace twqb {
 namespace {
 
 // A run on the seams, composed with `platform`; `begin` is called ahead of the transfer.
-double CarryOut(Seams& seams, const Platform& platform, const Run& run, const std::function<void()>& begin) {
+double CarryOut(Seams& seams, const Platform& platform, const TimedRun& run, const std::function<void()>& begin) {
   Compose(platform);
   double seconds = 0;
   bool good = false;
@@ -35,7 +35,7 @@ double CarryOut(Seams& seams, const Platform& platform, const Run& run, const st
   return seconds;
 }
 
-double TimeFloor(const std::string& base, const Run& run) {
+double TimeFloor(const std::string& base, const TimedRun& run) {
   const TemporaryFolder recorded;
   const TemporaryFolder folder;
   CopyBase(base, recorded.Path());
@@ -69,12 +69,12 @@ void CopyBase(const std::string& from, const std::string& to) {
   seams.machine.WritePrivateProfileString("GENERAL", "QBDBPath", "", seams.settings);
 }
 
-double TimeLibrary(const std::string& folder, const Run& run) {
+double TimeLibrary(const std::string& folder, const TimedRun& run) {
   Seams seams(folder);
   return CarryOut(seams, seams.All(), run, [] {});
 }
 
-Measurement Measure(const std::string& base, const Run& run) {
+Measurement Measure(const std::string& base, const TimedRun& run) {
   std::vector<double> library;
   std::vector<double> floor;
   for (int i = 0; i < kRepetitions; ++i) {
@@ -86,7 +86,7 @@ Measurement Measure(const std::string& base, const Run& run) {
   return {.library = Median(library), .floor = Median(floor)};
 }
 
-std::vector<TableShare> SharesOf(const std::string& base, const Run& run) {
+std::vector<TableShare> SharesOf(const std::string& base, const TimedRun& run) {
   const TemporaryFolder folder;
   CopyBase(base, folder.Path());
   Seams seams(folder.Path());

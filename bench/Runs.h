@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "bench/Floor.h"
-#include "services/TableNames.h"
+#include "bridge/Tables.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
 
-struct Run {
+struct TimedRun {
   enTables table;
   Direction direction;
 };
@@ -29,12 +29,12 @@ inline constexpr int kRepetitions = 3;  // the median counts
 void CopyBase(const std::string& from, const std::string& to);
 
 // Carries the run out on the files of the folder, which change. Seconds of the transfer alone.
-double TimeLibrary(const std::string& folder, const Run& run);
+double TimeLibrary(const std::string& folder, const TimedRun& run);
 
 // Library and floor by turns, each on a copy of the base: the medians.
-[[nodiscard]] Measurement Measure(const std::string& base, const Run& run);
+[[nodiscard]] Measurement Measure(const std::string& base, const TimedRun& run);
 
 // Where the time of a run of all tables goes, on a copy of the base.
-[[nodiscard]] std::vector<TableShare> SharesOf(const std::string& base, const Run& run);
+[[nodiscard]] std::vector<TableShare> SharesOf(const std::string& base, const TimedRun& run);
 
 }  // namespace twqb

@@ -20,6 +20,7 @@ using Words = std::array<std::string_view, kCount>;
 constexpr Words<2> WordsOf(Permission) { return {"granted", "withheld"}; }
 constexpr Words<2> WordsOf(DialogState) { return {"closed", "open"}; }
 constexpr Words<2> WordsOf(Feature) { return {"enabled", "disabled"}; }
+constexpr Words<2> WordsOf(RecoveryReading) { return {"strict", "lenient"}; }
 constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 
 template <auto kField>
@@ -105,6 +106,11 @@ constexpr std::array kConditions = {
               .meaning = "requests for time tracking are answered with status 3250",
               .text = WordText<&CompanyConditions::timeTracking>,
               .set = SetWord<&CompanyConditions::timeTracking>},
+    Condition{.name = "recovery",
+              .allowed = "strict or lenient",
+              .meaning = "what is open about sets with identifiers is taken the way that is easier for programs",
+              .text = WordText<&CompanyConditions::recovery>,
+              .set = SetWord<&CompanyConditions::recovery>},
     Condition{.name = "closing-date",
               .allowed = "none or a date yyyy-mm-dd",
               .meaning = "transactions of that day or before are answered with status 3171",

@@ -17,6 +17,9 @@ namespace twqb::company {
 enum class Permission : std::uint8_t { Granted, Withheld };
 enum class DialogState : std::uint8_t { Closed, Open };
 enum class Feature : std::uint8_t { Enabled, Disabled };
+// How the file takes what is not settled about sets that are remembered: the way that is harder for a program, or the
+// easier one.
+enum class RecoveryReading : std::uint8_t { Strict, Lenient };
 enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
 
 inline constexpr std::string_view kNeverClosed = "none";  // in place of a closing date
@@ -29,7 +32,8 @@ struct CompanyConditions {
   HostAnswer hostQuery = HostAnswer::Answered;      // refused: with status 3260; unknown: no document has it
   Permission personalData = Permission::Granted;    // to see and to set the numbers of employees
   Feature timeTracking = Feature::Enabled;          // disabled: its requests get status 3250
-  std::string closingDate{kNeverClosed};            // yyyy-mm-dd: the last day of which the books are closed
+  RecoveryReading recovery = RecoveryReading::Strict;
+  std::string closingDate{kNeverClosed};  // yyyy-mm-dd: the last day of which the books are closed
   InterfaceVersion interfaceVersion = {.major = 5, .minor = 0};  // of the QuickBooks that has the file open
 };
 

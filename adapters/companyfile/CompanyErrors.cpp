@@ -23,6 +23,10 @@ std::string_view TextOf(ErrorNumber number) {
       return "The call is not valid in the present state of the session.";
     case kOpenInOtherMode:
       return "The QuickBooks company data file is open in a mode other than the one requested.";
+    case kNoRollback:
+      return "The onError value \"rollbackOnError\" is not supported.";
+    case kUnknownVersion:
+      return "The version of QBXML that was requested is not supported or is unknown.";
     case kDialogOpen:
       return "A dialog is open in QuickBooks, and no program can use QuickBooks until it is answered.";
     case kFileNameRequired:

@@ -1,7 +1,7 @@
 // The numbers that a session with the embedded company file fails with, each with its one text.
 //
 // They are for calls that fail as a whole. What a single request is answered is a status, see Status.h. The number of a
-// document that is refused stands with the other numbers of the house (`error::kParse`).
+// document that does not parse stands with the other numbers of the house (`error::kParse`).
 #pragma once
 
 #include <string_view>
@@ -16,10 +16,12 @@ inline constexpr ErrorNumber kCannotOpenNamed = 0x80040406;   // the same, of a 
 inline constexpr ErrorNumber kOtherFileOpen = 0x8004040A;     // QuickBooks has another file open
 inline constexpr ErrorNumber kCallOutOfOrder = 0x8004040D;    // no connection, no session, or one too many
 inline constexpr ErrorNumber kOpenInOtherMode = 0x80040410;   // the lock of the file is held in another mode
+inline constexpr ErrorNumber kNoRollback = 0x80040413;        // a set that is to be taken back after an error
 inline constexpr ErrorNumber kDialogOpen = 0x80040414;        // a window of QuickBooks waits for an answer
 inline constexpr ErrorNumber kFileNameRequired = 0x80040416;  // nothing is open and no name was given
 inline constexpr ErrorNumber kNoPermission = 0x80040418;      // the program may not use the file
 inline constexpr ErrorNumber kNoAutoLogon = 0x8004041D;       // the program may not have the file opened
+inline constexpr ErrorNumber kUnknownVersion = 0x80040423;    // of messages, or in a form that the file has not
 
 // Raises `number` with its text; `detail` follows behind a blank when there is one.
 [[noreturn]] void Raise(ErrorNumber number, std::string_view detail = {});

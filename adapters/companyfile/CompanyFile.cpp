@@ -25,23 +25,26 @@ void CreateCompanyFile(const std::string& path, const CompanyOptions& options, M
   CompanyStore::Create(path, settled, ReadClock(machine).now);
 }
 
-CompanyFile::CompanyFile(const std::string& path, Machine& machine, FileMode mode)
-    : store_(std::make_unique<CompanyStore>(path)), machine_(&machine), mode_(mode) {}
+CompanyFile::CompanyFile(const std::string& path, Machine& machine, FileMode mode, std::string_view application)
+    : store_(std::make_unique<CompanyStore>(path)),
+      machine_(&machine),
+      mode_(mode),
+      session_(std::make_unique<ProgramSession>(ProgramSession{.application = std::string(application)})) {}
 
 CompanyFile::~CompanyFile() = default;
 CompanyFile::CompanyFile(CompanyFile&&) noexcept = default;
 CompanyFile& CompanyFile::operator=(CompanyFile&&) noexcept = default;
 
 std::string CompanyFile::Process(std::string_view document) {
-  return RequestProcessor(*store_, *machine_, mode_).Process(document, messages::MessageSet::Company);
+  return RequestProcessor(*store_, *machine_, mode_, *session_).Process(document, messages::MessageSet::Company);
 }
 
 std::string CompanyFile::ProcessSubscription(std::string_view document) {
-  return RequestProcessor(*store_, *machine_, mode_).Process(document, messages::MessageSet::Subscription);
+  return RequestProcessor(*store_, *machine_, mode_, *session_).Process(document, messages::MessageSet::Subscription);
 }
 
 std::string CompanyFile::ProcessAny(std::string_view document) {
-  return RequestProcessor(*store_, *machine_, mode_).Process(document, std::nullopt);
+  return RequestProcessor(*store_, *machine_, mode_, *session_).Process(document, std::nullopt);
 }
 
 CompanySummary CompanyFile::Summary() {

@@ -25,6 +25,7 @@ namespace twqb::company {
 void CreateCompanyFile(const std::string& path, const CompanyOptions& options, Machine& machine);
 
 class CompanyStore;
+struct ProgramSession;
 
 // What a company file holds.
 struct CompanySummary {
@@ -50,15 +51,19 @@ class CompanyFile {
  public:
   // Opens a company file; one of an earlier format is brought to today's. Raises 0x80040403 when it is missing, is
   // none, or has a newer format. `machine` must outlive the object; times and identifiers come from its clock. `mode`
-  // is what the host record tells.
-  CompanyFile(const std::string& path, Machine& machine, FileMode mode = FileMode::MultiUser);
+  // is what the host record tells. Sets that carry identifiers are remembered for the program of the name
+  // `application`.
+  CompanyFile(const std::string& path, Machine& machine, FileMode mode = FileMode::MultiUser,
+              std::string_view application = {});
   ~CompanyFile();
   CompanyFile(CompanyFile&&) noexcept;
   CompanyFile& operator=(CompanyFile&&) noexcept;
 
   // Answers a document of requests (UTF-8). What it changed is durable when it returns. Raises 0x80040400 for a
-  // document that is refused as a whole, 0x80040307 for one with a bill that comes to nothing, and 0x80040402 when the
-  // storage fails; nothing is changed then.
+  // document that is refused as a whole, 0x80040423 for one in a version or form that the file does not take,
+  // 0x80040413 for one that is to be taken back after an error, 0x80040307 for one with a bill that comes to nothing,
+  // and 0x80040402 when the storage fails; nothing is changed then. The macros that it defines last as long as the
+  // object.
   [[nodiscard]] std::string Process(std::string_view document);
   // The same for a document of subscription requests.
   [[nodiscard]] std::string ProcessSubscription(std::string_view document);
@@ -77,6 +82,7 @@ class CompanyFile {
   std::unique_ptr<CompanyStore> store_;
   Machine* machine_;
   FileMode mode_;
+  std::unique_ptr<ProgramSession> session_;
 };
 
 }  // namespace twqb::company

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "adapters/companyfile/CompanyErrors.h"
+#include "adapters/companyfile/MessageSetStore.h"
 #include "adapters/companyfile/TxnStore.h"
 
 namespace twqb::company {
@@ -66,6 +67,8 @@ constexpr std::array kSteps = {
     Step{.format = 1, .script = kFirstFormat},
     Step{.format = 2, .script = kListsOfSecondFormat},
     Step{.format = 2, .script = TxnStore::kSchema},
+    Step{.format = 3, .script = MessageSetStore::kSchema},
+    Step{.format = 3, .script = TxnStore::kRefNumberSchema},
 };
 
 std::int64_t Pragma(SqliteDatabase& database, std::string_view statement) {

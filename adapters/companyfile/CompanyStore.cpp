@@ -52,6 +52,9 @@ std::optional<ListRecord> FirstRecord(SqliteRows rows) {
   return ReadRecord(rows);
 }
 
+// The first format with the lists that a new file has records in.
+constexpr std::int64_t kFormatOfPresets = 2;
+
 // Where a name has to be unique: among the children of a parent, or at the top of a name space. An identifier has a
 // "-" in it and no name space has, so the two never meet.
 std::string_view ScopeOf(const ListKind& kind, std::string_view parentId) {
@@ -140,7 +143,7 @@ void CompanyStore::Upgrade() {
   const auto format = ReadFormat(database_);
   if (format == kFormatVersion) return;
   TakeSteps(database_, format);
-  InsertPresets(database_, options_.country, created_);
+  if (format < kFormatOfPresets) InsertPresets(database_, options_.country, created_);
   transaction.Commit();
 }
 

@@ -52,8 +52,9 @@ class CompanyTransport : public Transport {
     }
   }
 
-  void OpenConnection(std::string_view, std::string_view) override {
+  void OpenConnection(std::string_view, std::string_view applicationName) override {
     if (connected_) Raise(kCallOutOfOrder, "A connection is open already.");
+    application_ = applicationName;
     connected_ = true;
   }
 
@@ -113,7 +114,7 @@ class CompanyTransport : public Transport {
 
   [[nodiscard]] CompanyFile Open(const std::string& path, const std::string& requested, FileMode mode) const {
     try {
-      return {path, machine_, mode};
+      return {path, machine_, mode, application_};
     } catch (const PlatformError& raised) {
       if (raised.number() != kCannotOpenFile || requested.empty()) throw;
       Raise(kCannotOpenNamed, DetailOf(raised));
@@ -123,6 +124,7 @@ class CompanyTransport : public Transport {
   std::string openFile_;
   Machine& machine_;
   bool connected_ = false;
+  std::string application_;
   std::optional<Session> session_;
 };
 

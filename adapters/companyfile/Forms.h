@@ -2,6 +2,8 @@
 #pragma once
 
 #include <span>
+#include <string_view>
+#include <vector>
 
 #include "messages/Schema.h"
 
@@ -10,5 +12,10 @@ namespace twqb::company {
 // The message versions of a country's form, lowest first. Australia's exists since the last version only.
 [[nodiscard]] std::span<const messages::Version> VersionsOf(messages::Country country);
 [[nodiscard]] bool IsPublished(const messages::Form& form);
+// Whether the text has the form of a message version, published or not: "3.0", "CA16.0".
+[[nodiscard]] bool IsFormTag(std::string_view text);
+// The forms in which a file that answers those of `accepts` takes requests of any kind: Australia's other requests come
+// in the American form, its subscriptions in Canada's.
+[[nodiscard]] std::vector<messages::Country> FormsOf(std::span<const messages::Country> accepts);
 
 }  // namespace twqb::company

@@ -25,9 +25,9 @@ const Element& RecordRow(const Request& request) { return request.message->respo
 pugi::xml_node Fields(const Request& request) { return ChildElement(request.node, request.message->name); }
 std::span<const Element> FieldRows(const Request& request) { return request.message->request.front().Children(); }
 
-void CheckName(std::string_view name) {
+void CheckName(const ListKind& kind, std::string_view name) {
   if (NameKey(name).empty()) Refuse(status::MissingElement(kName));
-  if (name.find(kLevelSeparator) != std::string_view::npos) Refuse(status::ColonInName(name));
+  if (name.find(kLevelSeparator) != std::string_view::npos) Refuse(status::ColonInName(name, kind.name));
 }
 
 // The texts of the name's parts, joined; of a part that is not given, what it was.
@@ -161,7 +161,7 @@ ListRecord Add(const ListContext& context, const Request& request) {
   CheckPersonalData(context, fields);
   ListRecord record;
   record.name = NewName(context, request, record);
-  CheckName(record.name);
+  CheckName(context.kind, record.name);
   Fill(record, context, request);
   const auto parent = FindParent(context, fields);
   if (parent) CheckDepth(context, *parent, 1);
@@ -205,7 +205,7 @@ ListRecord Modify(const ListContext& context, const Request& request) {
 
   auto after = *before;
   after.name = NewName(context, request, *before);
-  CheckName(after.name);
+  CheckName(context.kind, after.name);
   Fill(after, context, request);
   const auto parent = NewParent(context, fields, *before);
   CheckType(context, after, parent);

@@ -11,15 +11,16 @@ std::span<const messages::Element> RowsInside(std::span<const messages::Element>
   return row == nullptr ? std::span<const messages::Element>{} : row->Children();
 }
 
+Date EndOfDay(Date day) { return day.PlusDays(1).PlusMilliseconds(-Date::kSecond); }
+
 std::optional<std::int64_t> ReadTime(pugi::xml_node parent, std::string_view name, Bound bound,
                                      const ClockReading& clock) {
   const auto text = ChildText(parent, name);
   const auto time = messages::ParseDateTime(text);
   if (!time) return std::nullopt;
   auto local = time->local;
-  if (bound == Bound::Upper && messages::ParseDateText(text))
-    local = local.PlusDays(1).PlusMilliseconds(-Date::kSecond);
-  return FromStandardTime(local, clock);
+  if (bound == Bound::Upper && messages::ParseDateText(text)) local = EndOfDay(local);
+  return FromWallClock(local, bound == Bound::Lower ? Occurrence::First : Occurrence::Last, clock);
 }
 
 std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query) {
@@ -28,7 +29,7 @@ std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query) {
   std::int64_t count = 0;
   const auto digits = text.substr(text.starts_with('+') ? 1 : 0);
   std::from_chars(digits.data(), digits.data() + digits.size(), count);
-  return std::max<std::int64_t>(count, 0);
+  return count;
 }
 
 }  // namespace twqb::company

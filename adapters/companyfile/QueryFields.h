@@ -29,13 +29,17 @@ std::optional<Enumeration> ReadEnumeration(pugi::xml_node parent, std::span<cons
 [[nodiscard]] std::span<const messages::Element> RowsInside(std::span<const messages::Element> rows,
                                                             std::string_view name);
 
-// Unix seconds. Standard time whatever its offset says, as all that QuickBooks writes is. A date alone means the day as
-// a whole, so its end where the time is an upper bound. Nothing when the element is not there.
+// The last second of a day that is given at its midnight.
+[[nodiscard]] Date EndOfDay(Date day);
+
+// Unix seconds. The wall clock whatever its offset says, as all that QuickBooks writes is; of an hour that the clock
+// shows twice, the bounds take in both. A date alone means the day as a whole, so its end where the time is an upper
+// bound. Nothing when the element is not there.
 enum class Bound : std::uint8_t { Lower, Upper };
 [[nodiscard]] std::optional<std::int64_t> ReadTime(pugi::xml_node parent, std::string_view name, Bound bound,
                                                    const ClockReading& clock);
 
-// Never below 0; nothing when the query does not limit its answer.
+// Nothing when the query does not limit its answer.
 [[nodiscard]] std::optional<std::int64_t> ReadMaxReturned(pugi::xml_node query);
 
 }  // namespace twqb::company

@@ -224,8 +224,10 @@ void StoreElement(std::string& body, pugi::xml_node given, const Element& row, C
       if (const auto found = FindReferenced(store, given, referrer)) AppendLeaf(body, "ListID", found->record.listId);
       return;
     }
+    // A line is told by its own name.
+    const auto line = row.name.ends_with("Line") ? SpokenName(row.name) : std::string(referrer);
     ForEachElement(given, row.Children(), [&](pugi::xml_node element, const Element& child) {
-      StoreElement(body, element, child, store, referrer);
+      StoreElement(body, element, child, store, line);
     });
   });
 }

@@ -6,9 +6,13 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/Forms.h"
 #include "adapters/companyfile/ListRequests.h"
+#include "adapters/companyfile/MessageSetMemory.h"
+#include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
@@ -28,7 +32,8 @@ enum class Verb : std::uint8_t {
   Query,
   DeleteListRecord,
   DeleteTxn,
-  DisplayTxn
+  DisplayTxn,
+  None,  // published, but not carried out here
 };
 
 struct Operation {
@@ -37,7 +42,7 @@ struct Operation {
   const TxnKind* txnKind = nullptr;  // of a request for transactions
   [[nodiscard]] bool Writes() const {
     return verb != Verb::QueryHost && verb != Verb::QuerySubscription && verb != Verb::Query &&
-           verb != Verb::DisplayTxn;
+           verb != Verb::DisplayTxn && verb != Verb::None;
   }
 };
 
@@ -49,8 +54,7 @@ constexpr std::array kTxnVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Query", 
 constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", Verb::Modify},
                                    VerbName{"Query", Verb::Query}};
 
-// Nothing for a message that is published but that this file does not carry out.
-std::optional<Operation> FindOperation(const messages::Message& message) {
+Operation FindOperation(const messages::Message& message) {
   if (message.name == "HostQuery") return Operation{Verb::QueryHost};
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
   if (message.set == messages::MessageSet::Subscription) return Operation{Verb::ChangeSubscription};
@@ -68,7 +72,11 @@ std::optional<Operation> FindOperation(const messages::Message& message) {
     const auto* verb = std::ranges::find(kListVerbs, rest, &VerbName::name);
     if (verb != kListVerbs.end()) return Operation{verb->verb, &kind};
   }
-  return std::nullopt;
+  return Operation{Verb::None};
+}
+
+Operation FindOperation(const Request& request) {
+  return request.message == nullptr ? Operation{Verb::None} : FindOperation(*request.message);
 }
 
 bool Accepts(const CompanyOptions& options, Country country) {
@@ -85,48 +93,66 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
   return Accepts(options, country) || (country == Country::US && Accepts(options, Country::AU));
 }
 
+std::string Enveloped(const RequestSet& set, const SetAnswer& answer) {
+  const auto setName = SetName(set.Kind()) + "Rs";
+  std::string text = "<?xml version=\"1.0\" ?>";
+  AppendOpenTag(text, "QBXML");
+  text.append("<").append(setName);
+  if (!answer.newId.empty()) AppendAttribute(text, "newMessageSetID", answer.newId);
+  if (answer.code) AppendAttribute(text, "messageSetStatusCode", std::to_string(*answer.code));
+  text.append(">").append(answer.elements);
+  AppendCloseTag(text, setName);
+  AppendCloseTag(text, "QBXML");
+  return text;
+}
+
 [[noreturn]] void RefuseForm(const RequestSet& set, std::string_view what) {
-  RefuseDocument(fmt::format("This company data file does not take {} in the message version \"{}\".", what,
-                             messages::FormTag(set.GetForm())));
+  RefuseVersion(
+      fmt::format("This company data file does not take {} in \"{}\".", what, messages::FormTag(set.GetForm())));
 }
 
 bool WritesAnything(const RequestSet& set) {
-  return std::ranges::any_of(set.Requests(), [](const Request& request) {
-    const auto operation = FindOperation(*request.message);
-    return operation && operation->Writes();
-  });
+  return std::ranges::any_of(set.Requests(), [](const Request& request) { return FindOperation(request).Writes(); });
 }
 
 }  // namespace
 
 std::string RequestProcessor::Process(std::string_view document, std::optional<messages::MessageSet> kind) {
-  const RequestSet set(document, kind);
+  const RequestSet set(document, kind, FormsOf(store_.Options().accepts));
   CheckRequests(set);
-
-  const auto setName = SetName(set.Kind()) + "Rs";
-  std::string answer = "<?xml version=\"1.0\" ?>";
-  AppendOpenTag(answer, "QBXML");
-  AppendOpenTag(answer, setName);
+  MessageSetMemory memory(store_, session_.application, set, machine_);
+  auto macros = session_.macros;
+  std::optional<SetAnswer> answer;
+  bool runs = false;
   {
     using Purpose = SqliteTransaction::Purpose;
-    auto transaction = store_.Begin(WritesAnything(set) ? Purpose::Write : Purpose::Read);
-    bool stopped = false;
-    for (const auto& request : set.Requests()) {
-      Response response(answer, request);
-      if (stopped) {
-        response.Answer(status::NotProcessed());
-      } else if (request.problem) {
-        response.Answer(status::OfProblem(*request.problem));
-      } else {
-        Carry(set.GetForm(), request, response);
-      }
-      stopped = stopped || (response.Failed() && set.GetOnError() == OnError::Stop);
-    }
+    const bool writes = WritesAnything(set) || set.Attributes().Any();
+    auto transaction = store_.Begin(writes ? Purpose::Write : Purpose::Read);
+    answer = memory.AnswerWithoutRunning();
+    runs = !answer;
+    if (runs) answer = memory.Finish(CarryOut(set, macros));
     transaction.Commit();
   }
-  AppendCloseTag(answer, setName);
-  AppendCloseTag(answer, "QBXML");
-  return answer;
+  if (runs) memory.RememberAfterwards(*answer);
+  session_.macros = std::move(macros);
+  return Enveloped(set, *answer);
+}
+
+std::string RequestProcessor::CarryOut(const RequestSet& set, Macros& macros) {
+  std::string answers;
+  bool stopped = false;
+  for (const auto& request : set.Requests()) {
+    Response response(answers, request);
+    if (stopped) {
+      response.Answer(status::NotProcessed());
+    } else if (request.refusal) {
+      response.Answer(*request.refusal);
+    } else {
+      Carry(set.GetForm(), request, macros, response);
+    }
+    stopped = stopped || (response.Failed() && set.GetOnError() == OnError::Stop);
+  }
+  return answers;
 }
 
 void RequestProcessor::CheckRequests(const RequestSet& set) const {
@@ -137,32 +163,40 @@ void RequestProcessor::CheckRequests(const RequestSet& set) const {
     RefuseForm(set, "an empty set");
   }
   for (const auto& request : set.Requests()) {
-    const auto operation = FindOperation(*request.message);
-    const bool isKnown = operation && (operation->verb != Verb::QueryHost || KnowsHostQuery());
-    if (!isKnown) RefuseDocument(fmt::format("The request {} is not known.", request.message->RequestName()));
-    if (!Accepts(store_.Options(), country, operation->verb)) RefuseForm(set, request.message->RequestName());
+    const auto verb = FindOperation(request).verb;
+    if (verb == Verb::QueryHost && !KnowsHostQuery()) {
+      RefuseDocument(fmt::format("The request {} is not known.", request.node.name()));
+    }
+    if (!Accepts(store_.Options(), country, verb)) RefuseForm(set, request.node.name());
   }
 }
 
 bool RequestProcessor::KnowsHostQuery() const { return store_.ReadConditions().hostQuery != HostAnswer::Unknown; }
 
-void RequestProcessor::Carry(const messages::Form& form, const Request& request, Response& response) {
-  const auto operation = FindOperation(*request.message);
-  if (operation->verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
+void RequestProcessor::Carry(const messages::Form& form, const Request& request, Macros& macros, Response& response) {
+  const auto operation = FindOperation(request);
+  if (operation.verb == Verb::None) return response.Answer(status::UnsupportedMessage(request.node.name()));
+  if (operation.verb == Verb::QueryHost) return QueryHost(store_, mode_, form, request, response);
 
+  try {
+    macros.Resolve(request.node);
+  } catch (const Refused& refused) {
+    return response.Answer(refused.status);
+  }
   const auto clock = ReadClock(machine_);
   if (request.message->set == messages::MessageSet::Subscription) {
     return CarrySubscription(store_, clock, request, response);
   }
-  if (operation->verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
-  if (operation->verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
-  if (operation->verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
-  if (operation->txnKind != nullptr) {
-    const TxnContext context{.store = store_, .kind = *operation->txnKind, .form = form, .clock = clock};
-    return operation->verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
+  if (operation.verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
+  if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
+  if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
+  if (operation.txnKind != nullptr) {
+    const TxnContext context{
+        .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};
+    return operation.verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
   }
-  const ListContext context{.store = store_, .kind = *operation->kind, .form = form, .clock = clock};
-  switch (operation->verb) {
+  const ListContext context{.store = store_, .kind = *operation.kind, .form = form, .clock = clock};
+  switch (operation.verb) {
     case Verb::Add:
       return AddRecord(context, request, response);
     case Verb::Modify:

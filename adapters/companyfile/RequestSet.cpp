@@ -3,10 +3,14 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <sstream>
 
+#include "adapters/companyfile/CompanyErrors.h"
 #include "adapters/companyfile/Forms.h"
+#include "adapters/companyfile/Macros.h"
+#include "adapters/companyfile/PublishedRequests.h"
+#include "adapters/companyfile/RequestChecks.h"
 #include "adapters/companyfile/SchemaWalk.h"
-#include "adapters/companyfile/WellFormedXml.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
@@ -14,6 +18,7 @@ namespace twqb::company {
 
 namespace {
 
+using messages::Country;
 using messages::MessageSet;
 
 // The published messages are a fourth of this deep. A document of a hundred thousand records stays well within the
@@ -21,6 +26,7 @@ using messages::MessageSet;
 constexpr XmlBounds kBounds = {.bytes = std::size_t{256} << 20U, .elements = 4'000'000, .depth = 32, .attributes = 16};
 constexpr std::size_t kMaxQuoted = 80;  // characters of a document in the text of its refusal
 constexpr std::string_view kRoot = "QBXML";
+constexpr std::string_view kRequestSuffix = "Rq";
 constexpr std::string_view kBlanks = " \t\r\n";
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(kBlanks) == std::string_view::npos; }
@@ -48,14 +54,26 @@ void JoinText(pugi::xml_node leaf) {
   leaf.append_child(pugi::node_pcdata).set_value(text.c_str());
 }
 
-void TidyContent(pugi::xml_node node) {
+// An element has no attributes beside those of macros, where its row (nullptr: it has none) knows them.
+void CheckAttributes(pugi::xml_node element, const messages::Element* row, const messages::Form& form) {
+  for (const auto attribute : element.attributes()) {
+    const std::string_view name = attribute.name();
+    const bool isKnown = row != nullptr && row->attribute == name && KnowsMacros(form);
+    const bool uses = name == kUsesMacro;
+    if (!isKnown || IsBlank(attribute.value()) || (uses && element.first_child())) {
+      RefuseDocument(fmt::format("The element {} has an attribute {}.", element.name(), name));
+    }
+    if (uses) element.text().set(kUnknownIdentity);
+  }
+}
+
+void TidyContent(pugi::xml_node node, std::span<const messages::Element> rows, const messages::Form& form) {
   for (auto child : node.children()) {
     if (!IsElement(child)) continue;
-    if (child.first_attribute()) {
-      RefuseDocument(fmt::format("The element {} has an attribute {}.", child.name(), child.first_attribute().name()));
-    }
+    const auto* row = FindRow(rows, child.name());
+    CheckAttributes(child, row, form);
     if (HasElements(child)) {
-      TidyContent(child);
+      TidyContent(child, row == nullptr ? std::span<const messages::Element>{} : row->Children(), form);
     } else {
       JoinText(child);
     }
@@ -93,9 +111,13 @@ std::string_view VersionTag(std::string_view text) {
   return text.substr(0, end);
 }
 
-// What a status of the request tells; everything else refuses the document.
-bool IsToldByStatus(messages::ProblemKind kind) {
-  return kind != messages::ProblemKind::UnexpectedElement && kind != messages::ProblemKind::MalformedValue;
+// The tag in the identifier of a published document type; empty for any other.
+std::string_view TagOfDocumentType(std::string_view publicId) {
+  constexpr std::string_view kBegin = "-//INTUIT//DTD QBXML QBD ";
+  constexpr std::string_view kEnd = "//EN";
+  if (!publicId.starts_with(kBegin) || !publicId.ends_with(kEnd)) return {};
+  publicId.remove_prefix(kBegin.size());
+  return publicId.substr(0, publicId.size() - std::min(publicId.size(), kEnd.size()));
 }
 
 }  // namespace
@@ -106,37 +128,53 @@ void RefuseDocument(std::string_view detail) {
   throw PlatformError(error::kParse, fmt::format("{} {}", ErrorText(error::kParse), detail));
 }
 
-RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind) {
-  if (const auto fault = FindXmlFault(document, kBounds)) RefuseDocument(*fault);
+void RefuseVersion(std::string_view detail) { Raise(kUnknownVersion, detail); }
+
+RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind, std::span<const Country> forms)
+    : text_(document) {
+  const auto scan = ScanXml(document, kBounds);
+  if (scan.fault) RefuseDocument(*scan.fault);
   constexpr unsigned kFlags = pugi::parse_minimal | pugi::parse_pi | pugi::parse_cdata | pugi::parse_escapes |
                               pugi::parse_eol | pugi::parse_wconv_attribute | pugi::parse_ws_pcdata_single;
   const auto parsed = document_.load_buffer(document.data(), document.size(), kFlags, pugi::encoding_utf8);
   if (!parsed) RefuseDocument(parsed.description());
-  ReadForm();
-  const auto set = ReadSet(kind);
-  for (const auto node : set.children()) {
+  ReadForm(scan.documentType, forms);
+  set_ = FindSet(kind);
+  ReadAttributes();
+  for (const auto node : set_.children()) {
     if (IsElement(node)) ReadRequest(node);
   }
 }
 
-void RequestSet::ReadForm() {
-  bool found = false;
+void RequestSet::ReadForm(const std::optional<DocumentType>& type, std::span<const Country> forms) {
+  std::optional<std::string_view> tag;
   for (const auto node : document_.children()) {
     if (IsElement(node)) break;
     if (node.type() != pugi::node_pi || node.name() != std::string_view("qbxml")) continue;
-    const auto tag = VersionTag(node.value());
-    const auto form = messages::FormFromTag(tag);
-    // The tag has one spelling: neither "us3.0" nor "03.0".
-    if (found || !form || messages::FormTag(*form) != tag || !IsPublished(*form)) {
-      RefuseDocument(fmt::format("The message version \"{}\" is not known.", tag));
-    }
-    form_ = *form;
-    found = true;
+    if (tag) RefuseDocument("There is more than one line with the message version.");
+    tag = VersionTag(node.value());
   }
-  if (!found) RefuseDocument("The line with the message version is missing.");
+  if (type) {
+    const auto named = TagOfDocumentType(type->publicId);
+    if (type->root != kRoot || !IsFormTag(named)) RefuseDocument("The document type is not one of the published ones.");
+    // The first documents had no line with the version: the document type said it.
+    if (!tag) tag = named;
+  }
+  if (!tag) RefuseDocument("The line with the message version is missing.");
+  if (!IsFormTag(*tag)) RefuseDocument(fmt::format("The message version \"{}\" is none.", Left(*tag, kMaxQuoted)));
+
+  const auto form = messages::FormFromTag(*tag);
+  // The American form goes without its country.
+  if (!form || messages::FormTag(*form) != *tag || !IsPublished(*form)) {
+    RefuseVersion(fmt::format("Requested: \"{}\".", *tag));
+  }
+  if (std::ranges::find(forms, form->country) == forms.end()) {
+    RefuseVersion(fmt::format("This company data file does not take \"{}\".", *tag));
+  }
+  form_ = *form;
 }
 
-pugi::xml_node RequestSet::ReadSet(std::optional<MessageSet> kind) {
+pugi::xml_node RequestSet::FindSet(std::optional<MessageSet> kind) {
   const auto root = document_.document_element();
   const auto set = root.find_child(IsElement);
   const bool subscriptions = set.name() == SetName(MessageSet::Subscription) + "Rq";
@@ -149,46 +187,97 @@ pugi::xml_node RequestSet::ReadSet(std::optional<MessageSet> kind) {
   }
   RefuseStrayText(root);
   RefuseStrayText(set);
-
-  // Subscriptions need not say it: they are carried out one by one, whatever the others come to.
-  bool found = kind_ == MessageSet::Subscription;
-  if (found) onError_ = OnError::Continue;
-  for (const auto attribute : set.attributes()) {
-    const std::string_view value = attribute.value();
-    if (attribute.name() != std::string_view("onError") || (value != "stopOnError" && value != "continueOnError")) {
-      RefuseDocument(fmt::format("{}=\"{}\" is not known on {}.", attribute.name(), value, expected));
-    }
-    onError_ = value == "continueOnError" ? OnError::Continue : OnError::Stop;
-    found = true;
-  }
-  if (!found) RefuseDocument("The attribute onError is missing.");
   return set;
 }
 
+void RequestSet::ReadAttributes() {
+  const bool isCompany = kind_ == MessageSet::Company;
+  // Subscriptions need not say it: they are carried out one by one, whatever the others come to.
+  bool found = !isCompany;
+  if (found) onError_ = OnError::Continue;
+  for (const auto attribute : set_.attributes()) {
+    const std::string_view name = attribute.name();
+    const std::string_view value = attribute.value();
+    if (name == "onError" && value == "rollbackOnError") Raise(kNoRollback);
+    if (name == "onError" && (value == "stopOnError" || value == "continueOnError")) {
+      onError_ = value == "continueOnError" ? OnError::Continue : OnError::Stop;
+      found = true;
+    } else if (isCompany && name == "newMessageSetID") {
+      attributes_.newId = value;
+    } else if (isCompany && name == "oldMessageSetID") {
+      attributes_.oldId = value;
+    } else if (isCompany && name == "responseData" && (value == "includeAll" || value == "includeNone")) {
+      attributes_.data = value == "includeNone" ? ResponseData::IncludeNone : ResponseData::IncludeAll;
+    } else {
+      RefuseDocument(fmt::format("{}=\"{}\" is not known on {}.", name, Left(value, kMaxQuoted), set_.name()));
+    }
+  }
+  if (!found) RefuseDocument("The attribute onError is missing.");
+}
+
+std::string_view RequestSet::ContentText() const {
+  auto text = text_.substr(static_cast<std::size_t>(set_.offset_debug()));
+  // The end of the start tag: no attribute that the set can have needs a ">" in its value, but it may hold one.
+  char quote = 0;
+  std::size_t end = 0;
+  for (; end < text.size() && (quote != 0 || text[end] != '>'); ++end) {
+    if (quote != 0) {
+      if (text[end] == quote) quote = 0;
+    } else if (text[end] == '"' || text[end] == '\'') {
+      quote = text[end];
+    }
+  }
+  if (end > 0 && text[end - 1] == '/') return {};
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return text.substr(0, text.rfind(std::string("</").append(set_.name())));
+}
+
+std::string RequestSet::ParsedContent() const {
+  std::ostringstream content;
+  for (const auto node : set_.children()) node.print(content, "", pugi::format_raw);
+  return content.str();
+}
+
 void RequestSet::ReadRequest(pugi::xml_node node) {
-  const std::string_view name = node.name();
-  const auto* message = messages::FindMessage(name);
-  if (message == nullptr || !name.ends_with("Rq") || message->set != kind_ || !message->KnownIn(form_)) {
-    RefuseDocument(fmt::format("The request {} is not known.", name));
+  const std::string_view element = node.name();
+  const auto* message = messages::FindMessage(element);
+  const bool isKnown = message != nullptr && element.ends_with(kRequestSuffix) && message->set == kind_;
+  const bool isKept = isKnown && message->KnownIn(form_);
+  if (!isKept && (isKnown || kind_ != MessageSet::Company || !IsRequestOfOtherRecords(element))) {
+    RefuseDocument(fmt::format("The request {} is not known.", element));
   }
   for (const auto attribute : node.attributes()) {
     if (attribute.name() != std::string_view("requestID")) {
-      RefuseDocument(fmt::format("The attribute {} is not known on {}.", attribute.name(), name));
+      RefuseDocument(fmt::format("The attribute {} is not known on {}.", attribute.name(), element));
     }
   }
-  TidyContent(node);
-  Request request{.message = message, .node = node, .problem = {}};
-  for (auto& problem : messages::Validate(node, message->request, form_)) {
-    if (!IsToldByStatus(problem.kind)) {
-      RefuseDocument(problem.value.empty()
-                         ? fmt::format("The element {} in {} is not expected or has no value.", problem.field, name)
-                         : fmt::format("The value \"{}\" of {} in {} is not valid.", Left(problem.value, kMaxQuoted),
-                                       problem.field, name));
-    }
-    if (!request.problem) request.problem = std::move(problem);
+  Request request{.name = element.substr(0, element.size() - kRequestSuffix.size()),
+                  .message = isKept ? message : nullptr,
+                  .node = node,
+                  .refusal = CheckRequestId(node)};
+  if (isKept) {
+    CheckContent(request);
+  } else if (!request.refusal) {
+    request.refusal = status::UnsupportedMessage(element);
   }
-  RefuseTextInAggregates(node, message->request);
   requests_.push_back(std::move(request));
+}
+
+void RequestSet::CheckContent(Request& request) const {
+  const auto& message = *request.message;
+  TidyContent(request.node, message.request, form_);
+  for (auto& problem : messages::Validate(request.node, message.request, form_)) {
+    if (!IsToldByStatus(problem)) {
+      RefuseDocument(
+          problem.value.empty()
+              ? fmt::format("The element {} in {} is not expected or has no value.", problem.field, request.node.name())
+              : fmt::format("The value \"{}\" of {} in {} is not valid.", Left(problem.value, kMaxQuoted),
+                            problem.field, request.node.name()));
+    }
+    if (!request.refusal) request.refusal = status::OfProblem(problem);
+  }
+  RefuseTextInAggregates(request.node, message.request);
+  if (!request.refusal) request.refusal = CheckConditions(request.node, message);
 }
 
 }  // namespace twqb::company

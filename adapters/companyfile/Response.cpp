@@ -6,7 +6,7 @@ namespace twqb::company {
 
 void Response::Begin(const Status& status) {
   constexpr const char* kRequestId = "requestID";
-  out_.append("<").append(request_.message->ResponseName());
+  out_.append("<").append(name_);
   if (const auto id = request_.node.attribute(kRequestId)) AppendAttribute(out_, kRequestId, id.value());
   AppendAttribute(out_, "statusCode", std::to_string(status.code));
   AppendAttribute(out_, "statusSeverity", Severity(status));
@@ -16,7 +16,7 @@ void Response::Begin(const Status& status) {
   failed_ = IsError(status);
 }
 
-void Response::End() { AppendCloseTag(out_, request_.message->ResponseName()); }
+void Response::End() { AppendCloseTag(out_, name_); }
 
 void Response::Answer(const Status& status) {
   Begin(status);

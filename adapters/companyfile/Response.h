@@ -11,7 +11,8 @@ namespace twqb::company {
 class Response {
  public:
   // Writes to `out`, which it shares with the other answers of the set.
-  Response(std::string& out, const Request& request) : out_(out), request_(request) {}
+  Response(std::string& out, const Request& request)
+      : out_(out), request_(request), name_(std::string(request.name).append("Rs")) {}
 
   // Writes the status. Called once, before any content.
   void Begin(const Status& status);
@@ -28,6 +29,7 @@ class Response {
  private:
   std::string& out_;
   const Request& request_;
+  std::string name_;
   bool begun_ = false;
   bool failed_ = false;
 };

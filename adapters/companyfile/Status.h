@@ -9,10 +9,14 @@
 
 namespace twqb::company {
 
+// Between two sentences of a message stand two blanks, as QuickBooks writes them.
 struct Status {
   int code = 0;
   std::string message = "Status OK";
 };
+
+// An element as a message says it: "InvoiceLine" is an "invoice line", "ListID" a "list id".
+[[nodiscard]] std::string SpokenName(std::string_view element);
 
 // "Info" up to 499, "Warn" up to 999, "Error" above.
 [[nodiscard]] std::string_view Severity(const Status& status);
@@ -24,8 +28,15 @@ namespace status {
 [[nodiscard]] Status NothingFound();
 // 500: a query by identifier or name, of which `value` is not there.
 [[nodiscard]] Status QueryIncomplete(std::string_view value);
+// 1030: a request that is published, about records that company files here do not keep.
+[[nodiscard]] Status UnsupportedMessage(std::string_view request);
+// 1060
+[[nodiscard]] Status RequestIdTooLong(std::string_view id);
+// 3030, 3031: nothing lies between the two.
+[[nodiscard]] Status ReversedDates(std::string_view from, std::string_view to);
+[[nodiscard]] Status ReversedNames(std::string_view from, std::string_view to);
 // 3090
-[[nodiscard]] Status ColonInName(std::string_view name);
+[[nodiscard]] Status ColonInName(std::string_view name, std::string_view kind);
 // 3100
 [[nodiscard]] Status NameInUse(std::string_view name);
 // 3120
@@ -62,11 +73,15 @@ namespace status {
 [[nodiscard]] Status PersonalDataWithheld(std::string_view field);
 // 3310: time of an employee of whom it is not known whether time makes the paycheck.
 [[nodiscard]] Status TimeForPaychecksUnknown(std::string_view employee);
-// 3000, 3040, 3070 or 3150, by the kind of problem. Not for problems that refuse the whole document.
+// 9100: a macro that nothing has defined; 9101: one that something has defined already.
+[[nodiscard]] Status MacroUnknown(std::string_view macro);
+[[nodiscard]] Status MacroTaken(std::string_view macro);
+// By the kind of problem and, of a value, by its type: 3000, 3010, 3020, 3035, 3040, 3045, 3050, 3060, 3070 or 3150.
+// Not for problems that refuse the whole document.
 [[nodiscard]] Status OfProblem(const messages::Problem& problem);
 
 }  // namespace status
 
-inline constexpr std::string_view kNoSuchRecord = "Invalid argument. The specified record does not exist in the list.";
+inline constexpr std::string_view kNoSuchRecord = "Invalid argument.  The specified record does not exist in the list.";
 
 }  // namespace twqb::company

@@ -66,6 +66,14 @@ std::string Decimal::Text() const {
   return text;
 }
 
+std::string Decimal::TextToCents() const {
+  constexpr std::size_t kCents = 2;
+  auto text = Text();
+  if (text.find('.') == std::string::npos) text += '.';
+  const auto decimals = text.size() - text.find('.') - 1;
+  return text.append(kCents - std::min(kCents, decimals), '0');
+}
+
 std::optional<Currency> AmountOf(Decimal quantity, Decimal rate) {
   constexpr Wide kUnitsPerCent = Wide{Decimal::kScale} * Decimal::kScale / 100;
   return FromCents(DivideRounded(Wide{quantity.Units()} * rate.Units(), kUnitsPerCent));

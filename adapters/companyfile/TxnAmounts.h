@@ -25,6 +25,8 @@ class Decimal {
   [[nodiscard]] constexpr std::int64_t Units() const { return units_; }
   // Without trailing zeros: "12.5".
   [[nodiscard]] std::string Text() const;
+  // With two decimals at least: "12.50".
+  [[nodiscard]] std::string TextToCents() const;
 
   friend constexpr auto operator<=>(const Decimal&, const Decimal&) = default;
 

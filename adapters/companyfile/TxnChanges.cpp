@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "adapters/companyfile/RecordText.h"
+#include "adapters/companyfile/RefNumbers.h"
 #include "adapters/companyfile/References.h"
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
@@ -24,6 +25,7 @@ namespace {
 
 using messages::Element;
 
+constexpr std::string_view kRefNumber = "RefNumber";
 constexpr std::string_view kPositive = "The amount of a transaction must not be negative.";
 constexpr std::string_view kBlank = "A transaction without lines cannot be recorded.";
 
@@ -83,7 +85,7 @@ class NewTxn {
   void CheckConditions() {
     const auto date = ChildText(fields_, "TxnDate");
     txn_.date = messages::DateText(messages::ParseDateText(date).value_or(context_.clock.today));
-    txn_.refNumber = ChildText(fields_, "RefNumber");
+    txn_.refNumber = ChildText(fields_, kRefNumber);
     CheckBooks(context_.store.ReadConditions(), txn_.date);
   }
 
@@ -183,7 +185,7 @@ class NewTxn {
     const bool taxable = !customerCode || IsTaxable(context_.store, customerCode);
     const auto percent = taxable ? ReadDecimal(body, "TaxRate").value_or(Decimal{}) : Decimal{};
     const auto tax = PercentOf(lines_.Taxable(), percent).value_or(Currency{});
-    SetLeaf(header_, "SalesTaxPercentage", percent.Text());
+    SetLeaf(header_, "SalesTaxPercentage", percent.TextToCents());
     SetLeaf(header_, "SalesTaxTotal", MoneyText(tax));
     return tax;
   }
@@ -206,6 +208,7 @@ class NewTxn {
     });
     txn_.lines = lines_.Store();
 
+    NumberReference();
     const auto now = context_.clock.now;
     txn_.txnId = context_.store.NewTxnId(now);
     TxnLines::Number(txn_.lines, [&] { return context_.store.NewTxnId(now); });
@@ -213,6 +216,14 @@ class NewTxn {
     txn_.created = txn_.modified = txn_.editSequence = now;
     txns_.Insert(txn_);
     NoteUses();
+  }
+
+  // A number that is left out is the one behind the last that was given; one that is given empty stays so.
+  void NumberReference() {
+    const auto sequence = context_.kind.numbers;
+    if (sequence.empty()) return;
+    if (!ChildElement(fields_, kRefNumber)) txn_.refNumber = NextRefNumber(txns_.LastRefNumber(sequence));
+    if (!txn_.refNumber.empty()) txns_.NoteRefNumber(sequence, txn_.refNumber);
   }
 
   void NoteUses() {
@@ -282,7 +293,9 @@ void AddTxn(const TxnContext& context, const Request& request, Response& respons
       context.store, response,
       [&] {
         RequireFeature(context);
-        return NewTxn(context, request).Enter();
+        auto txn = NewTxn(context, request).Enter();
+        context.macros.Define(ChildElement(request.node, request.message->name), txn.txnId);
+        return txn;
       },
       [&](const TxnRecord& txn) {
         TxnStore txns(context.store.Database());

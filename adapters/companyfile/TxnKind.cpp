@@ -26,6 +26,9 @@ constexpr FieldDefault kCreditMemoDefaults[] = {{"IsPending", "false"}, {"IsToBe
 constexpr FieldDefault kEstimateDefaults[] = {{"IsActive", "true"}};
 constexpr FieldDefault kCheckDefaults[] = {{"IsToBePrinted", "false"}};
 
+// Invoices and credit memos are numbered together.
+constexpr std::string_view kSalesNumbers = "sales";
+
 constexpr TxnKind kTxnKinds[] = {
     {.name = "TimeTracking",
      .entity = "EntityRef",
@@ -40,7 +43,8 @@ constexpr TxnKind kTxnKinds[] = {
      .settlement = Settlement::Charge,
      .entityBalance = BalanceEffect::Raises,
      .accountBalance = BalanceEffect::Raises,
-     .defaults = kInvoiceDefaults},
+     .defaults = kInvoiceDefaults,
+     .numbers = kSalesNumbers},
     {.name = "CreditMemo",
      .entity = "CustomerRef",
      .account = "ARAccountRef",
@@ -49,12 +53,14 @@ constexpr TxnKind kTxnKinds[] = {
      .settlement = Settlement::Credit,
      .entityBalance = BalanceEffect::Lowers,
      .accountBalance = BalanceEffect::Lowers,
-     .defaults = kCreditMemoDefaults},
+     .defaults = kCreditMemoDefaults,
+     .numbers = kSalesNumbers},
     {.name = "Estimate",
      .entity = "CustomerRef",
      .account = {},
      .lines = kEstimateLines,
-     .defaults = kEstimateDefaults},
+     .defaults = kEstimateDefaults,
+     .numbers = "estimates"},
     {.name = "ReceivePayment",
      .entity = "CustomerRef",
      .account = "ARAccountRef",

@@ -55,6 +55,7 @@ struct TxnKind {
   BalanceEffect accountBalance = BalanceEffect::None;
   ZeroTotal zeroTotal = ZeroTotal::Taken;
   std::span<const FieldDefault> defaults = {};
+  std::string_view numbers = {};  // the sequence of its reference numbers; empty: QuickBooks gives it none
   Feature CompanyConditions::*feature = nullptr;  // that has to be enabled for it
 };
 

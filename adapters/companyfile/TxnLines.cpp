@@ -8,6 +8,7 @@
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
 #include "messages/ValueFormat.h"
+#include "platform/PlatformError.h"
 
 namespace twqb::company {
 
@@ -56,16 +57,6 @@ std::optional<Currency> ReadMoney(pugi::xml_node parent, const char* name) {
 }
 
 }  // namespace
-
-std::string SpokenName(std::string_view element) {
-  std::string spoken;
-  for (const char c : element) {
-    const bool upper = c >= 'A' && c <= 'Z';
-    if (upper && !spoken.empty()) spoken += ' ';
-    spoken += upper ? static_cast<char>(c + ('a' - 'A')) : c;
-  }
-  return spoken;
-}
 
 bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef) {
   const auto code = FindReferenced(store, taxCodeRef, {});
@@ -219,7 +210,9 @@ void TxnLines::ReadGroupLine(pugi::xml_node given, const TxnLineKind& kind) {
     SetLeaf(line, "IsPrintItemsInGroup", messages::BoolText(print));
   }
   Currency total;
-  const auto& memberRow = RowOf(*std::ranges::find(context_.kind.lines, LineRole::Item, &TxnLineKind::role));
+  const auto members = std::ranges::find(context_.kind.lines, LineRole::Item, &TxnLineKind::role);
+  if (members == context_.kind.lines.end()) throw PlatformError(error::kNameUnknown);  // groups without items
+  const auto& memberRow = RowOf(*members);
   for (const auto part : body.children("ItemGroupLine")) {
     const auto member = Copy(line, part, memberRow, referrer);
     const auto item = ReadItem(ChildElement(member, "ItemRef"), referrer);

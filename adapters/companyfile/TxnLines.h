@@ -14,8 +14,6 @@
 
 namespace twqb::company {
 
-// The name of an element as a message says it: "InvoiceLine" is an "invoice line".
-[[nodiscard]] std::string SpokenName(std::string_view element);
 // Whether a tax code makes what carries it taxable; without one it is not.
 [[nodiscard]] bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef);
 // Sets the text of the element of that name in `parent`; the element is made where it is missing.

@@ -6,6 +6,7 @@
 
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/CompanyStore.h"
+#include "adapters/companyfile/Macros.h"
 #include "adapters/companyfile/Response.h"
 #include "adapters/companyfile/TxnKind.h"
 #include "messages/Schema.h"
@@ -18,6 +19,7 @@ struct TxnContext {
   const TxnKind& kind;
   const messages::Form& form;
   const ClockReading& clock;
+  Macros& macros;
 };
 
 // Throws Refused with 3250 while the feature that the kind belongs to is not enabled.

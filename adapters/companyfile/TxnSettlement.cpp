@@ -13,6 +13,11 @@ namespace twqb::company {
 
 namespace {
 
+// The fields as messages call them.
+constexpr std::string_view kPaymentAmount = "AppliedToTxnAdd payment amount";
+constexpr std::string_view kDiscountAmount = "AppliedToTxnAdd discount amount";
+constexpr std::string_view kAppliedAmount = "SetCredit applied amount";
+
 constexpr std::string_view kTooMuchForCharge = "You cannot pay more than the amount due.";
 constexpr std::string_view kTooMuchForPayment = "You cannot apply more than the amount of the payment.";
 constexpr std::string_view kTooMuchForCredit = "You cannot use more than is left of the credit.";
@@ -48,15 +53,15 @@ void TxnSettlement::Plan(pugi::xml_node fields, std::optional<Currency> total) {
     if (used_ != before) last = used_ - before;
   }
   if (!total) total_ = used_;
-  if (used_ > total_) Refuse(status::InvalidValue("payment amount", MoneyText(last), kTooMuchForPayment));
+  if (used_ > total_) Refuse(status::InvalidValue(kPaymentAmount, MoneyText(last), kTooMuchForPayment));
   if (messages::ParseBool(ChildText(fields, "IsAutoApply")).value_or(false)) PlanOldest();
 }
 
 void TxnSettlement::PlanNamed(pugi::xml_node entry) {
   const std::string targetId(ChildText(entry, "TxnID"));
   auto& target = Touch(targetId, Settlement::Charge);
-  const auto payment = ReadPart(entry, "PaymentAmount", "payment amount");
-  const auto discount = ReadPart(entry, "DiscountAmount", "discount amount");
+  const auto payment = ReadPart(entry, "PaymentAmount", kPaymentAmount);
+  const auto discount = ReadPart(entry, "DiscountAmount", kDiscountAmount);
   const auto credits = entry.child("SetCredit");
   if (!payment && !discount && !credits) Refuse(status::MissingElement("PaymentAmount"));
 
@@ -67,11 +72,11 @@ void TxnSettlement::PlanNamed(pugi::xml_node entry) {
                    .discount = discount.value_or(Currency{}),
                    .discountAccountId = {}};
   if (step.amount > target.open) {
-    Refuse(status::InvalidValue("payment amount", MoneyText(step.amount), kTooMuchForCharge));
+    Refuse(status::InvalidValue(kPaymentAmount, MoneyText(step.amount), kTooMuchForCharge));
   }
   target.open = target.open - step.amount;
   if (step.discount > target.open) {
-    Refuse(status::InvalidValue("discount amount", MoneyText(step.discount), kTooMuchForCharge));
+    Refuse(status::InvalidValue(kDiscountAmount, MoneyText(step.discount), kTooMuchForCharge));
   }
   target.open = target.open - step.discount;
   const auto account =
@@ -86,9 +91,9 @@ void TxnSettlement::PlanNamed(pugi::xml_node entry) {
 void TxnSettlement::PlanCredit(pugi::xml_node entry, TxnRecord& target, const std::string& targetId) {
   const std::string creditId(ChildText(entry, "CreditTxnID"));
   auto& credit = Touch(creditId, Settlement::Credit);
-  const auto amount = ReadPart(entry, "AppliedAmount", "applied amount").value_or(Currency{});
-  if (amount > credit.open) Refuse(status::InvalidValue("applied amount", MoneyText(amount), kTooMuchForCredit));
-  if (amount > target.open) Refuse(status::InvalidValue("applied amount", MoneyText(amount), kTooMuchForCharge));
+  const auto amount = ReadPart(entry, "AppliedAmount", kAppliedAmount).value_or(Currency{});
+  if (amount > credit.open) Refuse(status::InvalidValue(kAppliedAmount, MoneyText(amount), kTooMuchForCredit));
+  if (amount > target.open) Refuse(status::InvalidValue(kAppliedAmount, MoneyText(amount), kTooMuchForCharge));
   credit.open = credit.open - amount;
   target.open = target.open - amount;
   steps_.push_back({.paymentId = {},

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "adapters/companyfile/CompanyErrors.h"
+#include "adapters/companyfile/RefNumbers.h"
 #include "platform/Text.h"
 
 namespace twqb::company {
@@ -66,26 +67,6 @@ std::vector<Application> ReadApplications(SqliteRows rows) {
                             .discountAccountId = rows.Text(5)});
   }
   return applications;
-}
-
-// How reference numbers lie in a range: "9" before "10", "A9" before "A10".
-std::string RefOrderKey(std::string_view refNumber) {
-  constexpr std::size_t kWidth = 20;
-  const auto key = FoldCase(refNumber);
-  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  std::string order;
-  for (auto at = key.begin(); at != key.end();) {
-    const auto end = std::find_if_not(at, key.end(), isDigit);
-    const auto length = static_cast<std::size_t>(end - at);
-    if (length == 0) {
-      order += *at++;
-      continue;
-    }
-    if (length < kWidth) order.append(kWidth - length, '0');
-    order.append(at, end);
-    at = end;
-  }
-  return order;
 }
 
 // Identifiers as the text that the engine takes apart again; nothing in them needs escaping.
@@ -160,6 +141,26 @@ class TxnStatement {
 };
 
 }  // namespace
+
+std::string TxnStore::LastRefNumber(std::string_view sequence) {
+  auto rows = database_.Query("SELECT last FROM ref_number WHERE sequence = ?", {sequence});
+  return rows.Next() ? rows.Text(0) : std::string{};
+}
+
+void TxnStore::NoteRefNumber(std::string_view sequence, std::string_view refNumber) {
+  database_.Execute("INSERT OR REPLACE INTO ref_number VALUES (?, ?)", {sequence, refNumber});
+}
+
+Currency TxnStore::OpenCredit(std::string_view entityId) {
+  Currency credit;
+  for (const auto& kind : TxnKinds()) {
+    if (kind.settlement != Settlement::Credit) continue;
+    auto rows = database_.Query("SELECT sum(open) FROM txn WHERE entity_id = ? AND kind = ? AND open <> 0 AND posted",
+                                {entityId, kind.name});
+    if (rows.Next()) credit = credit + Currency::FromTenThousandths(rows.Integer(0));
+  }
+  return credit;
+}
 
 std::int64_t TxnStore::NewNumber() {
   auto rows = database_.Query("UPDATE counter SET next = next + 1 WHERE name = 'txn_number' RETURNING next - 1");

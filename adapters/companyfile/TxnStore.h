@@ -117,8 +117,23 @@ CREATE INDEX application_target ON application (target_id);
 INSERT INTO counter VALUES ('txn_number', 1);
 )";
 
+  // What a file lacks whose tables are those above, with the numbers that were given in it.
+  static constexpr std::string_view kRefNumberSchema = R"(
+CREATE TABLE ref_number (sequence TEXT PRIMARY KEY, last TEXT NOT NULL) WITHOUT ROWID;
+INSERT INTO ref_number SELECT 'sales', ref_number FROM txn WHERE kind IN ('Invoice', 'CreditMemo') AND ref_number <> ''
+  ORDER BY number DESC LIMIT 1;
+INSERT INTO ref_number SELECT 'estimates', ref_number FROM txn WHERE kind = 'Estimate' AND ref_number <> ''
+  ORDER BY number DESC LIMIT 1;
+)";
+
   // `database` must outlive the store.
   explicit TxnStore(SqliteDatabase& database) : database_(database) {}
+
+  // The reference number that was last given in a sequence; empty when there is none.
+  [[nodiscard]] std::string LastRefNumber(std::string_view sequence);
+  void NoteRefNumber(std::string_view sequence, std::string_view refNumber);
+  // What is open of the credits of an entity, without what stands below it.
+  [[nodiscard]] Currency OpenCredit(std::string_view entityId);
 
   // The number of the next entry.
   [[nodiscard]] std::int64_t NewNumber();

@@ -81,6 +81,7 @@ void TxnWriter::Append(std::string& out, const TxnRecord& txn) {
 }
 
 void TxnWriter::AppendField(std::string& out, const TxnRecord& txn, const Element& row) {
+  if (row.name == "UnusedCredits") return AppendLeaf(out, row.name, MoneyText(txns_.OpenCredit(txn.entityId)));
   if (row.name == "LinkedTxn") return AppendLinks(out, txn, row);
   if (const auto* column = FindColumn(row.name)) return AppendLeaf(out, row.name, column->text(txn, context_.clock));
   if (const auto element = ChildElement(body_, row.name)) {

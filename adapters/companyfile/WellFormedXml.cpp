@@ -18,6 +18,9 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kWhiteSpace = " \t\r\n";
 constexpr std::array<std::string_view, 5> kEntities = {"lt", "gt", "amp", "quot", "apos"};
 
+constexpr const char* kForeignType =
+    "Document type declarations are not accepted unless they name a published type alone.";
+
 struct Fault {
   std::string text;
 };
@@ -41,6 +44,8 @@ bool IsXmlCharacter(std::uint32_t c) {
 class Scanner {
  public:
   Scanner(std::string_view text, const XmlBounds& bounds) : text_(text), bounds_(bounds) {}
+
+  [[nodiscard]] const std::optional<DocumentType>& Type() const { return documentType_; }
 
   void ScanDocument() {
     if (text_.size() > bounds_.bytes) Fail(fmt::format("The text has more than {} bytes.", bounds_.bytes));
@@ -109,8 +114,10 @@ class Scanner {
     } else if (Skip("<![CDATA[")) {
       if (open_.empty()) Fail("There is text outside the root element.");
       static_cast<void>(TakeUpTo("]]>", "A CDATA section"));
+    } else if (Skip("<!DOCTYPE")) {
+      ScanDocumentType();
     } else if (text_.substr(at_).starts_with("<!")) {
-      Fail("Document type declarations are not accepted.");
+      Fail("Declarations are not accepted.");
     } else if (Skip("<?")) {
       const auto name = ScanName();
       if (SameName(name, "xml")) Fail("The XML declaration does not stand at the beginning.");
@@ -140,6 +147,28 @@ class Scanner {
     open_.push_back(name);
   }
 
+  // <!DOCTYPE name PUBLIC "identifier" "address">, in front of the root.
+  void ScanDocumentType() {
+    if (rootSeen_ || documentType_) Fail("The document type is declared where none can be.");
+    DocumentType type;
+    RequireWhiteSpace();
+    type.root = ScanName();
+    RequireWhiteSpace();
+    if (!Skip("PUBLIC")) Fail(kForeignType);
+    RequireWhiteSpace();
+    type.publicId = ScanQuoted("The public identifier");
+    RequireWhiteSpace();
+    static_cast<void>(ScanQuoted("The address of the document type"));
+    SkipWhiteSpace();
+    if (!Skip(">")) Fail(kForeignType);
+    documentType_ = type;
+  }
+
+  void RequireWhiteSpace() {
+    if (!AtWhiteSpace()) Fail("The document type declaration is not well-formed.");
+    SkipWhiteSpace();
+  }
+
   struct Attribute {
     std::string_view name;
     std::string_view value;
@@ -153,10 +182,7 @@ class Scanner {
       SkipWhiteSpace();
       if (!Skip("=")) Fail(fmt::format("The attribute {} has no value.", name));
       SkipWhiteSpace();
-      const auto quote = text_.substr(at_, 1);
-      if (quote != "\"" && quote != "'") Fail(fmt::format("The value of the attribute {} has no quotes.", name));
-      ++at_;
-      const auto value = TakeUpTo(quote, "An attribute");
+      const auto value = ScanQuoted(fmt::format("The value of the attribute {}", name));
       if (value.find('<') != std::string_view::npos) Fail(fmt::format("The attribute {} holds a \"<\".", name));
       CheckReferences(value);
       if (std::ranges::any_of(attributes, [name](const Attribute& other) { return other.name == name; })) {
@@ -166,6 +192,13 @@ class Scanner {
       attributes.push_back({name, value});
     }
     return attributes;
+  }
+
+  std::string_view ScanQuoted(std::string_view what) {
+    const auto quote = text_.substr(at_, 1);
+    if (quote != "\"" && quote != "'") Fail(fmt::format("{} has no quotes.", what));
+    ++at_;
+    return TakeUpTo(quote, what);
   }
 
   static void CheckReferences(std::string_view text) {
@@ -225,18 +258,22 @@ class Scanner {
   std::size_t at_ = 0;
   std::size_t elements_ = 0;
   bool rootSeen_ = false;
+  std::optional<DocumentType> documentType_;
   std::vector<std::string_view> open_;
 };
 
 }  // namespace
 
-std::optional<std::string> FindXmlFault(std::string_view text, const XmlBounds& bounds) {
+XmlScan ScanXml(std::string_view text, const XmlBounds& bounds) {
+  Scanner scanner(text, bounds);
+  XmlScan scan;
   try {
-    Scanner(text, bounds).ScanDocument();
+    scanner.ScanDocument();
+    scan.documentType = scanner.Type();
   } catch (const Fault& fault) {
-    return fault.text;
+    scan.fault = fault.text;
   }
-  return std::nullopt;
+  return scan;
 }
 
 }  // namespace twqb::company

@@ -1,8 +1,9 @@
 // Whether a text is well-formed XML. The parser behind it is a forgiving one, so what QuickBooks refuses is found here.
 //
 // It checks the form alone: characters, references, tags, attributes, one root, and that nothing goes beyond the bounds
-// that a parser is safe within. A document type declaration is a fault too, and with it every entity of one's own. It
-// builds nothing, knows no element's meaning, and takes time by the length of the text alone.
+// that a parser is safe within. A document type declaration may name a published document type and nothing else: one
+// with a subset of its own is a fault, and with it every entity of one's own. Nothing is fetched. It builds nothing,
+// knows no element's meaning, and takes time by the length of the text alone.
 #pragma once
 
 #include <optional>
@@ -18,7 +19,18 @@ struct XmlBounds {
   std::size_t attributes = 0;  // of one tag
 };
 
-// The first fault as a sentence; nothing when there is none. `text` is UTF-8, with or without a byte order mark.
-[[nodiscard]] std::optional<std::string> FindXmlFault(std::string_view text, const XmlBounds& bounds);
+// A document type declaration; views into the text.
+struct DocumentType {
+  std::string_view root;      // the element that it is for
+  std::string_view publicId;  // "-//…//EN"
+};
+
+struct XmlScan {
+  std::optional<std::string> fault;  // the first one, as a sentence
+  std::optional<DocumentType> documentType;
+};
+
+// `text` is UTF-8, with or without a byte order mark.
+[[nodiscard]] XmlScan ScanXml(std::string_view text, const XmlBounds& bounds);
 
 }  // namespace twqb::company

@@ -121,7 +121,7 @@ std::string FaultAnswers::Process(std::string_view document,
   auto set = MessageSet(asked, kRequestsSuffix);
   const bool stopsOnError = std::string_view(set.attribute("onError").value()) == "stopOnError";
 
-  // 1. Count the requests, and take out those that are answered here.
+  // Count the requests, and take out those that are answered here.
   std::vector<Request> requests;
   bool anyFault = false;
   bool anyLeft = false;
@@ -142,14 +142,14 @@ std::string FaultAnswers::Process(std::string_view document,
   }
   if (!anyFault) return carryOut(document);
 
-  // 2. The rest goes on.
+  // The rest goes on.
   auto answer = anyLeft ? carryOut(Save(asked, document)) : OwnForm(WithResponseSuffix(set.name()));
   pugi::xml_document answered;
   if (!Load(answered, answer)) return answer;
   auto responses = MessageSet(answered, kResponsesSuffix);
   if (!responses) return answer;
 
-  // 3. Put the answers in: each before the response of the next request that was carried out.
+  // Put the answers in: each before the response of the next request that was carried out.
   const auto carriedOut = Elements(responses);
   auto next = carriedOut.begin();
   bool failedBefore = false;

@@ -3,7 +3,6 @@
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "platform/Flagged.h"
@@ -45,14 +44,11 @@ BoxAnswer ToBoxAnswer(Word word) {
 // A text of several lines in one.
 std::string Quoted(std::string_view text) { return fmt::format("\"{}\"", Trim(ReplaceAll(text, kCrLf, " "))); }
 
-// "12/64 --> 00:00:03" is 12; 0 for a text that begins otherwise.
-// A bar that moves while QuickBooks is read counts steps of the reading: no record is in hand yet.
-bool CountsRecords(const MsgFormState& state) { return !state.lblItem.starts_with("Reading "); }
-
-int CounterOf(std::string_view progress) {
-  int counter = 0;
-  std::from_chars(progress.data(), progress.data() + progress.size(), counter);
-  return counter;
+// The record that the form has come to. A bar that moves while QuickBooks is read counts steps of the reading: no
+// record is in hand yet.
+std::int64_t CounterOf(const MsgFormState& state) {
+  const bool countsRecords = !state.action.starts_with("Reading ");
+  return countsRecords && state.position ? state.position->done : 0;
 }
 
 }  // namespace
@@ -137,7 +133,7 @@ std::string ScriptedDesk::OpenFileDialog(const FileDialog& dialog) {
 void ScriptedDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) {
   onCancel_ = std::move(onCancel);
   form_ = state;
-  staleProgress_ = state.txtProg;
+  stalePosition_ = state.position;
   counter_ = 0;
   KeepFormEvent(FormEventKind::Show, state);
   // Without a way to cancel: the answers press Cancel, not the person who watches.
@@ -147,9 +143,9 @@ void ScriptedDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> 
 void ScriptedDesk::UpdateMsgForm(const MsgFormState& state) {
   if (!form_) return;
   form_ = state;
-  if (state.txtProg != staleProgress_) {
-    staleProgress_.clear();
-    counter_ = CountsRecords(state) ? CounterOf(state.txtProg) : 0;
+  if (state.position != stalePosition_) {
+    stalePosition_.reset();
+    counter_ = CounterOf(state);
   }
   KeepFormEvent(FormEventKind::Update, state);
   if (display_ != nullptr) display_->UpdateMsgForm(state);

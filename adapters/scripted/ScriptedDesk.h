@@ -61,9 +61,8 @@ class ScriptedDesk : public Desk {
   void ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) override;
   void UpdateMsgForm(const MsgFormState& state) override;
   void UnloadMsgForm() override;
-  // Presses Cancel, at most once in a call, where a `cancel after N` is due by the counter of the form: the number in
-  // front of the "/" of `txtProg`, since ShowMsgForm, but for a form that tells of reading. Each such line is one
-  // press.
+  // Presses Cancel, at most once in a call, where a `cancel after N` is due by the counter of the form: the records
+  // done since ShowMsgForm, but for a form that tells of reading. Each such line is one press.
   void PumpMessages() override;
 
   void SetPointer(Pointer pointer) override { pointer_ = pointer; }
@@ -95,8 +94,8 @@ class ScriptedDesk : public Desk {
 
   std::optional<MsgFormState> form_;
   std::function<void()> onCancel_;
-  std::string staleProgress_;  // txtProg as left over from the table before
-  int counter_ = 0;
+  std::optional<ProgressPosition> stalePosition_;  // left over from the table before
+  std::int64_t counter_ = 0;
   bool pressing_ = false;  // inside onCancel_: it pumps messages itself
 
   std::vector<ShownBox> boxes_;

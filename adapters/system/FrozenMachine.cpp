@@ -17,6 +17,10 @@ Date FrozenMachine::Now() { return Date::FromUnixSeconds(now_.UnixSeconds()); }
 
 TimeZoneInformation FrozenMachine::GetTimeZoneInformation() { return zone_; }
 
+int FrozenMachine::DaylightMinutes(Date /*standardTime*/) {
+  return zone_.state == TimeZoneState::Daylight ? -zone_.daylightBias : 0;
+}
+
 void FrozenMachine::Sleep(std::int64_t milliseconds) {
   if (milliseconds > 0) Advance(milliseconds);
 }

@@ -20,6 +20,8 @@ class FrozenMachine : public SystemMachine {
   // The clock, without the part of a second that sleeps have added up to.
   [[nodiscard]] Date Now() override;
   [[nodiscard]] TimeZoneInformation GetTimeZoneInformation() override;
+  // Of every time the same, by the state of the zone.
+  [[nodiscard]] int DaylightMinutes(Date standardTime) override;
   // Moves the clock.
   void Sleep(std::int64_t milliseconds) override;
   // GUIDs and numbers are two sequences: making the one does not change the other.

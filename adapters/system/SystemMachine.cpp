@@ -94,6 +94,12 @@ TimeZoneInformation SystemMachine::GetTimeZoneInformation() {
           .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
 }
 
+int SystemMachine::DaylightMinutes(Date standardTime) {
+  if (!standardBias_) standardBias_ = SystemMachine::GetTimeZoneInformation().bias;
+  const auto fields = LocalTime(static_cast<std::time_t>(standardTime.PlusMinutes(*standardBias_).UnixSeconds()));
+  return std::max(MinutesEast(fields) + *standardBias_, 0);
+}
+
 void SystemMachine::Sleep(std::int64_t milliseconds) {
   if (milliseconds > 0) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

@@ -30,6 +30,7 @@ class SystemMachine : public Machine {
   // Daylight time is the greater of the zone's two offsets, wherever the zone's own law puts its standard. A zone that
   // knows no daylight time is always in standard time.
   [[nodiscard]] TimeZoneInformation GetTimeZoneInformation() override;
+  [[nodiscard]] int DaylightMinutes(Date standardTime) override;
   void Sleep(std::int64_t milliseconds) override;
   [[nodiscard]] std::optional<GuidBytes> CreateGuid() override;
   [[nodiscard]] double Random() override;
@@ -56,6 +57,7 @@ class SystemMachine : public Machine {
   [[nodiscard]] ProfileFile& Profile(std::string_view path);
 
   SystemMachineOptions options_;
+  std::optional<int> standardBias_;  // found out when it is first asked for, which takes many looks at the calendar
   std::mt19937_64 random_;
   std::map<std::string, ProfileFile, std::less<>> profiles_;  // by path
 };

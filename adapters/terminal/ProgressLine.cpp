@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "adapters/terminal/TextLayout.h"
+#include "platform/MsgFormTexts.h"
 
 namespace twqb {
 
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::chrono::milliseconds kBetweenPaints{50};
 constexpr std::string_view kClearToEnd = "\x1b[K";
-constexpr std::string_view kBeforeEstimate = " --> ";
 constexpr std::string_view kGap = "  ";
 
 constexpr std::size_t kLongestBar = 20;
@@ -31,7 +31,7 @@ std::size_t BarCells(std::size_t room) { return std::clamp(room, kShortestBar, k
 }  // namespace
 
 std::string FormatProgressLine(const MsgFormState& state, std::size_t width) {
-  auto line = OneLine(state.lblItem);
+  auto line = OneLine(state.action);
   const auto taken = ColumnCount(line) + kBesideBar;
   const auto room = width > taken ? width - taken : 0;
   const bool hasLabel = room >= kLongestBar + kPositionLabel.size();
@@ -39,22 +39,21 @@ std::string FormatProgressLine(const MsgFormState& state, std::size_t width) {
     if (!line.empty() && !part.empty()) line += kGap;
     line += part;
   };
-  add(Bar(BarCells(room), std::clamp(state.pbconv, 0, 100)));
-  const auto position = OneLine(state.txtProg);
-  add(hasLabel && !position.empty() ? fmt::format("{}{}", kPositionLabel, position) : position);
-  add(OneLine(state.Text1));
+  add(Bar(BarCells(room), std::clamp(state.percent, 0, 100)));
+  if (state.position) add(fmt::format("{}{}", hasLabel ? kPositionLabel : "", PositionText(*state.position)));
+  add(OneLine(state.record));
   return TrimToColumns(line, width);
 }
 
 void ProgressPainter::Begin(const MsgFormState& state) {
-  const bool sameAction = state_ && state_->lblItem == state.lblItem;
+  const bool sameAction = state_ && state_->action == state.action;
   if (style_ == ProgressStyle::Plain) {
-    if (!sameAction && !state.lblItem.empty()) console_.Write(OneLine(state.lblItem) + '\n');
+    if (!sameAction && !state.action.empty()) console_.Write(OneLine(state.action) + '\n');
   } else if (!sameAction) {
     FinishLine();
   }
   state_ = state;
-  estimate_.clear();
+  timeLeft_.reset();
   Paint();
 }
 
@@ -62,12 +61,11 @@ void ProgressPainter::Update(const MsgFormState& state) {
   if (!state_) return;
   state_ = state;
   // The position is shown a moment before its estimate: keep the last one meanwhile, or the line would flicker.
-  if (const auto at = state.txtProg.find(kBeforeEstimate); at != std::string::npos) {
-    estimate_ = state.txtProg.substr(at);
-  } else if (!state.txtProg.empty()) {
-    state_->txtProg += estimate_;
+  if (auto& position = state_->position) {
+    if (!position->timeLeft) position->timeLeft = timeLeft_;
+    timeLeft_ = position->timeLeft;
   }
-  if (state.pbconv >= 100) {
+  if (state.percent >= 100) {
     Paint();
   } else {
     PaintIfDue();
@@ -90,9 +88,8 @@ void ProgressPainter::End() {
   if (!state_) return;
   if (style_ == ProgressStyle::Rewritten) {
     FinishLine();
-  } else if (!state_->txtProg.empty()) {
-    const auto position = OneLine(state_->txtProg.substr(0, state_->txtProg.find(kBeforeEstimate)));
-    console_.Write(fmt::format("{}{}\n", kPositionLabel, position));
+  } else if (const auto& position = state_->position) {
+    console_.Write(fmt::format("{}{}\n", kPositionLabel, CountText(*position)));
   }
   state_.reset();
 }
@@ -108,7 +105,7 @@ void ProgressPainter::Paint() {
 
 void ProgressPainter::FinishLine() {
   if (!state_) return;
-  if (state_->txtProg.empty()) {
+  if (!state_->position) {
     Clear();
     return;
   }

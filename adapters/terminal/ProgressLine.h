@@ -53,8 +53,8 @@ class ProgressPainter {
   Console& console_;
   ProgressStyle style_;
   std::optional<MsgFormState> state_;
-  std::string estimate_;  // of the time left, as last seen
-  std::string drawn_;     // on the screen now
+  std::optional<std::chrono::milliseconds> timeLeft_;  // as last estimated
+  std::string drawn_;                                  // on the screen now
   std::chrono::steady_clock::time_point paintedAt_;
 };
 

@@ -101,17 +101,17 @@ void TerminalDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> 
   }
   if (!progress_.HasAction()) console_.Write(fmt::format("{}{}\n", kFormHeading, interrupts_ ? kCancelHint : ""));
   // A form that is shown begins an action: the record that it still names is that of the one before, or none at all.
-  staleRecord_ = state.Text1;
+  staleRecord_ = state.record;
   auto begun = state;
-  begun.Text1.clear();
-  begun.txtProg.clear();
+  begun.record.clear();
+  begun.position.reset();
   progress_.Begin(begun);
 }
 
 void TerminalDesk::UpdateMsgForm(const MsgFormState& state) {
-  if (staleRecord_ && *staleRecord_ == state.Text1) {
+  if (staleRecord_ && *staleRecord_ == state.record) {
     auto withoutRecord = state;
-    withoutRecord.Text1.clear();
+    withoutRecord.record.clear();
     progress_.Update(withoutRecord);
     return;
   }

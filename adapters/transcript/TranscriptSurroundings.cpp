@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "adapters/transcript/Recorded.h"
+#include "platform/MsgFormTexts.h"
 
 namespace twqb::transcript {
 
@@ -55,8 +56,9 @@ std::string_view Name(BoxAnswer answer) {
 std::string_view Name(Pointer pointer) { return pointer == Pointer::Wait ? "wait" : "default"; }
 
 EventFields FormEvent(std::string_view event, const MsgFormState& state) {
-  return {{"form", "msgForm"},    {"event", event},         {"lblItem", state.lblItem},
-          {"Text1", state.Text1}, {"pbconv", state.pbconv}, {"txtProg", state.txtProg}};
+  const auto texts = TextsOf(state);
+  return {{"form", "msgForm"},    {"event", event},         {"lblItem", texts.lblItem},
+          {"Text1", texts.Text1}, {"pbconv", texts.pbconv}, {"txtProg", texts.txtProg}};
 }
 
 EventValue OrNull(const std::optional<std::string>& text) { return text ? EventValue(*text) : EventValue(nullptr); }

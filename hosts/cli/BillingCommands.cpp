@@ -22,8 +22,6 @@ namespace twqb::cli {
 
 namespace {
 
-enum class RowForm : std::uint8_t { Tabbed, Json };
-
 struct RunArguments {
   std::string file;
   std::optional<std::string> statements;

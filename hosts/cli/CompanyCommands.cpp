@@ -78,7 +78,7 @@ std::string SetFooter() {
   }
   return text +
          "They stand in the file; a session that has begun goes on. \"company run\" needs no session: it meets\n"
-         "host-query, personal-data, time-tracking and closing-date alone.\n"
+         "host-query, personal-data, time-tracking, recovery and closing-date alone.\n"
          "Example:\n  twqb company set permission withheld";
 }
 

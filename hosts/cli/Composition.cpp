@@ -87,7 +87,7 @@ struct Composition::Parts {
 
 Composition::Composition(const Workplace& place, const Surroundings& surroundings)
     : parts_(std::make_unique<Parts>(place, surroundings)) {
-  Compose(parts_->seams);
+  Compose(parts_->seams, surroundings.tables);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.

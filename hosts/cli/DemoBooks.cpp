@@ -43,6 +43,8 @@ enum class Level : std::uint8_t { Any, Top, Below };
 struct ListContent {
   std::vector<std::string_view> kinds;
   Level level = Level::Any;
+  std::string_view query = "<ActiveStatus>All</ActiveStatus>";
+  const char* identifier = "ListID";
 };
 
 ListContent ContentOf(DemoBooks::ListedIn list) {
@@ -62,6 +64,8 @@ ListContent ContentOf(DemoBooks::ListedIn list) {
       return {.kinds = {"ItemOtherCharge", "ItemInventory", "ItemNonInventory"}};
     case Accounts:
       return {.kinds = {"Account"}};
+    case TimeEntries:
+      return {.kinds = {"TimeTracking"}, .query = {}, .identifier = "TxnID"};
   }
   return {};
 }
@@ -94,12 +98,11 @@ DemoBooks::Records DemoBooks::RecordsOf(ListedIn list) {
   const auto content = ContentOf(list);
   Records records;
   for (const auto kind : content.kinds) {
-    const Answer answer(company_, machine_,
-                        fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", kind));
+    const Answer answer(company_, machine_, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, content.query));
     for (const auto& record : answer.Response().children()) {
       const auto level = record.child("ParentRef") ? Level::Below : Level::Top;
       if (content.level != Level::Any && content.level != level) continue;
-      records.emplace(record.child_value("ListID"), record.child_value("EditSequence"));
+      records.emplace(record.child_value(content.identifier), record.child_value("EditSequence"));
     }
   }
   return records;

@@ -27,9 +27,18 @@ class DemoBooks {
     std::int64_t linked = 0;
   };
   [[nodiscard]] RowCount Rows(std::string_view table, std::string_view condition);
-  // The part of QuickBooks' lists that a table of BillingDb is linked with.
-  enum class ListedIn : std::uint8_t { Employees, Vendors, Customers, Jobs, ServiceItems, OtherItems, Accounts };
-  // Its records, inactive ones too: the edit sequence of each by its ListID.
+  // The part of QuickBooks that a table of BillingDb is linked with.
+  enum class ListedIn : std::uint8_t {
+    Employees,
+    Vendors,
+    Customers,
+    Jobs,
+    ServiceItems,
+    OtherItems,
+    Accounts,
+    TimeEntries
+  };
+  // Its records, inactive ones too: the edit sequence of each by its identifier.
   using Records = std::map<std::string, std::string>;
   [[nodiscard]] Records RecordsOf(ListedIn list);
 

@@ -16,14 +16,14 @@
 
 namespace twqb::cli {
 
-inline constexpr std::size_t kDemoTables = 7;
+inline constexpr std::size_t kDemoTables = 8;
 
 // A table on both sides at one moment.
 struct TableState {
   DemoBooks::RowCount rows;
   DemoBooks::Records records;
 };
-// The tables that have lists of their own in QuickBooks, in the order in which they are transferred.
+// The tables that have records of their own in QuickBooks, in the order in which they are transferred.
 using TableStates = std::array<TableState, kDemoTables>;
 
 [[nodiscard]] TableStates StatesOf(DemoBooks& books);

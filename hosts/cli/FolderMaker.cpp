@@ -78,7 +78,7 @@ void MakeBilling(const Workplace& made, Content content) {
   connection->Execute("BEGIN", nullptr);
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
   if (content == Content::Sample) {
-    for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes()}) {
+    for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
     }
   }
@@ -100,6 +100,7 @@ constexpr SampleDocument kSampleDocuments[] = {
     {.text = SampleVendors},
     {.text = SampleEmployees},
     {.text = SampleItems},
+    {.text = SampleTime},
     {.text = SampleSalesTaxItems, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
 };
 

@@ -17,8 +17,6 @@ namespace twqb::cli {
 
 namespace {
 
-enum class RowForm : std::uint8_t { Readable, Json };
-
 struct LookupArguments {
   std::string name;  // of a kind
   bool all = false;

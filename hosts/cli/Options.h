@@ -4,12 +4,17 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "adapters/system/FrozenOptions.h"
 #include "adapters/transcript/Masking.h"
 #include "cli/Syntax.h"
+
+namespace twqb {
+struct Table;
+}
 
 namespace twqb::cli {
 
@@ -35,6 +40,7 @@ struct Options {
   std::optional<FrozenOptions> clock;
   std::string transcript;
   Masking masking = Masking::Masked;
+  std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
 };
 
 // As they are typed; each fills its field of `options`, which must outlive the parsing.

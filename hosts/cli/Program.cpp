@@ -14,10 +14,11 @@ namespace twqb::cli {
 
 namespace {
 
-ExitStatus Run(int argc, const char* const* argv) {
-  const auto line = ParseCommandLine(argc, argv);
+ExitStatus Run(int argc, const char* const* argv, std::span<const Table* const> tables) {
+  auto line = ParseCommandLine(argc, argv);
   auto status = ExitStatus::Done;
   if (line.command && line.text.empty()) {
+    line.options.tables = tables;
     EnterFolder(line.options);
     status = line.command(line.options);
   } else {
@@ -27,9 +28,9 @@ ExitStatus Run(int argc, const char* const* argv) {
   return status;
 }
 
-ExitStatus RunGuarded(int argc, const char* const* argv) {
+ExitStatus RunGuarded(int argc, const char* const* argv, std::span<const Table* const> tables) {
   try {
-    return Run(argc, argv);
+    return Run(argc, argv, tables);
   } catch (const DeskGaveUp& failure) {
     Tell(failure.question());
     return ExitStatus::NoAnswer;
@@ -43,10 +44,10 @@ ExitStatus RunGuarded(int argc, const char* const* argv) {
 
 }  // namespace
 
-int RunProgram(int argc, const char* const* argv) {
+int RunProgram(int argc, const char* const* argv, std::span<const Table* const> tables) {
   // A reader that goes away is an output that can't be written, and no reason to die in the middle of a transfer.
   std::signal(SIGPIPE, SIG_IGN);
-  return static_cast<int>(RunGuarded(argc, argv));
+  return static_cast<int>(RunGuarded(argc, argv, tables));
 }
 
 }  // namespace twqb::cli

@@ -4,6 +4,7 @@
 // null, a date an ISO text, numbers are numbers.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 
@@ -11,6 +12,9 @@
 #include "platform/ado.h"
 
 namespace twqb::cli {
+
+// How a command prints its rows: for a person, or in one of the forms of this file.
+enum class RowForm : std::uint8_t { Readable, Tabbed, Json };
 
 // Each line comes with its end. Of columns with one name the last one counts in JSON; bytes that are no UTF-8 come out
 // as U+FFFD there.

@@ -10,12 +10,13 @@ namespace twqb::cli {
 
 // CREATE statements of every table.
 [[nodiscard]] std::string_view BillingSchema();
-// INSERT statements: the firm's clients, behind them what it works with, the most of its projects, and its codes and
-// accounts.
+// INSERT statements: the firm's clients, behind them what it works with, the most of its projects, its codes and
+// accounts, and the hours of three months.
 [[nodiscard]] std::string_view SampleFirm();
 [[nodiscard]] std::string_view SampleWork();
 [[nodiscard]] std::string_view SampleProjects();
 [[nodiscard]] std::string_view SampleCodes();
+[[nodiscard]] std::string_view SampleHours();
 // qbXML documents of the United States form, version 3.0. Each refers to records of those before it alone.
 [[nodiscard]] std::string_view SampleCustomers();
 [[nodiscard]] std::string_view SampleAccounts();
@@ -23,6 +24,7 @@ namespace twqb::cli {
 [[nodiscard]] std::string_view SampleVendors();
 [[nodiscard]] std::string_view SampleEmployees();
 [[nodiscard]] std::string_view SampleItems();
+[[nodiscard]] std::string_view SampleTime();
 [[nodiscard]] std::string_view SampleSalesTaxItems();
 
 }  // namespace twqb::cli

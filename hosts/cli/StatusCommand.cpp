@@ -1,13 +1,17 @@
 #include <fmt/core.h>
 
 #include <array>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "bridge/Tables.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "cli/RowText.h"
 #include "cli/SettingsStore.h"
 #include "cli/TableArgument.h"
 #include "cli/TextTable.h"
@@ -15,8 +19,6 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
-#include "services/TableNames.h"
-#include "twqb/enTables.h"
 
 namespace twqb::cli {
 
@@ -29,74 +31,85 @@ constexpr std::string_view kUnknown = "-";
 constexpr std::array kAlignments = {Align::Left,  Align::Right, Align::Right, Align::Right,
                                     Align::Right, Align::Left,  Align::Left};
 
-// Which rows of which table of BillingDb a table of the link is. Employees and vendors share one.
-struct Rows {
-  std::string_view table;
-  std::string_view condition = "1 = 1";
-};
-
-Rows RowsOf(enTables table) {
-  switch (table) {
-    case enEmployees:
-      return {.table = "Employee", .condition = "IsSub = 0"};
-    case enVendors:
-      return {.table = "Employee", .condition = "IsSub = -1"};
-    case enEstimates:
-      return {.table = "Budget", .condition = "IsEstimate = -1"};
-    default:
-      return {.table = BillingTablesOf(table).front()};
-  }
-}
-
 // A table that is not there, or is another one, can't be counted.
-std::string CountOf(const Rows& rows, std::string_view condition) {
+Value CountOf(const BillingRows& rows, std::string_view condition) {
   const auto count =
       GetScalarFromSQL(fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
-  return count.empty() ? std::string(kUnknown) : count;
+  return count.empty() ? Value(Null()) : Value(TextToInteger(count));
 }
 
 // When the transfer of a table ended last; the text as it is stored.
-std::optional<std::string> LastRun(const SettingsStore& settings, Direction direction, enTables table) {
-  const auto key = std::string(GetTableName(direction, table)) + "_LastSendAt";
+std::optional<std::string> LastRun(const SettingsStore& settings, Direction direction, const Table& table) {
+  const auto key = std::string(table.names.Of(direction)) + "_LastSendAt";
   return settings.Read(direction == Direction::Send ? "QBSEND_" : "QBGET_", key);
 }
 
 // Linked rows with a change behind the last send; without one, none can be told.
-std::string ChangedSince(const Rows& rows, const std::optional<std::string>& lastSend, std::string_view linked) {
-  if (!lastSend) return std::string(kUnknown);
+Value ChangedSince(const BillingRows& rows, const std::optional<std::string>& lastSend, std::string_view linked) {
+  if (!lastSend) return Null();
   try {
     const auto since = FormatSQLDate(LocalToUTC(TextToDate(*lastSend)), DateForm::WithTime);
     const auto delimiter = Vars().g_DbKind == "SQL" ? '\'' : '#';
     return CountOf(rows, fmt::format("{0} AND LastUpdated > {1}{2}{1}", linked, delimiter, since));
   } catch (const PlatformError&) {
-    return std::string(kUnknown);  // what is stored there is no date
+    return Null();  // what is stored there is no date
   }
 }
 
-TableLine LineOf(const SettingsStore& settings, enTables table) {
+// How far a table is; what can't be told is NULL.
+struct TableStatus {
+  std::string table;
+  std::array<Value, 4> counts;                     // rows, linked, never linked, changed
+  std::array<std::optional<std::string>, 2> runs;  // the last send and get, as stored
+};
+
+TableStatus StatusOf(const SettingsStore& settings, const Table& table) {
   constexpr std::string_view kLinked = "QBLinkID <> ''";
-  const auto rows = RowsOf(table);
+  const auto& rows = table.rows;
   const auto lastSend = LastRun(settings, Direction::Send, table);
-  const auto lastGet = LastRun(settings, Direction::Get, table);
-  return {TypedName(table),
-          CountOf(rows, "1 = 1"),
-          CountOf(rows, kLinked),
-          CountOf(rows, "(QBLinkID IS NULL OR QBLinkID = '')"),
-          ChangedSince(rows, lastSend, kLinked),
-          lastSend.value_or(std::string(kNever)),
-          lastGet.value_or(std::string(kNever))};
+  return {.table = TypedName(table.number),
+          .counts = {CountOf(rows, "1 = 1"), CountOf(rows, kLinked),
+                     CountOf(rows, "(QBLinkID IS NULL OR QBLinkID = '')"), ChangedSince(rows, lastSend, kLinked)},
+          .runs = {lastSend, LastRun(settings, Direction::Get, table)}};
 }
 
-ExitStatus Status(const Options& options) {
-  const SettingsStore settings(options, SettingsStore::Also::Billing);
+TableLine LineOf(const TableStatus& status) {
+  TableLine line = {status.table};
+  for (const auto& count : status.counts) line.push_back(IsNull(count) ? std::string(kUnknown) : ToText(count));
+  for (const auto& run : status.runs) line.push_back(run.value_or(std::string(kNever)));
+  return line;
+}
+
+std::string JsonOf(const TableStatus& status) {
+  static const std::vector<std::string> kNames = {"table",   "rows",     "linked", "neverLinked",
+                                                  "changed", "lastSend", "lastGet"};
+  std::vector<Value> values = {status.table};
+  values.insert(values.end(), status.counts.begin(), status.counts.end());
+  for (const auto& run : status.runs) {
+    const auto date = run ? ParseDate(*run) : std::nullopt;
+    values.push_back(date ? Value(*date) : run ? Value(*run) : Value(Null()));
+  }
+  return JsonValues(kNames, values);
+}
+
+void PrintStatus(std::span<const TableStatus> tables, RowForm form) {
+  if (form == RowForm::Json) {
+    for (const auto& table : tables) Print(JsonOf(table));
+    return;
+  }
   std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "LAST SEND", "LAST GET"}};
+  for (const auto& table : tables) lines.push_back(LineOf(table));
+  Print(TextTable(lines, kAlignments));
+}
+
+ExitStatus Status(const Options& options, RowForm form) {
+  const SettingsStore settings(options, SettingsStore::Also::Billing);
+  std::vector<TableStatus> tables;
   WithGlobalConnection([&] {
     Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-    for (auto table = static_cast<int>(enEmployees); table < enAll; ++table) {
-      lines.push_back(LineOf(settings, static_cast<enTables>(table)));
-    }
+    for (const auto* table : Tables()) tables.push_back(StatusOf(settings, *table));
   });
-  Print(TextTable(lines, kAlignments));
+  PrintStatus(tables, form);
   FlushOutput();
   const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
   if (missing.empty()) return ExitStatus::Done;
@@ -107,15 +120,18 @@ ExitStatus Status(const Options& options) {
 }  // namespace
 
 CommandSyntax StatusCommand() {
-  return {.name = "status",
-          .text = "Show for each table how far it is linked and when it went last",
-          .footer =
-              "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their "
-              "dates\n"
-              "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. Status 1: BillingDb "
-              "lacks a\n"
-              "table.",
-          .run = Status};
+  const auto json = std::make_shared<bool>(false);
+  return {
+      .name = "status",
+      .text = "Show for each table how far it is linked and when it went last",
+      .arguments = {{.name = "--json", .text = "Print each table as a JSON object", .target = json.get()}},
+      .footer =
+          "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their "
+          "dates\n"
+          "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. In JSON what can't be "
+          "told\n"
+          "is null. Status 1: BillingDb lacks a table.",
+      .run = [json](const Options& options) { return Status(options, *json ? RowForm::Json : RowForm::Readable); }};
 }
 
 }  // namespace twqb::cli

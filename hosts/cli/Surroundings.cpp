@@ -9,7 +9,8 @@
 namespace twqb::cli {
 
 Surroundings ReadSurroundings(const Options& options) {
-  Surroundings surroundings{.clock = options.clock, .transcript = options.transcript, .masking = options.masking};
+  Surroundings surroundings{
+      .clock = options.clock, .transcript = options.transcript, .masking = options.masking, .tables = options.tables};
   try {
     if (!options.answers.empty()) surroundings.answers = ParseAnswers(ReadTextFile(options.answers));
   } catch (const AnswersError& failure) {

@@ -23,6 +23,7 @@ struct Surroundings {
   std::optional<FaultScript> faults;
   std::string transcript;  // a path; empty: none is written
   Masking masking = Masking::Masked;
+  std::span<const Table* const> tables = {};  // none: those of the library
 };
 
 // Reads the files that the options name. Raises UsageError naming file and line.

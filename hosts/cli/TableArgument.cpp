@@ -2,11 +2,8 @@
 
 #include <fmt/core.h>
 
-#include <algorithm>
-#include <array>
-#include <iterator>
-
 #include "adapters/terminal/TextLayout.h"
+#include "bridge/Tables.h"
 #include "cli/ExitStatus.h"
 #include "cli/NearestName.h"
 #include "platform/Text.h"
@@ -17,45 +14,36 @@ namespace {
 
 constexpr std::string_view kPrefix = "en";
 
-struct TableName {
+constexpr std::string_view kAll = "All";
+
+// The names of the tables without the prefix, and that of all of them. The table that is used inside the invoice read
+// alone is no name of a command line.
+struct NamedTable {
   enTables table;
-  std::string_view name;  // without the prefix
-  std::string_view billingTable;
+  std::string_view name;
 };
+std::vector<NamedTable> NamedTables() {
+  std::vector<NamedTable> named;
+  for (const auto* table : Tables()) named.push_back({.table = table->number, .name = table->name});
+  named.push_back({.table = enAll, .name = kAll});
+  return named;
+}
 
-// The table that is used inside the invoice read alone is no name of a command line.
-constexpr std::array kTables = {
-    TableName{enEmployees, "Employees", "Employee"},
-    TableName{enVendors, "Vendors", "Employee"},
-    TableName{enClients, "Clients", "Client"},
-    TableName{enProjects, "Projects", "Project"},
-    TableName{enActivities, "Activities", "Activity"},
-    TableName{enExpenseCodes, "ExpenseCodes", "Expense"},
-    TableName{enAccounts, "Accounts", "AccountList"},
-    TableName{enExpenseLog, "ExpenseLog", "ExpenseLog"},
-    TableName{enTimeEntries, "TimeEntries", "TimeEntry"},
-    TableName{enInvoices, "Invoices", "TransactionTable"},
-    TableName{enPayments, "Payments", "Payment"},
-    TableName{enVendorBill, "VendorBill", "VendorBill"},
-    TableName{enEstimates, "Estimates", "Budget"},
-    TableName{enAll, "All", ""},
-};
-
-const TableName& EntryOf(enTables table) {
-  return *std::ranges::find_if(kTables, [&](const TableName& entry) { return entry.table == table; });
+std::string_view NameOf(enTables table) {
+  const auto* found = FindTable(table);
+  return found == nullptr ? kAll : found->name;
 }
 
 std::vector<std::string> TypedNames() {
   std::vector<std::string> names;
-  names.reserve(std::size(kTables));
-  for (const auto& entry : kTables) names.push_back(TypedName(entry.table));
+  for (const auto& entry : NamedTables()) names.push_back(TypedName(entry.table));
   return names;
 }
 
 }  // namespace
 
 enTables TableFromName(std::string_view name) {
-  for (const auto& entry : kTables) {
+  for (const auto& entry : NamedTables()) {
     const bool withPrefix = SameName(name.substr(0, kPrefix.size()), kPrefix);
     if (SameName(name, entry.name) || (withPrefix && SameName(name.substr(kPrefix.size()), entry.name))) {
       return entry.table;
@@ -67,15 +55,13 @@ enTables TableFromName(std::string_view name) {
                                nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", TableNameList()));
 }
 
-std::string TypedName(enTables table) { return FoldCase(EntryOf(table).name); }
-std::string DeclaredName(enTables table) { return fmt::format("{}{}", kPrefix, EntryOf(table).name); }
+std::string TypedName(enTables table) { return FoldCase(NameOf(table)); }
+std::string DeclaredName(enTables table) { return fmt::format("{}{}", kPrefix, NameOf(table)); }
 
 std::vector<std::string_view> BillingTablesOf(enTables table) {
-  if (table != enAll) return {EntryOf(table).billingTable};
+  if (table != enAll) return {FindTable(table)->rows.table};
   std::vector<std::string_view> names;
-  for (const auto& entry : kTables) {
-    if (entry.table != enAll) names.push_back(entry.billingTable);
-  }
+  for (const auto* each : Tables()) names.push_back(each->rows.table);
   return names;
 }
 

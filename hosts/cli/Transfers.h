@@ -5,7 +5,7 @@
 #include <string>
 
 #include "cli/Operations.h"
-#include "services/TableNames.h"
+#include "services/Direction.h"
 #include "twqb/enTables.h"
 
 namespace twqb::cli {

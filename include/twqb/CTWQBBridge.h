@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "platform/Platform.h"
@@ -22,9 +23,12 @@ namespace twqb {
 enum class LookupList : std::uint8_t;
 enum class LookupScope : std::uint8_t;
 
+struct Table;
+
 // Sets what the library stands on. Nothing in `platform` is owned; all of it must outlive every object. Forgets all
-// state of the process, so it must not be called while an object exists.
-void Compose(const Platform& platform);
+// state of the process, so it must not be called while an object exists. `tables` are a host's own in the place of the
+// built-in ones (bridge/Tables.h), in the order of a run over all; none: the built-in ones.
+void Compose(const Platform& platform, std::span<const Table* const> tables = {});
 
 class CTWQBBridge {
  public:

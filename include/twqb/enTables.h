@@ -1,4 +1,5 @@
-// The one way to name a table. The values are part of the interface and never change.
+// The one way to name a table. The values are part of the interface and never change: a new table takes the number
+// behind the last one, and counts in kTableCount.
 #pragma once
 
 #include <cstdint>
@@ -22,5 +23,7 @@ enum enTables : std::int32_t {
   enAll,         // all tables in a row
   enCreditMemo,  // used inside the invoice read alone, never by a host
 };
+
+inline constexpr int kTableCount = 13;  // of single tables
 
 }  // namespace twqb

@@ -26,9 +26,11 @@ std::string Now() { return GeneralDate(TheMachine().Now()); }
 
 }  // namespace
 
-void Compose(const Platform& platform) {
+void Compose(const Platform& platform, std::span<const Table* const> tables) {
   Vars() = ModuleVariables{};
   Vars().platform = platform;
+  Vars().tables = tables;
+  Vars().pull = GetTableFromQB;
 }
 
 CTWQBBridge::CTWQBBridge() {

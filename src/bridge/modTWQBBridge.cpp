@@ -2,9 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "bridge/BillReview.h"
-#include "bridge/TableRoutines.h"
-#include "engine/DependentPull.h"
+#include "bridge/Tables.h"
 #include "engine/RecordReader.h"
 #include "engine/SelectionQueries.h"
 #include "events/modSubscribe.h"
@@ -23,11 +21,10 @@ namespace twqb {
 
 namespace {
 
-// Sending estimates is a regular run that does nothing: they are only ever read.
-bool IsBuilt(Direction direction, std::int32_t table) {
-  const auto* routines = FindTableRoutines(table);
-  if (direction == Direction::Send && table == enEstimates) return true;
-  return routines != nullptr && (direction == Direction::Send ? routines->send != nullptr : routines->get != nullptr);
+// Whether this version moves the table that way.
+bool IsBuilt(Direction direction, const Table* table) {
+  if (table == nullptr) return false;
+  return direction == Direction::Send ? table->send != nullptr : table->get != nullptr;
 }
 
 void RefuseTable(Direction direction, std::int32_t table) {
@@ -42,7 +39,8 @@ void RefuseTable(Direction direction, std::int32_t table) {
 // Reads the keys of one table.
 class FilterReader {
  public:
-  FilterReader(std::string_view section, std::string_view table) : section_(section), table_(table) {}
+  FilterReader(std::string_view section, std::string_view table, Run& run)
+      : section_(section), table_(table), run_(run) {}
 
   [[nodiscard]] std::string Text(std::string_view suffix, std::string_view fallback = {}) const {
     return gf_ReadSettings(section_, fmt::format("{}{}", table_, suffix), Vars().g_TWSettingsPath, fallback);
@@ -54,7 +52,7 @@ class FilterReader {
   void Pair(std::string_view option, std::string_view keyA, std::string_view keyB, std::string& a, std::string& b,
             Date (*turn)(Date)) const {
     if (!Flag(option)) return;
-    Vars().g_FiltersActive = true;
+    run_.g_FiltersActive = true;
     a = turn == nullptr ? Text(keyA) : GeneralDate(turn(TextToDate(Text(keyA))));
     b = turn == nullptr ? Text(keyB) : GeneralDate(turn(TextToDate(Text(keyB))));
   }
@@ -62,21 +60,22 @@ class FilterReader {
  private:
   std::string section_;
   std::string table_;
+  Run& run_;
 };
 
 Date AsItIs(Date date) { return date; }
 
-void ReadSettings(const FilterReader& settings, SavedFilters& filters) {
-  if (settings.Flag("_ChkSkip")) {
-    filters.Date1a = kSkipTable;
-    Vars().g_FiltersActive = true;
+void ReadSettings(const FilterReader& settings, SavedFilters& filters, Run& run) {
+  filters.skipsTable = settings.Flag("_ChkSkip");
+  if (filters.skipsTable) {
+    run.g_FiltersActive = true;
     return;
   }
   filters.IgnoreLastSync = settings.Flag("_chkIgnoreLastSync", "0");
   filters.ActiveOnly = settings.Flag("_chkActiveOnly", "0");
   const auto mostRecent = settings.Text("_OptMostRecent");
-  filters.MostRecent = mostRecent.empty() || TextToBoolean(mostRecent);
-  filters.Never = settings.Flag("_OptNever");
+  const bool wantsNewer = mostRecent.empty() || TextToBoolean(mostRecent);
+  filters.rule = TwinRuleOf(settings.Flag("_OptNever"), wantsNewer);
   settings.Pair("_OptDate1b", "_cmbDate1a", "_cmbDate1b", filters.Date1a, filters.Date1b, LocalToUTC);
   settings.Pair("_OptFilter1b", "_cmbFilter1a", "_cmbFilter1b", filters.Filter1a, filters.Filter1b, nullptr);
   settings.Pair("_OptFilter2b", "_cmbFilter2a", "_cmbFilter2b", filters.Filter2a, filters.Filter2b, nullptr);
@@ -92,13 +91,12 @@ struct Transfer {
   void (*passId)(SavedFilters& filters);  // without saved filters: the one record
 };
 
-bool SendOne(std::int32_t table, const SavedFilters& filters) { return SendTableToQB(table, filters); }
 bool GetOne(std::int32_t table, const SavedFilters& filters) {
   return GetTableFromQB(table, filters, filters.ActiveOnly ? ActiveOnly::True : ActiveOnly::False, false, nullptr);
 }
 
 constexpr Transfer kSend = {
-    .direction = Direction::Send, .section = "QBSEND_", .runTable = SendOne, .passId = [](SavedFilters& filters) {
+    .direction = Direction::Send, .section = "QBSEND_", .runTable = SendTableToQB, .passId = [](SavedFilters& filters) {
       filters.Filter1a = Vars().g_PassedID;
       filters.Filter1b = Vars().g_PassedID;
     }};
@@ -109,32 +107,27 @@ constexpr Transfer kGet = {
 
 enum class StepResult : std::uint8_t { Done, FiltersFailed, TableFailed, StampFailed };
 
-// Steps a to e of one table.
-StepResult RunTable(const Transfer& transfer, std::int32_t table, const TransferOptions& options,
-                    SavedFilters& filters) {
-  // a.
+// A full run that went well is remembered. False: that could not be written.
+bool StampRun(const Transfer& transfer, std::int32_t table, const Run& run) {
+  if (run.g_TableOk == TableOk::False || run.g_FiltersActive) return true;
+  const auto key = std::string(GetTableName(transfer.direction, table)) + "_LastSendAt";
+  return gf_WriteSettings(transfer.section, key, GeneralDate(TheMachine().Now()), Vars().g_TWSettingsPath);
+}
+
+StepResult RunTable(const Transfer& transfer, std::int32_t table, const TransferOptions& options, SavedFilters& filters,
+                    Run& run) {
   if (!options.usePreferencesTW) {
     transfer.passId(filters);
   } else if (!GetSavedFilters(transfer.section, table, filters)) {
     return StepResult::FiltersFailed;
   }
-  // b.
-  if (options.isSync) filters.MostRecent = true;
-  // c.
-  if (filters.Date1a == kSkipTable) return StepResult::Done;
-  // d.
+  if (options.isSync && filters.rule == TwinRule::Overwrite) filters.rule = TwinRule::NewerWins;
+  if (filters.skipsTable) return StepResult::Done;
   if (!transfer.runTable(table, filters)) return StepResult::TableFailed;
-  // e. A full run that went well is remembered.
-  if (Vars().g_TableOk != TableOk::False && !Vars().g_FiltersActive) {
-    const auto key = std::string(GetTableName(transfer.direction, table)) + "_LastSendAt";
-    if (!gf_WriteSettings(transfer.section, key, GeneralDate(TheMachine().Now()), Vars().g_TWSettingsPath)) {
-      return StepResult::StampFailed;
-    }
-  }
-  return StepResult::Done;
+  return StampRun(transfer, table, run) ? StepResult::Done : StepResult::StampFailed;
 }
 
-void TakeFormDown() { CloseObjects(FormToo::Unload, nullptr, nullptr, nullptr); }
+void TakeFormDown(const Run& run) { CloseObjects(run, FormToo::Unload, nullptr, nullptr, nullptr); }
 
 void HoldCallback(int& modeBefore) {
   modeBefore = TheCallback().Mode();
@@ -142,23 +135,21 @@ void HoldCallback(int& modeBefore) {
   Vars().g_CallbackHeld = true;
 }
 
-// Step 6.
 void ReleaseCallback(int modeBefore) {
   if (!Vars().g_IsSubscribed) return;
   IgnoreErrors([&] { Vars().g_QBCallback->SetMode(modeBefore); });
   Vars().g_CallbackHeld = false;
 }
 
-// How a transfer leaves: whether step 6 is still done.
+// How a transfer leaves.
 struct Outcome {
   bool result = false;
   bool releasesCallback = true;
 };
 
-// Step 4.
-Outcome TransferOne(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
+Outcome TransferOne(const Transfer& transfer, std::int32_t table, const TransferOptions& options, Run& run) {
   SavedFilters filters;
-  switch (RunTable(transfer, table, options, filters)) {
+  switch (RunTable(transfer, table, options, filters, run)) {
     case StepResult::Done:
       break;
     case StepResult::FiltersFailed:
@@ -174,85 +165,69 @@ Outcome TransferOne(const Transfer& transfer, std::int32_t table, const Transfer
   return {.result = true};
 }
 
-// Step 5. The filter values carry over from table to table; Date1a alone is emptied.
-Outcome TransferAll(const Transfer& transfer, const TransferOptions& options) {
+// The filter values carry over from table to table; Date1a alone is emptied.
+Outcome TransferAll(const Transfer& transfer, const TransferOptions& options, Run& run) {
   const bool sends = transfer.direction == Direction::Send;
-  Vars().g_AllTablesRun = true;
+  run.g_AllTablesRun = true;
   SavedFilters filters;
-  for (std::int32_t table = enEmployees; table < enAll; ++table) {
-    if (sends && table == enExpenseLog) continue;  // only ever sent by name
-    if (!IsBuilt(transfer.direction, table)) continue;
-    const auto step = RunTable(transfer, table, options, filters);
+  for (const auto* table : Tables()) {
+    if (!IsBuilt(transfer.direction, table) || (sends && table->sends == SentRows::NamedAlone)) continue;
+    const auto step = RunTable(transfer, table->number, options, filters, run);
     filters.Date1a.clear();
     if (step == StepResult::Done) continue;
     // The form stays open, and the next table run of the process finds the flag set.
     if (step == StepResult::FiltersFailed) return {};
-    Vars().g_AllTablesRun = false;
-    TakeFormDown();
+    run.g_AllTablesRun = false;
+    TakeFormDown(run);
     // A form that is to be left open goes all the same where a table failed; not where its time could not be written.
     if (!sends && step == StepResult::TableFailed) UnloadMsgForm();
     // After a failed table the call-back stays held; the next transfer overwrites it.
     return {.releasesCallback = sends && step == StepResult::StampFailed};
   }
-  Vars().g_AllTablesRun = false;
-  TakeFormDown();
+  run.g_AllTablesRun = false;
+  TakeFormDown(run);
   if (!sends) IgnoreErrors([] { UnloadMsgForm(); });
   return {.result = true};
 }
 
 bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
-  // 1.
+  Run& run = Vars();
   if (!CheckQBSession(true, options.isQBSingleMode)) return false;
-  // 2.
   Vars().g_IsSubscribed = HasEvents() && IsSubscribed();
-  // 3.
   int modeBefore = 0;
   if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
-  // 4., 5.
-  const auto outcome = table == enAll ? TransferAll(transfer, options) : TransferOne(transfer, table, options);
-  // 6.
+  const auto outcome =
+      table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
 }
 
 // The filters of a get, as the reader takes them.
-ReadFilters ReadFiltersOf(const TableRead& read, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID) {
+ReadFilters ReadFiltersOf(const QuickBooksRead& read, const SavedFilters& filters, ActiveOnly activeOnly,
+                          bool blnByID) {
+  const bool taken = read.ofTheRun == OfTheRun::Taken;
   return {.strID = filters.Filter2a,
           .strFromDate = filters.Date1a,
           .strToDate = filters.Date1b,
           .strNameFrom = filters.Filter1a,
           .strNameTo = filters.Filter1b,
           .IsDependent = blnByID,
-          .ExpenseLogKind = read.ExpenseLogKind,
-          .activeOnly = read.looksUpActiveOnly ? ActiveOnly::LookUp : activeOnly,
-          .strTxnFrom = read.takesTransactionDates ? filters.From : std::string(),
-          .strTxnTo = read.takesTransactionDates ? filters.To : std::string()};
+          .activeOnly = taken ? activeOnly : ActiveOnly::LookUp,
+          .strTxnFrom = taken ? filters.From : std::string(),
+          .strTxnTo = taken ? filters.To : std::string()};
 }
 
-// Step 4 of a send. False: the table's run ends at once.
-bool DispatchSend(std::int32_t table, const SendCall& call) {
-  const auto* routines = FindTableRoutines(table);
-  if (table == enEstimates) {
-    Vars().g_TableOk = TableOk::True;
-    return true;
+void DispatchSend(const Table& table, const SendCall& call) {
+  if (table.sends == SentRows::Selected) {
+    table.send(call);
+    return;
   }
-  if (table != enExpenseLog) return routines->send(call);
-  // Expenses go only where a selection names them, and their outcome is not looked at.
   if (!call.sql.empty()) {
-    (void)routines->send(call);
-    ReviewTransferredBill(call.session);
+    table.send(call);
+    if (table.afterSend != nullptr) table.afterSend(call.session);
   }
-  Vars().g_TableOk = TableOk::True;
-  return true;
+  call.run.g_TableOk = TableOk::True;
 }
-
-void TellExpensesOfVersion1() {
-  TheDesk().ShowMessageBox(
-      {.text = "QuickBooks 2002 Does not provide complete support for Transferring the Expense Log", .title = "Error"});
-}
-
-// For the tables below, from the start of the process: a table's own get is not always called from here.
-[[maybe_unused]] const bool kHandedDown = (HandDownGetTable(GetTableFromQB), true);
 
 }  // namespace
 
@@ -265,61 +240,65 @@ bool GetData(std::int32_t table, const TransferOptions& options) {
 }
 
 bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilters& filters) {
+  Run& run = Vars();
   return RunAs("GetSavedFilters", [&] {
-    Vars().g_FiltersActive = false;
+    run.g_FiltersActive = false;
     const auto direction = UpperCase(strPrefix) == "QBSEND_" ? Direction::Send : Direction::Get;
-    ReadSettings(FilterReader(strPrefix, GetTableName(direction, table)), filters);
+    ReadSettings(FilterReader(strPrefix, GetTableName(direction, table), run), filters, run);
   });
 }
 
-bool SendTableToQB(std::int32_t table, const SavedFilters& filters) {
-  if (table >= enAll) return true;
+bool SendTableToQB(std::int32_t number, const SavedFilters& filters) {
+  Run& run = Vars();
+  const auto* table = FindTable(number);
+  if (table == nullptr && number >= enAll) return true;
   if (!IsBuilt(Direction::Send, table)) {
-    RefuseTable(Direction::Send, table);
+    RefuseTable(Direction::Send, number);
     return false;
   }
   return RunAs("SendTableToQB", false, [&] {
-    // 1. The connection is released on every way out.
+    // The connection is released on every way out.
     return WithGlobalConnection([&] {
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-      // 2., 3.
-      const auto sql = BuildSelectSQL(table, filters);
-      Vars().g_TableOk = TableOk::False;
-      // 4.
-      if (!DispatchSend(table, {.sql = sql, .filters = filters, .session = *Vars().g_QBSession})) return false;
-      // 5.
-      return Vars().g_TableOk == TableOk::True;
+      const auto sql = BuildSelectSQL(*table, filters);
+      run.g_TableOk = TableOk::False;
+      DispatchSend(*table, {.sql = sql, .rule = filters.rule, .session = *Vars().g_QBSession, .run = run});
+      return run.g_TableOk == TableOk::True;
     });
   });
 }
 
-bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
+bool GetTableFromQB(std::int32_t number, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
                     ado::Connection* connection) {
-  if (table == enAll) return true;
+  if (number == enAll) return true;
+  const auto* table = FindTable(number);
   if (!IsBuilt(Direction::Get, table)) {
-    RefuseTable(Direction::Get, table);
+    RefuseTable(Direction::Get, number);
     return false;
   }
+  // A pull is a part of the run that needs it, and its outcome overwrites that run's.
+  Run& run = Vars();
   return RunAs("GetTableFromQB", false, [&] {
     return WithGlobalConnection([&] {
-      // 1.
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-      Vars().g_TableOk = TableOk::False;
-      activeOnly = LookUpActiveOnly(table, activeOnly);
-      // 2.
-      if (table == enExpenseLog && Vars().g_QBMajorVer == 1) TellExpensesOfVersion1();
+      run.g_TableOk = TableOk::False;
+      activeOnly = LookUpActiveOnly(table->names.get, activeOnly);
+      if (table->beforeReads != nullptr) table->beforeReads();
       std::int16_t part = 0;
-      for (const auto& read : ReadsOf(table)) {
+      for (const auto& read : table->reads) {
         RecordList records;
-        if (ApplyQBFiltersAndReadRecords(read.kind, records, *Vars().g_QBSession,
-                                         ReadFiltersOf(read, filters, activeOnly, blnByID))) {
-          FindTableRoutines(table)->get(
-              {.records = records, .filters = filters, .blnByID = blnByID, .connection = connection, .part = part});
+        if (ApplyQBFiltersAndReadRecords(*table, read, records, *Vars().g_QBSession,
+                                         ReadFiltersOf(read, filters, activeOnly, blnByID), run)) {
+          table->get({.records = records,
+                      .rule = filters.rule,
+                      .run = run,
+                      .dependent = blnByID ? Dependent::Yes : Dependent::No,
+                      .connection = connection,
+                      .part = part});
         }
         ++part;
       }
-      // 3.
-      return Vars().g_NoQBRecords || Vars().g_TableOk != TableOk::False;
+      return run.g_NoQBRecords || run.g_TableOk != TableOk::False;
     });
   });
 }

@@ -7,12 +7,9 @@
 
 #include "engine/SavedFilters.h"
 #include "platform/ado.h"
-#include "services/TableNames.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
-
-inline constexpr std::string_view kSkipTable = "SKIP";
 
 // What a bridge object contributes to a transfer.
 struct TransferOptions {
@@ -25,14 +22,15 @@ struct TransferOptions {
 bool SendData(std::int32_t table, const TransferOptions& options);
 bool GetData(std::int32_t table, const TransferOptions& options);
 
-// Reads the saved filters of a table. Clears nothing: a text whose option is off stays as it was. Date1a becomes "SKIP"
-// for a table to be left out, and nothing else is read then. False after ErrorHandler.
+// Reads the saved filters of a table. Clears nothing: a text whose option is off stays as it was. Of a table to be left
+// out nothing else is read. False after ErrorHandler.
 bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilters& filters);
 
-// One table to QuickBooks, selected by the filters.
+// One table to QuickBooks, selected by the filters, in the run of the process.
 bool SendTableToQB(std::int32_t table, const SavedFilters& filters);
 
-// One table from QuickBooks. `blnByID` is the pull of a single record for another table's sake, on `connection`.
+// One table from QuickBooks, in the run of the process. `blnByID` is the pull of a single record for another table's
+// sake, on `connection`.
 bool GetTableFromQB(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
                     ado::Connection* connection);
 

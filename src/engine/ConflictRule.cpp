@@ -2,15 +2,16 @@
 
 namespace twqb {
 
-TwinRule TwinRuleOf(bool optNever, bool optMostRecent) {
-  if (optNever) return TwinRule::LeaveAlone;
-  return optMostRecent ? TwinRule::NewerWins : TwinRule::Overwrite;
+TwinRule TwinRuleOf(bool never, bool newerWins) {
+  if (never) return TwinRule::LeaveAlone;
+  return newerWins ? TwinRule::NewerWins : TwinRule::Overwrite;
 }
 
 bool RecordMoves(const ConflictCase& conflict) {
   if (conflict.rule == TwinRule::LeaveAlone) return false;
   if (conflict.rule == TwinRule::Overwrite) return true;
-  // QuickBooks writes standard time all year. The shift hangs on the clock now, not on the record's own date.
+  // QuickBooks' time is standard time all year, and the billing time is on the clock of now, summer and winter: the
+  // shift hangs on that clock and not on the record's own date.
   const auto quickBooksTime =
       conflict.clock == TimeZoneState::Daylight ? conflict.quickBooksTime.PlusHours(1) : conflict.quickBooksTime;
   return conflict.direction == Direction::Send ? quickBooksTime <= conflict.billingTime

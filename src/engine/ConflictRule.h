@@ -5,7 +5,7 @@
 
 #include "platform/Date.h"
 #include "platform/machine.h"
-#include "services/TableNames.h"
+#include "services/Direction.h"
 
 namespace twqb {
 
@@ -15,13 +15,13 @@ enum class TwinRule : std::uint8_t {
   NewerWins,   // it moves if its side is not the older one
   Overwrite,   // it always moves
 };
-// `OptNever` is tested first and wins.
-[[nodiscard]] TwinRule TwinRuleOf(bool optNever, bool optMostRecent);
+// Never is tested first and wins.
+[[nodiscard]] TwinRule TwinRuleOf(bool never, bool newerWins);
 
 struct ConflictCase {
   Direction direction = Direction::Send;
   TwinRule rule = TwinRule::NewerWins;
-  Date quickBooksTime;                            // TimeModified as QuickBooks wrote it: standard time
+  Date quickBooksTime;                            // TimeModified, as standard time
   TimeZoneState clock = TimeZoneState::Standard;  // of the machine at the moment of the transfer
   Date billingTime;                               // local time, as GetTWDateOfUpdation gives it
 };

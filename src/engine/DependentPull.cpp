@@ -1,24 +1,17 @@
 #include "engine/DependentPull.h"
 
+#include "engine/SavedFilters.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
+#include "services/ModuleVariables.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
 
-namespace {
-
-GetTableRoutine getTable = nullptr;
-
-}  // namespace
-
-void HandDownGetTable(GetTableRoutine routine) { getTable = routine; }
-
 bool PullRecordFromQB(std::int32_t table, std::string_view listID, ado::Connection* connection) {
-  if (getTable == nullptr) throw PlatformError(error::kObjectNothing);
-  SavedFilters filters;
-  filters.Filter2a = listID;
-  return getTable(table, filters, ActiveOnly::LookUp, true, connection);
+  const auto pull = Vars().pull;
+  if (pull == nullptr) throw PlatformError(error::kObjectNothing);
+  return pull(table, SavedFilters::OneToGet(listID), ActiveOnly::LookUp, true, connection);
 }
 
 void TransferCustomerOrJobFromQB(std::string_view listID, ado::Connection* connection, std::string_view kind) {

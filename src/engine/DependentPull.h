@@ -2,23 +2,15 @@
 // in BillingDb, say.
 //
 // Pulling means running a whole other table, which is the dispatch's work, and the dispatch stands above this layer: it
-// hands its routine down. Any table module may pull through here.
+// hands its routine down when the library is composed. Any table module may pull through here.
 #pragma once
 
 #include <cstdint>
 #include <string_view>
 
-#include "engine/SavedFilters.h"
 #include "platform/ado.h"
 
 namespace twqb {
-
-// `GetTableFromQB`: one table from QuickBooks, narrowed by the filters; False when it failed, which has been told.
-using GetTableRoutine = bool (*)(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
-                                 ado::Connection* connection);
-
-// The routine for every pull of the process.
-void HandDownGetTable(GetTableRoutine routine);
 
 // Pulls the one record of that identifier on the caller's connection: no filters, no regard to what the saved flags say
 // of pairs, no form, and a Cancel is left to the caller. False when it failed, which has been told. Raises 91 when no

@@ -1,7 +1,6 @@
 #include "engine/Mapping.h"
 
 #include "platform/Text.h"
-#include "services/ModuleVariables.h"
 
 namespace twqb {
 
@@ -21,7 +20,27 @@ bool Applies(SendField::When when, const Value& value, std::string_view text) {
   return true;
 }
 
+void SetField(const RequestField& target, const SendField& field, std::string_view text) {
+  if (field.length > 0) {
+    target.SetValue(Left(text, field.length));
+  } else if (field.cut == SendField::Cut::ToMaxLength) {
+    SetCut(target, text);
+  } else {
+    target.SetValue(text);
+  }
+}
+
+bool HasChoices(std::string_view path) { return path.find('|') != std::string_view::npos; }
+
 }  // namespace
+
+std::vector<std::string> PathChoices(std::string_view path) {
+  const auto dot = path.rfind('.');
+  const auto last = dot == std::string_view::npos ? 0 : dot + 1;
+  std::vector<std::string> paths;
+  for (const auto& step : Split(path.substr(last), '|')) paths.push_back(std::string(path.substr(0, last)) + step);
+  return paths;
+}
 
 RequestField FieldAtPath(const RequestField& request, std::string_view path) {
   const auto dot = path.find('.');
@@ -47,13 +66,10 @@ int SendFields(const RequestField& request, const ado::Recordset& row, std::span
     auto text = ToText(value);
     if (!Applies(field.when, value, text)) continue;
     if (field.convert != nullptr) text = field.convert(text);
-    const auto target = FieldAtPath(request, field.path);
-    if (field.length > 0) {
-      target.SetValue(Left(text, field.length));
-    } else if (field.cut == SendField::Cut::ToMaxLength) {
-      SetCut(target, text);
+    if (HasChoices(field.path)) {
+      for (const auto& path : PathChoices(field.path)) SetField(FieldAtPath(request, path), field, text);
     } else {
-      target.SetValue(text);
+      SetField(FieldAtPath(request, field.path), field, text);
     }
     ++set;
   }
@@ -70,21 +86,25 @@ void WriteCut(ado::Recordset& row, std::string_view column, std::string_view tex
 }
 
 void GetFields(ado::Recordset& row, const Record& record, std::span<const GetField> fields) {
-  for (const auto& field : fields) {
-    const auto source = FieldAtPath(record, field.path);
-    if (source.IsNothing()) continue;
+  const auto take = [&](const GetField& field, std::string_view path) {
+    const auto source = FieldAtPath(record, path);
+    if (source.IsNothing()) return;
     const auto text = source.GetValue();
     WriteCut(row, field.column, field.convert == nullptr ? text : field.convert(text));
+  };
+  for (const auto& field : fields) {
+    if (HasChoices(field.path)) {
+      for (const auto& path : PathChoices(field.path)) take(field, path);
+    } else {
+      take(field, field.path);
+    }
   }
 }
 
-std::string ColumnText(const ado::Recordset& row, std::string_view column) { return ToText(row.Field(column)); }
-
-std::string_view StateFieldName() {
-  const auto country = UpperCase(Vars().g_QBCountry);
-  if (country == "CA") return "Province";
-  if (country == "UK") return "County";
-  return "State";
+void BlankColumns(ado::Recordset& row, std::span<const std::string_view> columns) {
+  for (const auto column : columns) row.SetField(column, std::string());
 }
+
+std::string ColumnText(const ado::Recordset& row, std::string_view column) { return ToText(row.Field(column)); }
 
 }  // namespace twqb

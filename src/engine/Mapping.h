@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/ado.h"
 #include "quickbooks/RequestModel.h"
@@ -13,12 +14,16 @@
 
 namespace twqb {
 
+// The last step of a path may name several fields, "BillAddress.State|Province|County": each country's form has one of
+// them, and the others stay off the wire and out of answers. Here are the paths one by one.
+[[nodiscard]] std::vector<std::string> PathChoices(std::string_view path);
+
 // A column on its way to a QuickBooks field.
 struct SendField {
   enum class When : std::uint8_t { Always, NotNull, NotEmpty, NotBlank };  // NULL is empty; blank is empty when trimmed
   enum class Cut : std::uint8_t { ToMaxLength, Uncut };
 
-  std::string_view path;  // "BillAddress.City"
+  std::string_view path;  // "BillAddress.City"; see PathChoices
   std::string_view column;
   When when = When::Always;
   std::string (*convert)(std::string_view) = nullptr;  // before the cut
@@ -34,14 +39,18 @@ void SetCut(const RequestField& field, std::string_view text);
 // The field at a path whose steps are separated by dots.
 [[nodiscard]] RequestField FieldAtPath(const RequestField& request, std::string_view path);
 
-// A QuickBooks field on its way to a column. A field that the record lacks is passed over.
+// A QuickBooks field on its way to a column. A field that the record lacks is passed over; where several rows fill one
+// column, the last field that is there counts.
 struct GetField {
-  std::string_view path;
+  std::string_view path;  // as above
   std::string_view column;
   std::string (*convert)(std::string_view) = nullptr;  // before the cut
 };
 
 void GetFields(ado::Recordset& row, const Record& record, std::span<const GetField> fields);
+
+// Empties the columns ahead of a mapping, so that a field which QuickBooks leaves out blanks its column.
+void BlankColumns(ado::Recordset& row, std::span<const std::string_view> columns);
 
 // A text cut to the column's DefinedSize, and the same assigned to the column.
 [[nodiscard]] std::string CutTo(const ado::Recordset& row, std::string_view column, std::string_view text);
@@ -51,8 +60,5 @@ void WriteCut(ado::Recordset& row, std::string_view column, std::string_view tex
 
 // The column with an empty text appended: NULL reads as "".
 [[nodiscard]] std::string ColumnText(const ado::Recordset& row, std::string_view column);
-
-// The address field for state, province or county in the country found.
-[[nodiscard]] std::string_view StateFieldName();
 
 }  // namespace twqb

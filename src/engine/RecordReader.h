@@ -5,12 +5,10 @@
 #include <string>
 
 #include "engine/SavedFilters.h"
+#include "engine/Table.h"
 #include "quickbooks/QBSessionManager.h"
 
 namespace twqb {
-
-// The transactions that the expense log is read from, each by a read of its own.
-enum ExpenseLogKinds : std::int16_t { enChecks = 0, enCreditCardCharges, enBills };
 
 // Every pair: one of the two alone is ignored. What a table's query has no place for is not used.
 struct ReadFilters {
@@ -20,20 +18,20 @@ struct ReadFilters {
   std::string strNameFrom;  // name range; of transactions: range of reference numbers, or two entities
   std::string strNameTo;
   bool IsDependent = false;  // of projects: takes a customer too, and does no form work
-  std::int16_t ExpenseLogKind = enChecks;
   ActiveOnly activeOnly = ActiveOnly::False;
   std::string strTxnFrom;  // transaction date range; only where no modified date is given
   std::string strTxnTo;
 };
 
-// `activeOnly`, with LookUp replaced by what the table's saved setting says. Raises what the settings raise.
-[[nodiscard]] ActiveOnly LookUpActiveOnly(std::int32_t tableKind, ActiveOnly activeOnly);
+// `activeOnly`, with LookUp replaced by what the saved setting of that name of a get says. Raises what the settings
+// raise.
+[[nodiscard]] ActiveOnly LookUpActiveOnly(std::string_view getName, ActiveOnly activeOnly);
 
-// Reads the records of a table (a value of enTables) into `records`, each under its identifier; those of expense codes
-// are added to what is in `records`. True also when the table keeps none of the records that came. False: QuickBooks
-// found nothing (`g_NoQBRecords`), or did not know the one record, or refused (told already), or a call failed (told
-// already), or the table has no query.
-bool ApplyQBFiltersAndReadRecords(std::int32_t tableKind, RecordList& records, QBSessionManager& session,
-                                  const ReadFilters& filters);
+// Carries a read of the table out: its records go into `records`, each under its identifier; those of a read for
+// several kinds are added to what is in `records`. True also when the read keeps none of the records that came. False:
+// QuickBooks found nothing (`g_NoQBRecords`), or did not know the one record, or refused (told already), or a call
+// failed (told already).
+bool ApplyQBFiltersAndReadRecords(const Table& table, const QuickBooksRead& read, RecordList& records,
+                                  QBSessionManager& session, const ReadFilters& filters, Run& run);
 
 }  // namespace twqb

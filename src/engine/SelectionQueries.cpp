@@ -5,13 +5,11 @@
 #include <optional>
 #include <string_view>
 
-#include "engine/SelectionTables.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
-#include "services/TableNames.h"
 
 namespace twqb {
 
@@ -35,9 +33,9 @@ bool BothOf(std::string_view a, std::string_view b) { return !a.empty() && !b.em
 // The filters of a run, with its dates read.
 class Narrowing {
  public:
-  Narrowing(std::int32_t table, const SavedFilters& filters)
+  Narrowing(const Table& table, const SavedFilters& filters)
       : filters_(filters), hasRange_(BothOf(filters.Date1a, filters.Date1b)) {
-    const auto key = std::string(GetTableName(Direction::Send, table)) + "_LastSendAt";
+    const auto key = std::string(table.names.send) + "_LastSendAt";
     lastSend_ = LocalToUTC(TextToDate(gf_ReadSettings("QBSEND_", key, Vars().g_TWSettingsPath, kNeverSent)));
     if (!hasRange_) return;
     rangeFrom_ = TextToDate(filters.Date1a);
@@ -110,16 +108,15 @@ std::string WithClauses(const Selection& selection, std::string text, const Save
 
 }  // namespace
 
-std::string BuildSelectSQL(std::int32_t table, const SavedFilters& filters) {
-  const auto* selection = FindSelection(table);
-  if (selection == nullptr) return {};
+std::string BuildSelectSQL(const Table& table, const SavedFilters& filters) {
+  const auto& selection = table.selection;
+  if (selection.base.empty()) return {};
 
   const Narrowing narrowing(table, filters);
-  const bool isPassed = selection->passed != nullptr && !Vars().g_PassedID.empty();
-  if (selection->onlyPassed && !isPassed) return {};
-  auto base = BaseOf(*selection);
-  auto text =
-      isPassed ? selection->passed(base, filters) : WithClauses(*selection, std::move(base), filters, narrowing);
+  const bool isPassed = selection.passed != nullptr && !Vars().g_PassedID.empty();
+  if (selection.onlyPassed && !isPassed) return {};
+  auto base = BaseOf(selection);
+  auto text = isPassed ? selection.passed(base, filters) : WithClauses(selection, std::move(base), filters, narrowing);
   return text.empty() ? text : text + ";";
 }
 

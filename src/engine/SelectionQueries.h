@@ -1,18 +1,17 @@
-// The one SELECT from which a send reads its rows. What each table's statement is made of stands in SelectionTables.
+// The one SELECT from which a send reads its rows. What each table's statement is made of stands in its module.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
-#include "engine/SavedFilters.h"
+#include "engine/Table.h"
 
 namespace twqb {
 
-// `table` is a value of enTables. Empty for a table that has no statement, and where only named records are sent and
+// Empty for a table that has no statement, and where only named records are sent and
 // none is named; otherwise it ends with ";". Reads PassedID, the kind of database, and from the settings the time of
 // the table's last send; raises what they raise, and 13 for a date that is none.
 //
 // The values are not protected against quotes.
-[[nodiscard]] std::string BuildSelectSQL(std::int32_t table, const SavedFilters& filters);
+[[nodiscard]] std::string BuildSelectSQL(const Table& table, const SavedFilters& filters);
 
 }  // namespace twqb

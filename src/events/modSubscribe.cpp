@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "events/SubscriptionSets.h"
+#include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Requests.h"
@@ -23,8 +24,8 @@ constexpr std::string_view kPlainVersion = "qbxml version=\"3.0\"";
 constexpr std::string_view kProductTitle = "Tallywick<->QuickBooks";
 
 // Statuses that say that a subscription is as it was to become.
-constexpr std::int32_t kAlreadySubscribed = 3180;
-constexpr std::int32_t kNotFound = 3120;
+constexpr std::int32_t kAlreadySubscribed = status::kCannotSave;
+constexpr std::int32_t kNotSubscribed = status::kObjectNotFound;
 
 void Tell(std::string text, std::string_view title) {
   TheDesk().ShowMessageBox({.text = std::move(text), .title = std::string(title), .icon = BoxIcon::Information});
@@ -47,27 +48,24 @@ std::string RefusalsIn(const MsgSetResponse& answer, std::int32_t accepted) {
   std::string text;
   for (std::size_t i = 0; i < answer.Count(); ++i) {
     const auto& response = answer.GetAt(i);
-    const auto status = response.StatusCode();
-    if (status == 0 || status == accepted) continue;
+    const auto code = response.StatusCode();
+    if (code == status::kOk || code == accepted) continue;
     text +=
         fmt::format("Request Number {} :-\r\nStatus Code = {}\r\nStatus Message = {}\r\nStatus Severity = {}\r\n\r\n",
-                    i + 1, status, response.StatusMessage(), response.StatusSeverity());
+                    i + 1, code, response.StatusMessage(), response.StatusSeverity());
   }
   return text;
 }
 
-// Steps 4 to 7 of a change: sends it, reads every response, and ends the session, so that what comes next begins anew.
+// Carries a change out: sends it, reads every response, and ends the session, so that what comes next begins anew.
 // `session` is gone afterwards.
 bool CarryOut(QBSessionManager& session, const MsgSetRequest& set, std::int32_t accepted) {
-  // 4., 5.
   auto refusals = RefusalsIn(SendSubscriptionSet(session, set), accepted);
-  // 6.
   if (!refusals.empty()) {
     Tell(std::move(refusals), "Error");
     CheckQBSession(false, false);
     return false;
   }
-  // 7.
   if (!CheckQBSession(false, false)) return false;
   Vars().g_IsSubscribed = IsSubscribed();
   return true;
@@ -77,9 +75,7 @@ bool CarryOut(QBSessionManager& session, const MsgSetRequest& set, std::int32_t 
 
 bool fnSubscribe() {
   return RunAs("fnSubscribe", false, [] {
-    // 1.
     if (!CheckQBSession(true, false)) return false;
-    // 2.
     if (!HasEvents()) {
       Tell(
           "Only one-way automatic sync is available. You need to\r\n"
@@ -88,7 +84,6 @@ bool fnSubscribe() {
           "Message");
       return false;
     }
-    // 3.
     auto& session = *Vars().g_QBSession;
     auto set = session.CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
     AppendSubscriptions(set);
@@ -114,7 +109,7 @@ bool fnUnsubscribe(SubscriptionType intType) {
       request["SubscriberID"].SetValue(kSubscriberId);
       request["SubscriptionType"].SetValue(static_cast<int>(type));
     }
-    return CarryOut(session, set, kNotFound);
+    return CarryOut(session, set, kNotSubscribed);
   });
 }
 
@@ -126,9 +121,9 @@ bool IsSubscribed() {
     set.Append("SubscriptionQueryRq")["SubscriberID"].SetValue(kSubscriberId);
     const auto answer = SendSubscriptionSet(session, set);
     const auto& response = answer.GetAt(0);
-    const auto status = response.StatusCode();
-    if (status != 0 && status != 1) ShowQBError(response);
-    return status == 0;
+    const auto code = response.StatusCode();
+    if (code != status::kOk && code != status::kFoundNothing) ShowQBError(response);
+    return code == status::kOk;
   });
 }
 

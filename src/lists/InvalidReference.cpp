@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "services/ModuleVariables.h"
-
 namespace twqb {
 
 namespace {
@@ -15,12 +13,11 @@ std::string HeadOf(const Response& response) {
 
 }  // namespace
 
-void TellInvalidReference(const Response& response) { TheDesk().ShowMessageBox({.text = HeadOf(response)}); }
+MessageBox InvalidReference(const RefusedRequest& refused) { return {.text = HeadOf(refused.response)}; }
 
-void TellInvalidReference(const Response& response, std::string_view advice) {
-  TheDesk().ShowMessageBox(
-      {.text = fmt::format("{}\r\n(Error Code = {}\r\nSeverity: {})\r\n\r\nSuggestion: -\r\n{}", HeadOf(response),
-                           response.StatusCode(), response.StatusSeverity(), advice)});
+MessageBox InvalidReference(const Response& response, std::string_view advice) {
+  return {.text = fmt::format("{}\r\n(Error Code = {}\r\nSeverity: {})\r\n\r\nSuggestion: -\r\n{}", HeadOf(response),
+                              response.StatusCode(), response.StatusSeverity(), advice)};
 }
 
 }  // namespace twqb

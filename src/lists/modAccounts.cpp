@@ -4,10 +4,12 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "engine/DependentPull.h"
 #include "lists/ActiveFlag.h"
 #include "lists/InvalidReference.h"
+#include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
@@ -17,42 +19,6 @@
 namespace twqb {
 
 namespace {
-
-void ReadAccountRow(const ado::Recordset& row, SendRecord& record);
-void AssignAccountFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
-                            const SendRecord& record);
-Refusal OnRefusedAccount(const RefusedRequest& refused);
-void AddAccountRow(ado::Recordset& rows, GetRecord& account);
-void WriteAccountFields(ado::Recordset& row, const Record& account);
-void ShowRowToOthers();
-
-// --- Description -----------------------------------------------------------------------------------------------------
-
-// Errors are reported under the names of the activities' routines; support knows the reports by them.
-constexpr TableDescription kAccounts = {
-    .table = enAccounts,
-    .tableName = "AccountList",
-    .keyColumn = "AccountID",
-    .fallbackDateColumn = "LastUpdated",
-    .addRequest = "AccountAddRq",
-    .sendRoutine = "MoveActivityToQB",
-    .getRoutine = "MoveActivitiesToTW",
-    .sendingText = "Sending Accounts to QuickBooks...",
-    .gettingText = "Getting Accounts from QuickBooks...",
-    .recordLabel = "Account ID",
-    .sendLogText = "Error in Account transfer to QB. Account ID = ",
-    .getLogText = "Error in Accounts transfer to Tallywick. Account = ",
-    .progressColumn = "AccountName",
-    .nameField = "FullName",
-    .progressFrom = 1,
-    .addQuestion = AddQuestion::InItsOwnBox,
-    .readRow = ReadAccountRow,
-    .assign = Fill<AssignAccountFldValues>,
-    .onRefusal = OnRefusedAccount,
-    .addRow = AddAccountRow,
-    .writeFields = WriteAccountFields,
-    .afterUpdate = ShowRowToOthers,
-};
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
 
@@ -71,7 +37,7 @@ std::string ActiveUnlessTrue(std::string_view isInActive) {
   return !isInActive.empty() && TextToBoolean(isInActive) ? "False" : "True";
 }
 
-constexpr std::array kSendAccount = {
+constexpr std::array kSendFields = {
     SendField{.path = "AccountNumber", .column = "AccountID"},
     SendField{.path = "AccountType", .column = "AccountTypeID", .convert = TypeOrLast},
     SendField{.path = "Desc", .column = "AccountDesc", .when = SendField::When::NotNull},
@@ -80,14 +46,17 @@ constexpr std::array kSendAccount = {
     SendField{.path = "IsActive", .column = "IsInActive", .convert = ActiveUnlessTrue},
 };
 
-constexpr std::array kGetAccount = {GetField{.path = "Desc", .column = "AccountDesc"}};
+constexpr std::array kGetFields = {GetField{.path = "Desc", .column = "AccountDesc"}};
 
 // --- Hooks of the send -----------------------------------------------------------------------------------------------
 
-void ReadAccountRow(const ado::Recordset& row, SendRecord& record) { record.qbName = ColumnText(row, "AccountName"); }
+void ReadAccountRow(const ado::Recordset& row, SendRecord& record) {
+  record.countedName = ColumnText(row, "AccountName");
+}
 
 // An account whose parent has no link goes to the top level.
-void AssignParent(const RequestField& request, const ado::Recordset& row) {
+void AssignParent(const RequestField& request, const ado::Recordset& row, RequestKind /*kind*/,
+                  const SendRecord& /*record*/) {
   // The parent may have been added a moment ago, and takes its time to become readable.
   constexpr std::int64_t kPause = 500;
   const auto parent = row.Field("ParentAccountID");
@@ -98,27 +67,15 @@ void AssignParent(const RequestField& request, const ado::Recordset& row) {
   if (!link.empty()) request["ParentRef"]["ListID"].SetValue(link);
 }
 
-void AssignAccountFldValues(const RequestField& request, const ado::Recordset& row, RequestKind /*kind*/,
-                            const SendRecord& record) {
-  SetCut(request["Name"], record.qbName);
-  SendFields(request, row, kSendAccount);
-  AssignParent(request, row);
+// A name in use is no reason for a second account under another name: the row stays without a link.
+std::vector<std::string> NameInUse(const RefusedRequest& refused) {
+  return {fmt::format("Adding Account : '{}' already exists in QB", refused.record.countedName)};
 }
 
-// A name in use is no reason for a second account under another name: the row stays without a link.
-Refusal OnRefusedAccount(const RefusedRequest& refused) {
-  switch (refused.response.StatusCode()) {
-    case kStatusNameInUse:
-      WriteLog(fmt::format("Adding Account : '{}' already exists in QB", refused.record.qbName));
-      return Refusal::PassOver;
-    case kStatusInvalidReference:
-      TellInvalidReference(refused.response,
-                           "If this table needs an account, please choose a valid account in the\r\n"
-                           "Sync Settings Form.");
-      return Refusal::LeaveTable;
-    default:
-      return Refusal::AskUser;
-  }
+MessageBox InvalidAccount(const RefusedRequest& refused) {
+  return InvalidReference(refused.response,
+                          "If this table needs an account, please choose a valid account in the\r\n"
+                          "Sync Settings Form.");
 }
 
 // --- Hooks of the get ------------------------------------------------------------------------------------------------
@@ -140,7 +97,7 @@ std::string ParentKeyOf(const Record& account) {
   return RequireScalarFromSQL(lookup);
 }
 
-void WriteAccountFields(ado::Recordset& row, const Record& account) {
+void WriteNameAndType(ado::Recordset& row, const Record& account) {
   const auto names = Split(account["FullName"].GetValue(), ':');
   const auto parent = names.size() > 1 ? ParentKeyOf(account) : std::string();
   WriteCut(row, "AccountName", ReplaceJunkChars(names.back()));
@@ -149,8 +106,6 @@ void WriteAccountFields(ado::Recordset& row, const Record& account) {
     const auto number = type.GetInteger();
     row.SetField("AccountTypeID", number < 0 || number > kLastAccountType ? kUnknownAccountType : number);
   }
-  GetFields(row, account, kGetAccount);
-  WriteInactive(row, account);
 }
 
 // To the dependent pull of a further record, too.
@@ -159,16 +114,92 @@ void ShowRowToOthers() {
   TheDesk().PumpMessages();
 }
 
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr std::array kRules = {
+    StatusRule{.status = status::kNameInUse, .log = NameInUse},
+    StatusRule{.status = status::kInvalidReference, .then = Refusal::LeaveTable, .box = InvalidAccount},
+    StatusRule{.then = Refusal::AskInItsOwnBox},
+};
+
+// Errors are reported under the names of the activities' routines; support knows the reports by them.
+constexpr ListTable kAccounts = {
+    .tableName = "AccountList",
+    .keyColumn = "AccountID",
+    .fallbackDateColumn = "LastUpdated",
+    .send =
+        {
+            .texts = {.routine = "MoveActivityToQB",
+                      .shown = "Sending Accounts to QuickBooks...",
+                      .log = "Error in Account transfer to QB. Account ID = "},
+            .recordLabel = "Account ID",
+            .addRequest = "AccountAddRq",
+            .progressColumn = "AccountName",
+            .fields = kSendFields,
+            .rules = kRules,
+            .readRow = ReadAccountRow,
+            .fillMore = AssignParent,
+        },
+    .get =
+        {
+            .texts = {.routine = "MoveActivitiesToTW",
+                      .shown = "Getting Accounts from QuickBooks...",
+                      .log = "Error in Accounts transfer to Tallywick. Account = "},
+            .nameField = "FullName",
+            .progressFrom = 1,
+            .fields = kGetFields,
+            .addRow = AddAccountRow,
+            .writeFirst = WriteNameAndType,
+            .writeLast = WriteInactive,
+            .afterUpdate = ShowRowToOthers,
+        },
+};
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}(AccountName BETWEEN '{a}' AND '{b}') "},
+};
+
+// The names in the error reports are those of the activities, as above.
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBActivityFilters",
+    .copyRoutine = "GetQBActivityRecordsInCollectionObject",
+    .requests = {"AccountQueryRq"},
+    .choice = "ORAccountListQuery",
+    .readingText = "Reading Accounts from QuickBooks...",
+    .readingFrom = 2,
+}};
+
 }  // namespace
+
+constinit const Table kAccountsTable = {
+    .number = enAccounts,
+    .name = "Accounts",
+    .names = {.send = "Accounts", .get = "Accounts(QB)"},
+    .rows = {.table = "AccountList"},
+    .selection =
+        {
+            .base = "SELECT AccountID, AccountTypeID, AccountName, ParentAccountID, AccountDesc,IsInActive, "
+                    "OpenBalance, OpenBalanceDate, QBLinkID, LastUpdated FROM AccountList ",
+            .clauses = kClauses,
+        },
+    .send = MoveAccountsToQB,
+    .reads = kReads,
+    .get = MoveAccountsToTW,
+};
 
 // --- Public routines -------------------------------------------------------------------------------------------------
 
-void MoveAccountsToQB(const std::string& strSQL, bool /*optNever*/, bool /*optMostRecent*/, QBSessionManager& session) {
-  SendTable(kAccounts, strSQL, /*optNever=*/true, /*optMostRecent=*/false, session);
+void MoveAccountsToQB(const SendCall& call) {
+  SendList(kAccountsTable, kAccounts,
+           {.sql = call.sql, .rule = TwinRule::LeaveAlone, .session = call.session, .run = call.run});
 }
 
-void MoveAccountsToTW(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent) {
-  GetTable(kAccounts, records, optNever, optMostRecent, isDependent, nullptr);
+void MoveAccountsToTW(const GetCall& call) {
+  auto own = call;
+  own.connection = nullptr;
+  GetList(kAccounts, own);
 }
 
 }  // namespace twqb

@@ -4,17 +4,16 @@
 // rows, and brings the missing parent of a sub-account with it.
 #pragma once
 
-#include <string>
-
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 
 namespace twqb {
 
-// Sends the accounts that `strSQL` selects; the outcome is `g_TableOk`. Both flags are there for the caller's sake and
-// change nothing: an account with a twin is left alone.
-void MoveAccountsToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
+extern const Table kAccountsTable;
+
+// Sends the accounts of the call. Its rule changes nothing: an account with a twin is left alone.
+void MoveAccountsToQB(const SendCall& call);
 
 // Takes accounts over. A dependent call works on a connection of its own.
-void MoveAccountsToTW(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent);
+void MoveAccountsToTW(const GetCall& call);
 
 }  // namespace twqb

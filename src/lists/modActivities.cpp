@@ -3,49 +3,21 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <vector>
 
 #include "engine/FreeKey.h"
 #include "lists/ActiveFlag.h"
 #include "lists/InvalidReference.h"
 #include "lists/Items.h"
+#include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
 namespace {
-
-Refusal OnRefusedActivity(const RefusedRequest& refused);
-void AddActivityRow(ado::Recordset& rows, GetRecord& item);
-void WriteActivityFields(ado::Recordset& row, const Record& item);
-
-// --- Description -----------------------------------------------------------------------------------------------------
-
-constexpr TableDescription kActivities = {
-    .table = enActivities,
-    .tableName = "Activity",
-    .keyColumn = "ActivityID",
-    // Its own fallback: without a date an activity is older than any item.
-    .fallbackDateColumn = "LastUpdated",
-    .addRequest = "ItemServiceAddRq",
-    .modRequest = "ItemServiceModRq",
-    .sendRoutine = "MoveActivityToQB",
-    .getRoutine = "MoveActivitiesToTW",
-    .sendingText = "Sending Activities to QuickBooks...",
-    .gettingText = "Getting Activities from QuickBooks...",
-    .recordLabel = "Activity ID",
-    .getLogText = "Error in Activity transfer to Tallywick. Activity = ",
-    .rulePlace = RulePlace::AheadOfRequest,
-    .inVersion1 = InVersion1::AddAnew,
-    .addQuestion = AddQuestion::InItsOwnBox,
-    .assign = QBAssignActivityFldValues,
-    .onRefusal = OnRefusedActivity,
-    .addRow = AddActivityRow,
-    .writeFields = WriteActivityFields,
-};
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
 
@@ -110,24 +82,17 @@ void AssignModFields(const RequestField& request, const ado::Recordset& row, con
   }
 }
 
-void LogNameInUse(std::string_view doing, const SendRecord& record) {
-  WriteLog(fmt::format("{} Activity : '{}' already exists in QB", doing, record.qbName));
+using Lines = std::vector<std::string>;
+
+std::string NameInUse(std::string_view doing, const SendRecord& record) {
+  return fmt::format("{} Activity : '{}' already exists in QB", doing, record.countedName);
 }
 
 // A name in use is logged and not shown; whoever reads the log learns of one that stood in the way of another error.
-Refusal OnRefusedActivity(const RefusedRequest& refused) {
-  const auto status = refused.response.StatusCode();
-  if (refused.kind == RequestKind::Mod) {
-    if (status != kStatusNameInUse) return Refusal::AskUser;
-    LogNameInUse("Modifying", refused.record);
-    return Refusal::PassOver;
-  }
-  if (status == kStatusNameInUse && !refused.namesSpent) return Refusal::TryNextName;
-  if (refused.namesSpent || refused.record.qbName != refused.record.key) LogNameInUse("Adding", refused.record);
-  if (status == kStatusNameInUse) return Refusal::PassOver;
-  if (status != kStatusInvalidReference) return Refusal::AskUser;
-  TellInvalidReference(refused.response);
-  return Refusal::AskToGoOn;
+Lines ModifyingNameInUse(const RefusedRequest& refused) { return {NameInUse("Modifying", refused.record)}; }
+Lines AddingNameInUse(const RefusedRequest& refused) { return {NameInUse("Adding", refused.record)}; }
+Lines NameWasInUse(const RefusedRequest& refused) {
+  return refused.record.countedName == refused.record.key ? Lines() : AddingNameInUse(refused);
 }
 
 // --- Hooks of the get ------------------------------------------------------------------------------------------------
@@ -198,24 +163,98 @@ void WriteActivityFields(ado::Recordset& row, const Record& item) {
   }
 }
 
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr std::array kRules = {
+    StatusRule{.status = status::kNameInUse, .on = OnRequest::Mod, .log = ModifyingNameInUse},
+    StatusRule{.status = status::kNameInUse, .on = OnRequest::Add, .then = Refusal::TryNextName},
+    StatusRule{.status = status::kNameInUse, .on = OnRequest::AddNamesSpent, .log = AddingNameInUse},
+    StatusRule{.status = status::kInvalidReference,
+               .on = OnRequest::Add,
+               .then = Refusal::AskToGoOn,
+               .log = NameWasInUse,
+               .box = InvalidReference},
+    StatusRule{.on = OnRequest::Add, .then = Refusal::AskInItsOwnBox, .log = NameWasInUse},
+};
+
+constexpr ListTable kActivities = {
+    .tableName = "Activity",
+    .keyColumn = "ActivityID",
+    // Its own fallback: without a date an activity is older than any item.
+    .fallbackDateColumn = "LastUpdated",
+    .send =
+        {
+            .texts = {.routine = "MoveActivityToQB", .shown = "Sending Activities to QuickBooks..."},
+            .recordLabel = "Activity ID",
+            .addRequest = "ItemServiceAddRq",
+            .modRequest = "ItemServiceModRq",
+            .announces = Announces::PairsThatGo,
+            .inVersion1 = InVersion1::AddAnew,
+            .rules = kRules,
+            .assign = QBAssignActivityFldValues,
+        },
+    .get =
+        {
+            .texts = {.routine = "MoveActivitiesToTW",
+                      .shown = "Getting Activities from QuickBooks...",
+                      .log = "Error in Activity transfer to Tallywick. Activity = "},
+            .addRow = AddActivityRow,
+            .writeLast = WriteActivityFields,
+        },
+};
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}(Activity.ActivityID BETWEEN '{a}' AND '{b}') "},
+    Clause{ClauseOn::Filter2,
+           "{K}(Activity.ActivityID IN(SELECT ActivityID FROM ActivityGroupDetail  WHERE AGID BETWEEN '{a}' AND "
+           "'{b}')) "},
+};
+
+// The text has always named projects.
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBActivityFilters",
+    .copyRoutine = "GetQBActivityRecordsInCollectionObject",
+    .requests = {"ItemServiceQueryRq"},
+    .choice = "ORListQuery",
+    .readingText = "Reading Projects from QuickBooks...",
+}};
+
 }  // namespace
+
+constinit const Table kActivitiesTable = {
+    .number = enActivities,
+    .name = "Activities",
+    .names = {.send = "Activities", .get = "Activities(QB)"},
+    .rows = {.table = "Activity"},
+    .selection =
+        {
+            .base = "SELECT ActivityID, QBLinkID, ActivityDescription,LastUpdated, AC_CostRate, AC_BillRate, "
+                    "IsInActive, QBAccountID1, QBAccountID2 FROM Activity ",
+            .prefix = "Activity.",
+            .clauses = kClauses,
+            .activeOnly = " AND (Activity.IsInActive IS NULL OR Activity.IsInActive = 0) ",
+        },
+    .send = MoveActivityToQB,
+    .reads = kReads,
+    .get = MoveActivitiesToTW,
+    .billingDeletion = {.rows = "Activity"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::List, .type = 17},
+};
 
 // --- Public routines -------------------------------------------------------------------------------------------------
 
-void MoveActivityToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session) {
-  SendTable(kActivities, strSQL, optNever, optMostRecent, session);
-}
+void MoveActivityToQB(const SendCall& call) { SendList(kActivitiesTable, kActivities, call); }
 
-void MoveActivitiesToTW(const RecordList& records, bool optNever, bool optMostRecent) {
-  GetTable(kActivities, records, optNever, optMostRecent, Dependent::No, nullptr);
-}
+void MoveActivitiesToTW(const GetCall& call) { GetList(kActivities, call); }
 
 Filling QBAssignActivityFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
                                   const SendRecord& record) {
   return RunAs("QBAssignActivityFldValues", Filling::EndTable, [&] {
     // Read for a Mod too: settings that can't be read end the table whatever is sent.
     const DefaultAccounts defaults = {.income = DefaultIncomeAccount(), .expense = DefaultExpenseAccount()};
-    if (kind == RequestKind::Add || IsRenamed(record)) SetCut(request["Name"], ItemName(record.qbName));
+    if (kind == RequestKind::Add || IsRenamed(record)) SetCut(request["Name"], ItemName(record.countedName));
     AssignActive(request, row);
     if (kind == RequestKind::Add) {
       AssignAddFields(request, row, defaults);

@@ -4,18 +4,17 @@
 // side for either, and keeps its form. Accounts go out with a new item and come back; a Mod leaves them alone.
 #pragma once
 
-#include <string>
-
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 
 namespace twqb {
 
-// Sends the activities that `strSQL` selects; the outcome is `g_TableOk`. A QuickBooks of version 1 has no Mod of
-// items: linked activities go as new ones.
-void MoveActivityToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
+extern const Table kActivitiesTable;
+
+// Sends the activities of the call. A QuickBooks of version 1 has no Mod of items: linked activities go as new ones.
+void MoveActivityToQB(const SendCall& call);
 
 // Takes service items over.
-void MoveActivitiesToTW(const RecordList& records, bool optNever, bool optMostRecent);
+void MoveActivitiesToTW(const GetCall& call);
 
 // Fills an Add or a Mod from the row; `record` has the name and, of a Mod, the twin. A failure has been told, and ends
 // the table.

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -12,45 +11,10 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
 namespace {
-
-void ReadClientRow(const ado::Recordset& row, SendRecord& record);
-void WriteClientFields(ado::Recordset& row, const Record& customer);
-
-// The column is spelled without the final d, and the date goes in as the machine prints it: installations have both
-// columns, and the conflict rule goes on comparing the other one.
-std::string LastUpdatedStatement(std::string_view key, Date utc) {
-  return fmt::format("UPDATE Client SET LastUpdate = '{}' WHERE ClientID = '{}';", GeneralDate(utc), key);
-}
-
-// --- Description -----------------------------------------------------------------------------------------------------
-
-constexpr TableDescription kClients = {
-    .table = enClients,
-    .tableName = "Client",
-    .keyColumn = "ClientID",
-    .fallbackDateColumn = "ClientSince",
-    .addRequest = "CustomerAddRq",
-    .modRequest = "CustomerModRq",
-    .sendRoutine = "MoveClientsToQB",
-    .getRoutine = "MoveClientsToTW",
-    .sendingText = "Sending Clients to QuickBooks...",
-    .gettingText = "Getting Clients from QuickBooks...",
-    .recordLabel = "Client ID",
-    .sendLogText = "Error tranfering Client to QB. Client ID = ",
-    .getLogText = "Error transfering Client to Tallywick. Client = ",
-    .missingConnectionText = "MoveClientsToTW - Connection Object is required!",
-    .lastUpdatedStatement = LastUpdatedStatement,
-    .sendPassesOver = error::kRequestIncomplete,
-    .readRow = ReadClientRow,
-    .assign = Fill<AssignClientFldValues>,
-    .belongs = IsCustomer,
-    .writeFields = WriteClientFields,
-};
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
 // The spellings Clientcity, Clientstate, Clientfax and Clientsince are the hosts'; columns match without case.
@@ -58,20 +22,17 @@ constexpr TableDescription kClients = {
 using When = SendField::When;
 using Cut = SendField::Cut;
 
-constexpr std::array kSendNames = {
+constexpr std::array kSendFields = {
     SendField{.path = "CompanyName", .column = "ClientCompany"},
     SendField{.path = "FirstName", .column = "ClientFName"},
     SendField{.path = "LastName", .column = "ClientLName"},
     SendField{.path = "MiddleName", .column = "ClientMI"},
     SendField{.path = "Salutation", .column = "ClientMainSalt", .when = When::NotBlank, .cut = Cut::Uncut},
-};
-// A client without any of these three is sent with a dot as its first line.
-constexpr std::array kSendAddressLines = {
     SendField{.path = "BillAddress.Addr1", .column = "ClientCompany", .when = When::NotEmpty},
     SendField{.path = "BillAddress.Addr2", .column = "ClientStreet", .when = When::NotNull},
     SendField{.path = "BillAddress.Addr3", .column = "ClientStreet2", .when = When::NotNull},
-};
-constexpr std::array kSendContacts = {
+    SendField{.path = "BillAddress.City", .column = "Clientcity"},
+    SendField{.path = "BillAddress.State|Province|County", .column = "Clientstate"},
     SendField{.path = "BillAddress.PostalCode", .column = "ClientZip"},
     SendField{.path = "Phone", .column = "ClientPhone", .convert = FormatPhoneForQB},
     SendField{.path = "AltPhone", .column = "ClientMainPhone", .convert = FormatPhoneForQB},
@@ -79,30 +40,49 @@ constexpr std::array kSendContacts = {
     SendField{.path = "Email", .column = "ClientEmail", .cut = Cut::Uncut},
 };
 
-// Blanked before the record is read, so that a field which QuickBooks leaves out blanks the column.
 constexpr std::array<std::string_view, 11> kBlankedColumns = {
     "ClientStreet",    "ClientStreet2", "ClientCity",  "ClientState",    "ClientZip",    "ClientPhone",
     "ClientMainPhone", "ClientFax",     "ClientEmail", "ClientMainSalt", "ClientCompany"};
 
-constexpr std::array kGetSalutation = {GetField{.path = "Salutation", .column = "ClientMainSalt"}};
-constexpr std::array kGetCompany = {GetField{.path = "CompanyName", .column = "ClientCompany"}};
 // Addr1 and Addr4 are not read: the first line is the company, as on the way out.
-constexpr std::array kGetStreets = {
-    GetField{.path = "Addr2", .column = "ClientStreet"},
-    GetField{.path = "Addr3", .column = "ClientStreet2"},
-    GetField{.path = "City", .column = "ClientCity"},
-};
-constexpr std::array kGetPostalCode = {GetField{.path = "PostalCode", .column = "ClientZip"}};
-constexpr std::array kGetContacts = {
+constexpr std::array kGetFields = {
+    GetField{.path = "Salutation", .column = "ClientMainSalt"},
+    GetField{.path = "ListID", .column = "QBLinkID"},
+    GetField{.path = "CompanyName", .column = "ClientCompany"},
+    GetField{.path = "BillAddress.Addr2", .column = "ClientStreet"},
+    GetField{.path = "BillAddress.Addr3", .column = "ClientStreet2"},
+    GetField{.path = "BillAddress.City", .column = "ClientCity"},
+    GetField{.path = "BillAddress.State|Province|County", .column = "ClientState"},
+    GetField{.path = "BillAddress.PostalCode", .column = "ClientZip"},
     GetField{.path = "Phone", .column = "ClientPhone", .convert = CleanPhoneFromQB},
     GetField{.path = "AltPhone", .column = "ClientMainPhone", .convert = CleanPhoneFromQB},
     GetField{.path = "Fax", .column = "ClientFax", .convert = CleanPhoneFromQB},
     GetField{.path = "Email", .column = "ClientEmail"},
 };
 
-// --- Hooks -----------------------------------------------------------------------------------------------------------
+// --- Hooks of the send -----------------------------------------------------------------------------------------------
 
-void ReadClientRow(const ado::Recordset& row, SendRecord& record) { record.qbName = GetQBClientName(row); }
+// The column is spelled without the final d, and the date goes in as the machine prints it: installations have both
+// columns, and the conflict rule goes on comparing the other one.
+std::string LastUpdatedStatement(std::string_view key, Date utc) {
+  return fmt::format("UPDATE Client SET LastUpdate = '{}' WHERE ClientID = '{}';", GeneralDate(utc), key);
+}
+
+void ReadClientRow(const ado::Recordset& row, SendRecord& record) { record.countedName = GetQBClientName(row); }
+
+// A client without any line of its address is sent with a dot as the first.
+void FillDot(const RequestField& request, const ado::Recordset& /*row*/, RequestKind /*kind*/,
+             const SendRecord& /*record*/) {
+  const auto address = request["BillAddress"];
+  for (const std::string_view line : {"Addr1", "Addr2", "Addr3"}) {
+    if (address[line].IsSet()) return;
+  }
+  address["Addr1"].SetValue(".");
+}
+
+bool IsIncomplete(const PlatformError& raised) { return raised.number() == error::kRequestIncomplete; }
+
+// --- Hooks of the get ------------------------------------------------------------------------------------------------
 
 struct ContactName {
   std::string first;
@@ -130,44 +110,93 @@ void WriteNames(ado::Recordset& row, const Record& customer) {
   WriteCut(row, "ClientMI", customer["MiddleName"].GetValueOrEmpty());
 }
 
-void WriteClientFields(ado::Recordset& row, const Record& customer) {
-  // 1. to 3.
-  WriteNames(row, customer);
-  // 4.
-  for (const auto column : kBlankedColumns) row.SetField(column, std::string());
-  // 5. to 7.
-  GetFields(row, customer, kGetSalutation);
-  row.SetField("QBLinkID", customer["ListID"].GetValue());
-  GetFields(row, customer, kGetCompany);
-  // 8.
-  if (const auto address = customer["BillAddress"]; !address.IsNothing()) {
-    GetFields(row, address, kGetStreets);
-    GetFields(row, address, std::array{GetField{.path = StateFieldName(), .column = "ClientState"}});
-    GetFields(row, address, kGetPostalCode);
-  }
-  // 9., 10.
-  GetFields(row, customer, kGetContacts);
-  // 11.
+void WriteSinceAndStatus(ado::Recordset& row, const Record& customer) {
   if (const auto created = customer["TimeCreated"]; !created.IsNothing()) {
     row.SetField("Clientsince", ShortDate(created.GetDate()));
   }
-  // 12.
   const auto active = customer["IsActive"];
   row.SetField("Status", std::string(!active.IsNothing() && active.GetBoolean() ? "Active" : "InActive"));
 }
 
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr ListTable kClients = {
+    .tableName = "Client",
+    .keyColumn = "ClientID",
+    .fallbackDateColumn = "ClientSince",
+    .send =
+        {
+            .texts = {.routine = "MoveClientsToQB",
+                      .shown = "Sending Clients to QuickBooks...",
+                      .log = "Error tranfering Client to QB. Client ID = "},
+            .recordLabel = "Client ID",
+            .addRequest = "CustomerAddRq",
+            .modRequest = "CustomerModRq",
+            .fields = kSendFields,
+            .readRow = ReadClientRow,
+            .fillMore = FillDot,
+            .lastUpdatedStatement = LastUpdatedStatement,
+            .passesOver = IsIncomplete,
+        },
+    .get =
+        {
+            .texts = {.routine = "MoveClientsToTW",
+                      .shown = "Getting Clients from QuickBooks...",
+                      .log = "Error transfering Client to Tallywick. Client = ",
+                      .missingConnection = "MoveClientsToTW - Connection Object is required!"},
+            .blankedColumns = kBlankedColumns,
+            .fields = kGetFields,
+            .admit = AdmitThose<IsCustomer>,
+            .writeFirst = WriteNames,
+            .writeLast = WriteSinceAndStatus,
+        },
+};
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend,
+           "{K}(({P}LastUpdated > {a})  OR {P}QBLinkID IS NULL OR {P}QBLinkID = '' OR {P}LastUpdated IS NULL) "},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}ClientID BETWEEN '{a}' AND '{b}' "},
+    Clause{ClauseOn::Filter2,
+           "{K}(ClientID IN(SELECT ClientID FROM ClientGroupDetail  WHERE CGID BETWEEN '{a}' AND '{b}')) "},
+};
+
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBClientFilters",
+    .copyRoutine = "GetQBClientRecordsInCollectionObject",
+    .requests = {"CustomerQueryRq"},
+    .choice = "ORCustomerListQuery",
+    .readingText = "Reading Clients from QuickBooks...",
+    .keeps = Keeps::Customers,
+}};
+
 }  // namespace
+
+constinit const Table kClientsTable = {
+    .number = enClients,
+    .name = "Clients",
+    .names = {.send = "Clients", .get = "Customers"},
+    .rows = {.table = "Client"},
+    .selection =
+        {
+            .base = "SELECT ClientID, ClientFName, ClientLName, ClientMI, ClientCompany, ClientStreet, ClientStreet2, "
+                    "ClientCity, ClientState, ClientZip,ClientPhone, ClientMainPhone, ClientFax, ClientEmail, "
+                    "QBLinkID, LastUpdated, ClientSince, ClientMainSalt FROM Client ",
+            .clauses = kClauses,
+            .activeOnly = " AND (Client.Status IS NULL OR Client.Status = 'Active') ",
+        },
+    .send = MoveClientsToQB,
+    .reads = kReads,
+    .get = MoveClientsToTW,
+    .billingDeletion = {.rows = "Client"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::List, .type = 2},
+};
 
 // --- Public routines -------------------------------------------------------------------------------------------------
 
-void MoveClientsToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session) {
-  SendTable(kClients, strSQL, optNever, optMostRecent, session);
-}
+void MoveClientsToQB(const SendCall& call) { SendList(kClientsTable, kClients, call); }
 
-void MoveClientsToTW(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
-                     ado::Connection* connection) {
-  GetTable(kClients, records, optNever, optMostRecent, isDependent, connection);
-}
+void MoveClientsToTW(const GetCall& call) { GetList(kClients, call); }
 
 std::string GetQBClientName(const ado::Recordset& row) {
   auto key = ColumnText(row, "ClientID");
@@ -178,15 +207,7 @@ std::string GetQBClientName(const ado::Recordset& row) {
 
 void AssignClientFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
                            const SendRecord& record) {
-  SendFields(request, row, kSendNames);
-  if (SendFields(request, row, kSendAddressLines) == 0) request["BillAddress"]["Addr1"].SetValue(".");
-  const std::array places = {
-      SendField{.path = "City", .column = "Clientcity"},
-      SendField{.path = StateFieldName(), .column = "Clientstate"},
-  };
-  SendFields(request["BillAddress"], row, places);
-  SendFields(request, row, kSendContacts);
-  if (kind == RequestKind::Add) SetCut(request["Name"], record.qbName);
+  FillRequest(kClients.send, request, row, kind, record);
 }
 
 bool QBCustomerExistsInTW(const Record& customerRet, std::string& clientID) {

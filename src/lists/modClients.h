@@ -3,16 +3,17 @@
 
 #include <string>
 
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 
 namespace twqb {
 
-// Sends the clients that `strSQL` selects; the outcome is `g_TableOk`.
-void MoveClientsToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
+extern const Table kClientsTable;
+
+// Sends the clients of the call.
+void MoveClientsToQB(const SendCall& call);
 
 // Takes customers over; jobs among the records are passed over. A dependent call needs the caller's connection.
-void MoveClientsToTW(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
-                     ado::Connection* connection);
+void MoveClientsToTW(const GetCall& call);
 
 // The name under which a client goes to QuickBooks: its key, or "company (key)".
 [[nodiscard]] std::string GetQBClientName(const ado::Recordset& row);

@@ -7,85 +7,19 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
-#include <span>
 
 #include "lists/EmployeeNumbers.h"
+#include "lists/EmployeeRefusals.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
+#include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
-#include "services/TableNames.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
 namespace {
-
-void ReadPersonRow(const ado::Recordset& row, SendRecord& record);
-std::string NameOfPerson(const RequestField& request);
-std::unique_ptr<GetState> ReadRateSettings();
-
-template <IsVendor isVendor>
-Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
-  AssignEmployeeFldValues(request, row, kind, record, isVendor);
-  return Filling::Filled;
-}
-template <IsVendor isVendor>
-Refusal OnRefused(const RefusedRequest& refused);
-template <IsVendor isVendor>
-void WriteColumns(ado::Recordset& row, const Record& record) {
-  AssignTWEmployeeFldValues(row, record, isVendor);
-}
-template <IsVendor isVendor>
-void StartRow(ado::Recordset& row, const Record& record, const GetState* state);
-
-// --- Description -----------------------------------------------------------------------------------------------------
-
-constexpr TableDescription kEmployees = {
-    .table = enEmployees,
-    .tableName = "Employee",
-    .keyColumn = "EmployeeID",
-    .fallbackDateColumn = "EmpDateHired",
-    .addRequest = "EmployeeAddRq",
-    .modRequest = "EmployeeModRq",
-    .sendRoutine = "MoveEmployeesToQB",
-    .getRoutine = "MoveEmployeesToTW",
-    .sendingText = "Sending Employees to QuickBooks...",
-    .gettingText = "Getting Employees from QuickBooks...",
-    .recordLabel = "Employee ID",
-    .sendLogText = "Error transfering data to QB. Employee ID = ",
-    .getLogText = "Error transfering data to Tallywick. Employee = ",
-    .progressField = "Name",
-    .rowDate = RowDate::AheadOfTheTwin,
-    .linkCondition = "IsSub = 0 AND ",
-    .readRow = ReadPersonRow,
-    .assign = Assign<IsVendor::No>,
-    .nameOf = NameOfPerson,
-    .onRefusal = OnRefused<IsVendor::No>,
-    .writeFields = WriteColumns<IsVendor::No>,
-    .beginGet = ReadRateSettings,
-    .startRow = StartRow<IsVendor::No>,
-};
-
-constexpr TableDescription kVendors = [] {
-  auto vendors = kEmployees;
-  vendors.table = enVendors;
-  vendors.addRequest = "VendorAddRq";
-  vendors.modRequest = "VendorModRq";
-  vendors.sendingText = "Sending Vendors to QuickBooks...";
-  vendors.gettingText = "Getting Vendors from QuickBooks...";
-  vendors.linkCondition = "IsSub = -1 AND ";
-  vendors.assign = Assign<IsVendor::Yes>;
-  vendors.onRefusal = OnRefused<IsVendor::Yes>;
-  vendors.writeFields = WriteColumns<IsVendor::Yes>;
-  vendors.startRow = StartRow<IsVendor::Yes>;
-  return vendors;
-}();
-
-constexpr const TableDescription& TableOf(IsVendor isVendor) {
-  return isVendor == IsVendor::Yes ? kVendors : kEmployees;
-}
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
 // Unlike in other tables most lengths are fixed numbers: a company of more than 41 characters is QuickBooks' to refuse.
@@ -172,14 +106,10 @@ constexpr std::array kGetStreetsBelowName = {
 // --- Hooks: both directions ------------------------------------------------------------------------------------------
 
 constexpr std::string_view kUnknownName = "Missing Data";  // stands in BillingDb for a name that nobody gave
-constexpr std::string_view kNoState = "None";              // stands in QuickBooks for a missing state
+// The forms of the countries have one of these each; the others stay off the wire and out of answers.
+constexpr std::array<std::string_view, 3> kStateFields = {"State", "Province", "County"};
 
-std::string FileCountry() { return UpperCase(Vars().g_QBCountry); }
 bool KnowsMobiles() { return FileCountry() != "CA" && FileCountry() != "UK"; }
-
-std::string_view AddressField(IsVendor isVendor) {
-  return isVendor == IsVendor::Yes ? "VendorAddress" : "EmployeeAddress";
-}
 
 std::string JoinNames(std::initializer_list<std::string> parts) {
   std::string joined;
@@ -189,10 +119,16 @@ std::string JoinNames(std::initializer_list<std::string> parts) {
   return joined;
 }
 
+constexpr std::string_view kFallbackDate = "EmpDateHired";
+
 // --- Hooks: sending --------------------------------------------------------------------------------------------------
 
 // The counter of names in use goes behind the first name.
-void ReadPersonRow(const ado::Recordset& row, SendRecord& record) { record.qbName = ColumnText(row, "EmpFName"); }
+// The row's date is read ahead of the twin, of every row: one that can't be read is told whatever becomes of the row.
+void ReadPersonRow(const ado::Recordset& row, SendRecord& record) {
+  record.countedName = ColumnText(row, "EmpFName");
+  record.date = GetTWDateOfUpdation(row, "LastUpdated", kFallbackDate);
+}
 
 // An employee's name is made of its parts, unless an old form has the name itself.
 std::string NameOfPerson(const RequestField& request) {
@@ -202,8 +138,8 @@ std::string NameOfPerson(const RequestField& request) {
 
 // The first name as it goes. Of an unknown one the counter alone goes, when there is one.
 std::optional<std::string> FirstNameOf(const ado::Recordset& row, const SendRecord& record) {
-  if (ColumnText(row, "EmpFName") != kUnknownName) return record.qbName;
-  auto counter = record.qbName.substr(std::min(kUnknownName.size(), record.qbName.size()));
+  if (ColumnText(row, "EmpFName") != kUnknownName) return record.countedName;
+  auto counter = record.countedName.substr(std::min(kUnknownName.size(), record.countedName.size()));
   return counter.empty() ? std::nullopt : std::optional(std::move(counter));
 }
 
@@ -236,9 +172,9 @@ void AssignSalutation(const RequestField& request, const ado::Recordset& row) {
 void AssignAddress(const RequestField& address, const ado::Recordset& row, IsVendor isVendor) {
   const auto state = ColumnText(row, "EmpState");
   if (!Trim(state).empty()) {
-    address[StateFieldName()].SetValue(Left(state, 21));
+    for (const auto& field : kStateFields) address[field].SetValue(Left(state, 21));
   } else if (isVendor == IsVendor::No) {
-    address[StateFieldName()].SetValue(kNoState);
+    for (const auto& field : kStateFields) address[field].SetValue(kNoState);
   }
   if (isVendor == IsVendor::Yes) {
     SendFields(address, row, kSendVendorLines);
@@ -270,71 +206,10 @@ void AssignOfVendor(const RequestField& request, const ado::Recordset& row, Requ
   if (Vars().g_QBMajorVer >= 3) SendFields(request, row, kSendTaxNumber);
 }
 
-// Takes the state or province, which QuickBooks does not know, off the request. Once: what is refused again then is
-// logged where the company is Canadian under another edition, and the user's to decide elsewhere.
-Refusal MendState(const RefusedRequest& refused, IsVendor isVendor) {
-  const auto address = refused.request[AddressField(isVendor)];
-  const bool first = refused.resends == 0;
-  if (FileCountry() == "CA") {
-    if (first) address["Province"].SetValue(kNoState);
-  } else if (UpperCase(Vars().g_HostCountry) == "CA") {
-    if (!first) {
-      WriteLog(
-          fmt::format("The QB Record of the employee or vendor, ''{}...'' Could not be modified. The State or "
-                      "Province field value is incorrect or blank.",
-                      refused.record.qbName));
-      return Refusal::PassOver;
-    }
-    address["State"].Unset();
-  } else if (first) {
-    address["State"].SetValue(kNoState);
-  }
-  return first ? Refusal::SendAgain : Refusal::AskUser;
-}
-
-bool IsAboutState(const Response& response) {
-  const auto message = UpperCase(response.StatusMessage());
-  return message.find("PROVINCE") != std::string::npos || message.find("STATE") != std::string::npos;
-}
-
-void LogUnsentPayments(std::string_view name) {
-  WriteLog(fmt::format("The QB Record of the vendor, ''{}...'' Could not be modified.", name));
-  WriteLog(
-      "There may be unsent online banking payments for this vendor. The information of this vendor can't be modified "
-      "while you have unsent transactions");
-}
-
-void TellMissingPermission(const Response& response) {
-  TheDesk().ShowMessageBox({.text = fmt::format("QuickBooks has reported the following error: -\r\n{}\r\n\r\n"
-                                                "Please open the company file in QuickBooks and using the "
-                                                "\"Integrated Applications\"\r\n"
-                                                "option [Company|Modify Service Access...]\r\n"
-                                                "Allow this application to automatically logon and access Social "
-                                                "Security Numbers",
-                                                response.StatusMessage()),
-                            .title = "Error"});
-}
-
 template <IsVendor isVendor>
-Refusal OnRefused(const RefusedRequest& refused) {
-  constexpr std::int32_t kStatusBadField = 3110;
-  constexpr std::int32_t kStatusCannotModify = 3170;
-  constexpr std::int32_t kStatusNoPersonalData = 3261;
-  switch (refused.response.StatusCode()) {
-    case kStatusNameInUse:
-      return Refusal::TryNextName;
-    case kStatusCannotModify:
-      if (isVendor == IsVendor::No || refused.kind == RequestKind::Add) return Refusal::AskUser;
-      LogUnsentPayments(refused.record.qbName);
-      return Refusal::PassOver;
-    case kStatusBadField:
-      return IsAboutState(refused.response) ? MendState(refused, isVendor) : Refusal::AskUser;
-    case kStatusNoPersonalData:
-      TellMissingPermission(refused.response);
-      return Refusal::EndTable;
-    default:
-      return Refusal::AskUser;
-  }
+Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
+  AssignEmployeeFldValues(request, row, kind, record, isVendor);
+  return Filling::Filled;
 }
 
 // --- Hooks: getting --------------------------------------------------------------------------------------------------
@@ -349,8 +224,8 @@ struct RateSettings : GetState {
 // Both kinds go by the settings of the employees.
 std::unique_ptr<GetState> ReadRateSettings() {
   const auto read = [](std::string_view key, std::string_view fallback) {
-    return gf_ReadSettings("QBGET_", fmt::format("{}{}", GetTableName(Direction::Get, enEmployees), key),
-                           Vars().g_TWSettingsPath, fallback);
+    return gf_ReadSettings("QBGET_", fmt::format("{}{}", kEmployeesTable.names.get, key), Vars().g_TWSettingsPath,
+                           fallback);
   };
   auto rates = std::make_unique<RateSettings>();
   rates->billRate = read("_DefaultBR", "1");
@@ -403,23 +278,170 @@ void WriteAddress(ado::Recordset& row, const Record& record, IsVendor isVendor) 
   const bool beginsWithName =
       isVendor == IsVendor::Yes && address["Addr1"].GetValueOrEmpty() == record["Name"].GetValue();
   GetFields(row, address, beginsWithName ? kGetStreetsBelowName : kGetStreets);
-  const auto state = address[StateFieldName()].GetValueOrEmpty();
-  if (state != kNoState) WriteCut(row, "EmpState", state);
+  for (const auto& field : kStateFields) {
+    if (const auto state = address[field].GetValueOrEmpty(); !state.empty() && state != kNoState) {
+      WriteCut(row, "EmpState", state);
+    }
+  }
   GetFields(row, address, kGetPlace);
+}
+
+template <IsVendor isVendor>
+void WriteOthers(ado::Recordset& row, const Record& record) {
+  WriteName(row, "EmpFName", record["FirstName"]);
+  WriteName(row, "EmpLName", record["LastName"]);
+  const auto active = record["IsActive"];
+  row.SetField("Status", std::string(!active.IsNothing() && active.GetBoolean() ? "Active" : "Inactive"));
+  if (KnowsMobiles()) {
+    row.SetField("MobileNumber", std::string());
+    GetFields(row, record, kGetMobile);
+  }
+  row.SetField("IsSub", std::int64_t{isVendor == IsVendor::Yes ? -1 : 0});
+  if (isVendor == IsVendor::Yes) {
+    BlankColumns(row, kBlankedOfVendors);
+    GetFields(row, record, kGetOfVendors);
+  } else {
+    WriteDate(row, "EmpDateHired", record["HiredDate"]);
+    WriteDate(row, "EmpDateReleased", record["ReleasedDate"]);
+    BlankColumns(row, kBlankedOfEmployees);
+    WriteCut(row, "EmpSSN", EmployeeNumberOf(record));
+  }
+  WriteAddress(row, record, isVendor);
+}
+
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr ListTable kEmployees = {
+    .tableName = "Employee",
+    .keyColumn = "EmployeeID",
+    .fallbackDateColumn = kFallbackDate,
+    .send =
+        {
+            .texts = {.routine = "MoveEmployeesToQB",
+                      .shown = "Sending Employees to QuickBooks...",
+                      .log = "Error transfering data to QB. Employee ID = "},
+            .recordLabel = "Employee ID",
+            .addRequest = "EmployeeAddRq",
+            .modRequest = "EmployeeModRq",
+            .rules = kEmployeeRules,
+            .readRow = ReadPersonRow,
+            .assign = Assign<IsVendor::No>,
+            .nameOf = NameOfPerson,
+        },
+    .get =
+        {
+            .texts = {.routine = "MoveEmployeesToTW",
+                      .shown = "Getting Employees from QuickBooks...",
+                      .log = "Error transfering data to Tallywick. Employee = "},
+            .linkCondition = "IsSub = 0 AND ",
+            .progressField = "Name",
+            .blankedColumns = kBlankedColumns,
+            .fields = kGetContacts,
+            .writeLast = WriteOthers<IsVendor::No>,
+            .begin = ReadRateSettings,
+            .startRow = StartRow<IsVendor::No>,
+        },
+};
+
+constexpr ListTable kVendors = [] {
+  auto vendors = kEmployees;
+  vendors.send.addRequest = "VendorAddRq";
+  vendors.send.modRequest = "VendorModRq";
+  vendors.send.texts.shown = "Sending Vendors to QuickBooks...";
+  vendors.send.rules = kVendorRules;
+  vendors.send.assign = Assign<IsVendor::Yes>;
+  vendors.get.texts.shown = "Getting Vendors from QuickBooks...";
+  vendors.get.linkCondition = "IsSub = -1 AND ";
+  vendors.get.writeLast = WriteOthers<IsVendor::Yes>;
+  vendors.get.startRow = StartRow<IsVendor::Yes>;
+  return vendors;
+}();
+
+// Employees and vendors stand in one table; a flag tells them apart.
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, "{K}({P}LastUpdated BETWEEN {a} AND {b}) "},
+    Clause{ClauseOn::Filter1, "{K}(EmployeeID BETWEEN '{a}' AND '{b}') "},
+    Clause{ClauseOn::Filter2,
+           "{K}(EmployeeID IN (SELECT EmployeeID FROM EmployeeGroupDetail  WHERE EGID BETWEEN '{a}' AND '{b}')) "},
+};
+constexpr Selection PeopleWhere(std::string_view condition) {
+  return {.base =
+              "SELECT EmpCity, EmpContactPhone, EmpDateHired, EmpDateReleased, EmpEmail, EmpFName, EmpHPhone, "
+              "EmpHFax, EmpLName, EmployeeID, EmpMI, EmpSSN, EmpSalt, EmpState, EmpStreet, EmpStreet2, EmpZip, "
+              "LastUpdated, QBLinkID, EmpCompany, Status, MobileNumber FROM Employee ",
+          .where = condition,
+          .clauses = kClauses,
+          .activeOnly = " AND (Employee.Status IS NULL OR Employee.Status = 'Active') "};
+}
+
+constexpr QuickBooksRead kEmployeeRead = {
+    .filterRoutine = "ApplyQBEmployeeFilters",
+    .copyRoutine = "modEmployees GetQBEmployeeRecordsInCollectionObject",
+    .requests = {"EmployeeQueryRq"},
+    .choice = "ORListQuery",
+    .readingText = "Reading Employees from QuickBooks...",
+};
+constexpr std::array kEmployeeReads = {kEmployeeRead};
+// Vendors go by the routines of the employees, errors too.
+constexpr std::array kVendorReads = {[] {
+  auto read = kEmployeeRead;
+  read.requests = {"VendorQueryRq"};
+  read.choice = "ORVendorListQuery";
+  read.readingText = "Reading Vendors from QuickBooks...";
+  return read;
+}()};
+
+template <IsVendor isVendor>
+void Send(const SendCall& call) {
+  (void)MoveEmployeesToQB(call, isVendor);
+}
+template <IsVendor isVendor>
+void Get(const GetCall& call) {
+  MoveEmployeesToTW(call, isVendor);
 }
 
 }  // namespace
 
+constinit const Table kEmployeesTable = {
+    .number = enEmployees,
+    .name = "Employees",
+    .names = {.send = "Employees", .get = "Employees(QB)"},
+    .rows = {.table = "Employee", .condition = "IsSub = 0"},
+    .selection = PeopleWhere(" WHERE IsSub = 0 "),
+    .send = Send<IsVendor::No>,
+    .reads = kEmployeeReads,
+    .get = Get<IsVendor::No>,
+    .billingDeletion = {.rows = "Employee"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::List, .type = 6},
+};
+
+constinit const Table kVendorsTable = {
+    .number = enVendors,
+    .name = "Vendors",
+    .names = {.send = "Vendors", .get = "Vendors(QB)"},
+    .rows = {.table = "Employee", .condition = "IsSub = -1"},
+    .selection = PeopleWhere(" WHERE IsSub = -1 "),
+    .send = Send<IsVendor::Yes>,
+    .reads = kVendorReads,
+    .get = Get<IsVendor::Yes>,
+    .billingDeletion = {.rows = "Employee"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::List, .type = 30},
+};
+
 // --- Public routines -------------------------------------------------------------------------------------------------
 
-bool MoveEmployeesToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session,
-                       IsVendor isVendor) {
-  SendTable(TableOf(isVendor), strSQL, optNever, optMostRecent, session);
-  return Vars().g_TableOk == TableOk::True;
+bool MoveEmployeesToQB(const SendCall& call, IsVendor isVendor) {
+  if (isVendor == IsVendor::Yes) {
+    SendList(kVendorsTable, kVendors, call);
+  } else {
+    SendList(kEmployeesTable, kEmployees, call);
+  }
+  return call.run.g_TableOk == TableOk::True;
 }
 
-void MoveEmployeesToTW(const RecordList& records, bool optNever, bool optMostRecent, IsVendor isVendor) {
-  GetTable(TableOf(isVendor), records, optNever, optMostRecent, Dependent::No, nullptr);
+void MoveEmployeesToTW(const GetCall& call, IsVendor isVendor) {
+  GetList(isVendor == IsVendor::Yes ? kVendors : kEmployees, call);
 }
 
 void AssignEmployeeFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,
@@ -440,30 +462,7 @@ void AssignEmployeeFldValues(const RequestField& request, const ado::Recordset& 
 }
 
 void AssignTWEmployeeFldValues(ado::Recordset& row, const Record& record, IsVendor isVendor) {
-  const auto blank = [&row](std::span<const std::string_view> columns) {
-    for (const auto column : columns) row.SetField(column, std::string());
-  };
-  blank(kBlankedColumns);
-  WriteName(row, "EmpFName", record["FirstName"]);
-  WriteName(row, "EmpLName", record["LastName"]);
-  GetFields(row, record, kGetContacts);
-  const auto active = record["IsActive"];
-  row.SetField("Status", std::string(!active.IsNothing() && active.GetBoolean() ? "Active" : "Inactive"));
-  if (KnowsMobiles()) {
-    row.SetField("MobileNumber", std::string());
-    GetFields(row, record, kGetMobile);
-  }
-  row.SetField("IsSub", std::int64_t{isVendor == IsVendor::Yes ? -1 : 0});
-  if (isVendor == IsVendor::Yes) {
-    blank(kBlankedOfVendors);
-    GetFields(row, record, kGetOfVendors);
-  } else {
-    WriteDate(row, "EmpDateHired", record["HiredDate"]);
-    WriteDate(row, "EmpDateReleased", record["ReleasedDate"]);
-    blank(kBlankedOfEmployees);
-    WriteCut(row, "EmpSSN", EmployeeNumberOf(record));
-  }
-  WriteAddress(row, record, isVendor);
+  WriteColumns(isVendor == IsVendor::Yes ? kVendors.get : kEmployees.get, row, record);
 }
 
 }  // namespace twqb

@@ -5,19 +5,20 @@
 #include <cstdint>
 #include <string>
 
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 
 namespace twqb {
 
 enum class IsVendor : bool { No, Yes };
 
-// Sends the employees or vendors that `strSQL` selects. The outcome is `g_TableOk`; the result tells whether it is
-// True.
-bool MoveEmployeesToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session,
-                       IsVendor isVendor);
+extern const Table kEmployeesTable;
+extern const Table kVendorsTable;
 
-// Takes employees or vendors over; the outcome is `g_TableOk`.
-void MoveEmployeesToTW(const RecordList& records, bool optNever, bool optMostRecent, IsVendor isVendor);
+// Sends the employees or vendors of the call. The outcome is `g_TableOk`; the result tells whether it is True.
+bool MoveEmployeesToQB(const SendCall& call, IsVendor isVendor);
+
+// Takes employees or vendors over.
+void MoveEmployeesToTW(const GetCall& call, IsVendor isVendor);
 
 // Fills an Add or a Mod from the row. The name of the record in hand is the first name, with a counter behind it where
 // the names were in use. A number that is no social insurance number is logged and left out.

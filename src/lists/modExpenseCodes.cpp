@@ -4,53 +4,22 @@
 
 #include <array>
 #include <span>
+#include <vector>
 
 #include "engine/FreeKey.h"
 #include "lists/ActiveFlag.h"
 #include "lists/InvalidReference.h"
 #include "lists/Items.h"
+#include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
 namespace {
-
-void ReadExpenseCode(const ado::Recordset& row, SendRecord& record);
-std::string_view ModRequestOf(const Record& twin);
-Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record);
-Refusal OnRefused(const RefusedRequest& refused);
-void AddExpenseCodeRow(ado::Recordset& rows, GetRecord& item);
-void WriteExpenseCodeFields(ado::Recordset& row, const Record& item);
-
-// --- Description -----------------------------------------------------------------------------------------------------
-
-constexpr TableDescription kExpenseCodes = {
-    .table = enExpenseCodes,
-    .tableName = "Expense",
-    .keyColumn = "ExpID",
-    .fallbackDateColumn = "LastUpdated",
-    .addRequest = "ItemOtherChargeAddRq",
-    .sendRoutine = "MoveExpenseCodesToQB",
-    .getRoutine = "MoveExpenseCodesToTW",
-    .sendingText = "Sending Expense Items to QuickBooks...",
-    .gettingText = "Getting Expense Items from QuickBooks...",
-    .getLogText = "Error transfering Expense Codes to Tallywick. Expense = ",
-    .progressColumn = "ExpDescription",
-    .sendErrors = ErrorReport::OwnBox,
-    .rulePlace = RulePlace::AheadOfRequest,
-    .inVersion1 = InVersion1::LeaveAlone,
-    .readRow = ReadExpenseCode,
-    .modRequestOf = ModRequestOf,
-    .assign = Assign,
-    .onRefusal = OnRefused,
-    .addRow = AddExpenseCodeRow,
-    .writeFields = WriteExpenseCodeFields,
-};
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
 
@@ -139,27 +108,18 @@ Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKi
   if (kind == RequestKind::Mod) {
     return QBAssignExpCodeFldValues(request, row, record) ? Filling::Filled : Filling::EndRow;
   }
-  return AssignExpenseCodeFldValues(request, row, record.qbName) ? Filling::Filled : Filling::EndTable;
+  return AssignExpenseCodeFldValues(request, row, record.countedName) ? Filling::Filled : Filling::EndTable;
 }
 
-Refusal OnRefused(const RefusedRequest& refused) {
-  const bool isAdd = refused.kind == RequestKind::Add;
-  switch (refused.response.StatusCode()) {
-    case kStatusNameInUse:
-      if (isAdd) return Refusal::TryNextName;
-      // The line has always spoken of an activity.
-      WriteLog(
-          fmt::format("Modifying Activity : '{}' already exists in QB", ColumnText(refused.row, "ExpDescription")));
-      return Refusal::PassOver;
-    case kStatusInvalidReference:
-      if (!isAdd) return Refusal::AskUser;
-      TellInvalidReference(refused.response,
-                           "If this table needs an account, please choose a valid account from the\r\n"
-                           "Sync Settings in Tallywick.");
-      return Refusal::LeaveTable;
-    default:
-      return Refusal::AskUser;
-  }
+// The line has always spoken of an activity.
+std::vector<std::string> ModifyingNameInUse(const RefusedRequest& refused) {
+  return {fmt::format("Modifying Activity : '{}' already exists in QB", ColumnText(refused.row, "ExpDescription"))};
+}
+
+MessageBox InvalidAccount(const RefusedRequest& refused) {
+  return InvalidReference(refused.response,
+                          "If this table needs an account, please choose a valid account from the\r\n"
+                          "Sync Settings in Tallywick.");
 }
 
 // --- Hooks of the get ------------------------------------------------------------------------------------------------
@@ -174,10 +134,9 @@ void AddExpenseCodeRow(ado::Recordset& rows, GetRecord& item) {
   const auto keyOf = [&](int counter) {
     if (counter > 0) code = CutTo(rows, "ExpCode", fmt::format("{}{}", firstCode, counter));
     if (counter > 0 && !sub.empty()) sub = CutTo(rows, "ExpSub", fmt::format("{}{}", firstSub, counter));
-    return CutTo(rows, kExpenseCodes.keyColumn, ItemKey(code, sub));
+    return CutTo(rows, "ExpID", ItemKey(code, sub));
   };
-  const auto key =
-      FreeKey(item.connection, {.table = kExpenseCodes.tableName, .column = kExpenseCodes.keyColumn}, fullName, keyOf);
+  const auto key = FreeKey(item.connection, {.table = "Expense", .column = "ExpID"}, fullName, keyOf);
   rows.AddNew();
   rows.SetField("ExpID", key);
   rows.SetField("ExpCode", code);
@@ -239,17 +198,84 @@ void WriteExpenseCodeFields(ado::Recordset& row, const Record& item) {
   row.SetField("Reimbursable", false);
 }
 
+// --- Description -----------------------------------------------------------------------------------------------------
+
+constexpr std::array kRules = {
+    StatusRule{.status = status::kNameInUse, .on = OnRequest::Mod, .log = ModifyingNameInUse},
+    StatusRule{
+        .status = status::kInvalidReference, .on = OnRequest::Add, .then = Refusal::LeaveTable, .box = InvalidAccount},
+};
+
+constexpr ListTable kExpenseCodes = {
+    .tableName = "Expense",
+    .keyColumn = "ExpID",
+    .fallbackDateColumn = "LastUpdated",
+    .send =
+        {
+            .texts = {.routine = "MoveExpenseCodesToQB",
+                      .shown = "Sending Expense Items to QuickBooks...",
+                      .errors = ErrorReport::OwnBox},
+            .addRequest = "ItemOtherChargeAddRq",
+            .progressColumn = "ExpDescription",
+            .announces = Announces::PairsThatGo,
+            .inVersion1 = InVersion1::LeaveAlone,
+            .rules = kRules,
+            .readRow = ReadExpenseCode,
+            .modRequestOf = ModRequestOf,
+            .assign = Assign,
+        },
+    .get =
+        {
+            .texts = {.routine = "MoveExpenseCodesToTW",
+                      .shown = "Getting Expense Items from QuickBooks...",
+                      .log = "Error transfering Expense Codes to Tallywick. Expense = "},
+            .addRow = AddExpenseCodeRow,
+            .writeLast = WriteExpenseCodeFields,
+        },
+};
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}(Expense.ExpID BETWEEN '{a}' AND '{b}') "},
+    Clause{ClauseOn::Filter2,
+           "{K}(Expense.ExpID IN(SELECT ExpID FROM ExpenseGroupDetail  WHERE XGID BETWEEN '{a}' AND '{b}')) "},
+};
+
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBExpenseCodeFilters",
+    .copyRoutine = "GetQBExpenseCodeRecordsInCollectionObject",
+    .errors = ErrorReport::OwnBox,
+    .requests = {"ItemOtherChargeQueryRq", "ItemInventoryQueryRq", "ItemNonInventoryQueryRq"},
+    .choice = "ORListQuery",
+}};
+
 }  // namespace
+
+constinit const Table kExpenseCodesTable = {
+    .number = enExpenseCodes,
+    .name = "ExpenseCodes",
+    .names = {.send = "Expense Codes", .get = "Expense Codes (QB)"},
+    .rows = {.table = "Expense"},
+    .selection =
+        {
+            .base = "SELECT ExpID, ExpCode, ExpSub, ExpDescription, ExpCost, ExpMarkup,  LastUpdated, QBLinkID, "
+                    "IsInActive, QBAccountID1, QBAccountID2 FROM Expense ",
+            .clauses = kClauses,
+            .activeOnly = " AND (Expense.IsInActive IS NULL OR Expense.IsInActive = 0) ",
+        },
+    .send = MoveExpenseCodesToQB,
+    .reads = kReads,
+    .get = MoveExpenseCodesToTW,
+    .billingDeletion = {.rows = "Expense"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::List, .type = 13},
+};
 
 // --- Public routines -------------------------------------------------------------------------------------------------
 
-void MoveExpenseCodesToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session) {
-  SendTable(kExpenseCodes, strSQL, optNever, optMostRecent, session);
-}
+void MoveExpenseCodesToQB(const SendCall& call) { SendList(kExpenseCodesTable, kExpenseCodes, call); }
 
-void MoveExpenseCodesToTW(const RecordList& records, bool optNever, bool optMostRecent) {
-  GetTable(kExpenseCodes, records, optNever, optMostRecent, Dependent::No, nullptr);
-}
+void MoveExpenseCodesToTW(const GetCall& call) { GetList(kExpenseCodes, call); }
 
 bool QBAssignExpCodeFldValues(const RequestField& request, const ado::Recordset& row, const SendRecord& record) {
   return RunAs("QBAssignExpCodeFldValues", [&] {

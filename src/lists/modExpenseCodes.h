@@ -8,16 +8,17 @@
 #include <string>
 #include <string_view>
 
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 
 namespace twqb {
 
-// Sends the expense codes that `strSQL` selects, but for the one that stands for unknown items; the outcome is
-// `g_TableOk`.
-void MoveExpenseCodesToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
+extern const Table kExpenseCodesTable;
 
-// Takes items over; the outcome is `g_TableOk`.
-void MoveExpenseCodesToTW(const RecordList& records, bool optNever, bool optMostRecent);
+// Sends the expense codes of the call, but for the one that stands for unknown items.
+void MoveExpenseCodesToQB(const SendCall& call);
+
+// Takes items over.
+void MoveExpenseCodesToTW(const GetCall& call);
 
 // Fills the Mod of the twin's kind; accounts stay as they are. False, after the error was told: it is not to go.
 [[nodiscard]] bool QBAssignExpCodeFldValues(const RequestField& request, const ado::Recordset& row,

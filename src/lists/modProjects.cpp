@@ -8,6 +8,7 @@
 
 #include "engine/FreeKey.h"
 #include "lists/modClients.h"
+#include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "quickbooks/IsCustomer.h"
 #include "quickbooks/Requests.h"
@@ -15,56 +16,10 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
-#include "twqb/enTables.h"
 
 namespace twqb {
 
 namespace {
-
-Admission AdmitProjectRow(const ado::Recordset& row);
-void ReadProjectRow(const ado::Recordset& row, SendRecord& record);
-std::string ProjectLine(const ado::Recordset& row, const SendRecord& record);
-std::string RefusedAddText(std::int32_t statusCode, const SendRecord& record);
-Admission AdmitJob(GetRecord& job);
-void AddProjectRow(ado::Recordset& rows, GetRecord& job);
-void WriteProjectFields(ado::Recordset& row, const Record& job);
-
-// --- Description -----------------------------------------------------------------------------------------------------
-
-constexpr TableDescription kProjects = {
-    .table = enProjects,
-    .tableName = "Project",
-    .keyColumn = "ProjectID",
-    .fallbackDateColumn = "ProjectStartDate",
-    .selectedLinkColumn = "ProjectQBLInkID",
-    .addRequest = "CustomerAddRq",
-    .modRequest = "CustomerModRq",
-    .sendRoutine = "MoveProjectsToQB",
-    .getRoutine = "MoveProjectsToTW",
-    .sendingText = "Sending Projects to QuickBooks...",
-    .gettingText = "Getting Projects from QuickBooks...",
-    .recordLabel = "Project ID",
-    .sendLogText = "Error in transfering Project to QB. Project ID = ",
-    .getLogText = "Error transfering Project to Tallywick. Project = ",
-    .missingConnectionText = "MoveProjectsToTW - Connection object is required!",
-    .sendLackingText =
-        "There was a problem in transfering Project(s). Please make sure\r\n"
-        "the associated data does exist in QuickBooks. Specifically, make\r\n"
-        "sure all the associated Clients and Employees are tranfered to QuickBooks.\r\n",
-    .getLackingText =
-        "There was a problem in transfering Project(s). Please make sure\r\n"
-        "the associated data does exist in Tallywick. Specifically, make\r\n"
-        "sure all the associated Clients and Employees are tranfered to Tallywick.\r\n",
-    .admitRow = AdmitProjectRow,
-    .readRow = ReadProjectRow,
-    .assign = Fill<AssignProjectFldValues>,
-    .recordLine = ProjectLine,
-    .refusedAddText = RefusedAddText,
-    .admit = AdmitJob,
-    .addRow = AddProjectRow,
-    .writeFields = WriteProjectFields,
-    .afterUpdate = ReopenGlobalConnection,
-};
 
 // --- Field mapping ---------------------------------------------------------------------------------------------------
 
@@ -76,11 +31,13 @@ constexpr std::array kSendAddress = {
     SendField{.path = "Addr2", .column = "ProjectStreet2", .when = When::NotEmpty},
     SendField{.path = "PostalCode", .column = "ProjectZip", .when = When::NotEmpty},
     SendField{.path = "City", .column = "ProjectCity", .when = When::NotEmpty},
+    SendField{.path = "State|Province|County", .column = "ProjectState", .when = When::NotBlank},
 };
 
-constexpr std::array kGetCity = {GetField{.path = "City", .column = "ProjectCity"}};
 // A third line takes the place of the second.
 constexpr std::array kGetSite = {
+    GetField{.path = "City", .column = "ProjectCity"},
+    GetField{.path = "State|Province|County", .column = "ProjectState"},
     GetField{.path = "Addr1", .column = "ProjectStreet"},
     GetField{.path = "Addr2", .column = "ProjectStreet2"},
     GetField{.path = "Addr3", .column = "ProjectStreet2"},
@@ -88,6 +45,8 @@ constexpr std::array kGetSite = {
 };
 // The first line of a billing address is the company.
 constexpr std::array kGetBillingSite = {
+    GetField{.path = "City", .column = "ProjectCity"},
+    GetField{.path = "State|Province|County", .column = "ProjectState"},
     GetField{.path = "Addr2", .column = "ProjectStreet"},
     GetField{.path = "Addr3", .column = "ProjectStreet2"},
     GetField{.path = "PostalCode", .column = "ProjectZip"},
@@ -121,7 +80,7 @@ bool IsPhase(const ado::Recordset& row) {
 }
 
 void ReadProjectRow(const ado::Recordset& row, SendRecord& record) {
-  record.qbName = ReplaceAll(ColumnText(row, "ProjectName"), ":", " ");
+  record.countedName = ReplaceAll(ColumnText(row, "ProjectName"), ":", " ");
   // A phase whose parent has no link goes directly under the customer.
   record.parentLink = ColumnText(row, "ClientQBLinkID");
   if (!IsPhase(row)) return;
@@ -131,28 +90,36 @@ void ReadProjectRow(const ado::Recordset& row, SendRecord& record) {
 }
 
 std::string ProjectLine(const ado::Recordset& row, const SendRecord& record) {
-  return fmt::format("[Project ID = \"{}\" Project Name = \"{}\" Client ID = \"{}\"]", record.key, record.qbName,
+  return fmt::format("[Project ID = \"{}\" Project Name = \"{}\" Client ID = \"{}\"]", record.key, record.countedName,
                      ColumnText(row, "ProjClientID"));
 }
 
-constexpr std::int32_t kStatusReferenceGone = 3240;
-constexpr std::int32_t kStatusNotFound = 3120;
+MessageBox AskToContinue(const std::string& text) {
+  return {.text = text + "\r\n\r\nDo you want to continue?",
+          .title = "Error",
+          .icon = BoxIcon::Question,
+          .buttons = BoxButtons::YesNo};
+}
 
-std::string RefusedAddText(std::int32_t statusCode, const SendRecord& record) {
-  if (statusCode == kStatusReferenceGone) {
-    return fmt::format(
-        "The Customer to which you are trying to assign the project, \"{}\" does not exist in QuickBooks. Please "
-        "ensure that all the Customers have been transferred, or contact your software vendor.",
-        record.qbName);
-  }
-  // The quotation mark behind the name has never had a partner; support knows the box by its text.
-  if (statusCode == kStatusNotFound) {
-    return fmt::format(
-        "The Customer or Parent Project for Project ID {} {}\" does not exist in QuickBooks or is incorrectly linked. "
-        "Please ensure that the Customer and Parent Project have been transferred correctly.",
-        record.key, record.qbName);
-  }
-  return {};
+MessageBox CustomerGone(const RefusedRequest& refused) {
+  return AskToContinue(
+      fmt::format("The Customer to which you are trying to assign the project, \"{}\" does not exist in QuickBooks. "
+                  "Please ensure that all the Customers have been transferred, or contact your software vendor.",
+                  refused.record.countedName));
+}
+
+// The quotation mark behind the name has never had a partner; support knows the box by its text.
+MessageBox ParentNotFound(const RefusedRequest& refused) {
+  return AskToContinue(
+      fmt::format("The Customer or Parent Project for Project ID {} {}\" does not exist in QuickBooks or is "
+                  "incorrectly linked. Please ensure that the Customer and Parent Project have been transferred "
+                  "correctly.",
+                  refused.record.key, refused.record.countedName));
+}
+
+Filling Assign(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
+  AssignProjectFldValues(request, row, kind, record);
+  return Filling::Filled;
 }
 
 // --- Hooks of the get ------------------------------------------------------------------------------------------------
@@ -232,12 +199,6 @@ void WriteProjectName(ado::Recordset& row, const Record& job) {
   if (!ColumnText(row, "ProjectName").starts_with(shortName)) row.SetField("ProjectName", shortName);
 }
 
-void WriteSite(ado::Recordset& row, const Record& address, std::span<const GetField> fields) {
-  GetFields(row, address, kGetCity);
-  GetFields(row, address, std::array{GetField{.path = StateFieldName(), .column = "ProjectState"}});
-  GetFields(row, address, fields);
-}
-
 void WriteProjectFields(ado::Recordset& row, const Record& job) {
   WriteProjectName(row, job);
   if (const auto start = job["JobStartDate"]; !start.IsNothing()) {
@@ -257,24 +218,112 @@ void WriteProjectFields(ado::Recordset& row, const Record& job) {
   }
   // Without either address the columns keep their values.
   if (const auto site = job["ShipAddress"]; !site.IsNothing()) {
-    WriteSite(row, site, kGetSite);
+    GetFields(row, site, kGetSite);
   } else if (const auto billing = job["BillAddress"]; !billing.IsNothing()) {
-    WriteSite(row, billing, kGetBillingSite);
+    GetFields(row, billing, kGetBillingSite);
   }
 }
 
+// --- Description -----------------------------------------------------------------------------------------------------
+
+// What is told of a parent that QuickBooks does not have, in place of QuickBooks' words.
+constexpr std::array kRules = {
+    StatusRule{.status = status::kReferenceGone, .on = OnRequest::Add, .box = CustomerGone},
+    StatusRule{.status = status::kObjectNotFound, .on = OnRequest::Add, .box = ParentNotFound},
+};
+
+constexpr ListTable kProjects = {
+    .tableName = "Project",
+    .keyColumn = "ProjectID",
+    .fallbackDateColumn = "ProjectStartDate",
+    .send =
+        {
+            .texts = {.routine = "MoveProjectsToQB",
+                      .shown = "Sending Projects to QuickBooks...",
+                      .log = "Error in transfering Project to QB. Project ID = ",
+                      .lacking = {.text = "There was a problem in transfering Project(s). Please make sure\r\n"
+                                          "the associated data does exist in QuickBooks. Specifically, make\r\n"
+                                          "sure all the associated Clients and Employees are tranfered to "
+                                          "QuickBooks.\r\n"}},
+            .addRequest = "CustomerAddRq",
+            .modRequest = "CustomerModRq",
+            .linkColumn = "ProjectQBLInkID",
+            .rules = kRules,
+            .admit = AdmitProjectRow,
+            .readRow = ReadProjectRow,
+            .assign = Assign,
+            .recordLine = ProjectLine,
+        },
+    .get =
+        {
+            .texts = {.routine = "MoveProjectsToTW",
+                      .shown = "Getting Projects from QuickBooks...",
+                      .log = "Error transfering Project to Tallywick. Project = ",
+                      .lacking = {.text = "There was a problem in transfering Project(s). Please make sure\r\n"
+                                          "the associated data does exist in Tallywick. Specifically, make\r\n"
+                                          "sure all the associated Clients and Employees are tranfered to "
+                                          "Tallywick.\r\n"},
+                      .missingConnection = "MoveProjectsToTW - Connection object is required!"},
+            .admit = AdmitJob,
+            .addRow = AddProjectRow,
+            .writeLast = WriteProjectFields,
+            .afterUpdate = ReopenGlobalConnection,
+        },
+};
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}Project.ProjectID BETWEEN '{a}' AND '{b}' "},
+    Clause{ClauseOn::Filter2,
+           "{K}(Project.ProjectID IN(SELECT ProjectID FROM ProjectGroupDetail  WHERE PGID BETWEEN '{a}' AND '{b}')) "},
+    Clause{ClauseOn::Filter3, "{K}Project.EmployeeID BETWEEN '{a}' AND '{b}' "},
+};
+
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBProjectFilters",
+    .copyRoutine = "GetQBProjectRecordsInCollectionObject",
+    .requests = {"CustomerQueryRq"},
+    .choice = "ORCustomerListQuery",
+    .readingText = "Reading Projects from QuickBooks...",
+    .keeps = Keeps::Jobs,
+}};
+
 }  // namespace
+
+constinit const Table kProjectsTable = {
+    .number = enProjects,
+    .name = "Projects",
+    .names = {.send = "Projects", .get = "Jobs"},
+    .rows = {.table = "Project"},
+    .selection =
+        {
+            // A project that shares its client's link is the client's default job and is not sent. Parents come before
+            // their phases.
+            .base = "SELECT Client.QBLinkID AS ClientQBLinkID, Project.QBLinkID AS ProjectQBLInkID, "
+                    "Project.LastUpdated, ProjectCity, Project.EmployeeID, ProjectID, ProjectName, ProjectStartDate, "
+                    "ProjectState, ProjectStatus, ProjectStreet, ProjectStreet2, ProjectZip, ProjectMemo, "
+                    "Project.ClientID AS ProjClientID, ProjectIsPhase, ParentProjectID FROM Project, Client WHERE "
+                    "(Client.ClientID = Project.ClientID)  AND ((Client.QBLinkID <> Project.QBLinkID) OR "
+                    "(Project.QBLinkID = '' OR Project.QBLinkID Is NULL)) ",
+            .prefix = "Project.",
+            .clauses = kClauses,
+            .activeOnly = " AND (Project.ProjectStatus IS NULL OR Project.ProjectStatus = 'Active' OR "
+                          "Project.ProjectStatus = 'Main') ",
+            .tail = " ORDER BY Project.ProjectIsPhase DESC ",
+        },
+    .send = MoveProjectsToQB,
+    .reads = kReads,
+    .get = MoveProjectsToTW,
+    .billingDeletion = {.rows = "Project"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::List, .type = 2},
+};
 
 // --- Public routines -------------------------------------------------------------------------------------------------
 
-void MoveProjectsToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session) {
-  SendTable(kProjects, strSQL, optNever, optMostRecent, session);
-}
+void MoveProjectsToQB(const SendCall& call) { SendList(kProjectsTable, kProjects, call); }
 
-void MoveProjectsToTW(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
-                      ado::Connection* connection) {
-  GetTable(kProjects, records, optNever, optMostRecent, isDependent, connection);
-}
+void MoveProjectsToTW(const GetCall& call) { GetList(kProjects, call); }
 
 std::string GetQBProjectName(std::string_view projectID, std::string_view name, int maxLength) {
   const auto prefix = ReplaceAll(projectID, ":", "-") + " ";
@@ -290,7 +339,7 @@ void AssignProjectFldValues(const RequestField& request, const ado::Recordset& r
                             const SendRecord& record) {
   if (kind == RequestKind::Add) {
     request["ParentRef"]["ListID"].SetValue(record.parentLink);
-    SetCut(request["JobDesc"], record.qbName);
+    SetCut(request["JobDesc"], record.countedName);
   }
   if (const auto status = row.Field("ProjectStatus"); !IsNull(status)) {
     request["JobStatus"].SetValue(StatusToQB(ToText(status)));
@@ -300,13 +349,10 @@ void AssignProjectFldValues(const RequestField& request, const ado::Recordset& r
   }
   if (kind == RequestKind::Add) {
     const auto target = request["Name"];
-    SetCut(target, GetQBProjectName(record.key, record.qbName, target.GetMaxLength()));
+    SetCut(target, GetQBProjectName(record.key, record.countedName, target.GetMaxLength()));
   }
   SendFields(request, row, kSendManager);
-  const auto address = request["ShipAddress"];
-  SendFields(address, row, kSendAddress);
-  SendFields(address, row,
-             std::array{SendField{.path = StateFieldName(), .column = "ProjectState", .when = When::NotBlank}});
+  SendFields(request["ShipAddress"], row, kSendAddress);
 }
 
 JobFullName SplitJobFullName(const ado::Recordset& row, std::string_view fullName) {
@@ -355,7 +401,7 @@ bool GetParentProjectForTW(std::string& parentProjectID, std::string_view fullNa
   messageSet.Append("CustomerQueryRq")["ORCustomerListQuery"]["FullNameList"].Add(parent);
   const auto answer = session.DoRequests(messageSet);
   const auto& response = answer.GetAt(0);
-  if (response.StatusCode() != 0 || response.DetailCount() == 0) return false;
+  if (response.StatusCode() != status::kOk || response.DetailCount() == 0) return false;
   const auto record = response.Detail();
   const auto listId = record["ListID"].GetValue();
   const auto lookup = fmt::format("SELECT ProjectID FROM Project WHERE QBLInkID = '{}';", listId);
@@ -363,7 +409,11 @@ bool GetParentProjectForTW(std::string& parentProjectID, std::string_view fullNa
   if (!parentProjectID.empty()) return true;
   RecordList records;
   records.Add(record, listId);
-  MoveProjectsToTW(records, false, false, Dependent::Yes, &connection);
+  MoveProjectsToTW({.records = records,
+                    .rule = TwinRule::Overwrite,
+                    .run = Vars(),
+                    .dependent = Dependent::Yes,
+                    .connection = &connection});
   parentProjectID = GetScalarFromSQL(lookup);
   return true;
 }

@@ -8,18 +8,18 @@
 #include <string>
 #include <string_view>
 
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 
 namespace twqb {
 
-// Sends the projects that `strSQL` selects; the outcome is `g_TableOk`. Projects whose client has no link are passed
-// over, which a box at the end tells.
-void MoveProjectsToQB(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
+extern const Table kProjectsTable;
+
+// Sends the projects of the call. Projects whose client has no link are passed over, which a box at the end tells.
+void MoveProjectsToQB(const SendCall& call);
 
 // Takes jobs over; customers among the records are passed over. A dependent call needs the caller's connection, and
 // takes a customer as well, as a project of its own name.
-void MoveProjectsToTW(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
-                      ado::Connection* connection);
+void MoveProjectsToTW(const GetCall& call);
 
 // The name under which a project goes to QuickBooks, before the cut to `maxLength` characters: its key and its name, or
 // the name alone where it begins with the key.

@@ -99,7 +99,7 @@ class Matcher {
       const auto kind = row.type == Type::Amt  ? ProblemKind::MalformedAmount
                         : row.type == Type::Id ? ProblemKind::MalformedId
                                                : ProblemKind::MalformedValue;
-      Report(kind, row.name, text);
+      Report(kind, row.name, text, row.type);
     }
   }
 
@@ -112,8 +112,8 @@ class Matcher {
 
   void Advance() { cursor_ = FirstElement(cursor_.next_sibling()); }
 
-  void Report(ProblemKind kind, std::string_view field, std::string_view value = {}) {
-    problems_.push_back({kind, std::string(field), std::string(value)});
+  void Report(ProblemKind kind, std::string_view field, std::string_view value = {}, Type type = Type::Str) {
+    problems_.push_back({kind, std::string(field), std::string(value), type});
   }
 
   const Form& form_;

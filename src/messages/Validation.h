@@ -26,6 +26,8 @@ struct Problem {
   ProblemKind kind = ProblemKind::UnexpectedElement;
   std::string field;  // the element's name
   std::string value;  // its text, empty where there is none
+  // Of a value that is malformed: what it should have been. QuickBooks has a status of its own for most types.
+  Type type = Type::Str;
 };
 
 // All problems of the elements inside `parent`, in document order; empty when it is as published.

@@ -145,6 +145,7 @@ class ForwardingMachine : public Machine {
 
   [[nodiscard]] Date Now() override { return inner_.Now(); }
   [[nodiscard]] TimeZoneInformation GetTimeZoneInformation() override { return inner_.GetTimeZoneInformation(); }
+  [[nodiscard]] int DaylightMinutes(Date standardTime) override { return inner_.DaylightMinutes(standardTime); }
   void Sleep(std::int64_t milliseconds) override { inner_.Sleep(milliseconds); }
   [[nodiscard]] std::optional<GuidBytes> CreateGuid() override { return inner_.CreateGuid(); }
   [[nodiscard]] double Random() override { return inner_.Random(); }

@@ -2,6 +2,7 @@
 // message pump at which a press of Cancel is delivered.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <exception>
 #include <functional>
@@ -29,13 +30,24 @@ struct MessageBox {
   BoxModality modality = BoxModality::Application;
 };
 
-// What `msgForm` shows at a moment, each field named after its control.
+// How many records, or steps, of an action are done.
+struct ProgressPosition {
+  std::int64_t done = 0;
+  std::int64_t total = 0;
+  // An estimate, below nothing when the clock was put back. Nothing while there is none: each position is shown a
+  // moment ahead of its estimate, and at 0 records done there is nothing to estimate from.
+  std::optional<std::chrono::milliseconds> timeLeft = {};
+
+  friend bool operator==(const ProgressPosition&, const ProgressPosition&) = default;
+};
+
+// What `msgForm` tells at a moment. The texts that its controls show are made in MsgFormTexts.h.
 struct MsgFormState {
   std::string caption;
-  std::string lblItem;  // the action
-  std::string Text1;    // the record in hand
-  int pbconv = 0;       // per cent, 0 to 100
-  std::string txtProg;  // position and time left
+  std::string action;
+  std::string record;  // the one in hand
+  int percent = 0;     // 0 to 100
+  std::optional<ProgressPosition> position;
 };
 
 struct FileDialog {
@@ -65,8 +77,9 @@ class Desk {
   // Blocks until answered, with an answer that `box.buttons` offers.
   virtual BoxAnswer ShowMessageBox(const MessageBox& box) = 0;
 
-  // Shows the progress form without blocking. `onCancel` runs, inside a later PumpMessages, each time Cancel is
-  // pressed, until the form is unloaded.
+  // Shows the progress form without blocking: an action begins, at 0 per cent. Record and position are still those of
+  // the action before, or as the form is drawn, until an update tells others. `onCancel` runs, inside a later
+  // PumpMessages, each time Cancel is pressed, until the form is unloaded.
   virtual void ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) = 0;
   virtual void UpdateMsgForm(const MsgFormState& state) = 0;
   virtual void UnloadMsgForm() = 0;

@@ -30,6 +30,9 @@ class Machine {
   // The wall clock, in whole seconds.
   [[nodiscard]] virtual Date Now() = 0;
   [[nodiscard]] virtual TimeZoneInformation GetTimeZoneInformation() = 0;
+  // How many minutes the wall clock is ahead of standard time at that moment, which is given in standard time: 0 where
+  // it does not lie in daylight time, by the present rules of the zone. Never raises.
+  [[nodiscard]] virtual int DaylightMinutes(Date standardTime) = 0;
   virtual void Sleep(std::int64_t milliseconds) = 0;
   // Nothing when the system can't make one.
   [[nodiscard]] virtual std::optional<GuidBytes> CreateGuid() = 0;
@@ -54,5 +57,10 @@ class Machine {
   // Opens for append (creating the file), writes `line` and CR LF, closes. Raises when it can't.
   virtual void AppendLine(const std::string& path, std::string_view line) = 0;
 };
+
+// The standard time at which the wall clock shows `wall`; of an hour that it shows twice, the later one.
+[[nodiscard]] inline Date StandardTimeOf(Machine& machine, Date wall) {
+  return wall.PlusMinutes(-machine.DaylightMinutes(wall));
+}
 
 }  // namespace twqb

@@ -187,7 +187,7 @@ std::string gf_OpenFile(std::string_view strInitialFolder) {
 }
 
 bool RetryBeginSession(OpenMode mode) {
-  // 1. The company file of the last session.
+  // The company file of the last session.
   auto file = StoredCompanyFileOrEmpty();
   const auto giveUp = [] {
     IgnoreErrors([] { Vars().g_QBSession->CloseConnection(); });
@@ -195,37 +195,36 @@ bool RetryBeginSession(OpenMode mode) {
     return false;
   };
   while (true) {
-    // 2. Try it.
+    // Try it.
     const auto raised = CatchError([&] { Vars().g_QBSession->BeginSession(file, mode); });
     if (!raised) return CheckCompanyFile();
-    // 3. QuickBooks wants a file name: pick one and go round without a box.
+    // QuickBooks wants a file name: pick one and go round without a box.
     if (raised->number() == kNeedsFileName || raised->number() == kNeedsFileNameToo) {
       file = PickCompanyFile();
       if (file.empty()) return giveUp();
       continue;
     }
-    // 4. Anything else is told, and retried as often as the user likes.
+    // Anything else is told, and retried as often as the user likes.
     if (AskForRetry(ProblemText(*raised, file)) != BoxAnswer::Retry) return giveUp();
     if (raised->number() == kCannotOpenPreviousFile) file.clear();
   }
 }
 
 bool CheckCompanyFile() {
-  // 5. The file of last time, and the one that is open.
+  // The file of last time, and the one that is open.
   const auto lastFile = StoredCompanyFile();
   const auto currentFile = Vars().g_QBSession->GetCurrentCompanyFileName();
-  // 6. Another one needs the user's word.
+  // Another one needs the user's word.
   if (Trim(lastFile).empty()) {
     if (!StoreCompanyFile(currentFile)) return TakeDown();
   } else if (UpperCase(Trim(lastFile)) != UpperCase(Trim(currentFile))) {
     if (!AskForChangedFile(currentFile, lastFile)) return GiveUp();
     if (!StoreCompanyFile(currentFile)) return TakeDown();
   }
-  // 7. The host's database file, for the backup.
+  // The host's database file, for the backup.
   const auto databaseFile = RegGetSetting(kApplicationKey, "", "Database", "");
-  // 8. The first run.
+  // The first run.
   if (!OfferFirstBackup(currentFile, databaseFile)) return TakeDown();
-  // 9.
   return StoreCompanyFile(currentFile) || TakeDown();
 }
 

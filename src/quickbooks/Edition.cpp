@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "messages/StatusCodes.h"
 #include "platform/Value.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Requests.h"
@@ -38,7 +39,7 @@ ProbeResult FindCountry(QBSessionManager& session) {
       (void)answer->GetAt(0);
     });
     if (!answered) continue;
-    if (answer->GetAt(0).StatusCode() != 0) {
+    if (answer->GetAt(0).StatusCode() != status::kOk) {
       ShowQBError(answer->GetAt(0), "GetQBEditionAndVersion : ");
       Vars().g_QBCountry.clear();
       return {.outcome = Probe::Refused};

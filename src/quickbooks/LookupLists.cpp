@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Requests.h"
@@ -13,8 +14,6 @@ namespace twqb {
 
 namespace {
 
-constexpr std::int32_t kStatusFoundNothing = 1;
-constexpr std::int32_t kStatusNoSuchRecord = 500;
 constexpr int kAllRecords = 2;  // of the query's ActiveStatus
 
 struct LookupDescription {
@@ -66,9 +65,15 @@ constexpr std::array kLookups = {
                       .tellsNone = false},
 };
 
-const LookupDescription& DescriptionOf(LookupList list) {
-  return *std::ranges::find(kLookups, list, &LookupDescription::list);
-}
+// Each list has its description in the place of its number.
+static_assert([] {
+  for (std::size_t place = 0; place < kLookups.size(); ++place) {
+    if (kLookups[place].list != static_cast<LookupList>(place)) return false;
+  }
+  return kLookups.back().list == LookupList::SalesTaxItems;
+}());
+
+const LookupDescription& DescriptionOf(LookupList list) { return kLookups.at(static_cast<std::size_t>(list)); }
 
 // The answer to one request, filled by `fill`.
 template <typename Fill>
@@ -92,9 +97,9 @@ LookupResult LookUp(LookupList list, LookupScope scope) {
       query[lookup.choice]["ListFilter"]["ActiveStatus"].SetValue(kAllRecords);
     });
     switch (response.StatusCode()) {
-      case 0:
+      case status::kOk:
         return {.list = response.DetailList()};
-      case kStatusFoundNothing:
+      case status::kFoundNothing:
         return {.foundNone = lookup.tellsNone};
       default:
         ShowQBError(response);
@@ -105,8 +110,8 @@ LookupResult LookUp(LookupList list, LookupScope scope) {
 
 bool FillAccountArray(AccountArray& strAccounts, AccountTypes types) {
   const auto response = Ask("AccountQueryRq", [](const RequestField&) {});
-  const auto status = response.StatusCode();
-  if (status != 0 && status != kStatusFoundNothing) return false;
+  const auto code = response.StatusCode();
+  if (code != status::kOk && code != status::kFoundNothing) return false;
   const auto accounts = response.DetailList();
   // A company without accounts has no list to count, and fails here.
   strAccounts.assign(accounts.Count(), {});
@@ -127,10 +132,10 @@ bool IsJobInQuickBooks(std::string_view strListID) {
   const auto response = Ask(
       "CustomerQueryRq", [&](const RequestField& query) { query["ORCustomerListQuery"]["ListIDList"].Add(strListID); });
   switch (response.StatusCode()) {
-    case 0:
+    case status::kOk:
       return response.DetailList().GetAt(0)["Sublevel"].GetInteger() > 0;
-    case kStatusFoundNothing:
-    case kStatusNoSuchRecord:
+    case status::kFoundNothing:
+    case status::kIncomplete:
       return false;
     default:
       ShowQBError(response);

@@ -95,7 +95,7 @@ class Writer {
       if (!row.KnownIn(form_)) continue;
       bool any = false;
       for (const auto& child : node.children) {
-        if (child->row != &row || !child->IsFilled()) continue;
+        if (child->row != &row || !child->IsFilled() || !IsValueKnown(*child)) continue;
         any = true;
         WriteNode(*child);
       }
@@ -107,6 +107,11 @@ class Writer {
   }
 
  private:
+  // Of an enumeration the form may have the field, but not the value.
+  [[nodiscard]] bool IsValueKnown(const RequestNode& node) const {
+    return node.row->type != Type::Enum || messages::IsWellFormed(*node.row, node.value, form_);
+  }
+
   void WriteNode(const RequestNode& node) {
     if (node.row->LeavesNoElement()) {
       WriteChildren(node);

@@ -1,7 +1,8 @@
 // Message sets and request objects: what QuickBooks' object model offers to fill a request with.
 //
 // The objects know every message and field of the schema table, over all versions and countries. A name that is in none
-// raises 438. What the form of the message set does not know stays off the wire when the set is written.
+// raises 438. What the form of the message set does not know, a field or a value of an enumeration, stays off the wire
+// when the set is written.
 #pragma once
 
 #include <cstddef>

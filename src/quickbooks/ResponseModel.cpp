@@ -6,6 +6,7 @@
 
 #include "platform/PlatformError.h"
 #include "platform/Value.h"
+#include "services/ModuleVariables.h"
 
 namespace twqb {
 
@@ -73,7 +74,8 @@ double Record::GetNumber() const { return TextToNumber(GetValue()); }
 Date Record::GetDate() const {
   const auto value = messages::ParseDateTime(GetValue());
   if (!value) throw PlatformError(error::kConversion);
-  return value->local;
+  const bool isMoment = row_->type == messages::Type::DateTime;
+  return isMoment ? StandardTimeOf(TheMachine(), value->local) : value->local;
 }
 
 messages::TimeInterval Record::GetTimeInterval() const {

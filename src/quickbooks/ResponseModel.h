@@ -34,7 +34,8 @@ class Record {
   [[nodiscard]] Record Field(std::string_view name) const { return (*this)[name]; }
   [[nodiscard]] bool IsNothing() const { return !node_; }
 
-  // The value; each raises 91 on nothing, and 13 when the text does not convert. A time comes without its offset.
+  // The value; each raises 91 on nothing, and 13 when the text does not convert. A date is a day;
+  // a moment, which QuickBooks writes as the wall clock showed it, comes as standard time, summer and winter.
   [[nodiscard]] std::string GetValue() const;
   [[nodiscard]] bool GetBoolean() const;
   [[nodiscard]] std::int64_t GetInteger() const;  // of an enumeration: the value's number

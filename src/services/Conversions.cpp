@@ -104,6 +104,11 @@ std::string FormatSQLDate(Date date, DateForm form) {
   return text;
 }
 
+Date DateFloor(Date date) {
+  static const auto kEarliest = Date::FromCivil({.year = 1901, .month = 1, .day = 1});
+  return std::max(date, kEarliest);
+}
+
 std::string GetQBLinkIDOf(std::string_view kind, std::string_view key) {
   const auto upper = UpperCase(kind);
   for (const auto& lookup : kLinkLookups) {

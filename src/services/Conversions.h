@@ -32,6 +32,9 @@ enum class DateForm { DateOnly, WithTime };
 // "mm/dd/yyyy" or "mm/dd/yyyy hh:mm:ss", 24 hours.
 [[nodiscard]] std::string FormatSQLDate(Date date, DateForm form);
 
+// The date, but none before 1901: QuickBooks knows no earlier one.
+[[nodiscard]] Date DateFloor(Date date);
+
 // The QBLinkID of the row with that key; `kind` is EMPLOYEE, CLIENT, PROJECT, ACTIVITY or EXPENSE in any case. "" when
 // there is none, and on any error.
 [[nodiscard]] std::string GetQBLinkIDOf(std::string_view kind, std::string_view key);

@@ -98,9 +98,9 @@ std::optional<Date> GetTWDateOfUpdation(const ado::Recordset& rs, std::string_vi
 
 std::string DbKindOf(std::string_view provider) { return provider.substr(0, 3) == "SQL" ? "SQL" : "JET"; }
 
-void CloseObjects(FormToo form, std::unique_ptr<ado::Recordset>* rs1, std::unique_ptr<ado::Recordset>* rs2,
-                  std::unique_ptr<ado::Connection>* cn) {
-  if (form == FormToo::Unload && !Vars().g_LeaveMsgBoxOpen && !Vars().g_AllTablesRun) {
+void CloseObjects(const Run& run, FormToo form, std::unique_ptr<ado::Recordset>* rs1,
+                  std::unique_ptr<ado::Recordset>* rs2, std::unique_ptr<ado::Connection>* cn) {
+  if (form == FormToo::Unload && !run.g_LeaveMsgBoxOpen && !run.g_AllTablesRun) {
     IgnoreErrors([] { UnloadMsgForm(); });
   }
   const auto close = [](auto* object) {

@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "platform/ado.h"
+#include "services/Run.h"
 
 namespace twqb {
 
@@ -52,8 +53,8 @@ enum class FormToo : bool { Leave, Unload };
 
 // Ignoring errors: takes the form down, if asked to and neither LeaveMsgBoxOpen nor a run over all tables keeps it, and
 // closes and releases the objects given. Each may be nullptr or hold nothing.
-void CloseObjects(FormToo form, std::unique_ptr<ado::Recordset>* rs1, std::unique_ptr<ado::Recordset>* rs2,
-                  std::unique_ptr<ado::Connection>* cn);
+void CloseObjects(const Run& run, FormToo form, std::unique_ptr<ado::Recordset>* rs1,
+                  std::unique_ptr<ado::Recordset>* rs2, std::unique_ptr<ado::Connection>* cn);
 
 template <typename Body>
 auto WithGlobalConnection(Body&& body) {

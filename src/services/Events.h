@@ -6,9 +6,10 @@
 
 namespace twqb {
 
-// Modes of the call-back object: nothing in hand, one record, a whole transfer.
+// Modes of the call-back object: nothing in hand, one record of a list, one transaction, a whole transfer.
 inline constexpr int kCallbackIdle = 0;
 inline constexpr int kCallbackRecord = 1;
+inline constexpr int kCallbackTransaction = 2;
 inline constexpr int kCallbackTransfer = 3;
 
 // Subscriptions exist from message version 3.

@@ -8,26 +8,33 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "platform/Platform.h"
+#include "services/Run.h"
 
 namespace twqb {
 
+enum class ActiveOnly : std::int16_t;
 class QBSessionManager;
+struct SavedFilters;
+struct Table;
 
-// Outcome of the table in hand. `GoOn` is left by a failed record of a get when the user chose to go on; readers that
-// ask whether it is set count it as set.
-enum class TableOk : std::int16_t { False = 0, True = -1, GoOn = 2 };
+// The dispatch's get of one table, handed down for the pull of single records (see engine/DependentPull.h).
+using GetTableRoutine = bool (*)(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
+                                 ado::Connection* connection);
 
-// The progress form: its controls, and when it was loaded.
+// The progress form: what it tells, and when it was loaded.
 struct MsgForm {
-  MsgFormState controls;
+  MsgFormState state;
   Date startTime;
 };
 
-struct ModuleVariables {
+struct ModuleVariables : Run {
   Platform platform;
+  std::span<const Table* const> tables;  // that a host brings in place of the built-in ones; empty: these
+  GetTableRoutine pull = nullptr;        // nothing while no dispatch stands above
 
   std::shared_ptr<QBSessionManager> g_QBSession;  // nothing when not connected
   std::unique_ptr<Callback> g_QBCallback;         // made on demand while subscribed
@@ -52,19 +59,15 @@ struct ModuleVariables {
   std::string g_HelpFilePath;
   std::int16_t g_HelpID = 0;
   bool g_IsSilentMode = false;
-  bool g_NoProgressBar = false;
-  bool g_LeaveMsgBoxOpen = false;
-
-  bool g_AllTablesRun = false;  // an enAll run keeps the form open between tables
-  bool g_Cancelled = false;     // read after every record
-  TableOk g_TableOk = TableOk::False;
-  bool g_FiltersActive = false;  // a filter narrowed the run, or the table was skipped
-  bool g_NoQBRecords = false;    // QuickBooks had no records for the query
 
   std::string g_ActivityComp = "GEN:COMP";
   std::string g_ActivityHol = "GEN:HOL";
   std::string g_ActivitySick = "GEN:SICK";
   std::string g_ActivityVac = "GEN:VAC";
+
+  // Of a send of time entries, as the settings said ahead of the first row.
+  bool MapTENotes = false;      // the long note goes
+  bool leavesCompTime = false;  // entries with comp time do not go
 
   std::optional<MsgForm> msgForm;  // nothing while no form is loaded
 };

@@ -1,9 +1,7 @@
 #include "services/msgForm.h"
 
-#include <fmt/core.h>
-
+#include <chrono>
 #include <cmath>
-#include <cstdlib>
 
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
@@ -12,7 +10,7 @@ namespace twqb {
 
 namespace {
 
-void Refresh() { TheDesk().UpdateMsgForm(Vars().msgForm->controls); }
+void Refresh() { TheDesk().UpdateMsgForm(Vars().msgForm->state); }
 void Pump() { TheDesk().PumpMessages(); }
 
 void cmdCancel_Click() {
@@ -25,27 +23,25 @@ void cmdCancel_Click() {
   });
 }
 
-// The texts that the controls are drawn with.
+// Until an action tells its own, the form shows what it is drawn with.
 void Load() {
-  Vars().msgForm =
-      MsgForm{.controls = {.caption = " Tallywick", .lblItem = "", .Text1 = "Label1", .pbconv = 0, .txtProg = "1/1"},
-              .startTime = TheMachine().Now()};
+  Vars().msgForm = MsgForm{
+      .state = {.caption = " Tallywick", .record = "Label1", .position = ProgressPosition{.done = 1, .total = 1}},
+      .startTime = TheMachine().Now()};
 }
 
-// "hh:mm:ss"; whole days fall away, and the sign that a clock put back would give.
-std::string TimeLeft(std::int64_t milliseconds) {
-  const auto seconds = std::llround(static_cast<double>(std::abs(milliseconds)) / static_cast<double>(Date::kSecond));
-  return fmt::format("{:02}:{:02}:{:02}", seconds / 3600 % 24, seconds / 60 % 60, seconds % 60);
+std::chrono::milliseconds SinceLoaded() {
+  return std::chrono::milliseconds(TheMachine().Now().Milliseconds() - Vars().msgForm->startTime.Milliseconds());
 }
 
 }  // namespace
 
 void ShowMsgForm(std::string_view strText) {
   if (!Vars().msgForm) Load();
-  auto& controls = Vars().msgForm->controls;
-  controls.lblItem = strText;
-  controls.pbconv = 0;
-  TheDesk().ShowMsgForm(controls, cmdCancel_Click);
+  auto& state = Vars().msgForm->state;
+  state.action = strText;
+  state.percent = 0;
+  TheDesk().ShowMsgForm(state, cmdCancel_Click);
   TheDesk().PumpMessages();
 }
 
@@ -56,20 +52,18 @@ void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent) {
     if (!Vars().msgForm) Load();
   });
   if (!Vars().msgForm) return;
-  auto& controls = Vars().msgForm->controls;
   if (lngTotal == 0) {
     IgnoreErrors(Refresh);
     return;
   }
-  controls.pbconv =
-      static_cast<int>(std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
-  controls.txtProg = fmt::format("{}/{}", lngCurrent, lngTotal);
+  auto& state = Vars().msgForm->state;
+  state.percent = static_cast<int>(std::llrint(static_cast<double>(lngCurrent) / static_cast<double>(lngTotal) * 100));
+  auto& position = state.position.emplace(ProgressPosition{.done = lngCurrent, .total = lngTotal});
   IgnoreErrors(Refresh);
   IgnoreErrors(Pump);
   IgnoreErrors([&] {
     if (lngCurrent == 0) return;  // before the first record there is nothing to estimate from
-    const auto elapsed = TheMachine().Now().Milliseconds() - Vars().msgForm->startTime.Milliseconds();
-    controls.txtProg += " --> " + TimeLeft(elapsed * (lngTotal - lngCurrent) / lngCurrent);
+    position.timeLeft = SinceLoaded() * (lngTotal - lngCurrent) / lngCurrent;
     Refresh();
   });
   IgnoreErrors(Pump);
@@ -77,18 +71,18 @@ void UpdateProgressBar(std::int64_t lngTotal, std::int64_t lngCurrent) {
 
 void SetProgressText(std::string_view strText) {
   if (!Vars().msgForm) return;
-  Vars().msgForm->controls.Text1 = strText;
+  Vars().msgForm->state.record = strText;
   Refresh();
 }
 
 std::string MyCaption() {
   if (!Vars().msgForm) Load();
-  return Vars().msgForm->controls.caption;
+  return Vars().msgForm->state.caption;
 }
 
 void SetMyCaption(std::string_view strCaption) {
   if (!Vars().msgForm) Load();
-  Vars().msgForm->controls.caption = strCaption;
+  Vars().msgForm->state.caption = strCaption;
   Refresh();
 }
 

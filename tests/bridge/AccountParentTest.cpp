@@ -110,9 +110,9 @@ TEST(AccountParent, Comes_with_no_form_of_its_own) {
   EXPECT_TRUE(house.GetAlone("Rail"));
   std::size_t shown = 0;
   for (const auto& event : house.desk.FormEvents()) {
-    EXPECT_NE(event.state.Text1, "Travel");
-    EXPECT_NE(event.state.Text1, "Travel:Fares");
-    if (event.kind == FormEventKind::Show && event.state.lblItem == "Getting Accounts from QuickBooks...") ++shown;
+    EXPECT_NE(event.state.record, "Travel");
+    EXPECT_NE(event.state.record, "Travel:Fares");
+    if (event.kind == FormEventKind::Show && event.state.action == "Getting Accounts from QuickBooks...") ++shown;
   }
   EXPECT_EQ(shown, 1U);
 }

@@ -1,6 +1,7 @@
 // A house with a bridge object to it, past the question of the first run.
 #pragma once
 
+#include "bridge/modTWQBBridge.h"
 #include "services/Errors.h"
 #include "tests/engine/SpiedHouse.h"
 #include "twqb/CTWQBBridge.h"
@@ -11,6 +12,8 @@ class BridgeHouse : public SpiedHouse {
  public:
   explicit BridgeHouse(HouseOptions options = {}, std::string_view faults = {})
       : SpiedHouse(std::move(options), faults) {
+    pull = GetTableFromQB;
+    EnterSpied();
     Setting("GENERAL", "FIRST_TIME", "False");
   }
   void Client(std::string_view columns, std::string_view values) {

@@ -1,10 +1,12 @@
 // The public object: its properties, its log lines, what belongs to the object and what to the process.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "tests/bridge/BridgeHouse.h"
+#include "tests/support/GivenUp.h"
 
 namespace twqb {
 namespace {
@@ -255,7 +257,10 @@ TEST(BridgeObject, A_desk_without_an_answer_reaches_the_host) {
   house.Client("ClientID", "'ACME'");
   {
     Bridge bridge(house);
-    EXPECT_THROW(bridge.SendDataToQB(enClients), DeskGaveUp);
+    const auto question = GivenUpAt([&] { bridge.SendDataToQB(enClients); });
+    EXPECT_THAT(question,
+                testing::AllOf(testing::HasSubstr("Do you want to continue?"), testing::HasSubstr("(title \"Error\")"),
+                               testing::HasSubstr("It offers yes, no.")));
     EXPECT_EQ(Vars().g_CnRefCount, 0);
   }
   EXPECT_TRUE(house.Log().back().empty());

@@ -23,10 +23,11 @@ Texts BoxesAfterQuestion(const DeletionHouse& house) {
 }
 
 std::string NotFoundText(std::string_view id) {
-  return RefusalText("Object \"" + std::string(id) +
-                         "\" specified in the request cannot be found. QuickBooks error message: Invalid argument. The "
-                         "specified record does not exist in the list.",
-                     3120, "Error");
+  return RefusalText(
+      "Object \"" + std::string(id) +
+          "\" specified in the request cannot be found.  QuickBooks error message: Invalid argument.  The "
+          "specified record does not exist in the list.",
+      3120, "Error");
 }
 
 // --- The question ----------------------------------------------------------------------------------------------------

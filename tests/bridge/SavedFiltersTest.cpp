@@ -22,8 +22,7 @@ TEST(SavedFilters, Without_settings_nothing_narrows_and_the_newer_record_wins) {
   FilterHouse house;
   Vars().g_FiltersActive = true;
   EXPECT_TRUE(house.Read());
-  EXPECT_TRUE(house.filters.MostRecent);
-  EXPECT_FALSE(house.filters.Never);
+  EXPECT_EQ(house.filters.rule, TwinRule::NewerWins);
   EXPECT_FALSE(house.filters.IgnoreLastSync);
   EXPECT_FALSE(house.filters.ActiveOnly);
   EXPECT_EQ(house.filters.Date1a + house.filters.Filter1a + house.filters.From, "");
@@ -39,8 +38,7 @@ TEST(SavedFilters, The_four_flags_are_read_and_do_not_count_as_filters) {
   EXPECT_TRUE(house.Read());
   EXPECT_TRUE(house.filters.IgnoreLastSync);
   EXPECT_TRUE(house.filters.ActiveOnly);
-  EXPECT_FALSE(house.filters.MostRecent);
-  EXPECT_TRUE(house.filters.Never);
+  EXPECT_EQ(house.filters.rule, TwinRule::LeaveAlone);
   EXPECT_FALSE(Vars().g_FiltersActive);
 }
 
@@ -51,16 +49,16 @@ TEST(SavedFilters, The_newer_record_wins_where_the_key_is_missing_or_empty) {
     FilterHouse house;
     house.Set("_OptMostRecent", value);
     EXPECT_TRUE(house.Read());
-    EXPECT_EQ(house.filters.MostRecent, expected) << value;
+    EXPECT_EQ(house.filters.rule, expected ? TwinRule::NewerWins : TwinRule::Overwrite) << value;
   }
 }
 
 TEST(SavedFilters, Flags_are_read_anew_each_time) {
   FilterHouse house;
-  house.filters = {.MostRecent = false, .Never = true, .IgnoreLastSync = true, .ActiveOnly = true};
+  house.filters = {.rule = TwinRule::LeaveAlone, .IgnoreLastSync = true, .ActiveOnly = true};
   EXPECT_TRUE(house.Read());
-  EXPECT_TRUE(house.filters.MostRecent);
-  EXPECT_FALSE(house.filters.Never || house.filters.IgnoreLastSync || house.filters.ActiveOnly);
+  EXPECT_EQ(house.filters.rule, TwinRule::NewerWins);
+  EXPECT_FALSE(house.filters.IgnoreLastSync || house.filters.ActiveOnly);
 }
 
 struct PairCase {
@@ -130,13 +128,12 @@ TEST(SavedFilters, A_table_to_be_skipped_says_so_and_nothing_else_is_read) {
   house.Set("_OptNever", "no truth value");
   house.Set("_OptFilter1b", "True");
   house.Set("_cmbFilter1a", "A");
-  house.filters = {.Date1b = "b", .Filter1a = "kept", .MostRecent = false, .Never = true};
+  house.filters = {.Date1b = "b", .Filter1a = "kept", .rule = TwinRule::LeaveAlone};
   EXPECT_TRUE(house.Read());
-  EXPECT_EQ(house.filters.Date1a, "SKIP");
+  EXPECT_TRUE(house.filters.skipsTable);
   EXPECT_EQ(house.filters.Date1b, "b");
   EXPECT_EQ(house.filters.Filter1a, "kept");
-  EXPECT_FALSE(house.filters.MostRecent);
-  EXPECT_TRUE(house.filters.Never);
+  EXPECT_EQ(house.filters.rule, TwinRule::LeaveAlone);
   EXPECT_TRUE(Vars().g_FiltersActive);
   EXPECT_TRUE(house.BoxTexts().empty());
 }
@@ -147,9 +144,9 @@ TEST(SavedFilters, The_send_name_goes_with_the_send_prefix_in_any_case_and_the_g
   house.Setting("QBGET_", "Customers_OptNever", "True");
   house.Setting("OTHER_", "Customers_OptNever", "True");
   for (const std::string_view prefix : {"QBSEND_", "qbsend_", "QBGET_", "OTHER_"}) {
-    house.filters.Never = false;
+    house.filters.rule = TwinRule::Overwrite;
     EXPECT_TRUE(GetSavedFilters(prefix, enClients, house.filters));
-    EXPECT_TRUE(house.filters.Never) << prefix;
+    EXPECT_EQ(house.filters.rule, TwinRule::LeaveAlone) << prefix;
   }
 }
 
@@ -198,7 +195,7 @@ TEST(SavedFilters, The_settings_table_is_read_when_it_is_in_use) {
   Vars().g_UseTWSTable = true;
   house.Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('QBSEND__Clients_OptNever', 'True')");
   EXPECT_TRUE(house.Read());
-  EXPECT_TRUE(house.filters.Never);
+  EXPECT_EQ(house.filters.rule, TwinRule::LeaveAlone);
   EXPECT_EQ(house.traffic.statements.at(0),
             "SELECT ParamValue FROM TWSTable WHERE ParamName = 'QBSEND__Clients_ChkSkip'");
 }

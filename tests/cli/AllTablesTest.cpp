@@ -20,6 +20,8 @@ using testing::Not;
 using testing::Pair;
 
 constexpr int kNameInUse = 3100;
+constexpr int kInvalidWageType = 3150;
+constexpr const char* kPayrollItem = "PayrollItemWageAdd";
 
 class AllTables : public testing::Test {
  protected:
@@ -39,9 +41,19 @@ class AllTables : public testing::Test {
     return ended.err;
   }
 
-  // The additions and changes of the last run by request and status code.
+  // The additions and changes of the last run by request and status code, payroll items aside.
   using Answers = std::map<std::pair<std::string, int>, int>;
   Answers Changes() const {
+    auto changes = AllChanges();
+    std::erase_if(changes, [](const auto& change) { return change.first.first == kPayrollItem; });
+    return changes;
+  }
+  Answers PayrollItems() const {
+    auto changes = AllChanges();
+    std::erase_if(changes, [](const auto& change) { return change.first.first != kPayrollItem; });
+    return changes;
+  }
+  Answers AllChanges() const {
     Answers changes;
     for (const auto& event : EventsOf(folder_.Read(transcript_), "response")) {
       if (!event.contains("xml")) continue;  // a form that is refused has no answer
@@ -69,6 +81,9 @@ class AllTables : public testing::Test {
                                        Answered("ItemServiceMod", kNameInUse, 3), Answered("VendorMod", 0, 28)));
   }
 
+  // What a send behind all others tries.
+  void ExpectTheNamesInUse() const { EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6))); }
+
   std::string Count(const std::string& rows) const { return folder_.Scalar("SELECT COUNT(*) FROM " + rows); }
 
   WorkFolder folder_;
@@ -76,18 +91,18 @@ class AllTables : public testing::Test {
 };
 
 TEST_F(AllTables, The_first_send_adds_what_is_in_the_selections_and_finds_names_in_use) {
-  EXPECT_THAT(Changes(),
-              ElementsAre(Answered("AccountAdd", 0, 44), Answered("AccountAdd", kNameInUse, 6),
-                          Answered("CustomerAdd", 0, 186), Answered("CustomerAdd", kNameInUse, 8),
-                          Answered("EmployeeAdd", 0, 26), Answered("EmployeeAdd", kNameInUse, 2),
-                          Answered("ItemOtherChargeAdd", 0, 33), Answered("ItemOtherChargeAdd", kNameInUse, 6),
-                          Answered("ItemServiceAdd", 0, 43), Answered("ItemServiceAdd", kNameInUse, 4),
-                          Answered("VendorAdd", 0, 14), Answered("VendorAdd", kNameInUse, 5)));
+  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", 0, 44), Answered("AccountAdd", kNameInUse, 6),
+                                     Answered("CustomerAdd", 0, 186), Answered("CustomerAdd", kNameInUse, 8),
+                                     Answered("EmployeeAdd", 0, 26), Answered("EmployeeAdd", kNameInUse, 2),
+                                     Answered("ItemOtherChargeAdd", 0, 33),
+                                     Answered("ItemOtherChargeAdd", kNameInUse, 6), Answered("ItemServiceAdd", 0, 43),
+                                     Answered("ItemServiceAdd", kNameInUse, 4), Answered("TimeTrackingAdd", 0, 288),
+                                     Answered("VendorAdd", 0, 14), Answered("VendorAdd", kNameInUse, 5)));
 }
 
 TEST_F(AllTables, A_send_behind_a_send_tries_the_accounts_whose_names_are_in_use_and_nothing_else) {
   EXPECT_THAT(Transfer("send", 12), IsEmpty());
-  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6)));
+  ExpectTheNamesInUse();
   EXPECT_EQ(Count("AccountList WHERE QBLinkID IS NULL AND AccountID IN ('1200','2000','4000','4100','6000','1030')"),
             "6");
 }
@@ -98,9 +113,9 @@ TEST_F(AllTables, A_send_behind_a_get_sends_each_linked_row_but_accounts_once) {
   EXPECT_THAT(Transfer("send", 13), IsEmpty());
   ExpectTheSecondSend();
   EXPECT_EQ(Count("Client"), "75");
-  EXPECT_EQ(Count("Project"), "126");
+  EXPECT_EQ(Count("Project"), "129") << "three of them customers, for the hours on them";
   EXPECT_THAT(Transfer("send", 14), IsEmpty());
-  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6)));
+  ExpectTheNamesInUse();
 }
 
 class AllTablesOfCountry : public AllTables, public testing::WithParamInterface<std::string> {
@@ -113,7 +128,18 @@ TEST_P(AllTablesOfCountry, Go_and_come_without_a_box_and_go_again_as_everywhere)
   EXPECT_THAT(Transfer("send", 13), IsEmpty());
   ExpectTheSecondSend();
   EXPECT_THAT(Transfer("send", 14), IsEmpty());
-  EXPECT_THAT(Changes(), ElementsAre(Answered("AccountAdd", kNameInUse, 6)));
+  ExpectTheNamesInUse();
+}
+
+TEST_P(AllTablesOfCountry, Each_send_of_hours_asks_for_the_four_payroll_items_of_which_a_Canadian_file_knows_three) {
+  const auto fourth = GetParam() == "CA" ? kInvalidWageType : kNameInUse;
+  EXPECT_THAT(PayrollItems(), ElementsAre(Answered(kPayrollItem, 0, 3), Answered(kPayrollItem, fourth, 1)));
+  Transfer("send", 12);
+  if (GetParam() == "CA") {
+    EXPECT_THAT(PayrollItems(), ElementsAre(Answered(kPayrollItem, kNameInUse, 3), Answered(kPayrollItem, fourth, 1)));
+  } else {
+    EXPECT_THAT(PayrollItems(), ElementsAre(Answered(kPayrollItem, kNameInUse, 4)));
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(AllTables, AllTablesOfCountry, testing::Values("CA", "UK", "AU"),

@@ -103,6 +103,25 @@ TEST_F(Company, Show_counts_every_kind_and_sums_the_balances) {
                     testing::ContainsRegex("\nInvoice +0\n"), testing::ContainsRegex("\nAccount +[0-9]+\n")));
 }
 
+// The lines between the fences of the first block of shell below that heading.
+std::string DocumentedLines(const std::string& document, const std::string& heading) {
+  constexpr std::string_view kFence = "```sh\n";
+  const auto text = ReadWholeFile(TWQB_SOURCE_DIR "/docs/" + document);
+  const auto begin = text.find(kFence, text.find("## " + heading)) + kFence.size();
+  return text.substr(begin, text.find("```", begin) - begin);
+}
+
+TEST(CompanyDocumentation, The_five_lines_for_a_program_of_one_s_own_work_as_they_stand) {
+  const auto lines = DocumentedLines("company-file.md", "Your own program against it");
+  EXPECT_EQ(std::ranges::count(lines, '\n'), 5);
+  const TemporaryFolder folder;
+  const auto program = std::filesystem::path(TWQB_PROGRAM).parent_path().string();
+  const auto ended =
+      RunProcess({"/bin/sh", "-c", "set -e\nPATH=\"" + program + ":$PATH\"\n" + lines}, {.folder = folder.Path()});
+  EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+  EXPECT_THAT(ended.output, HasSubstr("<CustomerAddRs requestID=\"1\" statusCode=\"0\""));
+}
+
 TEST_F(Company, The_clock_stamps_the_records) {
   EXPECT_THAT(folder_.Done({"company", "run", "-", "--clock", "2008-03-05T10:00:00", "--bias", "300"}, {.input = kAdd}),
               HasSubstr("<TimeCreated>2008-03-05T10:00:00-05:00</TimeCreated>"));
@@ -181,7 +200,7 @@ TEST_F(Company, Set_of_an_unknown_name_gives_2_and_lists_the_names) {
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("Did you mean \"permission\"?"),
                                HasSubstr("permission, auto-logon, dialog, host-query, personal-data, time-tracking, "
-                                         "closing-date, interface-version")));
+                                         "recovery, closing-date, interface-version")));
 }
 
 TEST_F(Company, Set_in_a_company_file_that_is_not_there_gives_2) {

@@ -59,7 +59,10 @@ TEST_F(DeletionCommands, End_with_1_when_nobody_says_Yes) {
 
 TEST_F(DeletionCommands, End_with_3_when_the_question_has_no_answer) {
   folder_.Write("none.txt", "");
-  EXPECT_EQ(folder_.Twqb({"delete-quickbooks", "clients", id_, "--answers", "none.txt"}).status, 3);
+  const auto ended = folder_.Twqb({"delete-quickbooks", "clients", id_, "--answers", "none.txt"},
+                                  {.unanswered = Unanswered::Expected});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_THAT(ended.err, HasSubstr("Do you want to delete the corresponding record"));
 }
 
 TEST_F(DeletionCommands, End_with_1_when_QuickBooks_refuses) {

@@ -51,9 +51,9 @@ TEST(Init, The_sample_has_rows_in_every_table_that_is_sent) {
   const WorkFolder folder;
   folder.Done({"init", "--sample"});
   for (const std::string table :
-       {"Employee", "Project", "Activity", "Expense", "AccountList", "ExpenseLog", "TimeEntry", "TransactionTable",
-        "ManInvDetail", "Payment", "VendorBill", "EmployeeGroupDetail", "ProjectGroupDetail", "ActivityGroupDetail",
-        "ExpenseGroupDetail"}) {
+       {"Employee", "Project", "Activity", "Expense", "AccountList", "ExpenseLog", "TimeEntry", "QBPayroll",
+        "TransactionTable", "ManInvDetail", "Payment", "VendorBill", "EmployeeGroupDetail", "ProjectGroupDetail",
+        "ActivityGroupDetail", "ExpenseGroupDetail"}) {
     EXPECT_NE(folder.Scalar("SELECT COUNT(*) FROM " + table), "0") << table;
   }
 }
@@ -65,7 +65,7 @@ TEST(Init, The_sample_company_has_the_lists_of_a_small_firm) {
   for (const auto* line :
        {"Account +70", "  Bank +4, balance 90860.35", "ItemService +15", "ItemOtherCharge +11", "ItemNonInventory +5",
         "ItemInventory +4", "ItemSalesTax +3", "ItemPayment +2", "ItemGroup +1", "Class +8", "Employee +6",
-        "Vendor +14", "PayrollItemWage +4", "JobType +7"}) {
+        "Vendor +14", "PayrollItemWage +10", "JobType +7"}) {
     EXPECT_THAT(shown, testing::ContainsRegex(std::string("\n") + line + "\n"));
   }
   const auto answer = folder.Done(

@@ -10,10 +10,17 @@ namespace twqb::cli {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+constexpr int kNoAnswer = 3;
+
+}  // namespace
+
 Ended WorkFolder::Twqb(const std::vector<std::string>& arguments, const RunOptions& options) const {
   std::vector<std::string> words = {TWQB_PROGRAM};
   words.insert(words.end(), arguments.begin(), arguments.end());
   auto result = RunProcess(words, {.folder = folder_.Path(), .input = options.input, .output = options.out});
+  if (result.exitStatus == kNoAnswer && options.unanswered == Unanswered::Failure) ADD_FAILURE() << result.errors;
   return {.status = result.exitStatus, .out = std::move(result.output), .err = std::move(result.errors)};
 }
 

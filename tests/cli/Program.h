@@ -3,6 +3,7 @@
 // For the tests of this folder. The program gets no terminal: a question without an answers file is taken as No.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -21,16 +22,21 @@ struct Ended {
 
 using Stdout = StandardOutput;
 
+// What a question without an answer, which ends a run with 3, means to the test.
+enum class Unanswered : std::uint8_t { Failure, Expected };
+
 struct RunOptions {
   std::string input = {};
   Stdout out = Stdout::Captured;
+  Unanswered unanswered = Unanswered::Failure;
 };
 
 // A temporary folder that goes at the end.
 class WorkFolder {
  public:
   [[nodiscard]] std::filesystem::path Path() const { return folder_.Path(); }
-  // Runs the program with the folder as current folder.
+  // Runs the program with the folder as current folder. The test fails at a question without an answer, and names it,
+  // unless it is expected.
   Ended Twqb(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
   // The same; the test fails unless the status is 0. Gives what it printed.
   std::string Done(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;

@@ -93,6 +93,19 @@ TEST_F(Status, Tells_when_each_table_went_last_and_what_changed_since_its_send) 
               ElementsAre("3", "3", "0", "3", "3/5/2008", "10:45:00", "AM", "3/5/2008", "11:00:00", "AM"));
 }
 
+TEST_F(Status, Comes_as_JSON_for_other_programs) {
+  Sql("INSERT INTO Client (ClientID, LastUpdated) VALUES ('A', '2008-03-05 09:00:00');");
+  Transfer("send", "2008-03-05T10:30:00");
+  std::istringstream lines(folder_.Done({"status", "--json"}));
+  std::vector<std::string> tables;
+  for (std::string line; std::getline(lines, line);) tables.push_back(line);
+  ASSERT_EQ(tables.size(), 13U);
+  EXPECT_EQ(tables[0], R"({"table":"employees","rows":0,"linked":0,"neverLinked":0,"changed":null,"lastSend":null,)"
+                       R"("lastGet":null})");
+  EXPECT_EQ(tables[2], R"({"table":"clients","rows":1,"linked":1,"neverLinked":0,"changed":0,)"
+                       R"("lastSend":"2008-03-05T10:30:00","lastGet":null})");
+}
+
 TEST_F(Status, Compares_in_UTC) {
   Sql("INSERT INTO Client (ClientID, QBLinkID, LastUpdated) VALUES ('A', '1-1', '2008-03-05 14:00:00');");
   folder_.Done({"settings", "set", "QBSEND_", "Clients_LastSendAt", "3/5/2008 10:00:00 AM"});

@@ -88,15 +88,16 @@ TEST_F(SampleFirm, Sync_lets_the_newer_record_win_over_saved_settings) {
 
 TEST_F(SampleFirm, A_question_without_an_answer_ends_with_3_and_names_it) {
   folder_.Write("none.txt", "");
-  const auto ended = folder_.Twqb({"send", "clients", "--answers", "none.txt"});
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "none.txt"}, {.unanswered = Unanswered::Expected});
   EXPECT_EQ(ended.status, 3);
-  EXPECT_THAT(ended.err, HasSubstr("Would you like to backup your data files Now?"));
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("Would you like to backup your data files Now?"),
+                               HasSubstr("(title \"Backup QB Data file?\")"), HasSubstr("It offers yes, no.")));
   EXPECT_THAT(ended.out, IsEmpty());
 }
 
 TEST_F(SampleFirm, A_question_that_does_not_offer_the_answer_ends_with_3_too) {
   folder_.Write("retry.txt", "retry\n");
-  const auto ended = folder_.Twqb({"send", "clients", "--answers", "retry.txt"});
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "retry.txt"}, {.unanswered = Unanswered::Expected});
   EXPECT_EQ(ended.status, 3);
   EXPECT_THAT(ended.err, HasSubstr("\"retry\""));
 }

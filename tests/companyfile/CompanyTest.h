@@ -18,6 +18,7 @@
 namespace twqb::company {
 
 inline constexpr ErrorNumber kRefused = 0x80040400;
+inline constexpr ErrorNumber kUnknownVersion = 0x80040423;
 
 // One answer to one request.
 struct Answer {

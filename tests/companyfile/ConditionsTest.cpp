@@ -48,20 +48,20 @@ class ConditionsOfACompany : public CompanyTest {
 };
 
 TEST_F(ConditionsOfACompany, A_new_file_is_in_the_way_of_nobody) {
-  EXPECT_THAT(Texts(file_->GetConditions()),
-              testing::ElementsAre("granted", "granted", "closed", "answered", "granted", "enabled", "none", "5.0"));
+  EXPECT_THAT(Texts(file_->GetConditions()), testing::ElementsAre("granted", "granted", "closed", "answered", "granted",
+                                                                  "enabled", "strict", "none", "5.0"));
   EXPECT_EQ(Begin(path_, ""), 0U);
   EXPECT_EQ(Begin("", path_), 0U);
 }
 
 TEST_F(ConditionsOfACompany, Are_kept_in_the_file_and_leave_nothing_there_once_they_are_as_in_a_new_one) {
   const auto before = StoredSettings();
-  const std::vector<std::string> changed = {"withheld", "withheld", "open",       "refused",
-                                            "withheld", "disabled", "2007-12-31", "12.07"};
+  const std::vector<std::string> changed = {"withheld", "withheld", "open",       "refused", "withheld",
+                                            "disabled", "lenient",  "2007-12-31", "12.07"};
   for (std::size_t i = 0; i < changed.size(); ++i) Set(Conditions()[i].name, changed[i]);
   file_.emplace(path_, machine_);
   EXPECT_THAT(Texts(file_->GetConditions()), testing::ElementsAre("withheld", "withheld", "open", "refused", "withheld",
-                                                                  "disabled", "2007-12-31", "12.7"));
+                                                                  "disabled", "lenient", "2007-12-31", "12.7"));
   EXPECT_EQ(StoredSettings(), before + static_cast<int>(changed.size()));
   file_->SetConditions({});
   EXPECT_EQ(StoredSettings(), before);

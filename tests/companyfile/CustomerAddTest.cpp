@@ -88,10 +88,10 @@ TEST_F(CustomerAdd, A_refused_customer_uses_up_no_identifier) {
   EXPECT_EQ(AddNamed("Other").Value("ListID"), "80000002-1204729200");
 }
 
-TEST_F(CustomerAdd, Daylight_time_is_written_as_standard_time_an_hour_behind_the_clock) {
+TEST_F(CustomerAdd, In_daylight_time_the_wall_clock_is_written_with_the_standard_offset) {
   machine_.zone.state = TimeZoneState::Daylight;
   const auto answer = AddNamed("Acme");
-  EXPECT_EQ(answer.Value("TimeCreated"), "2008-03-05T09:00:00-05:00");
+  EXPECT_EQ(answer.Value("TimeCreated"), "2008-03-05T10:00:00-05:00");
   EXPECT_EQ(answer.Value("ListID"), "80000001-" + std::to_string(kTen - 3600));
 }
 
@@ -129,10 +129,10 @@ TEST_F(CustomerAdd, The_name_of_an_inactive_customer_is_in_use) {
 TEST_F(CustomerAdd, A_colon_in_a_name_is_refused) {
   const auto answer = AddNamed("A:B");
   EXPECT_EQ(answer.code, 3090);
-  EXPECT_EQ(
-      answer.message,
-      "There was an error when storing \"A:B\" in the \"name\" field. QuickBooks error message: Names in this list "
-      "cannot contain a colon.");
+  EXPECT_EQ(answer.message,
+            "There was an error when storing \"A:B\" in the \"customer name\" field.  QuickBooks error message: Names "
+            "in this list "
+            "cannot contain a colon.");
 }
 
 TEST_F(CustomerAdd, A_name_is_kept_with_its_blanks) { EXPECT_EQ(AddNamed(" Acme  ").Value("Name"), " Acme  "); }
@@ -178,8 +178,8 @@ TEST_F(CustomerAdd, A_parent_that_is_not_there_is_refused) {
   EXPECT_EQ(answer.code, 3130);
   EXPECT_EQ(
       answer.message,
-      "There is an invalid reference to a parent \"Nobody\" in the Customer list. QuickBooks error message: Invalid "
-      "argument. The specified record does not exist in the list.");
+      "There is an invalid reference to a parent \"Nobody\" in the Customer list.  QuickBooks error message: Invalid "
+      "argument.  The specified record does not exist in the list.");
 }
 
 TEST_F(CustomerAdd, Customers_nest_five_levels_deep_and_no_deeper) {

@@ -88,7 +88,7 @@ TEST_F(CustomerMod, A_customer_that_is_not_there_can_not_be_changed) {
   EXPECT_EQ(answer.code, 3120);
   EXPECT_EQ(
       answer.message,
-      "Object \"80000009-1\" specified in the request cannot be found. QuickBooks error message: Invalid argument. "
+      "Object \"80000009-1\" specified in the request cannot be found.  QuickBooks error message: Invalid argument.  "
       "The specified record does not exist in the list.");
 }
 

@@ -58,7 +58,7 @@ TEST_F(CustomerQuery, What_is_not_there_is_told_beside_what_was_found) {
   EXPECT_EQ(byName.severity, "Warn");
   EXPECT_EQ(
       byName.message,
-      "The query request has not been fully completed. There was a required element (\"No One\") that could not be "
+      "The query request has not been fully completed.  There was a required element (\"No One\") that could not be "
       "found in QuickBooks.");
   EXPECT_EQ(byName.All("FullName"), Names{"Acme"});
   const auto byId = Query("<ListID>80000099-1</ListID><ListID>" + id + "</ListID>");
@@ -88,11 +88,11 @@ TEST_F(CustomerQuery, The_offset_of_a_bound_is_dropped) {
   EXPECT_EQ(Query("<FromModifiedDate>2008-03-05T10:00:01+09:00</FromModifiedDate>").code, 1);
 }
 
-TEST_F(CustomerQuery, A_bound_is_standard_time_while_daylight_time_is_on) {
+TEST_F(CustomerQuery, A_bound_is_the_wall_clock_while_daylight_time_is_on) {
   machine_.zone.state = TimeZoneState::Daylight;
   AddNamed("Acme");
-  EXPECT_EQ(NamesOf("<FromModifiedDate>2008-03-05T09:00:00</FromModifiedDate>"), Names{"Acme"});
-  EXPECT_EQ(Query("<FromModifiedDate>2008-03-05T09:00:01</FromModifiedDate>").code, 1);
+  EXPECT_EQ(NamesOf("<FromModifiedDate>2008-03-05T10:00:00</FromModifiedDate>"), Names{"Acme"});
+  EXPECT_EQ(Query("<FromModifiedDate>2008-03-05T10:00:01</FromModifiedDate>").code, 1);
 }
 
 TEST_F(CustomerQuery, A_date_alone_means_the_whole_day) {
@@ -114,7 +114,6 @@ TEST_F(CustomerQuery, At_most_as_many_come_as_were_asked_for) {
   for (const char* name : {"C", "A", "B"}) AddNamed(name);
   EXPECT_EQ(NamesOf("<MaxReturned>2</MaxReturned>"), (Names{"A", "B"}));
   EXPECT_EQ(NamesOf("<MaxReturned>9</MaxReturned>"), (Names{"A", "B", "C"}));
-  EXPECT_EQ(Query("<MaxReturned>0</MaxReturned>").code, 1);
 }
 
 TEST_F(CustomerQuery, Names_match_at_their_start_their_end_or_anywhere_without_case) {

@@ -149,8 +149,8 @@ TEST_F(CompanyDocument, More_text_than_anybody_means_is_refused) {
 
 TEST_F(CompanyDocument, A_refusal_quotes_no_more_than_the_beginning_of_a_value) {
   try {
-    static_cast<void>(
-        file_->Process(Document(AddRequest("<Name>Acme</Name><IsActive>" + Repeated("yes", 100'000) + "</IsActive>"))));
+    static_cast<void>(file_->Process(
+        Document(AddRequest("<Name>Acme</Name><JobStatus>" + Repeated("yes", 100'000) + "</JobStatus>"))));
     FAIL() << "nothing was raised";
   } catch (const PlatformError& raised) {
     EXPECT_LT(raised.description().size(), 300U);
@@ -237,19 +237,14 @@ INSTANTIATE_TEST_SUITE_P(
                         "<?xml version=\"1.0\"?><QBXML>" + kSet + "</QBXML><?qbxml version=\"3.0\"?>"},
                     Bad{"Version_line_of_another_kind",
                         "<?xml version=\"1.0\"?><?qbxml Version=\"3.0\"?><QBXML>" + kSet + "</QBXML>"},
-                    Bad{"No_number", Document(kAcme, "")}, Bad{"Newer_version", Document(kAcme, "4.0")},
-                    Bad{"Unpublished_version", Document(kAcme, "2.2")},
-                    Bad{"Version_with_country_of_its_own", Document(kAcme, "US3.0")},
-                    Bad{"Version_with_zero", Document(kAcme, "03.0")},
+                    Bad{"No_number", Document(kAcme, "")}, Bad{"Version_with_zero", Document(kAcme, "03.0")},
                     Bad{"Version_in_three_parts", Document(kAcme, "3.0.0")},
-                    Bad{"Other_country", Document(kAcme, "CA3.0")}, Bad{"Unknown_country", Document(kAcme, "NZ3.0")},
-                    Bad{"Other_country_and_no_request", Document("", "CA3.0")},
                     Bad{"Other_root", kVersionLine + "<QBXMLX>" + kSet + "</QBXMLX>"},
                     Bad{"No_set", kVersionLine + "<QBXML></QBXML>"},
                     Bad{"Two_sets", kVersionLine + "<QBXML>" + kSet + kSet + "</QBXML>"},
                     Bad{"Other_set", kVersionLine + "<QBXML><QBXMLSubscriptionMsgsRq/></QBXML>"},
                     Bad{"No_onError", kVersionLine + "<QBXML><QBXMLMsgsRq>" + kAcme + "</QBXMLMsgsRq></QBXML>"},
-                    Bad{"Unknown_onError", Document(kAcme, "3.0", "rollbackOnError")},
+                    Bad{"Unknown_onError", Document(kAcme, "3.0", "goOn")},
                     Bad{"Text_in_the_set", Document("x" + kAcme)}),
     [](const auto& test) { return std::string(test.param.name); });
 
@@ -279,14 +274,9 @@ INSTANTIATE_TEST_SUITE_P(
         Bad{"Two_records_in_a_request",
             Document("<CustomerAddRq><CustomerAdd><Name>A</Name></CustomerAdd><CustomerAdd><Name>B</Name></"
                      "CustomerAdd></CustomerAddRq>")},
-        Bad{"Truth_value", Document(AddRequest("<Name>Acme</Name><IsActive>True</IsActive>"))},
-        Bad{"Empty_truth_value", Document(AddRequest("<Name>Acme</Name><IsActive></IsActive>"))},
         Bad{"Enumeration", Document(AddRequest("<Name>Acme</Name><JobStatus>awarded</JobStatus>"))},
-        Bad{"Date", Document(AddRequest("<Name>Acme</Name><JobStartDate>3/5/2008</JobStartDate>"))},
-        Bad{"Day_that_is_not", Document(AddRequest("<Name>Acme</Name><JobStartDate>2007-02-29</JobStartDate>"))},
         Bad{"Whole_number", Document(QueryRequest("<MaxReturned>ten</MaxReturned>"))},
         Bad{"Fraction_for_a_whole_number", Document(QueryRequest("<MaxReturned>1.5</MaxReturned>"))},
-        Bad{"Time", Document(QueryRequest("<FromModifiedDate>2008-03-05 10:00</FromModifiedDate>"))},
         Bad{"Two_name_filters",
             Document(QueryRequest(
                 "<NameFilter><MatchCriterion>Contains</MatchCriterion><Name>a</Name></NameFilter><NameRangeFilter/>"))},
@@ -333,12 +323,12 @@ INSTANTIATE_TEST_SUITE_P(
         Told{"Empty_amount", AddRequest("<Name>Acme</Name><CreditLimit></CreditLimit>"), 3040,
              "There was an error when converting the amount \"\" in the field \"CreditLimit\"."},
         Told{"Identifier_that_is_none", QueryRequest("<ListID>Acme</ListID>"), 3000,
-             "The given object ID \"Acme\" in the field \"ListID\" is invalid."},
+             "The given object ID \"Acme\" in the field \"list id\" is invalid."},
         Told{"Identifier_in_lower_case", QueryRequest("<ListID>8000000a-1204731000</ListID>"), 3000,
-             "The given object ID \"8000000a-1204731000\" in the field \"ListID\" is invalid."},
+             "The given object ID \"8000000a-1204731000\" in the field \"list id\" is invalid."},
         Told{"Identifier_that_is_none_in_a_reference",
              AddRequest("<Name>Acme</Name><ParentRef><ListID>x</ListID></ParentRef>"), 3000,
-             "The given object ID \"x\" in the field \"ListID\" is invalid."},
+             "The given object ID \"x\" in the field \"list id\" is invalid."},
         Told{"Filter_without_its_name",
              QueryRequest("<NameFilter><MatchCriterion>Contains</MatchCriterion></NameFilter>"), 3150,
              "There is a missing element: \"Name\"."}),
@@ -353,7 +343,8 @@ TEST_P(RefusedReference, To_a_list_that_the_file_does_not_hold_is_invalid) {
   };
   const auto expected = [list = std::string(list)](const std::string& value) {
     return "There is an invalid reference to QuickBooks " + list + " \"" + value +
-           "\" in the Customer. QuickBooks error message: Invalid argument. The specified record does not exist in the "
+           "\" in the Customer.  QuickBooks error message: Invalid argument.  The specified record does not exist in "
+           "the "
            "list.";
   };
   const auto byName = Add(field("<FullName>X</FullName>"));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
+#include "FileSql.h"
 #include "ListTest.h"
 #include "adapters/companyfile/CompanyStore.h"
 #include "adapters/companyfile/References.h"
@@ -46,12 +47,7 @@ class FirstFormat : public ListTest {
     Run(kFirstFormat);
     tag_ = "CA3.0";
   }
-  void Run(const std::string& sql) {
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
-    sqlite3_close(database);
-  }
+  void Run(const std::string& sql) { RunSql(path_, sql); }
   std::string Scalar(const std::string& sql) {
     sqlite3* database = nullptr;
     EXPECT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
@@ -68,7 +64,7 @@ class FirstFormat : public ListTest {
 
 TEST_F(FirstFormat, A_file_of_it_keeps_what_it_holds_and_gets_the_new_lists) {
   file_.emplace(path_, machine_);
-  EXPECT_EQ(Scalar("PRAGMA user_version"), "2");
+  EXPECT_EQ(Scalar("PRAGMA user_version"), "3");
   EXPECT_EQ(file_->GetConditions().dialog, DialogState::Open);
   EXPECT_EQ(file_->Summary().options.hostVersion, 12);
   const auto customers = QueryOf("Customer");

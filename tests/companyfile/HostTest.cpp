@@ -46,9 +46,9 @@ TEST_F(CompanyHost, A_file_in_single_user_mode_says_so) {
 TEST_F(CompanyHost, A_file_made_without_a_list_of_forms_takes_its_country_s_own_alone) {
   MakeFile({.country = Country::CA});
   EXPECT_EQ(Send("<HostQueryRq/>", "CA3.0").code, 0);
-  EXPECT_EQ(RefusalOfRequest("<HostQueryRq/>", "3.0"), kRefused);
-  EXPECT_EQ(RefusalOfRequest("<HostQueryRq/>", "UK3.0"), kRefused);
-  EXPECT_EQ(RefusalOfRequest("<CustomerQueryRq/>", "3.0"), kRefused);
+  EXPECT_EQ(RefusalOfRequest("<HostQueryRq/>", "3.0"), kUnknownVersion);
+  EXPECT_EQ(RefusalOfRequest("<HostQueryRq/>", "UK3.0"), kUnknownVersion);
+  EXPECT_EQ(RefusalOfRequest("<CustomerQueryRq/>", "3.0"), kUnknownVersion);
 }
 
 struct FormCase {
@@ -64,7 +64,7 @@ class CompanyForm : public CompanyTest, public testing::WithParamInterface<FormC
 
 TEST_P(CompanyForm, Is_taken_or_refused) {
   MakeFile(GetParam().options);
-  EXPECT_EQ(RefusalOfRequest(GetParam().request, GetParam().tag), GetParam().taken ? 0U : kRefused);
+  EXPECT_EQ(RefusalOfRequest(GetParam().request, GetParam().tag), GetParam().taken ? 0U : kUnknownVersion);
 }
 
 const CompanyOptions kAustralian = {.country = Country::AU};

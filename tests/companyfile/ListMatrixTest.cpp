@@ -201,9 +201,11 @@ TEST_P(EveryList, A_reference_that_names_nothing_something_deleted_or_something_
     const auto dead = answerTo("FullName", "No?");
     EXPECT_EQ(dead.code, 3140) << reference.name();
     const auto target = std::string(reference.name(), std::string_view(reference.name()).size() - 3);
-    EXPECT_EQ(dead.message, "There is an invalid reference to QuickBooks " + target + " \"No?\" in the " + kind_ +
-                                ". QuickBooks error message: Invalid argument. The specified record does not exist in "
-                                "the list.");
+    EXPECT_EQ(dead.message,
+              "There is an invalid reference to QuickBooks " + target + " \"No?\" in the " +
+                  (std::string_view(reference.parent().name()) == "ItemGroupLine" ? "item group line" : kind_) +
+                  ".  QuickBooks error message: Invalid argument.  The specified record does not exist in "
+                  "the list.");
     EXPECT_EQ(answerTo("ListID", "80009999-1").code, 3140) << reference.name();
     EXPECT_EQ(answerTo("ListID", gone).code, 3240) << reference.name();
     const bool takesVendors = std::string_view(reference.name()).find("Vendor") != std::string_view::npos;

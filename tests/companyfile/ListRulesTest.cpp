@@ -49,7 +49,7 @@ TEST_F(Names, A_payment_item_that_exists_can_not_be_saved_again) {
   const auto answer = AddTo("ItemPayment", Named("paid"));
   EXPECT_EQ(answer.code, 3180);
   EXPECT_EQ(answer.message,
-            "There was an error when saving a ItemPayment. QuickBooks error message: The name of the list element is "
+            "There was an error when saving an ItemPayment.  QuickBooks error message: The name of the list element is "
             "already in use.");
 }
 
@@ -94,7 +94,7 @@ TEST_F(Accounts, A_sub_account_has_the_type_of_its_parent) {
   EXPECT_EQ(answer.code, 3130);
   EXPECT_EQ(
       answer.message,
-      "There is an invalid reference to a parent \"Costs\" in the Account list. QuickBooks error message: A record "
+      "There is an invalid reference to a parent \"Costs\" in the Account list.  QuickBooks error message: A record "
       "has the type of its parent.");
 }
 
@@ -104,7 +104,7 @@ TEST_F(Accounts, A_number_belongs_to_one_account) {
   EXPECT_EQ(answer.code, 3180);
   EXPECT_EQ(
       answer.message,
-      "There was an error when saving a Account. QuickBooks error message: The number \"600\" is already in use.");
+      "There was an error when saving an Account.  QuickBooks error message: The number \"600\" is already in use.");
   EXPECT_EQ(AddTo("Account", Account("Rent", "Expense", "<AccountNumber></AccountNumber>")).code, 0);
   EXPECT_EQ(AddTo("Account", Account("Fuel", "Expense", "<AccountNumber></AccountNumber>")).code, 0);
 }
@@ -197,7 +197,7 @@ TEST_F(Items, An_item_of_one_form_refuses_a_change_of_the_other) {
   EXPECT_EQ(refused.code, 3170);
   EXPECT_EQ(
       refused.message,
-      "There was an error when modifying a ItemService. QuickBooks error message: It has SalesOrPurchase and cannot "
+      "There was an error when modifying an ItemService.  QuickBooks error message: It has SalesOrPurchase and cannot "
       "take SalesAndPurchaseMod.");
   EXPECT_EQ(ModifyIn("ItemService", two, "<SalesOrPurchaseMod><Desc>x</Desc></SalesOrPurchaseMod>").code, 3170);
   EXPECT_EQ(QueryOf("ItemService", Id(two)).Value("SalesAndPurchase/SalesDesc"), "s");

@@ -46,7 +46,7 @@ TEST_F(Uses, A_record_in_use_is_not_deleted_until_nothing_uses_it_any_more) {
   const auto refused = Delete("JobType", roof);
   EXPECT_EQ(refused.code, 3160);
   EXPECT_EQ(refused.message, "Cannot delete the object specified by the id \"" + roof +
-                                 "\". QuickBooks error message: The list element is in use.");
+                                 "\".  QuickBooks error message: The list element is in use.");
   EXPECT_EQ(QueryOf("JobType", Id(roof)).code, 0);
   ASSERT_EQ(ModifyIn("Customer", acme, "<JobTypeRef/>").code, 0);
   EXPECT_EQ(Delete("JobType", roof).code, 3160);

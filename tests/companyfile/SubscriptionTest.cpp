@@ -98,7 +98,7 @@ TEST_F(CompanySubscription, A_second_one_of_a_type_can_not_be_saved) {
   EXPECT_EQ(again.code, 3180);
   EXPECT_EQ(again.severity, "Error");
   EXPECT_EQ(again.message,
-            "There was an error when saving a data event subscription. QuickBooks error message: The subscriber has "
+            "There was an error when saving a data event subscription.  QuickBooks error message: The subscriber has "
             "such a subscription already.");
   EXPECT_FALSE(again.node.first_child());
 }
@@ -113,8 +113,8 @@ TEST_F(CompanySubscription, Deleting_what_is_not_there_is_told_as_not_found) {
   const auto answer = One(Delete("Data"));
   EXPECT_EQ(answer.code, 3120);
   EXPECT_EQ(answer.message,
-            "Object \"{8C9A1E70-1111-2222-3333-0123456789AB}\" specified in the request cannot be found. QuickBooks "
-            "error message: Invalid argument. The specified record does not exist in the list.");
+            "Object \"{8C9A1E70-1111-2222-3333-0123456789AB}\" specified in the request cannot be found.  QuickBooks "
+            "error message: Invalid argument.  The specified record does not exist in the list.");
   EXPECT_EQ(Codes(Ui() + Delete("Data") + Delete("UI") + Delete("UI")), (Ints{0, 3120, 0, 3120}));
 }
 
@@ -183,7 +183,8 @@ class SubscriptionTag : public CompanySubscription, public testing::WithParamInt
 TEST_P(SubscriptionTag, Is_taken_or_refused) {
   MakeFile({.country = GetParam().country});
   for (const auto& request : {Data(), Ui(), UiExtension(), Ask(), Delete("Data")}) {
-    EXPECT_EQ(Refusal(SubscriptionDocument(request, GetParam().tag)), GetParam().taken ? 0U : kRefused) << request;
+    EXPECT_EQ(Refusal(SubscriptionDocument(request, GetParam().tag)), GetParam().taken ? 0U : kUnknownVersion)
+        << request;
   }
 }
 

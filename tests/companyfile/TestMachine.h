@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/machine.h"
 
@@ -15,10 +16,18 @@ class TestMachine : public Machine {
   Date now = Date::FromCivil({.year = 2008, .month = 3, .day = 5, .hour = 10});
   TimeZoneInformation zone = {.bias = 300, .daylightBias = -60, .state = TimeZoneState::Standard};
 
+  // Both changes of the clock, in standard time; without them the state of the zone holds for every time.
+  std::optional<std::pair<Date, Date>> summer;
+
   void Pass(std::int64_t seconds) { now = now.PlusMilliseconds(seconds * Date::kSecond); }
 
   Date Now() override { return now; }
   TimeZoneInformation GetTimeZoneInformation() override { return zone; }
+  int DaylightMinutes(Date standardTime) override {
+    const bool inSummer =
+        summer ? summer->first <= standardTime && standardTime < summer->second : zone.state == TimeZoneState::Daylight;
+    return inSummer ? -zone.daylightBias : 0;
+  }
   void Sleep(std::int64_t milliseconds) override { now = now.PlusMilliseconds(milliseconds); }
   std::optional<GuidBytes> CreateGuid() override { return std::nullopt; }
   double Random() override { return 0; }

@@ -136,9 +136,10 @@ TEST_P(KindWithLines, Needs_lines_that_name_what_is_there) {
                                                      {"CreditMemoLine", "Item \"Nothing\" in the credit memo line."},
                                                      {"EstimateLine", "Item \"Nothing\" in the estimate line."},
                                                      {"ExpenseLine", "Account \"Nothing\" in the expense line."}};
-  EXPECT_EQ(unknown.message, "There is an invalid reference to QuickBooks " + spoken.at(Kind().line) +
-                                 " QuickBooks error message: Invalid argument. The specified record does not exist in "
-                                 "the list.");
+  EXPECT_EQ(unknown.message,
+            "There is an invalid reference to QuickBooks " + spoken.at(Kind().line) +
+                "  QuickBooks error message: Invalid argument.  The specified record does not exist in "
+                "the list.");
   ExpectNothingKept();
 }
 
@@ -173,7 +174,7 @@ TEST_P(EveryKind, Is_deleted_once_and_only_under_its_own_type) {
   EXPECT_EQ(
       again.message,
       "Object \"" + id +
-          "\" specified in the request cannot be found. QuickBooks error message: Invalid argument. The specified "
+          "\" specified in the request cannot be found.  QuickBooks error message: Invalid argument.  The specified "
           "record does not exist in the list.");
   ExpectNothingKept();
 }
@@ -248,7 +249,7 @@ TEST_F(Txn, Without_a_date_it_is_of_the_day_on_the_wall) {
   const auto added =
       AddTxn("Invoice", Named("CustomerRef", "Acme") + Tag("InvoiceLineAdd", Named("ItemRef", "Design")));
   EXPECT_EQ(added.Value("TxnDate"), "2008-07-01");
-  EXPECT_EQ(added.Value("TimeCreated"), "2008-06-30T23:30:00-05:00");
+  EXPECT_EQ(added.Value("TimeCreated"), "2008-07-01T00:30:00-05:00");
 }
 
 TEST_F(Txn, Is_answered_with_the_names_of_today) {
@@ -399,7 +400,7 @@ TEST_F(Txn, The_duration_of_time_is_answered_in_hours_minutes_and_seconds) {
   EXPECT_EQ(duration("PT90M"), "PT1H30M0S");
   EXPECT_EQ(duration("PT3661S"), "PT1H1M1S");
   EXPECT_EQ(duration("PT0S"), "PT0H0M0S");
-  EXPECT_EQ(NumberRaised([&] { (void)duration("PT99999999999999999999H"); }), kRefused);
+  EXPECT_EQ(AddTxn("TimeTracking", Named("EntityRef", "Vic") + Tag("Duration", "PT99999999999999999999H")).code, 3035);
 }
 
 TEST_F(Txn, Billable_time_has_a_customer) {

@@ -58,10 +58,10 @@ TEST_F(Payment, Of_more_than_is_due_is_refused_and_changes_nothing) {
   const auto refused = Pay("Acme", "129.43", Paid(invoice, "129.43"));
   EXPECT_EQ(refused.code, 3210);
   EXPECT_EQ(refused.severity, "Error");
-  EXPECT_EQ(
-      refused.message,
-      "The \"payment amount\" field has an invalid value \"129.43\". QuickBooks error message: You cannot pay more "
-      "than the amount due.");
+  EXPECT_EQ(refused.message,
+            "The \"AppliedToTxnAdd payment amount\" field has an invalid value \"129.43\".  QuickBooks error message: "
+            "You cannot pay more "
+            "than the amount due.");
   EXPECT_FALSE(refused.node.first_child());
   EXPECT_EQ(Open(invoice), "129.42");
   EXPECT_EQ(Balance("Customer", "Acme"), "129.42");

@@ -52,7 +52,7 @@ TEST_F(TxnQuery, By_identifier_finds_each_once_and_tells_the_first_that_is_not_t
   EXPECT_EQ(partly.severity, "Warn");
   EXPECT_EQ(
       partly.message,
-      "The query request has not been fully completed. There was a required element (\"FFFF-1\") that could not be "
+      "The query request has not been fully completed.  There was a required element (\"FFFF-1\") that could not be "
       "found in QuickBooks.");
   EXPECT_THAT(partly.All("RefNumber"), ElementsAre("2"));
   EXPECT_EQ(QueryTxn("Invoice", ids({memo})).code, 500);

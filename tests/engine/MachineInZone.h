@@ -9,6 +9,9 @@ class MachineInZone : public ForwardingMachine {
  public:
   MachineInZone(Machine& inner, const TimeZoneInformation& zone) : ForwardingMachine(inner), zone_(zone) {}
   TimeZoneInformation GetTimeZoneInformation() override { return zone_; }
+  int DaylightMinutes(Date /*standardTime*/) override {
+    return zone_.state == TimeZoneState::Daylight ? -zone_.daylightBias : 0;
+  }
 
  private:
   TimeZoneInformation zone_;

@@ -309,7 +309,7 @@ class LoopDesk : public ForwardingDesk {
  public:
   LoopDesk(Desk& inner, std::string& trace) : ForwardingDesk(inner), trace_(trace) {}
   void ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) override {
-    trace_ += "[" + state.lblItem + "]";
+    trace_ += "[" + state.action + "]";
     ForwardingDesk::ShowMsgForm(state, std::move(onCancel));
   }
   void PumpMessages() override {

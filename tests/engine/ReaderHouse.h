@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "engine/RecordReader.h"
+#include "platform/MsgFormTexts.h"
 #include "tests/engine/SpiedHouse.h"
+#include "tests/support/TablesByNumber.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
@@ -19,7 +21,7 @@ namespace twqb {
 struct ReadCase {
   std::string_view name;
   std::int32_t table;
-  std::int16_t expenseLogKind = enChecks;
+  std::size_t expenseLogKind = enChecks;
   std::string_view message;  // "CustomerQuery"
   std::string_view record;   // "CustomerRet"
 };
@@ -41,9 +43,8 @@ class ReaderHouse : public SpiedHouse {
     Connect();
   }
 
-  bool Read(ReadFilters filters = {}) {
-    filters.ExpenseLogKind = read_.expenseLogKind;
-    return ApplyQBFiltersAndReadRecords(read_.table, records, Session(), filters);
+  bool Read(const ReadFilters& filters = {}) {
+    return ApplyQBFiltersAndReadRecords(read_.table, records, Session(), filters, read_.expenseLogKind);
   }
   // The next set is answered so.
   void AnswerWith(const std::vector<CannedAnswer>& answers) {
@@ -80,8 +81,8 @@ class ReaderHouse : public SpiedHouse {
   [[nodiscard]] std::vector<std::string> PositionsUnder(std::string_view text) const {
     std::vector<std::string> positions;
     for (const auto& event : desk.FormEvents()) {
-      const auto position = event.state.txtProg.substr(0, event.state.txtProg.find(' '));
-      if (event.state.lblItem == text && event.kind == FormEventKind::Update &&
+      const auto position = CountText(event.state.position.value());
+      if (event.state.action == text && event.kind == FormEventKind::Update &&
           (positions.empty() || positions.back() != position)) {
         positions.push_back(position);
       }

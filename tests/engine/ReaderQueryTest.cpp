@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/ReaderMembers.h"
-#include "services/TableNames.h"
+#include "bridge/Tables.h"
 #include "tests/engine/ReaderHouse.h"
+#include "tests/support/TablesByNumber.h"
 
 namespace twqb {
 namespace {
@@ -235,21 +235,6 @@ TEST(CreditMemoReader, A_single_credit_memo_is_told_as_an_error_and_asked_for_wi
             std::vector<std::string>{
                 "Error #: 438(1B6) -- \r\n\r\nObject doesn't support this property or method: ORInvoiceQuery" +
                 ErrorBoxEnd("ApplyQBInvoiceFilters")});
-}
-
-TEST(ExpenseLogReader, Each_kind_has_a_query_of_its_own_and_no_other_kind_is_read) {
-  ReaderHouse house({.name = "Expenses", .table = enExpenseLog, .expenseLogKind = 3, .message = {}, .record = {}});
-  EXPECT_FALSE(house.Read());
-  EXPECT_TRUE(house.traffic.documents.empty());
-}
-
-TEST(Reader, A_table_out_of_range_reads_nothing) {
-  for (const int table : {-1, static_cast<int>(enAll), 15}) {
-    ReaderHouse house(table);
-    EXPECT_FALSE(house.Read());
-    EXPECT_TRUE(house.traffic.documents.empty());
-    EXPECT_TRUE(house.BoxTexts().empty());
-  }
 }
 
 // --- Expense codes ---------------------------------------------------------------------------------------------------

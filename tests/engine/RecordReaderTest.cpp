@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/ReaderMembers.h"
+#include "platform/MsgFormTexts.h"
 #include "tests/engine/ReaderHouse.h"
+#include "tests/support/TablesByNumber.h"
 
 namespace twqb {
 namespace {
@@ -229,13 +230,6 @@ TEST(ClientReader, A_call_that_fails_leaves_a_form_alone_without_progress_bar) {
   EXPECT_EQ(house.BoxTexts().size(), 1U);
 }
 
-TEST(Reader, A_table_without_a_query_reads_nothing) {
-  CustomersHouse house;
-  EXPECT_FALSE(ApplyQBFiltersAndReadRecords(enAll, house.records, CustomersHouse::Session(), {}));
-  EXPECT_TRUE(house.traffic.documents.empty());
-  EXPECT_EQ(FindReaderMember(enAll, enChecks), nullptr);
-}
-
 // --- The progress form -----------------------------------------------------------------------------------------------
 
 TEST(ClientReader, A_whole_table_shows_that_it_may_take_a_while_at_eight_of_ten) {
@@ -243,8 +237,8 @@ TEST(ClientReader, A_whole_table_shows_that_it_may_take_a_while_at_eight_of_ten)
   house.AddCustomers(1);
   EXPECT_TRUE(house.Read());
   EXPECT_EQ(house.FormTexts(), std::vector<std::string>{"Reading ...Customers(may take some time)"});
-  EXPECT_EQ(house.desk.FormEvents().back().state.pbconv, 80);
-  EXPECT_TRUE(house.desk.FormEvents().back().state.txtProg.starts_with("8/10"));
+  EXPECT_EQ(house.desk.FormEvents().back().state.percent, 80);
+  EXPECT_EQ(CountText(house.desk.FormEvents().back().state.position.value()), "8/10");
 }
 
 TEST(ClientReader, Two_records_show_no_reading_text) {

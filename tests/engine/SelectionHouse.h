@@ -11,12 +11,12 @@
 #include <string>
 #include <string_view>
 
-#include "engine/SelectionQueries.h"
 #include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
+#include "tests/support/TablesByNumber.h"
 #include "tests/support/TestHouse.h"
 #include "twqb/enTables.h"
 
@@ -36,6 +36,9 @@ class SelectionMachine : public ForwardingMachine {
  public:
   SelectionMachine(Machine& inner, const TimeZoneInformation& inZone) : ForwardingMachine(inner), zone(inZone) {}
   TimeZoneInformation GetTimeZoneInformation() override { return zone; }
+  int DaylightMinutes(Date /*standardTime*/) override {
+    return zone.state == TimeZoneState::Daylight ? -zone.daylightBias : 0;
+  }
   std::string GetPrivateProfileString(std::string_view section, std::string_view key, std::string_view fallback,
                                       int /*size*/, std::string_view /*file*/) override {
     const auto found = settings.find(std::string(section) + "/" + std::string(key));

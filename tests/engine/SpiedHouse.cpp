@@ -161,7 +161,7 @@ std::string SpiedHouse::TextOf(std::string_view xml, std::string_view element) {
 std::vector<std::string> SpiedHouse::FormTexts() const {
   std::vector<std::string> texts;
   for (const auto& event : desk.FormEvents()) {
-    if (event.kind == FormEventKind::Show) texts.push_back(event.state.lblItem);
+    if (event.kind == FormEventKind::Show) texts.push_back(event.state.action);
   }
   return texts;
 }

@@ -178,6 +178,7 @@ struct FakeMachine : Machine {
   explicit FakeMachine(Notes& n) : notes(n) {}
   Date Now() override { return Date::FromCivil({.year = 2008, .month = 3, .day = 5, .hour = 10}); }
   TimeZoneInformation GetTimeZoneInformation() override { return {}; }
+  int DaylightMinutes(Date /*standardTime*/) override { return 0; }
   void Sleep(std::int64_t /*milliseconds*/) override { notes.Add("Sleep"); }
   std::optional<GuidBytes> CreateGuid() override {
     notes.Add("CreateGuid");

@@ -14,6 +14,7 @@
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/transcript/Transcript.h"
 #include "adapters/transcript/TranscriptWriter.h"
+#include "bridge/Tables.h"
 #include "engine/DependentPull.h"
 #include "platform/Forwarding.h"
 #include "quickbooks/IsCustomer.h"
@@ -21,7 +22,6 @@
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
-#include "tests/support/OwnTables.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb {
@@ -63,16 +63,13 @@ EventValue Recorded(const std::string& word) {
   return word == "True" || word == "False" ? EventValue(IsTrue(word)) : EventValue(word);
 }
 
-// In the order of their numbers.
-constexpr std::array<std::string_view, 15> kTableNames = {
-    "enEmployees",    "enVendors",    "enClients",    "enProjects",    "enActivities",
-    "enExpenseCodes", "enAccounts",   "enExpenseLog", "enTimeEntries", "enInvoices",
-    "enPayments",     "enVendorBill", "enEstimates",  "enAll",         "enCreditMemo"};
-
-enTables Table(const std::string& word) {
-  const auto* const found = std::ranges::find(kTableNames, word);
-  if (found == kTableNames.end()) throw std::runtime_error("no table: " + word);
-  return static_cast<enTables>(found - kTableNames.begin());
+enTables TableOf(const std::string& word) {
+  if (word == "enAll") return enAll;
+  if (word == "enCreditMemo") return enCreditMemo;
+  for (const auto* table : BuiltInTables()) {
+    if (word == "en" + std::string(table->name)) return table->number;
+  }
+  throw std::runtime_error("no table: " + word);
 }
 
 struct Operation {
@@ -99,10 +96,10 @@ constexpr auto kListOfAll =
 
 constexpr std::array kOperations = {
     Operation{"ConnectToQB", 1, [](auto& b, auto& a) -> EventValue { return b.ConnectToQB(IsTrue(a[0])); }},
-    Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> EventValue { return b.SendDataToQB(Table(a[0])); }},
-    Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> EventValue { return b.GetDataFromQB(Table(a[0])); }},
-    Operation{"DeleteTWRecord", 2, [](auto& b, auto& a) -> EventValue { return b.DeleteTWRecord(Table(a[0]), a[1]); }},
-    Operation{"DeleteQBRecord", 2, [](auto& b, auto& a) -> EventValue { return b.DeleteQBRecord(Table(a[0]), a[1]); }},
+    Operation{"SendDataToQB", 1, [](auto& b, auto& a) -> EventValue { return b.SendDataToQB(TableOf(a[0])); }},
+    Operation{"GetDataFromQB", 1, [](auto& b, auto& a) -> EventValue { return b.GetDataFromQB(TableOf(a[0])); }},
+    Operation{"DeleteTWRecord", 2, [](auto& b, auto& a) -> EventValue { return b.DeleteTWRecord(TableOf(a[0]), a[1]); }},
+    Operation{"DeleteQBRecord", 2, [](auto& b, auto& a) -> EventValue { return b.DeleteQBRecord(TableOf(a[0]), a[1]); }},
     Operation{"SubscribeToQBEvents", 1, [](auto& b, auto& a) -> EventValue { return b.SubscribeToQBEvents(IsTrue(a[0])); }},
     Operation{"SaveSettings", 4, [](auto& b, auto& a) -> EventValue { return b.SaveSettings(a[0], a[1], a[2], a[3]); }},
     Operation{"GetAccounts", 0, kList<&CTWQBBridge::GetAccounts>},
@@ -186,8 +183,7 @@ constexpr std::array kOperations = {
 
 struct LibraryHost::Parts {
   explicit Parts(const LibraryHostOptions& options)
-      : tables(options.tables),
-        folder(options.folder),
+      : folder(options.folder),
         machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
                 {.now = options.now, .zone = options.zone, .seed = 1}),
         quickbooks(folder + "/company.twq", machine),
@@ -203,14 +199,13 @@ struct LibraryHost::Parts {
         desk(*transcript.Decorated().desk, options.beforeAnswer) {
     auto seams = transcript.Decorated();
     seams.desk = &desk;
-    Compose(seams);
+    Compose(seams, options.tables);
   }
   ~Parts() {
     while (!objects.empty()) objects.pop_back();
     Compose({});
   }
 
-  OwnTables tables;
   std::string folder;
   FrozenMachine machine;
   SqliteProvider database;

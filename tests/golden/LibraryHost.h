@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "bridge/TableRoutines.h"
+#include "engine/Table.h"
 #include "platform/Date.h"
 #include "platform/machine.h"
 
@@ -22,9 +22,9 @@ struct LibraryHostOptions {
   std::string folder;
   Date now;
   TimeZoneInformation zone;
-  std::string answers;                         // as in an answers file
-  std::string faults;                          // as in a faults file
-  std::span<const TableRoutines> tables = {};  // of the tests' own
+  std::string answers;                        // as in an answers file
+  std::string faults;                         // as in a faults file
+  std::span<const Table* const> tables = {};  // of the tests' own
   // Runs before the n-th question (from 1) is answered; boxes with only OK are none.
   std::function<void(int n)> beforeAnswer;
 };

@@ -8,6 +8,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <span>
 #include <sstream>
 #include <stdexcept>
@@ -16,6 +17,8 @@
 
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/system/SystemMachine.h"
+#include "platform/desk.h"
+#include "tests/golden/Expectation.h"
 #include "tests/golden/LibraryHost.h"
 #include "tests/support/PlainVendors.h"
 #include "tests/support/Process.h"
@@ -85,7 +88,7 @@ class ScenarioRun {
     const auto rest = blank == std::string::npos ? std::string() : line.substr(blank + 1);
     const auto* const row = FindStep(word);
     if (row == nullptr) throw std::runtime_error("unknown step: " + line);
-    if (!initialised_ && word != "init" && word != "program") Init("", line);
+    if (!initialised_ && word != "init" && word != "program" && word != "keep") Init("", line);
     (this->*row->run)(rest, line);
   }
 
@@ -96,13 +99,20 @@ class ScenarioRun {
   void Program(const std::string& rest, const std::string& line) {
     if (rest != "two-tables") throw std::runtime_error("unknown program: " + line);
     program_ = TWQB_TWO_TABLES_PROGRAM;
-    tables_ = TwoTableRoutines();
+    tables_ = TwoTables();
   }
   void Init(const std::string& rest, const std::string& line) {
     initialised_ = true;
     auto arguments = Words(rest);
     arguments.insert(arguments.begin(), "init");
     Require(Twqb(arguments), line);
+  }
+  void Keep(const std::string& rest, const std::string& line) {
+    for (const auto& word : Words(rest)) {
+      const auto subject = SubjectNamed(word);
+      if (!subject) throw std::runtime_error("unknown subject: " + line);
+      kept_.insert(*subject);
+    }
   }
   void First(const std::string& /*rest*/, const std::string& /*line*/) { firstRun_ = true; }
   void Clock(const std::string& rest, const std::string& /*line*/) {
@@ -179,7 +189,11 @@ class ScenarioRun {
   }
   void Call(const std::string& rest, const std::string& line) {
     if (!host_) throw std::runtime_error("no object to call: " + line);
-    host_->Call(Words(InFolder(rest)));
+    try {
+      host_->Call(Words(InFolder(rest)));
+    } catch (const DeskGaveUp& unanswered) {
+      throw std::runtime_error(line + "\n" + unanswered.question());
+    }
     TakeHostsRecord();
   }
   void Release(const std::string& /*rest*/, const std::string& line) {
@@ -196,9 +210,7 @@ class ScenarioRun {
     const auto [first, last] = beforeAnswers_.equal_range(n);
     for (auto step = first; step != last; ++step) Step(step->second);
   }
-  void TakeHostsRecord() {
-    for (const auto& event : Lines(host_->TakeRecord())) record_ += OutOfFolder(event) + "\n";
-  }
+  void TakeHostsRecord() { RecordRun(host_->TakeRecord()); }
 
   void Transfer(const std::string& /*rest*/, const std::string& line) {
     AnswerFirstRun(line);
@@ -216,9 +228,12 @@ class ScenarioRun {
     answers_.clear();
     faults_.clear();
     const auto result = Twqb(arguments);
+    // A False is an end to record; a question without an answer, and what can't be run at all, are faults of the steps.
+    constexpr int kFailed = 1;
+    if (result.exitStatus < 0 || result.exitStatus > kFailed) throw std::runtime_error(line + "\n" + result.errors);
     screen_ = result.errors;
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}, {"exit", result.exitStatus}});
-    for (const auto& event : Lines(ReadWholeFile(transcript))) record_ += OutOfFolder(event) + "\n";
+    RecordRun(ReadWholeFile(transcript));
     WriteWholeFile(transcript, "");
   }
 
@@ -301,6 +316,13 @@ class ScenarioRun {
   }
 
   void Record(const Json& event) { record_ += OutOfFolder(event.dump()) + "\n"; }
+  // Of what a run recorded of itself.
+  void RecordRun(const std::string& events) {
+    for (const auto& event : Lines(events)) {
+      const auto subject = SubjectOf(event);
+      if (!subject || kept_.contains(*subject)) record_ += OutOfFolder(event) + "\n";
+    }
+  }
 
   [[nodiscard]] TimeZoneInformation Zone() const {
     return {.bias = kBias,
@@ -313,7 +335,7 @@ class ScenarioRun {
 
   TemporaryFolder folder_;
   std::string program_ = TWQB_PROGRAM;
-  std::span<const TableRoutines> tables_;  // those of the program that twqb does not have
+  std::span<const Table* const> tables_;  // those of the program that twqb does not have
   std::string clock_ = "2008-03-05T10:00:00";
   bool daylight_ = false;
   std::string tag_ = "3.0";
@@ -323,6 +345,7 @@ class ScenarioRun {
   std::string faults_;
   bool unanswered_ = false;
   std::string screen_;  // of the last transfer
+  std::set<Subject> kept_;
   std::string record_;
   SystemMachine holdersMachine_{{}};
   std::unique_ptr<Transport> holder_;
@@ -332,6 +355,7 @@ class ScenarioRun {
 
 const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
     {"init", &ScenarioRun::Init},
+    {"keep", &ScenarioRun::Keep},
     {"first", &ScenarioRun::First},
     {"clock", &ScenarioRun::Clock},
     {"sql", &ScenarioRun::Sql},

@@ -1,8 +1,11 @@
-// A golden scenario: the steps of a run, and the record that must come out of them.
+// A golden scenario: the steps of a run, and the record that must come out of them. Progress and settings are left out
+// of it where the scenario does not keep them.
 //
 // A folder tests/transcripts/TABLE/BEHAVIOUR holds `scenario`, one step a line, and `transcript.jsonl`. Steps:
 //   # text                     a remark
 //   program two-tables         program and objects with a second table of the tests' own (vendors), from here on
+//   keep SUBJECTS              the record tells of them from here on: `progress` (what the progress form shows),
+//                              `settings` (settings and registry values, read and written), or both
 //   init ARGUMENTS             how the files are made; the first step, or left out
 //   first run                  keeps the question of the first run, which is answered for otherwise
 //   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it
@@ -40,7 +43,8 @@
 
 namespace twqb {
 
-// Runs the scenario of a folder in a temporary folder; the record, one JSON object a line.
+// Runs the scenario of a folder in a temporary folder; the record, one JSON object a line. Throws std::runtime_error
+// with the step and its trouble for one that can't be taken, and for a question without an answer, which it names.
 [[nodiscard]] std::string RunScenario(const std::string& folder);
 
 }  // namespace twqb

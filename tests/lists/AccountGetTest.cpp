@@ -240,7 +240,7 @@ TEST(AccountGet, One_account_alone_shows_the_form_with_its_full_name) {
   house.AddAccount("Travel");
   house.Get();
   EXPECT_EQ(house.FormTexts(), Texts{"Getting Accounts from QuickBooks..."});
-  EXPECT_EQ(house.desk.FormEvents().back().state.Text1, "Travel");
+  EXPECT_EQ(house.desk.FormEvents().back().state.record, "Travel");
 }
 
 TEST(AccountGet, A_dependent_run_shows_no_form_and_takes_no_notice_of_a_cancel) {
@@ -248,7 +248,7 @@ TEST(AccountGet, A_dependent_run_shows_no_form_and_takes_no_notice_of_a_cancel) 
   const auto travel = house.AddAccount("Travel");
   const auto yard = house.AddAccount("Yard");
   Vars().g_Cancelled = true;
-  MoveAccountsToTW(house.Read(), false, false, Dependent::Yes);
+  house.Take(house.Read(), Dependent::Yes);
   EXPECT_EQ(house.Keys(), travel + "," + yard);
   EXPECT_TRUE(house.desk.FormEvents().empty());
   EXPECT_TRUE(house.BoxTexts().empty());
@@ -265,7 +265,7 @@ TEST(AccountGet, Without_progress_bar_there_is_no_form) {
 
 TEST(AccountGet, Nothing_to_take_over_is_a_good_end) {
   AccountsHouse house;
-  MoveAccountsToTW({}, false, false, Dependent::No);
+  house.Take({});
   EXPECT_EQ(Outcome(), TableOk::True);
   EXPECT_TRUE(house.desk.FormEvents().empty());
 }

@@ -84,7 +84,7 @@ TEST(AccountSend, The_form_shows_the_names) {
   house.Send();
   EXPECT_EQ(house.FormTexts(), Texts{"Sending Accounts to QuickBooks..."});
   ASSERT_GE(house.desk.FormEvents().size(), 2U);
-  EXPECT_EQ(house.desk.FormEvents()[house.desk.FormEvents().size() - 2].state.Text1, "Travel");
+  EXPECT_EQ(house.desk.FormEvents()[house.desk.FormEvents().size() - 2].state.record, "Travel");
 }
 
 // --- Parents ---------------------------------------------------------------------------------------------------------

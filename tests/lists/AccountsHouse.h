@@ -10,13 +10,11 @@
 
 namespace twqb {
 
-inline constexpr ListTable kAccountTable = {
-    .table = enAccounts,
-    .name = "AccountList",
-    .keyColumn = "AccountID",
-    .toQB = MoveAccountsToQB,
-    .toTW = [](const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
-               ado::Connection* /*connection*/) { MoveAccountsToTW(records, optNever, optMostRecent, isDependent); }};
+inline constexpr TestedTable kAccountTable = {.table = enAccounts,
+                                              .name = "AccountList",
+                                              .keyColumn = "AccountID",
+                                              .toQB = MoveAccountsToQB,
+                                              .toTW = MoveAccountsToTW};
 
 // A pause, and how many statements stood ahead of it.
 struct Pause {

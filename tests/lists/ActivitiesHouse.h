@@ -7,13 +7,11 @@
 
 namespace twqb {
 
-inline constexpr ListTable kActivityTable = {
-    .table = enActivities,
-    .name = "Activity",
-    .keyColumn = "ActivityID",
-    .toQB = MoveActivityToQB,
-    .toTW = [](const RecordList& records, bool optNever, bool optMostRecent, Dependent /*isDependent*/,
-               ado::Connection* /*connection*/) { MoveActivitiesToTW(records, optNever, optMostRecent); }};
+inline constexpr TestedTable kActivityTable = {.table = enActivities,
+                                               .name = "Activity",
+                                               .keyColumn = "ActivityID",
+                                               .toQB = MoveActivityToQB,
+                                               .toTW = MoveActivitiesToTW};
 
 class ActivitiesHouse : public ListHouse {
  public:

@@ -39,7 +39,7 @@ TEST(ActivitySend, A_new_activity_becomes_an_item_and_its_link_and_date_are_writ
   EXPECT_EQ(Vars().g_NewQBLinkID, id);
   EXPECT_EQ(Outcome(), TableOk::True);
   EXPECT_EQ(house.FormTexts(), Texts{"Sending Activities to QuickBooks..."});
-  EXPECT_EQ(house.desk.FormEvents().back().state.Text1, "DESIGN:Plans");
+  EXPECT_EQ(house.desk.FormEvents().back().state.record, "DESIGN:Plans");
 }
 
 TEST(ActivitySend, A_new_activity_that_has_a_date_keeps_it) {

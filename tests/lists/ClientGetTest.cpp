@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/MsgFormTexts.h"
 #include "services/Database.h"
 #include "tests/lists/ClientsHouse.h"
 
@@ -22,7 +23,7 @@ void ThreeCustomers(ClientsHouse& house) {
 
 TEST(ClientGet, An_empty_list_is_a_good_end) {
   ClientsHouse house;
-  MoveClientsToTW({}, false, false, Dependent::No, nullptr);
+  house.Take({});
   EXPECT_EQ(Outcome(), TableOk::True);
   EXPECT_TRUE(house.traffic.statements.empty());
 }
@@ -37,7 +38,7 @@ TEST(ClientGet, Jobs_in_the_list_are_passed_over) {
   RecordList records;
   for (const auto& record : answer.GetAt(0).Details()) records.Add(record, record["ListID"].GetValue());
   ASSERT_EQ(records.Count(), 2U);
-  MoveClientsToTW(records, false, false, Dependent::No, nullptr);
+  house.Take(records);
   EXPECT_EQ(house.Keys(), "Acme");
   EXPECT_EQ(Outcome(), TableOk::True);
 }
@@ -189,8 +190,8 @@ TEST(ClientGet, From_two_records_on_the_form_shows_the_full_names_and_stays_for_
   house.Get();
   EXPECT_EQ(house.FormTexts(), Texts{"Getting Clients from QuickBooks..."});
   ASSERT_TRUE(house.desk.Form());
-  EXPECT_EQ(house.desk.Form()->Text1, "B");
-  EXPECT_TRUE(house.desk.Form()->txtProg.starts_with("2/2"));
+  EXPECT_EQ(house.desk.Form()->record, "B");
+  EXPECT_EQ(CountText(house.desk.Form()->position.value()), "2/2");
 }
 
 TEST(ClientGet, One_record_alone_or_no_progress_bar_shows_no_form) {
@@ -242,7 +243,7 @@ class PullHouse : public ClientsHouse {
       records.Add(one.At(0), id);
     }
     Vars().g_TableOk = TableOk::False;
-    MoveClientsToTW(records, false, false, Dependent::Yes, on);
+    Take(records, Dependent::Yes, on);
   }
 
   Texts ids;

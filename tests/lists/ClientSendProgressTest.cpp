@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/MsgFormTexts.h"
 #include "tests/lists/ClientsHouse.h"
 
 namespace twqb {
@@ -20,7 +21,7 @@ TEST(ClientSendProgress, The_form_shows_the_action_the_position_and_the_key_and_
   EXPECT_EQ(house.FormTexts(), Texts{"Sending Clients to QuickBooks..."});
   Texts seen;
   for (const auto& event : house.desk.FormEvents()) {
-    auto text = event.state.txtProg.substr(0, event.state.txtProg.find(' ')) + " " + event.state.Text1;
+    auto text = CountText(event.state.position.value()) + " " + event.state.record;
     if (event.kind == FormEventKind::Update && (seen.empty() || seen.back() != text)) seen.push_back(text);
   }
   EXPECT_EQ(seen, (Texts{"1/3 Label1", "1/3 A", "2/3 A", "2/3 B", "3/3 B", "3/3 C"}));

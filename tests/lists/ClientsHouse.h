@@ -6,7 +6,7 @@
 
 namespace twqb {
 
-inline constexpr ListTable kClientTable = {
+inline constexpr TestedTable kClientTable = {
     .table = enClients, .name = "Client", .keyColumn = "ClientID", .toQB = MoveClientsToQB, .toTW = MoveClientsToTW};
 
 class ClientsHouse : public ListHouse {

@@ -148,7 +148,7 @@ TEST_P(PersonGet, The_form_shows_the_kind_and_the_names) {
                                                                  : "Getting Employees from QuickBooks..."});
   std::string shown;
   for (const auto& event : house.desk.FormEvents()) {
-    if (!event.state.Text1.empty() && !shown.ends_with(event.state.Text1 + " ")) shown += event.state.Text1 + " ";
+    if (!event.state.record.empty() && !shown.ends_with(event.state.record + " ")) shown += event.state.record + " ";
   }
   EXPECT_EQ(shown, "Label1 Ann Bob ");  // the form's own text comes first
 }

@@ -76,7 +76,7 @@ TEST(EmployeeFields, The_name_Missing_Data_is_never_sent) {
   EXPECT_EQ(house.TextOf(xml, "FirstName"), "(none)");
   EXPECT_EQ(house.TextOf(xml, "LastName"), "(none)");
   const auto row = house.Row({{"EmpFName", "'Missing Data'"}, {"EmpLName", "'Lee'"}});
-  const auto retried = house.Fields(*row, RequestKind::Add, {.key = "K", .qbName = "Missing Data2"});
+  const auto retried = house.Fields(*row, RequestKind::Add, {.key = "K", .countedName = "Missing Data2"});
   EXPECT_EQ(house.TextOf(retried, "FirstName"), "2");
   EXPECT_EQ(house.TextOf(retried, "LastName"), "Lee");
 }
@@ -84,7 +84,7 @@ TEST(EmployeeFields, The_name_Missing_Data_is_never_sent) {
 TEST(EmployeeFields, The_first_name_is_the_one_in_hand_with_its_counter) {
   EmployeeHouse house;
   const auto row = house.Row({{"EmpFName", "'John'"}});
-  EXPECT_EQ(house.TextOf(house.Fields(*row, RequestKind::Add, {.qbName = "John3"}), "FirstName"), "John3");
+  EXPECT_EQ(house.TextOf(house.Fields(*row, RequestKind::Add, {.countedName = "John3"}), "FirstName"), "John3");
 }
 
 struct CutCase {
@@ -154,10 +154,10 @@ TEST_P(EmployeeInCountry, Has_the_fields_of_the_country) {
   EmployeeHouse house(c.edition);
   auto set = SpiedHouse::Session().CreateMsgSetRequest("US", 3, 0);
   const auto request = set.Append("EmployeeModRq");
-  const auto row = house.Row({{"EmpState", "'Kent'"}, {"MobileNumber", "'1'"}, {"EmpHFax", "'2'"}});
-  AssignEmployeeFldValues(request, *row, RequestKind::Mod, {}, IsVendor::No);
+  const Columns columns = {{"EmpState", "'Kent'"}, {"MobileNumber", "'1'"}, {"EmpHFax", "'2'"}};
+  AssignEmployeeFldValues(request, *house.Row(columns), RequestKind::Mod, {}, IsVendor::No);
   for (const std::string_view field : {"State", "Province", "County"}) {
-    EXPECT_EQ(request["EmployeeAddress"][field].GetValue(), field == c.state ? "Kent" : "") << field;
+    EXPECT_EQ(house.Field(columns, field), field == c.state ? "Kent" : "(none)") << field;
   }
   EXPECT_EQ(request["Mobile"].IsSet(), c.mobile);
   EXPECT_EQ(request["Fax"].IsSet(), c.fax);
@@ -169,7 +169,6 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(CountryCase{"US", {}, "State", true, true, ""},
                     CountryCase{"Australia", {.country = "AU", .hostCountry = "AU"}, "State", true, false, ""},
                     CountryCase{"Canada", kCanadian, "Province", false, false, ""},
-                    CountryCase{"SmallCanada", {.country = "ca"}, "Province", false, false, ""},
                     CountryCase{"Britain", kBritish, "County", false, false, "1990-01-01"},
                     CountryCase{"HostInBritain", {.hostCountry = "UK"}, "State", true, true, ""}),
     [](const auto& test) { return std::string(test.param.name); });
@@ -225,7 +224,7 @@ TEST(EmployeeFields, Name_and_payroll_flag_go_by_the_version) {
     auto set = SpiedHouse::Session().CreateMsgSetRequest("US", 3, 0);
     const auto request = set.Append("EmployeeAddRq");
     const auto row = house.Row(kFull);
-    AssignEmployeeFldValues(request, *row, RequestKind::Add, {.key = "AHILL", .qbName = "Ann"}, IsVendor::No);
+    AssignEmployeeFldValues(request, *row, RequestKind::Add, {.key = "AHILL", .countedName = "Ann"}, IsVendor::No);
     EXPECT_EQ(request["Name"].GetValue(), c.name) << c.version;
     const auto payroll = request["EmployeePayrollInfo"];
     EXPECT_EQ(payroll["UseTimeDataToCreatePaychecks"].GetValue(), c.usesTimeData ? "UseTimeData" : "") << c.version;

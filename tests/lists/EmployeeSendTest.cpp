@@ -91,7 +91,8 @@ TEST_P(PersonSend, A_date_that_can_not_be_read_is_told_ahead_of_the_twin_and_of_
   Vars().g_TableOk = TableOk::False;
   const auto sql = ReplaceAll(BuildSelectSQL(house.Table(), {.IgnoreLastSync = true}), "LastUpdated, QBLinkID",
                               "'some day' AS LastUpdated, QBLinkID");
-  EXPECT_TRUE(MoveEmployeesToQB(sql, false, true, SpiedHouse::Session(), GetParam()));
+  EXPECT_TRUE(MoveEmployeesToQB(
+      {.sql = sql, .rule = TwinRule::NewerWins, .session = SpiedHouse::Session(), .run = Vars()}, GetParam()));
   ASSERT_EQ(house.BoxTexts().size(), 2U);
   for (const auto& box : house.BoxTexts()) EXPECT_TRUE(box.ends_with(ErrorBoxEnd("GetTWDateOfUpdation"))) << box;
   // The pair stays as it is.

@@ -297,7 +297,7 @@ TEST(ExpenseCodeGet, The_form_shows_the_full_name) {
   house.Get();
   EXPECT_EQ(house.FormTexts(), Texts{"Getting Expense Items from QuickBooks..."});
   ASSERT_FALSE(house.desk.FormEvents().empty());
-  EXPECT_EQ(house.desk.FormEvents().back().state.Text1, "Parent:Sub-item");
+  EXPECT_EQ(house.desk.FormEvents().back().state.record, "Parent:Sub-item");
 }
 
 // --- Errors ----------------------------------------------------------------------------------------------------------

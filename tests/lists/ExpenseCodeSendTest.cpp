@@ -64,7 +64,7 @@ TEST(ExpenseCodeSend, The_form_shows_the_description) {
   house.Send();
   EXPECT_EQ(house.FormTexts(), Texts{"Sending Expense Items to QuickBooks..."});
   Texts shown;
-  for (const auto& event : house.desk.FormEvents()) shown.push_back(event.state.Text1);
+  for (const auto& event : house.desk.FormEvents()) shown.push_back(event.state.record);
   EXPECT_NE(std::ranges::find(shown, "Air fares"), shown.end());
   EXPECT_EQ(std::ranges::find(shown, "TRAVEL:AIR"), shown.end());
 }
@@ -239,8 +239,8 @@ TEST(ExpenseCodeSend, An_account_that_QuickBooks_lacks_ends_the_table_behind_its
   const auto& box = house.desk.Boxes()[0].box;
   EXPECT_EQ(box.text,
             "Invalid Reference.\r\n\r\nQuickBooks has reported the following error: -\r\nThere is an invalid reference "
-            "to QuickBooks ExpenseAccount \"Missing\" in the ItemOtherCharge. QuickBooks error message: Invalid "
-            "argument. The specified record does not exist in the list.\r\n(Error Code = 3140\r\nSeverity: "
+            "to QuickBooks ExpenseAccount \"Missing\" in the ItemOtherCharge.  QuickBooks error message: Invalid "
+            "argument.  The specified record does not exist in the list.\r\n(Error Code = 3140\r\nSeverity: "
             "Error)\r\n\r\nSuggestion: -\r\nIf this table needs an account, please choose a valid account from the\r\n"
             "Sync Settings in Tallywick.");
   EXPECT_EQ(box.title, "");

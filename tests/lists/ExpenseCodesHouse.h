@@ -6,13 +6,11 @@
 
 namespace twqb {
 
-inline constexpr ListTable kExpenseCodeTable = {
-    .table = enExpenseCodes,
-    .name = "Expense",
-    .keyColumn = "ExpID",
-    .toQB = MoveExpenseCodesToQB,
-    .toTW = [](const RecordList& records, bool optNever, bool optMostRecent, Dependent /*isDependent*/,
-               ado::Connection* /*connection*/) { MoveExpenseCodesToTW(records, optNever, optMostRecent); }};
+inline constexpr TestedTable kExpenseCodeTable = {.table = enExpenseCodes,
+                                                  .name = "Expense",
+                                                  .keyColumn = "ExpID",
+                                                  .toQB = MoveExpenseCodesToQB,
+                                                  .toTW = MoveExpenseCodesToTW};
 
 inline constexpr std::string_view kOtherChargeItem = "ItemOtherCharge";
 inline constexpr std::string_view kInventoryItem = "ItemInventory";

@@ -5,32 +5,33 @@
 
 #include <utility>
 
-#include "engine/RecordReader.h"
-#include "engine/SelectionQueries.h"
-#include "engine/Template.h"
+#include "engine/ListTable.h"
 #include "tests/engine/SpiedHouse.h"
+#include "tests/support/TablesByNumber.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
 
+// The two saved settings about records with a twin.
 struct MoveFlags {
   bool never = false;
   bool mostRecent = false;
+
+  [[nodiscard]] TwinRule Rule() const { return TwinRuleOf(never, mostRecent); }
 };
 
 // What the tests say of the table.
-struct ListTable {
+struct TestedTable {
   std::int32_t table;
   std::string_view name;
   std::string_view keyColumn;
-  void (*toQB)(const std::string& strSQL, bool optNever, bool optMostRecent, QBSessionManager& session);
-  void (*toTW)(const RecordList& records, bool optNever, bool optMostRecent, Dependent isDependent,
-               ado::Connection* connection);
+  void (*toQB)(const SendCall& call);
+  void (*toTW)(const GetCall& call);
 };
 
 class ListHouse : public SpiedHouse {
  public:
-  ListHouse(const ListTable& table, HouseOptions options, std::string_view faults, std::string_view country)
+  ListHouse(const TestedTable& table, HouseOptions options, std::string_view faults, std::string_view country)
       : SpiedHouse(std::move(options), faults), table_(table) {
     Connect(country);
   }
@@ -41,13 +42,21 @@ class ListHouse : public SpiedHouse {
   }
   void SendSelection(const std::string& sql, const MoveFlags& flags = {}) {
     Vars().g_TableOk = TableOk::False;
-    table_.toQB(sql, flags.never, flags.mostRecent, Session());
+    table_.toQB({.sql = sql, .rule = flags.Rule(), .session = Session(), .run = Vars()});
   }
   // All records, in QuickBooks' order.
   void Get(const MoveFlags& flags = {}) {
     const auto records = Read();
     Vars().g_TableOk = TableOk::False;
-    table_.toTW(records, flags.never, flags.mostRecent, Dependent::No, nullptr);
+    table_.toTW({.records = records, .rule = flags.Rule(), .run = Vars()});
+  }
+  // Records at hand, as a pull on `connection` or not.
+  void Take(const RecordList& records, Dependent dependent = Dependent::No, ado::Connection* connection = nullptr) {
+    table_.toTW({.records = records,
+                 .rule = TwinRule::Overwrite,
+                 .run = Vars(),
+                 .dependent = dependent,
+                 .connection = connection});
   }
   // What the reader makes of QuickBooks' records. Its own form work is not looked at.
   [[nodiscard]] RecordList Read(const ReadFilters& filters = {}) {
@@ -86,7 +95,7 @@ class ListHouse : public SpiedHouse {
   }
 
  private:
-  const ListTable& table_;
+  const TestedTable& table_;
 };
 
 inline TableOk Outcome() { return Vars().g_TableOk; }

@@ -6,12 +6,11 @@
 #include <map>
 #include <span>
 
-#include "engine/RecordReader.h"
-#include "engine/SelectionQueries.h"
 #include "lists/modEmployees.h"
 #include "services/Database.h"
 #include "services/Settings.h"
 #include "tests/engine/SpiedHouse.h"
+#include "tests/support/TablesByNumber.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
@@ -47,7 +46,8 @@ class PeopleHouse : public SpiedHouse {
   // All rows of the kind, in the order in which they were inserted.
   bool Send(bool never = false, bool mostRecent = false) {
     Vars().g_TableOk = TableOk::False;
-    return MoveEmployeesToQB(BuildSelectSQL(Table(), {.IgnoreLastSync = true}), never, mostRecent, Session(),
+    const auto sql = BuildSelectSQL(Table(), {.IgnoreLastSync = true});
+    return MoveEmployeesToQB({.sql = sql, .rule = TwinRuleOf(never, mostRecent), .session = Session(), .run = Vars()},
                              isVendor_);
   }
   // All records of the kind.
@@ -57,7 +57,7 @@ class PeopleHouse : public SpiedHouse {
     const bool noBar = std::exchange(Vars().g_NoProgressBar, true);  // the reader's own form work is not looked at
     ASSERT_TRUE(ApplyQBFiltersAndReadRecords(Table(), records, Session(), {}));
     Vars().g_NoProgressBar = noBar;
-    MoveEmployeesToTW(records, never, mostRecent, isVendor_);
+    MoveEmployeesToTW({.records = records, .rule = TwinRuleOf(never, mostRecent), .run = Vars()}, isVendor_);
   }
 
   // A row of the kind.
@@ -97,7 +97,7 @@ class PeopleHouse : public SpiedHouse {
   // The fields of a request as they go on the wire; `record` is the row in hand.
   std::string Fields(const Columns& columns, RequestKind kind = RequestKind::Mod) {
     const auto row = Row(columns);
-    return Fields(*row, kind, {.key = ColumnText(*row, "EmployeeID"), .qbName = ColumnText(*row, "EmpFName")});
+    return Fields(*row, kind, {.key = ColumnText(*row, "EmployeeID"), .countedName = ColumnText(*row, "EmpFName")});
   }
   std::string Fields(const ado::Recordset& row, RequestKind kind, const SendRecord& record) {
     const auto name = Kind() + (kind == RequestKind::Add ? "Add" : "Mod");

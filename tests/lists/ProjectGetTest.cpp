@@ -138,7 +138,7 @@ TEST(ProjectGet, A_customer_among_the_records_is_passed_over_with_its_progress_a
   RecordList records;
   records.Add(house.RecordOf(house.client), "customer");
   records.Add(house.RecordOf(house.ListIdOf("Acme:Roof")), "job");
-  MoveProjectsToTW(records, false, false, Dependent::No, nullptr);
+  house.Take(records);
   EXPECT_EQ(house.Keys(), "Roof:");
   ASSERT_GE(house.desk.FormEvents().size(), 2U);
   EXPECT_EQ(house.FormTexts(), Texts{"Getting Projects from QuickBooks..."});
@@ -291,7 +291,7 @@ TEST(ProjectGet, A_dependent_call_without_a_connection_shows_its_box) {
   ProjectsHouse house;
   house.Job("Roof", house.client);
   Vars().g_TableOk = TableOk::False;
-  MoveProjectsToTW(house.Read(), false, false, Dependent::Yes, nullptr);
+  house.Take(house.Read(), Dependent::Yes);
   EXPECT_EQ(house.BoxTexts(), Texts{"MoveProjectsToTW - Connection object is required!"});
   EXPECT_EQ(house.Keys(), "NULL");
   EXPECT_EQ(Outcome(), TableOk::False);

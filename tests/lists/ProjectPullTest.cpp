@@ -19,9 +19,7 @@ class PhaseHouse : public ProjectsHouse {
         tiles(Job("Tiles", roof)),
         blue(Job("Blue", tiles)) {}
   // The get of the one job, as when a filter leaves the others out.
-  void GetOnly(const std::string& listId) {
-    MoveProjectsToTW(Read({.strID = listId}), false, false, Dependent::No, nullptr);
-  }
+  void GetOnly(const std::string& listId) { Take(Read({.strID = listId})); }
   std::string KeyOf(const std::string& listId) {
     return Scalar("SELECT ProjectID FROM Project WHERE QBLinkID = '" + listId + "'");
   }

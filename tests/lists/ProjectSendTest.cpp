@@ -107,7 +107,7 @@ TEST(ProjectSend, A_row_that_was_passed_over_is_not_counted_on_the_form) {
   house.Row("ProjectID, ClientID", "'N1:', 'NEW'");
   house.Project("ABC:");
   house.Send();
-  for (const auto& event : house.desk.FormEvents()) EXPECT_NE(event.state.Text1, "N1:");
+  for (const auto& event : house.desk.FormEvents()) EXPECT_NE(event.state.record, "N1:");
   EXPECT_EQ(house.FormTexts(), Texts{"Sending Projects to QuickBooks..."});
 }
 

@@ -7,11 +7,11 @@
 
 namespace twqb {
 
-inline constexpr ListTable kProjectTable = {.table = enProjects,
-                                            .name = "Project",
-                                            .keyColumn = "ProjectID",
-                                            .toQB = MoveProjectsToQB,
-                                            .toTW = MoveProjectsToTW};
+inline constexpr TestedTable kProjectTable = {.table = enProjects,
+                                              .name = "Project",
+                                              .keyColumn = "ProjectID",
+                                              .toQB = MoveProjectsToQB,
+                                              .toTW = MoveProjectsToTW};
 
 class ProjectsHouse : public ListHouse {
  public:
@@ -43,7 +43,7 @@ class ProjectsHouse : public ListHouse {
   }
   // The pull of one record, as another table's get asks for it.
   void Pull(const std::string& listId) {
-    MoveProjectsToTW(Read({.strID = listId, .IsDependent = true}), false, false, Dependent::Yes, own_.get());
+    Take(Read({.strID = listId, .IsDependent = true}), Dependent::Yes, own_.get());
   }
   // The one record of that identifier.
   [[nodiscard]] Record RecordOf(const std::string& listId) {

@@ -64,6 +64,18 @@ TEST(RequestPath, Knows_the_fields_of_every_country_and_version) {
   }
 }
 
+TEST(RequestPath, Leaves_a_value_of_an_enumeration_out_that_the_form_does_not_know) {
+  for (const auto country : {Country::US, Country::CA}) {
+    MsgSetRequest set({.country = country, .version = {3, 0}}, MessageSet::Company);
+    constexpr int kHourlySick = 6;  // of American files alone
+    const auto item = set.Append("PayrollItemWageAddRq");
+    item["Name"].SetValue("Sick");
+    item["WageType"].SetValue(kHourlySick);
+    EXPECT_EQ(item["WageType"].GetValue(), "HourlySick");
+    EXPECT_EQ(set.ToXMLString().find("WageType") == std::string::npos, country == Country::CA);
+  }
+}
+
 TEST(RequestPath, Raises_438_for_a_value_of_what_has_none) {
   auto set = NewSet();
   const auto query = set.Append("CustomerQueryRq");

@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "adapters/system/FrozenMachine.h"
 #include "platform/PlatformError.h"
 #include "quickbooks/ResponseModel.h"
+#include "services/ModuleVariables.h"
 #include "tests/quickbooks/CannedQuickBooks.h"
 
 namespace twqb {
@@ -131,13 +133,29 @@ TEST(Record, Keeps_texts_as_QuickBooks_wrote_them) {
   EXPECT_EQ(customer["Notes"].GetValue(), "a\r\nb <\xC3\xA9>");
 }
 
+FrozenMachine MachineIn(TimeZoneState state) {
+  return {{}, {.now = {}, .zone = {.bias = 300, .daylightBias = -60, .state = state}}};
+}
+
 TEST(Record, Reads_a_time_without_its_offset) {
+  auto machine = MachineIn(TimeZoneState::Standard);
+  Vars().platform.machine = &machine;
   for (const std::string_view offset : {"", "Z", "-05:00", "+05:30", "-00:00"}) {
     const auto customer = Customer(fmt::format("<TimeModified>2008-03-05T10:11:12{}</TimeModified>", offset));
     EXPECT_EQ(IsoDate(customer["TimeModified"].GetDate()), "2008-03-05T10:11:12") << offset;
   }
   EXPECT_EQ(IsoDate(Customer("<JobStartDate>2008-03-05</JobStartDate>")["JobStartDate"].GetDate()),
             "2008-03-05T00:00:00");
+}
+
+TEST(Record, Reads_a_time_in_daylight_time_as_standard_time_and_a_day_as_it_is) {
+  auto machine = MachineIn(TimeZoneState::Daylight);
+  Vars().platform.machine = &machine;
+  const auto customer =
+      Customer("<TimeModified>2008-06-24T23:53:54-05:00</TimeModified><JobStartDate>2008-06-24</JobStartDate>");
+  EXPECT_EQ(IsoDate(customer["TimeModified"].GetDate()), "2008-06-24T22:53:54");
+  EXPECT_EQ(customer["TimeModified"].GetValue(), "2008-06-24T23:53:54-05:00");
+  EXPECT_EQ(IsoDate(customer["JobStartDate"].GetDate()), "2008-06-24T00:00:00");
 }
 
 TEST(Record, Converts_its_values) {

@@ -4,6 +4,8 @@
 #include <string>
 
 #include "adapters/scripted/ScriptedDesk.h"
+#include "platform/MsgFormTexts.h"
+#include "tests/support/GivenUp.h"
 
 namespace twqb {
 namespace {
@@ -23,19 +25,11 @@ const FileDialog kFile{.title = "Open QuickBooks File", .folder = "/books"};
 
 ScriptedDesk DeskWith(std::string_view answers) { return ScriptedDesk(ParseAnswers(answers)); }
 
-MsgFormState Progress(std::string position) {
-  return {.lblItem = "Sending Clients to QuickBooks...", .txtProg = std::move(position)};
-}
+using Position = ProgressPosition;
+constexpr std::chrono::seconds kTimeLeft{3};
 
-// The question named by the desk that gave up in `ask`; empty when it did not.
-template <typename Ask>
-std::string GivenUpAt(Ask ask) {
-  try {
-    ask();
-  } catch (const DeskGaveUp& gaveUp) {
-    return gaveUp.question();
-  }
-  return {};
+MsgFormState Progress(std::optional<Position> position) {
+  return {.action = "Sending Clients to QuickBooks...", .position = position};
 }
 
 TEST(ScriptedDesk, Questions_take_the_answers_in_their_order) {
@@ -128,10 +122,9 @@ TEST(ScriptedDesk, A_wrong_answer_is_not_passed_over_for_a_default) {
 // A transfer's loop: the position is shown, then the position with the time left, messages being pumped after each.
 void CountTo(ScriptedDesk& desk, int total, const std::function<bool()>& goesOn) {
   for (int i = 1; i <= total && goesOn(); ++i) {
-    const auto position = std::to_string(i) + "/" + std::to_string(total);
-    desk.UpdateMsgForm(Progress(position));
+    desk.UpdateMsgForm(Progress(Position{i, total}));
     desk.PumpMessages();
-    desk.UpdateMsgForm(Progress(position + " --> 00:00:03"));
+    desk.UpdateMsgForm(Progress(Position{i, total, kTimeLeft}));
     desk.PumpMessages();
   }
 }
@@ -140,10 +133,10 @@ void CountTo(ScriptedDesk& desk, int total, const std::function<bool()>& goesOn)
 class CancelledRun : public testing::Test {
  protected:
   void Start(std::string_view answers) { desk_ = std::make_unique<ScriptedDesk>(ParseAnswers(answers)); }
-  void RunTable(int total, std::string leftOver = "") {
+  void RunTable(int total, std::optional<Position> leftOver = std::nullopt) {
     cancelled_ = false;
-    desk_->ShowMsgForm(Progress(std::move(leftOver)), [this] {
-      pressedAt_.push_back(desk_->Form()->txtProg);
+    desk_->ShowMsgForm(Progress(leftOver), [this] {
+      pressedAt_.push_back(PositionText(desk_->Form()->position.value()));
       desk_->PumpMessages();
       cancelled_ = desk_->ShowMessageBox(kYesNo) == BoxAnswer::Yes;
     });
@@ -190,26 +183,26 @@ TEST_F(CancelledRun, The_counter_of_a_new_table_starts_anew) {
 
 TEST_F(CancelledRun, A_position_left_over_from_the_table_before_does_not_count) {
   Start("cancel after 2\nyes\n");
-  desk_->ShowMsgForm(Progress("64/64 --> 00:00:00"), [this] { pressedAt_.emplace_back("too early"); });
+  desk_->ShowMsgForm(Progress(Position{64, 64, kTimeLeft}), [this] { pressedAt_.emplace_back("too early"); });
   desk_->PumpMessages();
-  auto nextRecord = Progress("64/64 --> 00:00:00");
-  nextRecord.Text1 = "ACME1";
+  auto nextRecord = Progress(Position{64, 64, kTimeLeft});
+  nextRecord.record = "ACME1";
   desk_->UpdateMsgForm(nextRecord);
   desk_->PumpMessages();
   EXPECT_TRUE(pressedAt_.empty());
-  RunTable(3, "64/64 --> 00:00:00");
+  RunTable(3, Position{64, 64, kTimeLeft});
   EXPECT_THAT(pressedAt_, ElementsAre("2/3"));
 }
 
 TEST_F(CancelledRun, Steps_of_the_reading_do_not_count) {
   Start("cancel after 2\nyes\n");
-  auto reading = Progress("8/10");
-  reading.lblItem = "Reading ...Customers(may take some time)";
-  desk_->ShowMsgForm(Progress(""), [this] { pressedAt_.emplace_back("too early"); });
+  auto reading = Progress(Position{8, 10});
+  reading.action = "Reading ...Customers(may take some time)";
+  desk_->ShowMsgForm(Progress(std::nullopt), [this] { pressedAt_.emplace_back("too early"); });
   desk_->UpdateMsgForm(reading);
   desk_->PumpMessages();
   EXPECT_TRUE(pressedAt_.empty());
-  RunTable(3, "8/10");
+  RunTable(3, Position{8, 10});
   EXPECT_THAT(pressedAt_, ElementsAre("2/3"));
 }
 
@@ -217,7 +210,7 @@ TEST_F(CancelledRun, Without_a_form_nothing_is_pressed) {
   Start("cancel after 1\nyes\n");
   RunTable(0);
   desk_->UnloadMsgForm();
-  desk_->UpdateMsgForm(Progress("5/5"));
+  desk_->UpdateMsgForm(Progress(Position{5, 5}));
   desk_->PumpMessages();
   EXPECT_TRUE(pressedAt_.empty());
   EXPECT_EQ(desk_->RemainingPresses(), 1U);
@@ -231,11 +224,11 @@ TEST_F(CancelledRun, A_confirmation_without_an_answer_gives_up_out_of_the_pump) 
 TEST(ScriptedDesk, A_press_may_unload_the_form) {
   auto desk = DeskWith("cancel after 1\n");
   bool pressed = false;
-  desk.ShowMsgForm(Progress(""), [&] {
+  desk.ShowMsgForm(Progress(std::nullopt), [&] {
     desk.UnloadMsgForm();
     pressed = true;
   });
-  desk.UpdateMsgForm(Progress("1/1"));
+  desk.UpdateMsgForm(Progress(Position{1, 1}));
   desk.PumpMessages();
   EXPECT_TRUE(pressed);
   EXPECT_FALSE(desk.Form().has_value());
@@ -265,25 +258,25 @@ TEST(ScriptedDesk, What_was_shown_is_kept) {
 
 TEST(ScriptedDesk, The_forms_events_are_kept_in_order_with_what_it_showed) {
   auto desk = DeskWith("");
-  desk.ShowMsgForm(Progress(""), {});
-  desk.UpdateMsgForm(Progress("1/1"));
-  EXPECT_EQ(desk.Form()->txtProg, "1/1");
+  desk.ShowMsgForm(Progress(std::nullopt), {});
+  desk.UpdateMsgForm(Progress(Position{1, 1}));
+  EXPECT_EQ(desk.Form()->position, (Position{1, 1}));
   desk.UnloadMsgForm();
   desk.UnloadMsgForm();
   ASSERT_EQ(desk.FormEvents().size(), 3U);
   EXPECT_EQ(desk.FormEvents()[0].kind, FormEventKind::Show);
   EXPECT_EQ(desk.FormEvents()[1].kind, FormEventKind::Update);
   EXPECT_EQ(desk.FormEvents()[2].kind, FormEventKind::Unload);
-  EXPECT_EQ(desk.FormEvents()[2].state.txtProg, "1/1");
+  EXPECT_EQ(desk.FormEvents()[2].state.position, (Position{1, 1}));
   EXPECT_FALSE(desk.Form().has_value());
 }
 
 TEST(ScriptedDesk, Of_a_long_run_the_last_events_of_the_form_are_kept) {
   auto desk = DeskWith("");
-  desk.ShowMsgForm(Progress(""), {});
+  desk.ShowMsgForm(Progress(std::nullopt), {});
   CountTo(desk, 5000, [] { return true; });
   EXPECT_EQ(desk.FormEvents().size(), ScriptedDesk::kKeptFormEvents);
-  EXPECT_EQ(desk.FormEvents().back().state.txtProg, "5000/5000 --> 00:00:03");
+  EXPECT_EQ(desk.FormEvents().back().state.position, (Position{5000, 5000, kTimeLeft}));
 }
 
 // Remembers what the display was told, one word each.
@@ -294,10 +287,10 @@ class RecordingDisplay : public Desk {
     return BoxAnswer::Ok;
   }
   void ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) override {
-    shown.push_back("show " + state.lblItem);
+    shown.push_back("show " + state.action);
     canCancel = onCancel != nullptr;
   }
-  void UpdateMsgForm(const MsgFormState& state) override { shown.push_back("update " + state.txtProg); }
+  void UpdateMsgForm(const MsgFormState& state) override { shown.push_back("update " + TextsOf(state).txtProg); }
   void UnloadMsgForm() override { shown.emplace_back("unload"); }
   std::optional<std::string> PickVendor(const std::string&, const std::vector<std::string>&) override {
     shown.emplace_back("vendor");
@@ -318,8 +311,8 @@ class RecordingDisplay : public Desk {
 TEST(ScriptedDesk, The_display_gets_form_and_OK_boxes_and_is_never_asked) {
   RecordingDisplay display;
   ScriptedDesk desk(ParseAnswers("yes\nskip\nskip\n"), &display);
-  desk.ShowMsgForm(Progress(""), [] {});
-  desk.UpdateMsgForm(Progress("1/1"));
+  desk.ShowMsgForm(Progress(std::nullopt), [] {});
+  desk.UpdateMsgForm(Progress(Position{1, 1}));
   desk.PumpMessages();
   desk.ShowMessageBox(kYesNo);
   desk.ShowMessageBox(kNotice);

@@ -300,7 +300,7 @@ TEST_P(Closings, Unload_the_form_only_when_asked_and_when_nothing_keeps_it) {
   ShowMsgForm("Sending");
   Vars().g_LeaveMsgBoxOpen = GetParam().leaveMsgBoxOpen;
   Vars().g_AllTablesRun = GetParam().allTablesRun;
-  CloseObjects(GetParam().form, nullptr, nullptr, nullptr);
+  CloseObjects(Vars(), GetParam().form, nullptr, nullptr, nullptr);
   EXPECT_EQ(house.desk.Form().has_value(), GetParam().formStays);
   EXPECT_EQ(Vars().msgForm.has_value(), GetParam().formStays);
 }
@@ -320,12 +320,12 @@ TEST(CloseObjects, Closes_and_releases_what_is_open) {
   OpenConnection(*cn, &clients, "Client");
   OpenConnection(*cn, &projects, "Project");
   projects->Close();
-  CloseObjects(FormToo::Unload, &clients, &projects, &cn);
+  CloseObjects(Vars(), FormToo::Unload, &clients, &projects, &cn);
   EXPECT_FALSE(clients);
   EXPECT_FALSE(projects);
   EXPECT_FALSE(cn);
   EXPECT_EQ(house.NotesOf("close").size(), 1U);
-  CloseObjects(FormToo::Unload, &clients, &projects, &cn);
+  CloseObjects(Vars(), FormToo::Unload, &clients, &projects, &cn);
   EXPECT_TRUE(house.desk.Boxes().empty());
 }
 
@@ -337,7 +337,7 @@ TEST(CloseObjects, Drops_a_pending_row_without_writing_it) {
   OpenConnection(*cn, &clients, "Client");
   clients->AddNew();
   clients->SetField("ClientID", std::string("A"));
-  CloseObjects(FormToo::Leave, &clients, nullptr, &cn);
+  CloseObjects(Vars(), FormToo::Leave, &clients, nullptr, &cn);
   EXPECT_FALSE(clients);
   EXPECT_FALSE(cn);
   EXPECT_EQ(house.Scalar("SELECT COUNT(*) FROM Client"), "0");
@@ -349,11 +349,11 @@ TEST(CloseObjects, Ignores_a_form_that_cannot_be_unloaded_and_leaves_it_for_the_
   ShowMsgForm("Sending");
   auto cn = Vars().platform.database->CreateConnection();
   OpenConnection(*cn, nullptr, "");
-  EXPECT_NO_THROW(CloseObjects(FormToo::Unload, nullptr, nullptr, &cn));
+  EXPECT_NO_THROW(CloseObjects(Vars(), FormToo::Unload, nullptr, nullptr, &cn));
   EXPECT_FALSE(cn);
   EXPECT_TRUE(Vars().msgForm);
   EXPECT_TRUE(house.desk.Boxes().empty());
-  CloseObjects(FormToo::Unload, nullptr, nullptr, nullptr);
+  CloseObjects(Vars(), FormToo::Unload, nullptr, nullptr, nullptr);
   EXPECT_FALSE(Vars().msgForm);
   EXPECT_FALSE(house.desk.Form());
 }

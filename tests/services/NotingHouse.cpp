@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/Forwarding.h"
+#include "platform/MsgFormTexts.h"
 
 namespace twqb {
 
@@ -18,11 +19,11 @@ class NotingDesk : public ForwardingDesk {
     return ForwardingDesk::ShowMessageBox(box);
   }
   void ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) override {
-    notes_.push_back("show " + state.lblItem);
+    notes_.push_back("show " + state.action);
     ForwardingDesk::ShowMsgForm(state, std::move(onCancel));
   }
   void UpdateMsgForm(const MsgFormState& state) override {
-    notes_.push_back("refresh " + state.txtProg);
+    notes_.push_back("refresh " + TextsOf(state).txtProg);
     ForwardingDesk::UpdateMsgForm(state);
   }
   void UnloadMsgForm() override {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/MsgFormTexts.h"
 #include "services/Errors.h"
 #include "services/msgForm.h"
 #include "tests/services/NotingHouse.h"
@@ -11,15 +12,18 @@
 namespace twqb {
 namespace {
 
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
 TEST(ProgressForm, Is_shown_with_its_drawn_texts_and_the_action) {
   NotingHouse house;
   ShowMsgForm("Sending Clients to QuickBooks...");
   ASSERT_TRUE(house.desk.Form());
   EXPECT_EQ(house.desk.Form()->caption, " Tallywick");
-  EXPECT_EQ(house.desk.Form()->lblItem, "Sending Clients to QuickBooks...");
-  EXPECT_EQ(house.desk.Form()->Text1, "Label1");
-  EXPECT_EQ(house.desk.Form()->pbconv, 0);
-  EXPECT_EQ(house.desk.Form()->txtProg, "1/1");
+  EXPECT_EQ(house.desk.Form()->action, "Sending Clients to QuickBooks...");
+  EXPECT_EQ(house.desk.Form()->record, "Label1");
+  EXPECT_EQ(house.desk.Form()->percent, 0);
+  EXPECT_EQ(house.desk.Form()->position, (ProgressPosition{.done = 1, .total = 1}));
   EXPECT_EQ(house.notes, (Notes{"show Sending Clients to QuickBooks...", "pump"}));
 }
 
@@ -30,45 +34,44 @@ TEST(ProgressForm, Is_shown_and_updated_whatever_NoProgressBar_says_for_its_call
   ShowMsgForm("Reading");
   UpdateProgressBar(2, 1);
   ASSERT_TRUE(house.desk.Form());
-  EXPECT_EQ(house.desk.Form()->pbconv, 50);
+  EXPECT_EQ(house.desk.Form()->percent, 50);
 }
 
 struct Progress {
   std::int64_t total;
-  std::int64_t current;
+  std::int64_t done;
   std::int64_t elapsedSeconds;
   int percent;
-  std::string_view text;
+  std::optional<milliseconds> timeLeft;
 };
 
 class Estimates : public testing::TestWithParam<Progress> {};
 
 TEST_P(Estimates, Are_the_time_gone_per_record_times_the_records_left) {
-  const auto& [total, current, elapsed, percent, text] = GetParam();
+  const auto& [total, done, elapsed, percent, timeLeft] = GetParam();
   TestHouse house;
   house.Enter();
   ShowMsgForm("Sending");
   house.machine.Advance(elapsed * Date::kSecond);
-  UpdateProgressBar(total, current);
-  EXPECT_EQ(house.desk.Form()->pbconv, percent);
-  EXPECT_EQ(house.desk.Form()->txtProg, text);
+  UpdateProgressBar(total, done);
+  EXPECT_EQ(house.desk.Form()->percent, percent);
+  EXPECT_EQ(house.desk.Form()->position, (ProgressPosition{.done = done, .total = total, .timeLeft = timeLeft}));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    ProgressForm, Estimates,
-    testing::Values(Progress{4, 1, 10, 25, "1/4 --> 00:00:30"}, Progress{4, 2, 10, 50, "2/4 --> 00:00:10"},
-                    Progress{4, 3, 10, 75, "3/4 --> 00:00:03"},     // three and a third
-                    Progress{10, 6, 10, 60, "6/10 --> 00:00:07"},   // six and two thirds
-                    Progress{4, 4, 10, 100, "4/4 --> 00:00:00"},    // nothing left
-                    Progress{4, 1, 0, 25, "1/4 --> 00:00:00"},      // no time gone
-                    Progress{3, 1, 3600, 33, "1/3 --> 02:00:00"},   //
-                    Progress{3, 2, 7384, 67, "2/3 --> 01:01:32"},   //
-                    Progress{14, 1, 7200, 7, "1/14 --> 02:00:00"},  // a day and two hours: the day falls away
-                    Progress{8, 1, 0, 12, "1/8 --> 00:00:00"},      // halves to the even number
-                    Progress{8, 3, 0, 38, "3/8 --> 00:00:00"},      //
-                    Progress{200, 1, 0, 0, "1/200 --> 00:00:00"},   //
-                    Progress{5, 0, 10, 0, "0/5"},                   // nothing to estimate from
-                    Progress{10000, 9999, 9999, 100, "9999/10000 --> 00:00:01"}));
+INSTANTIATE_TEST_SUITE_P(ProgressForm, Estimates,
+                         testing::Values(Progress{4, 1, 10, 25, seconds(30)}, Progress{4, 2, 10, 50, seconds(10)},
+                                         Progress{4, 3, 10, 75, milliseconds(3333)},
+                                         Progress{10, 6, 10, 60, milliseconds(6666)},
+                                         Progress{4, 4, 10, 100, seconds(0)},      // nothing left
+                                         Progress{4, 1, 0, 25, seconds(0)},        // no time gone
+                                         Progress{3, 1, 3600, 33, seconds(7200)},  //
+                                         Progress{3, 2, 7384, 67, seconds(3692)},  //
+                                         Progress{14, 1, 7200, 7, seconds(93600)},
+                                         Progress{8, 1, 0, 12, seconds(0)},  // halves to the even number
+                                         Progress{8, 3, 0, 38, seconds(0)},  //
+                                         Progress{200, 1, 0, 0, seconds(0)},
+                                         Progress{5, 0, 10, 0, std::nullopt},  // nothing to estimate from
+                                         Progress{10000, 9999, 9999, 100, seconds(1)}));
 
 TEST(ProgressForm, Is_only_refreshed_when_there_are_no_records) {
   NotingHouse house;
@@ -77,8 +80,8 @@ TEST(ProgressForm, Is_only_refreshed_when_there_are_no_records) {
   house.notes.clear();
   UpdateProgressBar(0, 0);
   EXPECT_EQ(house.notes, (Notes{"refresh 1/1"}));
-  EXPECT_EQ(house.desk.Form()->pbconv, before.pbconv);
-  EXPECT_EQ(house.desk.Form()->txtProg, before.txtProg);
+  EXPECT_EQ(house.desk.Form()->percent, before.percent);
+  EXPECT_EQ(house.desk.Form()->position, before.position);
 }
 
 TEST(ProgressForm, Takes_no_notice_of_a_record_behind_the_last) {
@@ -89,7 +92,7 @@ TEST(ProgressForm, Takes_no_notice_of_a_record_behind_the_last) {
   UpdateProgressBar(4, 5);
   UpdateProgressBar(0, 1);
   EXPECT_TRUE(house.notes.empty());
-  EXPECT_EQ(house.desk.Form()->txtProg, "4/4 --> 00:00:00");
+  EXPECT_EQ(house.desk.Form()->position, (ProgressPosition{.done = 4, .total = 4, .timeLeft = seconds(0)}));
 }
 
 TEST(ProgressForm, Pumps_messages_behind_the_position_and_behind_the_estimate) {
@@ -100,13 +103,13 @@ TEST(ProgressForm, Pumps_messages_behind_the_position_and_behind_the_estimate) {
   EXPECT_EQ(house.notes, (Notes{"refresh 1/4", "pump", "refresh 1/4 --> 00:00:00", "pump"}));
 }
 
-TEST(ProgressForm, Estimates_no_negative_time_when_the_clock_is_put_back) {
+TEST(ProgressForm, Estimates_a_time_below_nothing_when_the_clock_is_put_back) {
   TestHouse house;
   house.Enter();
   ShowMsgForm("Sending");
   house.machine.Advance(-Date::kHour);
   UpdateProgressBar(2, 1);
-  EXPECT_EQ(house.desk.Form()->txtProg.find('-', house.desk.Form()->txtProg.find('>')), std::string::npos);
+  EXPECT_EQ(house.desk.Form()->position->timeLeft, -std::chrono::hours(1));
 }
 
 TEST(ProgressForm, Keeps_its_start_time_when_it_is_shown_anew) {
@@ -116,10 +119,11 @@ TEST(ProgressForm, Keeps_its_start_time_when_it_is_shown_anew) {
   UpdateProgressBar(2, 2);
   house.machine.Advance(Date::kMinute);
   ShowMsgForm("Sending Clients");
-  EXPECT_EQ(house.desk.Form()->lblItem, "Sending Clients");
-  EXPECT_EQ(house.desk.Form()->pbconv, 0);
+  EXPECT_EQ(house.desk.Form()->action, "Sending Clients");
+  EXPECT_EQ(house.desk.Form()->percent, 0);
+  EXPECT_EQ(CountText(house.desk.Form()->position.value()), "2/2") << "the position stays until another is told";
   UpdateProgressBar(2, 1);
-  EXPECT_EQ(house.desk.Form()->txtProg, "1/2 --> 00:01:00");
+  EXPECT_EQ(house.desk.Form()->position->timeLeft, seconds(60));
 }
 
 TEST(ProgressForm, Begins_anew_once_it_was_unloaded) {
@@ -131,10 +135,10 @@ TEST(ProgressForm, Begins_anew_once_it_was_unloaded) {
   UnloadMsgForm();
   EXPECT_FALSE(house.desk.Form());
   ShowMsgForm("Sending Clients");
-  EXPECT_EQ(house.desk.Form()->Text1, "Label1");
+  EXPECT_EQ(house.desk.Form()->record, "Label1");
   house.machine.Advance(Date::kSecond);
   UpdateProgressBar(2, 1);
-  EXPECT_EQ(house.desk.Form()->txtProg, "1/2 --> 00:00:01");
+  EXPECT_EQ(house.desk.Form()->position->timeLeft, seconds(1));
 }
 
 TEST(ProgressForm, Is_not_unloaded_twice) {
@@ -153,7 +157,7 @@ TEST(ProgressForm, Shows_the_record_in_hand_only_while_it_is_loaded) {
   EXPECT_TRUE(house.notes.empty());
   ShowMsgForm("Sending");
   SetProgressText("Acme Tools");
-  EXPECT_EQ(house.desk.Form()->Text1, "Acme Tools");
+  EXPECT_EQ(house.desk.Form()->record, "Acme Tools");
 }
 
 TEST(ProgressForm, Tells_its_title_and_takes_another) {

@@ -1,9 +1,11 @@
 #include "tests/support/PlainVendors.h"
 
 #include <array>
+#include <vector>
 
-#include "engine/Template.h"
-#include "twqb/enTables.h"
+#include "bridge/Tables.h"
+#include "engine/ListTable.h"
+#include "lists/modEmployees.h"
 
 namespace twqb {
 
@@ -23,54 +25,69 @@ constexpr std::array kGetFields = {
     GetField{.path = "Phone", .column = "EmpHPhone"},
 };
 
-constexpr TableDescription kVendors = {
-    .table = enVendors,
+constexpr ListTable kVendors = {
     .tableName = "Employee",
     .keyColumn = "EmployeeID",
     .fallbackDateColumn = "EmpDateHired",
-    .addRequest = "VendorAddRq",
-    .modRequest = "VendorModRq",
-    .sendRoutine = "MovePlainVendorsToQB",
-    .getRoutine = "MovePlainVendorsToTW",
-    .sendingText = "Sending Vendors to QuickBooks...",
-    .gettingText = "Getting Vendors from QuickBooks...",
-    .recordLabel = "Vendor ID",
-    .sendLogText = "A vendor could not be sent: ",
-    .getLogText = "A vendor could not be taken over: ",
-    .missingConnectionText = "MovePlainVendorsToTW - Connection Object is required!",
-    .progressField = "Name",
-    .sendFields = kSendFields,
-    .blankedColumns = kBlankedColumns,
-    .getFields = kGetFields,
-};
-
-constexpr TableRoutines kVendorRoutines = {
-    .table = enVendors,
     .send =
-        [](const SendCall& call) {
-          SendTable(kVendors, call.sql, call.filters.Never, call.filters.MostRecent, call.session);
-          return true;
+        {
+            .texts = {.routine = "MovePlainVendorsToQB",
+                      .shown = "Sending Vendors to QuickBooks...",
+                      .log = "A vendor could not be sent: "},
+            .recordLabel = "Vendor ID",
+            .addRequest = "VendorAddRq",
+            .modRequest = "VendorModRq",
+            .fields = kSendFields,
         },
     .get =
-        [](const GetCall& call) {
-          GetTable(kVendors, call.records, call.filters.Never, call.filters.MostRecent,
-                   call.blnByID ? Dependent::Yes : Dependent::No, call.connection);
+        {
+            .texts = {.routine = "MovePlainVendorsToTW",
+                      .shown = "Getting Vendors from QuickBooks...",
+                      .log = "A vendor could not be taken over: ",
+                      .missingConnection = "MovePlainVendorsToTW - Connection Object is required!"},
+            .progressField = "Name",
+            .blankedColumns = kBlankedColumns,
+            .fields = kGetFields,
         },
 };
 
-// Every table but the clients, whose own routines stay: the vendors, and the others without a routine.
-constexpr auto kRoutines = [] {
-  std::array<TableRoutines, enAll - 1> routines{};
-  std::size_t at = 0;
-  for (std::int32_t table = 0; table < enAll; ++table) {
-    if (table == enClients) continue;
-    routines[at++] = table == enVendors ? kVendorRoutines : TableRoutines{.table = table};
-  }
-  return routines;
-}();
+void SendVendors(const SendCall& call) { SendList(kPlainVendorsTable, kVendors, call); }
+void GetVendors(const GetCall& call) { GetList(kVendors, call); }
+
+// Names, selection, reads and deletion are those of the table in whose place this one stands.
+Table InPlaceOf(const Table& table) {
+  auto own = table;
+  own.send = SendVendors;
+  own.get = GetVendors;
+  return own;
+}
 
 }  // namespace
 
-std::span<const TableRoutines> TwoTableRoutines() { return kRoutines; }
+const Table kPlainVendorsTable = InPlaceOf(kVendorsTable);
+
+std::span<const Table* const> TwoTables() {
+  static const auto tables = [] {
+    std::vector<Table> all;
+    for (const auto* table : BuiltInTables()) {
+      if (table->number == enVendors) {
+        all.push_back(kPlainVendorsTable);
+        continue;
+      }
+      all.push_back(*table);
+      if (table->number == enClients) continue;
+      // Sending estimates is a regular run that does nothing, and stays one.
+      if (table->number != enEstimates) all.back().send = nullptr;
+      all.back().get = nullptr;
+    }
+    return all;
+  }();
+  static const auto list = [] {
+    std::vector<const Table*> pointers;
+    for (const auto& table : tables) pointers.push_back(&table);
+    return pointers;
+  }();
+  return list;
+}
 
 }  // namespace twqb

@@ -48,6 +48,8 @@ void TestHouse::Enter() { Enter(Seams()); }
 void TestHouse::Enter(const Platform& platform) {
   Vars() = ModuleVariables{};
   Vars().platform = platform;
+  Vars().tables = tables;
+  Vars().pull = pull;
   Vars().g_ConnectString = ConnectString();
   Vars().g_TWSettingsPath = Path("twqb.ini");
 }

@@ -14,6 +14,7 @@
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "platform/Platform.h"
+#include "services/ModuleVariables.h"
 #include "tests/support/Process.h"
 
 namespace twqb {
@@ -40,6 +41,10 @@ class TestHouse {
   ~TestHouse();
   TestHouse(const TestHouse&) = delete;
   TestHouse& operator=(const TestHouse&) = delete;
+
+  // What the library is composed with beside the seams, from the next `Enter` on.
+  std::span<const Table* const> tables;  // none: the built-in ones
+  GetTableRoutine pull = nullptr;        // the dispatch's, for houses that it stands in
 
   // Composes the library with this house: state of the process begins anew.
   void Enter();

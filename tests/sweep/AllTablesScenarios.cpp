@@ -17,7 +17,7 @@ constexpr Transfer kGetAll = {.direction = Direction::Get, .table = enAll};
 Scenario OfAllTables(std::string name, void (*prepare)(TestHouse&, const Scenario&), Transfer transfer) {
   return {.name = std::move(name),
           .tables = kBothTables,
-          .routines = TwoTableRoutines(),
+          .ownTables = TwoTables(),
           .prepare = prepare,
           .transfers = {transfer}};
 }

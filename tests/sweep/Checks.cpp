@@ -118,6 +118,23 @@ Fields WithoutDescription(Fields fields) {
   return fields;
 }
 
+// The elements of the record's body that are there as a whole, too, in the other's; the rest of both equal.
+bool IsPartOf(Fields part, Fields whole) {
+  constexpr std::string_view kEnd = "</";
+  const auto partBody = std::exchange(part["body"], {});
+  const auto wholeBody = std::exchange(whole["body"], {});
+  if (part != whole || partBody.size() >= wholeBody.size()) return false;
+  for (std::size_t at = 0; at < partBody.size();) {
+    const auto name = partBody.substr(at + 1, partBody.find('>', at) - at - 1);
+    const auto end = partBody.find(std::string(kEnd) + name + ">", at);
+    if (end == std::string::npos) return false;
+    const auto next = end + kEnd.size() + name.size() + 1;
+    if (wholeBody.find(partBody.substr(at, next - at)) == std::string::npos) return false;
+    at = next;
+  }
+  return true;
+}
+
 // The one row whose link leads elsewhere than after a clean run.
 struct Relinked {
   std::string from;  // record
@@ -126,12 +143,13 @@ struct Relinked {
 
 class InStepCheck {
  public:
-  InStepCheck(const Snapshot& now, const Expectation& expected, Leaves leaves)
-      : now_(now), expected_(expected), leaves_(leaves), problems_(now.damage) {}
+  InStepCheck(Snapshot now, const Expectation& expected, Leaves leaves)
+      : now_(std::move(now)), expected_(expected), leaves_(leaves), problems_(now_.damage) {}
 
   Problems Run() {
     extra_ = ExtraRecords(now_, expected_.after);
-    const bool addsOne = leaves_ == Leaves::OneAddedTwice || leaves_ == Leaves::OneTwinReplaced;
+    const bool addsOne =
+        leaves_ == Leaves::OneAddedTwice || leaves_ == Leaves::OneTwinReplaced || leaves_ == Leaves::OneIncomplete;
     ExpectCount("Records that a clean run does not make", extra_, addsOne ? 1 : 0, problems_);
     CheckRows();
     if (addsOne && !relinked_) problems_.emplace_back("No row is linked to the record that was added again.");
@@ -146,6 +164,11 @@ class InStepCheck {
     std::map<std::string, std::string> keysByLink;
     for (const auto& [key, fields] : now_.rows) {
       const auto& link = fields.at(kLink);
+      const auto* wanted = Find(expected_.after.rows, key);
+      if (wanted != nullptr && !wanted->at(kLink).starts_with(kLeadsTo)) {
+        CheckRow(key, WithoutTimes(fields, expected_.tables), WithoutTimes(*wanted, expected_.tables));
+        continue;
+      }
       if (!link.starts_with(kLeadsTo) && leaves_ == Leaves::OneWithoutLink) {
         CheckUnlinked(key, fields);
         continue;
@@ -154,7 +177,6 @@ class InStepCheck {
       if (const auto [other, isNew] = keysByLink.emplace(link, key); !isNew) {
         problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
       }
-      const auto* wanted = Find(expected_.after.rows, key);
       if (wanted == nullptr) {
         problems_.push_back(fmt::format("The row {} is there.", key));
         continue;
@@ -168,7 +190,7 @@ class InStepCheck {
     const auto from = std::exchange(wanted[kLink], {});
     const auto to = std::exchange(fields[kLink], {});
     const bool toExtra = extra_.size() == 1 && to == std::string(kLeadsTo) + extra_.front();
-    if (fields != wanted || !toExtra || !IsCountedNameOf(to, from) || relinked_) {
+    if (fields != wanted || !toExtra || !(leaves_ == Leaves::OneIncomplete || IsCountedNameOf(to, from)) || relinked_) {
       fields[kLink] = to;
       wanted[kLink] = from;
       problems_.push_back(fmt::format("The row {} is out of step:{}", key, Differences(fields, wanted)));
@@ -189,6 +211,10 @@ class InStepCheck {
     std::vector<std::string> passedOver;
     for (const auto& [name, after] : expected_.after.records) {
       const auto* record = Find(now_.records, name);
+      if (leaves_ == Leaves::OneIncomplete && relinked_ && name == relinked_->from) {
+        CheckIncomplete(name, record, after);
+        continue;
+      }
       if (record == nullptr) {
         problems_.push_back(fmt::format("The record {} is missing.", name));
         continue;
@@ -208,6 +234,16 @@ class InStepCheck {
                 problems_);
   }
 
+  // It stands in the place of the whole one, and has nothing that is not of that.
+  void CheckIncomplete(const std::string& name, const Fields* record, const Fields& after) {
+    if (record != nullptr) problems_.push_back(fmt::format("The record {} is there beside an incomplete one.", name));
+    const auto part = WithoutTimes(now_.records.at(relinked_->to), expected_.tables);
+    const auto whole = WithoutTimes(after, expected_.tables);
+    if (!IsPartOf(part, whole)) {
+      problems_.push_back(fmt::format("The record {} is no part of {}:{}", relinked_->to, name, Text(part)));
+    }
+  }
+
   // The new record has the row's values; the one that it stands for keeps what it had.
   void CheckRelinked(const std::string& name, const Fields& fields, const Fields& wanted) {
     const auto added = WithoutCounter(WithoutTimes(now_.records.at(relinked_->to), expected_.tables), expected_.tables);
@@ -222,7 +258,7 @@ class InStepCheck {
     if (fields != kept) problems_.push_back(fmt::format("The record {}:{}", name, Differences(fields, kept)));
   }
 
-  const Snapshot& now_;
+  const Snapshot now_;
   const Expectation& expected_;
   const Leaves leaves_;
   Problems problems_;
@@ -231,14 +267,32 @@ class InStepCheck {
   std::vector<std::string> unlinked_;
 };
 
+// The rows as if all that were made had their key; tells it where not just those lack one that may.
+Snapshot WithKeys(Snapshot now, const std::vector<LinkedTable>& tables, Leaves leaves, Problems& problems) {
+  std::vector<std::string> lacking;
+  for (const auto& table : tables) {
+    if (table.madeKeyColumn.empty()) continue;
+    for (auto& [key, fields] : now.rows) {
+      auto& made = fields.at(std::string(table.madeKeyColumn));
+      if (!made.empty()) continue;
+      lacking.push_back(key);
+      made = kMadeKey;
+    }
+  }
+  ExpectCount("Rows without a key", lacking, leaves == Leaves::OneWithoutKey ? 1 : 0, problems);
+  return now;
+}
+
 }  // namespace
 
-Problems CheckBroken(const Snapshot& now, const Expectation& expected, Leaves leaves) {
-  Problems problems = now.damage;
+Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves leaves) {
+  Problems problems = found.damage;
+  const auto now = WithKeys(found, expected.tables, leaves, problems);
   CheckNoneLost("row", now.rows, expected.before.rows, problems);
   CheckNoneLost("record", now.records, expected.before.records, problems);
   const auto extra = ExtraRecords(now, expected.after);
-  ExpectCount("Records that a clean run does not make", extra, leaves == Leaves::OneTwinReplaced ? 1 : 0, problems);
+  ExpectCount("Records that a clean run does not make", extra,
+              leaves == Leaves::OneTwinReplaced || leaves == Leaves::OneIncomplete ? 1 : 0, problems);
   for (const auto& [key, fields] : now.rows) {
     const auto stages = Stages(key, fields, expected, extra);
     if (std::ranges::find(stages, fields) == stages.end()) {
@@ -262,7 +316,10 @@ Problems CheckBroken(const Snapshot& now, const Expectation& expected, Leaves le
 }
 
 Problems CheckInStep(const Snapshot& now, const Expectation& expected, Leaves leaves) {
-  return InStepCheck(now, expected, leaves).Run();
+  Problems problems;
+  auto inStep = InStepCheck(WithKeys(now, expected.tables, leaves, problems), expected, leaves).Run();
+  inStep.insert(inStep.end(), problems.begin(), problems.end());
+  return inStep;
 }
 
 }  // namespace twqb::sweep

@@ -150,6 +150,48 @@ TEST_F(Checks, A_record_that_was_passed_over_is_expected_where_that_was_told_and
   EXPECT_EQ(InStep(), 1U);
 }
 
+TEST_F(Checks, A_row_that_never_gets_a_link_is_in_step_without_one_and_not_with_one) {
+  const auto row = Row("Cedar", "\\N", "\\N");
+  auto expected = expected_;
+  expected.before.rows["Client/CEDAR"] = row;
+  expected.after.rows["Client/CEDAR"] = row;
+  now_.rows["Client/CEDAR"] = row;
+  EXPECT_EQ(CheckInStep(now_, expected, Leaves::Nothing).size(), 0U);
+  now_.rows["Client/CEDAR"][std::string(kLinkColumn)] = "-> Customer/Cedar";
+  EXPECT_EQ(CheckInStep(now_, expected, Leaves::Nothing).size(), 1U);
+}
+
+TEST_F(Checks, An_incomplete_record_is_a_part_of_the_whole_one_and_stands_in_its_place) {
+  auto expected = expected_;
+  expected.after.records["Customer/Birch"] = {{"body", "<A>1</A><B>2</B>"}};
+  now_.rows["Client/BIRCH"]["QBLinkID"] = "-> Customer/";
+  now_.records.erase("Customer/Birch");
+  now_.records["Customer/"] = {{"body", "<A>1</A>"}};
+  const auto inStep = [&](Leaves leaves) { return CheckInStep(now_, expected, leaves).size(); };
+  EXPECT_EQ(inStep(Leaves::OneIncomplete), 0U);
+  EXPECT_GT(inStep(Leaves::Nothing), 0U);
+  EXPECT_GT(inStep(Leaves::OneAddedTwice), 0U);
+  now_.records["Customer/"] = {{"body", "<A>3</A>"}};
+  EXPECT_EQ(inStep(Leaves::OneIncomplete), 1U);
+  now_.records["Customer/"] = {{"body", "<A>1</A>"}};
+  now_.records["Customer/Birch"] = expected.after.records["Customer/Birch"];
+  EXPECT_EQ(inStep(Leaves::OneIncomplete), 1U);
+}
+
+TEST_F(Checks, A_row_without_its_key_is_expected_where_that_was_told_and_nowhere_else) {
+  auto expected = expected_;
+  expected.tables.front().madeKeyColumn = "Key";
+  for (auto* snapshot : {&expected.before, &expected.after, &now_}) {
+    for (auto& [name, fields] : snapshot->rows) fields["Key"] = kMadeKey;
+  }
+  EXPECT_EQ(CheckInStep(now_, expected, Leaves::Nothing).size(), 0U);
+  EXPECT_EQ(CheckInStep(now_, expected, Leaves::OneWithoutKey).size(), 1U);
+  now_.rows["Client/BIRCH"]["Key"] = "";
+  EXPECT_EQ(CheckInStep(now_, expected, Leaves::OneWithoutKey).size(), 0U);
+  EXPECT_EQ(CheckInStep(now_, expected, Leaves::Nothing).size(), 1U);
+  EXPECT_EQ(CheckBroken(now_, expected, Leaves::OneWithoutKey).size(), 0U);
+}
+
 TEST_F(Checks, Two_rows_of_one_record_are_told) {
   now_.rows["Client/ACME"]["QBLinkID"] = "-> Customer/Birch";
   EXPECT_GT(InStep(), 0U);

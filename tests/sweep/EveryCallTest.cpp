@@ -57,6 +57,8 @@ INSTANTIATE_TEST_SUITE_P(ExpenseCodes, EveryCall, testing::ValuesIn(ExpenseCodeS
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Accounts, EveryCall, testing::ValuesIn(AccountScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(TimeEntries, EveryCall, testing::ValuesIn(TimeEntryScenarios()),
+                         [](const auto& test) { return test.param.name; });
 
 }  // namespace
 }  // namespace twqb::sweep

@@ -16,5 +16,6 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> ActivityScenarios();
 [[nodiscard]] std::vector<Scenario> ExpenseCodeScenarios();
 [[nodiscard]] std::vector<Scenario> AccountScenarios();
+[[nodiscard]] std::vector<Scenario> TimeEntryScenarios();
 
 }  // namespace twqb::sweep

@@ -20,6 +20,10 @@ namespace {
 constexpr std::string_view kRecords =
     "SELECT list_id, kind || '/' || full_name AS name, sublevel, active, balance, total_balance, body, created, "
     "modified, edit_sequence FROM record";
+// The notes stand in the body. Only kinds without lines are snapshot as a whole.
+constexpr std::string_view kTransactions =
+    "SELECT txn_id, kind, txn_date, ref_number, amount, open, posted, body, lines, created, modified, edit_sequence "
+    "FROM txn ORDER BY number";
 constexpr std::array<std::string_view, 4> kTimes = {"LastUpdated", "created", "modified", "edit_sequence"};
 
 class RawFile {
@@ -73,6 +77,40 @@ void CheckJournals(const std::string& folder, std::vector<std::string>& damage) 
   }
 }
 
+// What stands for the name that a transaction has not: its kind and notes.
+std::string NameOfTransaction(const Fields& fields) {
+  constexpr std::string_view kNotes = "<Notes>";
+  const auto& body = fields.at("body");
+  const auto at = body.find(kNotes);
+  const auto from = at + kNotes.size();
+  const auto notes = at == std::string::npos ? std::string() : body.substr(from, body.find('<', from) - from);
+  return fmt::format("{}/{}", fields.at("kind"), notes);
+}
+
+// Identifiers in a text are replaced by what they lead to.
+std::string Named(std::string text, const std::map<std::string, std::string>& names) {
+  constexpr std::string_view kBegin = "<ListID>";
+  for (auto at = text.find(kBegin); at != std::string::npos; at = text.find(kBegin, at + 1)) {
+    const auto from = at + kBegin.size();
+    const auto length = text.find('<', from) - from;
+    if (const auto name = names.find(text.substr(from, length)); name != names.end()) {
+      text.replace(from, length, name->second);
+    }
+  }
+  return text;
+}
+
+void TakeTransactions(RawFile& company, Snapshot& snapshot, std::map<std::string, std::string>& names) {
+  company.ForEachRow(kTransactions, [&](Fields fields) {
+    fields.at("body") = Named(fields.at("body"), names);
+    const auto base = NameOfTransaction(fields);
+    auto name = base;
+    for (int i = 1; snapshot.records.contains(name); ++i) name = base + std::to_string(i);
+    names.emplace(fields.extract("txn_id").mapped(), name);
+    snapshot.records.emplace(std::move(name), std::move(fields));
+  });
+}
+
 }  // namespace
 
 Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>& tables) {
@@ -86,12 +124,17 @@ Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>&
     names.emplace(fields.extract("list_id").mapped(), name);
     snapshot.records.emplace(std::move(name), std::move(fields));
   });
+  TakeTransactions(company, snapshot, names);
   RawFile billing(folder + "/billing.db");
   CheckIntegrity(billing, "billing.db", snapshot.damage);
   for (const auto& table : tables) {
     billing.ForEachRow(fmt::format("SELECT * FROM {}", table.name), [&](Fields fields) {
       auto& link = fields.at(std::string(kLinkColumn));
       if (const auto found = names.find(link); found != names.end()) link = std::string(kLeadsTo) + found->second;
+      if (!table.madeKeyColumn.empty()) {
+        auto& made = fields.at(std::string(table.madeKeyColumn));
+        if (!made.empty()) made = kMadeKey;
+      }
       auto key = fmt::format("{}/{}", table.name, fields.at(std::string(table.keyColumn)));
       snapshot.rows.emplace(std::move(key), std::move(fields));
     });

@@ -20,6 +20,8 @@ struct LinkedTable {
   std::string_view stampColumn;
   // A field of the twin that carries the counter of a name in use, beside its name; empty: none does.
   std::string_view countedField = {};
+  // A key that the link makes for a new row: no two runs make the same; empty: keys are given.
+  std::string_view madeKeyColumn = {};
 };
 
 using Fields = std::map<std::string, std::string>;  // by column; NULL is "\N"
@@ -28,10 +30,15 @@ inline constexpr std::string_view kLinkColumn = "QBLinkID";
 // What a link that leads to a record reads as: this and the record's name in the snapshot.
 inline constexpr std::string_view kLeadsTo = "-> ";
 
+// What a key reads as that the link has made.
+inline constexpr std::string_view kMadeKey = "(made)";
+
 struct Snapshot {
-  std::map<std::string, Fields> rows;     // "Client/ACME1"
-  std::map<std::string, Fields> records;  // "Customer/Acme Tools (ACME1)": the full name
-  std::vector<std::string> damage;        // what the files themselves are wrong in; empty: both are sound
+  std::map<std::string, Fields> rows;  // "Client/ACME1"
+  // "Customer/Acme Tools (ACME1)": the full name; "TimeTracking/Plans": the notes of a transaction, which has no name,
+  // with a counter behind them where an older one has the same.
+  std::map<std::string, Fields> records;
+  std::vector<std::string> damage;  // what the files themselves are wrong in; empty: both are sound
 };
 
 // Of `billing.db` and `company.twq` in `folder`, which nobody is writing to.

@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "adapters/faults/Faults.h"
+#include "bridge/modTWQBBridge.h"
 #include "services/ModuleVariables.h"
 #include "twqb/CTWQBBridge.h"
 
@@ -80,12 +81,13 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario) {
   });
 }
 
-Sweep::Sweep(const Scenario& scenario) : scenario_(scenario), tables_(scenario_.routines) {
+Sweep::Sweep(const Scenario& scenario) : scenario_(scenario) {
   fs::create_directory(House());
   {
     auto options = Options();
     options.now = options.now.PlusHours(-1);
     TestHouse house(std::move(options));
+    SetTables(house);
     WriteWholeFile(house.Path("registry.ini"), fmt::format("[TW80]\r\nDatabase={}\r\n", house.Path("billing.db")));
     scenario_.prepare(house, scenario_);
   }
@@ -97,10 +99,16 @@ HouseOptions Sweep::Options() const {
   return {.answers = std::string(kAnswers), .now = TextToDate("2008-03-05T11:00:00"), .folder = House()};
 }
 
+void Sweep::SetTables(TestHouse& house) const {
+  house.tables = scenario_.ownTables;
+  house.pull = GetTableFromQB;
+}
+
 void Sweep::Restore() const { CopyFiles(Prepared(), House()); }
 
 void Sweep::Rehearse() {
   TestHouse house(Options());
+  SetTables(house);
   expected_ = {.tables = scenario_.tables, .before = TakeSnapshot(House(), scenario_.tables), .after = {}};
   FaultPlatform* counted = nullptr;
   const Witness witness(house.Seams(), [&] { return counted->CallCount(); });
@@ -117,7 +125,12 @@ void Sweep::Rehearse() {
 }
 
 Leaves Sweep::LeftBy(std::size_t k, FaultTiming timing, Break how) const {
-  return WhatIsLeft(trace_, k, timing, how, scenario_.nameInUse);
+  // What a get has not taken over the next one does.
+  const bool sends = std::ranges::any_of(
+      scenario_.transfers, [](const Transfer& transfer) { return transfer.direction == Direction::Send; });
+  if (sends) return WhatIsLeft(trace_, k, timing, how, scenario_.nameInUse);
+  const bool makesKey = trace_.names[k - 1] == "Machine.CreateGuid";
+  return makesKey && how == Break::Raise ? Leaves::OneWithoutKey : Leaves::Nothing;
 }
 
 Problems Sweep::RaiseAt(std::size_t k, FaultTiming timing) {
@@ -129,6 +142,7 @@ Problems Sweep::RaiseAt(std::size_t k, FaultTiming timing) {
 
 Problems Sweep::RunRaising(std::size_t k, FaultTiming timing) const {
   TestHouse house(Options());
+  SetTables(house);
   FaultPlatform faults(house.Seams(), {});
   faults.RaiseAt(k, timing, kNumber);
   house.Enter(faults.Decorated());
@@ -153,7 +167,9 @@ Problems Sweep::CheckAfterRaise(TestHouse& house, bool result, std::size_t k, Fa
   Append(problems, "Broken run", CheckBroken(now, expected_, leaves));
   if (!why.empty()) {
     if (!result) problems.push_back(fmt::format("The result is False, although {}.", why));
-    Append(problems, fmt::format("Although {}", why), CheckInStep(now, expected_, leaves));
+    if (!PassesOverSilently(trace_, k)) {
+      Append(problems, fmt::format("Although {}", why), CheckInStep(now, expected_, leaves));
+    }
   }
   if (Vars().g_CnRefCount != 0) {
     problems.push_back(fmt::format("Broken run: g_CnRefCount is {}.", Vars().g_CnRefCount));
@@ -189,6 +205,7 @@ Problems Sweep::KillAt(std::size_t k, FaultTiming timing) {
 
 Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
   TestHouse house(Options());
+  SetTables(house);
   FaultPlatform faults(house.Seams(), {});
   faults.RunAt(k, timing, [] { std::raise(SIGKILL); });
   house.Enter(faults.Decorated());
@@ -203,6 +220,10 @@ Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
   auto options = Options();
   options.now = options.now.PlusMilliseconds(kUntilCleanRun);
   TestHouse house(std::move(options));
+  SetTables(house);
+  // Keys that this process makes are none of the dead one's.
+  constexpr int kKeysOfTheDead = 100;
+  for (int i = 0; i < kKeysOfTheDead; ++i) (void)house.machine.CreateGuid();
   const auto remembered = house.machine.GetPrivateProfileString("GENERAL", "QBDBPath", "", 255, house.Path("twqb.ini"));
   if (!remembered.empty() && remembered != house.Path("company.twq")) {
     problems.push_back(fmt::format("The settings remember the company file {}.", remembered));

@@ -17,9 +17,8 @@
 #include "Child.h"
 #include "Trace.h"
 #include "adapters/faults/FaultScript.h"
-#include "bridge/TableRoutines.h"
-#include "services/TableNames.h"
-#include "tests/support/OwnTables.h"
+#include "engine/Table.h"
+#include "services/Direction.h"
 #include "tests/support/TestHouse.h"
 #include "twqb/enTables.h"
 
@@ -35,7 +34,7 @@ struct Transfer {
 struct Scenario {
   std::string name;  // of the test
   std::vector<LinkedTable> tables;
-  std::span<const TableRoutines> routines = {};  // tables of the tests' own
+  std::span<const Table* const> ownTables = {};  // tables of the tests' own
   SettingsStore settings = SettingsStore::IniFile;
   NameInUse nameInUse = NameInUse::TriesNext;  // of all its tables
   // Brings both sides to where the transfers begin; it may transfer by itself. The house's clock stands an hour before
@@ -51,7 +50,7 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario);
 
 class Sweep {
  public:
-  // Prepares the files and runs the transfers once, clean. While it lives the library has the scenario's tables. Raises
+  // Prepares the files and runs the transfers once, clean. Raises
   // std::runtime_error when they don't return True.
   explicit Sweep(const Scenario& scenario);
 
@@ -64,6 +63,8 @@ class Sweep {
   [[nodiscard]] Problems KillAt(std::size_t k, FaultTiming timing);
 
  private:
+  // What the library is composed with beside the seams.
+  void SetTables(TestHouse& house) const;
   void Restore() const;
   void Rehearse();
   [[nodiscard]] std::string House() const { return root_ / "house"; }
@@ -77,7 +78,6 @@ class Sweep {
   [[nodiscard]] Problems RunCleanly(TestHouse& house, Leaves leaves) const;
 
   Scenario scenario_;
-  OwnTables tables_;
   TemporaryFolder root_;
   Trace trace_;
   Expectation expected_;

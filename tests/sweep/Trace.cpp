@@ -47,13 +47,34 @@ class WatchedTransport : public ForwardingTransport {
   NoteDeed note_;
 };
 
+std::optional<DeedKind> DeedOf(std::string_view statement) {
+  constexpr std::array<std::string_view, 7> kChoices = {
+      "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",  "SELECT EmpBillRate",
+      "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate"};
+  // Of a received transaction.
+  constexpr std::array<std::string_view, 3> kKeys = {"SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
+                                                     "SELECT ActivityID FROM Activity WHERE QBLINKID",
+                                                     "SELECT EmployeeID FROM Employee WHERE QBLINKID"};
+  const auto holds = [&](std::string_view part) { return statement.find(part) != std::string_view::npos; };
+  if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
+  if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
+  if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
+  return std::nullopt;
+}
+
 class WatchedConnection : public ado::ForwardingConnection {
  public:
   WatchedConnection(std::unique_ptr<Connection> inner, NoteDeed note)
       : ForwardingConnection(std::move(inner)), note_(std::move(note)) {}
   std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
     auto rows = ForwardingConnection::Execute(statement, rowsAffected);
-    if (statement.find(" SET QBLinkID = ") != std::string_view::npos) note_(DeedKind::LinkWritten);
+    if (const auto deed = DeedOf(statement)) note_(*deed);
+    return rows;
+  }
+  std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
+                                                ado::LockType lock) override {
+    auto rows = ForwardingConnection::OpenRecordset(statement, cursor, lock);
+    if (const auto deed = DeedOf(statement)) note_(*deed);
     return rows;
   }
 
@@ -83,7 +104,7 @@ struct WatchedProvider : ado::Provider {
 // ignored.
 struct Place {
   std::string_view why;
-  std::array<std::string_view, 5> calls;  // those behind the last are empty
+  std::array<std::string_view, 9> calls;  // those behind the last are empty
   std::size_t ignored = 1;
   bool afterToo = true;  // False: only an error before the call takes effect is ignored
   std::size_t told = 0;  // calls ahead of them whose errors are told
@@ -93,6 +114,8 @@ constexpr std::string_view kLog = "a log line that can't be written is lost";
 constexpr std::string_view kProgress = "the progress bar is drawn with errors ignored";
 constexpr std::string_view kBackup = "the copies of the first run are made with errors ignored";
 constexpr std::string_view kSeason = "an unreadable time zone counts as standard time in the conflict rule";
+constexpr std::string_view kPayrollItem =
+    "what the payroll item is chosen by counts as not there when it can't be read";
 constexpr std::string_view kClosing = "closing at the end of a table ignores errors";
 
 constexpr std::array kIgnoredPlaces = {
@@ -127,10 +150,38 @@ constexpr std::array kIgnoredPlaces = {
     Place{.why = "a manager who can't be looked up counts as unknown",
           .calls = {"Connection.OpenRecordset", "Recordset.Eof", "Recordset.DefinedSize", "Recordset.SetField"},
           .ignored = 2},
+    Place{.why = "a manager who can't be looked up, or not added, counts as unknown",
+          .calls = {"Connection.OpenRecordset", "Recordset.Eof", "Connection.Execute", "Recordset.DefinedSize",
+                    "Recordset.SetField"},
+          .ignored = 3},
+    Place{.why = "a customer's project goes without a client who can't be looked up",
+          .calls = {"Connection.OpenRecordset", "Desk.PumpMessages", "Connection.Execute", "Recordset.Eof",
+                    "Recordset.FieldAt", "Connection.OpenRecordset", "Recordset.Eof", "Recordset.Close"},
+          .ignored = 3,
+          .told = 2},
     Place{.why = "a project that can't be looked up is pulled as if it were missing",
           .calls = {"Connection.Execute", "Recordset.FieldAt", "Connection.State", "Desk.PumpMessages",
                     "Recordset.SetField"},
           .ignored = 2},
+    // Time entries: what the form shows of a row, and the choice of its payroll item.
+    Place{.why = kProgress,
+          .calls = {"Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                    "Recordset.Field", "Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now"},
+          .ignored = 2,
+          .told = 4},
+    Place{.why = kProgress,
+          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Connection.State",
+                    "Desk.PumpMessages", "Connection.Execute", "Recordset.FieldAt"},
+          .ignored = 2},
+    Place{.why = kPayrollItem,
+          .calls = {"Machine.GetPrivateProfileString", "Recordset.Field", "Connection.State", "Desk.PumpMessages",
+                    "Connection.Execute", "Recordset.FieldAt"},
+          .ignored = 2},
+    Place{.why = kPayrollItem,
+          .calls = {"Recordset.FieldAt", "Connection.State", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field",
+                    "Recordset.Field", "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
+          .ignored = 3,
+          .told = 3},
     Place{.why = "a session that does not begin is tried again with the remembered file",
           .calls = {"Transport.BeginSession"},
           .afterToo = false},
@@ -145,21 +196,67 @@ bool StandsAt(const Trace& trace, std::span<const std::string_view> calls, std::
   return true;
 }
 
-// The reading of a twin whose Mod goes out: what fails in it passes the record over.
-constexpr std::array<std::string_view, 5> kTwinComparison = {"Transport.ProcessDocument", "Desk.PumpMessages",
-                                                             "Machine.GetTimeZoneInformation", "Recordset.Field",
-                                                             "Machine.GetTimeZoneInformation"};
-constexpr std::array<std::size_t, 3> kPassesOver = {1, 3, 4};  // indexes into it
-// The same where the row's date is worked out ahead of the twin's reading, which is the third call.
-constexpr std::array<std::string_view, 5> kComparisonAhead = {"Recordset.Field", "Machine.GetTimeZoneInformation",
-                                                              "Transport.ProcessDocument", "Desk.PumpMessages",
-                                                              "Machine.GetTimeZoneInformation"};
-constexpr std::size_t kAhead = 2;
-constexpr std::array<std::size_t, 3> kPassesOverAhead = {0, 1, 3};
+// Whether call k is the statement of that call, or one of the reads of its rows right behind it.
+bool IsReadingOf(const Trace& trace, std::size_t statement, std::size_t k) {
+  constexpr std::array<std::string_view, 2> kReads = {"Recordset.Eof", "Recordset.FieldAt"};
+  if (k < statement) return false;
+  for (auto call = statement + 1; call <= k; ++call) {
+    if (std::ranges::find(kReads, trace.names[call - 1]) == kReads.end()) return false;
+  }
+  return true;
+}
+
+// The reading of a twin whose Mod goes out, with the working out of the row's date behind it or ahead of it: the calls
+// in a row, which of them reads the twin, and those whose failure passes the record over.
+struct Comparison {
+  std::array<std::string_view, 6> calls;  // those behind the last are empty
+  std::size_t twin = 0;
+  std::array<std::size_t, 3> passesOver;
+};
+constexpr std::array kComparisons = {
+    Comparison{.calls = {"Transport.ProcessDocument", "Desk.PumpMessages", "Machine.GetTimeZoneInformation",
+                         "Recordset.Field", "Machine.GetTimeZoneInformation"},
+               .twin = 0,
+               .passesOver = {1, 3, 4}},
+    Comparison{.calls = {"Recordset.Field", "Machine.GetTimeZoneInformation", "Transport.ProcessDocument",
+                         "Desk.PumpMessages", "Machine.GetTimeZoneInformation"},
+               .twin = 2,
+               .passesOver = {0, 1, 3}},
+    Comparison{.calls = {"Recordset.Field", "Machine.GetTimeZoneInformation", "Recordset.Field",
+                         "Transport.ProcessDocument", "Desk.PumpMessages", "Machine.GetTimeZoneInformation"},
+               .twin = 3,
+               .passesOver = {0, 1, 4}},
+};
+
+// Whether the twin that call `at` reads is passed over when call k fails.
+bool PassesTwinOver(const Trace& trace, std::size_t at, std::size_t k) {
+  return std::ranges::any_of(kComparisons, [&](const Comparison& comparison) {
+    if (at <= comparison.twin || !StandsAt(trace, comparison.calls, at - 1 - comparison.twin)) return false;
+    const auto first = at - comparison.twin;
+    return std::ranges::any_of(comparison.passesOver, [&](std::size_t index) { return k == first + index; });
+  });
+}
+
+// The last fields of a time entry that are read for its request, ahead of the choice of its payroll item.
+constexpr std::array<std::string_view, 9> kEndOfEntry = {
+    "Recordset.Field", "Recordset.Field",  "Recordset.Field",   "Recordset.Field",   "Machine.GetPrivateProfileString",
+    "Recordset.Field", "Connection.State", "Desk.PumpMessages", "Connection.Execute"};
+constexpr std::size_t kEndFields = 4;
+
+// Whether what is set of an entry's request at call k is enough for QuickBooks to take it.
+bool LeavesIncomplete(const Trace& trace, std::size_t k) {
+  for (std::size_t index = 0; index < kEndFields; ++index) {
+    if (k > index && StandsAt(trace, kEndOfEntry, k - 1 - index)) return true;
+  }
+  return false;
+}
 
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
-  const auto& deeds = trace.deeds;
+  // What is only looked up stands between none of the others.
+  auto deeds = trace.deeds;
+  std::erase_if(deeds,
+                [](const Deed& deed) { return deed.kind == DeedKind::Choice || deed.kind == DeedKind::KeyLookedUp; });
   for (std::size_t i = 0; i < deeds.size(); ++i) {
     const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
     const auto at = deeds[i].k;
@@ -172,13 +269,7 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
     if (k == at) return Leaves::OneTwinReplaced;
     const bool modFollows = next != nullptr && next->kind == DeedKind::ModCarriedOut;
     if (!modFollows) continue;
-    const bool ahead = at > kAhead && StandsAt(trace, kComparisonAhead, at - 1 - kAhead);
-    if (!ahead && !StandsAt(trace, kTwinComparison, at - 1)) continue;
-    const auto first = ahead ? at - kAhead : at;
-    if (std::ranges::any_of(ahead ? kPassesOverAhead : kPassesOver,
-                            [&](std::size_t index) { return k == first + index; })) {
-      return Leaves::OnePassedOver;
-    }
+    if (PassesTwinOver(trace, at, k)) return Leaves::OnePassedOver;
   }
   return Leaves::Nothing;
 }
@@ -215,6 +306,7 @@ Platform Witness::Watched() const {
 const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
 
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
+  if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
   const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
   if (nameInUse == NameInUse::TriesNext) return leaves;
   // A second Add finds the name of the first, or of the twin that could not be read.
@@ -222,7 +314,17 @@ Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break h
   return leaves == Leaves::OneTwinReplaced ? Leaves::Nothing : leaves;
 }
 
+bool PassesOverSilently(const Trace& trace, std::size_t k) {
+  return std::ranges::any_of(trace.deeds, [&](const Deed& deed) {
+    return deed.kind == DeedKind::KeyLookedUp && IsReadingOf(trace, deed.k, k);
+  });
+}
+
 std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {
+  if (PassesOverSilently(trace, k)) return "a record whose keys can't be looked up is left to the next run";
+  for (const auto& deed : trace.deeds) {
+    if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
+  }
   for (const auto& place : kIgnoredPlaces) {
     if (timing == FaultTiming::After && !place.afterToo) continue;
     for (std::size_t index = place.told; index < place.told + place.ignored; ++index) {

@@ -22,6 +22,8 @@ enum class DeedKind : std::uint8_t {
   ModCarriedOut,
   TwinRead,     // a query for one identifier that found its record
   LinkWritten,  // the statement that writes a new identifier into its row
+  Choice,       // a look-up of what an entry may do without: it counts as not there when it fails
+  KeyLookedUp,  // the look-up of a key without which a record is passed over, until the next run
 };
 
 struct Deed {
@@ -68,6 +70,11 @@ enum class Leaves : std::uint8_t {
   OnePassedOver,
   // QuickBooks has a new record and the row does not know: the next runs find the name in use and leave it at that.
   OneWithoutLink,
+  // A field of the row could not be read while the request was filled, which was told. The record went without what was
+  // not set yet, and is the row's from then on.
+  OneIncomplete,
+  // No key could be made for a new row, which was told: the row has none.
+  OneWithoutKey,
 };
 
 // What the send of a table makes of a name in use: a second name, or nothing.
@@ -78,6 +85,9 @@ enum class NameInUse : std::uint8_t { TriesNext, PassesOver };
 
 // Why an error of the call is ignored by design, so that the user is not told; empty: the user has to be told.
 [[nodiscard]] std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing);
+
+// Whether an error of the call passes one record over without a word, so that the next run has to bring it.
+[[nodiscard]] bool PassesOverSilently(const Trace& trace, std::size_t k);
 
 // Whether the call reads or changes nothing but this process's own memory (a field of a row that is fetched, the clock,
 // the screen). A process that dies at it leaves just what one leaves that dies at the call before.

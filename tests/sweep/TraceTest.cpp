@@ -60,6 +60,36 @@ TEST(Trace, A_log_line_is_ignored_and_another_clock_is_not) {
   EXPECT_TRUE(WhyIgnored(trace, 4, kBefore).empty());
 }
 
+TEST(Trace, A_choice_that_can_t_be_read_is_ignored_with_the_reads_behind_it) {
+  const Trace trace = {.names = {"Connection.Execute", "Recordset.FieldAt", "Recordset.Field", "Recordset.FieldAt"},
+                       .deeds = {{.k = 1, .kind = DeedKind::Choice}}};
+  EXPECT_FALSE(WhyIgnored(trace, 1, kBefore).empty());
+  EXPECT_FALSE(WhyIgnored(trace, 2, kAfter).empty());
+  EXPECT_TRUE(WhyIgnored(trace, 3, kBefore).empty());
+  EXPECT_TRUE(WhyIgnored(trace, 4, kBefore).empty());
+  EXPECT_FALSE(PassesOverSilently(trace, 1));
+}
+
+TEST(Trace, A_key_that_can_t_be_looked_up_passes_its_record_over) {
+  const Trace trace = {.names = {"Connection.OpenRecordset", "Recordset.Eof", "Recordset.FieldAt", "Recordset.AddNew"},
+                       .deeds = {{.k = 1, .kind = DeedKind::KeyLookedUp}}};
+  for (std::size_t k = 1; k <= 3; ++k) EXPECT_TRUE(PassesOverSilently(trace, k)) << k;
+  EXPECT_FALSE(PassesOverSilently(trace, 4));
+  EXPECT_FALSE(WhyIgnored(trace, 3, kAfter).empty());
+}
+
+TEST(Trace, An_entry_is_incomplete_where_its_last_fields_can_t_be_read) {
+  const Trace trace = {.names = {"Connection.State", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                                 "Recordset.Field", "Machine.GetPrivateProfileString", "Recordset.Field",
+                                 "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
+                       .deeds = {}};
+  EXPECT_EQ(WhatIsLeft(trace, 1, kBefore, Break::Raise), Leaves::Nothing);
+  EXPECT_EQ(WhatIsLeft(trace, 2, kBefore, Break::Raise), Leaves::OneIncomplete);
+  EXPECT_EQ(WhatIsLeft(trace, 5, kAfter, Break::Raise), Leaves::OneIncomplete);
+  EXPECT_EQ(WhatIsLeft(trace, 6, kBefore, Break::Raise), Leaves::Nothing);
+  EXPECT_EQ(WhatIsLeft(trace, 3, kBefore, Break::Kill), Leaves::Nothing);
+}
+
 TEST(Trace, A_session_that_has_begun_and_raised_has_to_be_told) {
   const Trace trace = {.names = {"Transport.BeginSession"}, .deeds = {}};
   EXPECT_FALSE(WhyIgnored(trace, 1, kBefore).empty());

@@ -8,8 +8,10 @@
 namespace twqb {
 namespace {
 
-const MsgFormState kState{
-    .lblItem = "Sending Clients to QuickBooks...", .Text1 = "ACME1", .pbconv = 45, .txtProg = "12/64 --> 00:00:03"};
+const MsgFormState kState{.action = "Sending Clients to QuickBooks...",
+                          .record = "ACME1",
+                          .percent = 45,
+                          .position = ProgressPosition{.done = 12, .total = 64, .timeLeft = std::chrono::seconds(3)}};
 
 TEST(ProgressLine, Shows_action_bar_per_cent_position_and_record) {
   EXPECT_EQ(FormatProgressLine(kState, 100),
@@ -21,7 +23,7 @@ TEST(ProgressLine, Has_the_label_of_the_position_where_the_bar_need_not_shrink_f
             "Sending Clients to QuickBooks...  [#########-----------]  45%  "
             "Records Processed: 12/64 --> 00:00:03  ACME1");
   auto begun = kState;
-  begun.txtProg.clear();
+  begun.position.reset();
   EXPECT_EQ(FormatProgressLine(begun, 120), "Sending Clients to QuickBooks...  [#########-----------]  45%  ACME1");
   for (std::size_t width = 60; width < 140; ++width) {
     const auto line = FormatProgressLine(kState, width);
@@ -38,26 +40,26 @@ TEST(ProgressLine, Shrinks_the_bar_and_cuts_the_end_on_a_narrow_terminal) {
 
 TEST(ProgressLine, The_bar_does_not_move_with_the_record_in_hand) {
   auto other = kState;
-  other.Text1 = "A much longer name of a client than the one before";
-  other.txtProg = "12/64";
+  other.record = "A much longer name of a client than the one before";
+  other.position->timeLeft.reset();
   EXPECT_EQ(FormatProgressLine(kState, 90).find(']'), FormatProgressLine(other, 90).find(']'));
   EXPECT_LE(ColumnCount(FormatProgressLine(other, 90)), 90U);
 }
 
 TEST(ProgressLine, Leaves_empty_parts_out) {
-  EXPECT_EQ(FormatProgressLine({.lblItem = "Reading..."}, 120), "Reading...  [--------------------]   0%");
-  EXPECT_EQ(FormatProgressLine({.pbconv = 100}, 120), "[####################] 100%");
+  EXPECT_EQ(FormatProgressLine({.action = "Reading..."}, 120), "Reading...  [--------------------]   0%");
+  EXPECT_EQ(FormatProgressLine({.percent = 100}, 120), "[####################] 100%");
 }
 
 TEST(ProgressLine, Texts_of_records_can_not_steer_the_terminal) {
   auto state = kState;
-  state.Text1 = "x\x1b[2J\r\ny";
+  state.record = "x\x1b[2J\r\ny";
   EXPECT_TRUE(FormatProgressLine(state, 120).ends_with("  x?[2J y"));
 }
 
 TEST(ProgressLine, A_per_cent_outside_the_bar_is_held_at_its_ends) {
-  EXPECT_EQ(FormatProgressLine({.pbconv = 250}, 120), "[####################] 100%");
-  EXPECT_EQ(FormatProgressLine({.pbconv = -1}, 120), "[--------------------]   0%");
+  EXPECT_EQ(FormatProgressLine({.percent = 250}, 120), "[####################] 100%");
+  EXPECT_EQ(FormatProgressLine({.percent = -1}, 120), "[--------------------]   0%");
 }
 
 }  // namespace

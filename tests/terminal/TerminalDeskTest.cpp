@@ -27,11 +27,15 @@ const MessageBox kRetryCancel{.text = "Busy.", .title = "WARNING", .buttons = Bo
 
 constexpr std::string_view kClearLine = "\r\x1b[K";
 
-MsgFormState Progress(std::string position, int percent, std::string record = "") {
-  return {.lblItem = "Sending Clients to QuickBooks...",
-          .Text1 = std::move(record),
-          .pbconv = percent,
-          .txtProg = std::move(position)};
+using Position = ProgressPosition;
+constexpr auto kNone = std::nullopt;
+using std::chrono::seconds;
+
+MsgFormState Progress(std::optional<Position> position, int percent, std::string record = "") {
+  return {.action = "Sending Clients to QuickBooks...",
+          .record = std::move(record),
+          .percent = percent,
+          .position = position};
 }
 
 std::size_t CountOf(std::string_view text, char c) { return static_cast<std::size_t>(std::ranges::count(text, c)); }
@@ -184,9 +188,9 @@ TEST_F(TerminalDeskTest, A_file_is_asked_for_until_it_exists_and_starts_at_the_f
 
 TEST_F(TerminalDeskTest, Progress_is_one_line_rewritten_in_place_and_kept_at_the_end) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
   EXPECT_THAT(Shown(), AllOf(HasSubstr("\n\rSending Clients to QuickBooks...  [-----"), EndsWith("  0%\x1b[K")));
-  desk.UpdateMsgForm(Progress("64/64 --> 00:00:00", 100, "ACME1"));
+  desk.UpdateMsgForm(Progress(Position{64, 64, seconds(0)}, 100, "ACME1"));
   EXPECT_EQ(Shown(),
             "\rSending Clients to QuickBooks...  [####################] 100%  "
             "Records Processed: 64/64 --> 00:00:00  ACME1\x1b[K");
@@ -196,23 +200,23 @@ TEST_F(TerminalDeskTest, Progress_is_one_line_rewritten_in_place_and_kept_at_the
 
 TEST_F(TerminalDeskTest, The_forms_heading_stands_above_the_progress_once_and_tells_a_person_how_to_cancel) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
   EXPECT_THAT(Shown(), StartsWith("Tallywick QuickBooks data Transfer (Ctrl-C: Cancel)\n"));
-  desk.ShowMsgForm({.lblItem = "Sending Projects..."}, [] {});
+  desk.ShowMsgForm({.action = "Sending Projects..."}, [] {});
   EXPECT_THAT(Shown(), Not(HasSubstr("Transfer")));
   desk.UnloadMsgForm();
   static_cast<void>(Shown());
-  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
   EXPECT_THAT(Shown(), StartsWith("Tallywick QuickBooks data Transfer"));
   auto& unattended = Open(Person::Absent);
   static_cast<void>(Shown());
-  unattended.ShowMsgForm(Progress("", 0), [] {});
+  unattended.ShowMsgForm(Progress(kNone, 0), [] {});
   EXPECT_THAT(Shown(), StartsWith("Tallywick QuickBooks data Transfer\n"));
 }
 
 TEST_F(TerminalDeskTest, Progress_without_a_record_leaves_nothing_behind) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
   EXPECT_NE(Shown(), "");
   desk.UnloadMsgForm();
   EXPECT_EQ(Shown(), kClearLine);
@@ -220,10 +224,10 @@ TEST_F(TerminalDeskTest, Progress_without_a_record_leaves_nothing_behind) {
 
 TEST_F(TerminalDeskTest, Progress_is_drawn_no_oftener_than_the_eye_follows) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
   const auto start = std::chrono::steady_clock::now();
   for (int i = 1; i <= 2000; ++i) {
-    desk.UpdateMsgForm(Progress(std::to_string(i) + "/4000", i / 40));
+    desk.UpdateMsgForm(Progress(Position{i, 4000}, i / 40));
     desk.PumpMessages();
   }
   const auto spent = std::chrono::steady_clock::now() - start;
@@ -235,45 +239,45 @@ TEST_F(TerminalDeskTest, Progress_is_drawn_no_oftener_than_the_eye_follows) {
 
 TEST_F(TerminalDeskTest, What_the_form_still_names_from_before_is_not_drawn_for_a_new_action) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("8/10 --> 00:00:01", 0, "OLDONE"), [] {});
+  desk.ShowMsgForm(Progress(Position{8, 10, seconds(1)}, 0, "OLDONE"), [] {});
   EXPECT_THAT(Shown(), EndsWith("  0%\x1b[K"));
-  desk.UpdateMsgForm(Progress("3/3", 100, "OLDONE"));
+  desk.UpdateMsgForm(Progress(Position{3, 3}, 100, "OLDONE"));
   EXPECT_THAT(Shown(), EndsWith("3/3\x1b[K"));
-  desk.UpdateMsgForm(Progress("3/3", 100, "ACME1"));
+  desk.UpdateMsgForm(Progress(Position{3, 3}, 100, "ACME1"));
   EXPECT_THAT(Shown(), EndsWith("3/3  ACME1\x1b[K"));
 }
 
 TEST_F(TerminalDeskTest, An_unchanged_line_is_not_drawn_again) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
-  desk.UpdateMsgForm(Progress("64/64", 100));
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
+  desk.UpdateMsgForm(Progress(Position{64, 64}, 100));
   EXPECT_NE(Shown(), "");
-  desk.UpdateMsgForm(Progress("64/64", 100));
-  desk.UpdateMsgForm(Progress("64/64", 100));
+  desk.UpdateMsgForm(Progress(Position{64, 64}, 100));
+  desk.UpdateMsgForm(Progress(Position{64, 64}, 100));
   EXPECT_EQ(Shown(), "");
 }
 
 TEST_F(TerminalDeskTest, The_estimate_stays_while_the_next_position_has_none_yet) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
-  desk.UpdateMsgForm(Progress("1/3 --> 00:00:09", 33));
-  desk.UpdateMsgForm(Progress("2/3", 100));  // drawn at once
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
+  desk.UpdateMsgForm(Progress(Position{1, 3, seconds(9)}, 33));
+  desk.UpdateMsgForm(Progress(Position{2, 3}, 100));  // drawn at once
   EXPECT_THAT(Shown(), HasSubstr("2/3 --> 00:00:09"));
 }
 
 TEST_F(TerminalDeskTest, A_new_action_begins_a_new_line_when_the_one_before_counted_records) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
-  desk.UpdateMsgForm(Progress("2/2", 100));
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
+  desk.UpdateMsgForm(Progress(Position{2, 2}, 100));
   static_cast<void>(Shown());
-  desk.ShowMsgForm({.lblItem = "Sending Projects..."}, [] {});
+  desk.ShowMsgForm({.action = "Sending Projects..."}, [] {});
   EXPECT_THAT(Shown(), StartsWith("\n\rSending Projects..."));
 }
 
 TEST_F(TerminalDeskTest, A_box_takes_the_place_of_the_progress_line_and_the_line_comes_back) {
   auto& desk = Open(Person::There);
-  desk.ShowMsgForm(Progress("", 0), [] {});
-  desk.UpdateMsgForm(Progress("12/12", 100));
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
+  desk.UpdateMsgForm(Progress(Position{12, 12}, 100));
   static_cast<void>(Shown());
   Type("y\n");
   desk.ShowMessageBox(kYesNo);
@@ -283,12 +287,12 @@ TEST_F(TerminalDeskTest, A_box_takes_the_place_of_the_progress_line_and_the_line
 
 TEST_F(TerminalDeskTest, Output_to_a_file_is_a_plain_line_an_action_and_the_last_position) {
   auto& desk = Open(Person::Absent, Output::File);
-  desk.ShowMsgForm(Progress("", 0), [] {});
-  desk.ShowMsgForm(Progress("", 0), [] {});
-  desk.UpdateMsgForm(Progress("1/64 --> 00:00:10", 1, "A\x1b[1m"));
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
+  desk.UpdateMsgForm(Progress(Position{1, 64, seconds(10)}, 1, "A\x1b[1m"));
   desk.PumpMessages();
   desk.ShowMessageBox(kNotice);
-  desk.UpdateMsgForm(Progress("64/64 --> 00:00:00", 100));
+  desk.UpdateMsgForm(Progress(Position{64, 64, seconds(0)}, 100));
   desk.UnloadMsgForm();
   desk.Beep();
   const auto shown = Shown();
@@ -308,7 +312,7 @@ TEST_F(TerminalDeskTest, The_beep_rings_only_for_a_person) {
 TEST_F(TerminalDeskTest, An_interrupt_presses_Cancel_in_the_next_pump_once) {
   auto& desk = Open(Person::There);
   int pressed = 0;
-  desk.ShowMsgForm(Progress("", 0), [&] {
+  desk.ShowMsgForm(Progress(kNone, 0), [&] {
     ++pressed;
     desk.PumpMessages();  // as the form's Cancel button does
   });
@@ -326,7 +330,7 @@ TEST_F(TerminalDeskTest, An_interrupt_presses_Cancel_in_the_next_pump_once) {
 TEST_F(TerminalDeskTest, An_interrupt_while_Cancel_is_confirmed_is_no_further_press) {
   auto& desk = Open(Person::There);
   int pressed = 0;
-  desk.ShowMsgForm(Progress("", 0), [&] {
+  desk.ShowMsgForm(Progress(kNone, 0), [&] {
     ++pressed;
     raise(SIGINT);
   });
@@ -339,7 +343,7 @@ TEST_F(TerminalDeskTest, An_interrupt_while_Cancel_is_confirmed_is_no_further_pr
 TEST_F(TerminalDeskTest, A_press_may_unload_the_form) {
   auto& desk = Open(Person::There);
   bool pressed = false;
-  desk.ShowMsgForm(Progress("", 0), [&] {
+  desk.ShowMsgForm(Progress(kNone, 0), [&] {
     desk.UnloadMsgForm();
     pressed = true;
   });
@@ -358,17 +362,17 @@ TEST_F(TerminalDeskTest, Interrupts_are_the_forms_only_while_it_is_shown_to_a_pe
   auto& desk = Open(Person::There);
   raise(SIGINT);
   EXPECT_EQ(interruptsOfOurs, 1) << "no form yet";
-  desk.ShowMsgForm(Progress("", 0), [] {});
+  desk.ShowMsgForm(Progress(kNone, 0), [] {});
   raise(SIGINT);
   EXPECT_EQ(interruptsOfOurs, 1) << "the form's";
   desk.UnloadMsgForm();
   raise(SIGINT);
   EXPECT_EQ(interruptsOfOurs, 2) << "the form is gone";
-  desk.ShowMsgForm(Progress("", 0), nullptr);
+  desk.ShowMsgForm(Progress(kNone, 0), nullptr);
   raise(SIGINT);
   EXPECT_EQ(interruptsOfOurs, 3) << "a form that can't be cancelled";
   auto& unattended = Open(Person::Absent);
-  unattended.ShowMsgForm(Progress("", 0), [] {});
+  unattended.ShowMsgForm(Progress(kNone, 0), [] {});
   raise(SIGINT);
   EXPECT_EQ(interruptsOfOurs, 4) << "nobody to confirm a Cancel";
 }
@@ -377,7 +381,7 @@ TEST_F(TerminalDeskTest, Interrupts_that_the_process_was_started_to_ignore_stay_
   const InterruptsAre ignored(SIG_IGN);
   auto& desk = Open(Person::There);
   int pressed = 0;
-  desk.ShowMsgForm(Progress("", 0), [&] { ++pressed; });
+  desk.ShowMsgForm(Progress(kNone, 0), [&] { ++pressed; });
   raise(SIGINT);
   desk.PumpMessages();
   EXPECT_EQ(pressed, 0);

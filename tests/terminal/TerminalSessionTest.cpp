@@ -95,17 +95,18 @@ enum Outcome : int { kCancelled = 10, kRanToTheEnd = 11 };
 int Transfer(TerminalDesk& desk) {
   bool asked = false;
   bool cancelled = false;
-  desk.ShowMsgForm({.lblItem = "Sending Clients to QuickBooks..."}, [&] {
+  desk.ShowMsgForm({.action = "Sending Clients to QuickBooks..."}, [&] {
     cancelled = desk.ShowMessageBox(kConfirmation) == BoxAnswer::Yes;
     asked = true;
   });
   for (int i = 1; !asked; ++i) {
-    desk.UpdateMsgForm({.lblItem = "Sending Clients to QuickBooks...", .txtProg = std::to_string(i) + "/9999"});
+    desk.UpdateMsgForm({.action = "Sending Clients to QuickBooks...", .position = ProgressPosition{i, 9999}});
     desk.PumpMessages();
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
   }
   if (!cancelled) {
-    desk.UpdateMsgForm({.lblItem = "Sending Clients to QuickBooks...", .pbconv = 100, .txtProg = "9999/9999"});
+    desk.UpdateMsgForm(
+        {.action = "Sending Clients to QuickBooks...", .percent = 100, .position = ProgressPosition{9999, 9999}});
     desk.PumpMessages();
   }
   desk.UnloadMsgForm();
@@ -189,7 +190,7 @@ TEST(TerminalSession, Without_the_form_Ctrl_C_ends_the_process) {
 
 TEST(TerminalSession, No_line_of_progress_is_as_wide_as_the_terminal) {
   TerminalSession session([](TerminalDesk& desk) {
-    desk.ShowMsgForm({.lblItem = std::string(200, 'x')}, nullptr);
+    desk.ShowMsgForm({.action = std::string(200, 'x')}, nullptr);
     desk.UnloadMsgForm();
     return 0;
   });

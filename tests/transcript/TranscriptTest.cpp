@@ -158,17 +158,22 @@ TEST_F(Transcript, A_question_that_the_desk_gives_up_is_written_without_an_answe
 
 TEST_F(Transcript, The_progress_form_has_its_four_fields_and_keeps_the_last_to_its_end) {
   bool cancelled = false;
-  platform_.desk->ShowMsgForm({.caption = "c", .lblItem = "Sending Clients to QuickBooks..."},
+  platform_.desk->ShowMsgForm({.caption = "c", .action = "Sending Clients to QuickBooks..."},
                               [&] { cancelled = true; });
-  platform_.desk->UpdateMsgForm({.lblItem = "Sending", .Text1 = "Acme", .pbconv = 50, .txtProg = "1 of 2"});
+  MsgFormState state{.action = "Sending", .record = "Acme", .percent = 50, .position = ProgressPosition{1, 2}};
+  platform_.desk->UpdateMsgForm(state);
+  state.position->timeLeft = std::chrono::seconds(3);
+  platform_.desk->UpdateMsgForm(state);
   platform_.desk->UnloadMsgForm();
   const std::vector<std::string> expected = {
       R"({"kind":"form","form":"msgForm","event":"show","lblItem":"Sending Clients to QuickBooks...","Text1":"",)"
       R"("pbconv":0,"txtProg":""})",
       R"({"kind":"form","form":"msgForm","event":"update","lblItem":"Sending","Text1":"Acme","pbconv":50,)"
-      R"("txtProg":"1 of 2"})",
+      R"("txtProg":"1/2"})",
+      R"({"kind":"form","form":"msgForm","event":"update","lblItem":"Sending","Text1":"Acme","pbconv":50,)"
+      R"("txtProg":"1/2 --> 00:00:03"})",
       R"({"kind":"form","form":"msgForm","event":"unload","lblItem":"Sending","Text1":"Acme","pbconv":50,)"
-      R"("txtProg":"1 of 2"})"};
+      R"("txtProg":"1/2 --> 00:00:03"})"};
   EXPECT_EQ(Lines(), expected);
   fakes_.desk.onCancel();
   EXPECT_TRUE(cancelled);

@@ -1,0 +1,147 @@
+#include "adapters/companyfile/MessageSetMemory.h"
+
+#include <fmt/format.h>
+
+#include <pugixml.hpp>
+
+#include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/XmlText.h"
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+
+namespace twqb::company {
+
+namespace {
+
+constexpr int kInOrder = 0;
+constexpr int kNothingStored = 600;  // under the old identifier; it can mean that another company file is open now
+constexpr int kOtherContent = 9001;
+constexpr int kNoStoredAnswer = 9002;  // the set may have run
+constexpr int kIdTooLong = 9004;
+constexpr int kAnswerNotStored = 9005;  // though the set has run
+
+constexpr std::string_view kClearAll = "ClearAllMessageSets";
+constexpr messages::Version kFirstVersion = {2, 0};
+
+// Whether identifiers of 24 characters are taken is not settled.
+constexpr std::size_t LongestId(RecoveryReading reading) { return reading == RecoveryReading::Strict ? 23 : 24; }
+
+// A hash of 64 bits, and the length. It need not withstand anybody who looks for a collision.
+std::string HashOf(std::string_view text) {
+  constexpr std::uint64_t kOffset = 14695981039346656037U;
+  constexpr std::uint64_t kPrime = 1099511628211U;
+  auto hash = kOffset;
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
+  return fmt::format("{:016x}-{}", hash, text.size());
+}
+
+// The answers with their statuses, without the records in them.
+std::string WithoutRecords(const std::string& elements) {
+  pugi::xml_document answers;
+  answers.load_buffer(elements.data(), elements.size(),
+                      pugi::parse_minimal | pugi::parse_escapes | pugi::parse_fragment, pugi::encoding_utf8);
+  std::string text;
+  for (const auto answer : answers.children()) {
+    text.append("<").append(answer.name());
+    for (const auto attribute : answer.attributes()) AppendAttribute(text, attribute.name(), attribute.value());
+    text.append(">");
+    AppendCloseTag(text, answer.name());
+  }
+  return text;
+}
+
+}  // namespace
+
+MessageSetMemory::MessageSetMemory(CompanyStore& store, const std::string& application, const RequestSet& set,
+                                   Machine& machine)
+    : store_(store), set_(set), attributes_(set.Attributes()), sets_(store.Database(), application), machine_(machine) {
+  if (!attributes_.Any()) return;
+  reading_ = store.ReadConditions().recovery;
+  // The published schemas with these attributes begin with version 2.0; older documents are said to have had them too.
+  if (IsStrict() && set.GetForm().version < kFirstVersion) {
+    RefuseDocument("The attributes of the set are not known in this message version.");
+  }
+  // What a checksum is of is not settled: the text to the letter, or what it says.
+  if (!attributes_.newId.empty()) checksum_ = HashOf(IsStrict() ? std::string(set.ContentText()) : set.ParsedContent());
+}
+
+std::optional<SetAnswer> MessageSetMemory::AnswerWithoutRunning() {
+  const auto& [newId, oldId, data] = attributes_;
+  if (newId.empty() && oldId.empty()) return std::nullopt;
+  const auto longest = LongestId(reading_);
+  if (CharacterCount(newId) > longest || CharacterCount(oldId) > longest) return Coded(kIdTooLong);
+  if (newId.empty()) return AnswerOldAlone();
+  if (newId == oldId && set_.Requests().empty()) return AnswerStatusCheck();
+  if (const auto stored = sets_.Find(newId)) {
+    if (!stored->answer || stored->checksum != checksum_) return Coded(kOtherContent);
+    return Coded(kInOrder, Remembered(*stored));
+  }
+  if (!oldId.empty()) sets_.Remove(oldId);
+  return std::nullopt;
+}
+
+SetAnswer MessageSetMemory::AnswerStatusCheck() {
+  const auto stored = sets_.Find(attributes_.newId);
+  if (stored && stored->answer) return Coded(kInOrder, Remembered(*stored));
+  // Whether an identifier that is not known is told as one that never came or as one that has no answer is not settled,
+  // nor whether asking takes the identifier, so that no set can come under it any more.
+  if (!IsStrict()) return Coded(kNothingStored);
+  if (!stored) Put({});
+  return Coded(kNoStoredAnswer);
+}
+
+std::optional<SetAnswer> MessageSetMemory::AnswerOldAlone() {
+  const bool asksOnly = set_.Requests().empty();
+  if (asksOnly && attributes_.oldId == kClearAll) {
+    sets_.Clear();
+    return Coded(kInOrder);
+  }
+  const auto stored = sets_.Find(attributes_.oldId);
+  if (!stored) return Coded(kNothingStored);
+  sets_.Remove(attributes_.oldId);
+  if (!asksOnly) return std::nullopt;
+  // What a clear hands out of what it cleared is not settled.
+  return Coded(kInOrder, IsStrict() ? std::string{} : Remembered(*stored));
+}
+
+SetAnswer MessageSetMemory::Finish(std::string elements) {
+  SetAnswer answer{.elements = std::move(elements), .newId = {}, .code = {}};
+  if (!attributes_.Any()) return answer;
+  if (attributes_.data == ResponseData::IncludeNone) answer.elements = WithoutRecords(answer.elements);
+  // Whether a set that runs for the first time is answered with its identifier and a code is not settled.
+  if (!IsStrict()) {
+    answer.newId = attributes_.newId;
+    answer.code = kInOrder;
+    if (!attributes_.newId.empty()) Put(answer.elements);
+  }
+  return answer;
+}
+
+void MessageSetMemory::RememberAfterwards(SetAnswer& answer) {
+  // At what moment the answer is stored is not settled. Where it is stored behind what the set did, QuickBooks can end
+  // between the two: then the identifier is not known, and the work is done all the same.
+  if (attributes_.newId.empty() || !IsStrict()) return;
+  try {
+    auto transaction = store_.Begin(SqliteTransaction::Purpose::Write);
+    Put(answer.elements);
+    transaction.Commit();
+  } catch (const PlatformError&) {
+    answer = Coded(kAnswerNotStored);
+  }
+}
+
+SetAnswer MessageSetMemory::Coded(int code, std::string elements) const {
+  return {.elements = std::move(elements), .newId = attributes_.newId, .code = code};
+}
+
+// What is told of a set beside the statuses of its requests is not settled.
+std::string MessageSetMemory::Remembered(const StoredSet& set) const {
+  const auto answer = set.answer.value_or(std::string{});
+  return IsStrict() || attributes_.data == ResponseData::IncludeNone ? WithoutRecords(answer) : answer;
+}
+
+void MessageSetMemory::Put(const std::optional<std::string>& answer) {
+  sets_.Put(attributes_.newId, {.checksum = checksum_, .answer = answer}, ReadClock(machine_).now);
+}
+
+}  // namespace twqb::company

@@ -1,0 +1,282 @@
+#include <fmt/format.h>
+
+#include <optional>
+#include <set>
+
+#include "engine/ListTable.h"
+#include "engine/RecordReader.h"
+#include "messages/StatusCodes.h"
+#include "quickbooks/Requests.h"
+#include "services/Conversions.h"
+#include "services/Events.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+namespace {
+
+class ListSendWork final : public RowWork {
+ public:
+  ListSendWork(const Table& table, const ListTable& list, const SendCall& call)
+      : table_(table), list_(list), send_(list.send), rule_(call.rule), session_(call.session), run_(call.run) {}
+
+  RowEnd TakeRow(RowWalk& walk) override {
+    walk_ = &walk;
+    record_ = {};
+    tried_.clear();
+    end_ = RowEnd::Done;
+    if (const auto admission = send_.admit == nullptr ? Admission::Admitted : send_.admit(Row());
+        admission != Admission::Admitted) {
+      return admission == Admission::Lacking ? RowEnd::Lacking : RowEnd::Done;
+    }
+    walk.BeginRow(kCallbackRecord);
+    ReadRow();
+    if (!record_.passedOver) SendRow();
+    return end_;
+  }
+
+  [[nodiscard]] bool PassesOver(const PlatformError& raised) const override {
+    return send_.passesOver != nullptr && send_.passesOver(raised);
+  }
+  [[nodiscard]] std::string RowInHand() const override { return record_.key; }
+
+ private:
+  [[nodiscard]] const ado::Recordset& Row() const { return walk_->Row(); }
+
+  void ReadRow() {
+    record_.key = ColumnText(Row(), list_.keyColumn);
+    walk_->CountRow(
+        [&] { return send_.progressColumn.empty() ? record_.key : ColumnText(Row(), send_.progressColumn); });
+    record_.linkId = ColumnText(Row(), send_.linkColumn);
+    record_.countedName = record_.key;
+    record_.lastUpdatedIsNull = IsNull(Row().Field("LastUpdated"));
+    if (send_.readRow != nullptr) send_.readRow(Row(), record_);
+  }
+
+  void SendRow() {
+    auto messageSet = RequireMsgSetRequest(session_);
+    if (!FindTwin()) return;
+    switch (WayOf()) {
+      case InVersion1::AddAnew:
+        AddRecord(messageSet, 0);
+        break;
+      case InVersion1::Modify:
+        ModifyTwin(messageSet);
+        break;
+      case InVersion1::LeaveAlone:
+        break;
+    }
+  }
+
+  // A dead link goes down the way of an Add. False: the link names no single record, and the row stays as it is.
+  bool FindTwin() {
+    if (record_.linkId.empty()) return true;
+    RecordList twins;
+    if (!ApplyQBFiltersAndReadRecords(table_, table_.reads.front(), twins, session_, {.strID = record_.linkId}, run_)) {
+      record_.linkId.clear();
+      return true;
+    }
+    if (twins.Count() != 1) return false;
+    record_.twin = twins.At(0);
+    return true;
+  }
+
+  // What is done with the row, now that its twin has been looked for.
+  [[nodiscard]] InVersion1 WayOf() const {
+    if (record_.linkId.empty()) return InVersion1::AddAnew;
+    return Vars().g_QBMajorVer == 1 ? send_.inVersion1 : InVersion1::Modify;
+  }
+
+  void ModifyTwin(MsgSetRequest& messageSet) {
+    const auto& twin = record_.twin;
+    if (rule_ == TwinRule::LeaveAlone) return;
+    if (send_.announces == Announces::PairsThatGo && !TwinMoves(twin)) return;
+    TellRecordId(record_.linkId);
+    const auto request = messageSet.Append(send_.modRequestOf == nullptr ? send_.modRequest : send_.modRequestOf(twin));
+    request["ListID"].SetValue(twin["ListID"].GetValue());
+    request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
+    if (send_.announces == Announces::EveryPair && !TwinMoves(twin)) return;
+    if (!IsFilled(request, RequestKind::Mod)) return;
+    const auto sent = Exchange(messageSet, request, RequestKind::Mod, 0);
+    // Nothing is written back after a Mod.
+    if (!sent.refusal) return;
+    if (*sent.refusal != Refusal::TryNextName) {
+      EndRefused(*sent.refusal, sent.answer.GetAt(0));
+      return;
+    }
+    // The name that the Mod would have given is in use: the record is added anew, in the same set.
+    tried_.insert(NameOf(request));
+    if (!AddRecord(messageSet, 1)) EndRefused(Refusal::AskInItsOwnBox, sent.answer.GetAt(0));
+  }
+
+  [[nodiscard]] bool TwinMoves(const Record& twin) const {
+    return PairMoves(Direction::Send, rule_, twin,
+                     [&] { return record_.date ? *record_.date : RowDate(list_, Row()); });
+  }
+
+  // Fills the request; False: it is not to go.
+  bool IsFilled(const RequestField& request, RequestKind kind) {
+    const auto filling = FillRequest(send_, request, Row(), kind, record_);
+    if (filling == Filling::EndTable) end_ = RowEnd::LeaveTable;
+    return filling == Filling::Filled;
+  }
+
+  [[nodiscard]] std::string NameOf(const RequestField& request) const {
+    return send_.nameOf != nullptr ? send_.nameOf(request) : request["Name"].GetValue();
+  }
+
+  // The last answer to a set; without a refusal the request went through.
+  struct Exchanged {
+    MsgSetResponse answer;
+    std::optional<Refusal> refusal;
+  };
+
+  // Sends the set, and again as long as the table mends the request, whose response is the one of that index.
+  Exchanged Exchange(const MsgSetRequest& messageSet, const RequestField& request, RequestKind kind,
+                     std::size_t index) {
+    for (int resends = 0;; ++resends) {
+      auto answer = session_.DoRequests(messageSet);
+      const auto& response = answer.GetAt(index);
+      if (response.StatusCode() == status::kOk) return {std::move(answer), std::nullopt};
+      const auto refusal = Settle({.request = request,
+                                   .response = response,
+                                   .kind = kind,
+                                   .record = record_,
+                                   .row = Row(),
+                                   .resends = resends});
+      if (refusal != Refusal::SendAgain) return {std::move(answer), refusal};
+    }
+  }
+
+  Refusal Settle(const RefusedRequest& refused) {
+    return ApplyRule(RuleFor(send_.rules, refused), refused, run_.g_Cancelled);
+  }
+
+  // A name in use is tried again with a counter behind it. The set is not made anew: every round sends the earlier
+  // requests again, and only the response of the last one counts. False when the first name was tried before.
+  bool AddRecord(MsgSetRequest& messageSet, std::size_t retryIndex) {
+    const auto baseName = record_.countedName;
+    std::optional<Exchanged> sent;
+    for (;; ++retryIndex) {
+      const auto lastName = record_.countedName;
+      if (retryIndex > 0) record_.countedName = fmt::format("{}{}", baseName, retryIndex);
+      const auto request = messageSet.Append(send_.addRequest);
+      if (!IsFilled(request, RequestKind::Add)) return true;
+      // A cut that takes the counter off again must end the rounds.
+      if (!tried_.insert(NameOf(request)).second) {
+        record_.countedName = lastName;
+        if (!sent) return false;
+        EndNamesSpent(request, sent->answer.GetAt(retryIndex - 1));
+        return true;
+      }
+      sent.emplace(Exchange(messageSet, request, RequestKind::Add, retryIndex));
+      const auto& response = sent->answer.GetAt(retryIndex);
+      if (!sent->refusal) {
+        WriteLinkBack(response.Detail()["ListID"].GetValue());
+        return true;
+      }
+      if (*sent->refusal != Refusal::TryNextName) {
+        EndRefused(*sent->refusal, response);
+        return true;
+      }
+    }
+  }
+
+  void EndNamesSpent(const RequestField& request, const Response& response) {
+    EndRefused(Settle({.request = request,
+                       .response = response,
+                       .kind = RequestKind::Add,
+                       .record = record_,
+                       .row = Row(),
+                       .namesSpent = true}),
+               response);
+  }
+
+  void EndRefused(Refusal refusal, const Response& response) {
+    switch (refusal) {
+      case Refusal::AskInTheBox:
+        if (Asks({.text = RefusedText(response) + "\r\n\r\nDo you want to continue?",
+                  .title = "Error",
+                  .icon = BoxIcon::Question,
+                  .buttons = BoxButtons::YesNo}) == BoxAnswer::No) {
+          run_.g_Cancelled = true;
+        }
+        break;
+      case Refusal::AskInItsOwnBox:
+        Asks({.text = RefusedText(response), .title = "Error", .icon = BoxIcon::Information});
+        AskForTheRest();
+        break;
+      case Refusal::AskToGoOn:
+        AskForTheRest();
+        break;
+      case Refusal::EndTable:
+        run_.g_Cancelled = true;
+        break;
+      case Refusal::LeaveTable:
+        end_ = RowEnd::LeaveTable;
+        break;
+      case Refusal::PassOverLacking:
+        end_ = RowEnd::Lacking;
+        break;
+      case Refusal::PassOver:
+      case Refusal::TryNextName:
+      case Refusal::SendAgain:
+        break;
+    }
+  }
+
+  void WriteLinkBack(const std::string& listId) {
+    TellRecordId(record_.key);
+    // The key goes in as it is: a key with a quote fails the statement and ends in the error path.
+    walk_->Connection().Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' WHERE {} = '{}';", list_.tableName, listId,
+                                            list_.keyColumn, record_.key),
+                                nullptr);
+    Vars().g_NewQBLinkID = listId;
+    if (record_.lastUpdatedIsNull) {
+      walk_->Connection().Execute(LastUpdatedStatement(LocalToUTC(TheMachine().Now())), nullptr);
+    }
+  }
+
+  [[nodiscard]] std::string LastUpdatedStatement(Date utc) const {
+    if (send_.lastUpdatedStatement != nullptr) return send_.lastUpdatedStatement(record_.key, utc);
+    return fmt::format("UPDATE {} SET LastUpdated = '{}' WHERE {} = '{}';", list_.tableName,
+                       FormatSQLDate(utc, DateForm::WithTime), list_.keyColumn, record_.key);
+  }
+
+  // QuickBooks' message and the record line, where the table tells the record.
+  [[nodiscard]] std::string RefusedText(const Response& response) const {
+    const auto line = RecordLine();
+    return QBErrorText(response) + (line.empty() ? "" : "\r\n\r\n" + line);
+  }
+  [[nodiscard]] std::string RecordLine() const {
+    if (send_.recordLine != nullptr) return send_.recordLine(Row(), record_);
+    return send_.recordLabel.empty() ? "" : fmt::format("[{} = \"{}\"]", send_.recordLabel, record_.key);
+  }
+
+  static BoxAnswer Asks(const MessageBox& box) { return TheDesk().ShowMessageBox(box); }
+  void AskForTheRest() const {
+    if (Asks({.text = "Do you want to transfer rest of the records?", .buttons = BoxButtons::YesNo}) == BoxAnswer::No) {
+      run_.g_Cancelled = true;
+    }
+  }
+
+  const Table& table_;
+  const ListTable& list_;
+  const ListSend& send_;
+  const TwinRule rule_;
+  QBSessionManager& session_;
+  Run& run_;
+  RowWalk* walk_ = nullptr;
+  SendRecord record_;
+  RowEnd end_ = RowEnd::Done;    // of the row in hand
+  std::set<std::string> tried_;  // names of the record in hand, as cut
+};
+
+}  // namespace
+
+void SendList(const Table& table, const ListTable& list, const SendCall& call) {
+  ListSendWork work(table, list, call);
+  RowWalk(list.send.texts, call.run).Walk(call.sql, work);
+}
+
+}  // namespace twqb

@@ -1,0 +1,101 @@
+#include "engine/RecordWalk.h"
+
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+void RecordWalk::Walk(std::size_t progressFrom, RecordWork& work) {
+  if (const auto raised = CatchError([&] { TakeAll(progressFrom, work); })) {
+    // Ahead of the records, or at their end: there is nothing to go on with.
+    run_.g_TableOk = TableOk::False;
+    ErrorHandler(raised->number(), raised->description(), texts_.routine);
+    WriteLog(std::string(texts_.log) + name_);
+  }
+  work.Abandon();
+  // The caller's connection stays the caller's; the form stays for the dispatcher to take down.
+  CloseObjects(run_, FormToo::Leave, nullptr, &rows_, &ownConnection_);
+}
+
+void RecordWalk::TakeAll(std::size_t progressFrom, RecordWork& work) {
+  const auto& records = call_.records;
+  // Nothing to do is a good end.
+  if (records.Count() == 0) {
+    run_.g_TableOk = TableOk::True;
+    return;
+  }
+  if (call_.dependent == Dependent::Yes && connection_ == nullptr && !texts_.missingConnection.empty()) {
+    TheDesk().ShowMessageBox({.text = std::string(texts_.missingConnection)});
+    return;
+  }
+  if (connection_ == nullptr) {
+    ownConnection_ = Vars().platform.database->CreateConnection();
+    connection_ = ownConnection_.get();
+  }
+  // All writes go through this recordset.
+  OpenConnection(*connection_, &rows_, tableName_);
+  showsProgress_ = call_.dependent == Dependent::No && records.Count() >= progressFrom && run_.ShowsProgress();
+  if (showsProgress_) ShowMsgForm(texts_.shown);
+  work.Prepare(*this);
+  bool lacking = false;
+  for (const auto& record : records) {
+    name_.clear();
+    lacking = TakeRecord(work, record) == RecordEnd::Lacking || lacking;
+    if (!EndRecord()) break;
+  }
+  if (lacking) TellLacking(texts_.lacking, run_);
+}
+
+RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
+  auto end = RecordEnd::Done;
+  const auto raised = CatchError([&] {
+    TheDesk().PumpMessages();
+    run_.g_TableOk = TableOk::False;
+    ++counter_;
+    if (showsProgress_) {
+      UpdateProgressBar(static_cast<std::int64_t>(call_.records.Count()), counter_);
+      if (const auto shown = work.ShownOf(record)) SetProgressText(*shown);
+      TheDesk().PumpMessages();
+    }
+    end = work.TakeRecord(*this, record);
+  });
+  if (raised) AskAfterError(work, *raised);
+  return end;
+}
+
+ado::Recordset& RecordWalk::Rows() const {
+  if (!rows_) throw PlatformError(error::kObjectNothing);
+  return *rows_;
+}
+
+void RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
+  // A half-written row must not be in the way of the next record.
+  IgnoreErrors([&] {
+    if (rows_ && rows_->EditState() != ado::EditMode::None) rows_->CancelUpdate();
+  });
+  work.Abandon();
+  run_.g_TableOk = TableOk::False;
+  ErrorHandler(raised.number(), raised.description(), texts_.routine);
+  WriteLog(std::string(texts_.log) + name_);
+  const auto answer = TheDesk().ShowMessageBox({.text = "Do you want to continue transfering rest of the records?",
+                                                .title = "Question",
+                                                .buttons = BoxButtons::YesNo});
+  if (answer == BoxAnswer::Yes) {
+    run_.g_TableOk = TableOk::GoOn;
+    run_.g_Cancelled = false;
+  } else {
+    run_.g_Cancelled = true;
+  }
+}
+
+// False: the user wants no more.
+bool RecordWalk::EndRecord() const {
+  if (run_.g_TableOk != TableOk::GoOn) run_.g_TableOk = TableOk::True;
+  if (!run_.g_Cancelled || call_.dependent == Dependent::Yes) return true;
+  EndCancelled(run_);
+  return false;
+}
+
+}  // namespace twqb

@@ -1,0 +1,100 @@
+#include "engine/RowWalk.h"
+
+#include "services/Database.h"
+#include "services/Events.h"
+#include "services/ModuleVariables.h"
+#include "services/msgForm.h"
+
+namespace twqb {
+
+void RowWalk::Walk(const std::string& sql, RowWork& work) {
+  const auto raised = CatchError([&] { TakeAll(sql, work); });
+  if (raised) {
+    // The rest of the rows is not attempted.
+    run_.g_TableOk = TableOk::False;
+    ReportError(texts_.errors, texts_.routine, *raised);
+    if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
+  }
+  const bool takesFormDown = run_.ShowsProgress() && (raised || total_ > 0 || work.ClosesWithoutRows());
+  CloseObjects(run_, takesFormDown ? FormToo::Unload : FormToo::Leave, &rows_, nullptr, &connection_);
+}
+
+void RowWalk::TakeAll(const std::string& sql, RowWork& work) {
+  connection_ = Vars().platform.database->CreateConnection();
+  OpenConnection(*connection_, nullptr, "");
+  rows_ = connection_->OpenRecordset(sql, ado::CursorType::Static, ado::LockType::ReadOnly);
+  total_ = rows_->RecordCount();
+  // Nothing to do is a good end.
+  if (total_ == 0) {
+    run_.g_TableOk = TableOk::True;
+    return;
+  }
+  if (run_.ShowsProgress()) ShowMsgForm(texts_.shown);
+  if (!work.Prepare(*this)) {
+    run_.g_TableOk = TableOk::False;
+    return;
+  }
+  bool lacking = false;
+  while (!rows_->Eof()) {
+    const auto end = TakeRow(work);
+    if (end == RowEnd::LeaveTable) {
+      run_.g_TableOk = TableOk::False;
+      break;
+    }
+    lacking = lacking || end == RowEnd::Lacking;
+    if (!EndRow()) break;
+  }
+  if (lacking) TellLacking(texts_.lacking, run_);
+}
+
+RowEnd RowWalk::TakeRow(RowWork& work) {
+  auto end = RowEnd::Done;
+  if (const auto raised = CatchError([&] { end = work.TakeRow(*this); })) {
+    if (!work.PassesOver(*raised)) throw *raised;
+    ReportError(texts_.errors, texts_.routine, *raised);
+  }
+  return end;
+}
+
+void RowWalk::BeginRow(int callbackMode) {
+  if (TalksToCallback()) {
+    TheCallback().SetMode(callbackMode);
+    TheCallback().SetText("");
+  }
+  TheDesk().PumpMessages();
+  run_.g_TableOk = TableOk::False;
+}
+
+void RowWalk::ShowRow(const std::string& text) const {
+  UpdateProgressBar(total_, counter_);
+  SetProgressText(text);
+  TheDesk().PumpMessages();
+}
+
+// False: the user wants no more.
+bool RowWalk::EndRow() {
+  rows_->MoveNext();
+  run_.g_TableOk = TableOk::True;
+  if (!run_.g_Cancelled) return true;
+  EndCancelled(run_);
+  return false;
+}
+
+void TellRecordId(std::string_view id) {
+  if (TalksToCallback()) TheCallback().SetText(id);
+}
+
+void EndCancelled(Run& run) {
+  run.g_Cancelled = false;
+  TheDesk().SetPointer(Pointer::Default);
+  TheDesk().ShowMessageBox({.text = "Operation cancelled!"});
+  run.g_TableOk = TableOk::False;
+}
+
+void TellLacking(const LackingBox& box, Run& run) {
+  TheDesk().ShowMessageBox(
+      {.text = std::string(box.text), .title = std::string(box.title), .icon = BoxIcon::Information});
+  if (box.failsTheTable) run.g_TableOk = TableOk::False;
+}
+
+}  // namespace twqb

@@ -1,0 +1,105 @@
+// A table that the link knows, as one value: its names, which rows a send selects, what a get reads of QuickBooks, the
+// routines that move it, and how its records are deleted.
+//
+// Each table's module defines its own; bridge/Tables.cpp lists them in the order of a run. Whatever goes over tables
+// goes over that list, and a table that is not in it does not exist.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "engine/ConflictRule.h"
+#include "engine/QuickBooksRead.h"
+#include "engine/SavedFilters.h"
+#include "engine/Selection.h"
+#include "platform/ado.h"
+#include "quickbooks/QBSessionManager.h"
+#include "services/Direction.h"
+#include "services/Run.h"
+#include "twqb/enTables.h"
+
+namespace twqb {
+
+// The stems of a table's filter keys, which stand in the texts of the progress form, too. The blanks before some
+// brackets, and their absence before others, are those of the hosts' settings.
+struct TableNames {
+  std::string_view send;
+  std::string_view get;
+
+  [[nodiscard]] constexpr std::string_view Of(Direction direction) const {
+    return direction == Direction::Send ? send : get;
+  }
+};
+
+// What stands in their place where no single table is meant.
+inline constexpr std::string_view kNoTableName = "All Tables";
+
+// Where the rows of a table stand in BillingDb.
+struct BillingRows {
+  std::string_view table;
+  std::string_view condition = "1 = 1";  // which of the table's rows
+};
+
+// What a table's send is called with.
+struct SendCall {
+  const std::string& sql;  // the selection
+  TwinRule rule;
+  QBSessionManager& session;
+  Run& run;
+};
+
+enum class Dependent : bool { No, Yes };
+
+// What a table's get is called with, once for each of its reads that found something.
+struct GetCall {
+  const RecordList& records;
+  TwinRule rule;
+  Run& run;
+  Dependent dependent = Dependent::No;    // the pull of one record for another table's sake, on `connection`
+  ado::Connection* connection = nullptr;  // the caller's; nothing: the routine opens its own
+  std::int16_t part = 0;                  // which of the table's reads, from 0
+};
+
+// Which of its rows a table sends.
+enum class SentRows : std::uint8_t {
+  Selected,
+  NamedAlone,  // those of PassedID, never in a run over all tables, and whatever comes of it is a good end
+};
+
+// How a table's record goes on either side.
+struct BillingDeletion {
+  std::string_view rows = {};      // the table of BillingDb; empty: an invalid statement, which nobody notices
+  std::string_view alsoRows = {};  // a second one
+  std::string_view instead = {};   // what the user is told in place of a deletion
+};
+enum class QuickBooksKind : std::uint8_t { None, List, Transaction };
+struct QuickBooksDeletion {
+  QuickBooksKind kind = QuickBooksKind::None;  // None: the set goes out empty
+  int type = 0;                                // of ListDelType or TxnDelType
+  std::int32_t accepted = 0;                   // a status that counts as success
+};
+
+struct Table {
+  enTables number;
+  std::string_view name;  // of the member of enTables, without its prefix
+  TableNames names;
+  BillingRows rows;
+
+  // The send. Its outcome is `g_TableOk`. Nothing: this version does not include it.
+  Selection selection = {};
+  SentRows sends = SentRows::Selected;
+  void (*send)(const SendCall& call) = nullptr;
+  void (*afterSend)(QBSessionManager& session) = nullptr;  // of named rows
+
+  // The get, likewise.
+  std::span<const QuickBooksRead> reads = {};
+  void (*beforeReads)() = nullptr;
+  void (*get)(const GetCall& call) = nullptr;
+
+  BillingDeletion billingDeletion = {};
+  QuickBooksDeletion quickBooksDeletion = {};
+};
+
+}  // namespace twqb

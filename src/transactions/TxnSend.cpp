@@ -1,0 +1,140 @@
+#include <fmt/format.h>
+
+#include "engine/Mapping.h"
+#include "engine/RecordReader.h"
+#include "engine/SendRecord.h"
+#include "messages/StatusCodes.h"
+#include "platform/PlatformError.h"
+#include "platform/Value.h"
+#include "quickbooks/Requests.h"
+#include "services/Conversions.h"
+#include "services/Events.h"
+#include "services/ModuleVariables.h"
+#include "transactions/TxnTable.h"
+
+namespace twqb {
+
+namespace {
+
+class TxnSendWork final : public RowWork {
+ public:
+  TxnSendWork(const Table& table, const TxnTable& txn, const SendCall& call)
+      : table_(table),
+        txn_(txn),
+        send_(txn.send),
+        session_(call.session),
+        run_(call.run),
+        told_(txn.send.told(nullptr)) {}
+
+  bool Prepare(RowWalk& /*walk*/) override { return send_.prepare == nullptr || send_.prepare(session_); }
+  [[nodiscard]] bool ClosesWithoutRows() const override { return false; }
+
+  RowEnd TakeRow(RowWalk& walk) override {
+    const auto& row = walk.Row();
+    record_ = {};
+    walk.BeginRow(kCallbackTransaction);
+    told_ = send_.told(&row);
+    if (send_.admit != nullptr && !send_.admit(row)) return RowEnd::Done;
+    record_.key = ColumnText(row, txn_.keyColumn);
+    record_.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));
+    IgnoreErrors([&] { walk.CountRow([&] { return send_.shown == nullptr ? record_.key : send_.shown(row); }); });
+    // A transaction that is in QuickBooks is not sent again.
+    if (record_.linkId = ColumnText(row, "QBLinkID"); !record_.linkId.empty() && IsInQuickBooks()) return RowEnd::Done;
+    auto messageSet = RequireMsgSetRequest(session_);
+    const auto links = LinksOf(row);
+    if (links.size() < send_.links.size()) return RowEnd::Lacking;
+    const auto request = messageSet.Append(send_.addRequest);
+    if (!send_.fill(request, row, links)) return RowEnd::Done;
+    return Exchange(walk, messageSet, request);
+  }
+
+  [[nodiscard]] std::string RowInHand() const override { return told_; }
+
+ private:
+  // Whether the row's link leads to something. One that does not is stale, and forgotten.
+  bool IsInQuickBooks() {
+    RecordList twins;
+    if (ApplyQBFiltersAndReadRecords(table_, table_.reads.front(), twins, session_, {.strID = record_.linkId}, run_)) {
+      return true;
+    }
+    record_.linkId.clear();
+    return false;
+  }
+
+  // The links of what the row refers to, up to the first that is missing.
+  [[nodiscard]] std::vector<std::string> LinksOf(const ado::Recordset& row) const {
+    std::vector<std::string> links;
+    for (const auto& link : send_.links) {
+      auto found = GetQBLinkIDOf(link.kind, ColumnText(row, link.column));
+      if (found.empty()) break;
+      links.push_back(std::move(found));
+    }
+    return links;
+  }
+
+  RowEnd Exchange(RowWalk& walk, const MsgSetRequest& messageSet, const RequestField& request) {
+    const auto answer = session_.DoRequests(messageSet);
+    const auto& response = answer.GetAt(0);
+    if (response.StatusCode() == status::kOk) {
+      WriteLinkBack(walk.Connection(), response.Detail()["TxnID"].GetValue());
+      return RowEnd::Done;
+    }
+    const RefusedRequest refused{
+        .request = request, .response = response, .kind = RequestKind::Add, .record = record_, .row = walk.Row()};
+    switch (ApplyRule(RuleFor(send_.rules, refused), refused, run_.g_Cancelled)) {
+      case Refusal::PassOverLacking:
+        return RowEnd::Lacking;
+      case Refusal::LeaveTable:
+        return RowEnd::LeaveTable;
+      case Refusal::PassOver:
+        return RowEnd::Done;
+      // Ways of lists: a transaction's rules end with a row about any status, which has told of it.
+      case Refusal::EndTable:
+      case Refusal::AskInTheBox:
+      case Refusal::AskInItsOwnBox:
+      case Refusal::AskToGoOn:
+      case Refusal::TryNextName:
+      case Refusal::SendAgain:
+        break;
+    }
+    throw PlatformError(error::kNameUnknown);
+  }
+
+  void WriteLinkBack(ado::Connection& connection, const std::string& txnId) const {
+    TellRecordId(txnId);
+    const auto where = fmt::format("WHERE {} = '{}';", txn_.keyColumn, record_.key);
+    connection.Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' {}", txn_.tableName, txnId, where), nullptr);
+    Vars().g_NewQBLinkID = txnId;
+    if (!record_.lastUpdatedIsNull) return;
+    const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
+    connection.Execute(fmt::format("UPDATE {} SET LastUpdated = '{}' {}", txn_.tableName, now, where), nullptr);
+  }
+
+  const Table& table_;
+  const TxnTable& txn_;
+  const TxnSend& send_;
+  QBSessionManager& session_;
+  Run& run_;
+  SendRecord record_;
+  std::string told_;  // of the row in hand
+};
+
+}  // namespace
+
+void SendTransactions(const Table& table, const TxnTable& txn, const SendCall& call) {
+  TxnSendWork work(table, txn, call);
+  RowWalk(txn.send.texts, call.run).Walk(call.sql, work);
+}
+
+void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::span<const std::string> identifiers) {
+  for (std::size_t i = 0; i < identifiers.size(); ++i) request[links[i].reference]["ListID"].SetValue(identifiers[i]);
+}
+
+bool IsTrueFlag(const ado::Recordset& row, std::string_view column) {
+  const auto value = row.Field(column);
+  if (IsNull(value)) return false;
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag;
+  return TextToNumber(ToText(value)) == -1;
+}
+
+}  // namespace twqb

@@ -1,0 +1,73 @@
+#include "transactions/modExpenseLog.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "services/ModuleVariables.h"
+#include "transactions/BillReview.h"
+
+namespace twqb {
+
+namespace {
+
+// The first filter value is the list, quoted as the database wants it.
+std::string Passed(std::string_view base, const SavedFilters& filters) {
+  if (filters.Filter1a.empty()) return {};
+  return fmt::format("{}WHERE (ELID IN({})) AND (ELPosted = -1) ORDER BY EmployeeID", base, filters.Filter1a);
+}
+
+void TellVersion1() {
+  if (Vars().g_QBMajorVer != 1) return;
+  TheDesk().ShowMessageBox(
+      {.text = "QuickBooks 2002 Does not provide complete support for Transferring the Expense Log", .title = "Error"});
+}
+
+constexpr std::array kReads = {
+    QuickBooksRead{
+        .filterRoutine = "ApplyQBExpenseLogFilters",
+        .copyRoutine = "GetQBExpenseLogRecordsInCollectionObject",
+        .errors = ErrorReport::OwnBox,
+        .requests = {"CheckQueryRq"},
+        .choice = "ORTxnQuery",
+        .transaction = TransactionQuery{.names = NamePair::Entities},
+    },
+    QuickBooksRead{
+        .filterRoutine = "ApplyQBExpenseLogFilters",
+        .copyRoutine = "GetQBExpenseLogRecordsInCollectionObject",
+        .errors = ErrorReport::OwnBox,
+        .requests = {"CreditCardChargeQueryRq"},
+        .choice = "ORTxnQuery",
+        .transaction = TransactionQuery{},
+    },
+    QuickBooksRead{
+        .filterRoutine = "ApplyQBBillsFilters",
+        .copyRoutine = "GetQBBillsRecordsInCollectionObject",
+        .errors = ErrorReport::OwnBox,
+        .requests = {"BillQueryRq"},
+        .choice = "ORBillQuery",
+        .transaction = TransactionQuery{.names = NamePair::Entities},
+        .ofTheRun = OfTheRun::ActiveLookedUp,
+    },
+};
+
+}  // namespace
+
+constinit const Table kExpenseLogTable = {
+    .number = enExpenseLog,
+    .name = "ExpenseLog",
+    .names = {.send = "Expense Log", .get = "Expense Log (QB)"},
+    .rows = {.table = "ExpenseLog"},
+    .selection = {.onlyPassed = true,
+                  .base = "SELECT ELID, ExpID, ProjectID, EmployeeID, ELDescription,ELCost, ELMarkup, ELBillable, "
+                          "ELDate, ELUnits, ELPosted,isSub, QBLinkID, LastUpdated FROM ExpenseLOG ",
+                  .passed = Passed},
+    .sends = SentRows::NamedAlone,
+    .afterSend = ReviewTransferredBill,
+    .reads = kReads,
+    .beforeReads = TellVersion1,
+    .billingDeletion = {.rows = "ExpenseLog"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::Transaction, .type = 1},
+};
+
+}  // namespace twqb

@@ -1,0 +1,44 @@
+#include "transactions/modPayments.h"
+
+#include <array>
+
+namespace twqb {
+
+namespace {
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::FromTo, "{K}(Payment.PayDate BETWEEN {a} AND {b}) "},
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}(Payment.ClientID BETWEEN '{a}' AND '{b}') "},
+    // "PAyment": names are compared without case.
+    Clause{ClauseOn::Filter2,
+           "{K}(PAyment.ClientID IN(SELECT ClientID FROM ClientGroupDetail  WHERE CGID BETWEEN '{a}' AND '{b}')) "},
+};
+
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBPaymentFilters",
+    .copyRoutine = "GetQBPaymentRecordsInCollectionObject",
+    .requests = {"ReceivePaymentQueryRq"},
+    .choice = "ORTxnQuery",
+    .transaction = TransactionQuery{.takesTransactionDates = true},
+}};
+
+}  // namespace
+
+constinit const Table kPaymentsTable = {
+    .number = enPayments,
+    .name = "Payments",
+    .names = {.send = "Payments", .get = "Payments(QB)"},
+    .rows = {.table = "Payment"},
+    .selection = {.base = "SELECT PayID, PayRetainer, PayDate, PayAmt, PayMethod, PayMemo, Payment.ClientID,  "
+                          "Client.ClientCompany, Payment.LastUpdated, Payment.QBLinkID, PayRef  FROM Payment, Client "
+                          "WHERE (Client.ClientID = Payment.ClientID)  AND PayMethod <> '6' ",
+                  .prefix = "Payment.",
+                  .clauses = kClauses},
+    .reads = kReads,
+    .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},
+    .quickBooksDeletion = {.kind = QuickBooksKind::Transaction, .type = 17},
+};
+
+}  // namespace twqb

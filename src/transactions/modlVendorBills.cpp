@@ -1,0 +1,51 @@
+#include "transactions/modlVendorBills.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "platform/Text.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr std::array kClauses = {
+    Clause{ClauseOn::LastSend, kChangedSinceLastSend},
+    Clause{ClauseOn::Range, kChangedInRange},
+    Clause{ClauseOn::Filter1, "{K}(VendorID BETWEEN '{a}' AND '{b}') "},
+    Clause{ClauseOn::RangeOnFromTo, "{K}(BillDate BETWEEN {a} AND {b})"},
+};
+
+// The first filter value is the identifier; Jet gets a literal that brings its own marks.
+std::string Passed(std::string_view base, const SavedFilters& filters) {
+  if (filters.Filter1a.empty()) return {};
+  const std::string_view quote = UpperCase(Vars().g_DbKind) == "SQL" ? "'" : "";
+  return fmt::format("{0}WHERE (VendorBillID IN({1}{2}{1})) ORDER BY BillNumber", base, quote, filters.Filter1a);
+}
+
+constexpr std::array kReads = {QuickBooksRead{
+    .filterRoutine = "ApplyQBBillsFilters",
+    .copyRoutine = "GetQBBillsRecordsInCollectionObject",
+    .errors = ErrorReport::OwnBox,
+    .requests = {"BillQueryRq"},
+    .choice = "ORBillQuery",
+    .transaction = TransactionQuery{.takesTransactionDates = true, .names = NamePair::Entities},
+}};
+
+}  // namespace
+
+constinit const Table kVendorBillTable = {
+    .number = enVendorBill,
+    .name = "VendorBill",
+    .names = {.send = "Vendor Bill", .get = "Vendor Bill(QB)"},
+    .rows = {.table = "VendorBill"},
+    .selection = {.base = "SELECT VendorBillID, BillNumber, BillDate, VendorID, BillMemo,BillDueDate, BillRef, "
+                          "QBLinkID, LastUpdated FROM VendorBill ",
+                  .clauses = kClauses,
+                  .passed = Passed},
+    .reads = kReads,
+};
+
+}  // namespace twqb

@@ -1,0 +1,10 @@
+// Vendor bills and QuickBooks' bills. Their read and their selection are here; this version moves none of them.
+#pragma once
+
+#include "engine/Table.h"
+
+namespace twqb {
+
+extern const Table kVendorBillTable;
+
+}  // namespace twqb

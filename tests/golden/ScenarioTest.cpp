@@ -1,0 +1,58 @@
+// Scenarios that can't come to their end.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/golden/Scenario.h"
+#include "tests/support/Process.h"
+
+namespace twqb {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+using testing::ThrowsMessage;
+
+const auto kNamesTheQuestionOfTheFirstRun =
+    AllOf(HasSubstr("Would you like to backup your data files Now?"), HasSubstr("(title \"Backup QB Data file?\")"),
+          HasSubstr("It offers yes, no."));
+
+std::string RunSteps(const std::string& steps) {
+  const TemporaryFolder folder;
+  WriteWholeFile(folder / "scenario", steps);
+  return RunScenario(folder.Path());
+}
+
+TEST(Scenario, A_transfer_whose_question_has_no_answer_ends_the_run_and_names_it) {
+  EXPECT_THAT([] { (void)RunSteps("first run\nsend clients\n"); },
+              ThrowsMessage<std::runtime_error>(AllOf(StartsWith("send clients\n"), kNamesTheQuestionOfTheFirstRun)));
+}
+
+TEST(Scenario, A_call_whose_question_has_no_answer_ends_the_run_and_names_it) {
+  EXPECT_THAT(
+      [] { (void)RunSteps("first run\nobject\ncall ConnectToQB True\n"); },
+      ThrowsMessage<std::runtime_error>(AllOf(StartsWith("call ConnectToQB True\n"), kNamesTheQuestionOfTheFirstRun)));
+}
+
+TEST(Scenario, A_transfer_that_can_not_be_run_ends_the_run_and_says_why) {
+  EXPECT_THAT([] { (void)RunSteps("answer perhaps\nsend clients\n"); },
+              ThrowsMessage<std::runtime_error>(AllOf(StartsWith("send clients\n"), HasSubstr("perhaps"))));
+}
+
+TEST(Scenario, A_subject_that_is_not_known_can_not_be_kept) {
+  EXPECT_THAT([] { (void)RunSteps("keep boxes\n"); }, ThrowsMessage<std::runtime_error>(HasSubstr("keep boxes")));
+}
+
+TEST(Scenario, Progress_and_settings_are_in_the_record_where_they_are_kept) {
+  const std::string steps = "sql INSERT INTO Client (ClientID, Status) VALUES ('A', 'Active')\nsend clients\n";
+  const auto contains = [](const char* kind) { return HasSubstr(std::string("\"kind\":\"") + kind + "\""); };
+  using testing::Not;
+  EXPECT_THAT(RunSteps(steps), AllOf(contains("request"), Not(contains("form")), Not(contains("setting"))));
+  EXPECT_THAT(RunSteps("keep progress\n" + steps), AllOf(contains("form"), Not(contains("setting"))));
+  EXPECT_THAT(RunSteps("keep settings\n" + steps),
+              AllOf(contains("setting"), contains("registry"), Not(contains("form"))));
+}
+
+}  // namespace
+}  // namespace twqb
