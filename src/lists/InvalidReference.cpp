@@ -1,6 +1,6 @@
 #include "lists/InvalidReference.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace twqb {
 

@@ -1,6 +1,6 @@
 #include "tests/services/NotingHouse.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <utility>
 
