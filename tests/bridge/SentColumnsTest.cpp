@@ -15,6 +15,7 @@
 #include "services/Database.h"
 #include "tests/bridge/BridgeHouse.h"
 #include "tests/support/BillingSchema.h"
+#include "tests/support/Decorating.h"
 
 namespace twqb {
 namespace {
@@ -52,18 +53,6 @@ class ColumnSpyConnection : public ado::ForwardingConnection {
   Columns& missing_;
 };
 
-class ColumnSpyProvider : public ado::Provider {
- public:
-  ColumnSpyProvider(ado::Provider& inner, Columns& missing) : inner_(inner), missing_(missing) {}
-  std::unique_ptr<ado::Connection> CreateConnection() override {
-    return std::make_unique<ColumnSpyConnection>(inner_.CreateConnection(), missing_);
-  }
-
- private:
-  ado::Provider& inner_;
-  Columns& missing_;
-};
-
 class SentColumns : public testing::Test {
  protected:
   SentColumns() {
@@ -92,7 +81,7 @@ class SentColumns : public testing::Test {
 
   BridgeHouse house_{{.answers = "default yes"}};
   Columns missing_;
-  ColumnSpyProvider provider_{house_.database, missing_};
+  DecoratingProvider<ColumnSpyConnection, Columns> provider_{house_.database, missing_};
 };
 
 TEST_F(SentColumns, Are_in_the_selection_of_their_table) {

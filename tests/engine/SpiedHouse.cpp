@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/Forwarding.h"
+#include "tests/support/Decorating.h"
 
 namespace twqb {
 
@@ -24,18 +25,6 @@ class SpyTransport : public ForwardingTransport {
   Traffic& traffic_;
 };
 
-class SpyTransportFactory : public TransportFactory {
- public:
-  SpyTransportFactory(TransportFactory& inner, Traffic& traffic) : inner_(inner), traffic_(traffic) {}
-  std::unique_ptr<Transport> CreateTransport() override {
-    return std::make_unique<SpyTransport>(inner_.CreateTransport(), traffic_);
-  }
-
- private:
-  TransportFactory& inner_;
-  Traffic& traffic_;
-};
-
 class SpyConnection : public ado::ForwardingConnection {
  public:
   SpyConnection(std::unique_ptr<ado::Connection> inner, Traffic& traffic)
@@ -54,18 +43,6 @@ class SpyConnection : public ado::ForwardingConnection {
   Traffic& traffic_;
 };
 
-class SpyProvider : public ado::Provider {
- public:
-  SpyProvider(ado::Provider& inner, Traffic& traffic) : inner_(inner), traffic_(traffic) {}
-  std::unique_ptr<ado::Connection> CreateConnection() override {
-    return std::make_unique<SpyConnection>(inner_.CreateConnection(), traffic_);
-  }
-
- private:
-  ado::Provider& inner_;
-  Traffic& traffic_;
-};
-
 }  // namespace
 
 struct SpiedHouse::Spies {
@@ -75,8 +52,8 @@ struct SpiedHouse::Spies {
         statements(*faults.Decorated().database, traffic) {}
 
   FaultPlatform faults;
-  SpyTransportFactory wire;
-  SpyProvider statements;
+  DecoratingTransportFactory<SpyTransport, Traffic> wire;
+  DecoratingProvider<SpyConnection, Traffic> statements;
 };
 
 SpiedHouse::SpiedHouse(HouseOptions options, std::string_view faults)

@@ -6,6 +6,7 @@
 
 #include "platform/Forwarding.h"
 #include "platform/MsgFormTexts.h"
+#include "tests/support/Decorating.h"
 
 namespace twqb {
 
@@ -106,18 +107,6 @@ class NotingConnection : public ado::ForwardingConnection {
   Notes& notes_;
 };
 
-class NotingProvider : public ado::Provider {
- public:
-  NotingProvider(ado::Provider& inner, Notes& notes) : inner_(inner), notes_(notes) {}
-  std::unique_ptr<ado::Connection> CreateConnection() override {
-    return std::make_unique<NotingConnection>(inner_.CreateConnection(), notes_);
-  }
-
- private:
-  ado::Provider& inner_;
-  Notes& notes_;
-};
-
 class NotingTransport : public ForwardingTransport {
  public:
   NotingTransport(std::unique_ptr<Transport> inner, Notes& notes)
@@ -181,7 +170,7 @@ struct NotingHouse::Noting {
   FaultPlatform faults;
   NotingDesk desk;
   NotingMachine machine;
-  NotingProvider database;
+  DecoratingProvider<NotingConnection, Notes> database;
   NotingTransportFactory quickbooks;
 };
 
