@@ -1,5 +1,6 @@
 // Texts, phones, identity numbers, rich text, GUIDs and link lookups.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // The error box, the log and the guards.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,5 +1,6 @@
 // Settings in both stores, the registry values and the activity codes.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
