@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 #include <filesystem>

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Forwarding.h"
+#include "tests/support/Decorating.h"
 
 namespace twqb {
 
@@ -172,18 +173,6 @@ class RecordedTransport : public ForwardingTransport {
   CallLog& calls_;
 };
 
-class RecordedTransports : public TransportFactory {
- public:
-  RecordedTransports(TransportFactory& inner, CallLog& calls) : inner_(inner), calls_(calls) {}
-  std::unique_ptr<Transport> CreateTransport() override {
-    return std::make_unique<RecordedTransport>(inner_.CreateTransport(), calls_);
-  }
-
- private:
-  TransportFactory& inner_;
-  CallLog& calls_;
-};
-
 // Sees the tables end, too.
 class RecordedMachine : public ForwardingMachine {
  public:
@@ -221,7 +210,7 @@ struct FloorRecorder::Parts {
   CallLog calls;
   Platform platform;
   RecordedProvider database;
-  RecordedTransports quickbooks;
+  DecoratingTransportFactory<RecordedTransport, CallLog> quickbooks;
   RecordedMachine machine;
 };
 

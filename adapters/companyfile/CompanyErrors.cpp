@@ -1,6 +1,6 @@
 #include "adapters/companyfile/CompanyErrors.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <string>

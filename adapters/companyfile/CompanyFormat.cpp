@@ -1,6 +1,6 @@
 #include "adapters/companyfile/CompanyFormat.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <string>

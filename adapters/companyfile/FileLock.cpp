@@ -1,7 +1,7 @@
 #include "adapters/companyfile/FileLock.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/file.h>
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 #include "adapters/companyfile/HostRequests.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <string>
 #include <vector>

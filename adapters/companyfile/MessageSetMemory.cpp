@@ -1,6 +1,6 @@
 #include "adapters/companyfile/MessageSetMemory.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <pugixml.hpp>
 

@@ -1,6 +1,6 @@
 #include "adapters/companyfile/RequestProcessor.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "adapters/companyfile/RequestSet.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <sstream>

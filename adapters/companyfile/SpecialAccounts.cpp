@@ -1,6 +1,6 @@
 #include "adapters/companyfile/SpecialAccounts.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "adapters/companyfile/TxnStore.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <memory>

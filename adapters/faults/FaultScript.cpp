@@ -1,7 +1,6 @@
 #include "adapters/faults/FaultScript.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>
@@ -164,7 +163,7 @@ void ReadWhat(LineReader& reader, const PointRow& row, RaiseFault& fault) {
       const bool known = std::ranges::find_if(row.words, [&](auto w) { return SameName(w, word); }) != row.words.end();
       if (!word.empty() && !known) {
         const auto end = std::ranges::find(row.words, std::string_view());
-        reader.Refuse(word, fmt::format("{}", fmt::join(row.words.begin(), end, ", ")));
+        reader.Refuse(word, Join(std::vector<std::string_view>(row.words.begin(), end), ", "));
       }
       break;
     }
@@ -191,7 +190,7 @@ StatusFault ReadStatus(LineReader& reader, std::string_view request) {
   fault.code = reader.StatusCode();
   const auto severity = reader.Word();
   if (std::ranges::find(kSeverities, severity) == kSeverities.end()) {
-    reader.Refuse(severity, fmt::format("{}", fmt::join(kSeverities, ", ")));
+    reader.Refuse(severity, Join(std::vector<std::string_view>(kSeverities.begin(), kSeverities.end()), ", "));
   }
   fault.severity = severity;
   fault.message = reader.Quoted().value_or("");

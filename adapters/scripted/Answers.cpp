@@ -1,6 +1,6 @@
 #include "adapters/scripted/Answers.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "adapters/scripted/ScriptedDesk.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <utility>
@@ -73,7 +73,7 @@ struct ScriptedDesk::Question {
           list += "file PATH";
           break;
         case Word::Vendor:
-          list += fmt::format("vendor with one of {}", fmt::join(vendors, ", "));
+          list += "vendor with one of " + Join(vendors, ", ");
           break;
         default:
           list += ToText(Answer{.word = word});

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/Columns.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cmath>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/Database.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 #include <system_error>

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/Phrases.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "adapters/sqlite/Failure.h"
 #include "adapters/sqlite/SqlTokens.h"

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/SqlTranslator.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <map>
 #include <vector>

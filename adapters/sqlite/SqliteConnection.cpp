@@ -1,6 +1,6 @@
 #include "adapters/sqlite/SqliteConnection.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "adapters/sqlite/SqliteRecordset.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "adapters/sqlite/Failure.h"
 

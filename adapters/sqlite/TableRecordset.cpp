@@ -1,6 +1,6 @@
 #include "adapters/sqlite/TableRecordset.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 #include "adapters/system/FileReplacement.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 #include "adapters/terminal/BoxFormat.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "adapters/terminal/TextLayout.h"
 #include "platform/Text.h"

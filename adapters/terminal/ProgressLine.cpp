@@ -1,6 +1,6 @@
 #include "adapters/terminal/ProgressLine.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

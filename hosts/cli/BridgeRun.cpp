@@ -1,6 +1,6 @@
 #include "cli/BridgeRun.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "cli/Checks.h"
 #include "cli/ExitStatus.h"

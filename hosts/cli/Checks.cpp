@@ -1,7 +1,6 @@
 #include "cli/Checks.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -15,6 +14,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/Surroundings.h"
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 
 namespace twqb::cli {
 
@@ -104,8 +104,7 @@ std::vector<std::string_view> MissingTables(const Workplace& place, const std::v
 }
 
 std::string MissingText(const std::vector<std::string_view>& missing) {
-  return fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.",
-                     fmt::join(missing, ", "));
+  return fmt::format("This database has no table {}. \"twqb init\" makes one with all tables.", Join(missing, ", "));
 }
 
 }  // namespace twqb::cli

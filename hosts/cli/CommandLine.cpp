@@ -1,7 +1,6 @@
 #include "cli/CommandLine.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -13,6 +12,7 @@
 #include "cli/Commands.h"
 #include "cli/HelpText.h"
 #include "cli/NearestName.h"
+#include "platform/Text.h"
 
 namespace twqb::cli {
 
@@ -61,7 +61,7 @@ std::string UnknownWord(const Reached& reached, const std::string& word) {
   const auto names = CommandNames(*reached.app);
   if (names.empty()) return fmt::format("\"{}\" is more than \"{}\" takes.", word, reached.name);
   return fmt::format("There is no command \"{} {}\".{}\nThe commands are: {}.", reached.name, word,
-                     DidYouMean(word, names), fmt::join(names, ", "));
+                     DidYouMean(word, names), Join(names, ", "));
 }
 
 std::string Explain(const CLI::App& app, const CLI::ParseError& failure) {
@@ -74,7 +74,7 @@ std::string Explain(const CLI::App& app, const CLI::ParseError& failure) {
   if (saysLittle && !rest.empty()) {
     text = UnknownWord(reached, rest.front());
   } else if (kind == CLI::ExitCodes::RequiredError && !names.empty()) {
-    text = fmt::format("\"{}\" needs a command: {}.", reached.name, fmt::join(names, ", "));
+    text = fmt::format("\"{}\" needs a command: {}.", reached.name, Join(names, ", "));
   } else {
     text = fmt::format("{}.", failure.what());
   }

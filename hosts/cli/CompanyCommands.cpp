@@ -1,5 +1,4 @@
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include <memory>
 #include <string>
@@ -16,6 +15,7 @@
 #include "cli/TextFile.h"
 #include "messages/ValueFormat.h"
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 
 namespace twqb::cli {
 
@@ -54,7 +54,7 @@ const company::Condition& ConditionOf(const std::string& name) {
   const auto names = ConditionNames();
   const auto nearest = NearestName(name, names);
   throw UsageError(fmt::format("There is no \"{}\" of a company file to set.{}\nThe names are: {}.", name,
-                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", fmt::join(names, ", ")));
+                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", Join(names, ", ")));
 }
 
 ExitStatus Set(const Options& options, const std::string& name, const std::string& value) {
@@ -100,7 +100,7 @@ ExitStatus Show(const Options& options) {
   line("File", place.company);
   line("Country", messages::CountryName(summary.options.country));
   line("Host version", summary.options.hostVersion);
-  line("Message forms", fmt::format("{}", fmt::join(accepts, ",")));
+  line("Message forms", Join(accepts, ","));
   line("Made", IsoDate(Date::FromUnixSeconds(summary.created)) + "Z");
   // By the names that "company set" takes.
   for (const auto& condition : company::Conditions()) line(condition.name, condition.text(conditions));

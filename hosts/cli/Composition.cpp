@@ -1,6 +1,6 @@
 #include "cli/Composition.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 #include <optional>

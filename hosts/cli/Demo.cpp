@@ -1,6 +1,6 @@
 #include "cli/Demo.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <sstream>

@@ -1,6 +1,6 @@
 #include "cli/DemoBooks.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <pugixml.hpp>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 #include "cli/FolderMaker.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <memory>
 #include <optional>
@@ -184,8 +184,8 @@ std::vector<CommandSyntax> LookupCommands() {
                           .text = "Inactive records too; for lists that have such",
                           .target = &listed->all},
                          json(listed)},
-           .footer = KindHelp() + std::string(kRowsHelp) + "\nExamples:\n  twqb list customers --all\n" +
-                     "  twqb list invoices --json",
+           .footer = fmt::format("{}{}\nExamples:\n  twqb list customers --all\n  twqb list invoices --json",
+                                 KindHelp(), kRowsHelp),
            .run = [listed](const Options& options) { return List(options, *listed); }},
           {.name = "accounts",
            .text = "Print the accounts of QuickBooks",

@@ -1,7 +1,6 @@
 #include "cli/LookupKinds.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <type_traits>
@@ -83,6 +82,6 @@ const LookupKind& LookupKindFromName(std::string_view name) {
                                nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", LookupKindList()));
 }
 
-std::string LookupKindList() { return fmt::format("{}", fmt::join(TypedNames(), ", ")); }
+std::string LookupKindList() { return Join(TypedNames(), ", "); }
 
 }  // namespace twqb::cli

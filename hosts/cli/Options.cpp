@@ -1,6 +1,6 @@
 #include "cli/Options.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -162,13 +162,13 @@ void EnterFolder(const Options& options) {
   throw UsageError(fmt::format("The folder {} can't be entered: {}.", options.folder, failure.message()));
 }
 
-Workplace WorkplaceIn(const std::string& name) {
-  const fs::path folder(name);
-  return {.folder = name,
-          .billing = ConnectionTo(folder / kBillingFile),
-          .company = (folder / kCompanyFile).string(),
-          .settings = (folder / kSettingsFile).string(),
-          .registry = (folder / kRegistryFile).string()};
+Workplace WorkplaceIn(const std::string& folder) {
+  const fs::path path(folder);
+  return {.folder = folder,
+          .billing = ConnectionTo(path / kBillingFile),
+          .company = (path / kCompanyFile).string(),
+          .settings = (path / kSettingsFile).string(),
+          .registry = (path / kRegistryFile).string()};
 }
 
 Workplace WorkplaceOf(const Options& options) {

@@ -1,6 +1,6 @@
 #include "cli/Program.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <csignal>
 #include <exception>

@@ -1,6 +1,6 @@
 #include "cli/SettingsStore.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "adapters/system/ProfileFile.h"
 #include "cli/Checks.h"

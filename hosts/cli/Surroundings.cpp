@@ -1,6 +1,6 @@
 #include "cli/Surroundings.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "adapters/system/FrozenMachine.h"
 #include "cli/ExitStatus.h"

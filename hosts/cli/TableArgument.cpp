@@ -1,7 +1,6 @@
 #include "cli/TableArgument.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <fmt/core.h>
 
 #include "adapters/terminal/TextLayout.h"
 #include "bridge/Tables.h"
@@ -66,14 +65,14 @@ std::vector<std::string_view> BillingTablesOf(enTables table) {
   return names;
 }
 
-std::string TableNameList() { return fmt::format("{}", fmt::join(TypedNames(), ", ")); }
+std::string TableNameList() { return Join(TypedNames(), ", "); }
 
 std::string TableHelpText(AllTables allTables) {
   constexpr std::size_t kWidth = 76;
   auto names = TypedNames();
   if (allTables == AllTables::No) std::erase(names, TypedName(enAll));
   std::string text = "TABLE is one of\n";
-  for (const auto& line : WrapText(fmt::format("{}", fmt::join(names, ", ")), kWidth)) text += "  " + line + "\n";
+  for (const auto& line : WrapText(Join(names, ", "), kWidth)) text += "  " + line + "\n";
   return text + "\n";
 }
 

@@ -1,6 +1,6 @@
 #include "cli/TextFile.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "bridge/Deletion.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "bridge/modTWQBBridge.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "bridge/Tables.h"
 #include "engine/RecordReader.h"

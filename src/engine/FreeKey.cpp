@@ -1,6 +1,6 @@
 #include "engine/FreeKey.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <set>
 

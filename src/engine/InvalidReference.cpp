@@ -1,6 +1,6 @@
 #include "engine/InvalidReference.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace twqb {
 

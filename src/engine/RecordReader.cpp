@@ -1,6 +1,6 @@
 #include "engine/RecordReader.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "engine/ReadQueries.h"
 #include "messages/StatusCodes.h"

@@ -1,6 +1,6 @@
 #include "engine/SelectionQueries.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <optional>
 #include <string_view>

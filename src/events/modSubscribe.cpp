@@ -1,6 +1,6 @@
 #include "events/modSubscribe.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstddef>
 #include <string>

@@ -1,6 +1,6 @@
 #include "lists/EmployeeNumbers.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <limits>
 

@@ -1,6 +1,6 @@
 #include "lists/EmployeeRefusals.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <vector>
 

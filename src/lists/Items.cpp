@@ -1,6 +1,6 @@
 #include "lists/Items.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "platform/Text.h"
 #include "services/ModuleVariables.h"

@@ -1,6 +1,6 @@
 #include "lists/modClients.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <vector>

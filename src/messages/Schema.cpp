@@ -1,6 +1,6 @@
 #include "messages/Schema.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "platform/Currency.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cmath>
 #include <limits>

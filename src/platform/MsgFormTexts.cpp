@@ -1,6 +1,6 @@
 #include "platform/MsgFormTexts.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cmath>
 

@@ -14,33 +14,36 @@ namespace twqb {
 
 using ErrorNumber = std::uint32_t;
 
-// Numbers with a fixed text, see `ErrorText`. The database's first, then the language run time's.
+// Numbers with a fixed text, see `ErrorText`. The database's first, then the language run time's. One enumeration, so
+// that a number without a text does not compile.
 namespace error {
-inline constexpr ErrorNumber kBadSyntax = 0x80040E14;  // bad syntax, or no such column
-inline constexpr ErrorNumber kNoSuchTable = 0x80040E37;
-inline constexpr ErrorNumber kConstraint = 0x80040E2F;
-inline constexpr ErrorNumber kCannotOpen = 0x80004005;  // the connection can't be opened
-inline constexpr ErrorNumber kProviderNotFound = 0x800A0E7A;
-inline constexpr ErrorNumber kNoSuchField = 0x800A0CC1;
-inline constexpr ErrorNumber kAtEof = 0x800A0BCD;
-inline constexpr ErrorNumber kObjectClosed = 0x800A0E78;
-inline constexpr ErrorNumber kObjectOpen = 0x800A0E79;
-inline constexpr ErrorNumber kEditPending = 0x800A0C93;  // not allowed while an edit is pending
-inline constexpr ErrorNumber kBadArgument = 0x800A0BB9;
-inline constexpr ErrorNumber kReadOnly = 0x800A0CB3;           // the recordset does not support updating
-inline constexpr ErrorNumber kParse = 0x80040400;              // QuickBooks can't parse the document
-inline constexpr ErrorNumber kRequestIncomplete = 0x80040307;  // a request object with a required choice left empty
-inline constexpr ErrorNumber kOverflow = 6;
-inline constexpr ErrorNumber kDivisionByZero = 11;
-inline constexpr ErrorNumber kConversion = 13;
-inline constexpr ErrorNumber kObjectNothing = 91;
-inline constexpr ErrorNumber kInvalidNull = 94;
-inline constexpr ErrorNumber kCannotCreateObject = 429;
-inline constexpr ErrorNumber kNameUnknown = 438;
-inline constexpr ErrorNumber kKeyInUse = 457;
-inline constexpr ErrorNumber kFileNotFound = 53;
-inline constexpr ErrorNumber kPathNotFound = 76;
-inline constexpr ErrorNumber kFileAccess = 75;
+enum Number : ErrorNumber {
+  kBadSyntax = 0x80040E14,  // bad syntax, or no such column
+  kNoSuchTable = 0x80040E37,
+  kConstraint = 0x80040E2F,
+  kCannotOpen = 0x80004005,  // the connection can't be opened
+  kProviderNotFound = 0x800A0E7A,
+  kNoSuchField = 0x800A0CC1,
+  kAtEof = 0x800A0BCD,
+  kObjectClosed = 0x800A0E78,
+  kObjectOpen = 0x800A0E79,
+  kEditPending = 0x800A0C93,  // not allowed while an edit is pending
+  kBadArgument = 0x800A0BB9,
+  kReadOnly = 0x800A0CB3,           // the recordset does not support updating
+  kParse = 0x80040400,              // QuickBooks can't parse the document
+  kRequestIncomplete = 0x80040307,  // a request object with a required choice left empty
+  kOverflow = 6,
+  kDivisionByZero = 11,
+  kConversion = 13,
+  kObjectNothing = 91,
+  kInvalidNull = 94,
+  kCannotCreateObject = 429,
+  kNameUnknown = 438,
+  kKeyInUse = 457,
+  kFileNotFound = 53,
+  kPathNotFound = 76,
+  kFileAccess = 75,
+};
 }  // namespace error
 
 // The published text of a number of the table above; empty for any other number.

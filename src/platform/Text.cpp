@@ -117,6 +117,19 @@ std::vector<std::string> Split(std::string_view text, char separator) {
   return parts;
 }
 
+std::string Join(const std::vector<std::string>& texts, std::string_view separator) {
+  return Join(std::vector<std::string_view>(texts.begin(), texts.end()), separator);
+}
+
+std::string Join(const std::vector<std::string_view>& texts, std::string_view separator) {
+  std::string joined;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0) joined += separator;
+    joined += texts[i];
+  }
+  return joined;
+}
+
 bool SameName(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }

@@ -25,6 +25,9 @@ inline constexpr std::string_view kCrLf = "\r\n";
 [[nodiscard]] std::string Trim(std::string_view text);
 [[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with);
 [[nodiscard]] std::vector<std::string> Split(std::string_view text, char separator);
+// The texts one behind the other, with the separator between.
+[[nodiscard]] std::string Join(const std::vector<std::string>& texts, std::string_view separator);
+[[nodiscard]] std::string Join(const std::vector<std::string_view>& texts, std::string_view separator);
 // Names of fields, columns, settings: ASCII letters compare without case.
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
 // Whether every byte sequence is well-formed UTF-8.

@@ -1,6 +1,6 @@
 #include "platform/Value.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <charconv>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "quickbooks/CompanyFileChecks.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdint>
 #include <optional>

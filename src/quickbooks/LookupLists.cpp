@@ -71,7 +71,7 @@ static_assert([] {
   for (std::size_t place = 0; place < kLookups.size(); ++place) {
     if (kLookups[place].list != static_cast<LookupList>(place)) return false;
   }
-  return kLookups.back().list == LookupList::SalesTaxItems;
+  return kLookups.back().list == kLastLookupList;
 }());
 
 const LookupDescription& DescriptionOf(LookupList list) { return kLookups.at(static_cast<std::size_t>(list)); }

@@ -29,6 +29,7 @@ enum class LookupList : std::uint8_t {
   PayrollItems,
   SalesTaxItems,
 };
+inline constexpr auto kLastLookupList = LookupList::SalesTaxItems;
 
 // Which records: those that QuickBooks answers a plain query with, or inactive ones too. A list that has no choice
 // always answers the plain query.

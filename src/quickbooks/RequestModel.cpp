@@ -1,6 +1,6 @@
 #include "quickbooks/RequestModel.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cmath>

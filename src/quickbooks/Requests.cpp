@@ -1,6 +1,6 @@
 #include "quickbooks/Requests.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "platform/Text.h"
 #include "services/Countries.h"

@@ -1,6 +1,6 @@
 #include "quickbooks/ResponseModel.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

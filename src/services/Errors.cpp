@@ -1,6 +1,6 @@
 #include "services/Errors.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdint>
 

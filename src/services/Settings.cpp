@@ -1,6 +1,6 @@
 #include "services/Settings.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "platform/Text.h"
 #include "services/Conversions.h"

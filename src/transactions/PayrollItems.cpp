@@ -1,6 +1,6 @@
 #include "transactions/PayrollItems.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <string_view>

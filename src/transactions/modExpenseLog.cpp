@@ -1,6 +1,6 @@
 #include "transactions/modExpenseLog.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #include "transactions/modInvoices.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #include "transactions/modTimeEntry.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "transactions/modlVendorBills.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 

@@ -1,7 +1,7 @@
 // The count of open requests to BillingDb is back at 0 after each public operation, whatever call to the database fails
 // in it, and whatever the user says to the questions that follow.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <functional>

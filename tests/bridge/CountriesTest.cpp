@@ -1,7 +1,7 @@
 // Whole transfers of clients between each kind of database and each edition of QuickBooks: the form of every document
 // on the wire, and the place that an address has in the column, in the request and in the customer.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <tuple>

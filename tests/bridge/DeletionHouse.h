@@ -3,7 +3,7 @@
 // For the tests of deletions. The records to be deleted are made by each test.
 #pragma once
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <optional>

@@ -1,7 +1,7 @@
 // A house for lookups: a session that stands, an object to it, and a way to fill the lists of the company file.
 #pragma once
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <string>
 #include <string_view>

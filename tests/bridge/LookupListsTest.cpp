@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "quickbooks/LookupLists.h"
 #include "tests/bridge/LookupHouse.h"
 #include "tests/bridge/LookupMembers.h"
@@ -24,6 +26,16 @@ INSTANTIATE_TEST_SUITE_P(OfTheHost, Lookups, testing::ValuesIn(LookupMembers()),
 class LookupsWithAll : public testing::TestWithParam<LookupMember> {};
 INSTANTIATE_TEST_SUITE_P(OfTheHost, LookupsWithAll, testing::ValuesIn(LookupMembersWithAll()),
                          [](const auto& test) { return test.param.operation; });
+
+// What none of these tests would go through. Sales tax items have no operation.
+TEST(LookupRows, Are_there_for_every_list_that_has_an_operation) {
+  const auto members = LookupMembers();
+  for (std::size_t place = 0; place <= static_cast<std::size_t>(kLastLookupList); ++place) {
+    const auto list = static_cast<LookupList>(place);
+    const auto rows = std::ranges::count(members, LookupName(list), &LookupMember::Routine);
+    EXPECT_EQ(rows, list == LookupList::SalesTaxItems ? 0 : 1) << LookupName(list);
+  }
+}
 
 // --- What is asked ---------------------------------------------------------------------------------------------------
 

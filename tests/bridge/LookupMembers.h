@@ -3,7 +3,7 @@
 // A row for each; tests over the whole family go through them.
 #pragma once
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <ostream>
 #include <string>

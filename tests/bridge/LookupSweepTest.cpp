@@ -1,7 +1,7 @@
 // Lookups broken at every one of their calls through the seams: none lets an error out, each tells it, none keeps a
 // connection open, and the next one works.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <functional>

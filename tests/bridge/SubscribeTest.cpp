@@ -1,6 +1,6 @@
 // The subscription to QuickBooks events: taking it, and taking it back.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "events/modSubscribe.h"

@@ -1,6 +1,6 @@
 // Whether this product is subscribed to QuickBooks events.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "events/modSubscribe.h"

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <set>
 
@@ -280,6 +281,9 @@ TEST_F(Routines, Every_table_is_read_by_its_own_query) {
       {enVendorBill, {"BillQueryRq"}},
       {enEstimates, {"EstimateQueryRq"}},
   };
+  for (const auto* table : BuiltInTables()) {
+    EXPECT_EQ(std::ranges::count(cases, table->number, [](const auto& c) { return c.first; }), 1) << table->name;
+  }
   for (const auto& [table, queries] : cases) {
     SCOPED_TRACE(table);
     noted = {};

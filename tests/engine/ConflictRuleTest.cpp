@@ -4,6 +4,7 @@
 
 #include "engine/ConflictRule.h"
 #include "services/Database.h"
+#include "tests/engine/MachineInZone.h"
 #include "tests/engine/SpiedHouse.h"
 
 namespace twqb {

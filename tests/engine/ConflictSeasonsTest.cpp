@@ -9,6 +9,7 @@
 #include "SpiedHouse.h"
 #include "adapters/companyfile/CompanyClock.h"
 #include "engine/ConflictRule.h"
+#include "platform/Forwarding.h"
 #include "quickbooks/ResponseModel.h"
 #include "services/Conversions.h"
 #include "services/Database.h"

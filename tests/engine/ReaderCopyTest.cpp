@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "tests/engine/ReaderHouse.h"
 

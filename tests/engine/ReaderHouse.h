@@ -3,7 +3,7 @@
 // For the tests of the record reader. An answer that is given by hand comes instead of the company file's own.
 #pragma once
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <string>
 #include <string_view>

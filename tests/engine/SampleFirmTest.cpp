@@ -1,6 +1,6 @@
 // The sample firm: every statement finds rows in it, what its rows name is there, and its amounts add up.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "tests/engine/SelectionHouse.h"
 #include "tests/support/BillingSchema.h"

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lists/modAccounts.h"
+#include "platform/Forwarding.h"
 #include "services/Database.h"
 #include "tests/lists/ListHouse.h"
 

@@ -1,7 +1,7 @@
 // A house in which the routines of employees and vendors are called as the dispatcher calls them.
 #pragma once
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <map>
 #include <span>

@@ -1,6 +1,6 @@
 // What the generator refuses: each fault with its file and its line.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <string>

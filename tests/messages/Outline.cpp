@@ -1,11 +1,13 @@
 #include "Outline.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <fstream>
 #include <stdexcept>
 #include <vector>
+
+#include "platform/Text.h"
 
 namespace twqb::messages {
 
@@ -59,7 +61,7 @@ std::string EnumerationMark(const Element& row, const Form& form) {
     if (value.KnownIn(form)) names.push_back(value.name);
   }
   std::ranges::sort(names);
-  return fmt::format("e({})", fmt::join(names, "|"));
+  return fmt::format("e({})", Join(names, "|"));
 }
 
 bool IsReference(const Element& row) {
@@ -83,7 +85,7 @@ std::string ChoiceOutline(const Element& row, const Form& form) {
   for (const auto& branch : row.Children()) {
     if (branch.KnownIn(form)) branches.push_back(Outline({&branch, 1}, form));
   }
-  return fmt::format("[{}]{}{}", fmt::join(branches, "|"), Marks(row), VersionMark(row, form));
+  return fmt::format("[{}]{}{}", Join(branches, "|"), Marks(row), VersionMark(row, form));
 }
 
 }  // namespace
@@ -96,7 +98,7 @@ std::string Outline(std::span<const Element> rows, const Form& form) {
                     : row.type == Type::Choice ? ChoiceOutline(row, form)
                                                : ElementOutline(row, form));
   }
-  return fmt::format("{}", fmt::join(parts, " "));
+  return Join(parts, " ");
 }
 
 std::map<std::string, std::string> ReadOutlines(std::string_view file) {

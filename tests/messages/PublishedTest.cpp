@@ -1,7 +1,7 @@
 // The rows against the published messages: each request and answer, in the US and the Canadian form, and what the rows
 // know beyond them.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

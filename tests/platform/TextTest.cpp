@@ -122,6 +122,13 @@ TEST(Text, A_text_of_n_separators_splits_into_n_plus_1_parts) {
   EXPECT_EQ(Split(",", ','), (Parts{"", ""}));
 }
 
+TEST(Text, Texts_are_joined_with_the_separator_between) {
+  EXPECT_EQ(Join(std::vector<std::string>{"a", "", "c"}, ", "), "a, , c");
+  EXPECT_EQ(Join(std::vector<std::string>{"a"}, ", "), "a");
+  EXPECT_EQ(Join(std::vector<std::string>{}, ", "), "");
+  EXPECT_EQ(Join(std::vector<std::string_view>{"a", "b"}, ""), "ab");
+}
+
 TEST(Text, Names_compare_without_regard_to_the_case_of_ASCII_letters_alone) {
   EXPECT_TRUE(SameName("ListID", "LISTid"));
   EXPECT_TRUE(SameName("", ""));

@@ -1,5 +1,6 @@
 // The checks on the company file once a session stands, and the file dialog.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // Which country's edition answers, in which version, and what it takes for granted.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "quickbooks/QBSessionManager.h"

@@ -1,6 +1,6 @@
 // The text form of a message set.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <pugixml.hpp>

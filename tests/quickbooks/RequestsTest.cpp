@@ -1,5 +1,6 @@
 // The message set that fits the edition, the report of a refusal, and the level of a customer.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "adapters/system/FrozenMachine.h"

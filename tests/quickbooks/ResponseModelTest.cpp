@@ -1,6 +1,6 @@
 // Answers: statuses, records, fields that are nothing, and lists.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "adapters/system/FrozenMachine.h"

@@ -1,5 +1,6 @@
 // What the user is told when QuickBooks opens no session, and what a retry does.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <fstream>

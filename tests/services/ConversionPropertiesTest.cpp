@@ -1,6 +1,6 @@
 // What holds of the conversions whatever the value: round trips, idempotence, and no bytes that they cannot take.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

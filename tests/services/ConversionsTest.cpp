@@ -1,12 +1,13 @@
 // Texts, phones, identity numbers, rich text, GUIDs and link lookups.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
-#include <regex>
 #include <set>
 
+#include "platform/Forwarding.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "tests/services/NotingHouse.h"
@@ -169,11 +170,11 @@ TEST(GenerateGUID, Prints_the_bytes_in_groups_with_braces) {
 TEST(GenerateGUID, Makes_another_one_each_time) {
   TestHouse house;
   house.Enter();
-  const std::regex shape("\\{[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\}");
+  const testing::Matcher<std::string> shape = testing::MatchesRegex("\\{[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\}");
   std::set<std::string> made;
   for (int i = 0; i < 1000; ++i) {
     const auto guid = GenerateGUID();
-    EXPECT_TRUE(std::regex_match(guid, shape)) << guid;
+    EXPECT_TRUE(shape.Matches(guid)) << guid;
     made.insert(guid);
   }
   EXPECT_EQ(made.size(), 1000U);

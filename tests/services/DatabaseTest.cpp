@@ -1,5 +1,6 @@
 // The shared connection and its count, connections of a routine's own, and the close helper.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "platform/PlatformError.h"

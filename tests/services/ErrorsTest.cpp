@@ -1,5 +1,6 @@
 // The error box, the log and the guards.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,6 +10,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "platform/Forwarding.h"
 #include "services/Errors.h"
 #include "tests/services/NotingHouse.h"
 

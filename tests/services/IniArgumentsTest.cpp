@@ -5,6 +5,7 @@
 #include <tuple>
 #include <vector>
 
+#include "platform/Forwarding.h"
 #include "services/Settings.h"
 #include "tests/services/NotingHouse.h"
 

@@ -1,10 +1,12 @@
 // Settings in both stores, the registry values and the activity codes.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
 
+#include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "services/Database.h"
 #include "services/Settings.h"

@@ -1,6 +1,6 @@
 #include "tests/support/TestHouse.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 #include <sstream>

@@ -1,6 +1,6 @@
 // Activities in both directions.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "Books.h"
 #include "Scenarios.h"

@@ -1,6 +1,6 @@
 #include "Books.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <stdexcept>
 #include <string>

@@ -1,10 +1,12 @@
 #include "Checks.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <optional>
 #include <set>
+
+#include "platform/Text.h"
 
 namespace twqb::sweep {
 
@@ -49,7 +51,7 @@ std::vector<std::string> ExtraRecords(const Snapshot& now, const Snapshot& after
 
 void ExpectCount(std::string_view what, const std::vector<std::string>& found, std::size_t wanted, Problems& problems) {
   if (found.size() == wanted) return;
-  problems.push_back(fmt::format("{}: {} instead of {} ({})", what, found.size(), wanted, fmt::join(found, ", ")));
+  problems.push_back(fmt::format("{}: {} instead of {} ({})", what, found.size(), wanted, Join(found, ", ")));
 }
 
 void CheckNoneLost(std::string_view what, const Table& now, const Table& before, Problems& problems) {

@@ -1,6 +1,6 @@
 // Every scenario, broken at every call.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 

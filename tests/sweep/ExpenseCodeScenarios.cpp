@@ -1,6 +1,6 @@
 // Expense codes in both directions, with items of all three kinds.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Employees and vendors in both directions. Their names are one word: a counter stands at the end of them then, where
 // the checks look for it.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <stdexcept>
 

@@ -1,6 +1,6 @@
 #include "Snapshot.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sqlite3.h>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "Sweep.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <csignal>
@@ -12,6 +12,7 @@
 
 #include "adapters/faults/Faults.h"
 #include "bridge/modTWQBBridge.h"
+#include "platform/Text.h"
 #include "services/ModuleVariables.h"
 #include "twqb/CTWQBBridge.h"
 
@@ -116,7 +117,7 @@ void Sweep::Rehearse() {
   counted = &faults;
   house.Enter(faults.Decorated());
   if (!RunTransfers(house, scenario_)) {
-    throw std::runtime_error(fmt::format("The clean run failed: {}", fmt::join(house.BoxTexts(), "\n")));
+    throw std::runtime_error(fmt::format("The clean run failed: {}", Join(house.BoxTexts(), "\n")));
   }
   trace_ = {.names = {faults.CallNames().begin(), faults.CallNames().end()}, .deeds = witness.Deeds()};
   boxes_ = house.BoxTexts();
@@ -179,9 +180,9 @@ Problems Sweep::RunCleanly(TestHouse& house, Leaves leaves) const {
   Problems problems;
   const auto boxes = house.BoxTexts().size();
   if (!RunTransfers(house, scenario_)) {
-    const auto texts = house.BoxTexts();
-    problems.push_back(fmt::format("The result is False: {}",
-                                   fmt::join(texts.begin() + static_cast<std::ptrdiff_t>(boxes), texts.end(), "\n")));
+    auto texts = house.BoxTexts();
+    texts.erase(texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(boxes));
+    problems.push_back(fmt::format("The result is False: {}", Join(texts, "\n")));
   }
   std::ranges::move(CheckInStep(TakeSnapshot(House(), scenario_.tables), expected_, leaves),
                     std::back_inserter(problems));

@@ -3,7 +3,7 @@
 // None has a class, a payroll item or a rate of its own: what can't be looked up of those counts as not there, by
 // design, and the entry goes without.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "Books.h"
 #include "Scenarios.h"
