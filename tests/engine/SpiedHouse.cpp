@@ -74,7 +74,7 @@ void SpiedHouse::EnterSpied() { Enter(Spied()); }
 FaultPlatform& SpiedHouse::Faults() { return spies_->faults; }
 
 void SpiedHouse::Connect(std::string_view country) {
-  auto session = std::make_shared<QBSessionManager>(spies_->wire.CreateTransport());
+  auto session = std::make_shared<QBSessionManager>(spies_->wire.CreateTransport(), TheMachine());
   session->OpenConnection("TWCLIENT", "test");
   session->BeginSession("", OpenMode::DoNotCare);
   Vars().g_QBSession = std::move(session);
