@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
 #include "bridge/modTWQBBridge.h"
@@ -316,7 +317,14 @@ TEST(Dispatch, A_get_that_was_stopped_is_False_and_takes_its_form_down) {
 // --- Tables that are not there ---------------------------------------------------------------------------------------
 
 TEST(Dispatch, A_table_that_is_not_built_yet_is_told_by_name_and_is_False) {
+  constexpr Table kNotBuilt = {.number = enVendorBill,
+                               .name = "VendorBill",
+                               .names = {.send = "Vendor Bill", .get = "Vendor Bill(QB)"},
+                               .rows = {.table = "VendorBill"}};
+  const std::array<const Table*, 1> tables = {&kNotBuilt};
   BridgeHouse house;
+  house.tables = tables;
+  house.EnterSpied();
   Bridge bridge(house);
   EXPECT_FALSE(bridge.SendDataToQB(enVendorBill));
   EXPECT_FALSE(bridge.GetDataFromQB(enVendorBill));

@@ -105,7 +105,7 @@ TEST_F(AllTables, The_first_send_adds_what_is_in_the_selections_and_finds_names_
                   Answered("ItemOtherChargeAdd", 0, 34), Answered("ItemOtherChargeAdd", kNameInUse, 7),
                   Answered("ItemPaymentAdd", 0, 1), Answered("ItemPaymentAdd", kPaymentItemInUse, 1),
                   Answered("ItemServiceAdd", 0, 55), Answered("ItemServiceAdd", kNameInUse, 4),
-                  Answered("ReceivePaymentAdd", 0, 2), Answered("TimeTrackingAdd", 0, 288),
+                  Answered("ReceivePaymentAdd", 0, 2), Answered("TimeTrackingAdd", 0, 287),
                   Answered("VendorAdd", 0, 14), Answered("VendorAdd", kNameInUse, 5)));
 }
 
