@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "bridge/modTWQBBridge.h"
+#include "engine/Table.h"
 #include "tests/bridge/BridgeHouse.h"
 
 namespace twqb {
