@@ -163,21 +163,26 @@ TEST_F(AllTables, The_code_for_items_without_one_never_goes) {
 }
 
 TEST_F(AllTables, A_get_brings_the_money_that_was_entered_in_quickbooks) {
-  Transfer("get", 12);
-  const std::string documents = "TransactionTable WHERE PayID IS NULL AND QBLinkID IS NOT NULL";
-  EXPECT_EQ(Count(documents), "8") << "the pending one stays";
-  EXPECT_EQ(Count(documents + " AND TransactionInvNum LIKE 'CM%' AND TransactionInvBillAmt < 0"), "3");
-  EXPECT_EQ(Count(documents + " AND ExpTaxAmt = 5.25 AND TransactionInvBillAmt = 350.25"), "1");
-  EXPECT_EQ(Count("ManInvDetail WHERE ManInvDetailDesc = 'Survey of one lot, with bounds' AND ManInvDetailAmt = 2280"),
-            "2")
-      << "of a group, on an invoice and on a credit memo";
-  EXPECT_EQ(Count("Payment WHERE QBLinkID IS NOT NULL"), "6") << "one of them a discount";
-  EXPECT_EQ(Count("Payment WHERE QBLinkID IS NOT NULL AND PayMethod = '3' AND PayAmt = 40"), "1");
-  EXPECT_EQ(Count("Payment WHERE QBLinkID IS NOT NULL AND PayRetainer = -1"), "1");
-  EXPECT_EQ(Count("TransactionTable WHERE PayID IS NOT NULL AND QBLinkID IS NOT NULL"), "6");
-  const auto rows = Count("TransactionTable") + " " + Count("ManInvDetail") + " " + Count("Payment");
-  Transfer("get", 13);
-  EXPECT_EQ(Count("TransactionTable") + " " + Count("ManInvDetail") + " " + Count("Payment"), rows);
+  const std::string linked = " WHERE QBLinkID IS NOT NULL";
+  const std::string documents = "TransactionTable" + linked + " AND PayID IS NULL";
+  const std::pair<std::string, int> rows[] = {
+      {documents, 8},  // the pending one stays
+      {documents + " AND TransactionInvNum LIKE 'CM%' AND TransactionInvBillAmt < 0", 3},
+      {documents + " AND ExpTaxAmt = 5.25 AND TransactionInvBillAmt = 350.25", 1},
+      // Of a group, on an invoice and on a credit memo.
+      {"ManInvDetail WHERE ManInvDetailDesc = 'Survey of one lot, with bounds' AND ManInvDetailAmt = 2280", 2},
+      {"Payment" + linked, 6},  // one of them a discount
+      {"Payment" + linked + " AND PayMethod = '3' AND PayAmt = 40", 1},
+      {"Payment" + linked + " AND PayRetainer = -1", 1},
+      {"TransactionTable" + linked + " AND PayID IS NOT NULL", 6}};
+  std::vector<int> before;
+  for (const auto& [what, come] : rows) before.push_back(std::stoi(Count(what)));
+  for (const int hour : {12, 13}) {
+    Transfer("get", hour);
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      EXPECT_EQ(std::stoi(Count(rows[i].first)) - before[i], rows[i].second) << rows[i].first;
+    }
+  }
 }
 
 TEST_F(AllTables, A_get_brings_items_of_every_form_and_accounts_of_every_depth) {
