@@ -17,7 +17,8 @@ void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(stateme
 
 constexpr std::int64_t kCreated = 1204700000;  // of the base's records, in Unix seconds
 
-std::string TxnId(int number) { return fmt::format("{:X}-{}", number, kCreated); }
+// Of the n-th transaction, where each has so many lines.
+std::string TxnId(int number, int lines) { return fmt::format("{:X}-{}", (number - 1) * (lines + 1) + 1, kCreated); }
 std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
 
 // --- Employees and vendors -------------------------------------------------------------------------------------------
@@ -208,6 +209,109 @@ std::string TimeEntryRow(int number, std::string_view link, std::string_view las
       number, link, lastUpdated);
 }
 
+// --- Invoices: of one job, over hours of one activity and expenses of one code ---------------------------------------
+
+// What they refer to: the account that their items book to, customer, job, and an item for either kind of line.
+constexpr int kInvoiceRecords = 5;
+constexpr int kInvoiceClient = 2;
+constexpr int kInvoiceJob = 3;
+constexpr int kInvoiceActivity = 4;
+constexpr int kInvoiceExpense = 5;
+
+constexpr int kHourPrice = 180;  // two hours at 90
+constexpr int kCharge = 20;
+
+std::string InvoiceRequests() {
+  return fmt::format(
+      "<AccountAddRq><AccountAdd><Name>Other Income</Name><AccountType>OtherIncome</AccountType></AccountAdd>"
+      "</AccountAddRq><CustomerAddRq><CustomerAdd><Name>Acme</Name></CustomerAdd></CustomerAddRq><CustomerAddRq>"
+      "<CustomerAdd><Name>Roof</Name><ParentRef><FullName>Acme</FullName></ParentRef></CustomerAdd></CustomerAddRq>"
+      "<ItemServiceAddRq><ItemServiceAdd><Name>Design</Name><SalesOrPurchase><AccountRef><ListID>{0}</ListID>"
+      "</AccountRef></SalesOrPurchase></ItemServiceAdd></ItemServiceAddRq><ItemOtherChargeAddRq><ItemOtherChargeAdd>"
+      "<Name>Travel</Name><SalesOrPurchase><AccountRef><ListID>{0}</ListID></AccountRef></SalesOrPurchase>"
+      "</ItemOtherChargeAdd></ItemOtherChargeAddRq>",
+      ListId(1));
+}
+
+void InvoiceRowsAhead(ado::Connection& cn) {
+  Sql(cn, fmt::format("INSERT INTO Client (ClientID, ClientCompany, ClientStreet, ClientCity, ClientState, ClientZip, "
+                      "QBLinkID) VALUES ('ACME', 'Acme', '1 Main Street', 'Springfield', 'IL', '12345', '{}')",
+                      ListId(kInvoiceClient)));
+  Sql(cn, fmt::format("INSERT INTO Project (ProjectID, ClientID, ProjectConType, QBLinkID) VALUES ('ROOF:', 'ACME', "
+                      "'Hourly', '{}')",
+                      ListId(kInvoiceJob)));
+  Sql(cn,
+      fmt::format("INSERT INTO Activity (ActivityID, QBLinkID) VALUES ('DESIGN:', '{}')", ListId(kInvoiceActivity)));
+  Sql(cn, fmt::format("INSERT INTO Expense (ExpID, QBLinkID) VALUES ('TRAVEL:', '{}')", ListId(kInvoiceExpense)));
+}
+
+// Invoices over so many hours and expenses.
+template <int hours, int expenses>
+struct Invoices {
+  static std::string Record(int number) {
+    auto request = fmt::format(
+        "<InvoiceAddRq><InvoiceAdd><CustomerRef><ListID>{}</ListID></CustomerRef><TxnDate>2008-03-04</TxnDate>"
+        "<RefNumber>{}</RefNumber>",
+        ListId(kInvoiceJob), number);
+    for (int i = 1; i <= hours; ++i) {
+      request += fmt::format(
+          "<InvoiceLineAdd><ItemRef><ListID>{}</ListID></ItemRef><Desc>Work of day {}</Desc><Quantity>2</Quantity>"
+          "<Rate>90</Rate></InvoiceLineAdd>",
+          ListId(kInvoiceActivity), i);
+    }
+    for (int i = 1; i <= expenses; ++i) {
+      request += fmt::format(
+          "<InvoiceLineAdd><ItemRef><ListID>{}</ListID></ItemRef><Desc>Trip {}</Desc><Quantity>1</Quantity>"
+          "<Amount>{}.00</Amount></InvoiceLineAdd>",
+          ListId(kInvoiceExpense), i, kCharge);
+    }
+    return request + "</InvoiceAdd></InvoiceAddRq>";
+  }
+
+  static std::string Row(int number, std::string_view link, std::string_view lastUpdated) {
+    constexpr int kServices = hours * kHourPrice;
+    constexpr int kExpenses = expenses * kCharge;
+    return fmt::format(
+        "INSERT INTO TransactionTable (TransactionID, TransactionInvNum, ClientID, ProjectID, InvoiceDate, ServiceAmt, "
+        "ExpAmt, TransactionInvBillAmt, QBLinkID, LastUpdated) VALUES ('{{I{0}}}', '{0}', 'ACME', 'ROOF:', "
+        "'2008-03-04 00:00:00', {1}, {2}, {3}, {4}, {5})",
+        number, kServices, kExpenses, kServices + kExpenses, link, lastUpdated);
+  }
+
+  static std::vector<std::string> RowsOfLines(int number) {
+    std::vector<std::string> rows;
+    for (int i = 1; i <= hours; ++i) {
+      rows.push_back(
+          fmt::format("INSERT INTO TimeEntry (TEID, TransactionID, ActivityID, TEHours, TEBillRate, TEBill, "
+                      "TEDescription) VALUES ('{{{0}-{1}}}', '{{I{0}}}', 'DESIGN:', 2, 90, -1, 'Work of day {1}')",
+                      number, i));
+    }
+    for (int i = 1; i <= expenses; ++i) {
+      rows.push_back(
+          fmt::format("INSERT INTO ExpenseLog (ELID, TransactionID, ExpID, ELUnits, ELCost, ELBillable, "
+                      "ELDescription) VALUES ('{{{0}-{1}}}', '{{I{0}}}', 'TRAVEL:', 1, {2}, -1, 'Trip {1}')",
+                      number, i, kCharge));
+    }
+    return rows;
+  }
+};
+
+// A send makes sure of the items of invoices, which this company file gets in the run.
+template <int hours, int expenses>
+constexpr BenchTable InvoiceTable(std::string_view name) {
+  using Made = Invoices<hours, expenses>;
+  return {.table = enInvoices,
+          .name = name,
+          .sends = Sends::NewRecordsAlone,
+          .recordsAhead = {.count = kInvoiceRecords, .text = InvoiceRequests},
+          .identifiers = Identifiers::Transactions,
+          .lines = hours + expenses,
+          .rowsAhead = InvoiceRowsAhead,
+          .record = Made::Record,
+          .row = Made::Row,
+          .rowsOfLines = Made::RowsOfLines};
+}
+
 constexpr RecordsAhead kItemAccountsAhead = {.count = kItemAccounts, .text = ItemAccountRequests};
 
 constexpr std::array kTables = {
@@ -240,6 +344,8 @@ constexpr std::array kTables = {
                .rowsAhead = TimeRows,
                .record = TimeEntry,
                .row = TimeEntryRow},
+    InvoiceTable<1, 0>("invoices of 1 line"),
+    InvoiceTable<30, 10>("invoices of 40 lines"),
 };
 
 }  // namespace
@@ -276,31 +382,37 @@ std::unique_ptr<ado::Connection> OpenBilling(Seams& seams) {
 }
 
 void MakeBase(const std::string& folder, const BenchTable& table, const Base& base) {
-  std::string requests;
-  if (table.recordsAhead.text != nullptr) requests += table.recordsAhead.text();
-  for (int i = 1; i <= base.records; ++i) requests += table.record(i);
+  constexpr int kRequests = 1'000;  // of a document, so that none is too large for the memory
+  std::vector<std::string> requests;
+  if (table.recordsAhead.text != nullptr) requests.push_back(table.recordsAhead.text());
+  for (int i = 1; i <= base.records; ++i) {
+    if (i % kRequests == 1) requests.emplace_back();
+    requests.back() += table.record(i);
+  }
   MakeBase(folder, requests, [&](ado::Connection& cn) {
     if (table.rowsAhead != nullptr) table.rowsAhead(cn);
     for (int i = 1; i <= base.rows; ++i) {
       const auto twin =
-          table.identifiers == Identifiers::Transactions ? TxnId(i) : ListId(table.recordsAhead.count + i);
+          table.identifiers == Identifiers::Transactions ? TxnId(i, table.lines) : ListId(table.recordsAhead.count + i);
       const auto link = i <= base.linked ? fmt::format("'{}'", twin) : "NULL";
       Sql(cn, table.row(i, link, fmt::format("'{}'", i <= base.stamped ? kEarlier : base.lastUpdated)));
+      if (table.rowsOfLines == nullptr) continue;
+      for (const auto& row : table.rowsOfLines(i)) Sql(cn, row);
     }
   });
 }
 
-void MakeBase(const std::string& folder, const std::string& requests,
+void MakeBase(const std::string& folder, const std::vector<std::string>& requests,
               const std::function<void(ado::Connection& cn)>& addRows) {
   Seams seams(folder);
   CreateSqliteDatabase(folder + "/billing.db");
   seams.machine.SetNow(Date::FromUnixSeconds(kCreated).PlusMinutes(-300));
   company::CreateCompanyFile(folder + "/company.twq", {}, seams.machine);
-  if (!requests.empty()) {
+  for (const auto& document : requests) {
     const auto answer =
         company::CompanyFile(folder + "/company.twq", seams.machine)
             .Process("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
-                     requests + "</QBXMLMsgsRq></QBXML>");
+                     document + "</QBXMLMsgsRq></QBXML>");
     const auto refused = answer.find("statusSeverity=\"Error\"");
     if (refused != std::string::npos) throw std::runtime_error(answer.substr(refused, 200));
   }

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/scripted/ScriptedDesk.h"
@@ -73,10 +74,13 @@ struct BenchTable {
   Sends sends = Sends::Changes;
   RecordsAhead recordsAhead = {};
   Identifiers identifiers = Identifiers::Lists;
+  int lines = 0;  // of a transaction, which have identifiers of their own
   void (*rowsAhead)(ado::Connection& cn) = nullptr;
   std::string (*record)(int number) = nullptr;  // the request that adds it
   // The statement that adds the row; link and date as SQL.
   std::string (*row)(int number, std::string_view link, std::string_view lastUpdated) = nullptr;
+  // Those that add the rows of other tables that its lines are made of.
+  std::vector<std::string> (*rowsOfLines)(int number) = nullptr;
 };
 
 // In the order in which all tables in a row go.
@@ -98,8 +102,9 @@ inline constexpr std::string_view kLater = "2008-03-05 16:30:00";
 
 // Makes `billing.db`, `company.twq` and `twqb.ini` in the folder.
 void MakeBase(const std::string& folder, const BenchTable& table, const Base& base);
-// The same of requests to the company file, without their frame, and of what adds the rows, in one transaction.
-void MakeBase(const std::string& folder, const std::string& requests,
+// The same of requests to the company file, each text a document that lacks its frame, and of what adds the rows, in
+// one transaction.
+void MakeBase(const std::string& folder, const std::vector<std::string>& requests,
               const std::function<void(ado::Connection& cn)>& addRows);
 
 }  // namespace twqb

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -58,7 +59,7 @@ struct Firm {
 
 // A firm that was never sent; QuickBooks has the accounts of its items and nothing else.
 void MakeFirm(const std::string& folder, const Firm& firm) {
-  MakeBase(folder, ItemAccounts().text(), [&](ado::Connection& cn) {
+  MakeBase(folder, {ItemAccounts().text()}, [&](ado::Connection& cn) {
     const auto date = fmt::format("'{}'", kEarlier);
     for (const auto& table : kBenchTables) {
       for (int i = 1; i <= firm.Rows(table.table); ++i) {
@@ -125,9 +126,9 @@ void PrintShares(const Send& send, const Firm& firm) {
                fmt::format("{:.3f}", library), rows == 0 ? "" : fmt::format("{:.1f}", library / rows * 1e6)});
   };
   for (const auto& share : shares) {
-    for (const auto& table : kBenchTables) {
-      if (share.name == GetTableName(Direction::Send, table.table)) print(share, firm.Rows(table.table));
-    }
+    const auto table = std::ranges::find(
+        kBenchTables, share.name, [](const BenchTable& made) { return GetTableName(Direction::Send, made.table); });
+    if (table != kBenchTables.end()) print(share, firm.Rows(table->table));
   }
   print(all, firm.AllRows());
 }

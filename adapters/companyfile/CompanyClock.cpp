@@ -4,6 +4,22 @@
 
 namespace twqb::company {
 
+namespace {
+
+// The first second behind `before` in which the clock differs from standard time otherwise than then; at `after` it
+// does.
+Date ChangeBetween(Date before, Date after, Machine& machine) {
+  const auto was = machine.DaylightMinutes(before);
+  while (after.Milliseconds() - before.Milliseconds() > Date::kSecond) {
+    const auto seconds = (after.Milliseconds() - before.Milliseconds()) / Date::kSecond;
+    const auto middle = before.PlusMilliseconds(seconds / 2 * Date::kSecond);
+    (machine.DaylightMinutes(middle) == was ? before : after) = middle;
+  }
+  return after;
+}
+
+}  // namespace
+
 ClockReading ReadClock(Machine& machine) {
   const auto zone = machine.GetTimeZoneInformation();
   const int bias = zone.bias + (zone.state == TimeZoneState::Daylight ? zone.daylightBias : 0);
@@ -25,6 +41,10 @@ std::int64_t FromWallClock(Date wall, Occurrence occurrence, const ClockReading&
   const auto inSummer = wall.PlusMinutes(-clock.daylightMinutes);
   const bool showsItThen = clock.machine->DaylightMinutes(inSummer) == clock.daylightMinutes;
   if (occurrence == Occurrence::First && showsItThen) standard = inSummer;
+  if (standard.PlusMinutes(clock.machine->DaylightMinutes(standard)) != wall) {
+    const auto change = ChangeBetween(standard, wall, *clock.machine);
+    standard = occurrence == Occurrence::First ? change : change.PlusMilliseconds(-Date::kSecond);
+  }
   return standard.PlusMinutes(clock.standardBias).UnixSeconds();
 }
 

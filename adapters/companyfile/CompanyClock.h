@@ -24,7 +24,7 @@ struct ClockReading {
 [[nodiscard]] std::string TimeText(std::int64_t unixSeconds, const ClockReading& clock);
 
 // The moment at which the wall clock showed `wall`, as Unix seconds; of an hour that it showed twice, the one that is
-// asked for.
+// asked for. Of an hour that it passed over: the first moment behind that hour, or the last one before it.
 enum class Occurrence : std::uint8_t { First, Last };
 [[nodiscard]] std::int64_t FromWallClock(Date wall, Occurrence occurrence, const ClockReading& clock);
 

@@ -7,8 +7,6 @@
 
 namespace twqb::company {
 
-namespace {
-
 std::string_view TextOf(ErrorNumber number) {
   switch (number) {
     case kUnexpected:
@@ -39,8 +37,6 @@ std::string_view TextOf(ErrorNumber number) {
       return ErrorText(number);
   }
 }
-
-}  // namespace
 
 void Raise(ErrorNumber number, std::string_view detail) {
   const auto text = TextOf(number);

@@ -23,6 +23,8 @@ inline constexpr ErrorNumber kNoPermission = 0x80040418;      // the program may
 inline constexpr ErrorNumber kNoAutoLogon = 0x8004041D;       // the program may not have the file opened
 inline constexpr ErrorNumber kUnknownVersion = 0x80040423;    // of messages, or in a form that the file has not
 
+// The text of a number, those of the other numbers of the house too.
+[[nodiscard]] std::string_view TextOf(ErrorNumber number);
 // Raises `number` with its text; `detail` follows behind a blank when there is one.
 [[noreturn]] void Raise(ErrorNumber number, std::string_view detail = {});
 // The detail that `raised` was raised with; it stands in `raised`.

@@ -1,7 +1,8 @@
 // The tables of a company file, and how a file of an earlier format gets those that it lacks.
 //
 // A format is the one before and a step: a new file takes every step, an earlier file the ones that it hasn't taken, so
-// that both end up the same. What the tables hold is CompanyStore's and TxnStore's.
+// that both end up the same. A step may be records alone, which stand with the presets. What the tables hold is
+// CompanyStore's and TxnStore's.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,7 @@
 
 namespace twqb::company {
 
-inline constexpr std::int64_t kFormatVersion = 3;
+inline constexpr std::int64_t kFormatVersion = 4;
 inline constexpr std::int64_t kNoFormat = 0;  // of a file without a table in it
 
 // The format of the file; raises `kCannotOpenFile` for what is no company file, or one of a newer format.

@@ -52,9 +52,6 @@ std::optional<ListRecord> FirstRecord(SqliteRows rows) {
   return ReadRecord(rows);
 }
 
-// The first format with the lists that a new file has records in.
-constexpr std::int64_t kFormatOfPresets = 2;
-
 // Where a name has to be unique: among the children of a parent, or at the top of a name space. An identifier has a
 // "-" in it and no name space has, so the two never meet.
 std::string_view ScopeOf(const ListKind& kind, std::string_view parentId) {
@@ -87,8 +84,9 @@ void InsertRecord(SqliteDatabase& database, const ListKind& kind, const ListReco
        std::string_view(record.body), std::string_view(record.type), std::string_view(record.number)});
 }
 
-void InsertPresets(SqliteDatabase& database, messages::Country country, std::int64_t made) {
-  for (const auto& [kind, record] : Presets(country, made)) InsertRecord(database, *kind, record);
+// Those that a file of `format` does not have.
+void InsertPresets(SqliteDatabase& database, const CompanyOptions& options, std::int64_t made, std::int64_t format) {
+  for (const auto& [kind, record] : Presets(options.country, made, format)) InsertRecord(database, *kind, record);
 }
 
 }  // namespace
@@ -116,7 +114,7 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
     database.Execute(kInsert, {"host_version", std::string_view(hostVersion)});
     database.Execute(kInsert, {"accepts", std::string_view(accepts)});
     database.Execute(kInsert, {"created", std::string_view(created)});
-    InsertPresets(database, options.country, now);
+    InsertPresets(database, options, now, kNoFormat);
     transaction.Commit();
   } catch (...) {
     std::remove(path.c_str());
@@ -143,7 +141,7 @@ void CompanyStore::Upgrade() {
   const auto format = ReadFormat(database_);
   if (format == kFormatVersion) return;
   TakeSteps(database_, format);
-  if (format < kFormatOfPresets) InsertPresets(database_, options_.country, created_);
+  InsertPresets(database_, options_, created_, format);
   transaction.Commit();
 }
 

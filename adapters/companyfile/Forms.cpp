@@ -40,9 +40,12 @@ std::vector<messages::Country> FormsOf(std::span<const messages::Country> accept
   return forms;
 }
 
-bool IsPublished(const messages::Form& form) {
-  const auto versions = VersionsOf(form.country);
-  return std::ranges::find(versions, form.version) != versions.end();
+std::optional<messages::Form> PublishedForm(std::string_view tag) {
+  const auto form = messages::FormFromTag(tag);
+  // The American form goes without its country.
+  if (!form || messages::FormTag(*form) != tag) return std::nullopt;
+  const auto versions = VersionsOf(form->country);
+  return std::ranges::find(versions, form->version) == versions.end() ? std::nullopt : form;
 }
 
 }  // namespace twqb::company

@@ -16,6 +16,7 @@ constexpr char kKeySeparator = '\x01';
 constexpr std::string_view kPeopleNames = "names";
 
 constexpr std::string_view kItemNames = "items";
+constexpr std::string_view kTermsNames = "terms";
 
 constexpr FieldDefault kCustomerDefaults[] = {{.field = "JobStatus", .value = "None"}};
 constexpr FieldDefault kInventoryDefaults[] = {{.field = "QuantityOnHand", .value = "0"},
@@ -60,6 +61,11 @@ constexpr ListKind kListKinds[] = {
     {.name = "ItemGroup", .nameSpace = kItemNames, .defaults = kGroupDefaults},
     {.name = "Class", .nameSpace = "classes", .maxLevels = kDeepest},
     {.name = "JobType", .nameSpace = "job types", .maxLevels = kDeepest},
+    {.name = "CustomerType", .nameSpace = "customer types", .maxLevels = kDeepest},
+    {.name = "VendorType", .nameSpace = "vendor types", .maxLevels = kDeepest},
+    {.name = "StandardTerms", .nameSpace = kTermsNames},
+    {.name = "DateDrivenTerms", .nameSpace = kTermsNames},
+    {.name = "Template", .nameSpace = "templates"},
     {.name = "PaymentMethod", .nameSpace = "payment methods"},
     {.name = "PayrollItemWage", .nameSpace = "payroll items"},
     {.name = "SalesTaxCode", .nameSpace = "tax codes", .editions = messages::kUnitedStates},
@@ -69,6 +75,9 @@ constexpr ListKind kListKinds[] = {
      .alsoDeletedAs = "SalesTaxCode"},
 };
 
+constexpr std::string_view kTerms[] = {"StandardTerms", "DateDrivenTerms"};
+constexpr JointList kJointLists[] = {{.name = "Terms", .kinds = kTerms}};
+
 }  // namespace
 
 std::span<const ListKind> ListKinds() { return kListKinds; }
@@ -76,6 +85,11 @@ std::span<const ListKind> ListKinds() { return kListKinds; }
 const ListKind* FindListKind(std::string_view name) {
   const auto* const found = std::ranges::find(kListKinds, name, &ListKind::name);
   return found == std::end(kListKinds) ? nullptr : found;
+}
+
+const JointList* FindJointList(std::string_view name) {
+  const auto* const found = std::ranges::find(kJointLists, name, &JointList::name);
+  return found == std::end(kJointLists) ? nullptr : found;
 }
 
 std::string NameKey(std::string_view name) {

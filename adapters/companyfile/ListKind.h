@@ -46,6 +46,14 @@ struct ListKind {
 // By its exact name; nullptr when the file keeps no such list.
 [[nodiscard]] const ListKind* FindListKind(std::string_view name);
 
+// Kinds that one query asks for together, as if they were one list: TermsQuery. Their names share a name space.
+struct JointList {
+  std::string_view name;                    // "Terms"
+  std::span<const std::string_view> kinds;  // of ListKind
+};
+// By its exact name; nullptr when there is none.
+[[nodiscard]] const JointList* FindJointList(std::string_view name);
+
 // How names compare: without case, without trailing blanks.
 [[nodiscard]] std::string NameKey(std::string_view name);
 

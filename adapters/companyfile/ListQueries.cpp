@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -56,7 +57,7 @@ RecordFilter ReadFilter(const ListKind& kind, pugi::xml_node query, std::span<co
 
 // The records that are named one by one, each once, in the order of the list.
 struct Named {
-  std::vector<ListRecord> records;
+  std::vector<FoundRecord> records;
   std::optional<std::string> missing;  // the first that is not there
 };
 
@@ -73,15 +74,49 @@ void CollectNamed(pugi::xml_node query, std::string_view element, Named& named, 
   }
 }
 
-void AnswerNamed(Named named, ListOrder order, RecordWriter& writer, Response& response) {
-  std::ranges::sort(named.records, {}, [order](const ListRecord& record) {
-    return std::pair(order == ListOrder::FullName ? std::string{} : NameKey(record.name), record.fullKey);
+using Kinds = std::span<const ListKind* const>;
+
+// What `find` answers for the first of the kinds of which it answers anything.
+template <typename Find>
+std::optional<FoundRecord> FindIn(Kinds kinds, const Find& find) {
+  for (const auto* kind : kinds) {
+    if (auto record = find(*kind)) return FoundRecord{.kind = kind, .record = std::move(*record)};
+  }
+  return std::nullopt;
+}
+
+// Nothing for a query that names none.
+std::optional<Named> FindNamed(CompanyStore& store, Kinds kinds, pugi::xml_node query) {
+  Named named;
+  CollectNamed(query, "ListID", named, [&](std::string_view id) {
+    return FindIn(kinds, [&](const ListKind& kind) { return store.FindById(kind, id); });
   });
-  const auto same = [](const ListRecord& a, const ListRecord& b) { return a.listId == b.listId; };
+  CollectNamed(query, "FullName", named, [&](std::string_view name) {
+    return FindIn(kinds, [&](const ListKind& kind) { return store.FindByFullKey(kind, FullNameKey(name)); });
+  });
+  if (named.records.empty() && !named.missing) return std::nullopt;
+  return named;
+}
+
+void Sort(std::vector<FoundRecord>& records, ListOrder order) {
+  std::ranges::sort(records, {}, [order](const FoundRecord& found) {
+    return std::pair(order == ListOrder::FullName ? std::string{} : NameKey(found.record.name), found.record.fullKey);
+  });
+}
+
+template <typename Append>
+void AnswerNamed(Named named, ListOrder order, Response& response, const Append& append) {
+  Sort(named.records, order);
+  const auto same = [](const FoundRecord& a, const FoundRecord& b) { return a.record.listId == b.record.listId; };
   named.records.erase(std::unique(named.records.begin(), named.records.end(), same), named.records.end());
   response.Begin(named.missing ? status::QueryIncomplete(*named.missing) : Status{});
-  for (const auto& record : named.records) writer.Append(response.Content(), record);
+  for (const auto& found : named.records) append(found);
   response.End();
+}
+
+// The row of a kind's record, as its own query answers with it.
+const Element& RecordRow(const ListKind& kind) {
+  return messages::FindMessage(std::string(kind.name).append("Query"))->response.front();
 }
 
 }  // namespace
@@ -95,15 +130,14 @@ void QueryRecords(const ListContext& context, const Request& request, Response& 
   auto& store = context.store;
   const auto& kind = context.kind;
   const auto query = request.node;
-  RecordWriter writer(store, kind, request.message->response.front(), context.form, context.clock);
+  RecordWriter writer(store, kind, RecordRow(kind), context.form, context.clock);
   for (const auto field : WithheldFields(context)) writer.LeaveOut(field);
 
-  Named named;
-  CollectNamed(query, "ListID", named, [&](std::string_view id) { return store.FindById(kind, id); });
-  CollectNamed(query, "FullName", named,
-               [&](std::string_view name) { return store.FindByFullKey(kind, FullNameKey(name)); });
-  if (!named.records.empty() || named.missing) return AnswerNamed(std::move(named), kind.order, writer, response);
-
+  const auto* const only = &kind;
+  if (auto named = FindNamed(store, {&only, 1}, query)) {
+    return AnswerNamed(std::move(*named), kind.order, response,
+                       [&](const FoundRecord& found) { writer.Append(response.Content(), found.record); });
+  }
   store.ForEach(kind, ReadFilter(kind, query, request.message->request, context.clock), [&](const ListRecord& record) {
     if (!response.HasBegun()) response.Begin({});
     writer.Append(response.Content(), record);
@@ -113,6 +147,34 @@ void QueryRecords(const ListContext& context, const Request& request, Response& 
   } else {
     response.Answer(status::NothingFound());
   }
+}
+
+void QueryRecords(const JointContext& context, const Request& request, Response& response) {
+  std::vector<const ListKind*> kinds;
+  std::map<const ListKind*, RecordWriter> writers;
+  for (const auto name : context.list.kinds) {
+    const auto* kind = kinds.emplace_back(FindListKind(name));
+    writers.try_emplace(kind, context.store, *kind, RecordRow(*kind), context.form, context.clock);
+  }
+  const auto append = [&](const FoundRecord& found) {
+    writers.at(found.kind).Append(response.Content(), found.record);
+  };
+  if (auto named = FindNamed(context.store, kinds, request.node)) {
+    return AnswerNamed(std::move(*named), ListOrder::Name, response, append);
+  }
+
+  std::vector<FoundRecord> records;
+  for (const auto* kind : kinds) {
+    const auto filter = ReadFilter(*kind, request.node, request.message->request, context.clock);
+    context.store.ForEach(*kind, filter, [&](const ListRecord& record) { records.push_back({kind, record}); });
+  }
+  if (records.empty()) return response.Answer(status::NothingFound());
+  Sort(records, ListOrder::Name);
+  const auto most = ReadMaxReturned(request.node);
+  if (most && static_cast<std::size_t>(*most) < records.size()) records.resize(static_cast<std::size_t>(*most));
+  response.Begin({});
+  for (const auto& found : records) append(found);
+  response.End();
 }
 
 }  // namespace twqb::company

@@ -23,10 +23,19 @@ struct ListContext {
   const ClockReading& clock;
 };
 
+// The same of a query for several kinds at once, none of which is of one edition alone or holds personal data.
+struct JointContext {
+  CompanyStore& store;
+  const JointList& list;
+  const messages::Form& form;
+  const ClockReading& clock;
+};
+
 // Each writes its whole answer. The request has passed the checks of its rows.
 void AddRecord(const ListContext& context, const Request& request, Response& response);
 void ModifyRecord(const ListContext& context, const Request& request, Response& response);
 void QueryRecords(const ListContext& context, const Request& request, Response& response);
+void QueryRecords(const JointContext& context, const Request& request, Response& response);
 // ListDel, whose list stands in the request.
 void DeleteRecord(CompanyStore& store, const ClockReading& clock, const Request& request, Response& response);
 

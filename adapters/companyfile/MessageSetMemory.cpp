@@ -5,6 +5,7 @@
 #include <pugixml.hpp>
 
 #include "adapters/companyfile/CompanyClock.h"
+#include "adapters/companyfile/RefusedDocument.h"
 #include "adapters/companyfile/XmlText.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -22,6 +23,7 @@ constexpr int kAnswerNotStored = 9005;  // though the set has run
 
 constexpr std::string_view kClearAll = "ClearAllMessageSets";
 constexpr messages::Version kFirstVersion = {2, 0};
+constexpr char kAndLeniently = '/';  // between the two checksums of a set
 
 // Whether identifiers of 24 characters are taken is not settled.
 constexpr std::size_t LongestId(RecoveryReading reading) { return reading == RecoveryReading::Strict ? 23 : 24; }
@@ -55,25 +57,29 @@ std::string WithoutRecords(const std::string& elements) {
 MessageSetMemory::MessageSetMemory(CompanyStore& store, const std::string& application, const RequestSet& set,
                                    Machine& machine)
     : store_(store), set_(set), attributes_(set.Attributes()), sets_(store.Database(), application), machine_(machine) {
-  if (!attributes_.Any()) return;
+  if (!attributes_.written) return;
   reading_ = store.ReadConditions().recovery;
   // The published schemas with these attributes begin with version 2.0; older documents are said to have had them too.
   if (IsStrict() && set.GetForm().version < kFirstVersion) {
     RefuseDocument("The attributes of the set are not known in this message version.");
   }
-  // What a checksum is of is not settled: the text to the letter, or what it says.
-  if (!attributes_.newId.empty()) checksum_ = HashOf(IsStrict() ? std::string(set.ContentText()) : set.ParsedContent());
+  if (attributes_.newId.empty()) return;
+  // What a checksum is of is not settled: all that decides what is done, to the letter, or what the requests say.
+  strictChecksum_ = HashOf(fmt::format("{} {} {}", messages::FormTag(set.GetForm()),
+                                       set.GetOnError() == OnError::Stop ? "stop" : "continue", set.ContentText()));
+  lenientChecksum_ = HashOf(set.ParsedContent());
 }
 
 std::optional<SetAnswer> MessageSetMemory::AnswerWithoutRunning() {
-  const auto& [newId, oldId, data] = attributes_;
+  const auto& newId = attributes_.newId;
+  const auto& oldId = attributes_.oldId;
   if (newId.empty() && oldId.empty()) return std::nullopt;
   const auto longest = LongestId(reading_);
   if (CharacterCount(newId) > longest || CharacterCount(oldId) > longest) return Coded(kIdTooLong);
   if (newId.empty()) return AnswerOldAlone();
   if (newId == oldId && set_.Requests().empty()) return AnswerStatusCheck();
   if (const auto stored = sets_.Find(newId)) {
-    if (!stored->answer || stored->checksum != checksum_) return Coded(kOtherContent);
+    if (!stored->answer || !IsSameContent(*stored)) return Coded(kOtherContent);
     return Coded(kInOrder, Remembered(*stored));
   }
   if (!oldId.empty()) sets_.Remove(oldId);
@@ -141,7 +147,19 @@ std::string MessageSetMemory::Remembered(const StoredSet& set) const {
 }
 
 void MessageSetMemory::Put(const std::optional<std::string>& answer) {
-  sets_.Put(attributes_.newId, {.checksum = checksum_, .answer = answer}, ReadClock(machine_).now);
+  sets_.Put(attributes_.newId, {.checksum = strictChecksum_ + kAndLeniently + lenientChecksum_, .answer = answer},
+            ReadClock(machine_).now);
+}
+
+bool MessageSetMemory::IsSameContent(const StoredSet& set) const {
+  const auto between = set.checksum.find(kAndLeniently);
+  // Files of the third format have one checksum, of the reading that was set then, without version and onError.
+  if (between == std::string::npos) {
+    return set.checksum == HashOf(set_.ContentText()) || set.checksum == lenientChecksum_;
+  }
+  const std::string_view checksums = set.checksum;
+  return IsStrict() ? checksums.substr(0, between) == strictChecksum_
+                    : checksums.substr(between + 1) == lenientChecksum_;
 }
 
 }  // namespace twqb::company

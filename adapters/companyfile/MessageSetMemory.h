@@ -49,6 +49,7 @@ class MessageSetMemory {
   [[nodiscard]] std::optional<SetAnswer> AnswerOldAlone();
   [[nodiscard]] std::string Remembered(const StoredSet& set) const;
   void Put(const std::optional<std::string>& answer);
+  [[nodiscard]] bool IsSameContent(const StoredSet& set) const;
 
   CompanyStore& store_;
   const RequestSet& set_;
@@ -56,7 +57,9 @@ class MessageSetMemory {
   MessageSetStore sets_;
   Machine& machine_;
   RecoveryReading reading_ = RecoveryReading::Strict;
-  std::string checksum_;
+  // Of the set in each reading, so that the condition can change under a set that is stored.
+  std::string strictChecksum_;
+  std::string lenientChecksum_;
 };
 
 }  // namespace twqb::company

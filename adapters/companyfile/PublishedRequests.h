@@ -6,9 +6,11 @@
 
 #include <string_view>
 
+#include "messages/Schema.h"
+
 namespace twqb::company {
 
-// By the name of the element: "DepositAddRq".
-[[nodiscard]] bool IsRequestOfOtherRecords(std::string_view element);
+// Whether messages of that version have the request, by the name of the element: "DepositAddRq".
+[[nodiscard]] bool IsRequestOfOtherRecords(std::string_view element, messages::Version version);
 
 }  // namespace twqb::company

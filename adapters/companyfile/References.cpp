@@ -22,6 +22,10 @@ constexpr Names kWorker[] = {"Employee", "Vendor"};
 constexpr Names kPayee[] = {"Vendor", "Employee", "Customer"};
 constexpr Names kJobType[] = {"JobType"};
 constexpr Names kPaymentMethod[] = {"PaymentMethod"};
+constexpr Names kCustomerType[] = {"CustomerType"};
+constexpr Names kVendorType[] = {"VendorType"};
+constexpr Names kTerms[] = {"StandardTerms", "DateDrivenTerms"};
+constexpr Names kTemplate[] = {"Template"};
 constexpr Names kWageItem[] = {"PayrollItemWage"};
 // Groups have a field and lines of their own.
 constexpr Names kItem[] = {"ItemService",   "ItemOtherCharge", "ItemNonInventory",
@@ -44,6 +48,7 @@ constexpr std::array kRules = {
     ReferenceRule{.field = "COGSAccountRef", .kinds = kAccount},
     ReferenceRule{.field = "CustomerRef", .kinds = kCustomer},
     ReferenceRule{.field = "CustomerSalesTaxCodeRef", .kinds = kTaxCode},
+    ReferenceRule{.field = "CustomerTypeRef", .kinds = kCustomerType},
     ReferenceRule{.field = "DepositToAccountRef", .kinds = kAccount},
     ReferenceRule{.field = "DiscountAccountRef", .kinds = kAccount},
     ReferenceRule{.field = "EntityRef", .kinds = kWorker},
@@ -65,7 +70,10 @@ constexpr std::array kRules = {
     ReferenceRule{.field = "TaxCodeForSaleRef", .kinds = kTaxCode},
     ReferenceRule{.field = "TaxCodeRef", .kinds = kTaxCode},
     ReferenceRule{.field = "TaxVendorRef", .kinds = kVendor},
+    ReferenceRule{.field = "TemplateRef", .kinds = kTemplate},
+    ReferenceRule{.field = "TermsRef", .kinds = kTerms},
     ReferenceRule{.field = "VendorRef", .kinds = kVendor},
+    ReferenceRule{.field = "VendorTypeRef", .kinds = kVendorType},
 };
 
 bool Holds(std::span<const Names> names, std::string_view name) {

@@ -13,6 +13,7 @@
 #include "adapters/companyfile/ListRequests.h"
 #include "adapters/companyfile/MessageSetMemory.h"
 #include "adapters/companyfile/Refused.h"
+#include "adapters/companyfile/RefusedDocument.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
@@ -40,6 +41,7 @@ struct Operation {
   Verb verb;
   const ListKind* kind = nullptr;    // of a list request
   const TxnKind* txnKind = nullptr;  // of a request for transactions
+  const JointList* joint = nullptr;  // of a query for several kinds of lists
   [[nodiscard]] bool Writes() const {
     return verb != Verb::QueryHost && verb != Verb::QuerySubscription && verb != Verb::Query &&
            verb != Verb::DisplayTxn && verb != Verb::None;
@@ -71,6 +73,11 @@ Operation FindOperation(const messages::Message& message) {
     const auto rest = message.name.substr(kind.name.size());
     const auto* verb = std::ranges::find(kListVerbs, rest, &VerbName::name);
     if (verb != kListVerbs.end()) return Operation{verb->verb, &kind};
+  }
+  constexpr std::string_view kQuery = "Query";
+  if (message.name.ends_with(kQuery)) {
+    const auto* joint = FindJointList(message.name.substr(0, message.name.size() - kQuery.size()));
+    if (joint != nullptr) return Operation{.verb = Verb::Query, .joint = joint};
   }
   return Operation{Verb::None};
 }
@@ -194,6 +201,9 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
     const TxnContext context{
         .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};
     return operation.verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
+  }
+  if (operation.joint != nullptr) {
+    return QueryRecords({.store = store_, .list = *operation.joint, .form = form, .clock = clock}, request, response);
   }
   const ListContext context{.store = store_, .kind = *operation.kind, .form = form, .clock = clock};
   switch (operation.verb) {

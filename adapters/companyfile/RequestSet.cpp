@@ -9,6 +9,7 @@
 #include "adapters/companyfile/Forms.h"
 #include "adapters/companyfile/Macros.h"
 #include "adapters/companyfile/PublishedRequests.h"
+#include "adapters/companyfile/RefusedDocument.h"
 #include "adapters/companyfile/RequestChecks.h"
 #include "adapters/companyfile/SchemaWalk.h"
 #include "platform/PlatformError.h"
@@ -60,7 +61,8 @@ void CheckAttributes(pugi::xml_node element, const messages::Element* row, const
     const std::string_view name = attribute.name();
     const bool isKnown = row != nullptr && row->attribute == name && KnowsMacros(form);
     const bool uses = name == kUsesMacro;
-    if (!isKnown || IsBlank(attribute.value()) || (uses && element.first_child())) {
+    const bool hasContent = HasElements(element) || !IsBlank(element.text().get());
+    if (!isKnown || IsBlank(attribute.value()) || (uses && hasContent)) {
       RefuseDocument(fmt::format("The element {} has an attribute {}.", element.name(), name));
     }
     if (uses) element.text().set(kUnknownIdentity);
@@ -124,12 +126,6 @@ std::string_view TagOfDocumentType(std::string_view publicId) {
 
 std::string SetName(MessageSet kind) { return kind == MessageSet::Company ? "QBXMLMsgs" : "QBXMLSubscriptionMsgs"; }
 
-void RefuseDocument(std::string_view detail) {
-  throw PlatformError(error::kParse, fmt::format("{} {}", ErrorText(error::kParse), detail));
-}
-
-void RefuseVersion(std::string_view detail) { Raise(kUnknownVersion, detail); }
-
 RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind, std::span<const Country> forms)
     : text_(document) {
   const auto scan = ScanXml(document, kBounds);
@@ -156,18 +152,16 @@ void RequestSet::ReadForm(const std::optional<DocumentType>& type, std::span<con
   }
   if (type) {
     const auto named = TagOfDocumentType(type->publicId);
-    if (type->root != kRoot || !IsFormTag(named)) RefuseDocument("The document type is not one of the published ones.");
-    // The first documents had no line with the version: the document type said it.
+    // The first documents had no line with the version: the document type said it, and is refused as such a line is.
+    const bool isTaken = tag ? PublishedForm(named).has_value() : IsFormTag(named);
+    if (type->root != kRoot || !isTaken) RefuseDocument("The document type is not one of the published ones.");
     if (!tag) tag = named;
   }
   if (!tag) RefuseDocument("The line with the message version is missing.");
   if (!IsFormTag(*tag)) RefuseDocument(fmt::format("The message version \"{}\" is none.", Left(*tag, kMaxQuoted)));
 
-  const auto form = messages::FormFromTag(*tag);
-  // The American form goes without its country.
-  if (!form || messages::FormTag(*form) != *tag || !IsPublished(*form)) {
-    RefuseVersion(fmt::format("Requested: \"{}\".", *tag));
-  }
+  const auto form = PublishedForm(*tag);
+  if (!form) RefuseVersion(fmt::format("Requested: \"{}\".", *tag));
   if (std::ranges::find(forms, form->country) == forms.end()) {
     RefuseVersion(fmt::format("This company data file does not take \"{}\".", *tag));
   }
@@ -204,10 +198,13 @@ void RequestSet::ReadAttributes() {
       found = true;
     } else if (isCompany && name == "newMessageSetID") {
       attributes_.newId = value;
+      attributes_.written = true;
     } else if (isCompany && name == "oldMessageSetID") {
       attributes_.oldId = value;
+      attributes_.written = true;
     } else if (isCompany && name == "responseData" && (value == "includeAll" || value == "includeNone")) {
       attributes_.data = value == "includeNone" ? ResponseData::IncludeNone : ResponseData::IncludeAll;
+      attributes_.written = true;
     } else {
       RefuseDocument(fmt::format("{}=\"{}\" is not known on {}.", name, Left(value, kMaxQuoted), set_.name()));
     }
@@ -243,7 +240,7 @@ void RequestSet::ReadRequest(pugi::xml_node node) {
   const auto* message = messages::FindMessage(element);
   const bool isKnown = message != nullptr && element.ends_with(kRequestSuffix) && message->set == kind_;
   const bool isKept = isKnown && message->KnownIn(form_);
-  if (!isKept && (isKnown || kind_ != MessageSet::Company || !IsRequestOfOtherRecords(element))) {
+  if (!isKept && (isKnown || kind_ != MessageSet::Company || !IsRequestOfOtherRecords(element, form_.version))) {
     RefuseDocument(fmt::format("The request {} is not known.", element));
   }
   for (const auto attribute : node.attributes()) {

@@ -26,7 +26,9 @@ struct SetAttributes {
   std::string newId;  // newMessageSetID: names this set
   std::string oldId;  // oldMessageSetID: names an earlier one, to be forgotten or asked for
   ResponseData data = ResponseData::IncludeAll;
+  bool written = false;  // whether any of them stands there, be it empty
 
+  // Whether any of them says anything.
   [[nodiscard]] bool Any() const { return !newId.empty() || !oldId.empty() || data != ResponseData::IncludeAll; }
 };
 
@@ -39,10 +41,10 @@ struct Request {
 
 class RequestSet {
  public:
-  // `document` must outlive the set. Raises `error::kParse` for a document that QuickBooks does not take, and
-  // `kUnknownVersion` for one in a version that never was or in the form of a country that is not among `forms`; of a
-  // document that has both faults, the version is told. `kind` is the set that the document must hold; nothing:
-  // whichever it does.
+  // `document` must outlive the set. Throws RefusedDocument: `error::kParse` for a document that QuickBooks does not
+  // take, and `kUnknownVersion` for one in a version that never was or in the form of a country that is not among
+  // `forms`; of a document that has both faults, the version is told. `kind` is the set that the document must hold;
+  // nothing: whichever it does.
   RequestSet(std::string_view document, std::optional<messages::MessageSet> kind,
              std::span<const messages::Country> forms);
 
@@ -77,9 +79,5 @@ class RequestSet {
 
 // The element that holds the requests: "QBXMLMsgs" or "QBXMLSubscriptionMsgs", without Rq and Rs.
 [[nodiscard]] std::string SetName(messages::MessageSet kind);
-// Raises `kUnknownVersion` with its published text and `detail` behind it.
-[[noreturn]] void RefuseVersion(std::string_view detail);
-// Raises `error::kParse` with its published text and `detail` behind it.
-[[noreturn]] void RefuseDocument(std::string_view detail);
 
 }  // namespace twqb::company

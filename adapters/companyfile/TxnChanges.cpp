@@ -10,6 +10,7 @@
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
 #include "adapters/companyfile/SpecialAccounts.h"
+#include "adapters/companyfile/Terms.h"
 #include "adapters/companyfile/TxnLines.h"
 #include "adapters/companyfile/TxnPosting.h"
 #include "adapters/companyfile/TxnRequests.h"
@@ -63,6 +64,7 @@ class NewTxn {
     txn_.entityId = entity ? entity->record.listId : std::string{};
     CheckTime(entity);
     if (entity) TakeFromEntity(*entity);
+    CheckTemplate();
     FillDates();
     lines_.Read(fields_);
     TakeAccounts();
@@ -114,28 +116,47 @@ class NewTxn {
     if (!known) Refuse(status::TimeForPaychecksUnknown(entity->record.name));
   }
 
-  // What a sale takes from its customer where it says nothing itself.
+  // What a sale takes from its customer, and a bill from its vendor, where it says nothing itself.
   void TakeFromEntity(const FoundRecord& entity) {
-    if (!Has("Subtotal")) return;
+    if (!Has("TermsRef")) return;
     pugi::xml_document body;
     ParseBody(body, entity.record.body);
     struct Taken {
       std::string_view from;
       const char* to;
     };
-    constexpr std::array kTaken = {Taken{"BillAddress", "BillAddress"}, Taken{"ShipAddress", "ShipAddress"},
-                                   Taken{"ItemSalesTaxRef", "ItemSalesTaxRef"},
-                                   Taken{"SalesTaxCodeRef", "CustomerSalesTaxCodeRef"}};
-    for (const auto& taken : kTaken) {
+    constexpr std::array kTerms = {Taken{"TermsRef", "TermsRef"}};
+    constexpr std::array kOfSale = {Taken{"BillAddress", "BillAddress"}, Taken{"ShipAddress", "ShipAddress"},
+                                    Taken{"ItemSalesTaxRef", "ItemSalesTaxRef"},
+                                    Taken{"SalesTaxCodeRef", "CustomerSalesTaxCodeRef"}};
+    const auto take = [&](const Taken& taken) {
       const auto own = ChildElement(body, taken.from);
-      if (!own || !Has(taken.to) || ChildElement(header_, taken.to)) continue;
+      if (!own || !Has(taken.to) || ChildElement(header_, taken.to)) return;
       header_.append_copy(own).set_name(taken.to);
+    };
+    std::ranges::for_each(kTerms, take);
+    if (Has("Subtotal")) std::ranges::for_each(kOfSale, take);
+  }
+
+  // A template is for one kind of transaction.
+  void CheckTemplate() {
+    const auto found = Resolve("TemplateRef");
+    if (!found) return;
+    pugi::xml_document body;
+    ParseBody(body, found->record.body);
+    if (ChildText(body, "TemplateType") != context_.kind.name) {
+      const auto value = ReadReference(ChildElement(header_, "TemplateRef")).Value();
+      Refuse(status::ReferenceOfWrongKind("TemplateRef", value, referrer_));
     }
   }
 
   void FillDates() {
+    const auto terms = Resolve("TermsRef");
     for (const char* field : {"DueDate", "ShipDate"}) {
-      if (Has(field) && ChildText(header_, field).empty()) SetLeaf(header_, field, txn_.date);
+      if (!Has(field) || !ChildText(header_, field).empty()) continue;
+      const auto day = messages::ParseDateText(txn_.date);
+      const bool isDue = terms && day && std::string_view(field) == "DueDate";
+      SetLeaf(header_, field, isDue ? messages::DateText(DueDate(*terms, *day)) : txn_.date);
     }
   }
 
@@ -182,7 +203,7 @@ class NewTxn {
     pugi::xml_document body;
     if (item) ParseBody(body, item->record.body);
     const auto customerCode = ChildElement(header_, "CustomerSalesTaxCodeRef");
-    const bool taxable = !customerCode || IsTaxable(context_.store, customerCode);
+    const bool taxable = !customerCode || IsTaxable(context_.store, customerCode, referrer_);
     const auto percent = taxable ? ReadDecimal(body, "TaxRate").value_or(Decimal{}) : Decimal{};
     const auto tax = PercentOf(lines_.Taxable(), percent).value_or(Currency{});
     SetLeaf(header_, "SalesTaxPercentage", percent.TextToCents());

@@ -58,8 +58,8 @@ std::optional<Currency> ReadMoney(pugi::xml_node parent, const char* name) {
 
 }  // namespace
 
-bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef) {
-  const auto code = FindReferenced(store, taxCodeRef, {});
+bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef, std::string_view referrer) {
+  const auto code = FindReferenced(store, taxCodeRef, referrer);
   if (!code) return false;
   pugi::xml_document body;
   ParseBody(body, code->record.body);
@@ -161,10 +161,11 @@ void TxnLines::ReadItemLine(pugi::xml_node given, const TxnLineKind& kind) {
   const auto line = Copy(root_, given, row, referrer);
   const auto item = ReadItem(ChildElement(line, "ItemRef"), referrer);
   CheckBillable(line, referrer);
-  subtotal_ = subtotal_ + Complete(line, row, item);
+  subtotal_ = subtotal_ + Complete(line, row, item, referrer);
 }
 
-Currency TxnLines::Complete(pugi::xml_node line, const Element& row, const std::optional<Item>& item) {
+Currency TxnLines::Complete(pugi::xml_node line, const Element& row, const std::optional<Item>& item,
+                            std::string_view referrer) {
   const char* rateName = FindRow(row.Children(), "Rate") != nullptr ? "Rate" : "Cost";
   const LineTerms given = {.quantity = ReadDecimal(line, "Quantity"),
                            .rate = ReadDecimal(line, rateName),
@@ -186,7 +187,7 @@ Currency TxnLines::Complete(pugi::xml_node line, const Element& row, const std::
     const auto* codeRow = FindRow(row.Children(), code);
     if (codeRow == nullptr || !codeRow->KnownIn(context_.form)) continue;
     if (item && !item->taxCodeId.empty() && !ChildElement(line, code)) SetReference(line, code, item->taxCodeId);
-    if (IsTaxable(context_.store, ChildElement(line, code))) taxable_ = taxable_ + amount;
+    if (IsTaxable(context_.store, ChildElement(line, code), referrer)) taxable_ = taxable_ + amount;
   }
   previous_ = amount;
   return amount;
@@ -219,7 +220,7 @@ void TxnLines::ReadGroupLine(pugi::xml_node given, const TxnLineKind& kind) {
     const auto count = Product(quantity, ReadDecimal(part, "Quantity").value_or(Decimal::Whole(1)));
     if (!count) RefuseTooGreat("Quantity", quantity.Text());
     SetLeaf(member, "Quantity", count->Text());
-    total = total + Complete(member, memberRow, item);
+    total = total + Complete(member, memberRow, item, referrer);
   }
   SetLeaf(line, "TotalAmount", MoneyText(total));
   subtotal_ = subtotal_ + total;

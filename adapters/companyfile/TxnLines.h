@@ -14,8 +14,9 @@
 
 namespace twqb::company {
 
-// Whether a tax code makes what carries it taxable; without one it is not.
-[[nodiscard]] bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef);
+// Whether a tax code makes what carries it, a `referrer`, taxable; without one it is not. Throws Refused for a code
+// that is not there.
+[[nodiscard]] bool IsTaxable(CompanyStore& store, pugi::xml_node taxCodeRef, std::string_view referrer);
 // Sets the text of the element of that name in `parent`; the element is made where it is missing.
 void SetLeaf(pugi::xml_node parent, const char* name, const std::string& text);
 // Makes a reference of that name in `parent`, in place of one that is there.
@@ -51,8 +52,9 @@ class TxnLines {
   // Puts a copy of `given`, without what the answer has not, below `parent`.
   pugi::xml_node Copy(pugi::xml_node parent, pugi::xml_node given, const messages::Element& row,
                       std::string_view referrer);
-  // Completes a copied item line from its item, adds it to the sums and answers its amount.
-  Currency Complete(pugi::xml_node line, const messages::Element& row, const std::optional<Item>& item);
+  // Completes a copied item line, a `referrer`, from its item, adds it to the sums and answers its amount.
+  Currency Complete(pugi::xml_node line, const messages::Element& row, const std::optional<Item>& item,
+                    std::string_view referrer);
   [[nodiscard]] std::optional<Item> ReadItem(pugi::xml_node itemRef, std::string_view referrer);
   [[nodiscard]] const messages::Element& RowOf(const TxnLineKind& kind) const;
   static void CheckBillable(pugi::xml_node line, std::string_view referrer);

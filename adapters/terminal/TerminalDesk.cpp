@@ -31,12 +31,24 @@ fs::path StartFolder(const FileDialog& dialog) {
 }
 
 // The whole text as a number from 1 to `greatest`, as the index that it stands for.
-std::optional<std::size_t> ReadChoice(std::string_view text, std::size_t greatest) {
+std::optional<std::size_t> ReadNumber(std::string_view text, std::size_t greatest) {
   std::size_t number = 0;
   const auto* end = text.data() + text.size();
   const auto [stop, failure] = std::from_chars(text.data(), end, number);
   if (failure != std::errc() || stop != end || number < 1 || number > greatest) return std::nullopt;
   return number - 1;
+}
+
+// Those that begin with the text, in any case; one that is the text alone.
+std::vector<std::size_t> BeginningWith(std::string_view text, const std::vector<std::string>& choices) {
+  std::vector<std::size_t> found;
+  const auto beginning = UpperCase(text);
+  for (std::size_t i = 0; i < choices.size(); ++i) {
+    const auto choice = UpperCase(choices[i]);
+    if (choice == beginning) return {i};
+    if (choice.starts_with(beginning)) found.push_back(i);
+  }
+  return found;
 }
 
 }  // namespace
@@ -134,7 +146,7 @@ std::optional<std::string> TerminalDesk::PickVendor(const std::string& message,
   console_.Write(FormatBox({.text = text, .title = "Vendor", .icon = BoxIcon::Question}, BoxWidth()));
   if (choices.empty()) return std::nullopt;
 
-  const auto prompt = fmt::format("Vendor (1 to {}, empty: skip): ", choices.size());
+  const auto prompt = fmt::format("Vendor (1 to {}, or how it begins; empty: skip): ", choices.size());
   if (!options_.interactive) {
     TakeUnasked(prompt, "Skip");
     return std::nullopt;
@@ -142,8 +154,18 @@ std::optional<std::string> TerminalDesk::PickVendor(const std::string& message,
   std::optional<std::size_t> chosen;
   const auto accept = [&](const std::string& line) {
     const auto typed = Trim(line);
-    chosen = ReadChoice(typed, choices.size());
-    return typed.empty() || chosen;
+    if (typed.empty()) return true;
+    chosen = ReadNumber(typed, choices.size());
+    if (chosen) return true;
+    const auto found = BeginningWith(typed, choices);
+    if (found.size() == 1) chosen = found.front();
+    if (found.empty()) console_.Write(fmt::format("No vendor begins with {}.\n", OneLine(typed)));
+    if (found.size() > 1) {
+      std::string several;
+      for (const auto i : found) several += fmt::format("{}{}", several.empty() ? "" : ", ", OneLine(choices[i]));
+      console_.Write(fmt::format("Several begin with {}: {}.\n", OneLine(typed), several));
+    }
+    return chosen.has_value();
   };
   if (!console_.Ask(prompt, accept) || !chosen) return std::nullopt;
   return choices[*chosen];

@@ -7,6 +7,7 @@
 
 #include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyFile.h"
+#include "adapters/companyfile/RefusedDocument.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/NearestName.h"
@@ -30,6 +31,9 @@ ExitStatus Run(const Options& options, const std::string& file) {
   std::string answer;
   try {
     answer = companyFile.ProcessAny(document);
+  } catch (const company::RefusedDocument& refused) {
+    Tell(fmt::format("{} {} {}", HexNumber(refused.number()), refused.description(), refused.detail()));
+    return ExitStatus::Failed;
   } catch (const PlatformError& refused) {
     Tell(fmt::format("{} {}", HexNumber(refused.number()), refused.description()));
     return ExitStatus::Failed;

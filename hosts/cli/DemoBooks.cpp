@@ -8,6 +8,7 @@
 
 #include "adapters/companyfile/CompanyFile.h"
 #include "adapters/sqlite/SqliteProvider.h"
+#include "messages/StatusCodes.h"
 #include "platform/Date.h"
 #include "services/Conversions.h"
 
@@ -28,7 +29,8 @@ class Answer {
                                 request + "</QBXMLMsgsRq></QBXML>");
     document_.load_buffer(answer.data(), answer.size());
     const auto response = Response();
-    if (response.attribute("statusCode").as_int(-1) == 0) return;
+    const int code = response.attribute("statusCode").as_int(-1);
+    if (code == status::kOk || code == status::kFoundNothing) return;
     throw std::runtime_error(fmt::format("QuickBooks refuses: {}", response.attribute("statusMessage").value()));
   }
 
@@ -46,6 +48,8 @@ struct ListContent {
   std::string_view query = "<ActiveStatus>All</ActiveStatus>";
   const char* identifier = "ListID";
 };
+
+ListContent TransactionsOf(std::string_view kind) { return {.kinds = {kind}, .query = {}, .identifier = "TxnID"}; }
 
 ListContent ContentOf(DemoBooks::ListedIn list) {
   using enum DemoBooks::ListedIn;
@@ -65,7 +69,11 @@ ListContent ContentOf(DemoBooks::ListedIn list) {
     case Accounts:
       return {.kinds = {"Account"}};
     case TimeEntries:
-      return {.kinds = {"TimeTracking"}, .query = {}, .identifier = "TxnID"};
+      return TransactionsOf("TimeTracking");
+    case Invoices:
+      return TransactionsOf("Invoice");
+    case Payments:
+      return TransactionsOf("ReceivePayment");
   }
   return {};
 }

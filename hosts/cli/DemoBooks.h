@@ -36,7 +36,9 @@ class DemoBooks {
     ServiceItems,
     OtherItems,
     Accounts,
-    TimeEntries
+    TimeEntries,
+    Invoices,
+    Payments
   };
   // Its records, inactive ones too: the edit sequence of each by its identifier.
   using Records = std::map<std::string, std::string>;

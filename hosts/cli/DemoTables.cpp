@@ -21,8 +21,9 @@ struct DemoTable {
   std::int64_t withoutLink = 0;  // rows of the sample firm that never get one
 };
 
-// Without a link stay the code that stands for items without one, the accounts whose names QuickBooks has, and the
-// hours that never go: those that are not posted and those below nothing.
+// Without a link stay the code that stands for items without one, the accounts whose names QuickBooks has, and what
+// never goes: hours that are not posted or below nothing, invoices that are drafts or below nothing, and what is
+// written off.
 constexpr std::array<DemoTable, kDemoTables> kTables = {{
     {.name = "employees", .rows = "Employee", .condition = "IsSub = 0", .records = ListedIn::Employees},
     {.name = "vendors", .rows = "Employee", .condition = "IsSub = -1", .records = ListedIn::Vendors},
@@ -32,6 +33,12 @@ constexpr std::array<DemoTable, kDemoTables> kTables = {{
     {.name = "expense codes", .rows = "Expense", .records = ListedIn::OtherItems, .withoutLink = 1},
     {.name = "accounts", .rows = "AccountList", .records = ListedIn::Accounts, .withoutLink = 6},
     {.name = "time entries", .rows = "TimeEntry", .records = ListedIn::TimeEntries, .withoutLink = 11},
+    {.name = "invoices",
+     .rows = "TransactionTable",
+     .condition = "PayID IS NULL",
+     .records = ListedIn::Invoices,
+     .withoutLink = 3},
+    {.name = "payments", .rows = "Payment", .records = ListedIn::Payments, .withoutLink = 1},
 }};
 
 // Places in the list above.
@@ -40,6 +47,8 @@ constexpr std::size_t kActivities = 4;
 constexpr std::size_t kExpenseCodes = 5;
 constexpr std::size_t kAccounts = 6;
 constexpr std::size_t kTimeEntries = 7;
+constexpr std::size_t kInvoices = 8;
+constexpr std::size_t kPayments = 9;
 
 std::int64_t WithoutLink(const TableState& state) { return state.rows.rows - state.rows.linked; }
 
@@ -86,10 +95,12 @@ void PrintFirstRound(const TableStates& before, const TableStates& sent, const T
       fmt::format("   Without a link: {} accounts whose names QuickBooks has already, which the\n"
                   "   log tells of and each send tries again; {} expense code, FROMQB:, which\n"
                   "   stands for items without one and never goes; {} employee, who came in as\n"
-                  "   the manager of jobs; {} time entries that are not posted or below nothing,\n"
-                  "   which never go.\n",
+                  "   the manager of jobs; and what never goes: {} time entries that are not posted\n"
+                  "   or below nothing, {} invoices that are drafts or below nothing, {} payment that\n"
+                  "   was written off. The retainer among the payments is an invoice of nothing\n"
+                  "   in QuickBooks. One invoice had a link to what is gone there, and went again.\n",
                   WithoutLink(got[kAccounts]), WithoutLink(got[kExpenseCodes]), WithoutLink(got[kEmployees]),
-                  WithoutLink(got[kTimeEntries])));
+                  WithoutLink(got[kTimeEntries]), WithoutLink(got[kInvoices]), WithoutLink(got[kPayments])));
 }
 
 void PrintMoreSends(const TableStates& got, const TableStates& second, const TableStates& third) {
@@ -105,8 +116,8 @@ void PrintMoreSends(const TableStates& got, const TableStates& second, const Tab
   }
   Print(fmt::format(
       "   A row that a get has written is the later side from then on, and goes out\n"
-      "   once. Linked accounts and time entries never do. The employee without a\n"
-      "   link is added.\n"
+      "   once. Linked accounts, time entries and invoices never do. The employee\n"
+      "   without a link is added.\n"
       "   {} items stay as they are: the change would bring a name that another has,\n"
       "   as the log tells. The third send finds nothing to move.\n",
       LeftAlone(got[kActivities], second[kActivities]) + LeftAlone(got[kExpenseCodes], second[kExpenseCodes])));

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/Checks.h"
@@ -10,6 +11,7 @@
 #include "cli/Output.h"
 #include "cli/TableArgument.h"
 #include "cli/Transfers.h"
+#include "platform/Text.h"
 
 namespace twqb::cli {
 
@@ -21,11 +23,19 @@ struct TransferArguments {
   bool sync = false;
 };
 
+// An invoice is named by its project and its number. Without the number all invoices would go.
+void RequireProjectAndNumber(std::string_view id) {
+  const auto parts = Split(id, ',');
+  if (parts.size() == 2 && !parts[0].empty() && !parts[1].empty()) return;
+  throw UsageError("--id of invoices is a project and an invoice number with a comma between, as HARBOR:SURVEY,1041.");
+}
+
 TransferRequest RequestOf(Direction direction, const TransferArguments& arguments) {
   const auto table = TableFromName(arguments.table);
   if (arguments.id && table == enAll) throw UsageError("--id is a record of one table: name the table instead of all.");
   // An empty one would be no filter at all.
   if (arguments.id && arguments.id->empty()) throw UsageError("--id needs the identifier of a record.");
+  if (arguments.id && table == enInvoices && direction == Direction::Send) RequireProjectAndNumber(*arguments.id);
   return {.direction = direction, .table = table, .id = arguments.id, .sync = arguments.sync};
 }
 
@@ -43,26 +53,30 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request) {
 CommandSyntax SyntaxOf(Direction direction) {
   const bool sends = direction == Direction::Send;
   const auto arguments = std::make_shared<TransferArguments>();
-  return {.name = sends ? "send" : "get",
-          .text = sends ? "Send a table to QuickBooks" : "Get a table from QuickBooks",
-          .arguments =
-              {{.name = "TABLE", .text = "What to transfer, see below", .target = &arguments->table, .required = true},
-               {.name = "--id",
-                .text = sends ? "Only the record with this key in BillingDb, whatever the saved filters say"
-                              : "Only the record with this identifier in QuickBooks, whatever the saved "
-                                "filters say",
-                .target = &arguments->id,
-                .value = "ID"},
-               {.name = "--sync",
-                .text = "Of two linked records the newer one wins, whatever the settings say",
-                .target = &arguments->sync}},
-          .footer = TableHelpText(AllTables::Yes) +
-                    (sends ? "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
-                             "  twqb send clients --answers answers.txt --transcript run.jsonl"
-                           : "Examples:\n  twqb get clients\n  twqb get clients --sync"),
-          .run = [arguments, direction](const Options& options) {
-            return Transfer(options, RequestOf(direction, *arguments));
-          }};
+  return {
+      .name = sends ? "send" : "get",
+      .text = sends ? "Send a table to QuickBooks" : "Get a table from QuickBooks",
+      .arguments =
+          {{.name = "TABLE", .text = "What to transfer, see below", .target = &arguments->table, .required = true},
+           {.name = "--id",
+            .text = sends ? "Only the record with this key in BillingDb, whatever the saved filters say"
+                          : "Only the record with this identifier in QuickBooks, whatever the saved "
+                            "filters say",
+            .target = &arguments->id,
+            .value = "ID"},
+           {.name = "--sync",
+            .text = "Of two linked records the newer one wins, whatever the settings say",
+            .target = &arguments->sync}},
+      .footer = TableHelpText(AllTables::Yes) +
+                (sends ? "ID of timeentries is a list of identifiers without their braces, with commas between; ID of "
+                         "invoices is a\nproject and an invoice number with a comma between.\n\n"
+                         "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
+                         "  twqb send invoices --id HARBOR:SURVEY,1041\n"
+                         "  twqb send clients --answers answers.txt --transcript run.jsonl"
+                       : "Examples:\n  twqb get clients\n  twqb get clients --sync"),
+      .run = [arguments, direction](const Options& options) {
+        return Transfer(options, RequestOf(direction, *arguments));
+      }};
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 -- The hours of the sample firm from December 2007 to February 2008: days at work, and behind them a few of every kind that is treated
--- differently on the way to QuickBooks. They go in last: what a row copies from its project, its employee and its activity is
--- filled in at the end.
+-- differently on the way to QuickBooks. They go in behind the lists: what a row copies from its project, its employee and its
+-- activity is filled in at the end. What has been billed of them stands in invoices.sql.
 --
 -- Nothing has been sent yet. Some kinds never go: entries that are not posted, and those below nothing. An entry of more than
 -- a day goes as one of a day.

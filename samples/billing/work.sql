@@ -146,7 +146,8 @@ VALUES
      '2200 Industrial Parkway', 'Worcester', 'MA', '01608', NULL, '2007-03-30 21:20:00');
 
 
--- Time: billed and open, overtime, a note in rich text, an entry that is not posted, and the time of a vendor
+-- Time: billed and open, overtime, a note in rich text, an entry that is not posted, and the time of a vendor, which goes with the
+-- vendor's bill and is not posted either
 
 INSERT INTO TimeEntry (TEID, TEDate, EmployeeID, ProjectID, ProjectName, ActivityID, TEHours, aHours, TEDescription, TEMemo,
     TEMemoExists, TEBill, TEBillRate, TECostRate, TEBillStatus, TEOT, TECompTime, TEPosted, isSub, TransactionID, VendorBillID,
@@ -173,7 +174,7 @@ VALUES
     ('{7E0A0008-5B1C-4D2E-8F30-9A6B5C4D3E08}', '2008-02-22 00:00:00', 'RSANTOS', 'HARBOR:', 'Harbor Road subdivision',
      'GEN:VAC', 8, 8, 'Vacation', NULL, 0, 0, 0, 0, 'N', 0, 0, 0, 0, NULL, NULL, NULL),
     ('{7E0A0009-5B1C-4D2E-8F30-9A6B5C4D3E09}', '2008-02-18 00:00:00', 'SOUNDINGS', 'MARINA:', 'Dock replacement', 'HYDRO:', 10,
-     10, 'Soundings at low water', NULL, 0, -1, 120, 85, 'N', 0, 0, -1, -1, NULL, '{3C4D0001-7E5F-4A6B-9C80-1D2E3F4A5B01}',
+     10, 'Soundings at low water', NULL, 0, -1, 120, 85, 'N', 0, 0, 0, -1, NULL, '{3C4D0001-7E5F-4A6B-9C80-1D2E3F4A5B01}',
      '2008-02-19 16:00:00');
 
 

@@ -5,6 +5,7 @@
 
 #include "engine/ListTable.h"
 #include "engine/RecordReader.h"
+#include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "quickbooks/Requests.h"
 #include "services/Conversions.h"
@@ -227,20 +228,16 @@ class ListSendWork final : public RowWork {
 
   void WriteLinkBack(const std::string& listId) {
     TellRecordId(record_.key);
-    // The key goes in as it is: a key with a quote fails the statement and ends in the error path.
-    walk_->Connection().Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' WHERE {} = '{}';", list_.tableName, listId,
-                                            list_.keyColumn, record_.key),
-                                nullptr);
+    auto& connection = walk_->Connection();
+    const RowPlace place = {.table = list_.tableName, .condition = KeyCondition(list_.keyColumn, record_.key)};
+    WriteLink(connection, place, listId);
     Vars().g_NewQBLinkID = listId;
-    if (record_.lastUpdatedIsNull) {
-      walk_->Connection().Execute(LastUpdatedStatement(LocalToUTC(TheMachine().Now())), nullptr);
+    if (!record_.lastUpdatedIsNull) return;
+    if (send_.lastUpdatedStatement == nullptr) {
+      WriteStamp(connection, place);
+    } else {
+      connection.Execute(send_.lastUpdatedStatement(record_.key, LocalToUTC(TheMachine().Now())), nullptr);
     }
-  }
-
-  [[nodiscard]] std::string LastUpdatedStatement(Date utc) const {
-    if (send_.lastUpdatedStatement != nullptr) return send_.lastUpdatedStatement(record_.key, utc);
-    return fmt::format("UPDATE {} SET LastUpdated = '{}' WHERE {} = '{}';", list_.tableName,
-                       FormatSQLDate(utc, DateForm::WithTime), list_.keyColumn, record_.key);
   }
 
   // QuickBooks' message and the record line, where the table tells the record.

@@ -42,6 +42,14 @@ std::vector<std::string> PathChoices(std::string_view path) {
   return paths;
 }
 
+void AssignReference(const RequestField& reference, std::string_view listID, std::string_view name) {
+  if (listID.empty()) {
+    reference["FullName"].SetValue(name);
+  } else {
+    reference["ListID"].SetValue(listID);
+  }
+}
+
 RequestField FieldAtPath(const RequestField& request, std::string_view path) {
   const auto dot = path.find('.');
   if (dot == std::string_view::npos) return request[path];

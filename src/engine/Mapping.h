@@ -36,6 +36,8 @@ int SendFields(const RequestField& request, const ado::Recordset& row, std::span
 
 // Sets a text, cut to the field's greatest length as QuickBooks tells it.
 void SetCut(const RequestField& field, std::string_view text);
+// Refers to what has that identifier; without one, by name.
+void AssignReference(const RequestField& reference, std::string_view listID, std::string_view name);
 // The field at a path whose steps are separated by dots.
 [[nodiscard]] RequestField FieldAtPath(const RequestField& request, std::string_view path);
 

@@ -8,18 +8,32 @@
 namespace twqb {
 
 void RowWalk::Walk(const std::string& sql, RowWork& work) {
-  const auto raised = CatchError([&] { TakeAll(sql, work); });
-  if (raised) {
-    // The rest of the rows is not attempted.
-    run_.g_TableOk = TableOk::False;
-    ReportError(texts_.errors, texts_.routine, *raised);
-    if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
-  }
+  auto begun = Begun::Yes;
+  const auto raised = CatchError([&] {
+    begun = Begin(sql, work);
+    if (begun == Begun::Yes) TakeAll(work);
+  });
+  if (begun == Begun::NotSecured) return;
+  if (raised) TellError(*raised, work);
   const bool takesFormDown = run_.ShowsProgress() && (raised || total_ > 0 || work.ClosesWithoutRows());
   CloseObjects(run_, takesFormDown ? FormToo::Unload : FormToo::Leave, &rows_, nullptr, &connection_);
+  if (begun == Begun::WithoutRows) return;
+  const auto lastRaised = CatchError([&] {
+    if (raised) return work.SummariseBroken(run_);
+    if (lacking_ && texts_.lacking.when == LackingBox::When::BehindClosing) TellLacking(texts_.lacking, run_);
+    work.Summarise(run_);
+  });
+  if (lastRaised) TellError(*lastRaised, work);
 }
 
-void RowWalk::TakeAll(const std::string& sql, RowWork& work) {
+// The rest of the rows is not attempted.
+void RowWalk::TellError(const PlatformError& raised, const RowWork& work) {
+  run_.g_TableOk = TableOk::False;
+  ReportError(texts_.errors, texts_.routine, raised);
+  if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
+}
+
+RowWalk::Begun RowWalk::Begin(const std::string& sql, RowWork& work) {
   connection_ = Vars().platform.database->CreateConnection();
   OpenConnection(*connection_, nullptr, "");
   rows_ = connection_->OpenRecordset(sql, ado::CursorType::Static, ado::LockType::ReadOnly);
@@ -27,24 +41,27 @@ void RowWalk::TakeAll(const std::string& sql, RowWork& work) {
   // Nothing to do is a good end.
   if (total_ == 0) {
     run_.g_TableOk = TableOk::True;
-    return;
+    return Begun::WithoutRows;
   }
+  return work.Secure() ? Begun::Yes : Begun::NotSecured;
+}
+
+void RowWalk::TakeAll(RowWork& work) {
   if (run_.ShowsProgress()) ShowMsgForm(texts_.shown);
   if (!work.Prepare(*this)) {
     run_.g_TableOk = TableOk::False;
     return;
   }
-  bool lacking = false;
   while (!rows_->Eof()) {
     const auto end = TakeRow(work);
     if (end == RowEnd::LeaveTable) {
       run_.g_TableOk = TableOk::False;
       break;
     }
-    lacking = lacking || end == RowEnd::Lacking;
-    if (!EndRow()) break;
+    lacking_ = lacking_ || end == RowEnd::Lacking;
+    if (!EndRow(work)) break;
   }
-  if (lacking) TellLacking(texts_.lacking, run_);
+  if (lacking_ && texts_.lacking.when == LackingBox::When::AheadOfClosing) TellLacking(texts_.lacking, run_);
 }
 
 RowEnd RowWalk::TakeRow(RowWork& work) {
@@ -72,8 +89,12 @@ void RowWalk::ShowRow(const std::string& text) const {
 }
 
 // False: the user wants no more.
-bool RowWalk::EndRow() {
+bool RowWalk::EndRow(RowWork& work) {
   rows_->MoveNext();
+  if (work.BehindRow(*this) == RowEnd::LeaveTable) {
+    run_.g_TableOk = TableOk::False;
+    return false;
+  }
   run_.g_TableOk = TableOk::True;
   if (!run_.g_Cancelled) return true;
   EndCancelled(run_);

@@ -19,9 +19,12 @@ namespace twqb {
 
 // What the end of a run tells when something was passed over for lack of what it belongs to.
 struct LackingBox {
+  enum class When : std::uint8_t { AheadOfClosing, BehindClosing };
+
   std::string_view text = {};
   std::string_view title = "Error";
   bool failsTheTable = false;  // the outcome is False then
+  When when = When::AheadOfClosing;
 };
 
 // The texts of a send. The key of the row in hand follows the log line.
@@ -47,13 +50,21 @@ class RowWork {
  public:
   virtual ~RowWork() = default;
 
+  // Ahead of the form, where there are rows. False: the run ends on the spot, the outcome and the form as they were.
+  virtual bool Secure() { return true; }
   // Behind the form, ahead of the first row. False: the table ends at once, its outcome False.
   virtual bool Prepare(RowWalk& /*walk*/) { return true; }
   virtual RowEnd TakeRow(RowWalk& walk) = 0;
+  // The walk is on the row behind, or behind the last one. What is left to do about the rows before it.
+  virtual RowEnd BehindRow(RowWalk& /*walk*/) { return RowEnd::Done; }
   // Whether a form that an earlier run left open is taken down behind a selection without rows.
   [[nodiscard]] virtual bool ClosesWithoutRows() const { return true; }
   // Whether the walk goes on with the next row behind an error, which is told all the same.
   [[nodiscard]] virtual bool PassesOver(const PlatformError& /*raised*/) const { return false; }
+  // The last word, when all is closed.
+  virtual void Summarise(Run& /*run*/) {}
+  // The same of a walk that an error ended.
+  virtual void SummariseBroken(Run& /*run*/) {}
   // What follows the log line of a walk that an error ended.
   [[nodiscard]] virtual std::string RowInHand() const = 0;
 };
@@ -67,6 +78,7 @@ class RowWalk {
 
   // --- For the work in hand ---
   [[nodiscard]] const ado::Recordset& Row() const { return *rows_; }
+  [[nodiscard]] bool IsBehindLastRow() const { return rows_->Eof(); }
   [[nodiscard]] ado::Connection& Connection() { return *connection_; }
   [[nodiscard]] Run& TheRun() { return run_; }
 
@@ -80,9 +92,12 @@ class RowWalk {
   }
 
  private:
-  void TakeAll(const std::string& sql, RowWork& work);
+  enum class Begun : std::uint8_t { Yes, WithoutRows, NotSecured };
+  [[nodiscard]] Begun Begin(const std::string& sql, RowWork& work);
+  void TakeAll(RowWork& work);
+  void TellError(const PlatformError& raised, const RowWork& work);
   RowEnd TakeRow(RowWork& work);
-  [[nodiscard]] bool EndRow();
+  [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;
 
   const SendTexts& texts_;
@@ -91,6 +106,7 @@ class RowWalk {
   std::unique_ptr<ado::Recordset> rows_;
   std::int64_t total_ = 0;
   std::int64_t counter_ = 0;
+  bool lacking_ = false;
 };
 
 // Tells the call-back object the identifier of the record in hand.

@@ -6,6 +6,7 @@
 
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
+#include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
@@ -77,8 +78,6 @@ constexpr StatusRule kNoPermission = {
 std::string_view AddressField(IsVendor isVendor) {
   return isVendor == IsVendor::Yes ? "VendorAddress" : "EmployeeAddress";
 }
-
-std::string FileCountry() { return UpperCase(Vars().g_QBCountry); }
 
 constinit const std::array<StatusRule, 3> kEmployeeRules = {
     kNextName,

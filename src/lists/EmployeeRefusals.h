@@ -16,8 +16,6 @@ namespace twqb {
 inline constexpr std::string_view kNoState = "None";  // stands in QuickBooks for a missing state
 
 [[nodiscard]] std::string_view AddressField(IsVendor isVendor);
-// The country of the company file, in capital letters.
-[[nodiscard]] std::string FileCountry();
 
 extern const std::array<StatusRule, 3> kEmployeeRules;
 extern const std::array<StatusRule, 4> kVendorRules;

@@ -30,12 +30,4 @@ std::string ItemKey(std::string_view code, std::string_view sub) { return fmt::f
 std::string DefaultIncomeAccount() { return AccountSetting("AC_INCOME_ACCOUNT"); }
 std::string DefaultExpenseAccount() { return AccountSetting("AC_EXPENSE_ACCOUNT"); }
 
-void AssignAccount(const RequestField& reference, std::string_view listID, std::string_view defaultName) {
-  if (listID.empty()) {
-    reference["FullName"].SetValue(defaultName);
-  } else {
-    reference["ListID"].SetValue(listID);
-  }
-}
-
 }  // namespace twqb

@@ -25,7 +25,5 @@ enum class ItemForm : std::uint8_t { Neither, SalesOrPurchase, SalesAndPurchase 
 // The accounts of new items that have none of their own, by name, out of the settings.
 [[nodiscard]] std::string DefaultIncomeAccount();
 [[nodiscard]] std::string DefaultExpenseAccount();
-// Refers to the account of that identifier, or by name to the default.
-void AssignAccount(const RequestField& reference, std::string_view listID, std::string_view defaultName);
 
 }  // namespace twqb

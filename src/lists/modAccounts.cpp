@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "engine/DependentPull.h"
+#include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
-#include "lists/InvalidReference.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include "engine/FreeKey.h"
+#include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
-#include "lists/InvalidReference.h"
 #include "lists/Items.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
+#include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
@@ -65,11 +66,11 @@ struct DefaultAccounts {
 
 void AssignAddFields(const RequestField& request, const ado::Recordset& row, const DefaultAccounts& defaults) {
   const auto form = request["ORSalesPurchase"]["SalesAndPurchase"];
-  AssignAccount(form["IncomeAccountRef"], ColumnText(row, "QBAccountID1"), defaults.income);
-  if (const auto country = UpperCase(Vars().g_QBCountry); country == "UK" || country == "CA") {
+  AssignReference(form["IncomeAccountRef"], ColumnText(row, "QBAccountID1"), defaults.income);
+  if (IsCanadianOrBritish(FileCountry())) {
     request["TaxCodeForSaleRef"]["FullName"].SetValue("E");
   }
-  AssignAccount(form["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), defaults.expense);
+  AssignReference(form["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), defaults.expense);
   SendFields(form, row, kSendSalesAndPurchase);
 }
 

@@ -12,6 +12,7 @@
 #include "lists/EmployeeRefusals.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
+#include "services/Countries.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
@@ -109,7 +110,7 @@ constexpr std::string_view kUnknownName = "Missing Data";  // stands in BillingD
 // The forms of the countries have one of these each; the others stay off the wire and out of answers.
 constexpr std::array<std::string_view, 3> kStateFields = {"State", "Province", "County"};
 
-bool KnowsMobiles() { return FileCountry() != "CA" && FileCountry() != "UK"; }
+bool KnowsMobiles() { return !IsCanadianOrBritish(FileCountry()); }
 
 std::string JoinNames(std::initializer_list<std::string> parts) {
   std::string joined;

@@ -7,13 +7,14 @@
 #include <vector>
 
 #include "engine/FreeKey.h"
+#include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
-#include "lists/InvalidReference.h"
 #include "lists/Items.h"
 #include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
+#include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
@@ -307,12 +308,12 @@ bool AssignExpenseCodeFldValues(const RequestField& request, const ado::Recordse
       SetPrice(both["SalesPrice"], NumberOf(markup) * NumberOf(cost) / 100 + NumberOf(cost));
     }
     const auto income = ColumnText(row, "QBAccountID1");
-    AssignAccount(both["IncomeAccountRef"], Trim(income).empty() ? "" : income, DefaultIncomeAccount());
+    AssignReference(both["IncomeAccountRef"], Trim(income).empty() ? "" : income, DefaultIncomeAccount());
     // The forms of these countries have the field under other names, so it stays off the wire.
-    if (const auto country = UpperCase(Vars().g_QBCountry); country == "UK" || country == "CA") {
+    if (IsCanadianOrBritish(FileCountry())) {
       request["SalesTaxCodeRef"]["FullName"].SetValue("E");
     }
-    AssignAccount(both["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), DefaultExpenseAccount());
+    AssignReference(both["ExpenseAccountRef"], ColumnText(row, "QBAccountID2"), DefaultExpenseAccount());
   });
   if (!raised) return true;
   ShowErrorIn("AssignExpenseCodeFldValues", *raised);

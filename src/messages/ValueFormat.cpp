@@ -94,6 +94,16 @@ std::optional<bool> ParseBool(std::string_view text) {
 
 std::string AmountText(double value) { return FixedText(value, 2); }
 
+std::string AmountText(Currency amount) {
+  constexpr std::int64_t kCent = 100;
+  const auto units = amount.TenThousandths();
+  // Away from zero, and without a sum that could leave the range.
+  const auto rest = units % kCent;
+  const auto cents = units / kCent + (rest >= kCent / 2 ? 1 : rest <= -kCent / 2 ? -1 : 0);
+  const auto whole = cents / kCent;
+  return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", whole < 0 ? -whole : whole, std::abs(cents % kCent));
+}
+
 std::string DecimalText(double value, int decimals) {
   auto text = FixedText(value, decimals);
   while (text.back() == '0') text.pop_back();

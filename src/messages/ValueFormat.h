@@ -21,7 +21,9 @@ namespace twqb::messages {
 [[nodiscard]] std::string BoolText(bool value);                      // "true", "false"
 [[nodiscard]] std::optional<bool> ParseBool(std::string_view text);  // also "1", "0"
 
-[[nodiscard]] std::string AmountText(double value);  // two decimals, halves away from zero
+// Two decimals, halves away from zero.
+[[nodiscard]] std::string AmountText(double value);
+[[nodiscard]] std::string AmountText(Currency amount);
 // At most that many decimals, rounded so, without trailing zeros.
 [[nodiscard]] std::string DecimalText(double value, int decimals = 5);
 // [+-]?d{1,13}.dd

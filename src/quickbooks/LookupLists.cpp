@@ -7,6 +7,7 @@
 #include "platform/Text.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Requests.h"
+#include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
@@ -115,8 +116,7 @@ bool FillAccountArray(AccountArray& strAccounts, AccountTypes types) {
   const auto accounts = response.DetailList();
   // A company without accounts has no list to count, and fails here.
   strAccounts.assign(accounts.Count(), {});
-  const auto country = UpperCase(Vars().g_QBCountry);
-  const bool hasType = types == AccountTypes::Filled && country != "CA" && country != "UK";
+  const bool hasType = types == AccountTypes::Filled && !IsCanadianOrBritish(FileCountry());
   for (std::size_t column = 0; column < strAccounts.size(); ++column) {
     const auto& account = accounts.GetAt(column);
     auto& rows = strAccounts[column];

@@ -24,7 +24,7 @@ MsgSetRequest QBSessionManager::CreateMsgSetRequest(std::string_view country, in
 }
 
 MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set) {
-  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString()));
+  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString()), machine_);
 }
 
 MsgSetRequest QBSessionManager::CreateSubscriptionMsgSetRequest(int major, int minor) {
@@ -36,7 +36,7 @@ MsgSetResponse QBSessionManager::DoSubscriptionRequests(const MsgSetRequest& set
 }
 
 MsgSetResponse QBSessionManager::DoSubscriptionRequests(std::string_view xml) {
-  return MsgSetResponse(transport_->ProcessSubscription(xml));
+  return MsgSetResponse(transport_->ProcessSubscription(xml), machine_);
 }
 
 }  // namespace twqb

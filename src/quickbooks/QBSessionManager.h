@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/machine.h"
 #include "platform/transport.h"
 #include "quickbooks/RequestModel.h"
 #include "quickbooks/ResponseModel.h"
@@ -15,7 +16,9 @@ namespace twqb {
 
 class QBSessionManager {
  public:
-  explicit QBSessionManager(std::unique_ptr<Transport> transport) : transport_(std::move(transport)) {}
+  // `machine` tells which moments in answers lie in daylight time; it must outlive them.
+  QBSessionManager(std::unique_ptr<Transport> transport, Machine& machine)
+      : transport_(std::move(transport)), machine_(&machine) {}
 
   void OpenConnection(std::string_view applicationId, std::string_view applicationName);
   // An empty file name means the file that QuickBooks has open.
@@ -36,6 +39,7 @@ class QBSessionManager {
 
  private:
   std::unique_ptr<Transport> transport_;
+  Machine* machine_;
 };
 
 }  // namespace twqb

@@ -230,6 +230,19 @@ void RequestField::SetValue(const messages::TimeInterval& span) const {
   if (ValueRow().type != Type::TimeInterval) throw PlatformError(error::kConversion);
   Store(messages::TimeIntervalText(span));
 }
+void RequestField::SetValue(Currency amount) const {
+  const auto& row = ValueRow();
+  switch (row.type) {
+    case Type::Amt:
+      return Store(messages::AmountText(amount));
+    case Type::Price:
+    case Type::Quan:
+    case Type::Percent:
+      return Store(ToText(amount));
+    default:
+      return SetNumber(amount.ToDouble());
+  }
+}
 void RequestField::SetNumber(double number) const { Store(NumberText(ValueRow(), number)); }
 
 void RequestField::Unset() const {
@@ -238,6 +251,13 @@ void RequestField::Unset() const {
   node->value.clear();
   node->hasValue = false;
   node->children.clear();
+}
+
+void RequestField::Keep() const {
+  if (row_ == nullptr || row_->type != Type::Aggregate) throw PlatformError(error::kNameUnknown);
+  auto& node = Node();
+  node.hasValue = true;
+  KeepToThisBranch(node);
 }
 
 void RequestField::Add(std::string_view text) const {

@@ -41,12 +41,15 @@ class RequestField {
   void SetValue(bool value) const;
   void SetValue(int number) const { SetNumber(number); }
   void SetValue(double number) const { SetNumber(number); }
-  void SetValue(Currency amount) const { SetNumber(amount.ToDouble()); }
+  void SetValue(Currency amount) const;
   void SetValue(Date date) const;
   // Raises 13 for a field that is no span of time.
   void SetValue(const messages::TimeInterval& span) const;
   // Takes the value, or everything below, away; of a repeating field, that of the one item.
   void Unset() const;
+
+  // An aggregate goes on the wire from now on, though nothing in it may be set.
+  void Keep() const;
 
   // A repeating field: adds one value, or one aggregate to fill.
   void Add(std::string_view text) const;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "platform/Text.h"
+#include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
@@ -10,9 +11,9 @@ namespace twqb {
 
 std::optional<MsgSetRequest> fnCreateMsgSetRequest(QBSessionManager& session) {
   return RunAs("fnCreateMsgSetRequest", std::optional<MsgSetRequest>{}, [&] {
-    const auto country = UpperCase(Vars().g_QBCountry);
+    const auto country = FileCountry();
     // Canada and Britain have forms of their own; Australia talks in the US form.
-    const std::string_view form = country == "CA" || country == "UK" ? std::string_view(country) : "US";
+    const std::string_view form = IsCanadianOrBritish(country) ? std::string_view(country) : "US";
     std::optional<MsgSetRequest> set = session.CreateMsgSetRequest(form, Vars().g_QBMajorVer, Vars().g_QBMinorVer);
     set->SetOnError(OnError::Continue);
     return set;

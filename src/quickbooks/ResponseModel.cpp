@@ -6,7 +6,6 @@
 
 #include "platform/PlatformError.h"
 #include "platform/Value.h"
-#include "services/ModuleVariables.h"
 
 namespace twqb {
 
@@ -15,6 +14,7 @@ using messages::Element;
 struct AnswerDocument {
   std::string text;  // parsed in place: nodes point into it
   pugi::xml_document tree;
+  Machine* machine = nullptr;
 };
 
 namespace {
@@ -80,8 +80,9 @@ Currency Record::GetAmount() const {
 Date Record::GetDate() const {
   const auto value = messages::ParseDateTime(GetValue());
   if (!value) throw PlatformError(error::kConversion);
-  const bool isMoment = row_->type == messages::Type::DateTime;
-  return isMoment ? StandardTimeOf(TheMachine(), value->local) : value->local;
+  if (row_->type != messages::Type::DateTime) return value->local;
+  if (document_->machine == nullptr) throw PlatformError(error::kObjectNothing);
+  return StandardTimeOf(*document_->machine, value->local);
 }
 
 messages::TimeInterval Record::GetTimeInterval() const {
@@ -178,8 +179,9 @@ ReturnedList Response::DetailList() const {
   return records.empty() ? ReturnedList() : ReturnedList(std::move(records));
 }
 
-MsgSetResponse::MsgSetResponse(std::string answer) {
+MsgSetResponse::MsgSetResponse(std::string answer, Machine* machine) {
   auto document = std::make_shared<AnswerDocument>();
+  document->machine = machine;
   document->text = std::move(answer);
   const auto parsed = document->tree.load_buffer_inplace(document->text.data(), document->text.size(), kParseOptions,
                                                          pugi::encoding_utf8);

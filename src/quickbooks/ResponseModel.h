@@ -17,6 +17,7 @@
 #include "messages/ValueFormat.h"
 #include "platform/Currency.h"
 #include "platform/Date.h"
+#include "platform/machine.h"
 
 namespace twqb {
 
@@ -35,7 +36,8 @@ class Record {
   [[nodiscard]] bool IsNothing() const { return !node_; }
 
   // The value; each raises 91 on nothing, and 13 when the text does not convert. A date is a day;
-  // a moment, which QuickBooks writes as the wall clock showed it, comes as standard time, summer and winter.
+  // a moment, which QuickBooks writes as the wall clock showed it, comes as standard time, summer and winter, and
+  // raises 91 where the answer was read without a machine.
   [[nodiscard]] std::string GetValue() const;
   [[nodiscard]] bool GetBoolean() const;
   [[nodiscard]] std::int64_t GetInteger() const;  // of an enumeration: the value's number
@@ -132,8 +134,9 @@ class Response {
 // The answers to a set, in the order of its requests.
 class MsgSetResponse {
  public:
-  // Raises 0x80040400 when the text is no answer.
-  explicit MsgSetResponse(std::string answer);
+  // Raises 0x80040400 when the text is no answer. `machine` tells which moments lie in daylight time; it is not owned
+  // and must outlive the records. Without one, moments can't be read.
+  explicit MsgSetResponse(std::string answer, Machine* machine = nullptr);
   [[nodiscard]] std::size_t Count() const { return responses_.size(); }
   // Raises 91 when there is none of that index.
   [[nodiscard]] const Response& GetAt(std::size_t index) const;

@@ -30,7 +30,7 @@ bool RefuseOldInterface() {
 }
 
 bool Connect(OpenMode mode) {
-  Vars().g_QBSession = std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport());
+  Vars().g_QBSession = std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport(), TheMachine());
   const auto session = Vars().g_QBSession;
   const auto version = session->GetVersion();
   if (version.major < kOldestMajor || (version.major == kOldestMajor && version.minor < kOldestMinor)) {

@@ -65,6 +65,8 @@ struct ModuleVariables : Run {
   std::string g_ActivitySick = "GEN:SICK";
   std::string g_ActivityVac = "GEN:VAC";
 
+  std::string g_PickedVendor;  // what frmPickVendor was closed with; whoever reads it empties it
+
   // Of a send of time entries, as the settings said ahead of the first row.
   bool MapTENotes = false;      // the long note goes
   bool leavesCompTime = false;  // entries with comp time do not go

@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include "engine/Mapping.h"
-#include "engine/RecordReader.h"
 #include "engine/SendRecord.h"
 #include "messages/StatusCodes.h"
 #include "platform/PlatformError.h"
@@ -10,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
@@ -39,7 +39,8 @@ class TxnSendWork final : public RowWork {
     record_.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));
     IgnoreErrors([&] { walk.CountRow([&] { return send_.shown == nullptr ? record_.key : send_.shown(row); }); });
     // A transaction that is in QuickBooks is not sent again.
-    if (record_.linkId = ColumnText(row, "QBLinkID"); !record_.linkId.empty() && IsInQuickBooks()) return RowEnd::Done;
+    record_.linkId = ColumnText(row, "QBLinkID");
+    if (IsInQuickBooks(table_, record_, session_, run_)) return RowEnd::Done;
     auto messageSet = RequireMsgSetRequest(session_);
     const auto links = LinksOf(row);
     if (links.size() < send_.links.size()) return RowEnd::Lacking;
@@ -51,16 +52,6 @@ class TxnSendWork final : public RowWork {
   [[nodiscard]] std::string RowInHand() const override { return told_; }
 
  private:
-  // Whether the row's link leads to something. One that does not is stale, and forgotten.
-  bool IsInQuickBooks() {
-    RecordList twins;
-    if (ApplyQBFiltersAndReadRecords(table_, table_.reads.front(), twins, session_, {.strID = record_.linkId}, run_)) {
-      return true;
-    }
-    record_.linkId.clear();
-    return false;
-  }
-
   // The links of what the row refers to, up to the first that is missing.
   [[nodiscard]] std::vector<std::string> LinksOf(const ado::Recordset& row) const {
     std::vector<std::string> links;
@@ -76,7 +67,9 @@ class TxnSendWork final : public RowWork {
     const auto answer = session_.DoRequests(messageSet);
     const auto& response = answer.GetAt(0);
     if (response.StatusCode() == status::kOk) {
-      WriteLinkBack(walk.Connection(), response.Detail()["TxnID"].GetValue());
+      WriteLinkBack(walk.Connection(),
+                    {.table = txn_.tableName, .condition = KeyCondition(txn_.keyColumn, record_.key)}, record_,
+                    response.Detail()["TxnID"].GetValue());
       return RowEnd::Done;
     }
     const RefusedRequest refused{
@@ -98,16 +91,6 @@ class TxnSendWork final : public RowWork {
         break;
     }
     throw PlatformError(error::kNameUnknown);
-  }
-
-  void WriteLinkBack(ado::Connection& connection, const std::string& txnId) const {
-    TellRecordId(txnId);
-    const auto where = fmt::format("WHERE {} = '{}';", txn_.keyColumn, record_.key);
-    connection.Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' {}", txn_.tableName, txnId, where), nullptr);
-    Vars().g_NewQBLinkID = txnId;
-    if (!record_.lastUpdatedIsNull) return;
-    const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
-    connection.Execute(fmt::format("UPDATE {} SET LastUpdated = '{}' {}", txn_.tableName, now, where), nullptr);
   }
 
   const Table& table_;

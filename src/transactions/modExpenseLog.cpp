@@ -6,6 +6,7 @@
 
 #include "services/ModuleVariables.h"
 #include "transactions/BillReview.h"
+#include "transactions/ExpenseLogOut.h"
 
 namespace twqb {
 
@@ -63,6 +64,7 @@ constinit const Table kExpenseLogTable = {
                           "ELDate, ELUnits, ELPosted,isSub, QBLinkID, LastUpdated FROM ExpenseLOG ",
                   .passed = Passed},
     .sends = SentRows::NamedAlone,
+    .send = MoveExpenseLogToQB,
     .afterSend = ReviewTransferredBill,
     .reads = kReads,
     .beforeReads = TellVersion1,

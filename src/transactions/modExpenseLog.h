@@ -1,5 +1,5 @@
-// The expense log and QuickBooks' checks, credit card charges and bills. Its reads and its selection are here; this
-// version moves none of it.
+// The expense log and QuickBooks' checks, credit card charges and bills. Which rows a send selects, what
+// a get reads, and deletion; ExpenseLogOut moves it.
 #pragma once
 
 #include "engine/Table.h"

@@ -9,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 #include "transactions/InvoicesIn.h"
+#include "transactions/InvoicesOut.h"
 
 namespace twqb {
 
@@ -61,7 +62,8 @@ constinit const Table kInvoicesTable = {
     .number = enInvoices,
     .name = "Invoices",
     .names = {.send = "Invoices", .get = "Invoices(QB)"},
-    .rows = {.table = "TransactionTable"},
+    // Allocations of payments stand in the same table.
+    .rows = {.table = "TransactionTable", .condition = "PayID IS NULL"},
     .selection =
         {
             // Neither drafts, nor the rows of retainers, nor the allocations of payments.
@@ -80,6 +82,7 @@ constinit const Table kInvoicesTable = {
             .clauses = kClauses,
             .passed = Passed,
         },
+    .send = MoveInvoicesToQB,
     .reads = kReads,
     .get = MoveInvoicesOrCreditMemosToTW,
     .billingDeletion = {.instead = "The associated Invoice in Tallywick can not be automatically\r\n"

@@ -1,5 +1,4 @@
-// Invoices, and QuickBooks' invoices and credit memos. Their reads and their selection are here; this version moves
-// none of them.
+// Invoices, and QuickBooks' invoices and credit memos: which rows a send selects, what a get reads, and deletion.
 #pragma once
 
 #include "engine/Table.h"

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "transactions/PaymentsIn.h"
+#include "transactions/PaymentsOut.h"
 
 namespace twqb {
 
@@ -38,6 +39,7 @@ constinit const Table kPaymentsTable = {
                           "WHERE (Client.ClientID = Payment.ClientID)  AND PayMethod <> '6' ",
                   .prefix = "Payment.",
                   .clauses = kClauses},
+    .send = MovePaymentsToQB,
     .reads = kReads,
     .get = MovePaymentsToTW,
     .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},

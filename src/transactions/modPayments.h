@@ -1,4 +1,5 @@
-// Payments and QuickBooks' received payments. Their read and their selection are here; this version moves none of them.
+// Payments and QuickBooks' received payments. Which rows a send selects, what a get reads, and
+// deletion; PaymentsOut moves them.
 #pragma once
 
 #include "engine/Table.h"

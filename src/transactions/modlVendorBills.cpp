@@ -6,6 +6,7 @@
 
 #include "platform/Text.h"
 #include "services/ModuleVariables.h"
+#include "transactions/VendorBillsOut.h"
 
 namespace twqb {
 
@@ -45,6 +46,7 @@ constinit const Table kVendorBillTable = {
                           "QBLinkID, LastUpdated FROM VendorBill ",
                   .clauses = kClauses,
                   .passed = Passed},
+    .send = MoveVendorBillToQB,
     .reads = kReads,
 };
 

@@ -1,4 +1,5 @@
-// Vendor bills and QuickBooks' bills. Their read and their selection are here; this version moves none of them.
+// Vendor bills and QuickBooks' bills. Which rows a send selects, and what a get reads; VendorBillsOut moves
+// them.
 #pragma once
 
 #include "engine/Table.h"

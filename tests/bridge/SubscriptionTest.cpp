@@ -25,7 +25,8 @@ class ConnectedHouse : public NotingHouse {
             {}, faults,
             std::make_unique<CannedQuickBooks>(Canned{
                 .answer = [attributes = std::move(attributes)](std::string_view) { return Status(attributes); }})) {
-    Vars().g_QBSession = std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport());
+    Vars().g_QBSession =
+        std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport(), TheMachine());
     Vars().g_QBCountry = country;
     Vars().g_QBMajorVer = major;
     notes.clear();

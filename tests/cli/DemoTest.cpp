@@ -18,9 +18,10 @@ TEST(Demo, Links_every_client_and_lets_the_later_change_win) {
   for (const auto* line :
        {"employees +0 of 26 +26 of 26 +32 of 33 +6 +32 +32", "vendors +0 of 14 +14 of 14 +28 of 28 +14 +28 +28",
         "clients +75 of 75 +75 of 75 +75 of 75 +75 +75 +75", "projects +0 of 122 +122 of 122 +129 of 129 +4 +126 +126",
-        "activities +0 of 43 +43 of 43 +58 of 58 +15 +58 +58", "expense codes +0 of 34 +33 of 34 +53 of 54 +20 +53 +53",
-        "accounts +0 of 50 +44 of 50 +114 of 120 +70 +114 +114",
-        "time entries +0 of 299 +288 of 299 +301 of 312 +14 +302 +302"}) {
+        "activities +0 of 43 +43 of 43 +70 of 70 +15 +70 +70", "expense codes +0 of 34 +33 of 34 +54 of 55 +20 +54 +54",
+        "accounts +0 of 50 +44 of 50 +115 of 121 +70 +115 +115",
+        "time entries +0 of 299 +288 of 299 +301 of 312 +14 +302 +302",
+        "invoices +1 of 19 +16 of 19 +16 of 19 +0 +17 +17", "payments +0 of 4 +3 of 4 +3 of 4 +0 +2 +2"}) {
     EXPECT_THAT(out, testing::ContainsRegex(std::string("\n   ") + line + "\n"));
   }
   EXPECT_EQ(folder.Scalar("SELECT ClientEmail FROM Client WHERE ClientID = 'EASTON'"), "billing@easton.example");
@@ -30,9 +31,10 @@ TEST(Demo, Links_every_client_and_lets_the_later_change_win) {
 TEST(Demo, Shows_what_a_second_and_a_third_send_still_move) {
   const WorkFolder folder;
   const auto out = folder.Done({"demo", "-C", "."});
-  for (const auto* line : {"employees +1 +32 +0 +0 +0", "vendors +0 +28 +0 +0 +0", "clients +0 +75 +0 +0 +0",
-                           "projects +0 +126 +0 +0 +0", "activities +0 +55 +0 +0 +0", "expense codes +0 +50 +0 +0 +1",
-                           "accounts +0 +0 +0 +0 +6", "time entries +0 +0 +0 +0 +11"}) {
+  for (const auto* line :
+       {"employees +1 +32 +0 +0 +0", "vendors +0 +28 +0 +0 +0", "clients +0 +75 +0 +0 +0", "projects +0 +126 +0 +0 +0",
+        "activities +0 +67 +0 +0 +0", "expense codes +0 +51 +0 +0 +1", "accounts +0 +0 +0 +0 +6",
+        "time entries +0 +0 +0 +0 +11", "invoices +0 +0 +0 +0 +3", "payments +0 +0 +0 +0 +1"}) {
     EXPECT_THAT(out, testing::ContainsRegex(std::string("\n   ") + line + "\n"));
   }
 }

@@ -115,6 +115,7 @@ TEST_F(Captured, A_file_of_the_second_format_goes_on_with_the_numbers_that_were_
   Numbered("CreditMemo", Number(""));
   const auto methods = Send(QueryOf("PaymentMethod", "")).All("Name");
   file_.reset();
+  RunSql(path_, kWithoutListsOfFourthFormat);
   RunSql(path_, "DROP TABLE ref_number; DROP TABLE message_set; PRAGMA user_version = 2");
   file_.emplace(path_, machine_);
   EXPECT_EQ(Numbered("Invoice"), "19");

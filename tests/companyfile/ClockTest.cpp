@@ -85,6 +85,32 @@ TEST_F(CompanyTimes, The_hour_that_comes_twice_lies_within_bounds_both_times) {
             (std::vector<std::string>{"First", "Second"}));
 }
 
+TEST_F(CompanyTimes, A_bound_in_the_hour_that_is_passed_over_lies_between_what_was_before_and_behind_it) {
+  Made("Before", At(3, 9, 1, 45), kWinter);
+  Made("At the end", At(3, 9, 1, 59, 59), kWinter);
+  Made("Behind", At(3, 9, 3), kSummer);
+  for (const auto* time : {"2008-03-09T02:00:00", "2008-03-09T02:30:00", "2008-03-09T02:59:59"}) {
+    EXPECT_EQ(Query(std::string("<FromModifiedDate>") + time + "</FromModifiedDate>").All("Name"),
+              std::vector<std::string>{"Behind"})
+        << time;
+    EXPECT_EQ(Query(std::string("<ToModifiedDate>") + time + "</ToModifiedDate>").All("Name"),
+              (std::vector<std::string>{"At the end", "Before"}))
+        << time;
+  }
+  EXPECT_EQ(Query("<FromModifiedDate>2008-03-09T03:00:00</FromModifiedDate>").All("Name"),
+            std::vector<std::string>{"Behind"});
+  EXPECT_EQ(Query("<ToModifiedDate>2008-03-09T01:59:58</ToModifiedDate>").All("Name"),
+            std::vector<std::string>{"Before"});
+}
+
+TEST_F(CompanyTimes, A_day_that_begins_with_the_hour_that_is_passed_over_begins_behind_it) {
+  machine_.summer = {At(10, 19, 0), At(11, 30, 23)};
+  Made("Eve", At(10, 18, 23, 30), kWinter);
+  Made("Day", At(10, 19, 1), kSummer);
+  EXPECT_EQ(Query("<FromModifiedDate>2008-10-19</FromModifiedDate>").All("Name"), std::vector<std::string>{"Day"});
+  EXPECT_EQ(Query("<ToModifiedDate>2008-10-18</ToModifiedDate>").All("Name"), std::vector<std::string>{"Eve"});
+}
+
 TEST_F(CompanyTimes, A_wall_clock_time_leads_back_to_its_moment) {
   const auto clock = ReadClock(machine_);
   const auto wall = [&](Date standard) { return standard.PlusMinutes(machine_.DaylightMinutes(standard)); };

@@ -178,7 +178,7 @@ TEST_F(CustomerMod, A_move_that_would_nest_too_deep_is_refused) {
 TEST_F(CustomerMod, A_dead_parent_and_a_dead_reference_are_refused) {
   const auto id = AddId("Acme");
   EXPECT_EQ(Modify(id, Under("Nobody")).code, 3130);
-  EXPECT_EQ(Modify(id, "<TermsRef><FullName>Net 30</FullName></TermsRef>").code, 3140);
+  EXPECT_EQ(Modify(id, "<TermsRef><FullName>Net 90</FullName></TermsRef>").code, 3140);
 }
 
 TEST_F(CustomerMod, A_move_takes_the_balance_along) {

@@ -1,4 +1,5 @@
 #include "CompanyTest.h"
+#include "adapters/companyfile/RefusedDocument.h"
 
 namespace twqb::company {
 
@@ -70,14 +71,14 @@ TEST_F(CompanyDocument, Nothing_of_a_refused_document_is_carried_out) {
   EXPECT_EQ(Query("").code, 1);
 }
 
-TEST_F(CompanyDocument, A_refusal_has_the_published_text) {
+TEST_F(CompanyDocument, A_refusal_has_the_published_text_alone_and_the_reason_beside_it) {
   try {
-    static_cast<void>(file_->Process("hello"));
+    static_cast<void>(file_->Process(Document("<CustomerFindRq/>")));
     FAIL() << "nothing was raised";
-  } catch (const PlatformError& raised) {
+  } catch (const RefusedDocument& raised) {
     EXPECT_EQ(raised.number(), kRefused);
-    EXPECT_TRUE(
-        raised.description().starts_with("QuickBooks found an error when parsing the provided XML text stream."));
+    EXPECT_EQ(raised.description(), "QuickBooks found an error when parsing the provided XML text stream.");
+    EXPECT_EQ(raised.detail(), "The request CustomerFindRq is not known.");
   }
 }
 
@@ -152,9 +153,9 @@ TEST_F(CompanyDocument, A_refusal_quotes_no_more_than_the_beginning_of_a_value) 
     static_cast<void>(file_->Process(
         Document(AddRequest("<Name>Acme</Name><JobStatus>" + Repeated("yes", 100'000) + "</JobStatus>"))));
     FAIL() << "nothing was raised";
-  } catch (const PlatformError& raised) {
-    EXPECT_LT(raised.description().size(), 300U);
-    EXPECT_NE(raised.description().find("\"yesyes"), std::string::npos);
+  } catch (const RefusedDocument& raised) {
+    EXPECT_LT(raised.detail().size(), 300U);
+    EXPECT_NE(raised.detail().find("\"yesyes"), std::string::npos);
   }
 }
 

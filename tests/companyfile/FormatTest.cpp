@@ -64,7 +64,7 @@ class FirstFormat : public ListTest {
 
 TEST_F(FirstFormat, A_file_of_it_keeps_what_it_holds_and_gets_the_new_lists) {
   file_.emplace(path_, machine_);
-  EXPECT_EQ(Scalar("PRAGMA user_version"), "3");
+  EXPECT_EQ(Scalar("PRAGMA user_version"), "4");
   EXPECT_EQ(file_->GetConditions().dialog, DialogState::Open);
   EXPECT_EQ(file_->Summary().options.hostVersion, 12);
   const auto customers = QueryOf("Customer");
@@ -99,6 +99,36 @@ TEST_F(FirstFormat, A_file_that_can_not_be_brought_on_stays_as_it_was) {
   EXPECT_EQ(NumberRaised([&] { CompanyFile opened(path_, machine_); }), 0x80040403U);
   EXPECT_EQ(Scalar("PRAGMA user_version"), "1");
   EXPECT_EQ(Scalar("SELECT count(*) FROM pragma_table_info('record')"), "16");
+}
+
+constexpr auto kPresets =
+    "SELECT group_concat(list_id || kind || name || body) FROM (SELECT * FROM record ORDER BY list_id)";
+
+// A file that was new in the third format, in which somebody has deleted a way of paying.
+class ThirdFormat : public FirstFormat {
+ protected:
+  void SetUp() override {
+    CreateCompanyFile(path_, {}, machine_);
+    Run("DELETE FROM record WHERE name = 'Discover'");
+    brandNew_ = Scalar(kPresets);
+    Run(kWithoutListsOfFourthFormat);
+    Run("PRAGMA user_version = 3");
+  }
+  std::string brandNew_;
+};
+
+TEST_F(ThirdFormat, A_file_of_it_gets_the_terms_types_and_templates_of_a_new_one_and_nothing_that_was_deleted) {
+  ASSERT_NE(Scalar(kPresets), brandNew_);
+  { CompanyFile opened(path_, machine_); }
+  EXPECT_EQ(Scalar("PRAGMA user_version"), "4");
+  EXPECT_EQ(Scalar(kPresets), brandNew_);
+}
+
+TEST_F(ThirdFormat, What_is_deleted_afterwards_does_not_come_back) {
+  { CompanyFile opened(path_, machine_); }
+  Run("DELETE FROM record WHERE name = 'Net 15'");
+  { CompanyFile opened(path_, machine_); }
+  EXPECT_EQ(Scalar("SELECT count(*) FROM record WHERE name = 'Net 15'"), "0");
 }
 
 // The storage as transactions see it.

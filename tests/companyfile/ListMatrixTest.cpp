@@ -357,10 +357,10 @@ TEST(ListSamples, Cover_every_list_in_every_form_that_has_it) {
   for (const auto& kind : ListKinds()) {
     for (const auto country : {Country::US, Country::CA, Country::UK}) {
       const auto* add = messages::FindMessage(std::string(kind.name) + "Add");
-      ASSERT_NE(add, nullptr) << kind.name;
+      EXPECT_EQ(add == nullptr, kind.name == "Template") << kind.name;
       const bool has = std::ranges::any_of(
           samples, [&](const ListSample& sample) { return sample.kind == kind.name && sample.country == country; });
-      EXPECT_EQ(has, add->KnownIn({.country = country, .version = {3, 0}}))
+      EXPECT_EQ(has, add != nullptr && add->KnownIn({.country = country, .version = {3, 0}}))
           << kind.name << " " << messages::CountryName(country);
       const auto* mod = messages::FindMessage(std::string(kind.name) + "Mod");
       for (const auto& sample : samples) {

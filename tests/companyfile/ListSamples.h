@@ -73,12 +73,14 @@ inline std::vector<ListSample> ListSamples() {
     };
     put("Customer",
         "<Name>Sample</Name><IsActive>true</IsActive><CompanyName>Co</CompanyName>" + address("BillAddress") +
-            "<Phone>1</Phone><OpenBalance>97.50</OpenBalance>" + code + "<CreditLimit>1000.00</CreditLimit>" +
+            "<Phone>1</Phone>" + RefTo("CustomerTypeRef", "Retail") + RefTo("TermsRef", "Net 30") +
+            "<OpenBalance>97.50</OpenBalance>" + code + "<CreditLimit>1000.00</CreditLimit>" +
             RefTo("PreferredPaymentMethodRef", "Visa") + RefTo("JobTypeRef", "Roofing") + "<Notes>n</Notes>",
         "<Phone>2</Phone>");
     put("Vendor",
         "<Name>Sample</Name><IsActive>true</IsActive><CompanyName>Co</CompanyName>" + address("VendorAddress") +
-            "<Notes>n</Notes><CreditLimit>50.00</CreditLimit><VendorTaxIdent>12-3</VendorTaxIdent>"
+            "<Notes>n</Notes>" + RefTo("VendorTypeRef", "Suppliers") + RefTo("TermsRef", "Net 15") +
+            "<CreditLimit>50.00</CreditLimit><VendorTaxIdent>12-3</VendorTaxIdent>"
             "<OpenBalance>97.50</OpenBalance>",
         "<Phone>2</Phone>");
     put("Employee",
@@ -115,6 +117,15 @@ inline std::vector<ListSample> ListSamples() {
                            RefTo("DepositToAccountRef", "Stock") + RefTo("PaymentMethodRef", "Visa"));
     put("Class", "<Name>Sample</Name><IsActive>true</IsActive>");
     put("JobType", "<Name>Sample</Name><IsActive>true</IsActive>");
+    put("CustomerType", "<Name>Sample</Name><IsActive>true</IsActive>");
+    put("VendorType", "<Name>Sample</Name><IsActive>true</IsActive>");
+    put("StandardTerms",
+        "<Name>Sample</Name><IsActive>true</IsActive><StdDueDays>45</StdDueDays><StdDiscountDays>5</StdDiscountDays>"
+        "<DiscountPct>1.5</DiscountPct>");
+    put("DateDrivenTerms",
+        "<Name>Sample</Name><IsActive>true</IsActive><DayOfMonthDue>15</DayOfMonthDue>"
+        "<DueNextMonthDays>5</DueNextMonthDays><DiscountDayOfMonth>1</DiscountDayOfMonth>"
+        "<DiscountPct>2</DiscountPct>");
     put("PaymentMethod", "<Name>Sample</Name><IsActive>true</IsActive>");
     put("PayrollItemWage",
         "<Name>Sample</Name><IsActive>true</IsActive><WageType>Bonus</WageType>" + RefTo("ExpenseAccountRef", "Wages"));

@@ -40,6 +40,19 @@ TEST_F(Macro, An_identity_is_used_later_in_the_set_under_the_name_that_its_Add_g
   EXPECT_EQ(OpenOf(answers[0].Value("TxnID")), "30.00");
 }
 
+TEST_F(Macro, White_space_in_an_element_that_uses_one_is_nothing_and_anything_else_is_no_document) {
+  const auto invoice = IdOf(Send(InvoiceAs("TxnID:bill")));
+  for (const auto* content : {" ", "\n\t  \n", "<!-- one -->", " <!-- one --> "}) {
+    const auto paid = Send(PaymentOf(Using("TxnID:bill", content), Tag("PaymentAmount", "5.00")));
+    EXPECT_EQ(paid.code, 0) << content << paid.message;
+    EXPECT_EQ(paid.Value("AppliedToTxnRet/TxnID"), invoice);
+  }
+  EXPECT_EQ(OpenOf(invoice), "30.00");
+  for (const auto* content : {"x", " 1A-1204731000 ", "<Shoe/>", " <Shoe> </Shoe> "}) {
+    EXPECT_EQ(RefusalOfRequest(PaymentOf(Using("TxnID:bill", content))), kRefused) << content;
+  }
+}
+
 TEST_F(Macro, A_name_lasts_as_long_as_the_session) {
   const auto invoice = IdOf(Send(InvoiceAs("TxnID:1")));
   EXPECT_EQ(Send(PaymentOf(Using("TxnID:1"))).Value("AppliedToTxnRet/TxnID"), invoice);

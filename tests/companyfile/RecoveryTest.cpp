@@ -160,6 +160,17 @@ TEST_P(EitherRecovery, All_sets_of_a_program_are_cleared_at_once) {
   EXPECT_EQ(SendSet(kClearAll), "0") << "when there are none, too";
 }
 
+TEST_P(EitherRecovery, A_set_with_requests_clears_nothing) {
+  SendSet(SetDocument(New("X"), acme_));
+  const auto all = Old("ClearAllMessageSets");
+  EXPECT_EQ(SendSet(SetDocument(all, AddRequest("<Name>Beta</Name>"))), "600") << "an identifier that is not known";
+  EXPECT_THAT(Customers(), ElementsAre("Acme"));
+  SendSet(SetDocument(New("Y") + all, AddRequest("<Name>Gamma</Name>")));
+  EXPECT_THAT(Codes(), ElementsAre(0)) << "beside a new identifier it stands for none";
+  EXPECT_EQ(SendSet(Check("X")), "0");
+  EXPECT_EQ(SendSet(Check("Y")), "0");
+}
+
 TEST_P(EitherRecovery, Requests_with_an_unknown_old_identifier_and_no_new_one_do_nothing) {
   EXPECT_EQ(SendSet(SetDocument(Old("X"), acme_)), "600");
   EXPECT_THAT(Customers(), IsEmpty());
@@ -318,6 +329,42 @@ TEST_F(Recovery, Strictly_a_set_is_the_same_to_the_letter_and_leniently_by_what_
   EXPECT_EQ(SendSet(SetDocument(New("X"), AddRequest("<Name>ACME</Name>"))), "9001");
 }
 
+TEST_F(Recovery, Strictly_the_version_and_onError_are_part_of_the_content_and_leniently_they_are_not) {
+  SendSet(SetDocument(New("X"), acme_, "stopOnError", "3.0"));
+  EXPECT_EQ(SendSet(SetDocument(New("X"), acme_, "continueOnError", "3.0")), "9001");
+  EXPECT_EQ(SendSet(SetDocument(New("X"), acme_, "stopOnError", "2.1")), "9001");
+  EXPECT_EQ(SendSet(SetDocument(New("X"), acme_, "stopOnError", "3.0")), "0");
+  Lenient();
+  EXPECT_EQ(SendSet(SetDocument(New("X"), acme_, "continueOnError", "2.1")), "0");
+}
+
+TEST_F(Recovery, A_set_is_known_in_either_reading_whichever_it_was_stored_in) {
+  const auto document = SetDocument(New("X"), acme_);
+  SendSet(document);
+  Lenient();
+  EXPECT_EQ(SendSet(document), "0");
+  EXPECT_EQ(SendSet(SetDocument(New("X"), AddRequest("<Name>Beta</Name>"))), "9001");
+  const auto other = SetDocument(New("Y"), AddRequest("<Name>Beta</Name>"));
+  SendSet(other);
+  Set("recovery", "strict");
+  EXPECT_EQ(SendSet(other), "0");
+  EXPECT_EQ(SendSet(SetDocument(New("Y"), acme_)), "9001");
+  EXPECT_THAT(Customers(), ElementsAre("Acme", "Beta"));
+}
+
+TEST_F(Recovery, A_set_that_a_file_of_the_third_format_stored_is_known) {
+  // As those files have it: of the text inside the set alone.
+  RunSql(path_,
+         "INSERT INTO message_set VALUES ('', 'X', '59a8bbba631483bf-14', 1, "
+         "'<HostQueryRs statusCode=\"0\" statusSeverity=\"Info\" statusMessage=\"Status OK\"></HostQueryRs>', "
+         "1204700000)");
+  for (const auto* reading : {"strict", "lenient"}) {
+    Set("recovery", reading);
+    EXPECT_EQ(SendSet(SetDocument(New("X"), "<HostQueryRq/>")), "0") << reading;
+    EXPECT_EQ(SendSet(SetDocument(New("X"), "<HostQueryRq/><HostQueryRq/>")), "9001") << reading;
+  }
+}
+
 TEST_F(Recovery, The_identifiers_and_the_order_of_the_attributes_are_no_part_of_the_content) {
   SendSet(SetDocument(New("X"), acme_));
   EXPECT_EQ(SendSet("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq oldMessageSetID='a>b' "
@@ -339,6 +386,17 @@ TEST_F(Recovery, Strictly_the_first_versions_have_no_such_attributes_and_lenient
   EXPECT_EQ(RefusalOf(SetDocument(New("X"), acme_, "stopOnError", "2.0")), 0U);
   Lenient();
   EXPECT_EQ(RefusalOf(SetDocument(New("Y"), acme_, "stopOnError", "1.0")), 0U);
+}
+
+TEST_F(Recovery, Strictly_the_first_versions_do_not_know_them_empty_either) {
+  for (const auto& attribute : {New(""), Old(""), std::string(" responseData=\"includeAll\"")}) {
+    for (const auto* tag : {"1.0", "1.1"}) {
+      EXPECT_EQ(RefusalOf(SetDocument(attribute, acme_, "stopOnError", tag)), kRefused) << attribute << tag;
+    }
+    EXPECT_EQ(RefusalOf(SetDocument(attribute, acme_, "stopOnError", "2.0")), 0U) << attribute;
+  }
+  Lenient();
+  EXPECT_EQ(RefusalOf(SetDocument(New(""), acme_, "stopOnError", "1.1")), 0U);
 }
 
 TEST_F(Recovery, Strictly_work_is_done_though_its_answer_can_not_be_stored) {

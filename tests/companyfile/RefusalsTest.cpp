@@ -2,6 +2,7 @@
 // keep; or the document, for its version.
 
 #include "ListTest.h"
+#include "adapters/companyfile/RefusedDocument.h"
 
 namespace twqb::company {
 
@@ -175,13 +176,18 @@ TEST_F(Refusals, A_version_that_is_none_is_no_document) {
   }
 }
 
-TEST_F(Refusals, The_text_of_an_unknown_version_is_the_published_one) {
-  try {
-    static_cast<void>(file_->Process(Document("<HostQueryRq/>", "4.0")));
-    FAIL() << "nothing was raised";
-  } catch (const PlatformError& raised) {
-    EXPECT_TRUE(
-        raised.description().starts_with("The version of QBXML that was requested is not supported or is unknown."));
+TEST_F(Refusals, The_text_of_an_unknown_version_is_the_published_one_alone_with_the_reason_beside_it) {
+  for (const auto& [request, tag, reason] :
+       {std::tuple{"<HostQueryRq/>", "4.0", "Requested: \"4.0\"."},
+        std::tuple{"<HostQueryRq/>", "CA3.0", "This company data file does not take \"CA3.0\"."}}) {
+    try {
+      static_cast<void>(file_->Process(Document(request, tag)));
+      ADD_FAILURE() << "nothing was raised";
+    } catch (const RefusedDocument& raised) {
+      EXPECT_EQ(raised.number(), kUnknownVersion);
+      EXPECT_EQ(raised.description(), "The version of QBXML that was requested is not supported or is unknown.");
+      EXPECT_EQ(raised.detail(), reason);
+    }
   }
 }
 
@@ -257,6 +263,10 @@ TEST_F(Refusals, Any_other_document_type_is_refused) {
         "<!ELEMENT QBXML ANY>"}) {
     EXPECT_EQ(RefusalOf(Typed(type, line)), kRefused) << type;
   }
+  for (const auto* tag : {"4.0", "9.9", "US3.0", "NZ3.0", "AU1.0"}) {
+    EXPECT_EQ(RefusalOf(Typed(PublicType(tag), line)), kRefused) << tag << ", which was never published";
+  }
+  EXPECT_EQ(RefusalOf(Typed(PublicType("CA3.0"), line)), 0U) << "which was";
   EXPECT_EQ(RefusalOf(Typed(PublicType("3.0") + PublicType("3.0"))), kRefused) << "two of them";
   EXPECT_EQ(RefusalOf(Typed(line) + PublicType("3.0")), kRefused) << "behind the root";
 }

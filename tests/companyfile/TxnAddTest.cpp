@@ -194,8 +194,10 @@ TEST_P(EveryKind, Keeps_what_it_refers_to_from_being_deleted_as_long_as_it_is_th
 
 TEST_P(KindWithForm, Is_shown_when_it_is_there) {
   const auto id = AddRight().Value("TxnID");
+  // Earlier versions can't ask for it.
+  const auto tag = messages::FormTag({.country = std::get<1>(GetParam()).country, .version = {3, 0}});
   const auto show = [&](std::string_view kind, std::string_view txnId) {
-    return Send(Tag("TxnDisplayModRq", Tag("TxnDisplayModType", kind) + Tag("TxnID", txnId)), FormTag());
+    return Send(Tag("TxnDisplayModRq", Tag("TxnDisplayModType", kind) + Tag("TxnID", txnId)), tag);
   };
   EXPECT_EQ(show(Kind().kind, id).code, 0);
   EXPECT_EQ(show(Kind().kind == "Bill" ? "Check" : "Bill", id).code, 3120);
@@ -317,10 +319,28 @@ TEST_F(Txn, A_refused_one_leaves_no_account_behind) {
 }
 
 TEST_F(Txn, A_list_that_the_file_does_not_keep_has_nothing_to_refer_to) {
-  const auto added = AddTxn("Invoice", Named("CustomerRef", "Acme") + Named("TermsRef", "Net 30") +
+  const auto added = AddTxn("Invoice", Named("CustomerRef", "Acme") + Named("SalesRepRef", "DF") +
                                            Tag("InvoiceLineAdd", Named("ItemRef", "Design")));
   EXPECT_EQ(added.code, 3140);
-  EXPECT_THAT(added.message, HasSubstr("QuickBooks Terms \"Net 30\" in the invoice."));
+  EXPECT_THAT(added.message, HasSubstr("QuickBooks SalesRep \"DF\" in the invoice."));
+}
+
+TEST_F(Txn, A_dead_tax_code_is_told_with_the_line_or_the_transaction_that_names_it) {
+  const auto line = [](const std::string& code) {
+    return Tag("InvoiceLineAdd", Named("ItemRef", "Design") + Tag("Amount", "1.00") + code);
+  };
+  const auto acme = Named("CustomerRef", "Acme");
+  EXPECT_THAT(AddTxn("Invoice", acme + line(Named("SalesTaxCodeRef", "Zzz"))).message,
+              HasSubstr("There is an invalid reference to QuickBooks SalesTaxCode \"Zzz\" in the invoice line."));
+  EXPECT_THAT(AddTxn("Invoice", acme + Named("CustomerSalesTaxCodeRef", "Zzz") + line({})).message,
+              HasSubstr("There is an invalid reference to QuickBooks CustomerSalesTaxCode \"Zzz\" in the invoice."));
+}
+
+TEST_F(Txn, A_transaction_that_can_not_be_saved_has_its_article) {
+  const auto refused =
+      AddTxn("Invoice",
+             Named("CustomerRef", "Acme") + Tag("InvoiceLineAdd", Named("ItemRef", "Design") + Tag("Amount", "-1.00")));
+  EXPECT_THAT(refused.message, HasSubstr("There was an error when saving an invoice."));
 }
 
 TEST_F(Txn, An_invoice_without_lines_lacks_an_element) {

@@ -41,7 +41,8 @@ class NewYork : public ForwardingMachine {
 Date QuickBooksTime(Date utc, Machine& machine) {
   const auto text = company::TimeText(utc.UnixSeconds(), company::ReadClock(machine));
   const MsgSetResponse answer("<QBXML><QBXMLMsgsRs><CustomerQueryRs statusCode=\"0\"><CustomerRet><TimeModified>" +
-                              text + "</TimeModified></CustomerRet></CustomerQueryRs></QBXMLMsgsRs></QBXML>");
+                                  text + "</TimeModified></CustomerRet></CustomerQueryRs></QBXMLMsgsRs></QBXML>",
+                              &machine);
   return answer.GetAt(0).Detail()["TimeModified"].GetDate();
 }
 

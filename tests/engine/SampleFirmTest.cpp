@@ -36,12 +36,14 @@ TEST_F(SampleFirm, Each_statement_without_filters_selects_rows) {
   EXPECT_LT(accounts.find("4000 "), accounts.find("4010 "));
   EXPECT_GT(accounts.find("6100 "), accounts.find("6110 ")) << "a child ahead of its parent";
   EXPECT_NE(Select(enTimeEntries, "TEID"), "");
-  EXPECT_EQ(Select(enInvoices, "TransactionInvNum"), "1041 1042 ");
+  EXPECT_EQ(Sorted(Select(enInvoices, "TransactionInvNum")),
+            "1041 1042 1044 1045 1046 1047 1048 1049 1050 1051 1052 1053 1055 1056 1057 1058 2008-02-0117-A ");
   EXPECT_EQ(Select(enPayments, "PayRef"), "20771 W-118 3309 ");
   EXPECT_EQ(Select(enVendorBill, "BillNumber"), "CS-2208 7714 ");
   Vars().g_PassedID = "all";
   EXPECT_EQ(Select(enExpenseLog, "EmployeeID", {.Filter1a = "SELECT ELID FROM ExpenseLog"}),
-            "DRILLCO JPARK SOUNDINGS TOBRIEN YTRAN ");
+            "ALEE ALEE DRILLCO JPARK JPARK JPARK JPARK MHALE RSANTOS RSANTOS RSANTOS SOUNDINGS TOBRIEN TOBRIEN TOBRIEN "
+            "TOBRIEN YTRAN ");
 }
 
 TEST_F(SampleFirm, Groups_and_activity_narrow_it) {
@@ -55,7 +57,8 @@ TEST_F(SampleFirm, Groups_and_activity_narrow_it) {
   EXPECT_EQ(group(enActivities, "ActivityID", "TIMEOFF", true), "GEN:COMP GEN:HOL GEN:SICK GEN:VAC ");
   EXPECT_EQ(group(enExpenseCodes, "ExpID", "PAPER", true), "FILING: REPRO: ");
   EXPECT_EQ(group(enPayments, "PayRef", "RETAINER", false), "20771 ");
-  EXPECT_EQ(Select(enInvoices, "TransactionInvNum", {.Filter3a = "LAND", .Filter3b = "LAND"}), "1041 ");
+  EXPECT_EQ(Select(enInvoices, "TransactionInvNum", {.Filter3a = "LAND", .Filter3b = "LAND"}),
+            "1041 2008-02-0117-A 1055 1057 ");
 }
 
 TEST_F(SampleFirm, Its_projects_stand_in_three_levels) {
@@ -179,18 +182,31 @@ constexpr std::string_view kContradictions[] = {
     "ExpenseLog x, VendorBill b WHERE x.VendorBillID = b.VendorBillID AND x.EmployeeID <> b.VendorID",
     "VendorBill b WHERE NOT EXISTS (SELECT * FROM TimeExpense l WHERE l.VendorBillID = b.VendorBillID)",
     // amounts
-    "ExpenseLog WHERE ABS(ELUnits * ELCost * (1 + ELMarkup / 100) - ELChgAmt) > 0.005",
-    "TransactionTable t WHERE PayID IS NULL AND TransactionManInv = 0 AND IsDraft = 0 AND ABS(ServiceAmt - "
-    "(SELECT SUM(TEHours * TEBillRate) FROM TimeEntry e WHERE e.TransactionID = t.TransactionID)) > 0.005",
-    "TransactionTable t WHERE PayID IS NULL AND TransactionManInv = 0 AND IsDraft = 0 AND ABS(ExpAmt - "
-    "(SELECT SUM(ELChgAmt) FROM ExpenseLog e WHERE e.TransactionID = t.TransactionID)) > 0.005",
+    "ExpenseLog WHERE ABS(ELUnits * ELCost * (1 + ELMarkup / 100) - ELChgAmt) > 0.00501",
+    // what is billed by the hour is hours times rate, written down and up; a fee that was agreed on is not
+    "TransactionTable t, Project p WHERE t.ProjectID = p.ProjectID AND ProjectConType = 'Hourly' AND PayID IS NULL AND "
+    "TransactionManInv = 0 AND IsDraft = 0 AND ABS(ServiceAmt - (SELECT SUM(TEHours * COALESCE(WUD, 1) * TEBillRate) "
+    "FROM TimeEntry e WHERE e.TransactionID = t.TransactionID)) > 0.005",
+    "TransactionTable t WHERE PayID IS NULL AND IsDraft = 0 AND ABS(ExpAmt - "
+    "(SELECT SUM(ELChgAmt) FROM ExpenseLog e WHERE e.TransactionID = t.TransactionID AND ELBillable = -1)) > 0.005",
+    "TransactionTable t WHERE PayID IS NULL AND ExpAmt <> 0 AND "
+    "NOT EXISTS (SELECT * FROM ExpenseLog e WHERE e.TransactionID = t.TransactionID)",
+    // what is on an invoice is of its project, and billed
+    "TimeEntry e, TransactionTable t WHERE e.TransactionID = t.TransactionID AND e.ProjectID <> t.ProjectID",
+    "ExpenseLog e, TransactionTable t WHERE e.TransactionID = t.TransactionID AND e.ProjectID <> t.ProjectID",
+    "TimeEntry WHERE (TransactionID IS NOT NULL) <> (TEBillStatus = 'B')",
+    "ExpenseLog WHERE (TransactionID IS NOT NULL) <> (ELBilled = 'B')",
     "TransactionTable t WHERE TransactionManInv = -1 AND ABS(ServiceAmt - "
     "(SELECT SUM(ManInvDetailTot) FROM ManInvDetail d WHERE d.TransactionID = t.TransactionID)) > 0.005",
-    "TransactionTable WHERE PayID IS NULL AND "
-    "ABS(ServiceAmt + ExpAmt - TransactionInvDiscount - TransactionInvBillAmt) > 0.005",
+    "TransactionTable WHERE PayID IS NULL AND ABS(ServiceAmt + ExpAmt + TransactionManInvMiscAmt + ServiceTaxAmt + "
+    "ExpTaxAmt "
+    "+ MainServiceTaxAmt + MainExpenseTaxAmt - TransactionInvDiscount - InvRetainerAmtApplied - TransactionInvBillAmt) "
+    "> "
+    "0.0005",
     "Payment y WHERE ABS(PayAmt - "
     "(SELECT SUM(TransactionPayAmtApplied) FROM TransactionTable t WHERE t.PayID = y.PayID)) > 0.005",
-    // nothing has been sent
+    // nothing has been sent but an invoice that is gone
+    "TransactionTable WHERE QBLinkID <> '' AND TransactionInvNum <> '1055'",
     "TimeEntry WHERE QBLinkID <> ''",
     "Project WHERE QBLinkID <> ''",
     "Activity WHERE QBLinkID <> ''",

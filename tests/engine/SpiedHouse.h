@@ -112,7 +112,7 @@ class SpiedHouse : public TestHouse {
 
   // A session as after a found edition, without the questions of a first run.
   void Connect(std::string_view country = "US") {
-    auto session = std::make_shared<QBSessionManager>(wire_.CreateTransport());
+    auto session = std::make_shared<QBSessionManager>(wire_.CreateTransport(), TheMachine());
     session->OpenConnection("TWCLIENT", "test");
     session->BeginSession("", OpenMode::DoNotCare);
     Vars().g_QBSession = std::move(session);

@@ -14,7 +14,7 @@ class MessageGenerator : public testing::Test {
  protected:
   ProcessResult Run() { return RunProcess({TWQB_MESSAGEGEN, "BoxMessages", folder_ / "out", boxes_, colours_}); }
   void Write(const std::string& colours) {
-    WriteWholeFile(boxes_, "message Box {\n  request { Colour }\n}\n");
+    WriteWholeFile(boxes_, "message Box @1.0 {\n  request { Colour }\n}\n");
     WriteWholeFile(colours_, colours);
   }
   // As if they had been made long ago.

@@ -35,7 +35,7 @@ TEST_P(Refusals, Name_the_file_the_line_and_what_is_wrong) {
 
 // What goes into a message whose request begins on the third line.
 std::string InRequest(std::string_view rows) {
-  return fmt::format("message Widget {{\n  request {{\n{}\n  }}\n}}\n", rows);
+  return fmt::format("message Widget @1.0 {{\n  request {{\n{}\n  }}\n}}\n", rows);
 }
 
 std::string Name(const testing::TestParamInfo<Fault>& fault) { return fault.param.name; }
@@ -53,14 +53,14 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"Two_elements_without_a_comma", InRequest("A:s B:s"),
               "3: a new line, a comma or \"}\" is expected, not \"B\""},
         Fault{"A_comma_with_nothing_before_it", InRequest(", A:s"), "3: there is nothing before the comma"},
-        Fault{"A_bracket_that_is_not_closed", "message Widget {\n  request { A:s\n",
+        Fault{"A_bracket_that_is_not_closed", "message Widget @1.0 {\n  request { A:s\n",
               "3: a name, which begins with a capital, is expected, not the end of the file"},
         Fault{"Branches_with_a_comma", InRequest("ORPrice[ A:s, B:s ]"), "3: \"|\" or \"]\" is expected, not \",\""},
         Fault{"A_choice_without_branches", InRequest("ORPrice[]"),
               "3: a name, which begins with a capital, is expected, not \"]\""},
         Fault{"A_definition_on_the_line_of_another", "names A 5 names B 5\n",
               "1: a new line is expected, not \"names\""},
-        Fault{"A_message_with_a_third_part", "message Widget {\n  question { A:s }\n}\n",
+        Fault{"A_message_with_a_third_part", "message Widget @1.0 {\n  question { A:s }\n}\n",
               "2: \"}\" is expected, not \"question\""}),
     Name);
 
@@ -89,8 +89,14 @@ INSTANTIATE_TEST_SUITE_P(
               "3: the name of an attribute is expected, not the end of the line"},
         Fault{"An_attribute_of_a_choice", InRequest("ORPrice[ A:s | B:s ] attr defMacro"),
               "3: an attribute is an element's"},
-        Fault{"An_attribute_of_a_message", "message Widget attr defMacro {\n  request { A:s }\n}\n",
+        Fault{"An_attribute_of_a_message", "message Widget @1.0 attr defMacro {\n  request { A:s }\n}\n",
               "1: an attribute is an element's"},
+        Fault{"A_message_without_its_first_version", "record Box { A:s }\nadd Box US\n",
+              "2: the first version of Box is missing, as in @1.0"},
+        Fault{"A_free_message_without_its_first_version", "message Widget {\n  request { A:s }\n}\n",
+              "1: the first version of Widget is missing, as in @1.0"},
+        Fault{"A_message_with_a_first_version_in_Canada_alone", "message Widget @CA2.0 {\n  request { A:s }\n}\n",
+              "1: the first version of Widget is missing, as in @1.0"},
         Fault{"An_attribute_of_a_value", InRequest("A\n") + "enum A {\n Red attr defMacro\n}\n",
               "8: an attribute is an element's"},
         Fault{"A_step_that_may_be_left_out", InRequest("Filter?( A:s )"),
@@ -119,9 +125,14 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"Names_for_a_plain_type", InRequest("A:s41(Shelf)") + "names Shelf 5\n", "3: s41 takes no list of names"},
         Fault{"Names_for_an_enumeration", InRequest("A:Colour(Shelf)") + "names Shelf 5\nenum Colour { Red }\n",
               "3: an enumeration takes no list of names"},
+        Fault{"A_record_in_a_request", InRequest("A:Box") + "record Box { B:s }\n",
+              "3: Box is no aggregate and no enumeration"},
+        Fault{"Names_for_a_record",
+              "message Widget @1.0 {\n  answer { A:Box(Shelf) }\n}\nrecord Box { B:s }\nnames Shelf 5\n",
+              "2: a record takes no list of names"},
         Fault{"A_name_where_there_are_none", InRequest("A:name"),
               "3: there are no names here that tell how long a name is"},
-        Fault{"A_path_of_a_record_that_tells_no_names", "record Box {\n  B:path\n}\nadd Box\n",
+        Fault{"A_path_of_a_record_that_tells_no_names", "record Box {\n  B:path\n}\nadd Box @1.0\n",
               "2: there are no names here that tell how long a path is"},
         Fault{"A_name_without_length", "names Shelf 0\n", "1: a name has a length"},
         Fault{"A_path_without_levels", "names Shelf 0 x 31\n", "1: a name has a length"}),
@@ -134,15 +145,15 @@ INSTANTIATE_TEST_SUITE_P(
               "7: A is defined in Bad.messages:6 already"},
         Fault{"A_definition_that_nothing_uses", InRequest("A:s") + "group Lost { B:s }\n", "6: Lost is used nowhere"},
         Fault{"A_record_without_a_message", "\nrecord Box { A:s }\n", "2: Box is used nowhere"},
-        Fault{"Two_messages_of_a_name", InRequest("A:s") + "message Widget { request { A:s } }\n",
+        Fault{"Two_messages_of_a_name", InRequest("A:s") + "message Widget @1.0 { request { A:s } }\n",
               "6: there is a message Widget already"},
         Fault{"Two_messages_of_a_name_that_they_come_to",
-              "record Box { A:s }\nadd Box\nmessage BoxAdd { request { A:s } }\n",
+              "record Box { A:s }\nadd Box @1.0\nmessage BoxAdd @1.0 { request { A:s } }\n",
               "3: there is a message BoxAdd already"},
-        Fault{"A_message_of_no_record", "add Box\n", "1: Box is no record"},
-        Fault{"A_message_of_what_is_no_record", "aggregate Box { A:s }\nmod Box\n", "2: Box is no record"},
+        Fault{"A_message_of_no_record", "add Box @1.0\n", "1: Box is no record"},
+        Fault{"A_message_of_what_is_no_record", "aggregate Box { A:s }\nmod Box @1.0\n", "2: Box is no record"},
         Fault{"An_element_twice", InRequest("A:s\nB?{\n  C:s, C:i\n}"), "5: C stands twice in WidgetRq/B"},
-        Fault{"An_element_of_a_group_twice", "record Box {\n  A:s\n  +More\n}\ngroup More { A:i }\nadd Box\n",
+        Fault{"An_element_of_a_group_twice", "record Box {\n  A:s\n  +More\n}\ngroup More { A:i }\nadd Box @1.0\n",
               "5: A stands twice in Box"},
         Fault{"An_element_twice_that_one_form_knows_twice", InRequest("B{\n A:s CA+UK\n A:i UK\n}"),
               "5: A stands twice in WidgetRq/B"},
@@ -152,9 +163,9 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"Two_branches_with_one_beginning",
               InRequest("ORPrice[\n  A:s\n  | Terms( B?:i, ORRate[ C:s | A:s ] )\n]"),
               "5: two branches begin with A in WidgetRq/ORPrice"},
-        Fault{"Nothing_left_for_a_role", "record Box {\n  A:s in Ret\n}\nadd Box\n",
+        Fault{"Nothing_left_for_a_role", "record Box {\n  A:s in Ret\n}\nadd Box @1.0\n",
               "1: nothing is left in Box for Add"},
-        Fault{"Marks_for_a_role_without_a_message", "record Box {\n  A:s\n  B?{\n    C:i Mod?\n  }\n}\nadd Box\n",
+        Fault{"Marks_for_a_role_without_a_message", "record Box {\n  A:s\n  B?{\n    C:i Mod?\n  }\n}\nadd Box @1.0\n",
               "4: C has marks for Mod, and no message has it there"},
         Fault{"An_aggregate_without_elements", InRequest("A") + "aggregate A {\n}\n", "6: there is nothing in A"},
         Fault{"A_group_without_elements", InRequest("A{ +B }") + "group B { }\n", "3: there is nothing in WidgetRq/A"},
@@ -168,7 +179,7 @@ INSTANTIATE_TEST_SUITE_P(
     Name);
 
 TEST(RefusalsAcrossFiles, Name_the_file_in_which_the_fault_is) {
-  const SourceFile first = {.name = "one/First.messages", .text = "message Box {\n  request { Colour }\n}\n"};
+  const SourceFile first = {.name = "one/First.messages", .text = "message Box @1.0 {\n  request { Colour }\n}\n"};
   EXPECT_EQ(Refusal({first, {.name = "two/Second.messages", .text = "\n\nenum Colour { Red\n Red }\n"}}),
             "two/Second.messages:4: Colour has two values Red");
   EXPECT_EQ(Refusal({first,
@@ -187,8 +198,8 @@ TEST(Taken, Is_a_name_that_stands_twice_where_no_form_knows_both) {
 }
 
 TEST(Taken, Are_lines_that_end_as_other_systems_end_them) {
-  EXPECT_EQ(Refusal({{.name = "Good.messages", .text = "message Box {\r\n  request { A:s }\r\n}\r\n"}}), "");
-  EXPECT_EQ(Refusal({{.name = "Good.messages", .text = "message Box { request { A:s } }"}}), "");
+  EXPECT_EQ(Refusal({{.name = "Good.messages", .text = "message Box @1.0 {\r\n  request { A:s }\r\n}\r\n"}}), "");
+  EXPECT_EQ(Refusal({{.name = "Good.messages", .text = "message Box @1.0 { request { A:s } }"}}), "");
   EXPECT_EQ(Refusal({{.name = "Bad.messages", .text = "# one\r\n\r\nbox\r\n"}}),
             "Bad.messages:3: \"box\" begins no definition and no message");
 }

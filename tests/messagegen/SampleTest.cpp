@@ -57,7 +57,8 @@ constexpr auto kRet = "WidgetQuery answer";
 TEST(Messages, Stand_in_the_order_of_their_names) {
   std::vector<std::string> names;
   for (const auto& message : SampleMessages()) names.emplace_back(message.name);
-  EXPECT_THAT(names, ElementsAre("WidgetAdd", "WidgetCount", "WidgetDel", "WidgetMod", "WidgetQuery", "WidgetWatch"));
+  EXPECT_THAT(names, ElementsAre("WidgetAdd", "WidgetCount", "WidgetDel", "WidgetMod", "WidgetQuery", "WidgetShow",
+                                 "WidgetWatch"));
 }
 
 TEST(Messages, That_add_and_modify_send_the_record_and_answer_with_one_if_with_any) {
@@ -88,6 +89,12 @@ TEST(Messages, Of_their_own_say_what_is_sent_and_answered_and_may_leave_either_o
   EXPECT_THAT(Names(Named("WidgetDel").response), ElementsAre("TimeDeleted"));
   EXPECT_TRUE(Named("WidgetCount").request.empty());
   EXPECT_TRUE(Named("WidgetWatch").response.empty());
+}
+
+TEST(Messages, Of_their_own_may_answer_with_records_as_these_are_answered) {
+  const auto& shown = Named("WidgetShow").response.front().Children().front();
+  EXPECT_EQ(shown.name, "WidgetShown");
+  EXPECT_EQ(shown.Children().data(), Named("WidgetQuery").response.front().Children().data());
 }
 
 TEST(Messages, Have_versions_and_countries_as_their_elements_have) {

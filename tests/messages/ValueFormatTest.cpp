@@ -128,6 +128,22 @@ TEST(ValueFormat, A_half_as_a_number_prints_is_a_half) {
   EXPECT_EQ(AmountText(1.00499), "1.00");
 }
 
+TEST(ValueFormat, Money_is_written_from_its_digits) {
+  for (const auto& [units, text] : std::vector<std::pair<std::int64_t, std::string_view>>{
+           {0, "0.00"},
+           {49, "0.00"},
+           {50, "0.01"},
+           {-49, "0.00"},
+           {-50, "-0.01"},
+           {-12'345, "-1.23"},
+           {-12'350, "-1.24"},
+           {1'000'000, "100.00"},
+           {9'223'372'036'854'775'807, "922337203685477.58"},
+           {-9'223'372'036'854'775'807 - 1, "-922337203685477.58"}}) {
+    EXPECT_EQ(AmountText(Currency::FromTenThousandths(units)), text) << units;
+  }
+}
+
 TEST(ValueFormat, A_price_or_quantity_has_at_most_five_decimals_without_trailing_zeros) {
   for (const auto& [number, text] : std::vector<NumberText>{{0, "0"},
                                                             {1, "1"},

@@ -18,7 +18,8 @@ class ProbedHouse : public NotingHouse {
   explicit ProbedHouse(std::string_view accepted, std::string fields) : ProbedHouse(Answering(accepted, fields)) {}
   explicit ProbedHouse(std::function<std::string(std::string_view)> answer)
       : NotingHouse({}, {}, std::make_unique<CannedQuickBooks>(Canned{.answer = std::move(answer)})) {
-    Vars().g_QBSession = std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport());
+    Vars().g_QBSession =
+        std::make_shared<QBSessionManager>(Vars().platform.quickbooks->CreateTransport(), TheMachine());
     notes.clear();
   }
 

@@ -196,12 +196,33 @@ TEST(ObjectPaths, Of_every_request_resolve) {
 
 TEST(ObjectPaths, Are_told_for_every_request_but_those_that_only_set_a_company_up) {
   // What a company file answers beyond what is sent to one.
-  const std::vector<std::string_view> others = {
-      "ClassAdd",          "CheckAdd",         "CreditCardChargeAdd", "CreditMemoAdd",
-      "EstimateAdd",       "ItemInventoryAdd", "ItemNonInventoryAdd", "ItemGroupAdd",
-      "ItemGroupQuery",    "JobTypeAdd",       "JobTypeQuery",        "SalesTaxCodeAdd",
-      "SalesTaxCodeQuery", "TaxCodeAdd",       "TaxCodeQuery",        "PaymentMethodQuery",
-      "ItemPaymentQuery"};
+  const std::vector<std::string_view> others = {"ClassAdd",
+                                                "CheckAdd",
+                                                "CreditCardChargeAdd",
+                                                "CreditMemoAdd",
+                                                "EstimateAdd",
+                                                "ItemInventoryAdd",
+                                                "ItemNonInventoryAdd",
+                                                "ItemGroupAdd",
+                                                "ItemGroupQuery",
+                                                "JobTypeAdd",
+                                                "JobTypeQuery",
+                                                "SalesTaxCodeAdd",
+                                                "SalesTaxCodeQuery",
+                                                "TaxCodeAdd",
+                                                "TaxCodeQuery",
+                                                "PaymentMethodQuery",
+                                                "ItemPaymentQuery",
+                                                "CustomerTypeAdd",
+                                                "CustomerTypeQuery",
+                                                "VendorTypeAdd",
+                                                "VendorTypeQuery",
+                                                "StandardTermsAdd",
+                                                "StandardTermsQuery",
+                                                "DateDrivenTermsAdd",
+                                                "DateDrivenTermsQuery",
+                                                "TermsQuery",
+                                                "TemplateQuery"};
   for (const auto& message : messages::AllMessages()) {
     const auto told = std::ranges::find(kRequestPaths, message.RequestName(), &RequestPaths::request);
     EXPECT_NE(told != std::end(kRequestPaths), std::ranges::find(others, message.name) != others.end()) << message.name;

@@ -297,6 +297,33 @@ TEST(ChoiceGroup, Takes_a_branch_back_that_another_one_had_put_out) {
   EXPECT_FALSE(choice["ListFilter"]["ActiveStatus"].IsSet());
 }
 
+TEST(RequestField, Takes_money_as_it_is_to_the_last_digit) {
+  auto set = NewSet();
+  const auto line = set.Append("InvoiceAddRq")["ORInvoiceLineAddList"].Append()["InvoiceLineAdd"];
+  const auto most = Currency::FromTenThousandths(9'223'372'036'854'775'807);
+  line["Amount"].SetValue(most);
+  EXPECT_EQ(line["Amount"].GetValue(), "922337203685477.58");
+  line["Quantity"].SetValue(Currency::FromTenThousandths(-15'005));
+  EXPECT_EQ(line["Quantity"].GetValue(), "-1.5005");
+  line["ORRatePriceLevel"]["Rate"].SetValue(most);
+  EXPECT_EQ(line["ORRatePriceLevel"]["Rate"].GetValue(), "922337203685477.5807");
+  EXPECT_EQ(NumberOf([&] { line["ItemRef"].SetValue(most); }), error::kNameUnknown);
+}
+
+TEST(RequestField, That_is_kept_goes_on_the_wire_empty_and_decides_its_choice) {
+  auto set = NewSet();
+  const auto bill = set.Append("BillAddRq");
+  const auto empty = bill["ORItemLineAddList"].Append()["ItemLineAdd"];
+  const auto filled = bill["ORItemLineAddList"].Append()["ItemLineAdd"];
+  filled["Desc"].SetValue("Paint");
+  EXPECT_EQ(set.ToXMLString().find("<ItemLineAdd></ItemLineAdd>"), std::string::npos);
+  empty.Keep();
+  EXPECT_NE(set.ToXMLString().find("<ItemLineAdd></ItemLineAdd><ItemLineAdd><Desc>Paint</Desc></ItemLineAdd>"),
+            std::string::npos);
+  EXPECT_EQ(bill["ORItemLineAddList"].GetAt(0).ORType(), 0);
+  EXPECT_EQ(NumberOf([&] { filled["Desc"].Keep(); }), error::kNameUnknown);
+}
+
 TEST(MsgSetRequest, Counts_its_requests_and_keeps_handles_good_when_it_is_moved) {
   auto set = NewSet();
   const auto first = set.Append("CustomerAddRq");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "adapters/system/FrozenMachine.h"
 #include "platform/PlatformError.h"
 #include "quickbooks/IsCustomer.h"
 #include "quickbooks/Requests.h"
@@ -26,7 +27,8 @@ TEST_P(Forms, Are_the_countrys_own_in_Canada_and_Britain_and_the_US_form_elsewhe
   Vars().g_QBCountry = GetParam().country;
   Vars().g_QBMajorVer = static_cast<std::int16_t>(GetParam().major);
   Vars().g_QBMinorVer = static_cast<std::int16_t>(GetParam().minor);
-  QBSessionManager session(CannedQuickBooks(Canned{}).CreateTransport());
+  FrozenMachine machine({}, {});
+  QBSessionManager session(CannedQuickBooks(Canned{}).CreateTransport(), machine);
   auto set = fnCreateMsgSetRequest(session);
   ASSERT_TRUE(set);
   set->Append("HostQueryRq");
@@ -43,13 +45,15 @@ INSTANTIATE_TEST_SUITE_P(fnCreateMsgSetRequest, Forms,
                                          FormCase{"", 1, 1, "1.1"}, FormCase{"NZ", 1, 0, "1.0"}));
 
 TEST(SessionManager, Refuses_a_country_without_a_form) {
-  QBSessionManager session(CannedQuickBooks(Canned{}).CreateTransport());
+  FrozenMachine machine({}, {});
+  QBSessionManager session(CannedQuickBooks(Canned{}).CreateTransport(), machine);
   EXPECT_THROW((void)session.CreateMsgSetRequest("NZ", 3, 0), PlatformError);
   EXPECT_NO_THROW((void)session.CreateMsgSetRequest("au", 3, 0));
 }
 
 TEST(SessionManager, Makes_a_new_empty_set_each_time) {
-  QBSessionManager session(CannedQuickBooks(Canned{}).CreateTransport());
+  FrozenMachine machine({}, {});
+  QBSessionManager session(CannedQuickBooks(Canned{}).CreateTransport(), machine);
   auto one = session.CreateMsgSetRequest("US", 3, 0);
   one.Append("HostQueryRq");
   EXPECT_EQ(one.Count(), 1U);

@@ -6,7 +6,6 @@
 #include "adapters/system/FrozenMachine.h"
 #include "platform/PlatformError.h"
 #include "quickbooks/ResponseModel.h"
-#include "services/ModuleVariables.h"
 #include "tests/quickbooks/CannedQuickBooks.h"
 
 namespace twqb {
@@ -22,9 +21,10 @@ ErrorNumber NumberOf(Body body) {
   return 0;
 }
 
-Record Customer(std::string_view fields) {
+Record Customer(std::string_view fields, Machine* machine = nullptr) {
   return MsgSetResponse(
-             CannedAnswer("CustomerQueryRs", kStatusOk, "<CustomerRet>" + std::string(fields) + "</CustomerRet>"))
+             CannedAnswer("CustomerQueryRs", kStatusOk, "<CustomerRet>" + std::string(fields) + "</CustomerRet>"),
+             machine)
       .GetAt(0)
       .Detail();
 }
@@ -140,20 +140,25 @@ FrozenMachine MachineIn(TimeZoneState state) {
 
 TEST(Record, Reads_a_time_without_its_offset) {
   auto machine = MachineIn(TimeZoneState::Standard);
-  Vars().platform.machine = &machine;
   for (const std::string_view offset : {"", "Z", "-05:00", "+05:30", "-00:00"}) {
-    const auto customer = Customer(fmt::format("<TimeModified>2008-03-05T10:11:12{}</TimeModified>", offset));
+    const auto customer = Customer(fmt::format("<TimeModified>2008-03-05T10:11:12{}</TimeModified>", offset), &machine);
     EXPECT_EQ(IsoDate(customer["TimeModified"].GetDate()), "2008-03-05T10:11:12") << offset;
   }
   EXPECT_EQ(IsoDate(Customer("<JobStartDate>2008-03-05</JobStartDate>")["JobStartDate"].GetDate()),
             "2008-03-05T00:00:00");
 }
 
+TEST(Record, Has_no_times_without_a_machine_that_knows_the_seasons_but_days) {
+  const auto customer =
+      Customer("<TimeModified>2008-03-05T10:11:12</TimeModified><JobStartDate>2008-03-05</JobStartDate>");
+  EXPECT_EQ(NumberOf([&] { (void)customer["TimeModified"].GetDate(); }), error::kObjectNothing);
+  EXPECT_EQ(IsoDate(customer["JobStartDate"].GetDate()), "2008-03-05T00:00:00");
+}
+
 TEST(Record, Reads_a_time_in_daylight_time_as_standard_time_and_a_day_as_it_is) {
   auto machine = MachineIn(TimeZoneState::Daylight);
-  Vars().platform.machine = &machine;
-  const auto customer =
-      Customer("<TimeModified>2008-06-24T23:53:54-05:00</TimeModified><JobStartDate>2008-06-24</JobStartDate>");
+  const auto customer = Customer(
+      "<TimeModified>2008-06-24T23:53:54-05:00</TimeModified><JobStartDate>2008-06-24</JobStartDate>", &machine);
   EXPECT_EQ(IsoDate(customer["TimeModified"].GetDate()), "2008-06-24T22:53:54");
   EXPECT_EQ(customer["TimeModified"].GetValue(), "2008-06-24T23:53:54-05:00");
   EXPECT_EQ(IsoDate(customer["JobStartDate"].GetDate()), "2008-06-24T00:00:00");

@@ -192,6 +192,25 @@ TEST_F(Checks, A_row_without_its_key_is_expected_where_that_was_told_and_nowhere
   EXPECT_EQ(CheckBroken(now_, expected, Leaves::OneWithoutKey).size(), 0U);
 }
 
+TEST_F(Checks, An_invoice_in_another_form_is_expected_where_its_form_could_not_be_looked_up_and_nowhere_else) {
+  auto expected = expected_;
+  auto& invoice = expected.after.records["Customer/Birch"];
+  invoice = {{"body", "<ClassRef>East</ClassRef>"}, {"lines", "<ItemRef>Design</ItemRef>"}, {"amount", "5"}};
+  now_ = expected.after;
+  const auto found = [&](Leaves leaves) {
+    const auto broken = CheckBroken(now_, expected, leaves).size();
+    EXPECT_EQ(CheckInStep(now_, expected, leaves).size(), broken);
+    return broken;
+  };
+  EXPECT_EQ(found(Leaves::Nothing), 0U);
+  EXPECT_EQ(found(Leaves::OneInAnotherForm), 1U);
+  now_.records["Customer/Birch"] = {{"body", ""}, {"lines", "<ItemRef>From Tallywick</ItemRef>"}, {"amount", "5"}};
+  EXPECT_EQ(found(Leaves::OneInAnotherForm), 0U);
+  EXPECT_EQ(found(Leaves::Nothing), 1U);
+  now_.records["Customer/Birch"]["amount"] = "6";
+  EXPECT_EQ(found(Leaves::OneInAnotherForm), 2U);
+}
+
 TEST_F(Checks, Two_rows_of_one_record_are_told) {
   now_.rows["Client/ACME"]["QBLinkID"] = "-> Customer/Birch";
   EXPECT_GT(InStep(), 0U);

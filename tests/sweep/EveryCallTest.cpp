@@ -59,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(Accounts, EveryCall, testing::ValuesIn(AccountScenarios
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(TimeEntries, EveryCall, testing::ValuesIn(TimeEntryScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Invoices, EveryCall, testing::ValuesIn(InvoiceScenarios()),
+                         [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Money, EveryCall, testing::ValuesIn(MoneyScenarios()),
                          [](const auto& test) { return test.param.name; });
 

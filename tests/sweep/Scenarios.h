@@ -17,6 +17,7 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> ExpenseCodeScenarios();
 [[nodiscard]] std::vector<Scenario> AccountScenarios();
 [[nodiscard]] std::vector<Scenario> TimeEntryScenarios();
+[[nodiscard]] std::vector<Scenario> InvoiceScenarios();
 // Invoices, credit memos and payments, as they come in.
 [[nodiscard]] std::vector<Scenario> MoneyScenarios();
 

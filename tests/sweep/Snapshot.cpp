@@ -16,11 +16,16 @@ namespace twqb::sweep {
 
 namespace {
 
-// What a record is, identifiers and the forms of its name aside.
+// What a record is, identifiers and the forms of its name aside. Of its balances that which its invoices don't come to,
+// so that an invoice that is missing or doubled is found as such alone, and a balance that does not tell the same at
+// its record.
 constexpr std::string_view kRecords =
-    "SELECT list_id, kind || '/' || full_name AS name, sublevel, active, balance, total_balance, body, created, "
-    "modified, edit_sequence FROM record";
-// The notes stand in the body. Only kinds without lines are snapshot as a whole.
+    "SELECT list_id, kind || '/' || full_name AS name, sublevel, active, "
+    "balance - (SELECT total(amount) FROM txn WHERE record.list_id IN (entity_id, account_id)) AS balance, "
+    "total_balance - (SELECT total(amount) FROM txn JOIN record AS own ON own.list_id IN (entity_id, account_id) WHERE "
+    "own.kind = record.kind AND (own.list_id = record.list_id OR (own.full_key > record.full_key || char(1) AND "
+    "own.full_key < record.full_key || char(2)))) AS total_balance, body, created, modified, edit_sequence FROM record";
+// The notes stand in the body.
 constexpr std::string_view kTransactions =
     "SELECT txn_id, kind, txn_date, ref_number, amount, open, posted, body, lines, created, modified, edit_sequence "
     "FROM txn ORDER BY number";
@@ -98,22 +103,29 @@ std::string FreeName(const std::map<std::string, Fields>& taken, const std::stri
   return name;
 }
 
-// Identifiers in a text are replaced by what they lead to.
-std::string Named(std::string text, const std::map<std::string, std::string>& names) {
-  constexpr std::string_view kBegin = "<ListID>";
-  for (auto at = text.find(kBegin); at != std::string::npos; at = text.find(kBegin, at + 1)) {
-    const auto from = at + kBegin.size();
+// The text with each value of that element replaced.
+std::string WithEach(std::string_view element, std::string text,
+                     const std::function<std::string(const std::string& value)>& replaced) {
+  for (auto at = text.find(element); at != std::string::npos; at = text.find(element, at + 1)) {
+    const auto from = at + element.size();
     const auto length = text.find('<', from) - from;
-    if (const auto name = names.find(text.substr(from, length)); name != names.end()) {
-      text.replace(from, length, name->second);
-    }
+    text.replace(from, length, replaced(text.substr(from, length)));
   }
   return text;
 }
 
+// Identifiers in a text are replaced by what they lead to; those of lines lead nowhere.
+std::string Named(std::string text, const std::map<std::string, std::string>& names) {
+  text = WithEach("<ListID>", std::move(text), [&](const std::string& id) {
+    const auto name = names.find(id);
+    return name == names.end() ? id : name->second;
+  });
+  return WithEach("<TxnLineID>", std::move(text), [](const std::string& /*id*/) { return std::string(); });
+}
+
 void TakeTransactions(RawFile& company, Snapshot& snapshot, std::map<std::string, std::string>& names) {
   company.ForEachRow(kTransactions, [&](Fields fields) {
-    fields.at("body") = Named(fields.at("body"), names);
+    for (const std::string part : {"body", "lines"}) fields.at(part) = Named(fields.at(part), names);
     auto name = FreeName(snapshot.records, NameOfTransaction(fields));
     names.emplace(fields.extract("txn_id").mapped(), name);
     snapshot.records.emplace(std::move(name), std::move(fields));
@@ -133,6 +145,7 @@ Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>&
     names.emplace(fields.extract("list_id").mapped(), name);
     snapshot.records.emplace(std::move(name), std::move(fields));
   });
+  for (auto& [name, fields] : snapshot.records) fields.at("body") = Named(fields.at("body"), names);
   TakeTransactions(company, snapshot, names);
   RawFile billing(folder + "/billing.db");
   CheckIntegrity(billing, "billing.db", snapshot.damage);

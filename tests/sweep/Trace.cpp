@@ -26,7 +26,8 @@ bool CarriedOut(std::string_view answer, std::string_view ending) {
 std::optional<DeedKind> DeedOf(std::string_view document, std::string_view answer) {
   if (CarriedOut(answer, "AddRs ")) return DeedKind::AddCarriedOut;
   if (CarriedOut(answer, "ModRs ")) return DeedKind::ModCarriedOut;
-  const bool forOne = document.find("<ListID>") != std::string_view::npos;
+  const bool forOne =
+      document.find("<ListID>") != std::string_view::npos || document.find("<TxnID>") != std::string_view::npos;
   if (forOne && CarriedOut(answer, "QueryRs ")) return DeedKind::TwinRead;
   return std::nullopt;
 }
@@ -48,9 +49,9 @@ class WatchedTransport : public ForwardingTransport {
 };
 
 std::optional<DeedKind> DeedOf(std::string_view statement) {
-  constexpr std::array<std::string_view, 7> kChoices = {
-      "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",  "SELECT EmpBillRate",
-      "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate"};
+  constexpr std::array<std::string_view, 8> kChoices = {
+      "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",   "SELECT EmpBillRate",
+      "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate", "SELECT ProjectConType"};
   // Of a received transaction.
   constexpr std::array<std::string_view, 5> kKeys = {
       "SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID", "SELECT ActivityID FROM Activity WHERE QBLINKID",
@@ -68,6 +69,24 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   return std::nullopt;
 }
 
+constexpr std::string_view kContract = "SELECT ProjectConType";
+
+bool BeginsInvoice(std::string_view statement) {
+  return statement.starts_with(kContract) || statement.find("FROM TimeEntry WHERE TransactionID") != statement.npos ||
+         statement.find("FROM ExpenseLog WHERE TransactionID") != statement.npos;
+}
+
+bool DecidesForm(std::string_view statement) {
+  constexpr std::array<std::string_view, 4> kLookUps = {kContract, "SELECT QBLinkID, ActivityID",
+                                                        "SELECT QBLinkID, ExpID", "SELECT QBClassID"};
+  return std::ranges::any_of(kLookUps, [&](std::string_view lookUp) { return statement.starts_with(lookUp); });
+}
+
+bool FindsSomething(const ado::Recordset& rows) {
+  if (rows.Eof()) return false;
+  const auto value = rows.FieldAt(0);
+  return !IsNull(value) && !ToText(value).empty();
+}
 // What a row is that is written into the table which that statement opens.
 std::optional<DeedKind> RowOf(std::string_view statement) {
   if (statement == "SELECT * FROM TransactionTable;") return DeedKind::TellingRowWritten;
@@ -95,18 +114,24 @@ class WatchedConnection : public ado::ForwardingConnection {
       : ForwardingConnection(std::move(inner)), note_(std::move(note)) {}
   std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
     auto rows = ForwardingConnection::Execute(statement, rowsAffected);
-    if (const auto deed = DeedOf(statement)) note_(*deed);
+    Note(statement, rows.get());
     return rows;
   }
   std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
                                                 ado::LockType lock) override {
     auto rows = ForwardingConnection::OpenRecordset(statement, cursor, lock);
-    if (const auto deed = DeedOf(statement)) note_(*deed);
+    Note(statement, rows.get());
     if (const auto row = RowOf(statement)) return std::make_unique<WatchedRows>(std::move(rows), *row, note_);
     return rows;
   }
 
  private:
+  void Note(std::string_view statement, const ado::Recordset* rows) const {
+    if (const auto deed = DeedOf(statement)) note_(*deed);
+    if (BeginsInvoice(statement)) note_(DeedKind::InvoiceBegun);
+    if (DecidesForm(statement) && FindsSomething(*rows)) note_(DeedKind::FormFound);
+  }
+
   NoteDeed note_;
 };
 
@@ -144,6 +169,7 @@ constexpr std::string_view kBackup = "the copies of the first run are made with 
 constexpr std::string_view kSeason = "an unreadable time zone counts as standard time in the conflict rule";
 constexpr std::string_view kPayrollItem =
     "what the payroll item is chosen by counts as not there when it can't be read";
+constexpr std::string_view kPointer = "the wait pointer goes up and down with errors ignored";
 constexpr std::string_view kClosing = "closing at the end of a table ignores errors";
 
 constexpr std::array kIgnoredPlaces = {
@@ -161,6 +187,9 @@ constexpr std::array kIgnoredPlaces = {
         .why = kBackup,
         .calls = {"Desk.SetPointer", "Machine.CopyFile", "Machine.CopyFile", "Desk.SetPointer", "Desk.ShowMessageBox"},
         .ignored = 5},
+    Place{.why = kPointer, .calls = {"Desk.SetPointer", "Transport.ProcessDocument"}},
+    Place{.why = kPointer, .calls = {"Desk.SetPointer", "Machine.GetPrivateProfileString"}},
+    Place{.why = kPointer, .calls = {"Transport.ProcessDocument", "Desk.SetPointer"}, .told = 1},
     Place{.why = kClosing, .calls = {"Desk.UnloadMsgForm"}},
     Place{.why = kClosing, .calls = {"Recordset.State", "Recordset.Close"}, .ignored = 2},
     Place{.why = kClosing,
@@ -287,6 +316,17 @@ bool LeavesIncomplete(const Trace& trace, std::size_t k) {
   return false;
 }
 
+// Whether call k is a look-up without which an invoice takes another form.
+bool LooksUpForm(const Trace& trace, std::size_t k) {
+  bool ofInvoice = false;
+  for (const auto& deed : trace.deeds) {
+    if (deed.kind == DeedKind::InvoiceBegun) ofInvoice = true;
+    if (deed.kind == DeedKind::AddCarriedOut) ofInvoice = false;
+    if (deed.kind == DeedKind::FormFound && ofInvoice && IsReadingOf(trace, deed.k, k)) return true;
+  }
+  return false;
+}
+
 // Whether a project that a record needs gets no owner when call k fails.
 bool LeavesOwnerOut(const Trace& trace, std::size_t k) {
   const auto isNeeded = [&](const Deed& deed) { return deed.kind == DeedKind::OwnerNeeded && deed.k > k; };
@@ -350,6 +390,7 @@ const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
 
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
   if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
+  if (how == Break::Raise && LooksUpForm(trace, k)) return Leaves::OneInAnotherForm;
   const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
   if (nameInUse == NameInUse::TriesNext) return leaves;
   // A second Add finds the name of the first, or of the twin that could not be read.
@@ -390,6 +431,7 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
 
 std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {
   if (PassesOverSilently(trace, k)) return "a record whose keys can't be looked up is left to the next run";
+  if (LooksUpForm(trace, k)) return "an invoice's contract, item or class that can't be looked up is none";
   for (const auto& deed : trace.deeds) {
     if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
   }

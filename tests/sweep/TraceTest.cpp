@@ -90,6 +90,35 @@ TEST(Trace, An_entry_is_incomplete_where_its_last_fields_can_t_be_read) {
   EXPECT_EQ(WhatIsLeft(trace, 3, kBefore, Break::Kill), Leaves::Nothing);
 }
 
+TEST(Trace, An_invoice_takes_another_form_where_what_decides_it_can_t_be_looked_up) {
+  const Trace trace = {
+      .names = {"Connection.Execute", "Connection.OpenRecordset", "Connection.Execute", "Recordset.FieldAt",
+                "Recordset.Field", "Transport.ProcessDocument", "Connection.Execute"},
+      .deeds = {{.k = 1, .kind = DeedKind::FormFound},
+                {.k = 2, .kind = DeedKind::InvoiceBegun},
+                {.k = 3, .kind = DeedKind::FormFound},
+                {.k = 6, .kind = DeedKind::AddCarriedOut},
+                {.k = 7, .kind = DeedKind::FormFound}}};
+  for (const std::size_t k : {3U, 4U}) {
+    EXPECT_EQ(WhatIsLeft(trace, k, kAfter, Break::Raise), Leaves::OneInAnotherForm) << k;
+    EXPECT_EQ(WhatIsLeft(trace, k, kAfter, Break::Kill), Leaves::Nothing) << k;
+    EXPECT_FALSE(WhyIgnored(trace, k, kBefore).empty()) << k;
+  }
+  for (const std::size_t k : {1U, 2U, 5U, 7U}) {
+    EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Raise), Leaves::Nothing) << k;
+    EXPECT_TRUE(WhyIgnored(trace, k, kBefore).empty()) << k;
+  }
+}
+
+TEST(Trace, The_wait_pointer_is_ignored_around_a_document_and_the_document_is_not) {
+  const Trace trace = {.names = {"Desk.SetPointer", "Transport.ProcessDocument", "Desk.SetPointer", "Desk.SetPointer"},
+                       .deeds = {}};
+  EXPECT_FALSE(WhyIgnored(trace, 1, kBefore).empty());
+  EXPECT_TRUE(WhyIgnored(trace, 2, kBefore).empty());
+  EXPECT_FALSE(WhyIgnored(trace, 3, kAfter).empty());
+  EXPECT_TRUE(WhyIgnored(trace, 4, kBefore).empty());
+}
+
 TEST(Trace, A_session_that_has_begun_and_raised_has_to_be_told) {
   const Trace trace = {.names = {"Transport.BeginSession"}, .deeds = {}};
   EXPECT_FALSE(WhyIgnored(trace, 1, kBefore).empty());

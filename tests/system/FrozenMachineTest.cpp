@@ -49,6 +49,16 @@ TEST(FrozenMachine, The_zone_is_the_one_given) {
   EXPECT_EQ(zone.state, TimeZoneState::Daylight);
 }
 
+TEST(FrozenMachine, Every_time_lies_in_the_season_that_is_given) {
+  FrozenMachine winter({}, {.now = kStart, .zone = {.bias = 300, .daylightBias = -60}});
+  auto summer = Frozen();
+  for (int month = 1; month <= 12; ++month) {
+    const auto date = Date::FromCivil({.year = 2008, .month = month, .day = 15});
+    EXPECT_EQ(summer.DaylightMinutes(date), 60);
+    EXPECT_EQ(winter.DaylightMinutes(date), 0);
+  }
+}
+
 TEST(FrozenMachine, GUIDs_and_numbers_repeat_with_the_seed) {
   auto one = Frozen(7);
   auto two = Frozen(7);

@@ -117,6 +117,52 @@ TEST(SystemMachine, A_law_that_calls_summer_its_standard_has_daylight_time_in_su
   }
 }
 
+struct ZoneOfYear {
+  const char* name;
+  const char* zone;
+  Date forward;  // the changes of 2008, in standard time
+  Date back;
+  int minutes;
+};
+void PrintTo(const ZoneOfYear& zone, std::ostream* out) { *out << zone.zone; }
+
+constexpr int kHour = 60;
+Date In2008(int month, int day, int hour) {
+  return Date::FromCivil({.year = 2008, .month = month, .day = day, .hour = hour});
+}
+
+class DaylightTime : public testing::TestWithParam<ZoneOfYear> {};
+
+TEST_P(DaylightTime, The_clock_is_ahead_from_one_change_to_the_other_whatever_the_season_is_now) {
+  const auto& [name, text, forward, back, minutes] = GetParam();
+  const Zone zone(text);
+  SystemMachine machine({});
+  const auto second = [](Date date, int count) { return date.PlusMilliseconds(count * Date::kSecond); };
+  EXPECT_EQ(machine.DaylightMinutes(second(forward, -1)), 0);
+  EXPECT_EQ(machine.DaylightMinutes(forward), minutes);
+  EXPECT_EQ(machine.DaylightMinutes(second(back, -1)), minutes);
+  EXPECT_EQ(machine.DaylightMinutes(back), 0);
+  EXPECT_EQ(machine.DaylightMinutes(In2008(1, 15, 12)), forward < back ? 0 : minutes);
+  EXPECT_EQ(machine.DaylightMinutes(In2008(7, 15, 12)), forward < back ? minutes : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SystemMachine, DaylightTime,
+    testing::Values(ZoneOfYear{"North", "EST5EDT,M3.2.0,M11.1.0", In2008(3, 9, 2), In2008(11, 2, 1), kHour},
+                    ZoneOfYear{"South", "AEST-10AEDT,M10.1.0,M4.1.0/3", In2008(10, 5, 2), In2008(4, 6, 2), kHour},
+                    ZoneOfYear{"Half_an_hour", "LHST-10:30LHDT-11,M10.1.0,M4.1.0", In2008(10, 5, 2),
+                               In2008(4, 6, 1).PlusMinutes(30), kHour / 2},
+                    ZoneOfYear{"Law_with_summer_as_its_standard", "IST-1GMT0,M10.5.0,M3.5.0/1", In2008(3, 30, 1),
+                               In2008(10, 26, 1), kHour}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST(SystemMachine, A_zone_without_daylight_time_is_never_ahead) {
+  const Zone zone("XYZ-5:30");
+  SystemMachine machine({});
+  EXPECT_EQ(machine.DaylightMinutes(In2008(1, 15, 12)), 0);
+  EXPECT_EQ(machine.DaylightMinutes(In2008(7, 15, 12)), 0);
+}
+
 TEST(SystemMachine, A_sleep_takes_its_time) {
   SystemMachine machine({});
   const auto begin = std::chrono::steady_clock::now();

@@ -149,15 +149,29 @@ TEST_F(TerminalDeskTest, With_nobody_to_ask_questions_are_printed_and_take_No_or
 
 TEST_F(TerminalDeskTest, A_vendor_is_picked_by_its_number) {
   auto& desk = Open(Person::There);
-  Type("0\n3\nV2\n 2 \n\n");
+  Type("0\n3\nX\n 2 \n\n");
   EXPECT_EQ(desk.PickVendor("Which vendor for E1?", {"V1",
                                                      "V\x1b"
                                                      "2"}),
             "V\x1b"
             "2");
   EXPECT_THAT(Shown(), AllOf(HasSubstr("Which vendor for E1?\n   1  V1\n   2  V?2\n"),
-                             HasSubstr("Vendor (1 to 2, empty: skip): ")));
+                             HasSubstr("Vendor (1 to 2, or how it begins; empty: skip): ")));
   EXPECT_EQ(desk.PickVendor("Which vendor for E1?", {"V1"}), std::nullopt);
+}
+
+TEST_F(TerminalDeskTest, A_vendor_is_picked_by_how_it_begins_in_any_case_once_that_is_plain) {
+  auto& desk = Open(Person::There);
+  Type("q\nsm\nsmi\n");
+  const std::vector<std::string> vendors = {"SMALL", "SMITH", "2ND HAND"};
+  EXPECT_EQ(desk.PickVendor("Which?", vendors), "SMITH");
+  EXPECT_THAT(Shown(),
+              AllOf(HasSubstr("No vendor begins with q.\n"), HasSubstr("Several begin with sm: SMALL, SMITH.\n")));
+  // A number is one of the list, and a whole name is no beginning of a longer one.
+  Type("2\n2n\nab\n");
+  EXPECT_EQ(desk.PickVendor("Which?", vendors), "SMITH");
+  EXPECT_EQ(desk.PickVendor("Which?", vendors), "2ND HAND");
+  EXPECT_EQ(desk.PickVendor("Which?", {"ABC", "AB"}), "AB");
 }
 
 TEST_F(TerminalDeskTest, With_no_vendor_to_choose_nothing_is_asked) {

@@ -23,6 +23,13 @@ class TransactionsHouse : public ListHouse {
     Connect(country);
   }
 
+  // An item that books to the account of that name; its ListID.
+  std::string AddItem(std::string_view kind, std::string_view name, std::string_view account) {
+    return Add("Item" + std::string(kind),
+               fmt::format("<Name>{}</Name><SalesOrPurchase><AccountRef><FullName>{}</FullName></AccountRef>"
+                           "</SalesOrPurchase>",
+                           name, account));
+  }
   void Insert(std::string_view table, const Columns& columns) {
     std::string names;
     std::string values;
@@ -56,12 +63,16 @@ class TransactionsHouse : public ListHouse {
     traffic.documents.clear();
   }
 
-  // The get of records that QuickBooks is made to return to the query of that name.
-  void GetAnswer(std::string_view query, std::string_view records) {
+  // Makes QuickBooks return those records to the query of that name, which is the next that is asked.
+  void Answer(std::string_view query, std::string_view records) {
     traffic.canned.push_back(
         fmt::format("<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs requestID=\"1\" statusCode=\"0\" "
                     "statusSeverity=\"Info\" statusMessage=\"Status OK\">{1}</{0}QueryRs></QBXMLMsgsRs></QBXML>",
                     query, records));
+  }
+  // The get of such records.
+  void GetAnswer(std::string_view query, std::string_view records) {
+    Answer(query, records);
     Get();
   }
 
@@ -77,6 +88,9 @@ class TransactionsHouse : public ListHouse {
     return options;
   }
 };
+
+// A refusal with its question, as tables ask it that have no other words.
+inline const std::string kAsk = RefusalText("No.", 3000, "Error") + "\r\n\r\nDo you want to continue?";
 
 inline const std::string kSureToCancel = "Are you sure you want to Cancel?";
 inline const std::string kOperationCancelled = "Operation cancelled!";

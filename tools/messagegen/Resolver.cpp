@@ -66,11 +66,15 @@ class Resolver {
   // --- Messages ---
 
   void ReadMessage(const MessageText& text) {
+    // Said of each, 1.0 too: one that was forgotten would be taken in documents that are older than it.
+    if (!text.marks.since) {
+      definitions_.Fail(text.place, fmt::format("the first version of {} is missing, as in @1.0", text.name));
+    }
     TableMessage message = {.name = text.name, .known = KnownBy(text.marks, text.place), .set = text.set};
     if (text.kind == MessageKind::Free) {
       ExpectNoAttribute(text.marks, text.place);
-      message.request = ReadMessageRows(text.request, text.name + "Rq", text.place);
-      message.answer = ReadMessageRows(text.answer, text.name + "Rs", text.place);
+      message.request = ReadMessageRows(text.request, {.hint = text.name + "Rq"}, text.place);
+      message.answer = ReadMessageRows(text.answer, {.role = Role::Ret, .hint = text.name + "Rs"}, text.place);
     } else {
       ReadRecordMessage(text, message);
     }
@@ -80,9 +84,9 @@ class Resolver {
     table_.messages.push_back(std::move(message));
   }
 
-  std::optional<std::size_t> ReadMessageRows(const Entries& entries, const std::string& hint, Place place) {
+  std::optional<std::size_t> ReadMessageRows(const Entries& entries, const Context& context, Place place) {
     if (entries.empty()) return std::nullopt;
-    return ReadList(entries, {.hint = hint}, Order::Sequence, place);
+    return ReadList(entries, context, Order::Sequence, place);
   }
 
   // An Add and a Mod answer with the record, if anything, a query with any number of them.
@@ -92,7 +96,7 @@ class Resolver {
     if (text.kind == MessageKind::Query) {
       ExpectNoAttribute(text.marks, text.place);
       message.name += "Query";
-      message.request = ReadMessageRows(text.request, message.name + "Rq", text.place);
+      message.request = ReadMessageRows(text.request, {.hint = message.name + "Rq"}, text.place);
     } else {
       const auto role = text.kind == MessageKind::Add ? Role::Add : Role::Mod;
       message.name += RoleName(role);
@@ -274,6 +278,11 @@ class Resolver {
   }
 
   void ReadDefinedType(const Entry& entry, const Context& context, Row& row) {
+    const auto* defined = definitions_.Peek(entry.type);
+    if (defined != nullptr && defined->kind == DefinitionKind::Record && context.role == Role::Ret) {
+      ReadAnsweredRecord(entry, row);
+      return;
+    }
     const auto& definition = definitions_.Find(entry.type, {DefinitionKind::Aggregate, DefinitionKind::Enumeration},
                                                "aggregate and no enumeration", entry.place);
     if (definition.kind == DefinitionKind::Enumeration) {
@@ -291,6 +300,14 @@ class Resolver {
     }
     row.type = Type::Aggregate;
     row.children = ReadDefined(definition, inner, entry.place);
+  }
+
+  // An answer may hold whole records, of kinds that have messages of their own too.
+  void ReadAnsweredRecord(const Entry& entry, Row& row) {
+    if (!entry.typeOf.empty()) definitions_.Fail(entry.place, "a record takes no list of names");
+    const auto& record = definitions_.Find(entry.type, {DefinitionKind::Record}, "record", entry.place);
+    row.type = Type::Aggregate;
+    row.children = ReadDefined(record, {.role = Role::Ret, .names = record.names}, entry.place);
   }
 
   std::size_t ReadValues(const Definition& definition) {

@@ -1,4 +1,4 @@
-#include "lists/InvalidReference.h"
+#include "engine/InvalidReference.h"
 
 #include <fmt/format.h>
 

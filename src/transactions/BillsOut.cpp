@@ -1,0 +1,116 @@
+#include "transactions/BillsOut.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <optional>
+
+#include "engine/Mapping.h"
+#include "engine/RowWalk.h"
+#include "messages/StatusCodes.h"
+#include "platform/Decimal.h"
+#include "platform/Text.h"
+#include "quickbooks/Requests.h"
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "transactions/TxnRow.h"
+#include "transactions/TxnTable.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr int kBillable = 0;  // of BillableStatus
+constexpr int kNotBillable = 1;
+
+std::string LinkBy(std::string_view table, std::string_view keyColumn, std::string_view key) {
+  return GetScalarFromSQL(fmt::format("SELECT QBLINKID FROM {} WHERE {} = '{}';", table, keyColumn, key));
+}
+
+MessageBox InvalidAccount(const RefusedRequest& refused) {
+  return {.text = fmt::format(
+              "QuickBooks has reported the following error: -\r\n{}\r\n(Error Code = {}\r\nSeverity: {})"
+              "\r\n\r\nIf this table needs an account, please choose a valid account from the\r\nSync "
+              "Settings Form.",
+              refused.response.StatusMessage(), refused.response.StatusCode(), refused.response.StatusSeverity())};
+}
+
+constexpr std::array kRules = {
+    StatusRule{.status = status::kInvalidReference, .then = Refusal::LeaveTable, .box = InvalidAccount},
+    StatusRule{.box = AskToGoOn},
+};
+
+std::vector<std::string> LinesOf(const Record& bill) {
+  std::vector<std::string> lines;
+  const auto entries = bill["ORItemLineRetList"];
+  for (std::size_t i = 0; !entries.IsNothing() && i < entries.Count(); ++i) {
+    const auto line = entries.GetAt(i)["ItemLineRet"];
+    lines.push_back(line.IsNothing() ? std::string() : line["TxnLineID"].GetValueOrEmpty());
+  }
+  return lines;
+}
+
+}  // namespace
+
+std::string LinkOfPerson(std::string_view employeeId) { return LinkBy("Employee", "EmployeeID", employeeId); }
+
+BillInHand::BillInHand(QBSessionManager& session)
+    : messageSet_(RequireMsgSetRequest(session)), request_(messageSet_.Append("BillAddRq")) {}
+
+bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& columns, const CostCodes& codes) {
+  // A row of no project gets as far as its amount.
+  const auto project = row.Field("ProjectID");
+  if (!IsNull(project) && LinkBy("Project", "projectID", ToText(project)).empty()) return false;
+  const auto line = request_["ORItemLineAddList"].Append()["ItemLineAdd"];
+  line.Keep();
+  std::string itemLink;
+  if (const auto code = row.Field(columns.code); !IsNull(code)) {
+    itemLink = LinkBy(codes.table, codes.keyColumn, ToText(code));
+    if (itemLink.empty()) return false;
+    line["ItemRef"]["ListID"].SetValue(itemLink);
+  }
+  if (const auto text = row.Field(columns.description); !IsNull(text)) line["Desc"].SetValue(ToText(text));
+  if (!IsNull(row.Field(columns.quantity))) line["Quantity"].SetValue(NumberIn(row, columns.quantity).ToCents());
+  // A markup is the client's affair.
+  line["Amount"].SetValue((NumberIn(row, columns.quantity) * NumberIn(row, columns.cost)).ToCents());
+  const auto projectLink = LinkBy("Project", "projectID", ToText(project));
+  if (projectLink.empty()) return false;
+  line["CustomerRef"]["ListID"].SetValue(projectLink);
+  if (!IsNull(row.Field(columns.billable))) {
+    line["BillableStatus"].SetValue(IsTrueFlag(row, columns.billable) ? kBillable : kNotBillable);
+  }
+  if (const auto classId = ClassFor(projectLink, codes.table, itemLink); !classId.empty()) {
+    line["ClassRef"]["ListID"].SetValue(classId);
+  }
+  keys_.push_back(fmt::format("'{}'", ColumnText(row, columns.key)));
+  list_ += (list_.empty() ? "" : ",") + keys_.back();
+  return true;
+}
+
+SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::Recordset& row,
+                  QBSessionManager& session, Run& run) {
+  std::optional<MsgSetResponse> answer;
+  if (!IgnoreErrors([&] { answer = session.DoRequests(bill.MessageSet()); })) {
+    WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys());
+    return {};
+  }
+  const auto& response = answer->GetAt(0);
+  if (response.StatusCode() == status::kOk) {
+    const auto added = response.Detail();
+    SentBill sent = {.end = SentBill::End::Added, .txnId = added["TxnID"].GetValue(), .lines = LinesOf(added)};
+    TellRecordId(sent.txnId);
+    return sent;
+  }
+  const RefusedRequest refused{
+      .request = bill.Request(), .response = response, .kind = RequestKind::Add, .record = record, .row = row};
+  return {.end = EndsTheRun(kRules, refused, run) ? SentBill::End::LeaveTable : SentBill::End::Refused};
+}
+
+std::string ProblemWithBills(std::string_view what) {
+  return fmt::format(
+      "There was a problem in transfering Bill(s). Please make sure\r\nthe associated data does exist in "
+      "QuickBooks. Specifically, make\r\nsure all the associated {} are tranfered to QuickBooks.\r\n",
+      what);
+}
+
+}  // namespace twqb

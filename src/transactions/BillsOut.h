@@ -1,0 +1,78 @@
+// A QuickBooks bill in the making: the lines that expenses and hours of vendors become, and what becomes of the bill.
+//
+// The expense log and the vendor bills send through here; which rows are of one bill is theirs. Each line keeps its
+// place, by which it is linked when the bill comes back.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/SendRecord.h"
+#include "engine/StatusRules.h"
+#include "platform/ado.h"
+#include "quickbooks/QBSessionManager.h"
+#include "services/Run.h"
+
+namespace twqb {
+
+// Where a row of costs says what, and what its item is.
+struct CostColumns {
+  std::string_view key;
+  std::string_view code;
+  std::string_view description;
+  std::string_view quantity;
+  std::string_view cost;  // of one
+  std::string_view billable;
+};
+
+// What the code of a row is of: its table and key column.
+struct CostCodes {
+  std::string_view table;
+  std::string_view keyColumn;
+};
+inline constexpr CostCodes kActivityCodes = {.table = "Activity", .keyColumn = "ActivityID"};
+inline constexpr CostCodes kExpenseCodes = {.table = "Expense", .keyColumn = "ExpID"};
+
+// The link of a person who can be billed for; "" without one.
+[[nodiscard]] std::string LinkOfPerson(std::string_view employeeId);
+
+class BillInHand {
+ public:
+  explicit BillInHand(QBSessionManager& session);
+
+  [[nodiscard]] const RequestField& Request() const { return request_; }
+  [[nodiscard]] bool HasLines() const { return !keys_.empty(); }
+  // Appends the line of a row. False: something of it has no link, and it is as far as it got, which may be an empty
+  // line.
+  [[nodiscard]] bool AppendLine(const ado::Recordset& row, const CostColumns& columns, const CostCodes& codes);
+  // The keys of the rows that became lines, quoted, for a list of a statement.
+  [[nodiscard]] const std::string& Keys() const { return list_; }
+  [[nodiscard]] const std::vector<std::string>& QuotedKeys() const { return keys_; }
+  [[nodiscard]] const MsgSetRequest& MessageSet() const { return messageSet_; }
+
+ private:
+  MsgSetRequest messageSet_;
+  RequestField request_;
+  std::vector<std::string> keys_;
+  std::string list_;
+};
+
+// What became of a bill that was sent.
+struct SentBill {
+  enum class End : std::uint8_t { Added, NotSent, Refused, LeaveTable };
+
+  End end = End::NotSent;
+  std::string txnId;
+  std::vector<std::string> lines;  // the TxnLineID of each place; "" where QuickBooks has none
+};
+
+// Sends it. What went wrong has been told, or logged where the call failed: a bill without anything to pay is refused
+// ahead of QuickBooks. No to the question is a wish to stop, and leaves the table.
+[[nodiscard]] SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::Recordset& row,
+                                QBSessionManager& session, Run& run);
+
+// What the end of a run tells when a bill could not be sent: the lines in between name what must be there.
+[[nodiscard]] std::string ProblemWithBills(std::string_view what);
+
+}  // namespace twqb

@@ -1,0 +1,161 @@
+#include "transactions/ExpenseLogOut.h"
+
+#include <fmt/format.h>
+
+#include <optional>
+#include <string>
+
+#include "engine/Mapping.h"
+#include "engine/RecordReader.h"
+#include "engine/RowWalk.h"
+#include "engine/WriteBack.h"
+#include "platform/Text.h"
+#include "platform/Value.h"
+#include "services/Conversions.h"
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "services/Events.h"
+#include "services/ModuleVariables.h"
+#include "transactions/BillsOut.h"
+#include "transactions/PickVendor.h"
+#include "transactions/TxnRow.h"
+#include "transactions/TxnTable.h"
+#include "transactions/modExpenseLog.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr SendTexts kSendTexts = {
+    .routine = "MoveExpenseLogToQB", .shown = "Sending Expenses to QuickBooks...", .errors = ErrorReport::OwnBox};
+
+constexpr CostColumns kColumns = {.key = "ELID",
+                                  .code = "ExpID",
+                                  .description = "ELDescription",
+                                  .quantity = "ELUnits",
+                                  .cost = "ELCost",
+                                  .billable = "ELBillable"};
+
+// Of a bill none of whose rows has one.
+Date NoDate() { return Date::FromCivil({.year = 1990, .month = 1, .day = 1}); }
+
+class ExpenseSend final : public RowWork {
+ public:
+  ExpenseSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
+
+  [[nodiscard]] bool ClosesWithoutRows() const override { return false; }
+  [[nodiscard]] std::string RowInHand() const override { return record_.key; }
+
+  RowEnd TakeRow(RowWalk& walk) override {
+    const auto& row = walk.Row();
+    walk.BeginRow(kCallbackTransaction);
+    record_.key = ColumnText(row, "ELID");
+    if (IsNull(row.Field("LastUpdated"))) stampsRows_ = true;
+    walk.CountRow([&] { return fmt::format("{}, {}", ColumnText(row, "ELDate"), ColumnText(row, "EmployeeID")); });
+    if (const auto link = ColumnText(row, "QBLinkID"); !Trim(link).empty() && IsCheckOrCharge(link))
+      return RowEnd::Done;
+    if (const auto person = ColumnText(row, "EmployeeID"); !bill_ || person != person_) {
+      bill_.emplace(session_);
+      person_ = person;
+      if (!AssignVendor(row)) return RowEnd::Done;
+    }
+    if (!bill_->AppendLine(row, kColumns, kExpenseCodes)) return RowEnd::Done;
+    if (const auto date = row.Field("ELDate"); !IsNull(date)) date_ = DateFloor(ToDate(date));
+    return RowEnd::Done;
+  }
+
+  // The bill is complete where the next row is somebody else's.
+  RowEnd BehindRow(RowWalk& walk) override {
+    const auto next = walk.IsBehindLastRow() ? std::string() : ColumnText(walk.Row(), "EmployeeID");
+    if (person_ == next || !bill_ || !bill_->HasLines()) return RowEnd::Done;
+    bill_->Request()["TxnDate"].SetValue(date_);
+    bill_->Request()["DueDate"].SetValue(date_.PlusDays(kDaysToPay));
+    const auto sent = SendBill(*bill_, record_, walk.Row(), session_, run_);
+    if (sent.end == SentBill::End::LeaveTable) {
+      left_ = true;
+      return RowEnd::LeaveTable;
+    }
+    if (sent.end == SentBill::End::NotSent) failed_ = true;
+    if (sent.end == SentBill::End::Added) WriteBack(sent, walk.Connection());
+    bill_.reset();
+    date_ = NoDate();
+    return RowEnd::Done;
+  }
+
+  void Summarise(Run& run) override {
+    TheDesk().SetPointer(Pointer::Default);
+    if (failed_) {
+      TellLacking({.text = ProblemWithBills("Vendors, Expense Codes and Projects"), .failsTheTable = true}, run);
+    } else if (left_) {
+      run.g_TableOk = TableOk::True;
+    }
+  }
+
+ private:
+  // A link to anything else is stale, and the row is billed.
+  bool IsCheckOrCharge(const std::string& link) {
+    constexpr std::size_t kCharges = 1;
+    for (std::size_t kind = 0; kind <= kCharges; ++kind) {
+      RecordList found;
+      if (ApplyQBFiltersAndReadRecords(kExpenseLogTable, kExpenseLogTable.reads[kind], found, session_, {.strID = link},
+                                       run_)) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  // False: the bill has no vendor.
+  bool AssignVendor(const ado::Recordset& row) {
+    bool assigned = false;
+    IgnoreErrors([&] {
+      const auto person = IsTrueFlag(row, "isSub") ? person_ : VendorInPlaceOf(person_);
+      if (person.empty()) return;
+      const auto link = LinkOfPerson(person);
+      if (link.empty()) return;
+      bill_->Request()["VendorRef"]["ListID"].SetValue(link);
+      assigned = true;
+    });
+    return assigned;
+  }
+
+  // "" where there is no vendor to pick, or none was.
+  static std::string VendorInPlaceOf(std::string_view employeeId) {
+    const auto vendors = GetScalarFromSQL("SELECT COUNT(*) FROM Employee WHERE IsSub = -1 and QBLINKID IS NOT NULL;");
+    if (vendors.empty() || vendors == "0") return {};
+    return PickVendorFor(employeeId);
+  }
+
+  void WriteBack(const SentBill& sent, ado::Connection& connection) {
+    const auto& keys = bill_->QuotedKeys();
+    // By their places: a line that was left empty shifts those behind it.
+    for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
+      WriteLink(connection, {.table = "ExpenseLog", .condition = "ELID = " + keys[i]}, sent.lines[i]);
+    }
+    auto& bills = Vars().g_PassedID;
+    bills += fmt::format("{}'{}'", bills.empty() ? "" : ",", sent.txnId);
+    if (!stampsRows_) return;
+    WriteStamp(connection, {.table = "ExpenseLog", .condition = fmt::format("(ELID IN({}))", bill_->Keys())});
+    stampsRows_ = false;
+  }
+
+  QBSessionManager& session_;
+  Run& run_;
+  SendRecord record_;
+  std::optional<BillInHand> bill_;
+  std::string person_;  // whose rows it has
+  Date date_ = NoDate();
+  bool stampsRows_ = false;  // a row had no date since rows were last stamped
+  bool failed_ = false;
+  bool left_ = false;
+};
+
+}  // namespace
+
+void MoveExpenseLogToQB(const SendCall& call) {
+  Vars().g_PassedID.clear();
+  ExpenseSend work(call.session, call.run);
+  RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+}  // namespace twqb

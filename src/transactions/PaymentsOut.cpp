@@ -1,0 +1,415 @@
+#include "transactions/PaymentsOut.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "engine/Mapping.h"
+#include "engine/RecordReader.h"
+#include "engine/RowWalk.h"
+#include "engine/WriteBack.h"
+#include "messages/StatusCodes.h"
+#include "messages/ValueFormat.h"
+#include "platform/Decimal.h"
+#include "platform/Text.h"
+#include "quickbooks/Requests.h"
+#include "services/Conversions.h"
+#include "services/Countries.h"
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "services/Events.h"
+#include "services/ModuleVariables.h"
+#include "services/Settings.h"
+#include "services/msgForm.h"
+#include "transactions/RetainerItems.h"
+#include "transactions/SpecialItems.h"
+#include "transactions/TxnRow.h"
+#include "transactions/modInvoices.h"
+#include "transactions/modPayments.h"
+
+namespace twqb {
+
+namespace {
+
+// --- Methods ---------------------------------------------------------------------------------------------------------
+
+struct Method {
+  std::string_view code;
+  std::string_view name;
+};
+// A check has its name by country.
+constexpr std::array kMethods = {
+    Method{"2", "Cash"},     Method{"3", "Credit"},      Method{"A", "Credit"}, Method{"a", "Credit"},
+    Method{"4", "WriteOff"}, Method{"5", "Other"},       Method{"6", "Debit"},  Method{"7", "Credit Card"},
+    Method{"8", "EFT"},      Method{"9", "Money Order"},
+};
+
+// How a payment goes to its invoice.
+enum class Applied : std::uint8_t {
+  Money,
+  Discount,         // credits and write-offs
+  AppliedRetainer,  // the money came in with the retainer
+};
+
+Applied HowApplied(std::string_view method) {
+  if (method == "3" || method == "4") return Applied::Discount;
+  return method == "A" ? Applied::AppliedRetainer : Applied::Money;
+}
+
+// --- What is told ----------------------------------------------------------------------------------------------------
+
+std::vector<std::string> NotTransferred(const RefusedRequest& refused) {
+  return {"Error transferring Payment to QB. Pay ID = " + refused.record.key};
+}
+
+MessageBox MissingData(const RefusedRequest& /*refused*/) {
+  return {.text =
+              "There was a problem in transfering Payment(s). Please make sure\r\n"
+              "the associated data does exist in QuickBooks. Specifically, make\r\n"
+              "sure all the associated Invoices, Clients and Projects are tranfered to QuickBooks.\r\n",
+          .title = "Error",
+          .icon = BoxIcon::Information};
+}
+
+constexpr std::array kRules = {
+    StatusRule{
+        .status = status::kInvalidReference, .then = Refusal::LeaveTable, .log = NotTransferred, .box = MissingData},
+    StatusRule{.log = NotTransferred, .box = AskToGoOn},
+};
+
+constexpr SendTexts kSendTexts = {.routine = "MovePaymentsToQB", .shown = "Sending Payments To QuickBooks..."};
+
+// Why payments were held back, and how the end of the run tells of them.
+struct HeldBack {
+  int count = 0;
+  void Tell(std::string_view reason, bool failsTheTable, Run& run) const {
+    if (count == 0) return;
+    const auto text = fmt::format("There were {} Tallywick Payment(s) {}", count, reason);
+    TellLacking({.text = text, .failsTheTable = failsTheTable}, run);
+  }
+};
+
+// --- Fields ----------------------------------------------------------------------------------------------------------
+
+using When = SendField::When;
+constexpr std::array kFields = {
+    SendField{.path = "Memo", .column = "PayMemo", .when = When::NotBlank},
+    SendField{.path = "RefNumber", .column = "PayRef", .when = When::NotNull},
+};
+
+Date PaymentDate(const ado::Recordset& payment) {
+  const auto date = payment.Field("PayDate");
+  return IsNull(date) ? TheMachine().Now().Midnight() : ToDate(date);
+}
+
+// What QuickBooks still expects for an invoice.
+struct OpenInvoice {
+  std::string id;
+  std::string account;  // "" where the invoice has none
+  Currency balance;
+};
+
+// What became of an allocation.
+enum class Allocated : std::uint8_t {
+  Next,    // on to the next one
+  GiveUp,  // the rest of the payment stays
+  LeaveTable
+};
+
+// The form is up from the methods on.
+void TakeFormDown(const Run& run) {
+  if (run.ShowsProgress()) CloseObjects(run, FormToo::Unload, nullptr, nullptr, nullptr);
+}
+
+// --- The run ---------------------------------------------------------------------------------------------------------
+
+class PaymentSend final : public RowWork {
+ public:
+  PaymentSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
+
+  bool Secure() override {
+    if (AddRetainerItems(session_)) return true;
+    TakeFormDown(run_);
+    return false;
+  }
+
+  RowEnd TakeRow(RowWalk& walk) override {
+    const auto& payment = walk.Row();
+    record_ = {};
+    walk.BeginRow(kCallbackTransaction);
+    record_.key = ColumnText(payment, "PayID");
+    IgnoreErrors([&] {
+      walk.CountRow(
+          [&] { return fmt::format("{}, {}", ColumnText(payment, "PayDate"), ColumnText(payment, "ClientID")); });
+    });
+    record_.linkId = ColumnText(payment, "QBLinkID");
+    if (!NumberIn(payment, "PayRetainer").IsZero()) {
+      BookRetainer(walk);
+      return RowEnd::Done;
+    }
+    return Allocate(walk);
+  }
+
+  void Summarise(Run& run) override {
+    manual_.Tell(
+        "which you have\r\nmanually received in QuickBooks. They were not sent\r\nagain to QuickBooks. Please "
+        "see the \"TWQBLog\" file for additional details",
+        false, run);
+    exceeding_.Tell(
+        "for which the payment amount\r\nexceeded the QuickBooks' Invoice amount. This could be because "
+        "you\r\nhave manually received some payments in QuickBooks. They were not sent\r\nto QuickBooks. "
+        "Please see the \"TWQBLog\" file for additional details.",
+        true, run);
+    missing_.Tell(
+        "that did tranfer because \r\nthe associated invoice(s) are not in QuickBooks.\r\nPlease see the "
+        "\"TWQBLog\" file for additional details",
+        true, run);
+  }
+
+  [[nodiscard]] std::string RowInHand() const override { return record_.key; }
+
+ private:
+  // --- Retainers ---
+
+  void BookRetainer(RowWalk& walk) {
+    const auto& payment = walk.Row();
+    if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return;
+    const auto rows = fmt::format("(PayID = '{}')", record_.key);
+    const auto link = PayerOfRetainer(rows);
+    if (link.empty()) return;
+    const auto date = PaymentDate(payment);
+    const auto amount = NumberIn(payment, "PayAmt").ToCents();
+    if (amount < Currency()) return;
+    const auto txnId = AddRetainerPayment(
+        session_,
+        {.CustomerListID = link, .TxnDate = date, .RefNumber = ColumnText(payment, "PayRef"), .Amount = amount});
+    TellRecordId(txnId);
+    if (txnId.empty()) {
+      AskAboutRetainer();
+      return;
+    }
+    auto& connection = walk.Connection();
+    WriteLink(connection, PaymentRow(), txnId);
+    WriteLink(connection, {.table = "TransactionTable", .condition = rows}, txnId, Linked::AnyRows);
+    Vars().g_NewQBLinkID = txnId;
+  }
+
+  // The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
+  [[nodiscard]] std::string PayerOfRetainer(const std::string& rows) const {
+    std::string_view kind = "PROJECT";
+    auto key = RequireScalarFromSQL(fmt::format("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
+    if (key == "{CLIENT RETAINER}") {
+      kind = "CLIENT";
+      key = RequireScalarFromSQL(fmt::format("SELECT ClientID FROM TransactionTable WHERE {};", rows));
+    }
+    if (!key.empty()) return GetQBLinkIDOf(kind, key);
+    WriteLog("Error transferring Payment to QB. Pay ID = " + record_.key);
+    return {};
+  }
+
+  void AskAboutRetainer() {
+    const auto answer = TheDesk().ShowMessageBox({.text = "A Retainer Payment could not be sent to QuickBooks\r\n\r\n"
+                                                          "Please contact your software vendor.\r\n\r\n"
+                                                          "Do you want to continue?",
+                                                  .title = "Error",
+                                                  .icon = BoxIcon::Question,
+                                                  .buttons = BoxButtons::YesNo});
+    if (answer == BoxAnswer::No) run_.g_Cancelled = true;
+  }
+
+  // --- Allocations ---
+
+  RowEnd Allocate(RowWalk& walk) {
+    // A payment that was sent is never sent again.
+    if (IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
+    const auto allocations = walk.Connection().OpenRecordset(
+        fmt::format("SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,"
+                    "TransactionPayAmtApplied, LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable "
+                    "WHERE (PayID = '{}');",
+                    record_.key),
+        ado::CursorType::Static, ado::LockType::ReadOnly);
+    auto end = RowEnd::Done;
+    for (; !allocations->Eof(); allocations->MoveNext()) {
+      const auto allocated = SendAllocation(walk, *allocations);
+      if (allocated == Allocated::LeaveTable) end = RowEnd::LeaveTable;
+      if (allocated != Allocated::Next) break;
+    }
+    allocations->Close();
+    return end;
+  }
+
+  Allocated SendAllocation(RowWalk& walk, const ado::Recordset& allocation) {
+    const auto& payment = walk.Row();
+    auto messageSet = RequireMsgSetRequest(session_);
+    const auto request = messageSet.Append("ReceivePaymentAddRq");
+    record_.lastUpdatedIsNull = IsNull(allocation.Field("LastUpdated"));
+    if (GetQBLinkIDOf("CLIENT", ColumnText(allocation, "ClientID")).empty()) return Allocated::GiveUp;
+    const auto method = ColumnText(payment, "PayMethod");
+    const auto how = HowApplied(method);
+    SetCut(request["PaymentMethodRef"]["FullName"], PaymentMethodName(method));
+    request["TxnDate"].SetValue(DateFloor(PaymentDate(payment)));
+    if (how != Applied::Discount && !IsNull(allocation.Field("TransactionPayAmtApplied"))) {
+      request["TotalAmount"].SetValue(NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
+    }
+    SendFields(request, payment, kFields);
+    const auto project = GetQBLinkIDOf("PROJECT", ColumnText(allocation, "ProjectID"));
+    if (project.empty()) return Allocated::Next;
+    request["CustomerRef"]["ListID"].SetValue(project);
+    const auto invoice = FindInvoice(allocation);
+    if (!invoice || HoldsBack(payment, allocation, *invoice)) return Allocated::GiveUp;
+    if (!invoice->account.empty()) request["ARAccountRef"]["FullName"].SetValue(invoice->account);
+    Apply(request, how, *invoice, NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
+    return Exchange(walk, messageSet, request, allocation);
+  }
+
+  // The invoice that the allocation goes to, as QuickBooks has it; nothing where it can't be told.
+  std::optional<OpenInvoice> FindInvoice(const ado::Recordset& allocation) {
+    const auto number = ColumnText(allocation, "TransactionInvNum");
+    const auto project = ColumnText(allocation, "ProjectID");
+    OpenInvoice invoice;
+    invoice.id = GetScalarFromSQL(
+        fmt::format("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
+                    "(PayID IS NULL);",
+                    number, project));
+    if (invoice.id.empty()) {
+      ++missing_.count;
+      WriteLog(
+          fmt::format("Could not transfer Payment to QB, because the invoice does not exist in QB. Missing Inv Num "
+                      "= {}, ClientID = {} , ProjectID = {}",
+                      number, ColumnText(allocation, "ClientID"), project));
+      return std::nullopt;
+    }
+    RecordList found;
+    if (!ApplyQBFiltersAndReadRecords(kInvoicesTable, kInvoicesTable.reads.front(), found, session_,
+                                      {.strID = invoice.id}, run_)) {
+      return std::nullopt;
+    }
+    for (const auto& record : found) {
+      if (const auto account = record["ARAccountRef"]; !account.IsNothing()) {
+        invoice.account = account["FullName"].GetValueOrEmpty();
+      }
+      const auto balance = messages::ParseAmount(record["BalanceRemaining"].GetValueOrEmpty());
+      if (balance) invoice.balance = *balance;
+    }
+    return invoice;
+  }
+
+  // Whether QuickBooks expects nothing more for the invoice, or less than this: the user may have received it there.
+  bool HoldsBack(const ado::Recordset& payment, const ado::Recordset& allocation, const OpenInvoice& invoice) {
+    const auto tail = [&] {
+      return fmt::format(" Pay ID = {}, ClientID = {} , ProjectID = {} ReferenceNumber = \"{}\"", record_.key,
+                         ColumnText(allocation, "ClientID"), ColumnText(allocation, "ProjectID"),
+                         ColumnText(payment, "PayRef"));
+    };
+    if (invoice.balance == Currency()) {
+      ++manual_.count;
+      WriteLog(
+          "Could not transfer Payment to QB, because user seems to have received a payment manually in QuickBooks "
+          "for it." +
+          tail());
+      return true;
+    }
+    if (NumberIn(allocation, "TransactionPayAmtApplied").ToCurrency() <= invoice.balance) return false;
+    ++exceeding_.count;
+    WriteLog("Could not transfer Payment to QB, because the TW Payment amount is greater than the QB invoice amount." +
+             tail());
+    return true;
+  }
+
+  static void Apply(const RequestField& request, Applied how, const OpenInvoice& invoice, Currency amount) {
+    const auto applied = request["ORApplyPayment"]["AppliedToTxnAddList"].Append();
+    applied["TxnID"].SetValue(invoice.id);
+    switch (how) {
+      case Applied::Money:
+        applied["PaymentAmount"].SetValue(amount);
+        return;
+      case Applied::Discount:
+        applied["DiscountAmount"].SetValue(amount);
+        applied["DiscountAccountRef"]["FullName"].SetValue(
+            gf_ReadSettings("GENERAL", "INVOICE_SERVICE_ACCOUNT", Vars().g_TWSettingsPath, "Other Income"));
+        return;
+      case Applied::AppliedRetainer:
+        applied["DiscountAmount"].SetValue(amount);
+        applied["DiscountAccountRef"]["FullName"].SetValue(kRetainerAccount);
+        request["TotalAmount"].SetValue(0.0);
+        return;
+    }
+  }
+
+  Allocated Exchange(RowWalk& walk, const MsgSetRequest& messageSet, const RequestField& request,
+                     const ado::Recordset& allocation) {
+    const auto answer = session_.DoRequests(messageSet);
+    const auto& response = answer.GetAt(0);
+    if (response.StatusCode() != status::kOk) {
+      const RefusedRequest refused{
+          .request = request, .response = response, .kind = RequestKind::Add, .record = record_, .row = walk.Row()};
+      const auto then = ApplyRule(RuleFor(kRules, refused), refused, run_.g_Cancelled);
+      return then == Refusal::LeaveTable ? Allocated::LeaveTable : Allocated::GiveUp;
+    }
+    const auto txnId = response.Detail()["TxnID"].GetValue();
+    auto& connection = walk.Connection();
+    TellRecordId(txnId);
+    // Of several allocations the last one's payment is the row's; each keeps its own.
+    WriteLink(connection, PaymentRow(), txnId);
+    const RowPlace row = {.table = "TransactionTable",
+                          .condition = fmt::format("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
+    WriteLink(connection, row, txnId);
+    Vars().g_NewQBLinkID = txnId;
+    if (record_.lastUpdatedIsNull) WriteStamp(connection, row);
+    return Allocated::Next;
+  }
+
+  [[nodiscard]] RowPlace PaymentRow() const {
+    return {.table = "Payment", .condition = KeyCondition("PayID", record_.key)};
+  }
+
+  QBSessionManager& session_;
+  Run& run_;
+  SendRecord record_;
+  HeldBack manual_;     // QuickBooks expects nothing more
+  HeldBack exceeding_;  // it expects less
+  HeldBack missing_;    // it has no such invoice
+};
+
+}  // namespace
+
+std::string_view PaymentMethodName(std::string_view code) {
+  for (const auto& method : kMethods) {
+    if (method.code == code) return method.name;
+  }
+  return IsCanadianOrBritish(FileCountry()) ? "Cheque" : "Check";
+}
+
+bool AddPaymentMethodNamesToQB(QBSessionManager& session) {
+  return RunAs("AddPaymentMethodNamesToQB", false, [&] {
+    const Run& run = Vars();
+    if (run.ShowsProgress()) {
+      ShowMsgForm("Sending Payment Methods to QuickBooks...");
+      SetProgressText("Adding Payment Methods to QuickBooks...");
+    }
+    auto messageSet = RequireMsgSetRequest(session);
+    for (const std::string_view code : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+      const auto request = messageSet.Append("PaymentMethodAddRq");
+      SetCut(request["Name"], PaymentMethodName(code));
+      request["IsActive"].SetValue(true);
+    }
+    const auto answer = session.DoRequests(messageSet);
+    const auto& response = answer.GetAt(0);
+    if (const auto code = response.StatusCode(); code == status::kOk || code == status::kNameInUse) return true;
+    ShowQBError(response);
+    return false;
+  });
+}
+
+void MovePaymentsToQB(const SendCall& call) {
+  if (!AddPaymentMethodNamesToQB(call.session)) {
+    TakeFormDown(call.run);
+    return;
+  }
+  PaymentSend work(call.session, call.run);
+  RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+}  // namespace twqb

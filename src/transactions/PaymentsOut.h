@@ -1,0 +1,25 @@
+// Payments on their way to QuickBooks.
+//
+// A payment here has a row for each invoice that it goes to, and each of them is a payment of its own there. Nothing
+// goes beyond what QuickBooks says is still open; a retainer, which goes to no invoice, is booked as one that comes to
+// nothing.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "engine/Table.h"
+
+namespace twqb {
+
+// Adds what QuickBooks lacks, having made sure of methods and items. The end of the run tells how many payments were
+// held back, by reason.
+void MovePaymentsToQB(const SendCall& call);
+
+// Asks QuickBooks to add the nine methods. False: the first is neither added nor there, which has been told.
+[[nodiscard]] bool AddPaymentMethodNamesToQB(QBSessionManager& session);
+
+// What QuickBooks calls the method of that code; a code that is none is that of a check.
+[[nodiscard]] std::string_view PaymentMethodName(std::string_view code);
+
+}  // namespace twqb

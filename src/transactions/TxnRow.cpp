@@ -1,0 +1,59 @@
+#include "transactions/TxnRow.h"
+
+#include <fmt/format.h>
+
+#include "engine/RecordReader.h"
+#include "engine/RowWalk.h"
+#include "quickbooks/Requests.h"
+#include "services/Database.h"
+#include "services/ModuleVariables.h"
+
+namespace twqb {
+
+Decimal NumberIn(const ado::Recordset& row, std::string_view column, Decimal otherwise) {
+  const auto value = row.Field(column);
+  return IsNull(value) ? otherwise : ToDecimal(value);
+}
+
+std::string ClassOf(std::string_view table, std::string_view link) {
+  return GetScalarFromSQL(fmt::format("SELECT QBClassID FROM {} WHERE QBLinkID = '{}';", table, link));
+}
+
+std::string ClassFor(std::string_view projectLink, std::string_view codes, std::string_view itemLink) {
+  auto classId = ClassOf("Project", projectLink);
+  return classId.empty() && !itemLink.empty() ? ClassOf(codes, itemLink) : classId;
+}
+
+bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& session, Run& run) {
+  if (record.linkId.empty()) return false;
+  RecordList twins;
+  if (ApplyQBFiltersAndReadRecords(table, table.reads.front(), twins, session, {.strID = record.linkId}, run)) {
+    return true;
+  }
+  record.linkId.clear();
+  return false;
+}
+
+void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
+                   const std::string& txnId) {
+  TellRecordId(txnId);
+  WriteLink(connection, place, txnId);
+  Vars().g_NewQBLinkID = txnId;
+  if (record.lastUpdatedIsNull) WriteStamp(connection, place);
+}
+
+bool EndsTheRun(std::span<const StatusRule> rules, const RefusedRequest& refused, Run& run) {
+  bool wantsNoMore = false;
+  const auto then = ApplyRule(RuleFor(rules, refused), refused, wantsNoMore);
+  if (wantsNoMore) run.g_Cancelled = true;
+  return wantsNoMore || then == Refusal::LeaveTable;
+}
+
+MessageBox AskToGoOn(const RefusedRequest& refused) {
+  return {.text = QBErrorText(refused.response) + "\r\n\r\nDo you want to continue?",
+          .title = "Error",
+          .icon = BoxIcon::Question,
+          .buttons = BoxButtons::YesNo};
+}
+
+}  // namespace twqb

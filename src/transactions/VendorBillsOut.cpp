@@ -1,0 +1,160 @@
+#include "transactions/VendorBillsOut.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "engine/Mapping.h"
+#include "engine/RowWalk.h"
+#include "engine/WriteBack.h"
+#include "platform/Text.h"
+#include "platform/Value.h"
+#include "services/Conversions.h"
+#include "services/Database.h"
+#include "services/Events.h"
+#include "services/ModuleVariables.h"
+#include "transactions/BillsOut.h"
+#include "transactions/TxnRow.h"
+#include "transactions/modlVendorBills.h"
+
+namespace twqb {
+
+namespace {
+
+constexpr SendTexts kSendTexts = {.routine = "MoveVendorBillToQB",
+                                  .shown = "Sending Bills to QuickBooks...",
+                                  .log = "Error tranfering Bill to QB. ID = "};
+
+constexpr CostColumns kColumns = {.key = "TEID",
+                                  .code = "ActivityID",
+                                  .description = "TEDescription",
+                                  .quantity = "TEHours",
+                                  .cost = "TECostRate",
+                                  .billable = "TEBill"};
+
+// A line is a row of one of the two, and the statement on the other changes nothing.
+struct LineTable {
+  std::string_view name;
+  std::string_view keyColumn;
+};
+constexpr std::array kLineTables = {LineTable{"TimeEntry", "TEID"}, LineTable{"ExpenseLog", "ELID"}};
+
+class VendorBillSend final : public RowWork {
+ public:
+  VendorBillSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
+
+  [[nodiscard]] bool ClosesWithoutRows() const override { return false; }
+  [[nodiscard]] std::string RowInHand() const override { return record_.key; }
+
+  RowEnd TakeRow(RowWalk& walk) override {
+    const auto& row = walk.Row();
+    record_ = {};
+    walk.BeginRow(kCallbackTransaction);
+    record_.key = ColumnText(row, "VendorBillID");
+    if (IsNull(row.Field("LastUpdated"))) stampsRows_ = true;
+    walk.CountRow([&] { return fmt::format("{}, {}", ColumnText(row, "BillDate"), ColumnText(row, "VendorID")); });
+    if (const auto link = ColumnText(row, "QBLinkID"); !Trim(link).empty()) record_.linkId = link;
+    if (IsInQuickBooks(kVendorBillTable, record_, session_, run_)) return RowEnd::Done;
+    BillInHand bill(session_);
+    const auto vendor = LinkOfPerson(ColumnText(row, "VendorID"));
+    if (vendor.empty()) return RowEnd::Done;
+    bill.Request()["VendorRef"]["ListID"].SetValue(vendor);
+    AssignHeader(bill.Request(), row);
+    AppendLines(bill, walk.Connection());
+    return bill.HasLines() ? Send(bill, walk) : RowEnd::Done;
+  }
+
+  void Summarise(Run& run) override {
+    TheDesk().SetPointer(Pointer::Default);
+    if (failed_) {
+      Tell("Vendors, Expense Codes and Projects", run);
+    } else if (left_) {
+      run.g_TableOk = TableOk::True;
+    }
+  }
+  void SummariseBroken(Run& run) override {
+    if (failed_) Tell("Expense Codes, Vendors and Projects", run);
+  }
+
+ private:
+  static void Tell(std::string_view what, Run& run) {
+    TellLacking({.text = ProblemWithBills(what), .failsTheTable = true}, run);
+  }
+
+  static void AssignHeader(const RequestField& request, const ado::Recordset& row) {
+    const auto today = TheMachine().Now().Midnight();
+    const auto date = row.Field("BillDate");
+    request["TxnDate"].SetValue(IsNull(date) ? today : ToDate(date));
+    const auto due = row.Field("BillDueDate");
+    request["DueDate"].SetValue(IsNull(due) ? today.PlusDays(kDaysToPay) : ToDate(due));
+    if (const auto number = row.Field("BillNumber"); !IsNull(number)) request["RefNumber"].SetValue(ToText(number));
+  }
+
+  // Up to the first that lacks something.
+  void AppendLines(BillInHand& bill, ado::Connection& connection) const {
+    // Each dialect has its own way to write an identifier.
+    const auto id =
+        Vars().g_DbKind == "SQL" ? fmt::format("'{}'", record_.key) : fmt::format("{{guid {}}}", record_.key);
+    const auto lines = connection.OpenRecordset(fmt::format("SELECT * FROM TimeExpense WHERE VendorBillID ={};", id),
+                                                ado::CursorType::Static, ado::LockType::ReadOnly);
+    for (; !lines->Eof(); lines->MoveNext()) {
+      const bool isTime = ColumnText(*lines, "DataTbl") == "TE";
+      if (!bill.AppendLine(*lines, kColumns, isTime ? kActivityCodes : kExpenseCodes)) break;
+    }
+    lines->Close();
+  }
+
+  RowEnd Send(const BillInHand& bill, RowWalk& walk) {
+    const auto sent = SendBill(bill, record_, walk.Row(), session_, run_);
+    switch (sent.end) {
+      case SentBill::End::Added:
+        WriteBack(bill, sent, walk.Connection());
+        break;
+      case SentBill::End::NotSent:
+        failed_ = true;
+        break;
+      case SentBill::End::Refused:
+        break;
+      case SentBill::End::LeaveTable:
+        left_ = true;
+        return RowEnd::LeaveTable;
+    }
+    return RowEnd::Done;
+  }
+
+  void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {
+    static_cast<void>(GetScalarFromSQL(
+        fmt::format("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, record_.key)));
+    const auto& keys = bill.QuotedKeys();
+    for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
+      for (const auto& table : kLineTables) {
+        WriteLink(connection, {.table = table.name, .condition = fmt::format("{} = {}", table.keyColumn, keys[i])},
+                  sent.lines[i], Linked::AnyRows);
+      }
+    }
+    if (!stampsRows_) return;
+    for (const auto& table : kLineTables) {
+      WriteStamp(connection,
+                 {.table = table.name, .condition = fmt::format("({} IN({}))", table.keyColumn, bill.Keys())});
+    }
+  }
+
+  QBSessionManager& session_;
+  Run& run_;
+  SendRecord record_;
+  bool stampsRows_ = false;  // from the first bill without a date on
+  bool failed_ = false;
+  bool left_ = false;
+};
+
+}  // namespace
+
+void MoveVendorBillToQB(const SendCall& call) {
+  Vars().g_PassedID.clear();
+  VendorBillSend work(call.session, call.run);
+  RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+}  // namespace twqb
