@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
+#include "bridge/Tables.h"
 #include "bridge/modTWQBBridge.h"
 #include "tests/bridge/BridgeHouse.h"
 
@@ -315,8 +317,14 @@ TEST(Dispatch, A_get_that_was_stopped_is_False_and_takes_its_form_down) {
 
 // --- Tables that are not there ---------------------------------------------------------------------------------------
 
-TEST(Dispatch, A_table_that_is_not_built_yet_is_told_by_name_and_is_False) {
+TEST(Dispatch, A_table_without_routines_is_told_by_name_and_is_False) {
   BridgeHouse house;
+  auto bills = *FindTable(enVendorBill);
+  bills.send = nullptr;
+  bills.get = nullptr;
+  const std::array<const Table*, 1> tables = {&bills};
+  house.tables = tables;
+  house.EnterSpied();
   Bridge bridge(house);
   EXPECT_FALSE(bridge.SendDataToQB(enVendorBill));
   EXPECT_FALSE(bridge.GetDataFromQB(enVendorBill));
