@@ -26,6 +26,7 @@ enum class DeedKind : std::uint8_t {
   KeyLookedUp,    // the look-up of a key without which a record, or the rest of one, is passed over until the next run
   InvoiceBegun,   // the look-up of its contract, or of the rows that its lines are made of
   FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
+  LineWritten,    // a row of a bill that may fail without a word, until the next run
   OwnerLookedUp,  // of a customer's project, which goes without an owner when that fails
   OwnerNeeded,    // the owner of a project, without which a record is passed over
   // Of a record that becomes several rows:
