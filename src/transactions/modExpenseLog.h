@@ -1,5 +1,5 @@
-// The expense log and QuickBooks' checks, credit card charges and bills. Which rows a send selects, what a get reads, and
-// deletion; ExpenseLogOut and ExpenseLogIn move it.
+// The expense log and QuickBooks' checks, credit card charges and bills. Which rows a send selects, what a get reads,
+// and deletion; ExpenseLogOut and ExpenseLogIn move it.
 #pragma once
 
 #include <string_view>
