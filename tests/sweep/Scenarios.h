@@ -20,5 +20,7 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> InvoiceScenarios();
 // Invoices, credit memos and payments, as they come in.
 [[nodiscard]] std::vector<Scenario> MoneyScenarios();
+// Expenses, vendor bills and estimates, as they come in.
+[[nodiscard]] std::vector<Scenario> CostScenarios();
 
 }  // namespace twqb::sweep

@@ -24,10 +24,11 @@ enum class DeedKind : std::uint8_t {
   LinkWritten,    // the statement that writes a new identifier into its row
   Choice,         // a look-up of what an entry may do without: it counts as not there when it fails
   KeyLookedUp,    // the look-up of a key without which a record, or the rest of one, is passed over until the next run
-  OwnerLookedUp,  // of a customer's project, which goes without an owner when that fails
-  OwnerNeeded,    // the owner of a project, without which a record is passed over
   InvoiceBegun,   // the look-up of its contract, or of the rows that its lines are made of
   FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
+  LineWritten,    // a row of a bill that may fail without a word, until the next run
+  OwnerLookedUp,  // of a customer's project, which goes without an owner when that fails
+  OwnerNeeded,    // the owner of a project, without which a record is passed over
   // Of a record that becomes several rows:
   RecordLookedFor,  // whether it is here already
   RowWritten,
@@ -83,15 +84,15 @@ enum class Leaves : std::uint8_t {
   OneIncomplete,
   // No key could be made for a new row, which was told: the row has none, nor do those come that would need it.
   OneWithoutKey,
+  // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
+  // than it should have, of the same total.
+  OneInAnotherForm,
   // A record came with some of its rows, which was told, but where its last word is excused: it is here from then on.
   OneInPart,
   // The project of a record came without its owner, so that the record stays in QuickBooks until somebody helps.
   OneLeftOut,
   // Of a record came rows by which it is not found here: the next run brings all of them once more.
   OneTwice,
-  // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
-  // than it should have, of the same total.
-  OneInAnotherForm,
 };
 
 // What the send of a table makes of a name in use: a second name, or nothing.
