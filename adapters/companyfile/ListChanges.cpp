@@ -8,6 +8,7 @@
 #include "adapters/companyfile/References.h"
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/SchemaWalk.h"
+#include "adapters/companyfile/Terms.h"
 #include "messages/ValueFormat.h"
 
 namespace twqb::company {
@@ -159,6 +160,7 @@ std::vector<std::string> ReadUses(const ListRecord& record) {
 ListRecord Add(const ListContext& context, const Request& request) {
   const auto fields = Fields(request);
   CheckPersonalData(context, fields);
+  CheckTerms(fields);
   ListRecord record;
   record.name = NewName(context, request, record);
   CheckName(context.kind, record.name);

@@ -73,12 +73,11 @@ void TidyContent(pugi::xml_node node, std::span<const messages::Element> rows, c
   for (auto child : node.children()) {
     if (!IsElement(child)) continue;
     const auto* row = FindRow(rows, child.name());
+    const bool isLeaf = !HasElements(child);
+    // Whole ahead of the attributes, which ask for the text.
+    if (isLeaf) JoinText(child);
     CheckAttributes(child, row, form);
-    if (HasElements(child)) {
-      TidyContent(child, row == nullptr ? std::span<const messages::Element>{} : row->Children(), form);
-    } else {
-      JoinText(child);
-    }
+    if (!isLeaf) TidyContent(child, row == nullptr ? std::span<const messages::Element>{} : row->Children(), form);
   }
   RefuseStrayText(node);
 }

@@ -150,13 +150,21 @@ class NewTxn {
     }
   }
 
+  Date DueOn(const FoundRecord& terms, Date day) {
+    const auto due = DueDate(terms, day);
+    constexpr int kLastYear = 9999;
+    if (due.ToCivil().year > kLastYear)
+      Refuse(status::CannotSave(referrer_, "The due date is behind the last day of 9999."));
+    return due;
+  }
+
   void FillDates() {
     const auto terms = Resolve("TermsRef");
     for (const char* field : {"DueDate", "ShipDate"}) {
       if (!Has(field) || !ChildText(header_, field).empty()) continue;
       const auto day = messages::ParseDateText(txn_.date);
       const bool isDue = terms && day && std::string_view(field) == "DueDate";
-      SetLeaf(header_, field, isDue ? messages::DateText(DueDate(*terms, *day)) : txn_.date);
+      SetLeaf(header_, field, isDue ? messages::DateText(DueOn(*terms, *day)) : txn_.date);
     }
   }
 

@@ -42,13 +42,14 @@ TEST_F(Macro, An_identity_is_used_later_in_the_set_under_the_name_that_its_Add_g
 
 TEST_F(Macro, White_space_in_an_element_that_uses_one_is_nothing_and_anything_else_is_no_document) {
   const auto invoice = IdOf(Send(InvoiceAs("TxnID:bill")));
-  for (const auto* content : {" ", "\n\t  \n", "<!-- one -->", " <!-- one --> "}) {
+  for (const auto* content : {" ", "\n\t  \n", "<!-- one -->", " <!-- one --> ", "<![CDATA[ ]]>"}) {
     const auto paid = Send(PaymentOf(Using("TxnID:bill", content), Tag("PaymentAmount", "5.00")));
     EXPECT_EQ(paid.code, 0) << content << paid.message;
     EXPECT_EQ(paid.Value("AppliedToTxnRet/TxnID"), invoice);
   }
-  EXPECT_EQ(OpenOf(invoice), "30.00");
-  for (const auto* content : {"x", " 1A-1204731000 ", "<Shoe/>", " <Shoe> </Shoe> "}) {
+  EXPECT_EQ(OpenOf(invoice), "25.00");
+  for (const auto* content : {"x", " 1A-1204731000 ", "<Shoe/>", " <Shoe> </Shoe> ", "<![CDATA[ ]]>1", "<!-- one -->1",
+                              "<![CDATA[ ]]>1A-1", " <![CDATA[x]]>"}) {
     EXPECT_EQ(RefusalOfRequest(PaymentOf(Using("TxnID:bill", content))), kRefused) << content;
   }
 }

@@ -37,9 +37,10 @@ class ReferredLists : public TxnTest {
 };
 
 TEST_F(ReferredLists, Of_a_new_file_have_a_few_records_in_every_country) {
-  for (const auto country : {Country::US, Country::CA, Country::UK}) {
+  for (const auto country : {Country::US, Country::CA, Country::UK, Country::AU}) {
     MakeFile({.country = country});
-    const auto tag = messages::FormTag({.country = country, .version = {3, 0}});
+    const auto form = country == Country::AU ? Country::US : country;
+    const auto tag = messages::FormTag({.country = form, .version = {3, 0}});
     const auto names = [&](const std::string& kind) { return Send(QueryOf(kind, ""), tag).All("Name"); };
     EXPECT_THAT(names("Terms"),
                 ElementsAre("1% 10 Net 30", "2% 10 Net 30", "Due on receipt", "Net 15", "Net 30", "Net 60"));
@@ -95,6 +96,31 @@ TEST_F(ReferredLists, The_conditions_of_the_one_query_go_over_both_kinds) {
 
 TEST_F(ReferredLists, Terms_of_both_kinds_share_their_names) {
   EXPECT_EQ(Send(AddOf("DateDrivenTerms", Tag("Name", "net 30") + Tag("DayOfMonthDue", "10"))).code, 3100);
+}
+
+TEST_F(ReferredLists, Terms_that_no_calendar_has_are_refused) {
+  const auto standard = [&](const std::string& fields) {
+    return Send(AddOf("StandardTerms", Tag("Name", "Odd") + fields)).code;
+  };
+  EXPECT_EQ(standard(Tag("StdDueDays", "-1")), 3210);
+  EXPECT_EQ(standard(Tag("StdDueDays", "30") + Tag("StdDiscountDays", "-5")), 3210);
+  EXPECT_EQ(standard(Tag("StdDueDays", "30") + Tag("DiscountPct", "100.5")), 3210);
+  const auto driven = [&](const std::string& day, const std::string& fields = {}) {
+    return Send(AddOf("DateDrivenTerms", Tag("Name", "Odd") + Tag("DayOfMonthDue", day) + fields)).code;
+  };
+  EXPECT_EQ(driven("0"), 3210);
+  EXPECT_EQ(driven("32"), 3210);
+  EXPECT_EQ(driven("10", Tag("DueNextMonthDays", "-1")), 3210);
+  EXPECT_EQ(driven("10", Tag("DiscountDayOfMonth", "32")), 3210);
+  EXPECT_EQ(driven("31", Tag("DueNextMonthDays", "0") + Tag("DiscountDayOfMonth", "1") + Tag("DiscountPct", "100")), 0);
+}
+
+TEST_F(ReferredLists, A_due_date_behind_all_dates_is_refused) {
+  EXPECT_EQ(DueOn("9999-11-01", "Net 60"), "9999-12-31");
+  EXPECT_EQ(Send(AddOf("Invoice", Named("CustomerRef", "Acme") + Tag("TxnDate", "9999-11-02") +
+                                      Named("TermsRef", "Net 60") + line_))
+                .code,
+            3180);
 }
 
 TEST_F(ReferredLists, A_record_that_is_referred_to_is_in_use) {
