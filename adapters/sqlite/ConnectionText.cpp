@@ -41,6 +41,8 @@ ConnectionText ParseConnectionText(std::string_view text) {
       result.provider = std::move(value);
     } else if (SameName(key, "Data Source")) {
       result.dataSource = std::move(value);
+    } else if (SameName(key, "Mode")) {
+      result.mode = std::move(value);
     }
   }
   return result;

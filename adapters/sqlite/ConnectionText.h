@@ -12,6 +12,7 @@ namespace twqb::sqlite {
 struct ConnectionText {
   std::string provider;    // as typed; empty when there is none
   std::string dataSource;  // empty when there is none
+  std::string mode;        // "Read": nothing may be written; empty when there is none
 };
 
 // Of two parts with one key the last one counts. Parts with other keys and parts without "=" are passed over.

@@ -100,14 +100,16 @@ Handle Database::OpenHandle(const std::string& file, int flags) {
   return handle;
 }
 
-Database::Database(const std::string& file, std::chrono::milliseconds patience, Remains remains) {
+Database::Database(const std::string& file, Access access, std::chrono::milliseconds patience, Remains remains)
+    : access_(access) {
   std::error_code ignored;
   const auto status = std::filesystem::status(PathOf(file), ignored);
   if (!std::filesystem::exists(status)) throw CannotOpen(file, "there is no such file");
   if (std::filesystem::is_directory(status)) throw CannotOpen(file, "this is a folder");
   path_ = std::filesystem::absolute(PathOf(file), ignored).string();
-  const bool serves = IsFresh(remains) && remains.path == path_;
-  handle_ = serves ? std::move(remains.handle) : OpenHandle(file, SQLITE_OPEN_READWRITE);
+  const bool serves = IsFresh(remains) && remains.path == path_ && remains.access == access;
+  const int flags = access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  handle_ = serves ? std::move(remains.handle) : OpenHandle(file, flags);
   try {
     if (!serves) SetUp();
     BeginWork(patience);
@@ -130,8 +132,10 @@ void Database::SetUp() {
 void Database::BeginWork(std::chrono::milliseconds patience) {
   Check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
   Run("SELECT count(*) FROM sqlite_schema");  // reads the file: one that is no database fails here
-  Run("PRAGMA journal_mode = DELETE");
-  Run("PRAGMA synchronous = FULL");
+  if (access_ == Access::ReadWrite) {
+    Run("PRAGMA journal_mode = DELETE");
+    Run("PRAGMA synchronous = FULL");
+  }
   Check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(kBusyPatience.count())));
 }
 
@@ -140,7 +144,7 @@ void Database::Create(const std::string& file) {
   if (std::filesystem::exists(PathOf(file), ignored)) throw CannotOpen(file, "the file is there already");
   OpenHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   // The engine writes the file with its first change alone. This one leaves nothing else behind.
-  Database(file, kBusyPatience).Run("PRAGMA user_version = 0");
+  Database(file, Access::ReadWrite, kBusyPatience).Run("PRAGMA user_version = 0");
 }
 
 Remains Database::Close() {
@@ -148,7 +152,8 @@ Remains Database::Close() {
   if (sqlite3_get_autocommit(handle_.get()) == 0) {
     sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
   }
-  Remains remains{.handle = std::move(handle_), .path = path_, .closed = std::chrono::steady_clock::now()};
+  Remains remains{
+      .handle = std::move(handle_), .path = path_, .access = access_, .closed = std::chrono::steady_clock::now()};
   if (sqlite3_next_stmt(remains.handle.get(), nullptr) != nullptr || !IsInPlace(remains.handle.get())) {
     remains.handle.reset();
   } else {

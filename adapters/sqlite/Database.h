@@ -66,11 +66,15 @@ struct HandleCloser {
 };
 using Handle = std::unique_ptr<sqlite3, HandleCloser>;
 
+// What a connection may do with the file.
+enum class Access : std::uint8_t { ReadWrite, Read };
+
 // What a close leaves: a handle that holds no lock but knows the tables, and with them the greater part of the cost of
 // opening the file. It serves who opens the same file again within moments; it keeps the file from nobody.
 struct Remains {
   Handle handle;  // nothing where none is fit to be kept
   std::string path;
+  Access access = Access::ReadWrite;
   std::chrono::steady_clock::time_point closed;
 };
 
@@ -78,7 +82,7 @@ struct Remains {
 class Database {
  public:
   // Opens a file that is there, waiting up to `patience` for it. Raises `kCannotOpen`.
-  Database(const std::string& file, std::chrono::milliseconds patience, Remains remains = {});
+  Database(const std::string& file, Access access, std::chrono::milliseconds patience, Remains remains = {});
   // Makes an empty database. Raises `kCannotOpen`, also when the file is there.
   static void Create(const std::string& file);
 
@@ -102,6 +106,7 @@ class Database {
   void BeginWork(std::chrono::milliseconds patience);
 
   std::string path_;  // absolute
+  Access access_;
   Handle handle_;
 };
 

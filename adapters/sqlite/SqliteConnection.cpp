@@ -56,13 +56,14 @@ std::string SqliteConnection::Provider() const { return ParseConnectionText(conn
 
 void SqliteConnection::Open() {
   if (database_) throw PlatformError(error::kObjectOpen);
-  const auto [provider, file] = ParseConnectionText(connectionString_);
+  const auto [provider, file, mode] = ParseConnectionText(connectionString_);
   if (!SameName(provider, "SQLITE") && !SameName(provider, "JETLITE")) {
     throw Failure(error::kProviderNotFound,
                   provider.empty() ? "The connection string names no Provider." : fmt::format("({})", provider));
   }
   if (file.empty()) throw Failure(error::kCannotOpen, "The connection string names no Data Source.");
-  database_ = std::make_shared<Database>(file, Patience(timeoutSeconds_), std::exchange(remains_, {}));
+  const auto access = SameName(mode, "Read") ? Access::Read : Access::ReadWrite;
+  database_ = std::make_shared<Database>(file, access, Patience(timeoutSeconds_), std::exchange(remains_, {}));
 }
 
 void SqliteConnection::Close() {

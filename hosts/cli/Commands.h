@@ -13,6 +13,7 @@ namespace twqb::cli {
 [[nodiscard]] std::vector<CommandSyntax> DeletionCommands();
 [[nodiscard]] CommandSyntax EventsCommand();
 [[nodiscard]] CommandSyntax StatusCommand();
+[[nodiscard]] CommandSyntax BalancesCommand();
 [[nodiscard]] std::vector<CommandSyntax> LookupCommands();
 [[nodiscard]] CommandSyntax SettingsCommand();
 [[nodiscard]] CommandSyntax CompanyCommand();

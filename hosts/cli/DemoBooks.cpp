@@ -2,13 +2,10 @@
 
 #include <fmt/core.h>
 
-#include <pugixml.hpp>
-#include <stdexcept>
 #include <vector>
 
-#include "adapters/companyfile/CompanyFile.h"
 #include "adapters/sqlite/SqliteProvider.h"
-#include "messages/StatusCodes.h"
+#include "cli/CompanyAnswer.h"
 #include "platform/Date.h"
 #include "services/Conversions.h"
 
@@ -17,28 +14,6 @@ namespace twqb::cli {
 namespace {
 
 constexpr const char* kCustomerRecord = "CustomerRet";
-
-// The only response to one request, in the form that every company file answers.
-class Answer {
- public:
-  Answer(const std::string& company, Machine& machine, const std::string& request) {
-    const auto answer = company::CompanyFile(company, machine)
-                            .Process(
-                                "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"3.0\"?>\n"
-                                "<QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
-                                request + "</QBXMLMsgsRq></QBXML>");
-    document_.load_buffer(answer.data(), answer.size());
-    const auto response = Response();
-    const int code = response.attribute("statusCode").as_int(-1);
-    if (code == status::kOk || code == status::kFoundNothing) return;
-    throw std::runtime_error(fmt::format("QuickBooks refuses: {}", response.attribute("statusMessage").value()));
-  }
-
-  [[nodiscard]] pugi::xml_node Response() const { return document_.child("QBXML").child("QBXMLMsgsRs").first_child(); }
-
- private:
-  pugi::xml_document document_;
-};
 
 // Kinds of records, and of a kind that two lists share, whether those with a parent are wanted.
 enum class Level : std::uint8_t { Any, Top, Below };
@@ -106,7 +81,7 @@ DemoBooks::Records DemoBooks::RecordsOf(ListedIn list) {
   const auto content = ContentOf(list);
   Records records;
   for (const auto kind : content.kinds) {
-    const Answer answer(company_, machine_, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, content.query));
+    const CompanyAnswer answer(company_, machine_, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, content.query));
     for (const auto& record : answer.Response().children()) {
       const auto level = record.child("ParentRef") ? Level::Below : Level::Top;
       if (content.level != Level::Any && content.level != level) continue;
@@ -125,7 +100,7 @@ std::string DemoBooks::EmailInBilling(std::string_view client) {
 }
 
 std::string DemoBooks::EmailInQuickBooks(std::string_view client) {
-  const Answer answer(company_, machine_, CustomerQuery(LinkOf(client)));
+  const CompanyAnswer answer(company_, machine_, CustomerQuery(LinkOf(client)));
   return answer.Response().child(kCustomerRecord).child_value("Email");
 }
 
@@ -137,12 +112,13 @@ void DemoBooks::ChangeInBilling(std::string_view client, std::string_view email)
 
 void DemoBooks::ChangeInQuickBooks(std::string_view client, std::string_view email) {
   const auto link = LinkOf(client);
-  const Answer answer(company_, machine_, CustomerQuery(link));
+  const CompanyAnswer answer(company_, machine_, CustomerQuery(link));
   const auto* sequence = answer.Response().child(kCustomerRecord).child_value("EditSequence");
-  const Answer changed(company_, machine_,
-                       fmt::format("<CustomerModRq><CustomerMod><ListID>{}</ListID><EditSequence>{}</EditSequence>"
-                                   "<Email>{}</Email></CustomerMod></CustomerModRq>",
-                                   link, sequence, email));
+  const CompanyAnswer changed(
+      company_, machine_,
+      fmt::format("<CustomerModRq><CustomerMod><ListID>{}</ListID><EditSequence>{}</EditSequence>"
+                  "<Email>{}</Email></CustomerMod></CustomerModRq>",
+                  link, sequence, email));
 }
 
 }  // namespace twqb::cli

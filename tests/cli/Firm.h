@@ -36,7 +36,9 @@ class Firm : public testing::Test {
     const auto answer = AnswerOfQuickBooks("<" + kind + "QueryRq>" + fields + "</" + kind + "QueryRq>");
     ASSERT_TRUE(document.load_string(answer.c_str())) << answer;
     const auto response = document.child("QBXML").child("QBXMLMsgsRs").first_child();
-    for (const auto& record : response.children((kind + "Ret").c_str())) take(record);
+    // The range keeps the pointer alone.
+    const auto name = kind + "Ret";
+    for (const auto& record : response.children(name.c_str())) take(record);
   }
 
   std::string country_;

@@ -26,6 +26,11 @@ TEST(ConnectionText, A_value_may_hold_an_equals_sign) {
   EXPECT_EQ(ParseConnectionText("Data Source=a=b.db").dataSource, "a=b.db");
 }
 
+TEST(ConnectionText, A_mode_is_none_unless_it_is_named) {
+  EXPECT_EQ(ParseConnectionText("Data Source=x;MODE = Read").mode, "Read");
+  EXPECT_EQ(ParseConnectionText("Data Source=x").mode, "");
+}
+
 TEST(ConnectionText, Other_keys_and_parts_without_a_value_are_passed_over) {
   const auto text = ParseConnectionText("Persist Security Info=False;junk;;Data Source=x;Provider=SQLITE;rest");
   EXPECT_EQ(text.provider, "SQLITE");
@@ -53,6 +58,18 @@ TEST_F(SqliteConnection, The_provider_is_as_typed_before_and_after_Open) {
   connection->Open();
   EXPECT_EQ(connection->Provider(), "JetLite");
   EXPECT_EQ(connection->State(), ObjectState::Open);
+}
+
+TEST_F(SqliteConnection, One_in_mode_Read_reads_and_refuses_to_write) {
+  const auto writing = Unopened("Provider=SQLITE;Data Source=" + File());
+  writing->Open();
+  writing->Execute("CREATE TABLE Kept (a INTEGER)", nullptr);
+  writing->Execute("INSERT INTO Kept VALUES (1)", nullptr);
+  writing->Close();
+  const auto reading = Unopened("Provider=SQLITE;Data Source=" + File() + ";Mode=read");
+  reading->Open();
+  EXPECT_NE(Raised([&] { reading->Execute("INSERT INTO Kept VALUES (2)", nullptr); }), 0);
+  EXPECT_EQ(ToText(reading->Execute("SELECT COUNT(*) FROM Kept", nullptr)->FieldAt(0)), "1");
 }
 
 TEST_F(SqliteConnection, An_unknown_provider_is_named) {

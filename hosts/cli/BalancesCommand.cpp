@@ -1,0 +1,163 @@
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "adapters/transcript/TranscriptWriter.h"
+#include "cli/BalanceBooks.h"
+#include "cli/Balances.h"
+#include "cli/BridgeRun.h"
+#include "cli/Checks.h"
+#include "cli/Commands.h"
+#include "cli/Composition.h"
+#include "cli/Output.h"
+#include "cli/RowText.h"
+#include "cli/TextTable.h"
+#include "messages/ValueFormat.h"
+
+namespace twqb::cli {
+
+namespace {
+
+constexpr std::string_view kNone = "-";
+
+std::string MoneyText(Currency amount) {
+  constexpr int kTenThousandthsOfACent = 100;
+  // BillingDb has fractions of a cent, which may be all that differs.
+  return amount.TenThousandths() % kTenThousandthsOfACent == 0 ? messages::AmountText(amount) : ToText(amount);
+}
+std::string MoneyOrNone(Currency amount) { return amount == Currency() ? std::string(kNone) : MoneyText(amount); }
+std::string TextOrNone(const std::string& text) { return text.empty() ? std::string(kNone) : text; }
+
+// --- For people ------------------------------------------------------------------------------------------------------
+
+// A customer without a link stands where the project does.
+TableLine LineOf(const Payer& payer) {
+  return {TextOrNone(payer.client), TextOrNone(payer.customer.empty() ? payer.project : payer.customer)};
+}
+
+void AddMoney(TableLine& line, Currency billing, Currency quickBooks) {
+  for (const auto amount : {billing, quickBooks, billing - quickBooks}) line.push_back(MoneyText(amount));
+}
+
+void PrintLines(const std::vector<Balance>& balances) {
+  constexpr std::array kAlignments = {Align::Left, Align::Left, Align::Right, Align::Right, Align::Right};
+  std::vector<TableLine> lines = {{"CLIENT", "PROJECT", "BILLINGDB", "QUICKBOOKS", "DIFFERENCE"}};
+  Currency billing;
+  Currency quickBooks;
+  for (const auto& balance : balances) {
+    billing = billing + balance.billing;
+    quickBooks = quickBooks + balance.quickBooks;
+    AddMoney(lines.emplace_back(LineOf(balance.payer)), balance.billing, balance.quickBooks);
+  }
+  AddMoney(lines.emplace_back(TableLine{"TOTAL", ""}), billing, quickBooks);
+  Print(TextTable(lines, kAlignments));
+}
+
+void PrintRecords(const std::vector<Balance>& balances) {
+  constexpr std::array kAlignments = {Align::Left,  Align::Left,  Align::Left, Align::Left,
+                                      Align::Right, Align::Right, Align::Right};
+  std::vector<TableLine> lines = {
+      {"CLIENT", "PROJECT", "INVOICE", "PAYMENT", "BILLINGDB", "QUICKBOOKS", "DIFFERENCE", "CAUSE"}};
+  for (const auto& balance : balances) {
+    for (const auto& record : balance.records) {
+      auto& line = lines.emplace_back(LineOf(balance.payer));
+      line.push_back(TextOrNone(record.invoice));
+      line.push_back(TextOrNone(record.payment));
+      line.push_back(MoneyOrNone(record.billing + record.billingUnused));
+      line.push_back(MoneyOrNone(record.quickBooks + record.quickBooksUnused));
+      line.push_back(MoneyText(record.Difference()));
+      line.emplace_back(CauseText(record.cause));
+    }
+  }
+  if (lines.size() == 1) return;
+  Print("\n" + TextTable(lines, kAlignments));
+}
+
+// --- For programs ----------------------------------------------------------------------------------------------------
+
+EventValue MoneyValue(Currency amount) { return EventValue(Value(amount)); }
+EventValue TextValue(const std::string& text) { return text.empty() ? EventValue(nullptr) : EventValue(text); }
+
+EventFields FieldsOf(const BalanceRecord& record) {
+  return {{"cause", CauseName(record.cause)},
+          {"invoice", TextValue(record.invoice)},
+          {"payment", TextValue(record.payment)},
+          {"billing", MoneyValue(record.billing)},
+          {"quickBooks", MoneyValue(record.quickBooks)},
+          {"difference", MoneyValue(record.Difference())},
+          {"billingUnused", MoneyValue(record.billingUnused)},
+          {"quickBooksUnused", MoneyValue(record.quickBooksUnused)}};
+}
+
+std::string JsonOf(const Balance& balance) {
+  EventList records;
+  for (const auto& record : balance.records) records.emplace_back(FieldsOf(record));
+  return JsonLine({{"client", TextValue(balance.payer.client)},
+                   {"project", TextValue(balance.payer.project)},
+                   {"customer", TextValue(balance.payer.customer)},
+                   {"billing", MoneyValue(balance.billing)},
+                   {"quickBooks", MoneyValue(balance.quickBooks)},
+                   {"difference", MoneyValue(balance.Difference())},
+                   {"records", std::move(records)}}) +
+         "\n";
+}
+
+// --- The command -----------------------------------------------------------------------------------------------------
+
+Workplace Checked(const Options& options) {
+  auto place = WorkplaceOf(options);
+  CheckBilling(place);
+  RequireCompany(place);
+  const auto missing = MissingTables(place, {"Client", "Project", "TransactionTable", "Payment"});
+  if (!missing.empty()) throw UsageError(MissingText(missing));
+  return place;
+}
+
+std::vector<Balance> Compare(Composition& composition) {
+  const auto& place = composition.Place();
+  const auto billing = composition.Seams().database->CreateConnection();
+  billing->SetConnectionString(place.billing + ";Mode=Read");
+  billing->Open();
+  const auto payers = ReadPayers(*billing);
+  const auto billed = ReadBilledSide(*billing, payers);
+  billing->Close();
+  return CompareBalances(billed, ReadBookedSide(place, composition.RealMachine(), payers));
+}
+
+ExitStatus Balances(const Options& options, RowForm form) {
+  Composition composition(Checked(options), ReadSurroundings(options));
+  const auto balances = Compare(composition);
+  if (form == RowForm::Json) {
+    for (const auto& balance : balances) Print(JsonOf(balance));
+  } else {
+    PrintLines(balances);
+    PrintRecords(balances);
+  }
+  FlushOutput();
+  if (!composition.TranscriptIsWhole()) RefuseTranscript(options);
+  return ExitStatus::Done;
+}
+
+}  // namespace
+
+CommandSyntax BalancesCommand() {
+  const auto json = std::make_shared<bool>(false);
+  return {
+      .name = "balances",
+      .text = "Show what clients owe in BillingDb and in QuickBooks, and why that differs",
+      .arguments = {{.name = "--json", .text = "Print each balance as a JSON object", .target = json.get()}},
+      .footer =
+          "One line for each project, and for each client with a balance of its own, where anything is open. In "
+          "BillingDb\n"
+          "that is what was billed less what payments apply to it, drafts and retainers left out; in QuickBooks what "
+          "is\n"
+          "open of invoices less what is left of credit memos, pending ones left out. A customer that no link leads to "
+          "has\n"
+          "no client, and its full name as project. Below that stand the records that the differences are made of; "
+          "they add\n"
+          "up to them. Nothing is written. The status is 0 whether there are differences or not.",
+      .run = [json](const Options& options) { return Balances(options, *json ? RowForm::Json : RowForm::Readable); }};
+}
+
+}  // namespace twqb::cli

@@ -1,0 +1,28 @@
+#include "cli/CompanyAnswer.h"
+
+#include <fmt/core.h>
+
+#include <stdexcept>
+
+#include "messages/StatusCodes.h"
+
+namespace twqb::cli {
+
+CompanyAnswer::CompanyAnswer(company::CompanyFile file, const messages::Form& form, const std::string& request) {
+  const auto answer =
+      file.Process(fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"{}\"?>\n"
+                               "<QBXML><QBXMLMsgsRq onError=\"stopOnError\">{}</QBXMLMsgsRq></QBXML>",
+                               messages::FormTag(form), request));
+  document_.load_buffer(answer.data(), answer.size());
+  const auto response = Response();
+  const int code = response.attribute("statusCode").as_int(-1);
+  if (code == status::kOk || code == status::kFoundNothing) return;
+  throw std::runtime_error(fmt::format("QuickBooks refuses: {}", response.attribute("statusMessage").value()));
+}
+
+CompanyAnswer::CompanyAnswer(const std::string& company, Machine& machine, const std::string& request)
+    : CompanyAnswer(company::CompanyFile(company, machine), messages::Form{}, request) {}
+
+pugi::xml_node CompanyAnswer::Response() const { return document_.child("QBXML").child("QBXMLMsgsRs").first_child(); }
+
+}  // namespace twqb::cli

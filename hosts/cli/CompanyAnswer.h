@@ -1,0 +1,30 @@
+// What QuickBooks answers to one request, asked of the company file by itself: no session, no library, no transcript.
+//
+// For commands that look at both sides beside the link. It knows the envelope of a document and no request.
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "adapters/companyfile/CompanyFile.h"
+#include "messages/Schema.h"
+#include "platform/machine.h"
+
+namespace twqb::cli {
+
+class CompanyAnswer {
+ public:
+  // Asks in the form given; raises std::runtime_error with QuickBooks' words when it refuses. Finding nothing is no
+  // refusal.
+  CompanyAnswer(company::CompanyFile file, const messages::Form& form, const std::string& request);
+  // The same in the American form.
+  CompanyAnswer(const std::string& company, Machine& machine, const std::string& request);
+
+  // The only response; its children are the records.
+  [[nodiscard]] pugi::xml_node Response() const;
+
+ private:
+  pugi::xml_document document_;
+};
+
+}  // namespace twqb::cli
