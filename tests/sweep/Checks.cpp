@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
+#include <utility>
 
 namespace twqb::sweep {
 
@@ -57,6 +59,12 @@ void CheckNoneLost(std::string_view what, const Table& now, const Table& before,
   }
 }
 
+// What stands behind the record's name in a link that leads to a line of it.
+std::string LineOf(std::string_view link) {
+  const auto at = link.find(kLine);
+  return at == std::string_view::npos ? std::string() : std::string(link.substr(at));
+}
+
 // The row as the clean run leaves it, but for the statements that a break can keep from running. A stamp that a clean
 // run does not set can be any.
 std::vector<Fields> Stages(const std::string& key, const Fields& now, const Expectation& expected,
@@ -77,7 +85,7 @@ std::vector<Fields> Stages(const std::string& key, const Fields& now, const Expe
   // A twin that was replaced.
   for (const auto& record : extraRecords) {
     auto replaced = *after;
-    replaced[kLink] = std::string(kLeadsTo) + record;
+    replaced[kLink] = std::string(kLeadsTo) + record + LineOf(after->at(kLink));
     stages.push_back(replaced);
     for (const auto& table : expected.tables) {
       const std::string stamp(table.stampColumn);
@@ -153,10 +161,11 @@ void ExpectOtherForms(const std::vector<std::string>& found, Leaves leaves, Prob
   ExpectCount("Records in another form", found, leaves == Leaves::OneInAnotherForm ? 1 : 0, problems);
 }
 
-// The one row whose link leads elsewhere than after a clean run.
+// The record whose rows have links that lead elsewhere than after a clean run.
 struct Relinked {
-  std::string from;  // record
+  std::string from;
   std::string to;
+  bool operator==(const Relinked&) const = default;
 };
 
 class InStepCheck {
@@ -171,7 +180,11 @@ class InStepCheck {
     ExpectCount("Records that a clean run does not make", extra_, addsOne ? 1 : 0, problems_);
     CheckRows();
     if (addsOne && !relinked_) problems_.emplace_back("No row is linked to the record that was added again.");
-    ExpectCount("Rows that do not know their record", unlinked_, leaves_ == Leaves::OneWithoutLink ? 1 : 0, problems_);
+    if (relinked_ && RowsOf(now_, relinked_->to) != RowsOf(expected_.after, relinked_->from)) {
+      problems_.push_back(fmt::format("Not all rows of {} are linked to {}.", relinked_->from, relinked_->to));
+    }
+    ExpectCount("Records that rows do not know", {unlinked_.begin(), unlinked_.end()}, LeavesRowsWithoutLink() ? 1 : 0,
+                problems_);
     CheckRecords();
     return problems_;
   }
@@ -179,7 +192,7 @@ class InStepCheck {
  private:
   void CheckRows() {
     CheckNoneLost("row", now_.rows, expected_.after.rows, problems_);
-    std::map<std::string, std::string> keysByLink;
+    std::map<std::pair<std::string, std::string>, std::string> keysByLink;  // by table and link
     for (const auto& [key, fields] : now_.rows) {
       const auto& link = fields.at(kLink);
       const auto* wanted = Find(expected_.after.rows, key);
@@ -187,12 +200,13 @@ class InStepCheck {
         CheckRow(key, WithoutTimes(fields, expected_.tables), WithoutTimes(*wanted, expected_.tables));
         continue;
       }
-      if (!link.starts_with(kLeadsTo) && leaves_ == Leaves::OneWithoutLink) {
-        CheckUnlinked(key, fields);
+      if (!link.starts_with(kLeadsTo) && LeavesRowsWithoutLink()) {
+        CheckUnlinked(key, fields, wanted == nullptr ? std::string() : RecordOf(wanted->at(kLink)));
         continue;
       }
       if (!link.starts_with(kLeadsTo)) problems_.push_back(fmt::format("The link of {} is {}.", key, link));
-      if (const auto [other, isNew] = keysByLink.emplace(link, key); !isNew) {
+      const auto table = key.substr(0, key.find('/'));
+      if (const auto [other, isNew] = keysByLink.emplace(std::pair(table, link), key); !isNew) {
         problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
       }
       if (wanted == nullptr) {
@@ -205,21 +219,28 @@ class InStepCheck {
 
   void CheckRow(const std::string& key, Fields fields, Fields wanted) {
     if (fields == wanted) return;
-    const auto from = std::exchange(wanted[kLink], {});
-    const auto to = std::exchange(fields[kLink], {});
-    const bool toExtra = extra_.size() == 1 && to == std::string(kLeadsTo) + extra_.front();
-    if (fields != wanted || !toExtra || !(leaves_ == Leaves::OneIncomplete || IsCountedNameOf(to, from)) || relinked_) {
-      fields[kLink] = to;
-      wanted[kLink] = from;
+    const auto fromLink = std::exchange(wanted[kLink], {});
+    const auto toLink = std::exchange(fields[kLink], {});
+    const Relinked relinked{.from = RecordOf(fromLink), .to = RecordOf(toLink)};
+    const bool toExtra = extra_.size() == 1 && relinked.to == extra_.front();
+    const bool sameLine = LineOf(fromLink) == LineOf(toLink);
+    const bool otherName = leaves_ == Leaves::OneIncomplete || IsCountedNameOf(relinked.to, relinked.from);
+    if (fields != wanted || !toExtra || !sameLine || !otherName || relinked_.value_or(relinked) != relinked) {
+      fields[kLink] = toLink;
+      wanted[kLink] = fromLink;
       problems_.push_back(fmt::format("The row {} is out of step:{}", key, Differences(fields, wanted)));
       return;
     }
-    relinked_ = Relinked{.from = from.substr(kLeadsTo.size()), .to = extra_.front()};
+    relinked_ = relinked;
+  }
+
+  [[nodiscard]] bool LeavesRowsWithoutLink() const {
+    return leaves_ == Leaves::OneWithoutLink || leaves_ == Leaves::OneHalfLinked;
   }
 
   // Nothing has come to a row that is left without its link.
-  void CheckUnlinked(const std::string& key, const Fields& fields) {
-    unlinked_.push_back(key);
+  void CheckUnlinked(const std::string& key, const Fields& fields, const std::string& record) {
+    unlinked_.insert(record);
     const auto* before = Find(expected_.before.rows, key);
     if (before != nullptr && fields == *before) return;
     problems_.push_back(fmt::format("The row {} has no link and is not as before:{}", key, Text(fields)));
@@ -286,7 +307,7 @@ class InStepCheck {
   Problems problems_;
   std::vector<std::string> extra_;
   std::optional<Relinked> relinked_;
-  std::vector<std::string> unlinked_;
+  std::set<std::string> unlinked_;  // the records that rows were to be linked to
 };
 
 // The rows as if all that were made had their key; tells it where not just those lack one that may.
@@ -326,7 +347,8 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
   for (const auto& [name, fields] : now.records) {
     const auto* before = Find(expected.before.records, name);
     const auto* after = Find(expected.after.records, name);
-    if (before == nullptr && !IsLinked(now, name) && IsLinked(expected.after, name)) withoutRow.push_back(name);
+    const auto rows = RowsOf(expected.after, name);
+    if (before == nullptr && !std::ranges::includes(RowsOf(now, name), rows)) withoutRow.push_back(name);
     const bool isOld = before != nullptr && fields == *before;
     const bool isNew = after != nullptr && fields == *after;
     if (!isOld && after != nullptr && IsInAnotherForm(fields, *after)) {
@@ -335,8 +357,9 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
       problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
     }
   }
-  const bool losesOne = leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink;
-  ExpectCount("New records whose row does not know them", withoutRow, losesOne ? 1 : 0, problems);
+  const bool losesOne =
+      leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink || leaves == Leaves::OneHalfLinked;
+  ExpectCount("New records that a row of theirs does not know", withoutRow, losesOne ? 1 : 0, problems);
   ExpectOtherForms(otherForms, leaves, problems);
   return problems;
 }

@@ -18,5 +18,8 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> AccountScenarios();
 [[nodiscard]] std::vector<Scenario> TimeEntryScenarios();
 [[nodiscard]] std::vector<Scenario> InvoiceScenarios();
+[[nodiscard]] std::vector<Scenario> PaymentScenarios();
+// Expenses and vendor bills.
+[[nodiscard]] std::vector<Scenario> BillScenarios();
 
 }  // namespace twqb::sweep

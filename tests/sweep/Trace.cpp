@@ -48,6 +48,8 @@ class WatchedTransport : public ForwardingTransport {
   NoteDeed note_;
 };
 
+bool WritesLink(std::string_view statement) { return statement.find(" SET QBLinkID = ") != statement.npos; }
+
 std::optional<DeedKind> DeedOf(std::string_view statement) {
   constexpr std::array<std::string_view, 8> kChoices = {
       "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",   "SELECT EmpBillRate",
@@ -56,10 +58,20 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   constexpr std::array<std::string_view, 3> kKeys = {"SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
                                                      "SELECT ActivityID FROM Activity WHERE QBLINKID",
                                                      "SELECT EmployeeID FROM Employee WHERE QBLINKID"};
+  // Of a bill's lines, and the person to bill.
+  constexpr std::array<std::string_view, 4> kBillKeys = {
+      "SELECT QBLINKID FROM Employee ", "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ",
+      "SELECT QBLINKID FROM Expense "};
+  constexpr std::array<std::string_view, 2> kPayments = {"SELECT ProjectID, ClientID, TransactionPayLateFeeRecd",
+                                                         "SELECT ProjectID FROM TransactionTable WHERE (PayID"};
+  constexpr std::array<std::string_view, 2> kPayers = {"SELECT QBLinkID, ClientID FROM Client ",
+                                                       "SELECT QBLinkID, ProjectID FROM Project "};
   const auto holds = [&](std::string_view part) { return statement.find(part) != std::string_view::npos; };
-  if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
+  if (WritesLink(statement)) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
-  if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kKeys, holds) || std::ranges::any_of(kBillKeys, holds)) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kPayments, holds)) return DeedKind::PaymentBegun;
+  if (std::ranges::any_of(kPayers, holds)) return DeedKind::PayerLookedUp;
   return std::nullopt;
 }
 
@@ -87,8 +99,11 @@ class WatchedConnection : public ado::ForwardingConnection {
   WatchedConnection(std::unique_ptr<Connection> inner, NoteDeed note)
       : ForwardingConnection(std::move(inner)), note_(std::move(note)) {}
   std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
-    auto rows = ForwardingConnection::Execute(statement, rowsAffected);
-    Note(statement, rows.get());
+    std::int64_t changed = 0;
+    auto rows = ForwardingConnection::Execute(statement, &changed);
+    if (rowsAffected != nullptr) *rowsAffected = changed;
+    // A bill's line is in one of two tables, and the statement on the other changes nothing.
+    if (changed > 0 || !WritesLink(statement)) Note(statement, rows.get());
     return rows;
   }
   std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
@@ -101,6 +116,7 @@ class WatchedConnection : public ado::ForwardingConnection {
  private:
   void Note(std::string_view statement, const ado::Recordset* rows) const {
     if (const auto deed = DeedOf(statement)) note_(*deed);
+    if (statement.starts_with("UPDATE VendorBill SET QBLinkID = ")) note_(DeedKind::BillLinked);
     if (BeginsInvoice(statement)) note_(DeedKind::InvoiceBegun);
     if (DecidesForm(statement) && FindsSomething(*rows)) note_(DeedKind::FormFound);
   }
@@ -132,8 +148,9 @@ struct Place {
   std::string_view why;
   std::array<std::string_view, 9> calls;  // those behind the last are empty
   std::size_t ignored = 1;
-  bool afterToo = true;  // False: only an error before the call takes effect is ignored
-  std::size_t told = 0;  // calls ahead of them whose errors are told
+  bool afterToo = true;     // False: only an error before the call takes effect is ignored
+  std::size_t told = 0;     // calls ahead of them whose errors are told
+  bool passesOver = false;  // the row is left to the next run
 };
 
 constexpr std::string_view kLog = "a log line that can't be written is lost";
@@ -166,6 +183,7 @@ constexpr std::array kIgnoredPlaces = {
     Place{.why = kClosing, .calls = {"Desk.UnloadMsgForm"}},
     Place{.why = kClosing, .calls = {"Recordset.State", "Recordset.Close"}, .ignored = 2},
     Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Connection.State"}, .ignored = 2},
+    Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Desk.SetPointer"}, .ignored = 2},
     Place{.why = kSeason,
           .calls = {"Machine.GetTimeZoneInformation", "Recordset.Field", "Machine.GetTimeZoneInformation"}},
     // Where the row's date is known already: the row goes, or it does not.
@@ -193,16 +211,7 @@ constexpr std::array kIgnoredPlaces = {
           .calls = {"Connection.Execute", "Recordset.FieldAt", "Connection.State", "Desk.PumpMessages",
                     "Recordset.SetField"},
           .ignored = 2},
-    // Time entries: what the form shows of a row, and the choice of its payroll item.
-    Place{.why = kProgress,
-          .calls = {"Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field",
-                    "Recordset.Field", "Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now"},
-          .ignored = 2,
-          .told = 4},
-    Place{.why = kProgress,
-          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Connection.State",
-                    "Desk.PumpMessages", "Connection.Execute", "Recordset.FieldAt"},
-          .ignored = 2},
+    // Time entries: the choice of the payroll item.
     Place{.why = kPayrollItem,
           .calls = {"Machine.GetPrivateProfileString", "Recordset.Field", "Connection.State", "Desk.PumpMessages",
                     "Connection.Execute", "Recordset.FieldAt"},
@@ -212,9 +221,38 @@ constexpr std::array kIgnoredPlaces = {
                     "Recordset.Field", "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
           .ignored = 3,
           .told = 3},
+    Place{.why = "the person to bill can't be told",
+          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                    "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
+          .told = 4,
+          .passesOver = true},
+    Place{.why = "a bill that can't be shown for a review is not shown",
+          .calls = {"Desk.SetPointer", "Desk.ShowMessageBox", "Transport.ProcessDocument", "Connection.State",
+                    "Connection.Close"},
+          .ignored = 2,
+          .told = 1},
     Place{.why = "a session that does not begin is tried again with the remembered file",
           .calls = {"Transport.BeginSession"},
           .afterToo = false},
+};
+
+// What the form shows of a row: its fields, and the text behind the bar.
+constexpr std::array kPlacesOfDisplay = {
+    Place{.why = kProgress,
+          .calls = {"Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                    "Recordset.Field", "Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now"},
+          .ignored = 2,
+          .told = 4},
+    Place{.why = kProgress,
+          .calls = {"Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Desk.UpdateMsgForm",
+                    "Desk.PumpMessages", "Machine.Now"},
+          .ignored = 2,
+          .told = 2},
+    Place{.why = kProgress,
+          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now", "Desk.UpdateMsgForm", "Desk.PumpMessages",
+                    "Desk.UpdateMsgForm", "Desk.PumpMessages"},
+          .ignored = 2,
+          .told = 5},
 };
 
 bool StandsAt(const Trace& trace, std::span<const std::string_view> calls, std::size_t first) {
@@ -224,6 +262,15 @@ bool StandsAt(const Trace& trace, std::span<const std::string_view> calls, std::
     ++first;
   }
   return true;
+}
+
+// Why an error of call k is ignored if it is one of that place; "" if it is not.
+std::string_view IgnoredAt(const Trace& trace, const Place& place, std::size_t k, FaultTiming timing) {
+  if (timing == FaultTiming::After && !place.afterToo) return {};
+  for (std::size_t index = place.told; index < place.told + place.ignored; ++index) {
+    if (k > index && StandsAt(trace, place.calls, k - 1 - index)) return place.why;
+  }
+  return {};
 }
 
 // Whether call k is the statement of that call, or one of the reads of its rows right behind it.
@@ -292,7 +339,22 @@ bool LooksUpForm(const Trace& trace, std::size_t k) {
   return false;
 }
 
-constexpr std::array kOnlyRead = {DeedKind::Choice, DeedKind::KeyLookedUp, DeedKind::InvoiceBegun, DeedKind::FormFound};
+constexpr std::array kOnlyRead = {DeedKind::Choice,    DeedKind::KeyLookedUp,  DeedKind::InvoiceBegun,
+                                  DeedKind::FormFound, DeedKind::PaymentBegun, DeedKind::PayerLookedUp,
+                                  DeedKind::BillLinked};
+
+// Whether an error of call k, behind call `at`, does not keep the next link from being written: it is ignored, or it is
+// told and the statement goes out all the same.
+bool GoesOn(const Trace& trace, std::size_t at, std::size_t k, FaultTiming timing) {
+  constexpr std::size_t kAhead = 2;  // calls of a look-up around its statement
+  constexpr std::size_t kBehind = 3;
+  const auto isOfLookUp = [&](const Deed& deed) {
+    return deed.kind == DeedKind::BillLinked && k + kAhead >= deed.k && k <= deed.k + kBehind &&
+           (k != deed.k || timing == FaultTiming::After);
+  };
+  if (std::ranges::any_of(trace.deeds, isOfLookUp)) return true;
+  return k > at && !PassesOverSilently(trace, k) && !WhyIgnored(trace, k, timing).empty();
+}
 
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
@@ -305,7 +367,12 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
     if (deeds[i].kind == DeedKind::AddCarriedOut && next != nullptr && next->kind == DeedKind::LinkWritten) {
       const bool added = k > at || (k == at && timing == FaultTiming::After);
       const bool linked = k > next->k || (k == next->k && timing == FaultTiming::After);
-      if (added && !linked) return Leaves::OneAddedTwice;
+      if (added && !linked && !(how == Break::Raise && GoesOn(trace, at, k, timing))) return Leaves::OneAddedTwice;
+    }
+    if (deeds[i].kind == DeedKind::LinkWritten && next != nullptr && next->kind == DeedKind::LinkWritten) {
+      const bool first = k > at || (k == at && timing == FaultTiming::After);
+      const bool second = k > next->k || (k == next->k && timing == FaultTiming::After);
+      if (first && !second && !(how == Break::Raise && GoesOn(trace, at, k, timing))) return Leaves::OneHalfLinked;
     }
     if (deeds[i].kind != DeedKind::TwinRead || how == Break::Kill) continue;
     if (k == at) return Leaves::OneTwinReplaced;
@@ -358,8 +425,16 @@ Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break h
 }
 
 bool PassesOverSilently(const Trace& trace, std::size_t k) {
-  return std::ranges::any_of(trace.deeds, [&](const Deed& deed) {
-    return deed.kind == DeedKind::KeyLookedUp && IsReadingOf(trace, deed.k, k);
+  bool ofPayment = false;
+  for (const auto& deed : trace.deeds) {
+    ofPayment = ofPayment || deed.kind == DeedKind::PaymentBegun;
+    const bool isKey = deed.kind == DeedKind::KeyLookedUp || (ofPayment && deed.kind == DeedKind::PayerLookedUp);
+    if (isKey && IsReadingOf(trace, deed.k, k)) return true;
+    // The bill goes again.
+    if (deed.kind == DeedKind::BillLinked && deed.k == k) return true;
+  }
+  return std::ranges::any_of(kIgnoredPlaces, [&](const Place& place) {
+    return place.passesOver && !IgnoredAt(trace, place, k, FaultTiming::Before).empty();
   });
 }
 
@@ -368,12 +443,15 @@ std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timin
   if (LooksUpForm(trace, k)) return "an invoice's contract, item or class that can't be looked up is none";
   for (const auto& deed : trace.deeds) {
     if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
+    if (deed.kind == DeedKind::BillLinked && IsReadingOf(trace, deed.k, k))
+      return "a bill's own link is not looked after";
   }
   for (const auto& place : kIgnoredPlaces) {
-    if (timing == FaultTiming::After && !place.afterToo) continue;
-    for (std::size_t index = place.told; index < place.told + place.ignored; ++index) {
-      if (k > index && StandsAt(trace, place.calls, k - 1 - index)) return place.why;
-    }
+    if (const auto why = IgnoredAt(trace, place, k, timing); !why.empty()) return why;
+  }
+  if (trace.display == RowDisplay::Told) return {};
+  for (const auto& place : kPlacesOfDisplay) {
+    if (const auto why = IgnoredAt(trace, place, k, timing); !why.empty()) return why;
   }
   return {};
 }

@@ -25,7 +25,10 @@ enum class DeedKind : std::uint8_t {
   Choice,        // a look-up of what an entry may do without: it counts as not there when it fails
   KeyLookedUp,   // the look-up of a key without which a record is passed over, until the next run
   InvoiceBegun,  // the look-up of its contract, or of the rows that its lines are made of
-  FormFound      // a look-up by which an invoice's lines are what they are, and that found something
+  FormFound,     // a look-up by which an invoice's lines are what they are, and that found something
+  PaymentBegun,  // the look-up of what a payment goes to
+  BillLinked,    // the statement that writes a bill's own link, in the manner of a look-up
+  PayerLookedUp  // the look-up of a client's or a project's link: without it a payment is passed over
 };
 
 struct Deed {
@@ -33,9 +36,13 @@ struct Deed {
   DeedKind kind = DeedKind::AddCarriedOut;
 };
 
+// Whether an error is told that keeps a row from being shown on the progress form.
+enum class RowDisplay : std::uint8_t { Told, Ignored };
+
 struct Trace {
   std::vector<std::string> names;  // of call k at k - 1
   std::vector<Deed> deeds;         // in order
+  RowDisplay display = RowDisplay::Told;
 };
 
 // Stands between the counted calls and the adapters, and notes the deeds.
@@ -72,6 +79,9 @@ enum class Leaves : std::uint8_t {
   OnePassedOver,
   // QuickBooks has a new record and the row does not know: the next runs find the name in use and leave it at that.
   OneWithoutLink,
+  // QuickBooks has a new record and of its rows not all know: that of the record itself does, so that it is never sent
+  // again, and those of its parts that come behind do not.
+  OneHalfLinked,
   // A field of the row could not be read while the request was filled, which was told. The record went without what was
   // not set yet, and is the row's from then on.
   OneIncomplete,
