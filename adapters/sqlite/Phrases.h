@@ -9,9 +9,14 @@
 
 namespace twqb::sqlite {
 
-// The table of "SELECT * FROM table;" (spacing, case and the semicolon are free). Raises `kBadSyntax` for any other
-// text.
-[[nodiscard]] std::string TableOfStatement(std::string_view statement);
+struct OpenedTable {
+  std::string table;
+  std::string filledColumn;  // of which rows without a value stay out; empty: all rows
+};
+
+// Reads "SELECT * FROM table;" or "SELECT * FROM table WHERE column IS NOT NULL;" (spacing, case and the semicolon are
+// free). Raises `kBadSyntax` for any other text.
+[[nodiscard]] OpenedTable ParseOpening(std::string_view statement);
 
 struct Criterion {
   std::string column;

@@ -90,7 +90,7 @@ std::unique_ptr<ado::Recordset> SqliteConnection::Execute(std::string_view state
 std::unique_ptr<ado::Recordset> SqliteConnection::OpenRecordset(std::string_view statement, ado::CursorType /*cursor*/,
                                                                 ado::LockType lock) {
   RequireOpen();
-  if (lock == ado::LockType::Optimistic) return TableRecordset::Open(database_, TableOfStatement(statement));
+  if (lock == ado::LockType::Optimistic) return TableRecordset::Open(database_, ParseOpening(statement));
   auto prepared = database_->Prepare(TranslateSql(statement), Use::Once);
   if (prepared.ColumnCount() == 0) throw Failure(error::kBadSyntax, "The statement answers no rows.");
   return FetchAll(database_, prepared);

@@ -17,23 +17,26 @@ constexpr auto kLastRowid = std::numeric_limits<std::int64_t>::max();
 constexpr int kRowidColumn = 0;  // of every statement that reads a row
 constexpr int kSkipRowid = 1;
 
-std::string RowAtOrBehindText(std::string_view table) {
-  return fmt::format("SELECT rowid, * FROM {} WHERE rowid >= ?1 ORDER BY rowid LIMIT 1", table);
+std::string RowAtOrBehindText(std::string_view table, std::string_view condition) {
+  return fmt::format("SELECT rowid, * FROM {} WHERE rowid >= ?1 AND {} ORDER BY rowid LIMIT 1", table, condition);
 }
 
 }  // namespace
 
-std::unique_ptr<TableRecordset> TableRecordset::Open(std::shared_ptr<Database> database, std::string_view table) {
-  auto quoted = QuoteName(table);
-  const auto statement = database->Prepare(RowAtOrBehindText(quoted), Use::Once);
+std::unique_ptr<TableRecordset> TableRecordset::Open(std::shared_ptr<Database> database, const OpenedTable& opened) {
+  auto quoted = QuoteName(opened.table);
+  auto condition = opened.filledColumn.empty() ? "1" : QuoteName(opened.filledColumn) + " IS NOT NULL";
+  const auto statement = database->Prepare(RowAtOrBehindText(quoted, condition), Use::Once);
   auto columns = DescribeColumns(statement, kSkipRowid);
   return std::unique_ptr<TableRecordset>(
-      new TableRecordset(std::move(database), std::move(columns), std::move(quoted)));
+      new TableRecordset(std::move(database), std::move(columns), std::move(quoted), std::move(condition)));
 }
 
-TableRecordset::TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable)
+TableRecordset::TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable,
+                               std::string condition)
     : SqliteRecordset(std::move(database), std::move(columns)),
       table_(std::move(quotedTable)),
+      condition_(std::move(condition)),
       place_(Place::AtOrBehind),
       rowid_(kFirstRowid) {}
 
@@ -72,7 +75,7 @@ bool TableRecordset::ReadFrom(Statement& statement) const {
 void TableRecordset::Locate() const {
   if (place_ == Place::OnRow || place_ == Place::Eof) return;
   auto& statement = Prepared(place_ == Place::Exactly ? fmt::format("SELECT rowid, * FROM {} WHERE rowid = ?1", table_)
-                                                      : RowAtOrBehindText(table_));
+                                                      : RowAtOrBehindText(table_, condition_));
   const ResetAtEnd reset(statement);
   statement.BindInteger(1, rowid_);
   ReadFrom(statement);
@@ -104,7 +107,7 @@ void TableRecordset::MoveNext() {
 
 std::int64_t TableRecordset::RecordCount() const {
   RequireOpen();
-  auto& statement = Prepared(fmt::format("SELECT count(*) FROM {}", table_));
+  auto& statement = Prepared(fmt::format("SELECT count(*) FROM {} WHERE {}", table_, condition_));
   const ResetAtEnd reset(statement);
   statement.Step();
   return sqlite3_column_int64(statement.raw(), 0);
@@ -116,8 +119,9 @@ void TableRecordset::Find(std::string_view criterion) {
   const auto& column = columns()[ColumnIndex(columns(), name)];
   if (place_ == Place::Eof) return;
   // An index on the column holds the rowids in order, so it serves all of the condition and the sorting too.
-  auto& statement = Prepared(fmt::format("SELECT rowid, * FROM {} WHERE {} = ?1 AND rowid >= ?2 ORDER BY rowid LIMIT 1",
-                                         table_, QuoteName(column.name)));
+  auto& statement =
+      Prepared(fmt::format("SELECT rowid, * FROM {} WHERE {} = ?1 AND rowid >= ?2 AND {} ORDER BY rowid LIMIT 1",
+                           table_, QuoteName(column.name), condition_));
   const ResetAtEnd reset(statement);
   statement.BindText(1, text);
   statement.BindInteger(2, rowid_);

@@ -1,4 +1,4 @@
-// A whole table opened for writing: the optimistic recordset.
+// A whole table opened for writing, or those of its rows that have a value in some column: the optimistic recordset.
 //
 // No row is read ahead. The recordset knows a row by its rowid and reads it when it is first asked for, so moving and
 // Find cost one indexed lookup each, whatever the size of the table, and see what others have written since. The row
@@ -10,14 +10,15 @@
 #include <utility>
 #include <vector>
 
+#include "adapters/sqlite/Phrases.h"
 #include "adapters/sqlite/SqliteRecordset.h"
 
 namespace twqb::sqlite {
 
 class TableRecordset : public SqliteRecordset {
  public:
-  // Raises `kNoSuchTable`.
-  static std::unique_ptr<TableRecordset> Open(std::shared_ptr<Database> database, std::string_view table);
+  // Raises `kNoSuchTable`, and `kBadSyntax` for a column that the table lacks.
+  static std::unique_ptr<TableRecordset> Open(std::shared_ptr<Database> database, const OpenedTable& opened);
 
   void Close() override;
 
@@ -52,7 +53,8 @@ class TableRecordset : public SqliteRecordset {
     Eof,
   };
 
-  TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable);
+  TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable,
+                 std::string condition);
 
   void RequireNoEdit() const;
   void Locate() const;
@@ -63,7 +65,8 @@ class TableRecordset : public SqliteRecordset {
   [[nodiscard]] std::string UpdateText() const;
   [[nodiscard]] const Value* Pending(std::size_t column) const;
 
-  std::string table_;  // quoted
+  std::string table_;      // quoted
+  std::string condition_;  // which rows it moves over, as SQL; a row that was added stays in hand, whatever it holds
   ado::EditMode edit_ = ado::EditMode::None;
   std::vector<std::pair<std::size_t, Value>> pending_;  // columns in the order of their first assignment
 

@@ -103,6 +103,7 @@ constexpr SampleDocument kSampleDocuments[] = {
     {.text = SampleItems},
     {.text = SampleTime},
     {.text = SampleMoney},
+    {.text = SampleCosts},
     {.text = SampleSalesTaxItems, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
     {.text = SampleTaxedMoney, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
 };

@@ -27,6 +27,7 @@ namespace twqb::cli {
 [[nodiscard]] std::string_view SampleItems();
 [[nodiscard]] std::string_view SampleTime();
 [[nodiscard]] std::string_view SampleMoney();
+[[nodiscard]] std::string_view SampleCosts();
 [[nodiscard]] std::string_view SampleSalesTaxItems();
 [[nodiscard]] std::string_view SampleTaxedMoney();
 

@@ -4,6 +4,7 @@
 
 #include "engine/FreeKey.h"
 #include "engine/ListTable.h"
+#include "engine/PairMoves.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
 
@@ -51,10 +52,7 @@ class ListGetWork final : public RecordWork {
     walk.Name(record[get_.nameField].GetValue());
     CloseLookup();
     if (rule_ == TwinRule::LeaveAlone) return false;
-    auto& rows = walk.Rows();
-    rows.MoveFirst();
-    rows.Find(fmt::format("QBLinkID = '{}'", listId));
-    return PairMoves(Direction::Get, rule_, record, [&] { return RowDate(list_, rows); });
+    return FindRowToChange(walk.Rows(), listId, rule_, record, list_.fallbackDateColumn);
   }
 
   // A new row under a key that is free: the name, with a counter behind it where it is taken.

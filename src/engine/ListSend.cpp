@@ -4,6 +4,7 @@
 #include <set>
 
 #include "engine/ListTable.h"
+#include "engine/PairMoves.h"
 #include "engine/RecordReader.h"
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"

@@ -1,6 +1,5 @@
 #include "engine/ListTable.h"
 
-#include "services/Conversions.h"
 #include "services/Database.h"
 
 namespace twqb {
@@ -23,19 +22,6 @@ void WriteColumns(const ListGet& get, ado::Recordset& row, const Record& record)
 
 std::optional<Date> RowDate(const ListTable& list, const ado::Recordset& row) {
   return GetTWDateOfUpdation(row, "LastUpdated", list.fallbackDateColumn);
-}
-
-bool PairMoves(Direction direction, TwinRule rule, const Record& twin,
-               const std::function<std::optional<Date>()>& readRowDate) {
-  if (rule != TwinRule::NewerWins) return rule == TwinRule::Overwrite;
-  const auto quickBooksTime = twin["TimeModified"].GetDate();
-  const auto clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard;
-  const auto billingTime = readRowDate();
-  return billingTime && RecordMoves({.direction = direction,
-                                     .rule = rule,
-                                     .quickBooksTime = quickBooksTime,
-                                     .clock = clock,
-                                     .billingTime = *billingTime});
 }
 
 }  // namespace twqb

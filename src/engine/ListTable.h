@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -160,10 +159,5 @@ Admission AdmitThose(GetRecord& record) {
 
 // When the row of a pair changed last; nothing: the date can't be read, which has been told.
 [[nodiscard]] std::optional<Date> RowDate(const ListTable& list, const ado::Recordset& row);
-
-// Whether the record of a pair goes, by the conflict rule: `twin` is QuickBooks' side. `readRowDate` is asked where the
-// rule needs it; a pair whose dates can't be read stays as it is.
-[[nodiscard]] bool PairMoves(Direction direction, TwinRule rule, const Record& twin,
-                             const std::function<std::optional<Date>()>& readRowDate);
 
 }  // namespace twqb

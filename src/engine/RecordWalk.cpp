@@ -8,15 +8,19 @@
 namespace twqb {
 
 void RecordWalk::Walk(std::size_t progressFrom, RecordWork& work) {
-  if (const auto raised = CatchError([&] { TakeAll(progressFrom, work); })) {
-    // Ahead of the records, or at their end: there is nothing to go on with.
-    run_.g_TableOk = TableOk::False;
-    ErrorHandler(raised->number(), raised->description(), texts_.routine);
-    WriteLog(std::string(texts_.log) + name_);
-  }
+  const auto raised = CatchError([&] { TakeAll(progressFrom, work); });
+  // Ahead of the records, at their end, or where a table goes on behind no error: there is nothing to go on with.
+  if (raised) Tell(*raised);
   work.Abandon();
-  // The caller's connection stays the caller's; the form stays for the dispatcher to take down.
-  CloseObjects(run_, FormToo::Leave, nullptr, &rows_, &ownConnection_);
+  // The caller's connection stays the caller's.
+  CloseObjects(run_, run_.ShowsProgress() ? texts_.form : FormToo::Leave, nullptr, &rows_, &ownConnection_);
+  if (!raised) work.Summarise();
+}
+
+void RecordWalk::Tell(const PlatformError& raised) const {
+  run_.g_TableOk = TableOk::False;
+  ReportError(texts_.errors, texts_.routine, raised);
+  if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + name_);
 }
 
 void RecordWalk::TakeAll(std::size_t progressFrom, RecordWork& work) {
@@ -36,6 +40,7 @@ void RecordWalk::TakeAll(std::size_t progressFrom, RecordWork& work) {
   }
   // All writes go through this recordset.
   OpenConnection(*connection_, &rows_, tableName_);
+  work.Secure(*this);
   showsProgress_ = call_.dependent == Dependent::No && records.Count() >= progressFrom && run_.ShowsProgress();
   if (showsProgress_) ShowMsgForm(texts_.shown);
   work.Prepare(*this);
@@ -61,7 +66,9 @@ RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
     }
     end = work.TakeRecord(*this, record);
   });
-  if (raised) AskAfterError(work, *raised);
+  if (!raised) return end;
+  if (texts_.afterError == AfterError::EndsTheRun) throw PlatformError(*raised);
+  AskAfterError(work, *raised);
   return end;
 }
 
@@ -76,9 +83,7 @@ void RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
     if (rows_ && rows_->EditState() != ado::EditMode::None) rows_->CancelUpdate();
   });
   work.Abandon();
-  run_.g_TableOk = TableOk::False;
-  ErrorHandler(raised.number(), raised.description(), texts_.routine);
-  WriteLog(std::string(texts_.log) + name_);
+  Tell(raised);
   const auto answer = TheDesk().ShowMessageBox({.text = "Do you want to continue transfering rest of the records?",
                                                 .title = "Question",
                                                 .buttons = BoxButtons::YesNo});

@@ -15,15 +15,23 @@
 #include "engine/RowWalk.h"
 #include "engine/Table.h"
 #include "platform/ado.h"
+#include "services/Database.h"
+#include "services/Errors.h"
 
 namespace twqb {
 
+// What follows an error in a record, once it has been told.
+enum class AfterError : std::uint8_t { Asks, EndsTheRun };
+
 // The texts of a get. The name of the record in hand follows the log line.
 struct GetTexts {
-  std::string_view routine;  // errors are told under this name
-  std::string_view shown;    // on the progress form
-  std::string_view log;
+  std::string_view routine;   // errors are told under this name
+  std::string_view shown;     // on the progress form
+  std::string_view log = {};  // left out: an error leaves no line
   LackingBox lacking = {};
+  ErrorReport errors = ErrorReport::ErrorHandler;
+  AfterError afterError = AfterError::Asks;
+  FormToo form = FormToo::Leave;  // at the end; a form that stays is for the dispatcher to take down
   // Of a dependent call without a connection; left out: such a call opens one of its own.
   std::string_view missingConnection = {};
 };
@@ -41,13 +49,17 @@ class RecordWork {
  public:
   virtual ~RecordWork() = default;
 
-  // Ahead of the records, once there are some.
+  // Ahead of the form, once there are records; the table is open.
+  virtual void Secure(RecordWalk& /*walk*/) {}
+  // Behind the form, ahead of the records.
   virtual void Prepare(RecordWalk& /*walk*/) {}
   // What the form shows of a record; nothing leaves the text of the record before.
   [[nodiscard]] virtual std::optional<std::string> ShownOf(const Record& record) const = 0;
   virtual RecordEnd TakeRecord(RecordWalk& walk, const Record& record) = 0;
   // Lets go of what the record in hand held open. A half-written row has been dropped already.
   virtual void Abandon() {}
+  // The last word, when all is closed; not behind an error that ended the run.
+  virtual void Summarise() {}
 };
 
 class RecordWalk {
@@ -74,6 +86,7 @@ class RecordWalk {
  private:
   void TakeAll(std::size_t progressFrom, RecordWork& work);
   RecordEnd TakeRecord(RecordWork& work, const Record& record);
+  void Tell(const PlatformError& raised) const;
   void AskAfterError(RecordWork& work, const PlatformError& raised);
   [[nodiscard]] bool EndRecord() const;
 

@@ -108,9 +108,26 @@ Currency Decimal::ToCents() const {
 
 Currency Decimal::ToCurrency() const { return Currency::FromTenThousandths(Units(4)); }
 
+double Decimal::ToDouble() const {
+  // Powers of ten are whole, so that one rounding is all: 0.1 is 1 / 10 and not 1 * 0.1.
+  const auto digits = static_cast<double>(digits_);
+  return decimals_ < 0 ? digits * std::pow(kTen, -decimals_) : digits / std::pow(kTen, decimals_);
+}
+
 Decimal operator*(Decimal a, Decimal b) {
   const auto [digits, decimals] = Shorten(static_cast<Wide>(a.digits_) * b.digits_, a.decimals_ + b.decimals_);
   return {digits, decimals};
+}
+
+Decimal operator/(Decimal a, Decimal b) {
+  if (b.digits_ == 0) throw PlatformError(error::kDivisionByZero);
+  // As many more digits as the quotient needs to fill eighteen, and one to round on.
+  constexpr Wide kLongest = kMostDigits * kMostDigits / kTen;
+  Wide dividend = a.digits_;
+  int decimals = a.decimals_;
+  for (; dividend != 0 && Magnitude(dividend) < kLongest; dividend *= kTen) ++decimals;
+  const auto [digits, shortened] = Shorten(dividend / b.digits_, decimals - b.decimals_);
+  return {digits, shortened};
 }
 
 Decimal operator+(Decimal a, Decimal b) {

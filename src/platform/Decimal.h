@@ -27,8 +27,11 @@ class Decimal {
   [[nodiscard]] Currency ToCents() const;
   // To ten-thousandths, likewise.
   [[nodiscard]] Currency ToCurrency() const;
+  [[nodiscard]] double ToDouble() const;
 
   friend Decimal operator*(Decimal a, Decimal b);
+  // To eighteen digits. Raises 11 for a divisor of nothing.
+  friend Decimal operator/(Decimal a, Decimal b);
   friend Decimal operator+(Decimal a, Decimal b);
 
  private:

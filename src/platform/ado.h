@@ -77,7 +77,8 @@ class Connection {
   // `rowsAffected` may be nullptr.
   virtual std::unique_ptr<Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) = 0;
   // Opens a client-side recordset on a SELECT. Read-only: all rows are fetched before it returns. Optimistic: the
-  // statement is "SELECT * FROM table;" and no row is read ahead. The recordset must not outlive the connection.
+  // statement is "SELECT * FROM table;", or "SELECT * FROM table WHERE column IS NOT NULL;" for those rows alone, and
+  // no row is read ahead. The recordset must not outlive the connection.
   virtual std::unique_ptr<Recordset> OpenRecordset(std::string_view statement, CursorType cursor, LockType lock) = 0;
 };
 

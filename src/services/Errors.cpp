@@ -14,9 +14,6 @@ namespace {
 constexpr ErrorNumber kNoCommunication = 0x8004040C;
 constexpr ErrorNumber kNotInstalled = 0x8007007E;
 
-// Printed signed: 0x8004040C shows as -2147220468.
-std::int32_t Signed(ErrorNumber number) { return static_cast<std::int32_t>(number); }
-
 std::string ErrorBoxText(ErrorNumber number, std::string_view description, std::string_view procedure) {
   switch (number) {
     case kNoCommunication:
@@ -26,23 +23,25 @@ std::string ErrorBoxText(ErrorNumber number, std::string_view description, std::
           "file in QuickBooks and assigned proper permission for this application\r\n"
           "to access the data. If the problem continues, please call your \r\n"
           "software vendor.\r\n\r\nError Number: {}\r\n",
-          Signed(number));
+          SignedNumber(number));
     case kNotInstalled:
       // The ampersand and the word behind it have always been part of the text; support knows the box by them.
       return fmt::format(
           "There was a problem in establishing communication with your\r\n"
           "QuickBooks data file. It appears that QuickBooks is not installed properly & vbCrLf"
           "on this computer.\r\n\r\nError Number: {}\r\n",
-          Signed(number));
+          SignedNumber(number));
     default:
       return fmt::format(
           "Error #: {}({:X}) -- \r\n\r\n{} has occurred in the following procedure: {}. "
           "Please contact Technical Support for assistance.",
-          Signed(number), number, description, procedure);
+          SignedNumber(number), number, description, procedure);
   }
 }
 
 }  // namespace
+
+std::int32_t SignedNumber(ErrorNumber number) { return static_cast<std::int32_t>(number); }
 
 void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::string_view strProcedure) {
   IgnoreErrors([&] {
@@ -56,7 +55,7 @@ void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::s
 void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised) {
   IgnoreErrors([&] {
     TheDesk().ShowMessageBox({.text = fmt::format("Error in '{}()' :- {}\r\nError No = {}", strProcedure,
-                                                  raised.description(), Signed(raised.number())),
+                                                  raised.description(), SignedNumber(raised.number())),
                               .title = "Error"});
   });
 }

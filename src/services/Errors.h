@@ -22,6 +22,9 @@ void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised);
 enum class ErrorReport : std::uint8_t { ErrorHandler, OwnBox };
 void ReportError(ErrorReport report, std::string_view strProcedure, const PlatformError& raised);
 
+// As boxes and logs print it: 0x8004040C is -2147220468.
+[[nodiscard]] std::int32_t SignedNumber(ErrorNumber number);
+
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
 

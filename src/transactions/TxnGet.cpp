@@ -40,13 +40,8 @@ class TxnGetWork final : public RecordWork {
   }
 
  private:
-  // Identifiers hold no quote.
   [[nodiscard]] bool IsHere(ado::Connection& connection, std::string_view txnId) const {
-    const auto table = get_.hereIn.empty() ? txn_.tableName : get_.hereIn;
-    const auto found =
-        connection.OpenRecordset(fmt::format("SELECT QBLinkID from {} WHERE QBLinkID = '{}';", table, txnId),
-                                 ado::CursorType::Static, ado::LockType::ReadOnly);
-    return !found->Eof();
+    return IsLinkedTo(connection, get_.hereIn.empty() ? txn_.tableName : get_.hereIn, txnId);
   }
 
   // The keys of what the record refers to, as the links' look-ups give them; nothing where one is missing without which
@@ -102,6 +97,13 @@ void GetTransactions(const TxnTable& txn, const GetCall& call) {
 }
 
 std::string CustomerName(const Record& record) { return FieldAtPath(record, "CustomerRef.FullName").GetValueOrEmpty(); }
+
+bool IsLinkedTo(ado::Connection& connection, std::string_view table, std::string_view link) {
+  const auto found =
+      connection.OpenRecordset(fmt::format("SELECT QBLinkID from {} WHERE QBLinkID = '{}';", table, link),
+                               ado::CursorType::Static, ado::LockType::ReadOnly);
+  return !found->Eof();
+}
 
 std::string LookUp(ado::Connection& connection, const std::string& statement) {
   return FirstField(*connection.OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly));

@@ -111,6 +111,9 @@ void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::
 // The first field of what a statement finds; "" when that is nothing. Raises any error.
 [[nodiscard]] std::string LookUp(ado::Connection& connection, const std::string& statement);
 
+// Whether a row of the table is linked to that identifier, which holds no quote. Raises any error.
+[[nodiscard]] bool IsLinkedTo(ado::Connection& connection, std::string_view table, std::string_view link);
+
 // Whether a column of flags says True, which BillingDb stores as -1.
 [[nodiscard]] bool IsTrueFlag(const ado::Recordset& row, std::string_view column);
 

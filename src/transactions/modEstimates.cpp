@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "transactions/EstimatesIn.h"
+
 namespace twqb {
 
 namespace {
@@ -27,6 +29,7 @@ constinit const Table kEstimatesTable = {
     .rows = {.table = "Budget", .condition = "IsEstimate = -1"},
     .send = SendNothing,
     .reads = kReads,
+    .get = MoveEstimatesToTW,
 };
 
 }  // namespace twqb

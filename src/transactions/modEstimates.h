@@ -1,4 +1,5 @@
-// QuickBooks' estimates, which come as budgets. They are only ever read; this version does not read them yet.
+// QuickBooks' estimates, which come as budgets (EstimatesIn). They are only ever read: a send is a run that does
+// nothing.
 #pragma once
 
 #include "engine/Table.h"

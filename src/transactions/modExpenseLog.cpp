@@ -6,6 +6,7 @@
 
 #include "services/ModuleVariables.h"
 #include "transactions/BillReview.h"
+#include "transactions/ExpenseLogIn.h"
 #include "transactions/ExpenseLogOut.h"
 
 namespace twqb {
@@ -20,8 +21,7 @@ std::string Passed(std::string_view base, const SavedFilters& filters) {
 
 void TellVersion1() {
   if (Vars().g_QBMajorVer != 1) return;
-  TheDesk().ShowMessageBox(
-      {.text = "QuickBooks 2002 Does not provide complete support for Transferring the Expense Log", .title = "Error"});
+  TheDesk().ShowMessageBox({.text = std::string(kNoExpensesInVersion1), .title = "Error"});
 }
 
 constexpr std::array kReads = {
@@ -68,6 +68,7 @@ constinit const Table kExpenseLogTable = {
     .afterSend = ReviewTransferredBill,
     .reads = kReads,
     .beforeReads = TellVersion1,
+    .get = MoveExpenseLogToTW,
     .billingDeletion = {.rows = "ExpenseLog"},
     .quickBooksDeletion = {.kind = QuickBooksKind::Transaction, .type = 1},
 };

@@ -6,6 +6,7 @@
 
 #include "platform/Text.h"
 #include "services/ModuleVariables.h"
+#include "transactions/VendorBillsIn.h"
 #include "transactions/VendorBillsOut.h"
 
 namespace twqb {
@@ -48,6 +49,7 @@ constinit const Table kVendorBillTable = {
                   .passed = Passed},
     .send = MoveVendorBillToQB,
     .reads = kReads,
+    .get = MoveVendorBillToTW,
 };
 
 }  // namespace twqb

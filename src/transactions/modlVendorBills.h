@@ -1,5 +1,5 @@
-// Vendor bills and QuickBooks' bills. Which rows a send selects, and what a get reads; VendorBillsOut moves
-// them.
+// Vendor bills and QuickBooks' bills. Which rows a send selects, and what a get reads; VendorBillsOut and VendorBillsIn
+// move them.
 #pragma once
 
 #include "engine/Table.h"

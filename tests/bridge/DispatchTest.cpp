@@ -5,7 +5,9 @@
 #include <array>
 #include <filesystem>
 
+#include "bridge/Tables.h"
 #include "bridge/modTWQBBridge.h"
+#include "engine/Table.h"
 #include "tests/bridge/BridgeHouse.h"
 
 namespace twqb {
@@ -316,13 +318,12 @@ TEST(Dispatch, A_get_that_was_stopped_is_False_and_takes_its_form_down) {
 
 // --- Tables that are not there ---------------------------------------------------------------------------------------
 
-TEST(Dispatch, A_table_that_is_not_built_yet_is_told_by_name_and_is_False) {
-  constexpr Table kNotBuilt = {.number = enVendorBill,
-                               .name = "VendorBill",
-                               .names = {.send = "Vendor Bill", .get = "Vendor Bill(QB)"},
-                               .rows = {.table = "VendorBill"}};
-  const std::array<const Table*, 1> tables = {&kNotBuilt};
+TEST(Dispatch, A_table_without_routines_is_told_by_name_and_is_False) {
   BridgeHouse house;
+  auto bills = *FindTable(enVendorBill);
+  bills.send = nullptr;
+  bills.get = nullptr;
+  const std::array<const Table*, 1> tables = {&bills};
   house.tables = tables;
   house.EnterSpied();
   Bridge bridge(house);

@@ -96,6 +96,7 @@ TEST_F(SentColumns, Are_in_the_selection_of_their_table) {
     }
     bridge.SendDataToQB(table->number);
     bridge.SetUsePreferencesTW(true);
+    bridge.SetPassedID("");
     EXPECT_NE(Linked(*table), before) << "The sample firm has a row that goes.";
     EXPECT_EQ(std::exchange(missing_, {}), Columns());
   }

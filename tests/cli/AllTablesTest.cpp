@@ -195,6 +195,34 @@ TEST_F(AllTables, A_get_brings_the_money_that_was_entered_in_quickbooks) {
   }
 }
 
+TEST_F(AllTables, A_get_brings_the_costs_that_were_entered_in_quickbooks) {
+  Transfer("get", 12);
+  const std::string expenses = "ExpenseLog WHERE QBLinkID IS NOT NULL";
+  EXPECT_EQ(Count(expenses + " AND ExpID = 'FROMQB:' AND ELChgAmt = 12 AND ELUnits = 0"), "1") << "on an account";
+  EXPECT_EQ(Count(expenses + " AND ELDescription = 'Key deposit, laid out' AND ELChgAmt = 75"), "1") << "a whole check";
+  EXPECT_EQ(Count(expenses + " AND ELDescription = 'Supper' AND ELChgAmt = 0 AND ELBillable = -1"), "1");
+  EXPECT_EQ(Count(expenses + " AND VendorBillID IS NULL"), "5");
+  EXPECT_EQ(Count("VendorBill b WHERE BillNumber = 'NSL-5521' AND 2 = (SELECT COUNT(*) FROM ExpenseLog e WHERE "
+                  "e.VendorBillID = b.VendorBillID AND ExpID IN ('Laboratory:', 'Test Borings:'))"),
+            "1");
+  EXPECT_EQ(Count("VendorBill b JOIN TimeEntry t ON t.VendorBillID = b.VendorBillID WHERE b.VendorID = 'Gareth "
+                  "Mullen' AND b.BillNumber LIKE '2008%' AND t.TEHours = 12.25 AND t.TECostRate = 48"),
+            "1")
+      << "without a number";
+  EXPECT_EQ(Count("VendorBill WHERE BillNumber = 'FEB-08'"), "0") << "of no job";
+  EXPECT_EQ(Count("Budget WHERE QBLinkID IS NOT NULL AND IsEstimate = -1"), "3");
+  EXPECT_EQ(Count("BudgetActivity WHERE QBLinkID IS NOT NULL"), "4");
+  EXPECT_EQ(Count("BudgetExpense WHERE QBLinkID IS NOT NULL AND BEAmt = 60 AND BEUnits = 8"), "1");
+  EXPECT_EQ(Count("Project WHERE EstimateID = 'E-301'"), "1") << "the first of two";
+  const auto rows = [this] {
+    return Count("ExpenseLog") + " " + Count("VendorBill") + " " + Count("TimeEntry") + " " + Count("Budget") + " " +
+           Count("BudgetActivity") + " " + Count("BudgetExpense");
+  };
+  const auto before = rows();
+  Transfer("get", 13);
+  EXPECT_EQ(rows(), before);
+}
+
 TEST_F(AllTables, A_get_brings_items_of_every_form_and_accounts_of_every_depth) {
   Transfer("get", 12);
   EXPECT_EQ(Count("Activity WHERE ActivityID = 'Survey:Field Crew' AND AC_BillRate = 165"), "1");

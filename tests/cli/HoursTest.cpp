@@ -55,13 +55,14 @@ class Hours : public Firm {
     EXPECT_GT(entries, 0);
   }
 
+  // Without those that are lines of bills in QuickBooks.
   Seconds HoursHere(const std::string& condition) const {
     Seconds hours;
     const auto rows = Rows(
         "SELECT e.QBLinkID, p.QBLinkID, COALESCE(a.QBLinkID, '-'), TEHours FROM TimeEntry t "
         "LEFT JOIN Employee e ON e.EmployeeID = t.EmployeeID "
         "LEFT JOIN Project p ON p.ProjectID = t.ProjectID "
-        "LEFT JOIN Activity a ON a.ActivityID = t.ActivityID WHERE " +
+        "LEFT JOIN Activity a ON a.ActivityID = t.ActivityID WHERE VendorBillID IS NULL AND " +
         condition);
     for (const auto& fields : rows) {
       EXPECT_EQ(fields.size(), 4U);
@@ -162,7 +163,7 @@ TEST_F(Hours, Are_counted_by_status) {
   Transfer("send", 11);
   EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +299 +288 +11 +0 "));
   Transfer("get", 12);
-  EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +312 +301 +11 +"));
+  EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +313 +302 +11 +"));
 }
 
 TEST_F(Hours, Of_customers_bring_the_customers_as_projects) {

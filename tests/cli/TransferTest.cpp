@@ -110,12 +110,6 @@ TEST_F(SampleFirm, A_failed_transfer_ends_with_1) {
   EXPECT_THAT(ended.err, AllOf(HasSubstr("scripted"), HasSubstr("MoveClientsToQB")));
 }
 
-TEST_F(SampleFirm, A_table_that_this_version_does_not_transfer_ends_with_1) {
-  const auto ended = folder_.Twqb({"get", "estimates"});
-  EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.out, "get estimates: failed\n");
-}
-
 TEST_F(SampleFirm, Without_an_open_company_file_one_is_asked_for) {
   folder_.Write("open.txt", "file company.twq\nno\n");
   folder_.Done({"send", "clients", "--id", "ABBOTT", "--company", "none.twq", "--answers", "open.txt"});

@@ -36,6 +36,23 @@ TEST(Decimal, Keeps_the_first_eighteen_digits_of_a_longer_product) {
   EXPECT_EQ(Cents(D(0.333333333333333) * D(33.3333333333333) * D(1.33333333333333)), "14.81");
 }
 
+TEST(Decimal, Divides_to_eighteen_digits) {
+  EXPECT_EQ(Cents(D(100) / D(4)), "25");
+  EXPECT_EQ(Cents(D(1) / D(8) * D(100)), "12.5");
+  EXPECT_EQ(ToText((D(100) / D(3)).ToCurrency()), "33.3333");
+  EXPECT_EQ(ToText((D(-200) / D(3)).ToCurrency()), "-66.6667");
+  EXPECT_EQ(Cents(D(1) / D(3) * D(3)), "1");
+  EXPECT_EQ(Cents(D(1) / D(1e-9) * D(1e-9)), "1");
+  EXPECT_EQ(Cents(D(0.00000000123456) / D(123456789012345) * D(123456789012345) * D(1e9)), "1.23");
+  EXPECT_TRUE((Decimal() / D(7)).IsZero());
+  EXPECT_THROW(static_cast<void>(D(1) / Decimal()), PlatformError);
+}
+
+TEST(Decimal, Is_the_double_that_prints_so) {
+  for (const double value : {0.0, 0.1, 1.005, -2.675, 7.75, 1e15, 1234567.891, 1e-7})
+    EXPECT_EQ(D(value).ToDouble(), value);
+}
+
 TEST(Decimal, Adds_and_takes_off_exactly) {
   Decimal sum;
   for (int i = 0; i < 10; ++i) sum = sum + D(0.1);

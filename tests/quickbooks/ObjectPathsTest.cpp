@@ -297,17 +297,26 @@ constexpr RecordPaths kRecordPaths[] = {
      "AppliedToTxnRetList.RefNumber "
      "AppliedToTxnRetList.Amount AppliedToTxnRetList.DiscountAmount AppliedToTxnRetList.TxnID"},
     {"BillQueryRs", "BillRet",
-     "VendorRef.FullName RefNumber Memo ORItemLineRetList.ItemLineRet.TxnLineID "
-     "ORItemLineRetList.ItemLineRet.ItemRef.ListID ORItemLineRetList.ItemLineRet.CustomerRef.FullName "
-     "ORItemLineRetList.ItemLineRet.Cost ORItemLineRetList.ItemLineRet.BillableStatus ExpenseLineRetList.TxnLineID "
-     "ExpenseLineRetList.AccountRef.FullName ExpenseLineRetList.CustomerRef.FullName"},
+     "VendorRef.ListID VendorRef.FullName TxnID TimeCreated TimeModified TxnDate DueDate RefNumber Memo "
+     "ORItemLineRetList.ItemLineRet.TxnLineID ORItemLineRetList.ItemLineRet.ItemRef.ListID "
+     "ORItemLineRetList.ItemLineRet.Desc ORItemLineRetList.ItemLineRet.Quantity "
+     "ORItemLineRetList.ItemLineRet.Cost ORItemLineRetList.ItemLineRet.Amount "
+     "ORItemLineRetList.ItemLineRet.CustomerRef.ListID ORItemLineRetList.ItemLineRet.CustomerRef.FullName "
+     "ORItemLineRetList.ItemLineRet.BillableStatus ExpenseLineRetList.TxnLineID "
+     "ExpenseLineRetList.AccountRef.FullName ExpenseLineRetList.Amount ExpenseLineRetList.Memo "
+     "ExpenseLineRetList.CustomerRef.ListID ExpenseLineRetList.CustomerRef.FullName "
+     "ExpenseLineRetList.ClassRef.ListID ExpenseLineRetList.ClassRef.FullName "
+     "ExpenseLineRetList.BillableStatus"},
     {"CheckQueryRs", "CheckRet",
-     "PayeeEntityRef.FullName Amount Memo ORItemLineRetList.ItemLineRet.Quantity ExpenseLineRetList.Amount"},
+     "PayeeEntityRef.ListID PayeeEntityRef.FullName TxnID TimeModified TxnDate Amount Memo "
+     "ORItemLineRetList.ItemLineRet.Quantity ExpenseLineRetList.Amount"},
     {"CreditCardChargeQueryRs", "CreditCardChargeRet",
-     "PayeeEntityRef.ListID Amount ORItemLineRetList.ItemLineRet.Desc ExpenseLineRetList.Memo"},
+     "PayeeEntityRef.ListID TxnDate Amount ORItemLineRetList.ItemLineRet.Desc ExpenseLineRetList.Memo"},
     {"EstimateQueryRs", "EstimateRet",
-     "CustomerRef.FullName RefNumber OREstimateLineRetList.EstimateLineRet.TxnLineID "
-     "OREstimateLineRetList.EstimateLineRet.ItemRef.ListID OREstimateLineRetList.EstimateLineRet.Quantity"},
+     "TxnID TimeModified CustomerRef.ListID CustomerRef.FullName RefNumber "
+     "OREstimateLineRetList.EstimateLineRet.TxnLineID OREstimateLineRetList.EstimateLineRet.ItemRef.ListID "
+     "OREstimateLineRetList.EstimateLineRet.Desc OREstimateLineRetList.EstimateLineRet.Quantity "
+     "OREstimateLineRetList.EstimateLineRet.Amount"},
     {"TimeTrackingQueryRs", "TimeTrackingRet",
      "EntityRef.FullName CustomerRef.ListID ItemServiceRef.FullName Duration Notes IsBillable IsBilled Rate "
      "PayrollItemWageRef.ListID"},

@@ -47,6 +47,34 @@ TEST_F(TableRecordset, The_statement_is_free_in_spacing_case_and_semicolon) {
   EXPECT_EQ(opened("SELECT * FROM Nonesuch;"), error::kNoSuchTable);
 }
 
+TEST_F(TableRecordset, It_may_be_opened_for_the_rows_that_have_a_value_in_some_column) {
+  Execute("UPDATE Client SET QBLinkID = NULL WHERE ClientID IN ('Acme', 'Cove')");
+  Insert("Dawn", "");
+  const auto linked = connection_->OpenRecordset("SELECT * FROM Client  WHERE qblinkid IS NOT NULL;",
+                                                 ado::CursorType::Static, ado::LockType::Optimistic);
+  EXPECT_EQ(linked->RecordCount(), 2);
+  std::string keys;
+  for (; !linked->Eof(); linked->MoveNext()) keys += ToText(linked->FieldAt(0)) + " ";
+  EXPECT_EQ(keys, "Bolt Dawn ");
+  linked->MoveFirst();
+  linked->Find("ClientID = 'Cove'");
+  EXPECT_TRUE(linked->Eof());
+  linked->AddNew();
+  linked->SetField("ClientID", Text("Eddy"));
+  linked->Update();
+  EXPECT_EQ(linked->Field("ClientID"), Text("Eddy")) << "what was added stays in hand";
+}
+
+TEST_F(TableRecordset, No_other_condition_opens_a_table) {
+  const auto opened = [&](std::string_view statement) {
+    return Raised([&] { connection_->OpenRecordset(statement, ado::CursorType::Static, ado::LockType::Optimistic); });
+  };
+  EXPECT_EQ(opened("SELECT * FROM Client WHERE QBLinkID IS NULL"), error::kBadSyntax);
+  EXPECT_EQ(opened("SELECT * FROM Client WHERE QBLinkID IS NOT NULL OR 1"), error::kBadSyntax);
+  EXPECT_EQ(opened("SELECT * FROM Client WHERE 'QBLinkID' IS NOT NULL"), error::kBadSyntax);
+  EXPECT_EQ(opened("SELECT * FROM Client WHERE Nonesuch IS NOT NULL"), error::kBadSyntax);
+}
+
 TEST_F(TableRecordset, It_knows_the_columns_and_their_sizes) {
   EXPECT_EQ(table_->FieldCount(), 7);
   EXPECT_EQ(table_->FieldName(0), "ClientID");

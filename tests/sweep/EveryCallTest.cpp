@@ -65,6 +65,8 @@ INSTANTIATE_TEST_SUITE_P(Payments, EveryCall, testing::ValuesIn(PaymentScenarios
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Bills, EveryCall, testing::ValuesIn(BillScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Costs, EveryCall, testing::ValuesIn(CostScenarios()),
+                         [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Money, EveryCall, testing::ValuesIn(MoneyScenarios()),
                          [](const auto& test) { return test.param.name; });
 

@@ -24,5 +24,7 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> BillScenarios();
 // Invoices, credit memos and payments, as they come in.
 [[nodiscard]] std::vector<Scenario> MoneyScenarios();
+// Expenses, vendor bills and estimates, as they come in.
+[[nodiscard]] std::vector<Scenario> CostScenarios();
 
 }  // namespace twqb::sweep

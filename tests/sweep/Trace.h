@@ -32,6 +32,7 @@ enum class DeedKind : std::uint8_t {
   PaymentBegun,   // the look-up of what a payment goes to
   PayerLookedUp,  // the look-up of a client's or a project's link: without it a payment is passed over
   BillLinked,     // beside LinkWritten: the statement writes a bill's own link, in the manner of a look-up
+  LineWritten,    // a row of a bill that comes in, which may fail without a word, until the next run
   // Of a record that becomes several rows:
   RecordLookedFor,  // whether it is here already
   RowWritten,
@@ -94,15 +95,15 @@ enum class Leaves : std::uint8_t {
   OneIncomplete,
   // No key could be made for a new row, which was told: the row has none, nor do those come that would need it.
   OneWithoutKey,
+  // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
+  // than it should have, of the same total.
+  OneInAnotherForm,
   // A record came with some of its rows, which was told, but where its last word is excused: it is here from then on.
   OneInPart,
   // The project of a record came without its owner, so that the record stays in QuickBooks until somebody helps.
   OneLeftOut,
   // Of a record came rows by which it is not found here: the next run brings all of them once more.
   OneTwice,
-  // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
-  // than it should have, of the same total.
-  OneInAnotherForm,
 };
 
 // What the send of a table makes of a name in use: a second name, or nothing.

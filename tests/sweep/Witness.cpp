@@ -51,14 +51,20 @@ class WatchedTransport : public ForwardingTransport {
 bool WritesLink(std::string_view statement) { return statement.find(" SET QBLinkID = ") != statement.npos; }
 
 std::optional<DeedKind> DeedOf(std::string_view statement) {
-  constexpr std::array<std::string_view, 8> kChoices = {
-      "FROM QBPayroll",     "ParamName = 'ACTIVITY_", "SELECT QBClassID",   "SELECT EmpBillRate",
-      "SELECT EmpCostRate", "SELECT AC_BillRate",     "SELECT AC_CostRate", "SELECT ProjectConType"};
+  constexpr std::array<std::string_view, 13> kChoices = {
+      "FROM QBPayroll", "ParamName = 'ACTIVITY_", "SELECT QBClassID", "SELECT EmpBillRate", "SELECT EmpCostRate",
+      "SELECT AC_BillRate", "SELECT AC_CostRate", "SELECT ProjectConType",
+      // Who spent it, the reserved code, and what a line or an estimate belongs to.
+      "SELECT EmployeeID FROM Employee WHERE QBLinkID", "SELECT COUNT(ExpID) FROM Expense", "INSERT INTO Expense(",
+      "UPDATE EXPENSELOG SET VendorBillID", "UPDATE Project SET EstimateID"};
   // Of a received transaction.
-  constexpr std::array<std::string_view, 5> kKeys = {
-      "SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID", "SELECT ActivityID FROM Activity WHERE QBLINKID",
-      "SELECT EmployeeID FROM Employee WHERE QBLINKID", "SELECT ProjectID FROM Project WHERE QBLINKID",
-      "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
+  constexpr std::array<std::string_view, 7> kKeys = {"SELECT ActivityID FROM Activity WHERE QBLinkID",
+                                                     "SELECT ExpID FROM Expense WHERE QBLinkID",
+                                                     "SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
+                                                     "SELECT ActivityID FROM Activity WHERE QBLINKID",
+                                                     "SELECT EmployeeID FROM Employee WHERE QBLINKID",
+                                                     "SELECT ProjectID FROM Project WHERE QBLINKID",
+                                                     "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
   // Of a bill's lines, and the person to bill.
   constexpr std::array<std::string_view, 4> kBillKeys = {
       "SELECT QBLINKID FROM Employee ", "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ",
@@ -85,6 +91,10 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
 std::optional<DeedKind> RowOf(std::string_view statement) {
   if (statement == "SELECT * FROM TransactionTable;") return DeedKind::TellingRowWritten;
   if (statement == "SELECT * FROM Payment;") return DeedKind::RowWritten;
+  if (statement == "SELECT * FROM TimeEntry WHERE QBLINKID IS NOT NULL;" ||
+      statement == "SELECT * FROM ExpenseLog WHERE QBLINKID IS NOT NULL;") {
+    return DeedKind::LineWritten;
+  }
   return std::nullopt;
 }
 

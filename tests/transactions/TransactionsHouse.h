@@ -63,12 +63,16 @@ class TransactionsHouse : public ListHouse {
     traffic.documents.clear();
   }
 
-  // The get of records that QuickBooks is made to return to the query of that name.
-  void GetAnswer(std::string_view query, std::string_view records) {
+  // Makes QuickBooks return those records to the query of that name, which is the next that is asked.
+  void Answer(std::string_view query, std::string_view records) {
     traffic.canned.push_back(
         fmt::format("<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs requestID=\"1\" statusCode=\"0\" "
                     "statusSeverity=\"Info\" statusMessage=\"Status OK\">{1}</{0}QueryRs></QBXMLMsgsRs></QBXML>",
                     query, records));
+  }
+  // The get of such records.
+  void GetAnswer(std::string_view query, std::string_view records) {
+    Answer(query, records);
     Get();
   }
 

@@ -1,0 +1,235 @@
+#include "transactions/EstimatesIn.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "engine/Mapping.h"
+#include "engine/RecordWalk.h"
+#include "platform/Text.h"
+#include "services/Conversions.h"
+#include "services/Errors.h"
+#include "transactions/CostLines.h"
+#include "transactions/NewRow.h"
+#include "transactions/TxnTable.h"
+
+namespace twqb {
+
+namespace {
+
+// --- The budget ------------------------------------------------------------------------------------------------------
+
+constexpr std::string_view kTable = "Budget";
+constexpr std::string_view kKeyColumn = "BudgetID";
+
+// The record in hand.
+struct Estimate {
+  const Record& record;
+  ado::Connection& connection;
+  std::string txnId;
+  std::string project;  // "" without one
+  Before before = Before::New;
+  std::string key = {};
+  bool isStored = false;  // a line of it was
+};
+
+using BudgetColumn = NewColumn<Estimate>;
+constexpr std::array kNewBudget = {
+    BudgetColumn{"BudgetGroupDesc",
+                 [](const Estimate& /*estimate*/) -> Given { return std::string("From QuickBooks"); }},
+    BudgetColumn{"BudgetMiscAmt", [](const Estimate& /*estimate*/) -> Given { return Currency(); }},
+    BudgetColumn{"IsLocked", [](const Estimate& /*estimate*/) -> Given { return std::int64_t{0}; }},
+};
+// Without a date: the row of a budget is never the later side.
+constexpr std::array kBudget = {
+    BudgetColumn{"IsEstimate", [](const Estimate& /*estimate*/) -> Given { return true; }},
+    BudgetColumn{"QBLinkID", [](const Estimate& estimate) -> Given { return estimate.txnId; }},
+};
+
+// --- Its lines -------------------------------------------------------------------------------------------------------
+
+struct EstimateLine {
+  const Estimate& estimate;
+  const ado::Recordset& row;
+  const LineCode& code;
+  std::string link;
+  std::string description;
+  Decimal amount;
+  Decimal quantity;
+};
+
+Given OrNone(const std::string& text) { return text.empty() ? Given() : Given(text); }
+Given OrNone(Decimal number) { return number.IsZero() ? Given() : Given(number.ToDouble()); }
+
+// Where there is no quantity, the whole is the rate.
+Given RateOf(const EstimateLine& line) {
+  const auto rate = line.quantity.IsZero() ? line.amount : line.amount / line.quantity;
+  return rate.IsZero() ? Given() : Given(rate.ToCurrency());
+}
+// An amount without a quantity has no unit: division by zero.
+Given UnitAmountOf(const EstimateLine& line) {
+  return line.amount.IsZero() ? Given() : Given((line.amount / line.quantity).ToCurrency());
+}
+
+template <const std::string_view& kColumn>
+Given DescriptionFor(const EstimateLine& line) {
+  return line.description.empty() ? Given() : Given(CutTo(line.row, kColumn, line.description));
+}
+constexpr std::string_view kActivityDescription = "BADescription";
+constexpr std::string_view kExpenseDescription = "BEDescription";
+
+Given Zero(const EstimateLine& /*line*/) { return std::int64_t{0}; }
+Given Now(const EstimateLine& /*line*/) { return PresentMoment(); }
+Given BudgetKey(const EstimateLine& line) { return line.estimate.key; }
+Given Code(const EstimateLine& line) { return OrNone(line.code.code); }
+Given Quantity(const EstimateLine& line) { return OrNone(line.quantity); }
+Given Link(const EstimateLine& line) { return line.link; }
+
+using Column = NewColumn<EstimateLine>;
+constexpr std::array kNewActivity = {Column{"BudgetID", BudgetKey}};
+constexpr std::array kActivity = {
+    Column{"BADescription", DescriptionFor<kActivityDescription>},
+    Column{"LastUpdated", Now},
+    Column{"ActivityID", Code},
+    Column{"BARate", RateOf},
+    Column{"BAHours", Quantity},
+    Column{"QBLinkID", Link},
+};
+constexpr std::array kNewExpense = {
+    Column{"BudgetID", BudgetKey}, Column{"BEMarkup", Zero},    Column{"BETax1_Rate", Zero},
+    Column{"BETax2_Rate", Zero},   Column{"BETax3_Rate", Zero}, Column{"PercentComplete", Zero},
+};
+constexpr std::array kExpense = {
+    Column{"LastUpdated", Now},
+    Column{"ExpID", Code},
+    Column{"BEDescription", DescriptionFor<kExpenseDescription>},
+    Column{"BEAmt", UnitAmountOf},
+    Column{"BEUnits", Quantity},
+    Column{"QBLinkID", Link},
+};
+
+// Where lines of either kind become rows, and what those hold. The two blanks show in logs and traces of the database.
+struct Rows {
+  LineTable table;
+  std::span<const Column> ofNew;
+  std::span<const Column> columns;
+};
+constexpr Rows kActivityRows = {
+    .table = {.table = "BudgetActivity", .opened = "BudgetActivity  WHERE QBLINKID IS NOT NULL", .keyColumn = "BAID"},
+    .ofNew = kNewActivity,
+    .columns = kActivity};
+constexpr Rows kExpenseRows = {
+    .table = {.table = "BudgetExpense", .opened = "BudgetExpense  WHERE QBLINKID IS NOT NULL", .keyColumn = "BEID"},
+    .ofNew = kNewExpense,
+    .columns = kExpense};
+
+// On one line, its quotes doubled, as the host's own statements want it.
+std::string OnOneLine(std::string_view text) {
+  return DoubleQuotes(ReplaceAll(ReplaceAll(text, "\n", " "), "\r", " "));
+}
+
+class EstimateGet final : public RecordWork {
+ public:
+  explicit EstimateGet(TwinRule rule) : rule_(rule) {}
+
+  [[nodiscard]] std::optional<std::string> ShownOf(const Record& record) const override {
+    return ShownNumber("Estimate No. ", record);
+  }
+
+  RecordEnd TakeRecord(RecordWalk& walk, const Record& record) override {
+    Estimate estimate = {.record = record,
+                         .connection = walk.Connection(),
+                         .txnId = record["TxnID"].GetValue(),
+                         .project = ProjectOf(walk.Connection(), record)};
+    if (!WriteBudget(walk.Rows(), estimate)) return RecordEnd::Done;
+    ForEachLine(record["OREstimateLineRetList"], "EstimateLineRet",
+                [&](const Record& line) { TakeLine(estimate, line); });
+    if (estimate.before == Before::Known) return RecordEnd::Done;
+    if (!estimate.isStored) DeleteDocument(estimate.connection, kTable, kKeyColumn, estimate.key);
+    if (!estimate.project.empty()) NameInProject(estimate);
+    return RecordEnd::Done;
+  }
+
+ private:
+  // Of a job; a customer alone is no project.
+  static std::string ProjectOf(ado::Connection& connection, const Record& record) {
+    if (CustomerName(record).find(':') == std::string::npos) return {};
+    return LookUp(connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
+                                          record["CustomerRef"]["ListID"].GetValue()));
+  }
+
+  // False: the budget is here and stays as it is, with all its lines.
+  bool WriteBudget(ado::Recordset& rows, Estimate& estimate) const {
+    if (IsLinkedTo(estimate.connection, kTable, estimate.txnId)) {
+      estimate.before = Before::Known;
+      if (!MayBeChanged(rows, estimate.txnId, rule_, estimate.record)) return false;
+      estimate.key = ColumnText(rows, kKeyColumn);
+    } else {
+      rows.AddNew();
+      estimate.key = NumberOfDocument(estimate.record);
+      rows.SetField(kKeyColumn, estimate.key);
+      WriteColumns<Estimate>(rows, kNewBudget, estimate);
+    }
+    WriteColumns<Estimate>(rows, kBudget, estimate);
+    rows.Update();
+    return true;
+  }
+
+  void TakeLine(Estimate& estimate, const Record& record) const {
+    const auto code = CodeOfItem(estimate.connection, record);
+    const auto& rows = code.kind == CodeKind::Activity ? kActivityRows : kExpenseRows;
+    auto link = record["TxnLineID"].GetValue();
+    const LineRow place(estimate.connection, rows.table, link);
+    if (!place.IsNew() && !place.MayBeChanged(rule_, estimate.record)) return;
+    auto description = TextOr(record, "Desc", "");
+    if (UpperCase(description) == "SUBTOTAL") return;
+    description = OnOneLine(description);
+    if (description.empty()) description = DescriptionOf(estimate.connection, code);
+    const EstimateLine line = {.estimate = estimate,
+                               .row = place.Row(),
+                               .code = code,
+                               .link = std::move(link),
+                               .description = std::move(description),
+                               .amount = Decimal::FromCurrency(AmountOr(record, "Amount", Currency())),
+                               .quantity = NumberOr(record, "Quantity", Decimal())};
+    if (place.IsNew()) {
+      place.Add();
+      WriteColumns<EstimateLine>(place.Row(), rows.ofNew, line);
+    }
+    WriteColumns<EstimateLine>(place.Row(), rows.columns, line);
+    place.Row().Update();
+    estimate.isStored = true;
+  }
+
+  // A project keeps the first estimate that it got.
+  static void NameInProject(const Estimate& estimate) {
+    IgnoreErrors([&] {
+      estimate.connection.Execute(
+          fmt::format("UPDATE Project SET EstimateID = '{}' WHERE ProjectID = '{}' AND EstimateID IS NULL;",
+                      estimate.key, estimate.project),
+          nullptr);
+    });
+  }
+
+  const TwinRule rule_;
+};
+
+constexpr GetTexts kTexts = {
+    // Support knows the box of an error by the name of another table's routine.
+    .routine = "MoveVendorBillToTW",
+    .shown = "Getting Estimates from QuickBooks...",
+    .errors = ErrorReport::OwnBox,
+    .afterError = AfterError::EndsTheRun};
+
+}  // namespace
+
+void MoveEstimatesToTW(const GetCall& call) {
+  EstimateGet work(call.rule);
+  constexpr std::size_t kAlways = 1;
+  RecordWalk(kTexts, kTable, call).Walk(kAlways, work);
+}
+
+}  // namespace twqb
