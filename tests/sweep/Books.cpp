@@ -25,10 +25,23 @@ std::string Read(TestHouse& house, std::string_view kind, std::string_view fullN
   return Ask(house, fmt::format("<{0}QueryRq><FullName>{1}</FullName></{0}QueryRq>", kind, fullName));
 }
 
+std::string Add(TestHouse& house, std::string_view kind, std::string_view fields) {
+  return Ask(house, fmt::format("<{0}AddRq><{0}Add>{1}</{0}Add></{0}AddRq>", kind, fields));
+}
+
 }  // namespace
 
-void AddRecord(TestHouse& house, std::string_view kind, std::string_view fields) {
-  (void)Ask(house, fmt::format("<{0}AddRq><{0}Add>{1}</{0}Add></{0}AddRq>", kind, fields));
+void AddRecord(TestHouse& house, std::string_view kind, std::string_view fields) { (void)Add(house, kind, fields); }
+
+void AddItem(TestHouse& house, std::string_view kind, std::string_view name, std::string_view account) {
+  AddRecord(house, kind,
+            fmt::format("<Name>{}</Name><SalesOrPurchase><AccountRef><FullName>{}</FullName></AccountRef>"
+                        "</SalesOrPurchase>",
+                        name, account));
+}
+
+std::string AddTransaction(TestHouse& house, std::string_view kind, std::string_view fields) {
+  return ValueOf(Add(house, kind, fields), "TxnID");
 }
 
 void ChangeRecord(TestHouse& house, std::string_view kind, std::string_view fullName, std::string_view fields) {
@@ -40,10 +53,6 @@ void ChangeRecord(TestHouse& house, std::string_view kind, std::string_view full
 
 std::string IdOf(TestHouse& house, std::string_view kind, std::string_view fullName) {
   return ValueOf(Read(house, kind, fullName), "ListID");
-}
-
-std::string IdOfTransaction(TestHouse& house, std::string_view kind, std::string_view number) {
-  return ValueOf(Ask(house, fmt::format("<{0}QueryRq><RefNumber>{1}</RefNumber></{0}QueryRq>", kind, number)), "TxnID");
 }
 
 void TransferNow(TestHouse& house, const Scenario& scenario) {

@@ -13,12 +13,13 @@ namespace twqb::sweep {
 // `kind` is the record's name on the wire ("Customer"), `fields` are its elements in the order of the wire.
 void AddRecord(TestHouse& house, std::string_view kind, std::string_view fields);
 void ChangeRecord(TestHouse& house, std::string_view kind, std::string_view fullName, std::string_view fields);
+// An item of that kind ("ItemService"), on the account of that name.
+void AddItem(TestHouse& house, std::string_view kind, std::string_view name, std::string_view account);
+// Adds a transaction; its TxnID.
+std::string AddTransaction(TestHouse& house, std::string_view kind, std::string_view fields);
 
 // The ListID of the record of that name.
 [[nodiscard]] std::string IdOf(TestHouse& house, std::string_view kind, std::string_view fullName);
-
-// The TxnID of the transaction of that number.
-[[nodiscard]] std::string IdOfTransaction(TestHouse& house, std::string_view kind, std::string_view number);
 
 // Runs the scenario's own transfers.
 void TransferNow(TestHouse& house, const Scenario& scenario);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -60,6 +61,15 @@ void CheckNoneLost(std::string_view what, const Table& now, const Table& before,
   }
 }
 
+// "Client" of the row "Client/ACME".
+std::string TableOf(const std::string& key) { return key.substr(0, key.find('/')); }
+
+// What stands behind the record's name in a link that leads to a line of it.
+std::string LineOf(std::string_view link) {
+  const auto at = link.find(kLine);
+  return at == std::string_view::npos ? std::string() : std::string(link.substr(at));
+}
+
 // The row as the clean run leaves it, but for the statements that a break can keep from running. A stamp that a clean
 // run does not set can be any.
 std::vector<Fields> Stages(const std::string& key, const Fields& now, const Expectation& expected,
@@ -72,7 +82,7 @@ std::vector<Fields> Stages(const std::string& key, const Fields& now, const Expe
   if (before == nullptr || after == nullptr) return stages;
   for (const auto& table : expected.tables) {
     const std::string stamp(table.stampColumn);
-    if (!key.starts_with(std::string(table.name) + "/") || !after->contains(stamp)) continue;
+    if (TableOf(key) != table.name || !after->contains(stamp)) continue;
     auto unstamped = *after;
     unstamped[stamp] = before->at(stamp);
     stages.push_back(std::move(unstamped));
@@ -80,11 +90,11 @@ std::vector<Fields> Stages(const std::string& key, const Fields& now, const Expe
   // A twin that was replaced.
   for (const auto& record : extraRecords) {
     auto replaced = *after;
-    replaced[kLink] = std::string(kLeadsTo) + record;
+    replaced[kLink] = std::string(kLeadsTo) + record + LineOf(after->at(kLink));
     stages.push_back(replaced);
     for (const auto& table : expected.tables) {
       const std::string stamp(table.stampColumn);
-      if (!key.starts_with(std::string(table.name) + "/") || !now.contains(stamp)) continue;
+      if (TableOf(key) != table.name || !now.contains(stamp)) continue;
       replaced[stamp] = now.at(stamp);
       stages.push_back(replaced);
     }
@@ -156,10 +166,11 @@ void ExpectOtherForms(const std::vector<std::string>& found, Leaves leaves, Prob
   ExpectCount("Records in another form", found, leaves == Leaves::OneInAnotherForm ? 1 : 0, problems);
 }
 
-// The one row whose link leads elsewhere than after a clean run.
+// The record whose rows have links that lead elsewhere than after a clean run.
 struct Relinked {
-  std::string from;  // record
+  std::string from;
   std::string to;
+  bool operator==(const Relinked&) const = default;
 };
 
 class InStepCheck {
@@ -180,14 +191,20 @@ class InStepCheck {
     CheckRows();
     CheckLostRows();
     if (addsOne && !relinked_) problems_.emplace_back("No row is linked to the record that was added again.");
-    ExpectCount("Rows that do not know their record", unlinked_, leaves_ == Leaves::OneWithoutLink ? 1 : 0, problems_);
+    if (relinked_ && RowsOf(now_, relinked_->to) != RowsOf(expected_.after, relinked_->from)) {
+      problems_.push_back(fmt::format("Not all rows of {} are linked to {}.", relinked_->from, relinked_->to));
+    }
+    ExpectCount("Records that rows do not know", {unlinked_.begin(), unlinked_.end()}, LeavesRowsWithoutLink() ? 1 : 0,
+                problems_);
     CheckRecords();
     return problems_;
   }
 
  private:
+  using KeysByLink = std::map<std::pair<std::string, std::string>, std::string>;  // by table and link
+
   void CheckRows() {
-    std::map<std::string, std::string> keysByLink;
+    KeysByLink keysByLink;
     std::set<std::string> twice;  // links
     for (const auto& [key, fields] : now_.rows) {
       const auto& link = fields.at(kLink);
@@ -196,8 +213,8 @@ class InStepCheck {
         CheckRow(key, WithoutTimes(fields, expected_.tables), WithoutTimes(*wanted, expected_.tables));
         continue;
       }
-      if (!link.starts_with(kLeadsTo) && leaves_ == Leaves::OneWithoutLink) {
-        CheckUnlinked(key, fields);
+      if (!link.starts_with(kLeadsTo) && LeavesRowsWithoutLink()) {
+        CheckUnlinked(key, fields, wanted == nullptr ? std::string() : RecordOf(wanted->at(kLink)));
         continue;
       }
       if (!link.starts_with(kLeadsTo)) problems_.push_back(fmt::format("The link of {} is {}.", key, link));
@@ -216,14 +233,14 @@ class InStepCheck {
                 problems_);
   }
 
-  void CheckNotShared(const std::string& key, const std::string& link, std::map<std::string, std::string>& keysByLink) {
-    const auto [other, isNew] = keysByLink.emplace(link, key);
+  void CheckNotShared(const std::string& key, const std::string& link, KeysByLink& keysByLink) {
+    const auto [other, isNew] = keysByLink.emplace(std::pair(TableOf(key), link), key);
     if (!isNew) problems_.push_back(fmt::format("{} and {} are both linked to {}.", other->second, key, link));
   }
 
   [[nodiscard]] bool MayShareLinks(const std::string& key) const {
     return std::ranges::any_of(expected_.tables, [&](const LinkedTable& table) {
-      return table.perRecord == RowsOfARecord::Several && key.starts_with(std::string(table.name) + "/");
+      return table.perRecord == RowsOfARecord::Several && TableOf(key) == table.name;
     });
   }
 
@@ -261,21 +278,28 @@ class InStepCheck {
 
   void CheckRow(const std::string& key, Fields fields, Fields wanted) {
     if (fields == wanted) return;
-    const auto from = std::exchange(wanted[kLink], {});
-    const auto to = std::exchange(fields[kLink], {});
-    const bool toExtra = extra_.size() == 1 && to == std::string(kLeadsTo) + extra_.front();
-    if (fields != wanted || !toExtra || !(leaves_ == Leaves::OneIncomplete || IsCountedNameOf(to, from)) || relinked_) {
-      fields[kLink] = to;
-      wanted[kLink] = from;
+    const auto fromLink = std::exchange(wanted[kLink], {});
+    const auto toLink = std::exchange(fields[kLink], {});
+    const Relinked relinked{.from = RecordOf(fromLink), .to = RecordOf(toLink)};
+    const bool toExtra = extra_.size() == 1 && relinked.to == extra_.front();
+    const bool sameLine = LineOf(fromLink) == LineOf(toLink);
+    const bool otherName = leaves_ == Leaves::OneIncomplete || IsCountedNameOf(relinked.to, relinked.from);
+    if (fields != wanted || !toExtra || !sameLine || !otherName || relinked_.value_or(relinked) != relinked) {
+      fields[kLink] = toLink;
+      wanted[kLink] = fromLink;
       problems_.push_back(fmt::format("The row {} is out of step:{}", key, Differences(fields, wanted)));
       return;
     }
-    relinked_ = Relinked{.from = from.substr(kLeadsTo.size()), .to = extra_.front()};
+    relinked_ = relinked;
+  }
+
+  [[nodiscard]] bool LeavesRowsWithoutLink() const {
+    return leaves_ == Leaves::OneWithoutLink || leaves_ == Leaves::OneHalfLinked;
   }
 
   // Nothing has come to a row that is left without its link.
-  void CheckUnlinked(const std::string& key, const Fields& fields) {
-    unlinked_.push_back(key);
+  void CheckUnlinked(const std::string& key, const Fields& fields, const std::string& record) {
+    unlinked_.insert(record);
     const auto* before = Find(expected_.before.rows, key);
     if (before != nullptr && fields == *before) return;
     problems_.push_back(fmt::format("The row {} has no link and is not as before:{}", key, Text(fields)));
@@ -343,7 +367,7 @@ class InStepCheck {
   Problems problems_;
   std::vector<std::string> extra_;
   std::optional<Relinked> relinked_;
-  std::vector<std::string> unlinked_;
+  std::set<std::string> unlinked_;  // the records that rows were to be linked to
 };
 
 // The rows as if all that were made had their key, and the link of the one that has none.
@@ -359,7 +383,7 @@ Keyed WithKeys(Snapshot now, const std::vector<LinkedTable>& tables, Leaves leav
   for (const auto& table : tables) {
     if (table.madeKeyColumn.empty()) continue;
     for (auto& [key, fields] : now.rows) {
-      if (!key.starts_with(std::string(table.name) + "/")) continue;
+      if (TableOf(key) != table.name) continue;
       auto& made = fields.at(std::string(table.madeKeyColumn));
       if (!made.empty()) continue;
       lacking.push_back(key);
@@ -392,7 +416,8 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
   for (const auto& [name, fields] : now.records) {
     const auto* before = Find(expected.before.records, name);
     const auto* after = Find(expected.after.records, name);
-    if (before == nullptr && !IsLinked(now, name) && IsLinked(expected.after, name)) withoutRow.push_back(name);
+    const auto rows = RowsOf(expected.after, name);
+    if (before == nullptr && !std::ranges::includes(RowsOf(now, name), rows)) withoutRow.push_back(name);
     const bool isOld = before != nullptr && fields == *before;
     const bool isNew = after != nullptr && fields == *after;
     if (!isOld && after != nullptr && IsInAnotherForm(fields, *after)) {
@@ -401,8 +426,9 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
       problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
     }
   }
-  const bool losesOne = leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink;
-  ExpectCount("New records whose row does not know them", withoutRow, losesOne ? 1 : 0, problems);
+  const bool losesOne =
+      leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink || leaves == Leaves::OneHalfLinked;
+  ExpectCount("New records that a row of theirs does not know", withoutRow, losesOne ? 1 : 0, problems);
   ExpectOtherForms(otherForms, leaves, problems);
   return problems;
 }

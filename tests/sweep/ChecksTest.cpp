@@ -6,24 +6,12 @@
 namespace twqb::sweep {
 namespace {
 
-// A send of two clients: ACME has a twin and is changed there, BIRCH gets its twin.
-class Checks : public testing::Test {
+class Comparisons : public testing::Test {
  protected:
-  static Fields Row(std::string company, std::string link, std::string stamp) {
-    return {{"ClientCompany", std::move(company)}, {"QBLinkID", std::move(link)}, {"LastUpdate", std::move(stamp)}};
-  }
+  explicit Comparisons(Expectation expected) : expected_(std::move(expected)), now_(expected_.after) {}
 
-  const Expectation expected_ = {
-      .tables = {{.name = "Client", .keyColumn = "ClientID", .stampColumn = "LastUpdate"}},
-      .before = {.rows = {{"Client/ACME", Row("Acme", "-> Customer/Acme", "\\N")},
-                          {"Client/BIRCH", Row("Birch", "\\N", "\\N")}},
-                 .records = {{"Customer/Acme", {{"body", "old"}}}},
-                 .damage = {}},
-      .after = {.rows = {{"Client/ACME", Row("Acme", "-> Customer/Acme", "\\N")},
-                         {"Client/BIRCH", Row("Birch", "-> Customer/Birch", "now")}},
-                .records = {{"Customer/Acme", {{"body", "new"}}}, {"Customer/Birch", {{"body", "birch"}}}},
-                .damage = {}}};
-  Snapshot now_ = expected_.after;
+  const Expectation expected_;
+  Snapshot now_;
 
   [[nodiscard]] std::size_t Broken(Leaves leaves = Leaves::Nothing) const {
     return CheckBroken(now_, expected_, leaves).size();
@@ -31,6 +19,26 @@ class Checks : public testing::Test {
   [[nodiscard]] std::size_t InStep(Leaves leaves = Leaves::Nothing) const {
     return CheckInStep(now_, expected_, leaves).size();
   }
+};
+
+// A send of two clients: ACME has a twin and is changed there, BIRCH gets its twin.
+class Checks : public Comparisons {
+ protected:
+  static Fields Row(std::string company, std::string link, std::string stamp) {
+    return {{"ClientCompany", std::move(company)}, {"QBLinkID", std::move(link)}, {"LastUpdate", std::move(stamp)}};
+  }
+
+  Checks()
+      : Comparisons(
+            {.tables = {{.name = "Client", .keyColumn = "ClientID", .stampColumn = "LastUpdate"}},
+             .before = {.rows = {{"Client/ACME", Row("Acme", "-> Customer/Acme", "\\N")},
+                                 {"Client/BIRCH", Row("Birch", "\\N", "\\N")}},
+                        .records = {{"Customer/Acme", {{"body", "old"}}}},
+                        .damage = {}},
+             .after = {.rows = {{"Client/ACME", Row("Acme", "-> Customer/Acme", "\\N")},
+                                {"Client/BIRCH", Row("Birch", "-> Customer/Birch", "now")}},
+                       .records = {{"Customer/Acme", {{"body", "new"}}}, {"Customer/Birch", {{"body", "birch"}}}},
+                       .damage = {}}}) {}
   // The state in which BIRCH was added a second time.
   void AddBirchTwice() {
     now_.rows["Client/BIRCH"]["QBLinkID"] = "-> Customer/Birch1";
@@ -217,37 +225,34 @@ TEST_F(Checks, Two_rows_of_one_record_are_told) {
 }
 
 // A get of two payments, each of which becomes a payment and an allocation.
-class ChecksOfSeveralRows : public testing::Test {
+class ChecksOfSeveralRows : public Comparisons {
  protected:
   static Fields Row(std::string amount, std::string number) {
     return {{"Amount", std::move(amount)}, {"QBLinkID", "-> ReceivePayment/" + number}, {"Key", std::string(kMadeKey)}};
   }
 
-  const Expectation expected_ = {
-      .tables = {{.name = "Payment",
-                  .keyColumn = "Name",
-                  .stampColumn = "LastUpdated",
-                  .madeKeyColumn = "Key",
-                  .perRecord = RowsOfARecord::Several},
-                 {.name = "Allocation",
-                  .keyColumn = "Name",
-                  .stampColumn = "LastUpdated",
-                  .madeKeyColumn = "Key",
-                  .perRecord = RowsOfARecord::Several}},
-      .before = {.rows = {},
-                 .records = {{"ReceivePayment/7", {{"body", "seven"}}}, {"ReceivePayment/8", {{"body", "eight"}}}},
-                 .damage = {}},
-      .after = {.rows = {{"Payment/7", Row("70", "7")},
-                         {"Payment/8", Row("80", "8")},
-                         {"Allocation/7", Row("70", "7")},
-                         {"Allocation/8", Row("80", "8")}},
-                .records = {{"ReceivePayment/7", {{"body", "seven"}}}, {"ReceivePayment/8", {{"body", "eight"}}}},
-                .damage = {}}};
-  Snapshot now_ = expected_.after;
-
-  [[nodiscard]] std::size_t InStep(Leaves leaves = Leaves::Nothing) const {
-    return CheckInStep(now_, expected_, leaves).size();
-  }
+  ChecksOfSeveralRows()
+      : Comparisons({.tables = {{.name = "Payment",
+                                 .keyColumn = "Name",
+                                 .stampColumn = "LastUpdated",
+                                 .madeKeyColumn = "Key",
+                                 .perRecord = RowsOfARecord::Several},
+                                {.name = "Allocation",
+                                 .keyColumn = "Name",
+                                 .stampColumn = "LastUpdated",
+                                 .madeKeyColumn = "Key",
+                                 .perRecord = RowsOfARecord::Several}},
+                     .before = {.rows = {},
+                                .records = {{"ReceivePayment/7", {{"body", "seven"}}},
+                                            {"ReceivePayment/8", {{"body", "eight"}}}},
+                                .damage = {}},
+                     .after = {.rows = {{"Payment/7", Row("70", "7")},
+                                        {"Payment/8", Row("80", "8")},
+                                        {"Allocation/7", Row("70", "7")},
+                                        {"Allocation/8", Row("80", "8")}},
+                               .records = {{"ReceivePayment/7", {{"body", "seven"}}},
+                                           {"ReceivePayment/8", {{"body", "eight"}}}},
+                               .damage = {}}}) {}
 };
 
 TEST_F(ChecksOfSeveralRows, Rows_of_one_record_are_in_step) { EXPECT_EQ(InStep(), 0U); }
@@ -268,7 +273,7 @@ TEST_F(ChecksOfSeveralRows, A_record_that_came_in_part_lacks_some_of_its_rows_bu
   now_.rows.erase("Allocation/7");
   EXPECT_EQ(InStep(Leaves::OneInPart), 0U);
   EXPECT_EQ(InStep(), 1U);
-  EXPECT_EQ(CheckBroken(now_, expected_, Leaves::OneInPart).size(), 0U);
+  EXPECT_EQ(Broken(Leaves::OneInPart), 0U);
   now_.rows.erase("Payment/7");
   EXPECT_GT(InStep(Leaves::OneInPart), 0U);
 }
@@ -288,6 +293,52 @@ TEST_F(ChecksOfSeveralRows, A_row_without_its_key_may_lack_those_that_would_need
   EXPECT_EQ(InStep(Leaves::OneWithoutKey), 0U);
   now_.rows.erase("Allocation/8");
   EXPECT_EQ(InStep(Leaves::OneWithoutKey), 1U);
+}
+
+// A send of a bill: its own row gets a link, and so does that of its line.
+class ChecksOfLines : public Comparisons {
+ protected:
+  static Fields Row(std::string link) { return {{"QBLinkID", std::move(link)}, {"LastUpdated", "\\N"}}; }
+
+  ChecksOfLines()
+      : Comparisons({.tables = {{.name = "VendorBill", .keyColumn = "VendorBillID", .stampColumn = "LastUpdated"},
+                                {.name = "TimeEntry", .keyColumn = "TEID", .stampColumn = "LastUpdated"}},
+                     .before = {.rows = {{"VendorBill/B", Row("\\N")}, {"TimeEntry/T", Row("\\N")}},
+                                .records = {},
+                                .damage = {}},
+                     .after = {.rows = {{"VendorBill/B", Row("-> Bill/B")}, {"TimeEntry/T", Row("-> Bill/B, line 1")}},
+                               .records = {{"Bill/B", {{"body", "bill"}}}},
+                               .damage = {}}}) {}
+};
+
+TEST_F(ChecksOfLines, A_record_and_a_line_of_it_may_be_linked_to_rows_of_two_tables) {
+  EXPECT_EQ(Broken(), 0U);
+  EXPECT_EQ(InStep(), 0U);
+}
+
+TEST_F(ChecksOfLines, A_line_without_its_link_is_half_a_record) {
+  now_.rows["TimeEntry/T"]["QBLinkID"] = "\\N";
+  EXPECT_EQ(Broken(), 1U);
+  EXPECT_GT(InStep(), 0U);
+  EXPECT_EQ(Broken(Leaves::OneHalfLinked), 0U);
+  EXPECT_EQ(InStep(Leaves::OneHalfLinked), 0U);
+}
+
+TEST_F(ChecksOfLines, Rows_of_one_record_that_all_lack_their_links_are_one) {
+  now_.rows = expected_.before.rows;
+  EXPECT_EQ(Broken(Leaves::OneWithoutLink), 0U);
+  EXPECT_EQ(InStep(Leaves::OneWithoutLink), 0U);
+}
+
+TEST_F(ChecksOfLines, A_record_that_was_added_again_has_all_its_rows) {
+  now_.records["Bill/B1"] = now_.records["Bill/B"];
+  now_.rows["VendorBill/B"]["QBLinkID"] = "-> Bill/B1";
+  EXPECT_GT(InStep(Leaves::OneAddedTwice), 0U);
+  now_.rows["TimeEntry/T"]["QBLinkID"] = "-> Bill/B1, line 2";
+  EXPECT_GT(InStep(Leaves::OneAddedTwice), 0U);
+  now_.rows["TimeEntry/T"]["QBLinkID"] = "-> Bill/B1, line 1";
+  EXPECT_EQ(InStep(Leaves::OneAddedTwice), 0U);
+  EXPECT_GT(InStep(), 0U);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 // No item, person or word is looked up without which a line would become another row: such a look-up counts as one that
 // found nothing, by design. Lines of bills whose items can't be looked up stay out until the next run.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "Books.h"
 #include "Scenarios.h"
@@ -50,15 +50,9 @@ void PrepareFirm(TestHouse& house) {
   AddRecord(house, "Customer", "<Name>Yard</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
   AddRecord(house, "Vendor", "<Name>Smith</Name>");
   AddRecord(house, "Vendor", "<Name>Stranger</Name>");
-  AddRecord(house, "ItemService",
-            "<Name>Drafting</Name><SalesOrPurchase><AccountRef><FullName>Consulting</FullName></AccountRef>"
-            "</SalesOrPurchase>");
-  for (const std::string_view name : {"Travel", "Stamps"}) {
-    AddRecord(house, "ItemOtherCharge",
-              fmt::format("<Name>{}</Name><SalesOrPurchase><AccountRef><FullName>Automobile</FullName></AccountRef>"
-                          "</SalesOrPurchase>",
-                          name));
-  }
+  AddItem(house, "ItemService", "Drafting", "Consulting");
+  AddItem(house, "ItemOtherCharge", "Travel", "Automobile");
+  AddItem(house, "ItemOtherCharge", "Stamps", "Automobile");
   house.Sql(
       fmt::format("INSERT INTO Project (ProjectID, ProjectName, ClientID, EmployeeID, QBLinkID) VALUES ('YARD:', "
                   "'The yard', 'ACME', 'BOSS', '{}')",

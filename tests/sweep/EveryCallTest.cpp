@@ -61,6 +61,10 @@ INSTANTIATE_TEST_SUITE_P(TimeEntries, EveryCall, testing::ValuesIn(TimeEntryScen
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Invoices, EveryCall, testing::ValuesIn(InvoiceScenarios()),
                          [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Payments, EveryCall, testing::ValuesIn(PaymentScenarios()),
+                         [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Bills, EveryCall, testing::ValuesIn(BillScenarios()),
+                         [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Costs, EveryCall, testing::ValuesIn(CostScenarios()),
                          [](const auto& test) { return test.param.name; });
 INSTANTIATE_TEST_SUITE_P(Money, EveryCall, testing::ValuesIn(MoneyScenarios()),

@@ -21,12 +21,8 @@ void PrepareFirm(TestHouse& house) {
   AddRecord(house, "Customer", "<Name>Yard</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
   AddRecord(house, "Customer", "<Name>Roof</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
   AddRecord(house, "Class", "<Name>East</Name>");
-  for (const std::string_view item : {"ItemService", "ItemOtherCharge"}) {
-    AddRecord(house, item,
-              fmt::format("<Name>{} of ours</Name><SalesOrPurchase><AccountRef><FullName>Other Income</FullName>"
-                          "</AccountRef></SalesOrPurchase>",
-                          item));
-  }
+  AddItem(house, "ItemService", "Drafting", "Other Income");
+  AddItem(house, "ItemOtherCharge", "Travel", "Other Income");
   house.Sql(
       fmt::format("INSERT INTO Client (ClientID, ClientCompany, ClientState, QBLinkID) VALUES ('ACME', 'Acme', "
                   "'IL', '{}')",
@@ -39,9 +35,9 @@ void PrepareFirm(TestHouse& house) {
                   IdOf(house, "Class", "East"), IdOf(house, "Customer", "Acme:Roof")));
   house.machine.WritePrivateProfileString("GENERAL", "_chkFixed", "1", house.Path("twqb.ini"));
   house.Sql(fmt::format("INSERT INTO Activity (ActivityID, QBLinkID) VALUES ('DRAFT:', '{}')",
-                        IdOf(house, "ItemService", "ItemService of ours")));
+                        IdOf(house, "ItemService", "Drafting")));
   house.Sql(fmt::format("INSERT INTO Expense (ExpID, QBLinkID) VALUES ('TRAVEL:', '{}')",
-                        IdOf(house, "ItemOtherCharge", "ItemOtherCharge of ours")));
+                        IdOf(house, "ItemOtherCharge", "Travel")));
 }
 
 // An invoice over services and expenses. Its number is its key: the name of its record in a snapshot.

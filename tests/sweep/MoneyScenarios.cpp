@@ -1,6 +1,6 @@
 // Invoices, credit memos and payments that come in. Each record becomes several rows, which are written one by one.
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "Books.h"
 #include "Scenarios.h"
@@ -55,9 +55,7 @@ void PrepareBooks(TestHouse& house) {
   AddRecord(house, "Vendor", "<Name>Revenue</Name>");
   AddRecord(house, "Customer", "<Name>Acme</Name>");
   AddRecord(house, "Customer", "<Name>Yard</Name><ParentRef><FullName>Acme</FullName></ParentRef>");
-  AddRecord(house, "ItemService",
-            "<Name>Drafting</Name><SalesOrPurchase><AccountRef><FullName>Consulting</FullName></AccountRef>"
-            "</SalesOrPurchase>");
+  AddItem(house, "ItemService", "Drafting", "Consulting");
   AddRecord(house, "ItemGroup",
             "<Name>Kit</Name><ItemDesc>Plans</ItemDesc><ItemGroupLine><ItemRef><FullName>Drafting"
             "</FullName></ItemRef></ItemGroupLine>");
@@ -74,12 +72,14 @@ std::string LineOf(std::string_view kind, std::string_view text, std::string_vie
       kind, text, amount, taxCode);
 }
 
-void AddDocument(TestHouse& house, std::string_view kind, std::string_view customer, std::string_view number,
-                 std::string_view lines) {
-  AddRecord(house, kind,
-            fmt::format("<CustomerRef><FullName>{}</FullName></CustomerRef><TxnDate>2008-03-04</TxnDate><RefNumber>{}"
-                        "</RefNumber><ItemSalesTaxRef><FullName>County</FullName></ItemSalesTaxRef>{}",
-                        customer, number, lines));
+// Its TxnID.
+std::string AddDocument(TestHouse& house, std::string_view kind, std::string_view customer, std::string_view number,
+                        std::string_view lines) {
+  return AddTransaction(
+      house, kind,
+      fmt::format("<CustomerRef><FullName>{}</FullName></CustomerRef><TxnDate>2008-03-04</TxnDate><RefNumber>{}"
+                  "</RefNumber><ItemSalesTaxRef><FullName>County</FullName></ItemSalesTaxRef>{}",
+                  customer, number, lines));
 }
 
 // An invoice of a line, a group and tax, and a credit memo of a line.
@@ -118,8 +118,7 @@ void PrepareDocumentOfCustomer(TestHouse& house, const Scenario& /*scenario*/) {
 
 // An invoice that both sides have; its TxnID.
 std::string ShareInvoice(TestHouse& house) {
-  AddDocument(house, "Invoice", "Acme:Yard", "1044", LineOf("Invoice", "Sections", "100.00", "Non"));
-  auto txnId = IdOfTransaction(house, "Invoice", "1044");
+  auto txnId = AddDocument(house, "Invoice", "Acme:Yard", "1044", LineOf("Invoice", "Sections", "100.00", "Non"));
   house.Sql(
       fmt::format("INSERT INTO TransactionTable (TransactionID, TransactionInvNum, ClientID, ProjectID, QBLinkID) "
                   "VALUES ('{{I}}', '1044', 'ACME', 'YARD:', '{}')",

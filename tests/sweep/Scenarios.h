@@ -18,6 +18,10 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> AccountScenarios();
 [[nodiscard]] std::vector<Scenario> TimeEntryScenarios();
 [[nodiscard]] std::vector<Scenario> InvoiceScenarios();
+// Payments, as they go out.
+[[nodiscard]] std::vector<Scenario> PaymentScenarios();
+// Expenses and vendor bills.
+[[nodiscard]] std::vector<Scenario> BillScenarios();
 // Invoices, credit memos and payments, as they come in.
 [[nodiscard]] std::vector<Scenario> MoneyScenarios();
 // Expenses, vendor bills and estimates, as they come in.

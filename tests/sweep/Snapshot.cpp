@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 #include "adapters/sqlite/Collations.h"
@@ -16,13 +17,22 @@ namespace twqb::sweep {
 
 namespace {
 
-// What a record is, identifiers and the forms of its name aside. Of its balances that which its invoices don't come to,
-// so that an invoice that is missing or doubled is found as such alone, and a balance that does not tell the same at
-// its record.
+// What a record is, identifiers and the forms of its name aside. Of its balances that which its transactions don't come
+// to, so that one that is missing or doubled is found as such alone, and a balance that does not tell the same at its
+// record.
 constexpr std::string_view kRecords =
+    "WITH effect (id, amount) AS ("
+    "SELECT entity_id, amount FROM txn WHERE kind <> 'ReceivePayment' UNION ALL "
+    "SELECT account_id, amount FROM txn WHERE kind <> 'ReceivePayment' UNION ALL "
+    // What a payment does not go to an invoice with stays with the payer.
+    "SELECT entity_id, -open FROM txn WHERE kind = 'ReceivePayment' UNION ALL "
+    "SELECT account_id, -open FROM txn WHERE kind = 'ReceivePayment' UNION ALL "
+    "SELECT entity_id, -application.amount - discount FROM application JOIN txn ON txn_id = target_id UNION ALL "
+    "SELECT account_id, -application.amount - discount FROM application JOIN txn ON txn_id = payment_id UNION ALL "
+    "SELECT list_id, amount FROM record JOIN txn ON txn.body LIKE '%<DepositToAccountRef><ListID>' || list_id || '<%') "
     "SELECT list_id, kind || '/' || full_name AS name, sublevel, active, "
-    "balance - (SELECT total(amount) FROM txn WHERE record.list_id IN (entity_id, account_id)) AS balance, "
-    "total_balance - (SELECT total(amount) FROM txn JOIN record AS own ON own.list_id IN (entity_id, account_id) WHERE "
+    "balance - (SELECT total(amount) FROM effect WHERE id = record.list_id) AS balance, "
+    "total_balance - (SELECT total(amount) FROM effect JOIN record AS own ON own.list_id = id WHERE "
     "own.kind = record.kind AND (own.list_id = record.list_id OR (own.full_key > record.full_key || char(1) AND "
     "own.full_key < record.full_key || char(2)))) AS total_balance, body, created, modified, edit_sequence FROM record";
 // The notes stand in the body.
@@ -84,15 +94,19 @@ void CheckJournals(const std::string& folder, std::vector<std::string>& damage) 
   }
 }
 
-// What stands for the name that a transaction has not: its kind, and its notes or its number.
+// The value of the first element of that name; nothing without one.
+std::optional<std::string> FirstValue(std::string_view element, const std::string& text) {
+  const auto at = text.find(element);
+  if (at == std::string::npos) return std::nullopt;
+  const auto from = at + element.size();
+  return text.substr(from, text.find('<', from) - from);
+}
+
+// What stands for the name that a transaction has not: its kind, and its notes, its number or what its first line says.
 std::string NameOfTransaction(const Fields& fields) {
-  constexpr std::string_view kNotes = "<Notes>";
-  const auto& body = fields.at("body");
-  const auto at = body.find(kNotes);
-  const auto from = at + kNotes.size();
   const auto& number = fields.at("ref_number");
-  auto name = number == kNull ? std::string() : number;
-  if (at != std::string::npos) name = body.substr(from, body.find('<', from) - from);
+  auto name = FirstValue("<Notes>", fields.at("body")).value_or(number == kNull ? std::string() : number);
+  if (name.empty()) name = FirstValue("<Desc>", fields.at("lines")).value_or("");
   return fmt::format("{}/{}", fields.at("kind"), name);
 }
 
@@ -125,9 +139,15 @@ std::string Named(std::string text, const std::map<std::string, std::string>& na
 
 void TakeTransactions(RawFile& company, Snapshot& snapshot, std::map<std::string, std::string>& names) {
   company.ForEachRow(kTransactions, [&](Fields fields) {
+    const auto lines = fields.at("lines");
     for (const std::string part : {"body", "lines"}) fields.at(part) = Named(fields.at(part), names);
     auto name = FreeName(snapshot.records, NameOfTransaction(fields));
     names.emplace(fields.extract("txn_id").mapped(), name);
+    int line = 0;
+    WithEach("<TxnLineID>", lines, [&](const std::string& id) {
+      names.emplace(id, fmt::format("{}{}{}", name, kLine, ++line));
+      return id;
+    });
     snapshot.records.emplace(std::move(name), std::move(fields));
   });
 }
@@ -165,10 +185,18 @@ Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>&
   return snapshot;
 }
 
-bool IsLinked(const Snapshot& snapshot, std::string_view record) {
-  const auto link = std::string(kLeadsTo).append(record);
-  return std::ranges::any_of(snapshot.rows,
-                             [&](const auto& row) { return row.second.at(std::string(kLinkColumn)) == link; });
+std::string RecordOf(std::string_view link) {
+  if (!link.starts_with(kLeadsTo)) return {};
+  link.remove_prefix(kLeadsTo.size());
+  return std::string(link.substr(0, link.find(kLine)));
+}
+
+std::set<std::string> RowsOf(const Snapshot& snapshot, std::string_view record) {
+  std::set<std::string> keys;
+  for (const auto& [key, fields] : snapshot.rows) {
+    if (RecordOf(fields.at(std::string(kLinkColumn))) == record) keys.insert(key);
+  }
+  return keys;
 }
 
 Fields WithoutTimes(Fields fields, const std::vector<LinkedTable>& tables) {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,8 @@ using Fields = std::map<std::string, std::string>;  // by column; NULL is "\N"
 inline constexpr std::string_view kLinkColumn = "QBLinkID";
 // What a link that leads to a record reads as: this and the record's name in the snapshot.
 inline constexpr std::string_view kLeadsTo = "-> ";
+// Stands behind that name where a link leads to a line of the record, ahead of the line's place.
+inline constexpr std::string_view kLine = ", line ";
 
 // What a key reads as that the link has made.
 inline constexpr std::string_view kMadeKey = "(made)";
@@ -44,7 +47,8 @@ inline constexpr std::string_view kMadeKey = "(made)";
 struct Snapshot {
   std::map<std::string, Fields> rows;  // "Client/ACME1"; with a counter behind it where an older one has the same key
   // "Customer/Acme Tools (ACME1)": the full name; "TimeTracking/Plans", "Invoice/1044": the notes or the number of a
-  // transaction, which has no name, with a counter behind them where an older one has the same.
+  // transaction, which has no name, or else what its first line says; with a counter behind them where an older one has
+  // the same.
   std::map<std::string, Fields> records;
   std::vector<std::string> damage;  // what the files themselves are wrong in; empty: both are sound
 };
@@ -52,8 +56,11 @@ struct Snapshot {
 // Of `billing.db` and `company.twq` in `folder`, which nobody is writing to.
 [[nodiscard]] Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>& tables);
 
-// Whether any row's link leads to the record.
-[[nodiscard]] bool IsLinked(const Snapshot& snapshot, std::string_view record);
+// The record that a link which leads somewhere leads to, itself or a line of its; "" for another link.
+[[nodiscard]] std::string RecordOf(std::string_view link);
+
+// The rows whose links lead to the record.
+[[nodiscard]] std::set<std::string> RowsOf(const Snapshot& snapshot, std::string_view record);
 
 // Without the columns that hold when something was written.
 [[nodiscard]] Fields WithoutTimes(Fields fields, const std::vector<LinkedTable>& tables);

@@ -38,6 +38,12 @@ void Append(Problems& problems, std::string_view when, Problems more) {
   for (const auto& problem : more) problems.push_back(fmt::format("{}: {}", when, problem));
 }
 
+// The keys that a host names: "'{A}','{B}'"; "" for none.
+std::string QuotedList(TestHouse& house, std::string_view statement) {
+  const auto keys = house.Scalar(fmt::format("SELECT group_concat(Named, ''',''') FROM ({}) AS Rows", statement));
+  return keys == "NULL" ? std::string() : fmt::format("'{}'", keys);
+}
+
 // Boxes that the clean run does not show.
 std::vector<std::string> Told(const TestHouse& house, std::vector<std::string> cleanBoxes) {
   std::vector<std::string> told;
@@ -75,8 +81,9 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario) {
   bridge.SetConnectString(house.ConnectString());
   bridge.SetTWSettingsPath(house.Path("twqb.ini"));
   bridge.SetUseTWSTable(scenario.settings == SettingsStore::Table);
-  bridge.SetUsePreferencesTW(true);
   return std::ranges::all_of(scenario.transfers, [&](const Transfer& transfer) {
+    bridge.SetUsePreferencesTW(transfer.named.empty());
+    if (!transfer.named.empty()) bridge.SetPassedID(QuotedList(house, transfer.named));
     return transfer.direction == Direction::Send ? bridge.SendDataToQB(transfer.table)
                                                  : bridge.GetDataFromQB(transfer.table);
   });
@@ -119,7 +126,9 @@ void Sweep::Rehearse() {
   if (!RunTransfers(house, scenario_)) {
     throw std::runtime_error(fmt::format("The clean run failed: {}", Join(house.BoxTexts(), "\n")));
   }
-  trace_ = {.names = {faults.CallNames().begin(), faults.CallNames().end()}, .deeds = witness.Deeds()};
+  trace_ = {.names = {faults.CallNames().begin(), faults.CallNames().end()},
+            .deeds = witness.Deeds(),
+            .display = scenario_.display};
   boxes_ = house.BoxTexts();
   expected_.after = TakeSnapshot(House(), scenario_.tables);
   house.Enter();  // lets go of the counted seams

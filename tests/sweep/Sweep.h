@@ -29,6 +29,8 @@ enum class SettingsStore : std::uint8_t { IniFile, Table };
 struct Transfer {
   Direction direction = Direction::Send;
   enTables table = enClients;
+  // Selects the keys that a host names to the transfer, which then leaves the saved filters alone; left out: none.
+  std::string_view named = {};
 };
 
 struct Scenario {
@@ -37,6 +39,7 @@ struct Scenario {
   std::span<const Table* const> ownTables = {};  // tables of the tests' own
   SettingsStore settings = SettingsStore::IniFile;
   NameInUse nameInUse = NameInUse::TriesNext;  // of all its tables
+  RowDisplay display = RowDisplay::Told;       // likewise
   // Brings both sides to where the transfers begin; it may transfer by itself. The house's clock stands an hour before
   // the sweep's.
   std::function<void(TestHouse&, const Scenario&)> prepare;

@@ -2,167 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <span>
-#include <utility>
-
-#include "platform/Forwarding.h"
 
 namespace twqb::sweep {
 
 namespace {
-
-constexpr std::string_view kDone = "statusCode=\"0\"";
-
-// Whether the answer has an element whose name ends so, carried out.
-bool CarriedOut(std::string_view answer, std::string_view ending) {
-  for (auto at = answer.find(ending); at != std::string_view::npos; at = answer.find(ending, at + 1)) {
-    const auto tag = answer.substr(at, answer.find('>', at) - at);
-    if (tag.find(kDone) != std::string_view::npos) return true;
-  }
-  return false;
-}
-
-std::optional<DeedKind> DeedOf(std::string_view document, std::string_view answer) {
-  if (CarriedOut(answer, "AddRs ")) return DeedKind::AddCarriedOut;
-  if (CarriedOut(answer, "ModRs ")) return DeedKind::ModCarriedOut;
-  const bool forOne =
-      document.find("<ListID>") != std::string_view::npos || document.find("<TxnID>") != std::string_view::npos;
-  if (forOne && CarriedOut(answer, "QueryRs ")) return DeedKind::TwinRead;
-  return std::nullopt;
-}
-
-using NoteDeed = std::function<void(DeedKind)>;
-
-class WatchedTransport : public ForwardingTransport {
- public:
-  WatchedTransport(std::unique_ptr<Transport> inner, NoteDeed note)
-      : ForwardingTransport(std::move(inner)), note_(std::move(note)) {}
-  std::string ProcessDocument(std::string_view document) override {
-    auto answer = ForwardingTransport::ProcessDocument(document);
-    if (const auto deed = DeedOf(document, answer)) note_(*deed);
-    return answer;
-  }
-
- private:
-  NoteDeed note_;
-};
-
-std::optional<DeedKind> DeedOf(std::string_view statement) {
-  constexpr std::array<std::string_view, 13> kChoices = {
-      "FROM QBPayroll", "ParamName = 'ACTIVITY_", "SELECT QBClassID", "SELECT EmpBillRate", "SELECT EmpCostRate",
-      "SELECT AC_BillRate", "SELECT AC_CostRate", "SELECT ProjectConType",
-      // Who spent it, the reserved code, and what a line or an estimate belongs to.
-      "SELECT EmployeeID FROM Employee WHERE QBLinkID", "SELECT COUNT(ExpID) FROM Expense", "INSERT INTO Expense(",
-      "UPDATE EXPENSELOG SET VendorBillID", "UPDATE Project SET EstimateID"};
-  // Of a received transaction.
-  constexpr std::array<std::string_view, 7> kKeys = {"SELECT ActivityID FROM Activity WHERE QBLinkID",
-                                                     "SELECT ExpID FROM Expense WHERE QBLinkID",
-                                                     "SELECT ProjectID, ProjectName FROM Project WHERE QBLINKID",
-                                                     "SELECT ActivityID FROM Activity WHERE QBLINKID",
-                                                     "SELECT EmployeeID FROM Employee WHERE QBLINKID",
-                                                     "SELECT ProjectID FROM Project WHERE QBLINKID",
-                                                     "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
-  constexpr std::array<std::string_view, 2> kRows = {"INSERT INTO ManInvDetail", "UPDATE Payment SET PayRetainer"};
-  const auto holds = [&](std::string_view part) { return statement.find(part) != std::string_view::npos; };
-  if (holds(" SET QBLinkID = ")) return DeedKind::LinkWritten;
-  if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
-  if (std::ranges::any_of(kKeys, holds)) return DeedKind::KeyLookedUp;
-  if (std::ranges::any_of(kRows, holds)) return DeedKind::RowWritten;
-  if (holds("SELECT QBLinkID from TransactionTable WHERE")) return DeedKind::RecordLookedFor;
-  if (holds("SELECT ClientID FROM Client WHERE QBLinkID")) return DeedKind::OwnerLookedUp;
-  if (holds("SELECT ClientID FROM Project WHERE QBLINKID")) return DeedKind::OwnerNeeded;
-  return std::nullopt;
-}
-
-constexpr std::string_view kContract = "SELECT ProjectConType";
-
-bool BeginsInvoice(std::string_view statement) {
-  return statement.starts_with(kContract) || statement.find("FROM TimeEntry WHERE TransactionID") != statement.npos ||
-         statement.find("FROM ExpenseLog WHERE TransactionID") != statement.npos;
-}
-
-bool DecidesForm(std::string_view statement) {
-  constexpr std::array<std::string_view, 4> kLookUps = {kContract, "SELECT QBLinkID, ActivityID",
-                                                        "SELECT QBLinkID, ExpID", "SELECT QBClassID"};
-  return std::ranges::any_of(kLookUps, [&](std::string_view lookUp) { return statement.starts_with(lookUp); });
-}
-
-bool FindsSomething(const ado::Recordset& rows) {
-  if (rows.Eof()) return false;
-  const auto value = rows.FieldAt(0);
-  return !IsNull(value) && !ToText(value).empty();
-}
-
-// What a row is that is written into the table which that statement opens.
-std::optional<DeedKind> RowOf(std::string_view statement) {
-  if (statement == "SELECT * FROM TransactionTable;") return DeedKind::TellingRowWritten;
-  if (statement == "SELECT * FROM Payment;") return DeedKind::RowWritten;
-  if (statement == "SELECT * FROM TimeEntry WHERE QBLINKID IS NOT NULL;" ||
-      statement == "SELECT * FROM ExpenseLog WHERE QBLINKID IS NOT NULL;") {
-    return DeedKind::LineWritten;
-  }
-  return std::nullopt;
-}
-
-class WatchedRows : public ado::ForwardingRecordset {
- public:
-  WatchedRows(std::unique_ptr<Recordset> inner, DeedKind row, NoteDeed note)
-      : ForwardingRecordset(std::move(inner)), row_(row), note_(std::move(note)) {}
-  void Update() override {
-    ForwardingRecordset::Update();
-    note_(row_);
-  }
-
- private:
-  DeedKind row_;
-  NoteDeed note_;
-};
-
-class WatchedConnection : public ado::ForwardingConnection {
- public:
-  WatchedConnection(std::unique_ptr<Connection> inner, NoteDeed note)
-      : ForwardingConnection(std::move(inner)), note_(std::move(note)) {}
-  std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
-    auto rows = ForwardingConnection::Execute(statement, rowsAffected);
-    Note(statement, rows.get());
-    return rows;
-  }
-  std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
-                                                ado::LockType lock) override {
-    auto rows = ForwardingConnection::OpenRecordset(statement, cursor, lock);
-    Note(statement, rows.get());
-    if (const auto row = RowOf(statement)) return std::make_unique<WatchedRows>(std::move(rows), *row, note_);
-    return rows;
-  }
-
- private:
-  void Note(std::string_view statement, const ado::Recordset* rows) const {
-    if (const auto deed = DeedOf(statement)) note_(*deed);
-    if (BeginsInvoice(statement)) note_(DeedKind::InvoiceBegun);
-    if (DecidesForm(statement) && FindsSomething(*rows)) note_(DeedKind::FormFound);
-  }
-
-  NoteDeed note_;
-};
-
-struct WatchedFactory : TransportFactory {
-  WatchedFactory(TransportFactory& in, NoteDeed n) : inner(in), note(std::move(n)) {}
-  std::unique_ptr<Transport> CreateTransport() override {
-    return std::make_unique<WatchedTransport>(inner.CreateTransport(), note);
-  }
-  TransportFactory& inner;
-  NoteDeed note;
-};
-
-struct WatchedProvider : ado::Provider {
-  WatchedProvider(Provider& in, NoteDeed n) : inner(in), note(std::move(n)) {}
-  std::unique_ptr<ado::Connection> CreateConnection() override {
-    return std::make_unique<WatchedConnection>(inner.CreateConnection(), note);
-  }
-  Provider& inner;
-  NoteDeed note;
-};
 
 // A place in the code, told by the calls that it makes in a row, and how many of them, behind those that are not, are
 // ignored.
@@ -170,8 +14,9 @@ struct Place {
   std::string_view why;
   std::array<std::string_view, 9> calls;  // those behind the last are empty
   std::size_t ignored = 1;
-  bool afterToo = true;  // False: only an error before the call takes effect is ignored
-  std::size_t told = 0;  // calls ahead of them whose errors are told
+  bool afterToo = true;     // False: only an error before the call takes effect is ignored
+  std::size_t told = 0;     // calls ahead of them whose errors are told
+  bool passesOver = false;  // the row is left to the next run
 };
 
 constexpr std::string_view kLog = "a log line that can't be written is lost";
@@ -207,6 +52,7 @@ constexpr std::array kIgnoredPlaces = {
           .calls = {"Recordset.State", "Recordset.Close", "Connection.State", "Connection.Close"},
           .ignored = 4},
     Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Connection.State"}, .ignored = 2},
+    Place{.why = kClosing, .calls = {"Connection.State", "Connection.Close", "Desk.SetPointer"}, .ignored = 2},
     Place{.why = kSeason,
           .calls = {"Machine.GetTimeZoneInformation", "Recordset.Field", "Machine.GetTimeZoneInformation"}},
     // Of a budget, which has no date, ahead of its key.
@@ -237,16 +83,7 @@ constexpr std::array kIgnoredPlaces = {
           .calls = {"Connection.Execute", "Recordset.FieldAt", "Connection.State", "Desk.PumpMessages",
                     "Recordset.SetField"},
           .ignored = 2},
-    // Time entries: what the form shows of a row, and the choice of its payroll item.
-    Place{.why = kProgress,
-          .calls = {"Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field",
-                    "Recordset.Field", "Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now"},
-          .ignored = 2,
-          .told = 4},
-    Place{.why = kProgress,
-          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Connection.State",
-                    "Desk.PumpMessages", "Connection.Execute", "Recordset.FieldAt"},
-          .ignored = 2},
+    // Time entries: the choice of the payroll item.
     Place{.why = kPayrollItem,
           .calls = {"Machine.GetPrivateProfileString", "Recordset.Field", "Connection.State", "Desk.PumpMessages",
                     "Connection.Execute", "Recordset.FieldAt"},
@@ -261,9 +98,38 @@ constexpr std::array kIgnoredPlaces = {
     Place{.why = "a retainer that can't be marked stays as it is",
           .calls = {"Recordset.Update", "Connection.Execute", "Recordset.EditState"},
           .told = 1},
+    Place{.why = "the person to bill can't be told",
+          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                    "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
+          .told = 4,
+          .passesOver = true},
+    Place{.why = "a bill that can't be shown for a review is not shown",
+          .calls = {"Desk.SetPointer", "Desk.ShowMessageBox", "Transport.ProcessDocument", "Connection.State",
+                    "Connection.Close"},
+          .ignored = 2,
+          .told = 1},
     Place{.why = "a session that does not begin is tried again with the remembered file",
           .calls = {"Transport.BeginSession"},
           .afterToo = false},
+};
+
+// What the form shows of a row: its fields, and the text behind the bar.
+constexpr std::array kPlacesOfDisplay = {
+    Place{.why = kProgress,
+          .calls = {"Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                    "Recordset.Field", "Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now"},
+          .ignored = 2,
+          .told = 4},
+    Place{.why = kProgress,
+          .calls = {"Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Recordset.Field", "Desk.UpdateMsgForm",
+                    "Desk.PumpMessages", "Machine.Now"},
+          .ignored = 2,
+          .told = 2},
+    Place{.why = kProgress,
+          .calls = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now", "Desk.UpdateMsgForm", "Desk.PumpMessages",
+                    "Desk.UpdateMsgForm", "Desk.PumpMessages"},
+          .ignored = 2,
+          .told = 5},
 };
 
 bool StandsAt(const Trace& trace, std::span<const std::string_view> calls, std::size_t first) {
@@ -273,6 +139,15 @@ bool StandsAt(const Trace& trace, std::span<const std::string_view> calls, std::
     ++first;
   }
   return true;
+}
+
+// Why an error of call k is ignored if it is one of that place; "" if it is not.
+std::string_view IgnoredAt(const Trace& trace, const Place& place, std::size_t k, FaultTiming timing) {
+  if (timing == FaultTiming::After && !place.afterToo) return {};
+  for (std::size_t index = place.told; index < place.told + place.ignored; ++index) {
+    if (k > index && StandsAt(trace, place.calls, k - 1 - index)) return place.why;
+  }
+  return {};
 }
 
 // Whether call k is the statement of that call, or one of the reads of its rows right behind it.
@@ -349,6 +224,19 @@ bool LeavesOwnerOut(const Trace& trace, std::size_t k) {
          });
 }
 
+// Whether an error of call k, behind call `at`, does not keep the next link from being written: it is ignored, or it is
+// told and the statement goes out all the same.
+bool GoesOn(const Trace& trace, std::size_t at, std::size_t k, FaultTiming timing) {
+  constexpr std::size_t kAhead = 2;  // calls of a look-up around its statement
+  constexpr std::size_t kBehind = 3;
+  const auto isOfLookUp = [&](const Deed& deed) {
+    return deed.kind == DeedKind::BillLinked && k + kAhead >= deed.k && k <= deed.k + kBehind &&
+           (k != deed.k || timing == FaultTiming::After);
+  };
+  if (std::ranges::any_of(trace.deeds, isOfLookUp)) return true;
+  return k > at && !PassesOverSilently(trace, k) && !WhyIgnored(trace, k, timing).empty();
+}
+
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
   // What is only looked up stands between none of the others.
@@ -360,7 +248,12 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
     if (deeds[i].kind == DeedKind::AddCarriedOut && next != nullptr && next->kind == DeedKind::LinkWritten) {
       const bool added = k > at || (k == at && timing == FaultTiming::After);
       const bool linked = k > next->k || (k == next->k && timing == FaultTiming::After);
-      if (added && !linked) return Leaves::OneAddedTwice;
+      if (added && !linked && !(how == Break::Raise && GoesOn(trace, at, k, timing))) return Leaves::OneAddedTwice;
+    }
+    if (deeds[i].kind == DeedKind::LinkWritten && next != nullptr && next->kind == DeedKind::LinkWritten) {
+      const bool first = k > at || (k == at && timing == FaultTiming::After);
+      const bool second = k > next->k || (k == next->k && timing == FaultTiming::After);
+      if (first && !second && !(how == Break::Raise && GoesOn(trace, at, k, timing))) return Leaves::OneHalfLinked;
     }
     if (deeds[i].kind != DeedKind::TwinRead || how == Break::Kill) continue;
     if (k == at) return Leaves::OneTwinReplaced;
@@ -372,35 +265,6 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
 }
 
 }  // namespace
-
-struct Witness::Parts {
-  Parts(const Platform& in, std::function<std::size_t()> number)
-      : inner(in),
-        callNumber(std::move(number)),
-        quickbooks(*in.quickbooks, [this](DeedKind kind) { Note(kind); }),
-        database(*in.database, [this](DeedKind kind) { Note(kind); }) {}
-
-  void Note(DeedKind kind) { deeds.push_back({.k = callNumber(), .kind = kind}); }
-
-  Platform inner;
-  std::function<std::size_t()> callNumber;
-  std::vector<Deed> deeds;
-  WatchedFactory quickbooks;
-  WatchedProvider database;
-};
-
-Witness::Witness(const Platform& inner, std::function<std::size_t()> callNumber)
-    : parts_(std::make_unique<Parts>(inner, std::move(callNumber))) {}
-Witness::~Witness() = default;
-
-Platform Witness::Watched() const {
-  auto platform = parts_->inner;
-  platform.quickbooks = &parts_->quickbooks;
-  platform.database = &parts_->database;
-  return platform;
-}
-
-const std::vector<Deed>& Witness::Deeds() const { return parts_->deeds; }
 
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
   if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
@@ -438,9 +302,17 @@ Leaves WhatIsLeftOfAGet(const Trace& trace, std::size_t k, FaultTiming timing, B
 }
 
 bool PassesOverSilently(const Trace& trace, std::size_t k) {
-  return std::ranges::any_of(trace.deeds, [&](const Deed& deed) {
+  bool ofPayment = false;
+  for (const auto& deed : trace.deeds) {
+    ofPayment = ofPayment || deed.kind == DeedKind::PaymentBegun;
+    const bool isKey = deed.kind == DeedKind::KeyLookedUp || (ofPayment && deed.kind == DeedKind::PayerLookedUp);
+    if (isKey && IsReadingOf(trace, deed.k, k)) return true;
     if (deed.kind == DeedKind::LineWritten && deed.k == k) return true;
-    return deed.kind == DeedKind::KeyLookedUp && IsReadingOf(trace, deed.k, k);
+    // The bill goes again.
+    if (deed.kind == DeedKind::BillLinked && deed.k == k) return true;
+  }
+  return std::ranges::any_of(kIgnoredPlaces, [&](const Place& place) {
+    return place.passesOver && !IgnoredAt(trace, place, k, FaultTiming::Before).empty();
   });
 }
 
@@ -449,12 +321,15 @@ std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timin
   if (LooksUpForm(trace, k)) return "an invoice's contract, item or class that can't be looked up is none";
   for (const auto& deed : trace.deeds) {
     if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
+    if (deed.kind == DeedKind::BillLinked && IsReadingOf(trace, deed.k, k))
+      return "a bill's own link is not looked after";
   }
   for (const auto& place : kIgnoredPlaces) {
-    if (timing == FaultTiming::After && !place.afterToo) continue;
-    for (std::size_t index = place.told; index < place.told + place.ignored; ++index) {
-      if (k > index && StandsAt(trace, place.calls, k - 1 - index)) return place.why;
-    }
+    if (const auto why = IgnoredAt(trace, place, k, timing); !why.empty()) return why;
+  }
+  if (trace.display == RowDisplay::Told) return {};
+  for (const auto& place : kPlacesOfDisplay) {
+    if (const auto why = IgnoredAt(trace, place, k, timing); !why.empty()) return why;
   }
   return {};
 }

@@ -20,15 +20,19 @@ namespace twqb::sweep {
 enum class DeedKind : std::uint8_t {
   AddCarriedOut,  // a document of which QuickBooks carried an Add out
   ModCarriedOut,
-  TwinRead,       // a query for one identifier that found its record
-  LinkWritten,    // the statement that writes a new identifier into its row
+  TwinRead,     // a query for one identifier that found its record
+  LinkWritten,  // the statement that writes a new identifier into its row
+  // From here on: what says nothing about how far a send has come, and is left out where that is worked out.
   Choice,         // a look-up of what an entry may do without: it counts as not there when it fails
   KeyLookedUp,    // the look-up of a key without which a record, or the rest of one, is passed over until the next run
-  InvoiceBegun,   // the look-up of its contract, or of the rows that its lines are made of
-  FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
-  LineWritten,    // a row of a bill that may fail without a word, until the next run
   OwnerLookedUp,  // of a customer's project, which goes without an owner when that fails
   OwnerNeeded,    // the owner of a project, without which a record is passed over
+  InvoiceBegun,   // the look-up of its contract, or of the rows that its lines are made of
+  FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
+  PaymentBegun,   // the look-up of what a payment goes to
+  PayerLookedUp,  // the look-up of a client's or a project's link: without it a payment is passed over
+  BillLinked,     // beside LinkWritten: the statement writes a bill's own link, in the manner of a look-up
+  LineWritten,    // a row of a bill that comes in, which may fail without a word, until the next run
   // Of a record that becomes several rows:
   RecordLookedFor,  // whether it is here already
   RowWritten,
@@ -40,9 +44,13 @@ struct Deed {
   DeedKind kind = DeedKind::AddCarriedOut;
 };
 
+// Whether an error is told that keeps a row from being shown on the progress form.
+enum class RowDisplay : std::uint8_t { Told, Ignored };
+
 struct Trace {
   std::vector<std::string> names;  // of call k at k - 1
   std::vector<Deed> deeds;         // in order
+  RowDisplay display = RowDisplay::Told;
 };
 
 // Stands between the counted calls and the adapters, and notes the deeds.
@@ -79,6 +87,9 @@ enum class Leaves : std::uint8_t {
   OnePassedOver,
   // QuickBooks has a new record and the row does not know: the next runs find the name in use and leave it at that.
   OneWithoutLink,
+  // QuickBooks has a new record and of its rows not all know: that of the record itself does, so that it is never sent
+  // again, and those of its parts that come behind do not.
+  OneHalfLinked,
   // A field of the row could not be read while the request was filled, which was told. The record went without what was
   // not set yet, and is the row's from then on.
   OneIncomplete,

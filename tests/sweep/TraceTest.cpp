@@ -24,6 +24,44 @@ TEST(Trace, An_Add_is_added_twice_when_the_run_breaks_between_its_carrying_out_a
   }
 }
 
+TEST(Trace, A_record_is_half_linked_between_the_link_of_its_own_row_and_that_of_a_part) {
+  auto trace = kAdd;
+  trace.names.emplace_back("Connection.Execute");
+  trace.deeds.push_back({.k = 7, .kind = DeedKind::LinkWritten});
+  EXPECT_EQ(WhatIsLeft(trace, 5, kBefore, Break::Kill), Leaves::OneAddedTwice);
+  EXPECT_EQ(WhatIsLeft(trace, 5, kAfter, Break::Kill), Leaves::OneHalfLinked);
+  EXPECT_EQ(WhatIsLeft(trace, 6, kBefore, Break::Raise), Leaves::OneHalfLinked);
+  EXPECT_EQ(WhatIsLeft(trace, 7, kBefore, Break::Raise), Leaves::OneHalfLinked);
+  EXPECT_EQ(WhatIsLeft(trace, 7, kAfter, Break::Kill), Leaves::Nothing);
+}
+
+TEST(Trace, An_error_that_is_ignored_behind_an_Add_does_not_keep_the_link_from_being_written) {
+  auto trace = kAdd;
+  trace.names[3] = "Desk.SetPointer";
+  EXPECT_EQ(WhatIsLeft(trace, 4, kBefore, Break::Raise), Leaves::Nothing);
+  EXPECT_EQ(WhatIsLeft(trace, 4, kBefore, Break::Kill), Leaves::OneAddedTwice);
+}
+
+TEST(Trace, A_bill_s_own_link_that_can_t_be_written_is_ignored_and_what_is_around_it_is_told) {
+  const Trace trace = {
+      .names = {"Transport.ProcessDocument", "Connection.State", "Desk.PumpMessages", "Connection.Execute",
+                "Recordset.FieldAt", "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
+      .deeds = {{.k = 1, .kind = DeedKind::AddCarriedOut},
+                {.k = 4, .kind = DeedKind::LinkWritten},
+                {.k = 4, .kind = DeedKind::BillLinked},
+                {.k = 8, .kind = DeedKind::LinkWritten}}};
+  EXPECT_EQ(WhatIsLeft(trace, 4, kBefore, Break::Raise), Leaves::OneAddedTwice);
+  EXPECT_TRUE(PassesOverSilently(trace, 4));
+  EXPECT_FALSE(PassesOverSilently(trace, 5));
+  EXPECT_FALSE(WhyIgnored(trace, 5, kBefore).empty());
+  for (const std::size_t k : {2U, 3U, 5U, 6U, 7U}) {
+    EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Raise), Leaves::Nothing) << k;
+    EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Kill), k < 4 ? Leaves::OneAddedTwice : Leaves::OneHalfLinked) << k;
+  }
+  for (const std::size_t k : {2U, 3U, 6U, 7U}) EXPECT_TRUE(WhyIgnored(trace, k, kBefore).empty()) << k;
+  EXPECT_EQ(WhatIsLeft(trace, 8, kBefore, Break::Raise), Leaves::OneHalfLinked);
+}
+
 // The reading of a twin at call 1, and the Mod at call 6.
 const Trace kMod = {.names = {"Transport.ProcessDocument", "Desk.PumpMessages", "Machine.GetTimeZoneInformation",
                               "Recordset.Field", "Machine.GetTimeZoneInformation", "Transport.ProcessDocument"},
@@ -76,6 +114,38 @@ TEST(Trace, A_key_that_can_t_be_looked_up_passes_its_record_over) {
   for (std::size_t k = 1; k <= 3; ++k) EXPECT_TRUE(PassesOverSilently(trace, k)) << k;
   EXPECT_FALSE(PassesOverSilently(trace, 4));
   EXPECT_FALSE(WhyIgnored(trace, 3, kAfter).empty());
+}
+
+TEST(Trace, A_payer_who_can_t_be_looked_up_passes_a_payment_over_and_no_other_record) {
+  Trace trace = {.names = {"Connection.OpenRecordset", "Connection.Execute", "Recordset.FieldAt"},
+                 .deeds = {{.k = 2, .kind = DeedKind::PayerLookedUp}}};
+  EXPECT_FALSE(PassesOverSilently(trace, 2));
+  EXPECT_TRUE(WhyIgnored(trace, 3, kBefore).empty());
+  trace.deeds.insert(trace.deeds.begin(), {.k = 1, .kind = DeedKind::PaymentBegun});
+  EXPECT_FALSE(PassesOverSilently(trace, 1));
+  EXPECT_TRUE(PassesOverSilently(trace, 2));
+  EXPECT_FALSE(WhyIgnored(trace, 3, kBefore).empty());
+}
+
+TEST(Trace, A_row_that_can_t_be_shown_is_told_but_where_its_table_ignores_that) {
+  Trace trace = {.names = {"Desk.PumpMessages", "Recordset.Field", "Recordset.Field", "Recordset.Field",
+                           "Desk.UpdateMsgForm", "Desk.PumpMessages", "Machine.Now", "Desk.UpdateMsgForm",
+                           "Desk.PumpMessages", "Desk.UpdateMsgForm", "Desk.PumpMessages"},
+                 .deeds = {}};
+  for (const std::size_t k : {2U, 3U, 4U, 10U, 11U}) EXPECT_TRUE(WhyIgnored(trace, k, kBefore).empty()) << k;
+  trace.display = RowDisplay::Ignored;
+  EXPECT_TRUE(WhyIgnored(trace, 2, kBefore).empty());
+  for (const std::size_t k : {3U, 4U, 10U, 11U}) EXPECT_FALSE(WhyIgnored(trace, k, kBefore).empty()) << k;
+}
+
+TEST(Trace, A_person_to_bill_who_can_t_be_told_passes_an_expense_over) {
+  const Trace trace = {.names = {"Desk.UpdateMsgForm", "Desk.PumpMessages", "Recordset.Field", "Recordset.Field",
+                                 "Recordset.Field", "Connection.State", "Desk.PumpMessages", "Connection.Execute"},
+                       .deeds = {}};
+  EXPECT_TRUE(PassesOverSilently(trace, 5));
+  EXPECT_FALSE(WhyIgnored(trace, 5, kAfter).empty());
+  EXPECT_FALSE(PassesOverSilently(trace, 4));
+  EXPECT_TRUE(WhyIgnored(trace, 4, kBefore).empty());
 }
 
 TEST(Trace, An_entry_is_incomplete_where_its_last_fields_can_t_be_read) {
