@@ -133,8 +133,7 @@ Reading ReadCustomers(const std::string& folder) {
   auto transport = seams.quickbooks.CreateTransport();
   transport->OpenConnection("BENCH", "Bench");
   transport->BeginSession("", OpenMode::DoNotCare);
-  QBSessionManager session(std::make_unique<CountingTransport>(std::move(transport), reading.answer),
-                           TheMachine());
+  QBSessionManager session(std::make_unique<CountingTransport>(std::move(transport), reading.answer), TheMachine());
   Vars().g_NoProgressBar = true;
   Vars().g_QBMajorVer = 3;
   const auto before = PeakMemory();
