@@ -11,7 +11,6 @@
 #include "engine/RowWalk.h"
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
-#include "messages/ValueFormat.h"
 #include "platform/Decimal.h"
 #include "platform/Text.h"
 #include "quickbooks/Requests.h"
@@ -23,6 +22,7 @@
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
 #include "services/msgForm.h"
+#include "transactions/NewRow.h"
 #include "transactions/RetainerItems.h"
 #include "transactions/SpecialItems.h"
 #include "transactions/TxnRow.h"
@@ -290,8 +290,7 @@ class PaymentSend final : public RowWork {
       if (const auto account = record["ARAccountRef"]; !account.IsNothing()) {
         invoice.account = account["FullName"].GetValueOrEmpty();
       }
-      const auto balance = messages::ParseAmount(record["BalanceRemaining"].GetValueOrEmpty());
-      if (balance) invoice.balance = *balance;
+      if (const auto balance = AmountOf(record["BalanceRemaining"])) invoice.balance = *balance;
     }
     return invoice;
   }
