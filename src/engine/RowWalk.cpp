@@ -7,7 +7,7 @@
 
 namespace twqb {
 
-void RowWalk::Walk(const std::string& sql, RowWork& work) {
+void RowWalk::Walk(const Sql& sql, RowWork& work) {
   auto begun = Begun::Yes;
   const auto raised = CatchError([&] {
     begun = Begin(sql, work);
@@ -33,7 +33,7 @@ void RowWalk::TellError(const PlatformError& raised, const RowWork& work) {
   if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
 }
 
-RowWalk::Begun RowWalk::Begin(const std::string& sql, RowWork& work) {
+RowWalk::Begun RowWalk::Begin(const Sql& sql, RowWork& work) {
   connection_ = Vars().platform.database->CreateConnection();
   OpenConnection(*connection_, nullptr, "");
   rows_ = connection_->OpenRecordset(sql, ado::CursorType::Static, ado::LockType::ReadOnly);

@@ -11,6 +11,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/NewRow.h"
 #include "transactions/TxnTable.h"
 
@@ -155,7 +156,7 @@ void Finish(const Booked& booked, const Allocation& allocation) {
 std::string PulledProject(const TxnArrival& arrival) {
   const auto listId = arrival.record["CustomerRef"]["ListID"].GetValue();
   TransferCustomerOrJobFromQB(listId, &arrival.connection, "Project");
-  return LookUp(arrival.connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLINKID = '{}';", listId));
+  return LookUp(arrival.connection, Sql("SELECT ProjectID FROM Project WHERE QBLINKID = '{}';", listId));
 }
 
 Currency DiscountOf(const Record& entry) { return AmountOf(entry["DiscountAmount"]).value_or(Currency()); }
@@ -163,8 +164,8 @@ Currency DiscountOf(const Record& entry) { return AmountOf(entry["DiscountAmount
 bool IsInvoiceHere(const TxnArrival& arrival, std::string_view txnId) {
   std::string number;
   IgnoreErrors([&] {
-    number = LookUp(arrival.connection,
-                    fmt::format("SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID = '{}';", txnId));
+    number =
+        LookUp(arrival.connection, Sql("SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID = '{}';", txnId));
   });
   return !number.empty();
 }
@@ -176,7 +177,7 @@ EntryEnd Allocate(const Booked& booked, const Record& entry) {
   const auto invoice = entry["TxnID"].GetValueOrEmpty();
   if (invoice.empty() || !IsInvoiceHere(arrival, invoice)) return EntryEnd::Done;
   auto project =
-      LookUp(arrival.connection, fmt::format("SELECT ProjectID FROM TransactionTable WHERE QBLinkID = '{}';", invoice));
+      LookUp(arrival.connection, Sql("SELECT ProjectID FROM TransactionTable WHERE QBLinkID = '{}';", invoice));
   if (project.empty()) project = PulledProject(arrival);
   if (project.empty()) return EntryEnd::LeavesRecord;
   Allocation allocation = {.arrival = arrival,
@@ -208,8 +209,7 @@ void BookRetainer(const Booked& booked) {
   if (retainer.projectId.empty()) return;
   Finish(booked, retainer);
   IgnoreErrors([&] {
-    arrival.connection.Execute(fmt::format("UPDATE Payment SET PayRetainer = True WHERE PayID = '{}';", booked.money),
-                               nullptr);
+    arrival.connection.Execute(Sql("UPDATE Payment SET PayRetainer = True WHERE PayID = '{}';", booked.money), nullptr);
   });
 }
 

@@ -21,6 +21,7 @@
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "services/Sql.h"
 #include "services/msgForm.h"
 #include "transactions/NewRow.h"
 #include "transactions/RetainerItems.h"
@@ -176,7 +177,7 @@ class PaymentSend final : public RowWork {
   void BookRetainer(RowWalk& walk) {
     const auto& payment = walk.Row();
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return;
-    const auto rows = fmt::format("(PayID = '{}')", record_.key);
+    const auto rows = Sql("(PayID = '{}')", record_.key);
     const auto link = PayerOfRetainer(rows);
     if (link.empty()) return;
     const auto date = PaymentDate(payment);
@@ -197,12 +198,12 @@ class PaymentSend final : public RowWork {
   }
 
   // The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
-  [[nodiscard]] std::string PayerOfRetainer(const std::string& rows) const {
+  [[nodiscard]] std::string PayerOfRetainer(const Sql& rows) const {
     std::string_view kind = "PROJECT";
-    auto key = RequireScalarFromSQL(fmt::format("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
+    auto key = RequireScalarFromSQL(Sql("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
     if (key == "{CLIENT RETAINER}") {
       kind = "CLIENT";
-      key = RequireScalarFromSQL(fmt::format("SELECT ClientID FROM TransactionTable WHERE {};", rows));
+      key = RequireScalarFromSQL(Sql("SELECT ClientID FROM TransactionTable WHERE {};", rows));
     }
     if (!key.empty()) return GetQBLinkIDOf(kind, key);
     WriteLog("Error transferring Payment to QB. Pay ID = " + record_.key);
@@ -225,10 +226,10 @@ class PaymentSend final : public RowWork {
     // A payment that was sent is never sent again.
     if (IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
     const auto allocations = walk.Connection().OpenRecordset(
-        fmt::format("SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,"
-                    "TransactionPayAmtApplied, LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable "
-                    "WHERE (PayID = '{}');",
-                    record_.key),
+        Sql("SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,"
+            "TransactionPayAmtApplied, LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable "
+            "WHERE (PayID = '{}');",
+            record_.key),
         ado::CursorType::Static, ado::LockType::ReadOnly);
     auto end = RowEnd::Done;
     for (; !allocations->Eof(); allocations->MoveNext()) {
@@ -270,9 +271,9 @@ class PaymentSend final : public RowWork {
     const auto project = ColumnText(allocation, "ProjectID");
     OpenInvoice invoice;
     invoice.id = GetScalarFromSQL(
-        fmt::format("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
-                    "(PayID IS NULL);",
-                    number, project));
+        Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
+            "(PayID IS NULL);",
+            number, project));
     if (invoice.id.empty()) {
       ++missing_.count;
       WriteLog(
@@ -353,7 +354,7 @@ class PaymentSend final : public RowWork {
     // Of several allocations the last one's payment is the row's; each keeps its own.
     WriteLink(connection, PaymentRow(), txnId);
     const RowPlace row = {.table = "TransactionTable",
-                          .condition = fmt::format("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
+                          .condition = Sql("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
     WriteLink(connection, row, txnId);
     Vars().g_NewQBLinkID = txnId;
     if (record_.lastUpdatedIsNull) WriteStamp(connection, row);

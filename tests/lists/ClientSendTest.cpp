@@ -322,7 +322,7 @@ TEST(ClientSend, An_apostrophe_in_a_key_fails_the_link_statement_and_ends_the_ru
   house.Send();
   const auto id = house.ListIdOf("O'Neil");
   EXPECT_NE(id, "");  // QuickBooks has it already
-  EXPECT_EQ(house.traffic.statements.back(), "UPDATE Client SET QBLinkID = '" + id + "' WHERE ClientID = 'O'Neil';");
+  for (const auto& statement : house.traffic.statements) EXPECT_FALSE(statement.starts_with("UPDATE")) << statement;
   EXPECT_EQ(house.Log(), Texts{LogLine("O'Neil")});
   ASSERT_EQ(house.BoxTexts().size(), 1U);
   EXPECT_TRUE(house.BoxTexts()[0].starts_with("Error #: -2147217900(80040E14) -- "));
