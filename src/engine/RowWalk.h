@@ -98,6 +98,7 @@ class RowWalk {
   void TakeAll(RowWork& work);
   void TellError(const PlatformError& raised, const RowWork& work);
   RowEnd TakeRow(RowWork& work);
+  void TellMended(const RowWork& work, const ado::Recordset* row) const;
   [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;
 
