@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/transactions/PaymentsHouse.h"
+#include "transactions/PaymentMethods.h"
 
 namespace twqb {
 namespace {
