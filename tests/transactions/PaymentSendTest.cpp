@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "tests/transactions/PaymentsHouse.h"
 
 namespace twqb {
@@ -173,12 +175,11 @@ TEST(PaymentSend, An_invoice_that_was_received_in_full_there_takes_no_payment_an
                           "</AppliedToTxnAdd>",
                           house.job, received, invoice, received));
   }
-  house.Payment("P1");
-  house.Allocate("P1", "I1", "0.01");
-  house.Payment("P2");
-  house.Allocate("P2", "I2", "30.01");
-  house.Payment("P3");
-  house.Allocate("P3", "I2", "30");
+  for (const auto& [payment, invoice, amount] :
+       {std::tuple("P1", "I1", "0.01"), std::tuple("P2", "I2", "30.01"), std::tuple("P3", "I2", "30")}) {
+    house.Payment(payment);
+    house.Allocate(payment, invoice, amount);
+  }
   house.Send();
   EXPECT_FALSE(house.IsSent("P1") || house.IsSent("P2"));
   EXPECT_TRUE(house.IsSent("P3"));
