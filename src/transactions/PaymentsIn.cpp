@@ -2,37 +2,21 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 
 #include "engine/DependentPull.h"
 #include "engine/Mapping.h"
-#include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Sql.h"
 #include "transactions/NewRow.h"
+#include "transactions/PaymentMethods.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
 
 namespace {
-
-// --- Methods ---------------------------------------------------------------------------------------------------------
-
-constexpr std::int16_t kCheck = 1;
-constexpr std::int16_t kCredit = 3;
-
-struct MethodName {
-  std::string_view name;
-  std::int16_t code;
-};
-constexpr std::array kMethods = {
-    MethodName{"CHECK", kCheck}, MethodName{"CHEQUE", kCheck}, MethodName{"CASH", 2},  MethodName{"CREDIT", kCredit},
-    MethodName{"WRITEOFF", 4},   MethodName{"OTHER", 5},       MethodName{"DEBIT", 6}, MethodName{"CREDIT CARD", 7},
-    MethodName{"EFT", 8},        MethodName{"MONEY ORDER", 9},
-};
 
 // --- Rows of payments ------------------------------------------------------------------------------------------------
 
@@ -89,7 +73,7 @@ std::string AddMoney(const TxnArrival& arrival) {
   const auto method = FieldAtPath(arrival.record, "PaymentMethodRef.FullName");
   auto payId = AddPayment({.arrival = arrival,
                            .amount = AmountOf(arrival.record["TotalAmount"]),
-                           .method = method.IsNothing() ? kCheck : PaymentMethodCode(method.GetValue())});
+                           .method = method.IsNothing() ? kCheckMethod : PaymentMethodCode(method.GetValue())});
   if (payId.empty()) {
     TheDesk().ShowMessageBox({.text = "Problem in collecting PayID for QBLink = " + arrival.txnId,
                               .title = "Error",
@@ -219,7 +203,8 @@ void Write(const TxnArrival& arrival) {
   Currency discounts;
   for (std::size_t i = 0; i < applied.Count(); ++i) discounts = discounts + DiscountOf(applied.GetAt(i));
   std::optional<std::string> discount;
-  if (discounts != Currency()) discount = AddPayment({.arrival = arrival, .amount = discounts, .method = kCredit});
+  if (discounts != Currency())
+    discount = AddPayment({.arrival = arrival, .amount = discounts, .method = kCreditMethod});
   const OpenTable table(arrival.connection, "TransactionTable");
   const Booked booked = {
       .arrival = arrival, .money = std::move(money), .discount = std::move(discount), .allocations = table.Rows()};
@@ -268,11 +253,5 @@ constexpr TxnTable kPayments = {
 }  // namespace
 
 void MovePaymentsToTW(const GetCall& call) { GetTransactions(kPayments, call); }
-
-std::int16_t PaymentMethodCode(std::string_view name) {
-  const auto upper = UpperCase(name);
-  const auto* found = std::ranges::find(kMethods, upper, &MethodName::name);
-  return found == kMethods.end() ? kCheck : found->code;
-}
 
 }  // namespace twqb

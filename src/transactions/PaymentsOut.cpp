@@ -12,10 +12,8 @@
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "platform/Decimal.h"
-#include "platform/Text.h"
 #include "quickbooks/Requests.h"
 #include "services/Conversions.h"
-#include "services/Countries.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/Events.h"
@@ -24,6 +22,7 @@
 #include "services/Sql.h"
 #include "services/msgForm.h"
 #include "transactions/NewRow.h"
+#include "transactions/PaymentMethods.h"
 #include "transactions/RetainerItems.h"
 #include "transactions/SpecialItems.h"
 #include "transactions/TxnRow.h"
@@ -34,18 +33,7 @@ namespace twqb {
 
 namespace {
 
-// --- Methods ---------------------------------------------------------------------------------------------------------
-
-struct Method {
-  std::string_view code;
-  std::string_view name;
-};
-// A check has its name by country.
-constexpr std::array kMethods = {
-    Method{"2", "Cash"},     Method{"3", "Credit"},      Method{"A", "Credit"}, Method{"a", "Credit"},
-    Method{"4", "WriteOff"}, Method{"5", "Other"},       Method{"6", "Debit"},  Method{"7", "Credit Card"},
-    Method{"8", "EFT"},      Method{"9", "Money Order"},
-};
+// --- Where it goes --------------------------------------------------------------------------------------------------
 
 // How a payment goes to its invoice.
 enum class Applied : std::uint8_t {
@@ -374,13 +362,6 @@ class PaymentSend final : public RowWork {
 };
 
 }  // namespace
-
-std::string_view PaymentMethodName(std::string_view code) {
-  for (const auto& method : kMethods) {
-    if (method.code == code) return method.name;
-  }
-  return IsCanadianOrBritish(FileCountry()) ? "Cheque" : "Check";
-}
 
 bool AddPaymentMethodNamesToQB(QBSessionManager& session) {
   return RunAs("AddPaymentMethodNamesToQB", false, [&] {
