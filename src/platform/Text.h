@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,11 @@ inline constexpr std::string_view kCrLf = "\r\n";
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
 // Whether every byte sequence is well-formed UTF-8.
 [[nodiscard]] bool IsUtf8(std::string_view text);
+
+// The text with what `shown` makes of each control character in their places; a tab, CR and LF stay.
+[[nodiscard]] std::string ReplaceControls(std::string_view text, const std::function<std::string(unsigned)>& shown);
+// The same with "?" for each.
+[[nodiscard]] std::string WithoutControls(std::string_view text);
 
 // Walks the characters of a text. `Next` gives the next character's bytes; empty at the end.
 class CharacterWalk {
