@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "adapters/terminal/EndSignals.h"
 #include "adapters/terminal/TerminalDesk.h"
 
 namespace twqb {
@@ -35,7 +36,7 @@ class TerminalSession {
     const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
     child_ = forkpty(&terminal_, nullptr, nullptr, &size);
     if (child_ != 0) return;
-    std::signal(SIGINT, SIG_DFL);
+    for (const int signal : EndSignals::kSignals) std::signal(signal, SIG_DFL);
     alarm(static_cast<unsigned>(kPatience.count()));
     int status = 0;
     {
@@ -67,6 +68,7 @@ class TerminalSession {
       all_.append(chunk.data(), static_cast<std::size_t>(got));
     }
   }
+  void Signal(int signal) const { kill(child_, signal); }
   [[nodiscard]] bool Type(std::string_view keys) const {
     return write(terminal_, keys.data(), keys.size()) == static_cast<ssize_t>(keys.size());
   }
@@ -187,6 +189,35 @@ TEST(TerminalSession, Without_the_form_Ctrl_C_ends_the_process) {
   ASSERT_TRUE(session.Type(kCtrlC));
   EXPECT_EQ(session.ExitStatus(), -SIGINT);
 }
+
+class EndedQuestion : public testing::TestWithParam<int> {};
+
+TEST_P(EndedQuestion, Takes_No_when_the_process_is_to_end) {
+  TerminalSession session([](TerminalDesk& desk) {
+    const EndSignals signals;
+    const bool isNo = desk.ShowMessageBox(kConfirmation) == BoxAnswer::No;
+    const bool isOk = desk.ShowMessageBox({.text = "Done.", .title = "Note"}) == BoxAnswer::Ok;
+    return isNo && isOk && EndSignals::Came() == GetParam() ? 0 : 1;
+  });
+  ASSERT_TRUE(session.See(kPrompt));
+  session.Signal(GetParam());
+  EXPECT_EQ(session.ExitStatus(), 0);
+}
+
+TEST_P(EndedQuestion, Is_left_at_once_by_a_second_signal_while_the_person_is_asked_what_the_first_meant) {
+  TerminalSession session([](TerminalDesk& desk) {
+    const EndSignals signals;
+    raise(SIGINT);
+    const EndSignals::Asking asking;
+    return desk.ShowMessageBox(kConfirmation) == BoxAnswer::No ? 0 : 1;
+  });
+  ASSERT_TRUE(session.See(kPrompt));
+  session.Signal(GetParam());
+  EXPECT_EQ(session.ExitStatus(), EndSignals::ExitStatusOf(SIGINT));
+}
+
+INSTANTIATE_TEST_SUITE_P(TerminalSession, EndedQuestion, testing::ValuesIn(EndSignals::kSignals),
+                         [](const auto& suite) { return std::string(SignalName(suite.param)); });
 
 TEST(TerminalSession, No_line_of_progress_is_as_wide_as_the_terminal) {
   TerminalSession session([](TerminalDesk& desk) {
