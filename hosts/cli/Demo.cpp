@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "adapters/system/FrozenMachine.h"
+#include "adapters/terminal/EndSignals.h"
 #include "cli/Composition.h"
 #include "cli/DemoBooks.h"
 #include "cli/DemoTables.h"
 #include "cli/FolderMaker.h"
 #include "cli/Output.h"
 #include "cli/TextTable.h"
+#include "cli/TransferLock.h"
 #include "cli/Transfers.h"
 #include "platform/Date.h"
 #include "platform/Text.h"
@@ -228,6 +230,8 @@ ExitStatus RunDemo(const std::filesystem::path& folder, const Options& options, 
   Print(fmt::format("1. Make a folder with the sample firm on both sides: {}\n", place.folder));
   MakeFolder(folder, {.company = {}, .content = Content::Sample}, *machine);
 
+  const EndSignals signals;
+  const TransferLock held(place, options);
   Composition composition(place, surroundings);
   const auto status = Demo(composition, options).Run();
   const auto here = place.folder.find(' ') == std::string::npos ? place.folder : fmt::format("\"{}\"", place.folder);
