@@ -1,13 +1,14 @@
 // How a transfer ends by a signal, as a process of its own.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <thread>
 
-#include "Events.h"
 #include "HeldTransfer.h"
+#include "tests/support/TerminalSession.h"
 
 namespace twqb::cli {
 namespace {
@@ -104,6 +105,63 @@ TEST_F(EndOfAll, A_get_ends_behind_its_record_too) {
   EXPECT_EQ(ended.exitStatus, 128 + SIGTERM) << ended.errors;
   EXPECT_THAT(ended.output, HasSubstr("get clients: failed\n"));
 }
+
+// The program at a terminal of its own, where it may ask.
+class EndAtTheTerminal : public EndBySignal {
+ protected:
+  // In the child.
+  int Become(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> words = {TWQB_PROGRAM};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (auto& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    if (chdir(folder_.Path().c_str()) == 0) execv(argv[0], argv.data());
+    return 127;
+  }
+  // Presses Ctrl-C in the middle of a send, and answers the question that comes.
+  int AnswerCtrlC(std::string_view keys) {
+    folder_.Done({"send", "clients", "--id", "ABBOTT", "--answers", "yes.txt"});
+    RecordPipe record(folder_);
+    TerminalSession session([&] { return Become({"send", "clients", "--transcript", record.Path()}); });
+    EXPECT_TRUE(record.ReadTo("CustomerAddRs"));
+    EXPECT_TRUE(session.Type(kCtrlC));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    std::thread reader([&] { record.ReadToTheEnd(); });
+    EXPECT_TRUE(session.See("Are you sure you want to Cancel?"));
+    EXPECT_TRUE(session.See("[Y]es / [N]o: "));
+    EXPECT_TRUE(session.Type(keys));
+    // The box that says so, or that there was nothing else to do.
+    static_cast<void>(session.Type("\n"));
+    const int status = session.ExitStatus();
+    reader.join();
+    return status;
+  }
+};
+
+TEST_F(EndAtTheTerminal, A_question_that_waits_is_answered_No_and_the_run_ends) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    TerminalSession session([&] { return Become({"send", "clients"}); });
+    ASSERT_TRUE(session.See("Would you like to backup"));
+    ASSERT_TRUE(session.See("[Y]es / [N]o: "));
+    session.Signal(signal);
+    EXPECT_EQ(session.ExitStatus(), 128 + signal);
+    folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "True"});
+  }
+  EXPECT_THAT(folder_.Names(), testing::Not(testing::Contains("billing.db_TWB.bak")));
+}
+
+TEST_F(EndAtTheTerminal, Ctrl_C_asks_and_Yes_ends_with_130) {
+  EXPECT_EQ(AnswerCtrlC("y\n"), 128 + SIGINT);
+  EXPECT_THAT(std::stoi(Count("QBLinkID <> ''")), testing::Lt(60));
+}
+
+TEST_F(EndAtTheTerminal, Ctrl_C_asks_and_No_goes_on_to_the_end) {
+  EXPECT_EQ(AnswerCtrlC("n\n"), 0);
+  EXPECT_EQ(Count("QBLinkID <> ''"), "64");
+}
+
+TEST_F(EndAtTheTerminal, Ctrl_C_at_its_own_question_ends_at_once) { EXPECT_EQ(AnswerCtrlC(kCtrlC), 128 + SIGINT); }
 
 }  // namespace
 }  // namespace twqb::cli
