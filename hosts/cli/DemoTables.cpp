@@ -97,8 +97,9 @@ void PrintFirstRound(const TableStates& before, const TableStates& sent, const T
                   "   stands for items without one and never goes; {} employee, who came in as\n"
                   "   the manager of jobs; and what never goes: {} time entries that are not posted\n"
                   "   or below nothing, {} invoices that are drafts or below nothing, {} payment that\n"
-                  "   was written off. The retainer among the payments is an invoice of nothing\n"
-                  "   in QuickBooks. One invoice had a link to what is gone there, and went again.\n",
+                  "   was written off. The retainers among the payments are invoices of nothing\n"
+                  "   in QuickBooks, and a payment of two invoices is two there. One invoice had a\n"
+                  "   link to what is gone there, and went again.\n",
                   WithoutLink(got[kAccounts]), WithoutLink(got[kExpenseCodes]), WithoutLink(got[kEmployees]),
                   WithoutLink(got[kTimeEntries]), WithoutLink(got[kInvoices]), WithoutLink(got[kPayments])));
 }

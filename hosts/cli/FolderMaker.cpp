@@ -52,8 +52,8 @@ void MakeBilling(const Workplace& made, Content content) {
   connection->Execute("BEGIN", nullptr);
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
   if (content == Content::Sample) {
-    for (const auto script :
-         {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(), SampleInvoices()}) {
+    for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(),
+                              SampleInvoices(), SamplePayments()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
     }
   }

@@ -159,11 +159,11 @@ INSTANTIATE_TEST_SUITE_P(Invoices, InvoicesOfCountry, testing::Values("US", "CA"
                          [](const auto& suite) { return suite.param; });
 
 TEST_F(Invoices, That_are_drafts_below_nothing_or_without_a_number_stay_without_a_word) {
-  Sql("UPDATE TransactionTable SET TransactionInvNum = NULL WHERE TransactionInvNum = '1046'");
+  Sql("UPDATE TransactionTable SET TransactionInvNum = NULL WHERE TransactionInvNum = '1045'");
   const auto ended = Run("send", "all", 11);
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.err, Not(HasSubstr("Invoice")));
-  EXPECT_EQ(Linked(), "1041 1042 1044 1045 1047 1048 1049 1050 1051 1052 1053 1055 1056 1058 2008-02-0117-A");
+  EXPECT_EQ(Linked(), "1041 1042 1044 1046 1047 1048 1049 1050 1051 1052 1053 1055 1056 1058 2008-02-0117-A");
   for (const auto* number : {"1043", "1057", "1059"}) EXPECT_EQ(LinkOf(number), "") << number;
   EXPECT_EQ(Scalar("SELECT TransactionInvBillAmt FROM TransactionTable WHERE TransactionInvNum = '1057'"), "-180");
   const auto log = folder_.Read("TWQBLog20083.txt");

@@ -38,7 +38,7 @@ TEST_F(SampleFirm, Each_statement_without_filters_selects_rows) {
   EXPECT_NE(Select(enTimeEntries, "TEID"), "");
   EXPECT_EQ(Sorted(Select(enInvoices, "TransactionInvNum")),
             "1041 1042 1044 1045 1046 1047 1048 1049 1050 1051 1052 1053 1055 1056 1057 1058 2008-02-0117-A ");
-  EXPECT_EQ(Select(enPayments, "PayRef"), "20771 W-118 3309 ");
+  EXPECT_EQ(Select(enPayments, "PayMethod"), "1 8 1 1 2 7 3 5 4 9 8 a 1 8 1 A ");
   EXPECT_EQ(Select(enVendorBill, "BillNumber"), "CS-2208 7714 ");
   Vars().g_PassedID = "all";
   EXPECT_EQ(Select(enExpenseLog, "EmployeeID", {.Filter1a = "SELECT ELID FROM ExpenseLog"}),
@@ -56,7 +56,7 @@ TEST_F(SampleFirm, Groups_and_activity_narrow_it) {
   EXPECT_EQ(group(enProjects, "ProjectID", "WATER", true), "CULVERT: MARINA: ");
   EXPECT_EQ(group(enActivities, "ActivityID", "TIMEOFF", true), "GEN:COMP GEN:HOL GEN:SICK GEN:VAC ");
   EXPECT_EQ(group(enExpenseCodes, "ExpID", "PAPER", true), "FILING: REPRO: ");
-  EXPECT_EQ(group(enPayments, "PayRef", "RETAINER", false), "20771 ");
+  EXPECT_EQ(group(enPayments, "ClientID", "RETAINER", false), "ABBOTT FARROW REGENT REGENT REGENT ");
   EXPECT_EQ(Select(enInvoices, "TransactionInvNum", {.Filter3a = "LAND", .Filter3b = "LAND"}),
             "1041 2008-02-0117-A 1055 1057 ");
 }
@@ -141,7 +141,7 @@ constexpr Reference kReferences[] = {
     {"ExpenseLog", "VendorBillID", "VendorBill", "VendorBillID"},
     {"VendorBill", "VendorID", "Employee", "EmployeeID"},
     {"TransactionTable", "ClientID", "Client", "ClientID"},
-    {"TransactionTable", "ProjectID", "Project", "ProjectID"},
+    {"TransactionTable", "ProjectID", "(SELECT ProjectID FROM Project UNION SELECT '{CLIENT RETAINER}')", "ProjectID"},
     {"TransactionTable", "PayID", "Payment", "PayID"},
     {"ManInvDetail", "TransactionID", "TransactionTable", "TransactionID"},
     {"Payment", "ClientID", "Client", "ClientID"},
@@ -205,6 +205,21 @@ constexpr std::string_view kContradictions[] = {
     "0.0005",
     "Payment y WHERE ABS(PayAmt - "
     "(SELECT SUM(TransactionPayAmtApplied) FROM TransactionTable t WHERE t.PayID = y.PayID)) > 0.005",
+    // money goes to an invoice of the same project that has room for it, and a retainer to none
+    "TransactionTable a, Payment y WHERE a.PayID = y.PayID AND (PayRetainer = -1) <> (TransactionInvNum = '0')",
+    "TransactionTable a WHERE PayID IS NOT NULL AND TransactionInvNum <> '0' AND NOT EXISTS (SELECT * FROM "
+    "TransactionTable i WHERE i.PayID IS NULL AND i.IsDraft = 0 AND i.TransactionInvNum = a.TransactionInvNum AND "
+    "i.ProjectID = a.ProjectID)",
+    "TransactionTable i WHERE PayID IS NULL AND TransactionInvBillAmt >= 0 AND 0.0005 + TransactionInvBillAmt < "
+    "(SELECT "
+    "SUM(TransactionPayAmtApplied) FROM TransactionTable a WHERE a.PayID IS NOT NULL AND a.TransactionInvNum = "
+    "i.TransactionInvNum AND a.ProjectID = i.ProjectID)",
+    // no more comes out of retainers than went in
+    "Client c WHERE (SELECT COALESCE(SUM(PayAmt), 0) FROM Payment y WHERE y.ClientID = c.ClientID AND PayRetainer = "
+    "-1) "
+    "< (SELECT COALESCE(SUM(PayAmt), 0) FROM Payment y WHERE y.ClientID = c.ClientID AND UNICODE(PayMethod) = 65) + "
+    "(SELECT "
+    "COALESCE(SUM(InvRetainerAmtApplied), 0) FROM TransactionTable t WHERE t.ClientID = c.ClientID AND PayID IS NULL)",
     // nothing has been sent but an invoice that is gone
     "TransactionTable WHERE QBLinkID <> '' AND TransactionInvNum <> '1055'",
     "TimeEntry WHERE QBLinkID <> ''",
