@@ -9,6 +9,7 @@
 
 #include "adapters/system/FileIdentity.h"
 #include "cli/ExitStatus.h"
+#include "cli/Surroundings.h"
 #include "cli/TransferLock.h"
 #include "services/Errors.h"
 
@@ -31,6 +32,17 @@ void AddDatabase(std::vector<RunFile>& files, const std::string& path, const std
   throw UsageError(
       fmt::format("The settings file {} is {}; writing settings would destroy it.\nName another one with --settings.",
                   path, isWhat));
+}
+
+// The log is appended to, whatever it leads to.
+void RefuseLinkedLog(const Workplace& place, const Options& options) {
+  const auto log = LogFile(*MakeMachine(place, options.clock));
+  if (!IdentityOf(log)) return;
+  for (const auto& file : {BillingFileOf(place), place.company, place.settings, place.registry}) {
+    if (IdentityOf(file) != IdentityOf(log)) continue;
+    throw UsageError(
+        fmt::format("The log {} leads to {}, which writing it would destroy.\nMove the log away.", log, file));
+  }
 }
 
 // A text has no zero bytes but as UTF-16, which settings are not written in.
@@ -63,6 +75,7 @@ void CheckApart(const Workplace& place, const Options& options) {
     throw UsageError(fmt::format(
         "BillingDb and the company file are both {}.\nName two files, with --billing and --company.", place.company));
   }
+  RefuseLinkedLog(place, options);
   if (options.settingsTable || !isThere(place.settings)) return;
   if (isThere(billing) && AreOneFile(billing, place.settings)) RefuseSettings(place.settings, "BillingDb");
   if (AreOneFile(place.company, place.settings)) RefuseSettings(place.settings, "the company file");

@@ -21,8 +21,9 @@ struct RunFile {
 [[nodiscard]] std::vector<RunFile> FilesOfRun(const Workplace& place, Machine& machine,
                                               const std::vector<std::string>& read);
 
-// Raises UsageError when BillingDb, company file and settings are not three files, when answers or faults are read from
-// the settings, or when the settings are no text: writing them would destroy what is there.
+// Raises UsageError when BillingDb, company file and settings are not three files, when the log leads to one of them,
+// when answers or faults are read from the settings, or when the settings are no text: writing would destroy what is
+// there.
 void CheckApart(const Workplace& place, const Options& options);
 
 }  // namespace twqb::cli

@@ -98,6 +98,16 @@ TEST_F(OutputFile, Of_every_command_is_guarded) {
   EXPECT_EQ(folder_.Read("billing.db"), before);
 }
 
+TEST_F(OutputFile, The_log_is_none_of_the_others_by_a_link) {
+  const auto before = folder_.Read("billing.db");
+  fs::remove(folder_.Path() / "TWQBLog20083.txt");
+  fs::create_symlink("billing.db", folder_.Path() / "TWQBLog20083.txt");
+  const auto ended = RecordInto("run.jsonl");
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("TWQBLog20083.txt leads to"), HasSubstr("Move the log away.")));
+  EXPECT_EQ(folder_.Read("billing.db"), before);
+}
+
 TEST_F(OutputFile, May_be_a_device) { EXPECT_EQ(RecordInto("/dev/null").status, 0); }
 
 TEST_F(OutputFile, That_cannot_take_the_whole_record_ends_with_2) { EXPECT_EQ(RecordInto("/dev/full").status, 2); }
