@@ -12,6 +12,7 @@
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
+#include "services/Sql.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
 #include "transactions/TxnTable.h"
@@ -157,8 +158,8 @@ class EstimateGet final : public RecordWork {
   // Of a job; a customer alone is no project.
   static std::string ProjectOf(ado::Connection& connection, const Record& record) {
     if (CustomerName(record).find(':') == std::string::npos) return {};
-    return LookUp(connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
-                                          record["CustomerRef"]["ListID"].GetValue()));
+    return LookUp(connection, Sql("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
+                                  record["CustomerRef"]["ListID"].GetValue()));
   }
 
   // False: the budget is here and stays as it is, with all its lines.
@@ -208,8 +209,8 @@ class EstimateGet final : public RecordWork {
   static void NameInProject(const Estimate& estimate) {
     IgnoreErrors([&] {
       estimate.connection.Execute(
-          fmt::format("UPDATE Project SET EstimateID = '{}' WHERE ProjectID = '{}' AND EstimateID IS NULL;",
-                      estimate.key, estimate.project),
+          Sql("UPDATE Project SET EstimateID = '{}' WHERE ProjectID = '{}' AND EstimateID IS NULL;", estimate.key,
+              estimate.project),
           nullptr);
     });
   }

@@ -165,9 +165,9 @@ class Details {
 
   void Insert(std::string_view into, std::string_view text, Currency amount) {
     connection_.Execute(
-        fmt::format("{0}ManInvDetailDesc,ManInvDetailAmt, ManInvDetailTaxAmt,ManInvDetailTot,ManInvDetailTaxPerc) "
-                    "VALUES('{1}', '{2}', '{3}',{4},0,{4},0);",
-                    into, GenerateGUID(), transactionId_, FixQuote(text), ToText(amount)),
+        Sql("{0}ManInvDetailDesc,ManInvDetailAmt, ManInvDetailTaxAmt,ManInvDetailTot,ManInvDetailTaxPerc) "
+            "VALUES('{1}', '{2}', '{3}',{4},0,{4},0);",
+            into, GenerateGUID(), transactionId_, Doubled{FixQuote(text)}, ToText(amount)),
         nullptr);
   }
 

@@ -109,7 +109,7 @@ void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::
 [[nodiscard]] std::string CustomerName(const Record& record);
 
 // The first field of what a statement finds; "" when that is nothing. Raises any error.
-[[nodiscard]] std::string LookUp(ado::Connection& connection, const std::string& statement);
+[[nodiscard]] std::string LookUp(ado::Connection& connection, const Sql& statement);
 
 // Whether a row of the table is linked to that identifier, which holds no quote. Raises any error.
 [[nodiscard]] bool IsLinkedTo(ado::Connection& connection, std::string_view table, std::string_view link);

@@ -16,6 +16,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
 #include "transactions/TxnTable.h"
@@ -185,9 +186,9 @@ const Rows& RowsOf(CodeKind kind) { return kind == CodeKind::Activity ? kHoursRo
 // The status of the row in hand. Each dialect has its own way to write an identifier.
 std::string StatusOf(ado::Connection& connection, const Rows& rows, const ado::Recordset& row) {
   const auto id = ReplaceAll(ReplaceAll(ColumnText(row, rows.table.keyColumn), "{", ""), "}", "");
-  const auto literal = Vars().g_DbKind == "SQL" ? fmt::format("'{{{}}}'", id) : fmt::format("{{guid {{{}}}}}", id);
-  return LookUp(connection, fmt::format("SELECT {} FROM {} WHERE {}={};", rows.statusColumn, rows.table.table,
-                                        rows.table.keyColumn, literal));
+  const auto literal = Vars().g_DbKind == "SQL" ? Sql("'{{{}}}'", id) : Sql("{{guid {{{}}}}}", Sql::Name(id));
+  return LookUp(connection, Sql("SELECT {} FROM {} WHERE {}={};", rows.statusColumn, rows.table.table,
+                                rows.table.keyColumn, literal));
 }
 
 constexpr std::string_view kNoWords = "From QuickBooks";
@@ -241,8 +242,8 @@ class VendorBillGet final : public RecordWork {
   static std::string VendorOf(ado::Connection& connection, const Record& record) {
     std::string vendor;
     IgnoreErrors([&] {
-      vendor = LookUp(connection, fmt::format("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
-                                              record["VendorRef"]["ListID"].GetValue()));
+      vendor = LookUp(connection, Sql("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
+                                      record["VendorRef"]["ListID"].GetValue()));
     });
     return vendor;
   }
@@ -291,8 +292,8 @@ class VendorBillGet final : public RecordWork {
     const LineRow place(bill.connection, rows.table, link);
     if (!place.IsNew()) {
       // Whatever becomes of the line, and of hours, too, where it finds no row.
-      static_cast<void>(GetScalarFromSQL(
-          fmt::format("UPDATE EXPENSELOG SET VendorBillID = '{}' WHERE QBLinkID = '{}';", bill.key, link)));
+      static_cast<void>(
+          GetScalarFromSQL(Sql("UPDATE EXPENSELOG SET VendorBillID = '{}' WHERE QBLinkID = '{}';", bill.key, link)));
       bill.hasLines = true;
       if (!place.MayBeChanged(rule_, bill.record)) return;
     }
@@ -308,7 +309,7 @@ class VendorBillGet final : public RecordWork {
     }
     if (&rows == &kHoursRows) {
       line.projectName =
-          LookUp(bill.connection, fmt::format("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
+          LookUp(bill.connection, Sql("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
     }
     WriteColumns<BillLine>(place.Row(), rows.columns, line);
     if (IgnoreErrors([&] { place.Row().Update(); })) bill.hasLines = true;
@@ -321,7 +322,7 @@ class VendorBillGet final : public RecordWork {
     if (customer["FullName"].GetValueOrEmpty().find(':') == std::string::npos) {
       TransferCustomerOrJobFromQB(listId, &connection, "");
     }
-    return LookUp(connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';", listId));
+    return LookUp(connection, Sql("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';", listId));
   }
 
   static void ReadValues(ado::Connection& connection, const Record& record, LineForm form, BillLine& line) {

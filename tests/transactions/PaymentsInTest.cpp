@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/transactions/ArrivalsHouse.h"
+#include "transactions/PaymentMethods.h"
 
 namespace twqb {
 namespace {
