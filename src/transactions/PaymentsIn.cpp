@@ -238,7 +238,9 @@ constexpr TxnTable kPayments = {
         {
             .texts = {.routine = "MovePaymentsToTW",
                       .shown = "Getting Payments from QuickBooks...",
-                      .log = "Error transfering Payment to Tallywick. Customer = "},
+                      .log = "Error transfering Payment to Tallywick. Customer = ",
+                      .afterError = AfterError::AsksAndLeaves,
+                      .askedWith = BoxIcon::Question},
             .links = kLinks,
             // A payment that was applied to no invoice here has no row there, and comes once more.
             .hereIn = "TransactionTable",

@@ -70,10 +70,11 @@ class TxnGetWork final : public RecordWork {
   [[nodiscard]] static std::vector<std::string> Find(const TxnLink& link, std::string_view select, const Record& record,
                                                      ado::Connection& connection) {
     std::vector<std::string> found;
+    const auto listId = [&] { return record[link.reference]["ListID"].GetValue(); };
+    if (link.required) static_cast<void>(listId());
     const auto look = [&] {
-      const auto rows =
-          connection.OpenRecordset(Sql("{}{}';", Sql::Own(select), record[link.reference]["ListID"].GetValue()),
-                                   ado::CursorType::Static, ado::LockType::ReadOnly);
+      const auto rows = connection.OpenRecordset(Sql("{}{}';", Sql::Own(select), listId()), ado::CursorType::Static,
+                                                 ado::LockType::ReadOnly);
       if (rows->Eof()) return;
       for (std::size_t i = 0; i < link.values; ++i) found.push_back(ToText(rows->FieldAt(static_cast<int>(i))));
     };

@@ -35,6 +35,7 @@ struct TxnLink {
   std::string_view otherwise = {};  // the same where the link before this one found nothing; left out: no other
   std::size_t values = 1;           // how many columns that selects
   bool optional = false;            // a record without the reference has nothing to look up
+  bool required = false;            // a record without the reference is an error, even where a failed look-up is none
   Unknown unknown = Unknown::PassesOver;
   FailedLook failed = FailedLook::FindsNothing;
 };
