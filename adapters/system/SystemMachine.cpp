@@ -135,22 +135,26 @@ std::optional<std::string> SystemMachine::ReadRegistry(std::string_view key, std
 void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   const auto source = OpenForReading(from);
   if (!source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
-  auto copy = FileReplacement::Begin(to);
+  // A backup must not reach, by a link that somebody has put in its place, what it was not made for.
+  auto copy = FileReplacement::Begin(to, Links::Replaced);
   if (!copy) RaiseForTarget(to);
   struct stat status = {};
   constexpr mode_t kPermissions = 0777;
-  const bool done = CopyBytes(source, copy->File()) && ::fstat(source.Get(), &status) == 0 &&
-                    ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 && copy->Commit();
+  // The rights come ahead of the content: nobody reads the copy who may not read the original.
+  const bool done = ::fstat(source.Get(), &status) == 0 &&
+                    ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 &&
+                    CopyBytes(source, copy->File()) && copy->Commit();
   if (!done) Raise(error::kFileAccess, to);
 }
 
 std::string SystemMachine::LibraryFolder() { return options_.libraryFolder; }
 
 void SystemMachine::AppendLine(const std::string& path, std::string_view line) {
-  constexpr mode_t kNewFileMode = 0666;  // less what the process masks
+  constexpr mode_t kNewFileMode = 0600;  // names and amounts are in it, as in the databases
   FileDescriptor file(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kNewFileMode));
   if (!file) RaiseForTarget(path);
-  const auto bytes = std::string(line).append(kCrLf);
+  // What a record holds must not steer the terminal at which the file is read.
+  const auto bytes = WithoutControls(line).append(kCrLf);
   ssize_t written = -1;
   do {
     written = ::write(file.Get(), bytes.data(), bytes.size());

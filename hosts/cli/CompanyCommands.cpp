@@ -38,7 +38,7 @@ ExitStatus Run(const Options& options, const std::string& file) {
     Tell(fmt::format("{} {}", HexNumber(refused.number()), refused.description()));
     return ExitStatus::Failed;
   }
-  Print(answer);
+  Print(ReplaceControls(answer, [](unsigned control) { return fmt::format("&#{};", control); }));
   if (!answer.ends_with('\n')) Print("\n");
   return ExitStatus::Done;
 }

@@ -1,8 +1,5 @@
 #include "cli/Composition.h"
 
-#include <fmt/core.h>
-
-#include <filesystem>
 #include <optional>
 
 #include "adapters/companyfile/CompanyTransport.h"
@@ -14,7 +11,9 @@
 #include "adapters/terminal/TerminalDesk.h"
 #include "adapters/transcript/Transcript.h"
 #include "adapters/transcript/TranscriptWriter.h"
-#include "cli/ExitStatus.h"
+#include "cli/EndingDesk.h"
+#include "cli/OutputFile.h"
+#include "cli/TellingMachine.h"
 #include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "twqb/CTWQBBridge.h"
@@ -23,9 +22,13 @@ namespace twqb::cli {
 
 namespace {
 
+constexpr RecordKind kTranscript = {
+    .called = "transcript", .option = "--transcript", .beginning = TranscriptWriter::kBeginning};
+
 // Beside an answers file the person at the terminal only watches: no box waits for the Enter key.
 TerminalOptions TerminalFor(const Surroundings& surroundings) {
   auto options = TerminalOptions::Detect();
+  options.interrupts = Interrupts::AreTheHosts;
   if (surroundings.answers) options.interactive = false;
   return options;
 }
@@ -53,35 +56,40 @@ struct Composition::Parts {
         quickbooks(workplace.company, *machine),
         terminal(TerminalFor(surroundings)) {
     if (surroundings.answers) script.emplace(*surroundings.answers, &terminal);
+    ending.emplace(script ? static_cast<Desk&>(*script) : terminal,
+                   TerminalFor(surroundings).interactive ? Confirms::Yes : Confirms::No);
     seams = {.database = &database,
-             .quickbooks = &quickbooks,
-             .desk = script ? static_cast<Desk*>(&*script) : &terminal,
+             .quickbooks = surroundings.companyOpened
+                               ? static_cast<TransportFactory*>(&opened.emplace(quickbooks, surroundings.companyOpened))
+                               : &quickbooks,
+             .desk = &*ending,
              .machine = machine.get(),
              .callback = &callback};
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
     if (!surroundings.transcript.empty()) {
-      try {
-        writer.emplace(std::filesystem::path(surroundings.transcript), surroundings.masking);
-      } catch (const PlatformError& failure) {
-        throw UsageError(
-            fmt::format("The transcript {} can't be written: {}", surroundings.transcript, failure.description()));
-      }
+      record.emplace(surroundings.transcript, kTranscript, FilesOfRun(workplace, *machine, surroundings.read));
+      writer.emplace(record->Stream(), surroundings.masking);
       seams = transcript.emplace(seams, *writer).Decorated();
     }
     seams.desk = &told.emplace(*seams.desk);
+    seams.machine = &copies.emplace(*seams.machine);
   }
 
   Workplace place;
   std::unique_ptr<Machine> machine;
   SqliteProvider database;
   company::CompanyTransportFactory quickbooks;
+  std::optional<TellingTransportFactory> opened;
   TerminalDesk terminal;
   std::optional<ScriptedDesk> script;
+  std::optional<EndingDesk> ending;
   RecordingCallbackFactory callback;
   std::optional<FaultPlatform> faults;
+  std::optional<OutputFile> record;
   std::optional<TranscriptWriter> writer;
   std::optional<TranscriptPlatform> transcript;
   std::optional<CountingDesk> told;
+  std::optional<TellingMachine> copies;
   Platform seams;
 };
 

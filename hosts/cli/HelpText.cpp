@@ -35,6 +35,7 @@ Files (the defaults stand in the working folder)
 
 How a transfer runs (options may stand before or behind the command)
   --answers FILE               answer its questions: yes, no, retry, default yes ...
+  --wait SECONDS               wait for another transfer on the same files to end
   --single-user  --no-progress  --leave-open
   --transcript FILE            record the run as JSON Lines (--unmasked: passwords too)
   --faults FILE                let calls fail as the file tells
@@ -47,8 +48,8 @@ Examples
   twqb billing run -e "SELECT ClientID, QBLinkID FROM Client" --json
 
 Exit status: 0 done, 1 failed or refused, 2 wrong usage or a file that can't be
-used, 3 a question without an answer. Results go to standard output; progress
-and questions to standard error.
+used, 3 a question without an answer, 128 and its number when a signal ended it.
+Results go to standard output; progress and questions to standard error.
 )";
 }
 

@@ -1,6 +1,5 @@
 #include "cli/Operations.h"
 
-#include "cli/BridgeRun.h"
 #include "cli/Output.h"
 
 namespace twqb::cli {
@@ -13,8 +12,8 @@ bool Perform(Composition& composition, const Options& options, const BridgeOpera
 
 ExitStatus RunOperation(const Options& options, const BridgeOperation& operation, const Verdict& verdict) {
   bool done = false;
-  const bool recorded =
-      RunComposed(options, [&](Composition& composition) { done = Perform(composition, options, operation); });
+  const bool recorded = RunComposed(options, operation.sides,
+                                    [&](Composition& composition) { done = Perform(composition, options, operation); });
   Print((done ? verdict.done : verdict.failed) + "\n");
   FlushOutput();
   if (!recorded) RefuseTranscript(options);

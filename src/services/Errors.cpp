@@ -68,13 +68,14 @@ void ReportError(ErrorReport report, std::string_view strProcedure, const Platfo
   }
 }
 
+std::string LogFile(Machine& machine) {
+  const auto today = machine.Now().ToCivil();
+  // The month has no leading zero.
+  return fmt::format("{}/TWQBLog{}{}.txt", machine.LibraryFolder(), today.year, today.month);
+}
+
 void WriteLog(std::string_view strLine) {
-  IgnoreErrors([&] {
-    auto& machine = TheMachine();
-    const auto today = machine.Now().ToCivil();
-    // The month has no leading zero.
-    machine.AppendLine(fmt::format("{}/TWQBLog{}{}.txt", machine.LibraryFolder(), today.year, today.month), strLine);
-  });
+  IgnoreErrors([&] { TheMachine().AppendLine(LogFile(TheMachine()), strLine); });
 }
 
 }  // namespace twqb

@@ -5,10 +5,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "platform/PlatformError.h"
+#include "platform/machine.h"
 
 namespace twqb {
 
@@ -24,6 +26,9 @@ void ReportError(ErrorReport report, std::string_view strProcedure, const Platfo
 
 // As boxes and logs print it: 0x8004040C is -2147220468.
 [[nodiscard]] std::int32_t SignedNumber(ErrorNumber number);
+
+// The log of this month, by the machine's clock.
+[[nodiscard]] std::string LogFile(Machine& machine);
 
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
