@@ -67,6 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto sharedBefore = SharedLinks(*billing, table.rows);
   firm.Transfer([&](CTWQBBridge& bridge) { (void)bridge.GetDataFromQB(table.table); });
   firm.QuickBooks().answer = nullptr;
+  Require(answered);
   Require(!table.ownLinks || SharedLinks(*billing, table.rows) == sharedBefore);
   return 0;
 }

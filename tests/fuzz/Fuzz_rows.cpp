@@ -41,8 +41,8 @@ constexpr std::array kTables = {
 };
 
 std::vector<std::string> ColumnsOf(ado::Connection& connection, std::string_view table) {
-  const auto rows = connection.OpenRecordset(fmt::format("SELECT * FROM {}", table), ado::CursorType::Static,
-                                             ado::LockType::ReadOnly);
+  const auto rows = connection.OpenRecordset(fmt::format("SELECT * FROM {} WHERE 1 = 0", table),
+                                             ado::CursorType::Static, ado::LockType::ReadOnly);
   std::vector<std::string> columns;
   for (int i = 0; i < rows->FieldCount(); ++i) columns.push_back(rows->FieldName(i));
   return columns;

@@ -43,8 +43,7 @@ void Layout(std::string_view text, std::size_t columns) {
 }
 
 void Masks(std::string_view text) {
-  const auto passwords = MaskPasswords(text);
-  Require(MaskPasswords(passwords) == passwords);
+  (void)MaskPasswords(text);
   (void)MaskIdentityLiterals(text);
   (void)MaskQuotedIdentity(text);
   const auto document = MaskIdentityElements(text);
