@@ -1,10 +1,9 @@
 // Texts on their way to a transcript and to a terminal: nothing that could steer a terminal gets through, no line is
-// wider than was asked for, and masking leaves well-formed what was.
+// wider than was asked for, and no identity number stays in its element.
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <pugixml.hpp>
 #include <string>
 #include <string_view>
 
@@ -46,9 +45,11 @@ void Masks(std::string_view text) {
   (void)MaskPasswords(text);
   (void)MaskIdentityLiterals(text);
   (void)MaskQuotedIdentity(text);
-  const auto document = MaskIdentityElements(text);
-  pugi::xml_document parsed;
-  if (parsed.load_buffer(text.data(), text.size())) Require(!!parsed.load_buffer(document.data(), document.size()));
+  (void)MaskIdentityElements(text);
+  // What stands alone in its element is replaced, and nothing beside it.
+  if (text.empty() || text.find_first_of("<>&") != std::string_view::npos) return;
+  const auto element = [](std::string_view content) { return "<EmployeeAdd><SSN>" + std::string(content) + "</SSN>"; };
+  Require(MaskIdentityElements(element(text) + "<Name>A</Name>") == element(kMasked) + "<Name>A</Name>");
 }
 
 }  // namespace
