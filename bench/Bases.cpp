@@ -6,6 +6,7 @@
 #include <array>
 
 #include "adapters/companyfile/CompanyFile.h"
+#include "bench/CostBases.h"
 #include "tests/support/BillingSchema.h"
 #include "tests/support/Process.h"
 
@@ -13,13 +14,19 @@ namespace twqb {
 
 namespace {
 
-void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
-
 constexpr std::int64_t kCreated = 1204700000;  // of the base's records, in Unix seconds
 
-// Of the n-th transaction, where each has so many lines.
-std::string TxnId(int number, int lines) { return fmt::format("{:X}-{}", (number - 1) * (lines + 1) + 1, kCreated); }
+}  // namespace
+
 std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
+std::string TxnId(int number) { return fmt::format("{:X}-{}", number, kCreated); }
+
+namespace {
+
+void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
+
+// Of the n-th transaction, where each has so many lines.
+std::string TxnId(int number, int lines) { return twqb::TxnId((number - 1) * (lines + 1) + 1); }
 
 // --- Employees and vendors -------------------------------------------------------------------------------------------
 
@@ -314,7 +321,7 @@ constexpr BenchTable InvoiceTable(std::string_view name) {
 
 constexpr RecordsAhead kItemAccountsAhead = {.count = kItemAccounts, .text = ItemAccountRequests};
 
-constexpr std::array kTables = {
+const std::array kTables = {
     BenchTable{.table = enEmployees, .name = "employees", .record = Employee, .row = PersonRow<Person::Employee>},
     BenchTable{.table = enVendors, .name = "vendors", .record = Vendor, .row = PersonRow<Person::Vendor>},
     BenchTable{.table = enClients, .name = "clients", .record = Customer, .row = ClientRow},
@@ -346,6 +353,9 @@ constexpr std::array kTables = {
                .row = TimeEntryRow},
     InvoiceTable<1, 0>("invoices of 1 line"),
     InvoiceTable<30, 10>("invoices of 40 lines"),
+    ExpensesToMeasure(),
+    VendorBillsToMeasure(),
+    EstimatesToMeasure(),
 };
 
 }  // namespace

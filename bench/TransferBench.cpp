@@ -50,8 +50,10 @@ struct Row {
 template <typename Found>
 void MeasureTable(const BenchTable& table, int size, Found found) {
   enum class Selects : bool { Changed, All };
-  const int timed = std::min(kTimedRecords, size / 2);
-  const int old = size - timed;
+  const int counted = table.counted == Counted::Lines ? table.lines : 1;
+  const int all = size / counted;
+  const int timed = std::min(kTimedRecords, size / 2) / counted;
+  const int old = all - timed;
   const auto add = [&](std::string_view what, int records, const Base& base, Direction direction, Selects selects) {
     fmt::print(stderr, "{}, {}: {} ...\n", table.name, Grouped(size), what);
     const TemporaryFolder folder;
@@ -61,21 +63,27 @@ void MeasureTable(const BenchTable& table, int size, Found found) {
         .machine.WritePrivateProfileString(
             "QBSEND_", fmt::format("{}{}", name, selects == Selects::All ? "_chkIgnoreLastSync" : "_LastSendAt"),
             selects == Selects::All ? "1" : "3/5/2008 11:00:00 AM", folder / "twqb.ini");
-    found(Row{.name = what, .records = records, .measured = Measure(folder.Path(), {table.table, direction})});
+    TimedRun run = {.table = table.table, .direction = direction};
+    for (int i = base.linked + 1; table.named != nullptr && direction == Direction::Send && i <= base.rows; ++i) {
+      run.named += (run.named.empty() ? "" : ",") + table.named(i);
+    }
+    found(Row{.name = what, .records = records * counted, .measured = Measure(folder.Path(), run)});
   };
   const std::string later(kLater);
-  add("first send", timed, {.rows = size, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
-      Direction::Send, Selects::Changed);
-  add("unchanged second send", table.sends == Sends::UnlinkedRowsAlone ? 0 : size,
-      {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = size}, Direction::Send,
-      Selects::All);
+  if (table.sends != Sends::Nothing) {
+    add("first send", timed, {.rows = all, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
+        Direction::Send, Selects::Changed);
+    add("unchanged second send", table.sends == Sends::UnlinkedRowsAlone ? 0 : all,
+        {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = all}, Direction::Send,
+        Selects::All);
+  }
   if (table.sends == Sends::Changes) {
-    add("all changed", timed, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = old},
+    add("all changed", timed, {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = old},
         Direction::Send, Selects::Changed);
   }
   if (FindTable(table.table)->get == nullptr) return;
-  add("first get", size, {.rows = 0, .records = size}, Direction::Get, Selects::All);
-  add("second get", size, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = 0},
+  add("first get", all, {.rows = 0, .records = all}, Direction::Get, Selects::All);
+  add("second get", all, {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = 0},
       Direction::Get, Selects::All);
 }
 
