@@ -85,9 +85,12 @@ std::string ExpenseRows(int number, std::string_view link, std::string_view last
          rows;
 }
 
+// Of those whose rows have gone nobody asks any more: a link that all of them share would be looked up with each bill.
 std::vector<std::string> PersonRow(int number) {
-  return {fmt::format("INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) VALUES ('{}', -1, '{}')", PersonOf(number),
-                      ListId(kVendor))};
+  return {
+      fmt::format("INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) SELECT '{0}', -1, CASE WHEN EXISTS (SELECT * "
+                  "FROM ExpenseLog WHERE EmployeeID = '{0}' AND QBLinkID IS NOT NULL) THEN NULL ELSE '{1}' END",
+                  PersonOf(number), ListId(kVendor))};
 }
 
 std::string ExpenseKeys(int number) {
