@@ -98,6 +98,15 @@ void PrepareFirstExpenses(TestHouse& house, const Scenario& /*scenario*/) {
   AddExpense(house, "never", "NOBODY", "NULL");
 }
 
+// An employee's, who is no vendor: somebody is picked for it.
+void PrepareExpensesOfAnEmployee(TestHouse& house, const Scenario& /*scenario*/) {
+  PrepareFirm(house);
+  house.Sql("INSERT INTO Employee (EmployeeID, IsSub) VALUES ('AL', 0)");
+  AddExpense(house, "fuel", "AL", "NULL", "'2008-03-04 22:00:00'");
+  house.Sql("UPDATE ExpenseLog SET isSub = 0 WHERE EmployeeID = 'AL'");
+  AddExpense(house, "never", "NOBODY", "NULL");
+}
+
 // Rows that are linked are not named again; one is new.
 void PrepareSecondExpenses(TestHouse& house, const Scenario& scenario) {
   PrepareFirstExpenses(house, scenario);
@@ -119,6 +128,10 @@ std::vector<Scenario> BillScenarios() {
       {.name = "first_bills", .tables = kVendorBills, .prepare = PrepareFirstBills, .transfers = {kSendBills}},
       {.name = "second_bills", .tables = kVendorBills, .prepare = PrepareSecondBills, .transfers = {kSendBills}},
       {.name = "first_expenses", .tables = kExpenses, .prepare = PrepareFirstExpenses, .transfers = {kSendExpenses}},
+      {.name = "expenses_of_an_employee",
+       .tables = kExpenses,
+       .prepare = PrepareExpensesOfAnEmployee,
+       .transfers = {kSendExpenses}},
       {.name = "second_expenses", .tables = kExpenses, .prepare = PrepareSecondExpenses, .transfers = {kSendExpenses}},
   };
 }

@@ -216,6 +216,16 @@ bool LooksUpForm(const Trace& trace, std::size_t k) {
   return false;
 }
 
+// Whether call k stands between the list of vendors and the picking of one.
+bool PicksVendor(const Trace& trace, std::size_t k) {
+  return std::ranges::any_of(trace.deeds, [&](const Deed& deed) {
+    if (deed.kind != DeedKind::VendorsListed || k < deed.k) return false;
+    const auto from = trace.names.begin() + static_cast<std::ptrdiff_t>(deed.k) - 1;
+    const auto picked = std::find(from, trace.names.end(), "Desk.PickVendor");
+    return k <= static_cast<std::size_t>(picked - trace.names.begin()) + 1;
+  });
+}
+
 // Whether a project that a record needs gets no owner when call k fails.
 bool LeavesOwnerOut(const Trace& trace, std::size_t k) {
   const auto isNeeded = [&](const Deed& deed) { return deed.kind == DeedKind::OwnerNeeded && deed.k > k; };
@@ -311,6 +321,7 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
     // The bill goes again.
     if (deed.kind == DeedKind::BillLinked && deed.k == k) return true;
   }
+  if (PicksVendor(trace, k)) return true;
   return std::ranges::any_of(kIgnoredPlaces, [&](const Place& place) {
     return place.passesOver && !IgnoredAt(trace, place, k, FaultTiming::Before).empty();
   });

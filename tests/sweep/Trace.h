@@ -31,6 +31,7 @@ enum class DeedKind : std::uint8_t {
   FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
   PaymentBegun,   // the look-up of what a payment goes to
   PayerLookedUp,  // the look-up of a client's or a project's link: without it a payment is passed over
+  VendorsListed,  // for whoever picks one to bill: until he has, an error leaves the row to the next run
   BillLinked,     // beside LinkWritten: the statement writes a bill's own link, in the manner of a look-up
   LineWritten,    // a row of a bill that comes in, which may fail without a word, until the next run
   // Of a record that becomes several rows:

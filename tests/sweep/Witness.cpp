@@ -66,9 +66,9 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
                                                      "SELECT ProjectID FROM Project WHERE QBLINKID",
                                                      "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
   // Of a bill's lines, and the person to bill.
-  constexpr std::array<std::string_view, 4> kBillKeys = {
-      "SELECT QBLINKID FROM Employee ", "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ",
-      "SELECT QBLINKID FROM Expense "};
+  constexpr std::array<std::string_view, 5> kBillKeys = {
+      "SELECT COUNT(*) FROM Employee WHERE IsSub = -1", "SELECT QBLINKID FROM Employee ",
+      "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ", "SELECT QBLINKID FROM Expense "};
   constexpr std::array<std::string_view, 2> kPayments = {"SELECT ProjectID, ClientID, TransactionPayLateFeeRecd",
                                                          "SELECT ProjectID FROM TransactionTable WHERE (PayID"};
   constexpr std::array<std::string_view, 2> kPayers = {"SELECT QBLinkID, ClientID FROM Client ",
@@ -81,6 +81,7 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   if (std::ranges::any_of(kPayments, holds)) return DeedKind::PaymentBegun;
   if (std::ranges::any_of(kPayers, holds)) return DeedKind::PayerLookedUp;
   if (std::ranges::any_of(kRows, holds)) return DeedKind::RowWritten;
+  if (holds("SELECT EmployeeID, EmpCompany,")) return DeedKind::VendorsListed;
   if (holds("SELECT QBLinkID from TransactionTable WHERE")) return DeedKind::RecordLookedFor;
   if (holds("SELECT ClientID FROM Client WHERE QBLinkID")) return DeedKind::OwnerLookedUp;
   if (holds("SELECT ClientID FROM Project WHERE QBLINKID")) return DeedKind::OwnerNeeded;
