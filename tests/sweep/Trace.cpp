@@ -247,6 +247,45 @@ bool GoesOn(const Trace& trace, std::size_t at, std::size_t k, FaultTiming timin
   return k > at && !PassesOverSilently(trace, k) && !WhyIgnored(trace, k, timing).empty();
 }
 
+// The deeds of one bill: the look-ups for its lines, and the links that are written behind its Add.
+struct BillDeeds {
+  std::vector<std::size_t> lineKeys = {};
+  std::vector<std::size_t> links = {};
+  bool isAdded = false;
+  bool hasOwnRow = false;  // which is linked first
+  [[nodiscard]] std::size_t Lines() const { return links.size() - (hasOwnRow ? 1 : 0); }
+};
+
+std::vector<BillDeeds> BillsOf(const Trace& trace) {
+  std::vector<BillDeeds> bills(1);
+  for (const auto& [k, kind] : trace.deeds) {
+    if (kind == DeedKind::LineKeyLookedUp && bills.back().isAdded) bills.emplace_back();
+    auto& bill = bills.back();
+    if (kind == DeedKind::LineKeyLookedUp) bill.lineKeys.push_back(k);
+    if (kind == DeedKind::AddCarriedOut) bill.isAdded = true;
+    if (kind == DeedKind::LinkWritten) bill.links.push_back(k);
+    if (kind == DeedKind::BillLinked) bill.hasOwnRow = true;
+  }
+  return bills;
+}
+
+// Whether a bill of several lines goes with a part of them, or knows a part of them, when the run breaks at call k.
+bool LeavesBillInPart(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+  constexpr std::size_t kKeysOfALine = 3;
+  for (const auto& bill : BillsOf(trace)) {
+    if (bill.lineKeys.empty() || !bill.isAdded || bill.Lines() < 2) continue;
+    for (std::size_t i = 0; how == Break::Raise && i < bill.lineKeys.size(); ++i) {
+      // A bill with a row of its own goes again as a whole, where none of its lines has come about.
+      if (IsReadingOf(trace, bill.lineKeys[i], k)) return !bill.hasOwnRow || i >= kKeysOfALine;
+    }
+    if (bill.hasOwnRow) continue;
+    const auto isWritten = [&](std::size_t at) { return k > at || (k == at && timing == FaultTiming::After); };
+    const bool goesOn = how == Break::Raise && GoesOn(trace, bill.links.front(), k, timing);
+    if (isWritten(bill.links.front()) && !isWritten(bill.links.back()) && !goesOn) return true;
+  }
+  return false;
+}
+
 // For a table that tries a second name where one is in use.
 Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
   // What is only looked up stands between none of the others.
@@ -279,6 +318,7 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
   if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
   if (how == Break::Raise && LooksUpForm(trace, k)) return Leaves::OneInAnotherForm;
+  if (LeavesBillInPart(trace, k, timing, how)) return Leaves::OneBillInPart;
   const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
   if (nameInUse == NameInUse::TriesNext) return leaves;
   // A second Add finds the name of the first, or of the twin that could not be read.
@@ -315,7 +355,8 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
   bool ofPayment = false;
   for (const auto& deed : trace.deeds) {
     ofPayment = ofPayment || deed.kind == DeedKind::PaymentBegun;
-    const bool isKey = deed.kind == DeedKind::KeyLookedUp || (ofPayment && deed.kind == DeedKind::PayerLookedUp);
+    const bool isKey = deed.kind == DeedKind::KeyLookedUp || deed.kind == DeedKind::LineKeyLookedUp ||
+                       (ofPayment && deed.kind == DeedKind::PayerLookedUp);
     if (isKey && IsReadingOf(trace, deed.k, k)) return true;
     if (deed.kind == DeedKind::LineWritten && deed.k == k) return true;
     // The bill goes again.

@@ -65,9 +65,10 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
                                                      "SELECT EmployeeID FROM Employee WHERE QBLINKID",
                                                      "SELECT ProjectID FROM Project WHERE QBLINKID",
                                                      "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
-  // Of a bill's lines, and the person to bill.
-  constexpr std::array<std::string_view, 5> kBillKeys = {
-      "SELECT COUNT(*) FROM Employee WHERE IsSub = -1", "SELECT QBLINKID FROM Employee ",
+  // Of the person to bill, and of a bill's lines.
+  constexpr std::array<std::string_view, 2> kBillKeys = {"SELECT COUNT(*) FROM Employee WHERE IsSub = -1",
+                                                         "SELECT QBLINKID FROM Employee "};
+  constexpr std::array<std::string_view, 3> kLineKeys = {
       "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ", "SELECT QBLINKID FROM Expense "};
   constexpr std::array<std::string_view, 2> kPayments = {"SELECT ProjectID, ClientID, TransactionPayLateFeeRecd",
                                                          "SELECT ProjectID FROM TransactionTable WHERE (PayID"};
@@ -78,6 +79,7 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   if (WritesLink(statement)) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
   if (std::ranges::any_of(kKeys, holds) || std::ranges::any_of(kBillKeys, holds)) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kLineKeys, holds)) return DeedKind::LineKeyLookedUp;
   if (std::ranges::any_of(kPayments, holds)) return DeedKind::PaymentBegun;
   if (std::ranges::any_of(kPayers, holds)) return DeedKind::PayerLookedUp;
   if (std::ranges::any_of(kRows, holds)) return DeedKind::RowWritten;
