@@ -196,6 +196,22 @@ TEST_P(Costs, Do_not_move_in_a_second_round) {
   EXPECT_EQ(Here(), sums);
 }
 
+TEST_P(Costs, That_were_billed_in_QuickBooks_come_as_billed_and_are_never_written_over) {
+  Transfer("send", 11);
+  SendExpenses(12);
+  const std::string expense = " FROM ExpenseLog WHERE ELID = '{5E6F0026-8A7B-4C9D-AE10-2F3A4B5C6D26}'";
+  const auto invoice =
+      Scalar("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '1048' AND PayID IS NULL");
+  EXPECT_THAT(
+      folder_.Done({"company", "bill", invoice, Scalar("SELECT QBLinkID" + expense), "--clock", "2008-03-05T12:30:00"}),
+      IsEmpty());
+  Transfer("get", 13);
+  EXPECT_EQ(Scalar("SELECT ELBilled || ' ' || ELCost" + expense), "P 0.85");
+  Sql("UPDATE ExpenseLog SET ELCost = 7, LastUpdated = '2008-01-01 10:00:00' WHERE ELBilled = 'P'");
+  Transfer("get", 14);
+  EXPECT_EQ(Scalar("SELECT ELBilled || ' ' || ELCost" + expense), "P 7");
+}
+
 INSTANTIATE_TEST_SUITE_P(Costs, Costs, testing::Values("US", "CA", "UK", "AU"),
                          [](const auto& suite) { return suite.param; });
 
