@@ -25,8 +25,10 @@ namespace {
 
 void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
 
-// Of the n-th transaction, where each has so many lines.
-std::string TxnId(int number, int lines) { return twqb::TxnId((number - 1) * (lines + 1) + 1); }
+// Of the n-th transaction, where each has so many lines, behind so many identifiers of others.
+std::string TxnId(int number, int lines, int others = 0) {
+  return twqb::TxnId(others + (number - 1) * (lines + 1) + 1);
+}
 
 // --- Employees and vendors -------------------------------------------------------------------------------------------
 
@@ -285,7 +287,7 @@ struct Invoices {
         number, kServices, kExpenses, kServices + kExpenses, link, lastUpdated);
   }
 
-  static std::vector<std::string> RowsOfLines(int number) {
+  static std::vector<std::string> RowsOfLines(int number, std::string_view /*link*/) {
     std::vector<std::string> rows;
     for (int i = 1; i <= hours; ++i) {
       rows.push_back(
@@ -317,6 +319,33 @@ constexpr BenchTable InvoiceTable(std::string_view name) {
           .record = Made::Record,
           .row = Made::Row,
           .rowsOfLines = Made::RowsOfLines};
+}
+
+// --- Payments: by check, each of an invoice of its own that it settles -----------------------------------------------
+
+using PaidInvoices = Invoices<1, 0>;
+
+std::string ReceivedPayment(int number) {
+  return fmt::format(
+      "<ReceivePaymentAddRq><ReceivePaymentAdd><CustomerRef><ListID>{}</ListID></CustomerRef><TxnDate>2008-03-05"
+      "</TxnDate><RefNumber>{}</RefNumber><TotalAmount>{}.00</TotalAmount><AppliedToTxnAdd><TxnID>{}</TxnID>"
+      "<PaymentAmount>{}.00</PaymentAmount></AppliedToTxnAdd></ReceivePaymentAdd></ReceivePaymentAddRq>",
+      ListId(kInvoiceJob), number, kHourPrice, TxnId(number, 1), kHourPrice);
+}
+
+std::string PaymentRow(int number, std::string_view link, std::string_view lastUpdated) {
+  return fmt::format(
+      "INSERT INTO Payment (PayID, ClientID, PayDate, PayAmt, PayMethod, PayRef, QBLinkID, LastUpdated) VALUES "
+      "('{{P{0}}}', 'ACME', '2008-03-05 00:00:00', {1}, '1', '{0}', {2}, {3})",
+      number, kHourPrice, link, lastUpdated);
+}
+
+std::vector<std::string> RowsOfPayment(int number, std::string_view link) {
+  return {
+      fmt::format("INSERT INTO TransactionTable (TransactionID, PayID, TransactionInvNum, ClientID, ProjectID, "
+                  "TransactionDate, TransactionPayAmtApplied, QBLinkID) VALUES ('{{A{0}}}', '{{P{0}}}', '{0}', "
+                  "'ACME', 'ROOF:', '2008-03-05 00:00:00', {1}, {2})",
+                  number, kHourPrice, link)};
 }
 
 constexpr RecordsAhead kItemAccountsAhead = {.count = kItemAccounts, .text = ItemAccountRequests};
@@ -353,6 +382,16 @@ const std::array kTables = {
                .row = TimeEntryRow},
     InvoiceTable<1, 0>("invoices of 1 line"),
     InvoiceTable<30, 10>("invoices of 40 lines"),
+    BenchTable{.table = enPayments,
+               .name = "payments",
+               .sends = Sends::NewRecordsAlone,
+               .recordsAhead = {.count = kInvoiceRecords, .text = InvoiceRequests},
+               .identifiers = Identifiers::Transactions,
+               .rowsAhead = InvoiceRowsAhead,
+               .twinsAhead = {.lines = 1, .record = PaidInvoices::Record, .row = PaidInvoices::Row},
+               .record = ReceivedPayment,
+               .row = PaymentRow,
+               .rowsOfLines = RowsOfPayment},
     ExpensesToMeasure(),
     VendorBillsToMeasure(),
     EstimatesToMeasure(),
@@ -395,19 +434,29 @@ void MakeBase(const std::string& folder, const BenchTable& table, const Base& ba
   constexpr int kRequests = 1'000;  // of a document, so that none is too large for the memory
   std::vector<std::string> requests;
   if (table.recordsAhead.text != nullptr) requests.push_back(table.recordsAhead.text());
-  for (int i = 1; i <= base.records; ++i) {
-    if (i % kRequests == 1) requests.emplace_back();
-    requests.back() += table.record(i);
-  }
+  const auto request = [&](int count, std::string (*record)(int number)) {
+    for (int i = 1; i <= count; ++i) {
+      if (i % kRequests == 1) requests.emplace_back();
+      requests.back() += record(i);
+    }
+  };
+  const auto& ahead = table.twinsAhead;
+  const int twinsAhead = ahead.record == nullptr ? 0 : std::max(base.rows, base.records);
+  request(twinsAhead, ahead.record);
+  request(base.records, table.record);
   MakeBase(folder, requests, [&](ado::Connection& cn) {
     if (table.rowsAhead != nullptr) table.rowsAhead(cn);
+    for (int i = 1; i <= twinsAhead; ++i) {
+      Sql(cn, ahead.row(i, fmt::format("'{}'", TxnId(i, ahead.lines)), fmt::format("'{}'", kEarlier)));
+    }
     for (int i = 1; i <= base.rows; ++i) {
-      const auto twin =
-          table.identifiers == Identifiers::Transactions ? TxnId(i, table.lines) : ListId(table.recordsAhead.count + i);
+      const auto twin = table.identifiers == Identifiers::Transactions
+                            ? TxnId(i, table.lines, twinsAhead * (ahead.lines + 1))
+                            : ListId(table.recordsAhead.count + i);
       const auto link = i <= base.linked ? fmt::format("'{}'", twin) : "NULL";
       Sql(cn, table.row(i, link, fmt::format("'{}'", i <= base.stamped ? kEarlier : base.lastUpdated)));
       if (table.rowsOfLines == nullptr) continue;
-      for (const auto& row : table.rowsOfLines(i)) Sql(cn, row);
+      for (const auto& row : table.rowsOfLines(i, link)) Sql(cn, row);
     }
   });
 }

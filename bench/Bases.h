@@ -61,6 +61,13 @@ struct RecordsAhead {
   std::string (*text)() = nullptr;  // the requests that add them
 };
 
+// Transactions that are each other's twins already: one ahead of each record of the table, and for it.
+struct TwinsAhead {
+  int lines = 0;
+  std::string (*record)(int number) = nullptr;
+  std::string (*row)(int number, std::string_view link, std::string_view lastUpdated) = nullptr;
+};
+
 // Whether a table sends what has changed, or new records alone; and if so, whether linked rows are selected at all.
 enum class Sends : std::uint8_t { Changes, NewRecordsAlone, UnlinkedRowsAlone, Nothing };
 
@@ -80,11 +87,12 @@ struct BenchTable {
   int lines = 0;  // of a transaction, which have identifiers of their own
   Counted counted = Counted::Records;
   void (*rowsAhead)(ado::Connection& cn) = nullptr;
+  TwinsAhead twinsAhead = {};
   std::string (*record)(int number) = nullptr;  // the request that adds it
   // The statement that adds the row; link and date as SQL.
   std::string (*row)(int number, std::string_view link, std::string_view lastUpdated) = nullptr;
-  // Those that add the rows of other tables that its lines are made of.
-  std::vector<std::string> (*rowsOfLines)(int number) = nullptr;
+  // Those that add the rows of other tables that its lines are made of, or that say where it goes; link as SQL.
+  std::vector<std::string> (*rowsOfLines)(int number, std::string_view link) = nullptr;
   // The quoted keys of its rows, of a table whose rows go when a host names them.
   std::string (*named)(int number) = nullptr;
 };

@@ -86,11 +86,9 @@ std::string ExpenseRows(int number, std::string_view link, std::string_view last
 }
 
 // Of those whose rows have gone nobody asks any more: a link that all of them share would be looked up with each bill.
-std::vector<std::string> PersonRow(int number) {
-  return {
-      fmt::format("INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) SELECT '{0}', -1, CASE WHEN EXISTS (SELECT * "
-                  "FROM ExpenseLog WHERE EmployeeID = '{0}' AND QBLinkID IS NOT NULL) THEN NULL ELSE '{1}' END",
-                  PersonOf(number), ListId(kVendor))};
+std::vector<std::string> PersonRow(int number, std::string_view link) {
+  return {fmt::format("INSERT INTO Employee (EmployeeID, IsSub, QBLinkID) VALUES ('{}', -1, {})", PersonOf(number),
+                      link == "NULL" ? "'" + ListId(kVendor) + "'" : "NULL")};
 }
 
 std::string ExpenseKeys(int number) {
@@ -111,7 +109,7 @@ std::string VendorBillRow(int number, std::string_view link, std::string_view la
       Guid(number), number, link, lastUpdated);
 }
 
-std::vector<std::string> LinesOfVendorBill(int number) {
+std::vector<std::string> LinesOfVendorBill(int number, std::string_view /*link*/) {
   std::vector<std::string> rows;
   for (int line = 1; line <= kLines; ++line) {
     const auto key = Guid(LineNumber(number, line));
@@ -152,7 +150,7 @@ std::string BudgetRow(int number, std::string_view link, std::string_view lastUp
 }
 
 // A budget is never the later side, so that its lines are compared one by one.
-std::vector<std::string> LinesOfBudget(int number) {
+std::vector<std::string> LinesOfBudget(int number, std::string_view /*link*/) {
   std::vector<std::string> rows;
   for (int line = 1; line <= kLines; ++line) {
     const auto key = Guid(LineNumber(number, line));

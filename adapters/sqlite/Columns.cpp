@@ -44,6 +44,8 @@ Value ReadNumber(double number, ColumnKind kind) {
 
 Value ReadText(std::string text, ColumnKind kind) {
   if (kind == ColumnKind::Date) {
+    // What other programs leave in a column that holds no date.
+    if (Trim(text).empty()) return Null{};
     if (const auto date = ParseDate(text)) return *date;
   }
   return text;

@@ -14,6 +14,7 @@
 #include "cli/DemoTables.h"
 #include "cli/FolderMaker.h"
 #include "cli/Output.h"
+#include "cli/SampleTexts.h"
 #include "cli/TextTable.h"
 #include "cli/Transfers.h"
 #include "platform/Date.h"
@@ -101,7 +102,9 @@ class Demo {
     Step("The result");
     ShowResult();
     TellState();
-    return TransferAllTables() ? Check() : ExitStatus::Failed;
+    if (!TransferAllTables()) return ExitStatus::Failed;
+    const auto status = Check();
+    return HoldPaymentsBack() ? status : ExitStatus::Failed;
   }
 
  private:
@@ -182,6 +185,25 @@ class Demo {
     for (std::string line; std::getline(table, line);) Print("   " + line + '\n');
   }
 
+  // True: each of them stays, and each reason is told.
+  bool HoldPaymentsBack() {
+    constexpr std::string_view kHeld = "QBLinkID IS NULL AND PayMethod <> '6'";  // debits never go
+    constexpr int kReasons = 3;
+    Step("Enter payments that QuickBooks has no room for, and send the payments");
+    Print("   One is of more than its invoice comes to, one of a draft, and one of an invoice\n   that is paid.\n");
+    const auto boxes = composition_.BoxesShown();
+    books_.EnterInBilling(SampleHeldPayments());
+    const bool done = Transfer(Direction::Send, enPayments);
+    const auto held = books_.Rows("Payment", kHeld).rows;
+    Print(
+        fmt::format("   {} payments are held back, each of which the log tells of. A send that holds\n"
+                    "   payments back fails, and a run over all tables ends there.\n",
+                    held));
+    if (!done && held == kReasons && composition_.BoxesShown() - boxes == kReasons) return true;
+    Tell("The payments were not held back.");
+    return false;
+  }
+
   ExitStatus Check() {
     auto status = ExitStatus::Done;
     const auto complain = [&](const std::string& text) {
@@ -235,7 +257,8 @@ ExitStatus RunDemo(const std::filesystem::path& folder, const Options& options, 
       fmt::format("\nThe folder stays: {0}\nTry\n"
                   "  twqb -C {0} billing run -e \"SELECT ClientID, ClientEmail, QBLinkID FROM Client\"\n"
                   "  twqb -C {0} company show\n"
-                  "  twqb -C {0} status\n",
+                  "  twqb -C {0} status\n"
+                  "  twqb -C {0} balances\n",
                   here));
   return status;
 }

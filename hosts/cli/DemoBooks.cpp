@@ -6,6 +6,7 @@
 
 #include "adapters/sqlite/SqliteProvider.h"
 #include "cli/CompanyAnswer.h"
+#include "cli/SqlScript.h"
 #include "platform/Date.h"
 #include "services/Conversions.h"
 
@@ -104,6 +105,12 @@ std::string DemoBooks::EmailInBilling(std::string_view client) {
 std::string DemoBooks::EmailInQuickBooks(std::string_view client) {
   const CompanyAnswer answer(company_, machine_, CustomerQuery(LinkOf(client)));
   return answer.Response().child(kCustomerRecord).child_value("Email");
+}
+
+void DemoBooks::EnterInBilling(std::string_view script) {
+  billing_->Execute("BEGIN", nullptr);
+  for (const auto& statement : SplitStatements(script)) billing_->Execute(statement, nullptr);
+  billing_->Execute("COMMIT", nullptr);
 }
 
 void DemoBooks::ChangeInBilling(std::string_view client, std::string_view email) {

@@ -49,6 +49,8 @@ class DemoBooks {
   // there is none.
   [[nodiscard]] std::string EmailInBilling(std::string_view client);
   [[nodiscard]] std::string EmailInQuickBooks(std::string_view client);
+  // Carries the statements out, in one transaction.
+  void EnterInBilling(std::string_view script);
   // Each also stamps the time of the change. Raises std::runtime_error when QuickBooks refuses.
   void ChangeInBilling(std::string_view client, std::string_view email);
   void ChangeInQuickBooks(std::string_view client, std::string_view email);

@@ -33,8 +33,8 @@ constexpr std::array kAlignments = {Align::Left,  Align::Right, Align::Right, Al
 
 // A table that is not there, or is another one, can't be counted.
 Value CountOf(const BillingRows& rows, std::string_view condition) {
-  const auto count =
-      GetScalarFromSQL(fmt::format("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, rows.condition, condition));
+  const auto count = GetScalarFromSQL(
+      Sql("SELECT COUNT(*) FROM {} WHERE {} AND {}", rows.table, Sql::Own(rows.condition), Sql::Own(condition)));
   return count.empty() ? Value(Null()) : Value(TextToInteger(count));
 }
 

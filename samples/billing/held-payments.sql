@@ -2,7 +2,7 @@
 -- so is not there; and of one that has been paid in full by then, as somebody does who overlooks a transfer.
 --
 -- The sample firm comes without them: a send of payments holds them back, tells so at its end and counts as failed, so that a run
--- over all tables ends there. `twqb billing run` adds them to a firm that has the rest.
+-- over all tables ends there. The demonstration enters them at its end.
 
 
 INSERT INTO Payment (PayID, ClientID, PayDate, PayAmt, PayMethod, PayRetainer, PayRef, PayMemo, PayEnteredBy, LastUpdated)

@@ -12,6 +12,7 @@
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -36,8 +37,7 @@ bool Confirms(std::string_view question) {
 
 // The identifier goes into the statement as it is: one with a quote makes it invalid, which is ignored.
 void DeleteRows(std::string_view table, std::string_view id) {
-  IgnoreErrors(
-      [&] { GlobalConnection().Execute(fmt::format("DELETE FROM {} WHERE QBLinkID = '{}';", table, id), nullptr); });
+  IgnoreErrors([&] { GlobalConnection().Execute(Sql("DELETE FROM {} WHERE QBLinkID = '{}';", table, id), nullptr); });
 }
 
 // Of a table without a deletion nothing: the set goes out as it is, empty.

@@ -222,7 +222,7 @@ void DispatchSend(const Table& table, const SendCall& call) {
     table.send(call);
     return;
   }
-  if (!call.sql.empty()) {
+  if (!call.sql.IsEmpty()) {
     table.send(call);
     if (table.afterSend != nullptr) table.afterSend(call.session);
   }

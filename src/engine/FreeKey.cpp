@@ -5,6 +5,7 @@
 #include <set>
 
 #include "platform/PlatformError.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -20,7 +21,7 @@ std::string FreeKey(ado::Connection& connection, const KeyColumn& place, std::st
                                       place.column, recordName, place.table));
     }
     const auto rows =
-        connection.OpenRecordset(fmt::format("SELECT {0} from {1} WHERE {0} = '{2}';", place.column, place.table, key),
+        connection.OpenRecordset(Sql("SELECT {0} from {1} WHERE {0} = '{2}';", place.column, place.table, key),
                                  ado::CursorType::Static, ado::LockType::ReadOnly);
     if (rows->Eof()) return key;
     rows->Close();

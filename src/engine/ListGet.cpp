@@ -7,6 +7,7 @@
 #include "engine/PairMoves.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -79,7 +80,7 @@ class ListGetWork final : public RecordWork {
   // Identifiers hold no quote.
   void OpenLookup(RecordWalk& walk, std::string_view listId) {
     lookup_ = walk.Connection().OpenRecordset(
-        fmt::format("SELECT QBLinkID from {} WHERE {}QBLinkID = '{}';", list_.tableName, get_.linkCondition, listId),
+        Sql("SELECT QBLinkID from {} WHERE {}QBLinkID = '{}';", list_.tableName, get_.linkCondition, listId),
         ado::CursorType::Static, ado::LockType::ReadOnly);
   }
   void CloseLookup() {

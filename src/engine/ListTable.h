@@ -98,7 +98,7 @@ struct ListSend {
   // The record line of the error box; left out: [Client ID = "ACME"].
   std::string (*recordLine)(const ado::Recordset& row, const SendRecord& record) = nullptr;
   // The statement that gives a new pair its date; left out: LastUpdated = 'mm/dd/yyyy hh:mm:ss'.
-  std::string (*lastUpdatedStatement)(std::string_view key, Date utc) = nullptr;
+  Sql (*lastUpdatedStatement)(std::string_view key, Date utc) = nullptr;
   // Whether a send goes on with the next row after that error; left out: it ends.
   bool (*passesOver)(const PlatformError& raised) = nullptr;
 };

@@ -47,7 +47,9 @@ void RecordWalk::TakeAll(std::size_t progressFrom, RecordWork& work) {
   bool lacking = false;
   for (const auto& record : records) {
     name_.clear();
-    lacking = TakeRecord(work, record) == RecordEnd::Lacking || lacking;
+    const auto end = TakeRecord(work, record);
+    if (end == RecordEnd::LeaveTable) break;
+    lacking = end == RecordEnd::Lacking || lacking;
     if (!EndRecord()) break;
   }
   if (lacking) TellLacking(texts_.lacking, run_);
@@ -68,8 +70,7 @@ RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
   });
   if (!raised) return end;
   if (texts_.afterError == AfterError::EndsTheRun) throw PlatformError(*raised);
-  AskAfterError(work, *raised);
-  return end;
+  return AskAfterError(work, *raised);
 }
 
 ado::Recordset& RecordWalk::Rows() const {
@@ -77,7 +78,7 @@ ado::Recordset& RecordWalk::Rows() const {
   return *rows_;
 }
 
-void RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
+RecordEnd RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
   // A half-written row must not be in the way of the next record.
   IgnoreErrors([&] {
     if (rows_ && rows_->EditState() != ado::EditMode::None) rows_->CancelUpdate();
@@ -86,13 +87,20 @@ void RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
   Tell(raised);
   const auto answer = TheDesk().ShowMessageBox({.text = "Do you want to continue transfering rest of the records?",
                                                 .title = "Question",
+                                                .icon = texts_.askedWith,
                                                 .buttons = BoxButtons::YesNo});
   if (answer == BoxAnswer::Yes) {
     run_.g_TableOk = TableOk::GoOn;
     run_.g_Cancelled = false;
-  } else {
-    run_.g_Cancelled = true;
+    return RecordEnd::Done;
   }
+  if (texts_.afterError == AfterError::AsksAndLeaves) {
+    EndCancelled(run_);
+    run_.g_Cancelled = true;
+    return RecordEnd::LeaveTable;
+  }
+  run_.g_Cancelled = true;
+  return RecordEnd::Done;
 }
 
 // False: the user wants no more.

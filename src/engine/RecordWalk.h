@@ -15,13 +15,15 @@
 #include "engine/RowWalk.h"
 #include "engine/Table.h"
 #include "platform/ado.h"
+#include "platform/desk.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 
 namespace twqb {
 
-// What follows an error in a record, once it has been told.
-enum class AfterError : std::uint8_t { Asks, EndsTheRun };
+// What follows an error in a record, once it has been told. Asked, a user who says No has cancelled; where that leaves
+// the routine on the spot, the wish stays for whatever runs next.
+enum class AfterError : std::uint8_t { Asks, AsksAndLeaves, EndsTheRun };
 
 // The texts of a get. The name of the record in hand follows the log line.
 struct GetTexts {
@@ -31,6 +33,7 @@ struct GetTexts {
   LackingBox lacking = {};
   ErrorReport errors = ErrorReport::ErrorHandler;
   AfterError afterError = AfterError::Asks;
+  BoxIcon askedWith = BoxIcon::None;
   FormToo form = FormToo::Leave;  // at the end; a form that stays is for the dispatcher to take down
   // Of a dependent call without a connection; left out: such a call opens one of its own.
   std::string_view missingConnection = {};
@@ -38,8 +41,9 @@ struct GetTexts {
 
 // What became of a record.
 enum class RecordEnd : std::uint8_t {
-  Done,    // taken over or passed over
-  Lacking  // passed over for lack of what it belongs to, which the end of the run tells
+  Done,       // taken over or passed over
+  Lacking,    // passed over for lack of what it belongs to, which the end of the run tells
+  LeaveTable  // no further record; the outcome is set
 };
 
 class RecordWalk;
@@ -87,7 +91,7 @@ class RecordWalk {
   void TakeAll(std::size_t progressFrom, RecordWork& work);
   RecordEnd TakeRecord(RecordWork& work, const Record& record);
   void Tell(const PlatformError& raised) const;
-  void AskAfterError(RecordWork& work, const PlatformError& raised);
+  [[nodiscard]] RecordEnd AskAfterError(RecordWork& work, const PlatformError& raised);
   [[nodiscard]] bool EndRecord() const;
 
   const GetTexts& texts_;

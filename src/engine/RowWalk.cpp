@@ -1,5 +1,12 @@
 #include "engine/RowWalk.h"
 
+#include <fmt/core.h>
+
+#include <vector>
+
+#include "platform/Text.h"
+#include "platform/Value.h"
+#include "quickbooks/QBSessionManager.h"
 #include "services/Database.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
@@ -7,7 +14,7 @@
 
 namespace twqb {
 
-void RowWalk::Walk(const std::string& sql, RowWork& work) {
+void RowWalk::Walk(const Sql& sql, RowWork& work) {
   auto begun = Begun::Yes;
   const auto raised = CatchError([&] {
     begun = Begin(sql, work);
@@ -33,7 +40,7 @@ void RowWalk::TellError(const PlatformError& raised, const RowWork& work) {
   if (!texts_.log.empty()) WriteLog(std::string(texts_.log) + work.RowInHand());
 }
 
-RowWalk::Begun RowWalk::Begin(const std::string& sql, RowWork& work) {
+RowWalk::Begun RowWalk::Begin(const Sql& sql, RowWork& work) {
   connection_ = Vars().platform.database->CreateConnection();
   OpenConnection(*connection_, nullptr, "");
   rows_ = connection_->OpenRecordset(sql, ado::CursorType::Static, ado::LockType::ReadOnly);
@@ -70,7 +77,22 @@ RowEnd RowWalk::TakeRow(RowWork& work) {
     if (!work.PassesOver(*raised)) throw *raised;
     ReportError(texts_.errors, texts_.routine, *raised);
   }
+  TellMended(work, rows_.get());
   return end;
+}
+
+// Texts that could not go as they are, by the columns of the row that hold them; of lines that were read elsewhere, by
+// the fields that they went into.
+void RowWalk::TellMended(const RowWork& work, const ado::Recordset* row) const {
+  const auto& session = Vars().g_QBSession;
+  auto places = session ? session->TakeMendedFields() : std::vector<std::string>();
+  if (places.empty()) return;
+  std::vector<std::string> columns;
+  for (int i = 0; row != nullptr && i < row->FieldCount(); ++i) {
+    if (!IsXmlText(ToText(row->FieldAt(i)))) columns.push_back(row->FieldName(i));
+  }
+  WriteLog(fmt::format("{}: characters that can't go to QuickBooks were left out or read as Windows-1252: {}: {}",
+                       texts_.routine, Join(columns.empty() ? places : columns, ", "), work.RowInHand()));
 }
 
 void RowWalk::BeginRow(int callbackMode) {
@@ -91,7 +113,9 @@ void RowWalk::ShowRow(const std::string& text) const {
 // False: the user wants no more.
 bool RowWalk::EndRow(RowWork& work) {
   rows_->MoveNext();
-  if (work.BehindRow(*this) == RowEnd::LeaveTable) {
+  const auto behind = work.BehindRow(*this);
+  TellMended(work, nullptr);
+  if (behind == RowEnd::LeaveTable) {
     run_.g_TableOk = TableOk::False;
     return false;
   }

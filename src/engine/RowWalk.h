@@ -14,6 +14,7 @@
 #include "platform/ado.h"
 #include "services/Errors.h"
 #include "services/Run.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -74,7 +75,7 @@ class RowWalk {
   RowWalk(const SendTexts& texts, Run& run) : texts_(texts), run_(run) {}
 
   // Walks over the rows that `sql` selects, fetched whole. Afterwards the outcome is set, and all is closed.
-  void Walk(const std::string& sql, RowWork& work);
+  void Walk(const Sql& sql, RowWork& work);
 
   // --- For the work in hand ---
   [[nodiscard]] const ado::Recordset& Row() const { return *rows_; }
@@ -93,10 +94,11 @@ class RowWalk {
 
  private:
   enum class Begun : std::uint8_t { Yes, WithoutRows, NotSecured };
-  [[nodiscard]] Begun Begin(const std::string& sql, RowWork& work);
+  [[nodiscard]] Begun Begin(const Sql& sql, RowWork& work);
   void TakeAll(RowWork& work);
   void TellError(const PlatformError& raised, const RowWork& work);
   RowEnd TakeRow(RowWork& work);
+  void TellMended(const RowWork& work, const ado::Recordset* row) const;
   [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;
 

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "engine/SavedFilters.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -49,7 +50,7 @@ struct Selection {
   std::string_view activeOnly = {};  // begins with AND even behind a base without WHERE
   std::string_view tail = {};
   // The statement instead of all that when PassedID names records; empty: there is none.
-  std::string (*passed)(std::string_view base, const SavedFilters& filters) = nullptr;
+  Sql (*passed)(std::string_view base, const SavedFilters& filters) = nullptr;
 };
 
 }  // namespace twqb

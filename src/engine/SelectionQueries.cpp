@@ -17,15 +17,15 @@ namespace {
 
 constexpr std::string_view kNeverSent = "01/01/1900";
 
-std::string Literal(Date date) {
+Sql Literal(Date date) {
   const char delimiter = Vars().g_DbKind == "SQL" ? '\'' : '#';
-  return fmt::format("{0}{1}{0}", delimiter, FormatSQLDate(date, DateForm::WithTime));
+  return Sql("{0}{1}{0}", delimiter, FormatSQLDate(date, DateForm::WithTime));
 }
 
 // What stands in a clause.
 struct ClauseValues {
-  std::string a;
-  std::string b = {};
+  Sql a;
+  Sql b = {};
 };
 
 bool BothOf(std::string_view a, std::string_view b) { return !a.empty() && !b.empty(); }
@@ -71,7 +71,7 @@ class Narrowing {
   [[nodiscard]] ClauseValues Range() const { return {.a = Literal(rangeFrom_), .b = Literal(rangeTo_)}; }
   static std::optional<ClauseValues> Pair(const std::string& a, const std::string& b) {
     if (!BothOf(a, b)) return {};
-    return ClauseValues{.a = a, .b = b};
+    return ClauseValues{.a = Sql("{}", a), .b = Sql("{}", b)};
   }
 
   const SavedFilters& filters_;
@@ -91,33 +91,37 @@ std::string BaseOf(const Selection& selection) {
   return ReplaceAll(base, selection.noteColumn, "");
 }
 
-std::string WithClauses(const Selection& selection, std::string text, const SavedFilters& filters,
-                        const Narrowing& narrowing) {
-  bool hasWhere = text.find(" WHERE ") != std::string::npos;
+Sql WithClauses(const Selection& selection, std::string_view base, const SavedFilters& filters,
+                const Narrowing& narrowing) {
+  auto statement = Sql::Own(base);
+  bool hasWhere = base.find(" WHERE ") != std::string::npos;
   for (const auto& clause : selection.clauses) {
     const auto values = narrowing.ValuesOf(clause.on);
     if (!values) continue;
-    text += fmt::format(fmt::runtime(clause.text), fmt::arg("K", hasWhere ? " AND " : " WHERE "),
-                        fmt::arg("P", selection.prefix), fmt::arg("a", values->a), fmt::arg("b", values->b));
+    const auto filled =
+        fmt::format(fmt::runtime(clause.text), fmt::arg("K", hasWhere ? " AND " : " WHERE "),
+                    fmt::arg("P", selection.prefix), fmt::arg("a", values->a.Text()), fmt::arg("b", values->b.Text()));
+    statement += Sql::Own(filled).HoldTo(values->a).HoldTo(values->b);
     hasWhere = true;
   }
-  if (filters.ActiveOnly) text += selection.activeOnly;
-  text += selection.tail;
-  return text;
+  if (filters.ActiveOnly) statement += Sql::Own(selection.activeOnly);
+  statement += Sql::Own(selection.tail);
+  return statement;
 }
 
 }  // namespace
 
-std::string BuildSelectSQL(const Table& table, const SavedFilters& filters) {
+Sql BuildSelectSQL(const Table& table, const SavedFilters& filters) {
   const auto& selection = table.selection;
   if (selection.base.empty()) return {};
 
   const Narrowing narrowing(table, filters);
   const bool isPassed = selection.passed != nullptr && !Vars().g_PassedID.empty();
   if (selection.onlyPassed && !isPassed) return {};
-  auto base = BaseOf(selection);
-  auto text = isPassed ? selection.passed(base, filters) : WithClauses(selection, std::move(base), filters, narrowing);
-  return text.empty() ? text : text + ";";
+  const auto base = BaseOf(selection);
+  auto statement = isPassed ? selection.passed(base, filters) : WithClauses(selection, base, filters, narrowing);
+  if (!statement.IsEmpty()) statement += ";";
+  return statement;
 }
 
 }  // namespace twqb

@@ -12,6 +12,6 @@ namespace twqb {
 // the table's last send; raises what they raise, and 13 for a date that is none.
 //
 // The values are not protected against quotes.
-[[nodiscard]] std::string BuildSelectSQL(const Table& table, const SavedFilters& filters);
+[[nodiscard]] Sql BuildSelectSQL(const Table& table, const SavedFilters& filters);
 
 }  // namespace twqb

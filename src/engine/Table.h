@@ -44,7 +44,7 @@ struct BillingRows {
 
 // What a table's send is called with.
 struct SendCall {
-  const std::string& sql;  // the selection
+  const Sql& sql;  // the selection
   TwinRule rule;
   QBSessionManager& session;
   Run& run;

@@ -5,25 +5,23 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
-std::string KeyCondition(std::string_view keyColumn, std::string_view key) {
-  return fmt::format("{} = '{}'", keyColumn, key);
-}
+Sql KeyCondition(std::string_view keyColumn, std::string_view key) { return Sql("{} = '{}'", keyColumn, key); }
 
 void WriteLink(ado::Connection& connection, const RowPlace& place, std::string_view link, Linked linked) {
   std::int64_t rows = 0;
-  connection.Execute(fmt::format("UPDATE {} SET QBLinkID = '{}' WHERE {};", place.table, link, place.condition), &rows);
+  connection.Execute(Sql("UPDATE {} SET QBLinkID = '{}' WHERE {};", place.table, link, place.condition), &rows);
   if (linked == Linked::AnyRows || rows == 1) return;
   WriteLog(fmt::format("The link {} was written to {} rows of {} in the place of one: {}", link, rows, place.table,
-                       place.condition));
+                       place.condition.Text()));
 }
 
 void WriteStamp(ado::Connection& connection, const RowPlace& place) {
   const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
-  connection.Execute(fmt::format("UPDATE {} SET LastUpdated = '{}' WHERE {};", place.table, now, place.condition),
-                     nullptr);
+  connection.Execute(Sql("UPDATE {} SET LastUpdated = '{}' WHERE {};", place.table, now, place.condition), nullptr);
 }
 
 }  // namespace twqb

@@ -5,16 +5,17 @@
 #include <string_view>
 
 #include "platform/ado.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
 // The rows that are written to: "WHERE" stands between the two.
 struct RowPlace {
   std::string_view table;
-  std::string condition;
+  Sql condition;
 };
-// The row of that key, which goes in as it is: a key with a quote fails the statement.
-[[nodiscard]] std::string KeyCondition(std::string_view keyColumn, std::string_view key);
+// The row of that key, which goes in as it is: with a quote in it the statement fails.
+[[nodiscard]] Sql KeyCondition(std::string_view keyColumn, std::string_view key);
 
 // How many rows a link goes to. A link that went to none, or to several where one was meant, leads astray: the log says
 // so.

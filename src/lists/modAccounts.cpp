@@ -14,6 +14,7 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
@@ -63,7 +64,7 @@ void AssignParent(const RequestField& request, const ado::Recordset& row, Reques
   if (IsNull(parent)) return;
   TheMachine().Sleep(kPause);
   const auto link =
-      RequireScalarFromSQL(fmt::format("SELECT QBLINKID FROM AccountList WHERE AccountID = '{}';", ToText(parent)));
+      RequireScalarFromSQL(Sql("SELECT QBLINKID FROM AccountList WHERE AccountID = '{}';", ToText(parent)));
   if (!link.empty()) request["ParentRef"]["ListID"].SetValue(link);
 }
 
@@ -89,7 +90,7 @@ void AddAccountRow(ado::Recordset& rows, GetRecord& account) {
 // The key of the account's parent, which is pulled where BillingDb lacks it; "" when QuickBooks did not give it either.
 std::string ParentKeyOf(const Record& account) {
   const auto listID = account["ParentRef"]["ListID"].GetValue();
-  const auto lookup = fmt::format("SELECT AccountID FROM AccountList WHERE QBLinkID = '{}';", listID);
+  const auto lookup = Sql("SELECT AccountID FROM AccountList WHERE QBLinkID = '{}';", listID);
   auto parent = RequireScalarFromSQL(lookup);
   if (!parent.empty()) return parent;
   // On a connection of its own: the row in hand is pending on the caller's. What goes wrong has been told.

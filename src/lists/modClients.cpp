@@ -11,6 +11,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -64,8 +65,8 @@ constexpr std::array kGetFields = {
 
 // The column is spelled without the final d, and the date goes in as the machine prints it: installations have both
 // columns, and the conflict rule goes on comparing the other one.
-std::string LastUpdatedStatement(std::string_view key, Date utc) {
-  return fmt::format("UPDATE Client SET LastUpdate = '{}' WHERE ClientID = '{}';", GeneralDate(utc), key);
+Sql LastUpdatedStatement(std::string_view key, Date utc) {
+  return Sql("UPDATE Client SET LastUpdate = '{}' WHERE ClientID = '{}';", GeneralDate(utc), key);
 }
 
 void ReadClientRow(const ado::Recordset& row, SendRecord& record) { record.countedName = GetQBClientName(row); }
@@ -219,7 +220,7 @@ bool QBCustomerExistsInTW(const Record& customerRet, std::string& clientID) {
     const auto parent = customerRet["ParentRef"]["ListID"].GetValue();
     return WithGlobalConnection([&] {
       auto& cn = GlobalConnection();
-      const auto rs = cn.OpenRecordset(fmt::format("SELECT ClientID from Client WHERE QBLinkID = '{}';", parent),
+      const auto rs = cn.OpenRecordset(Sql("SELECT ClientID from Client WHERE QBLinkID = '{}';", parent),
                                        ado::CursorType::Static, ado::LockType::ReadOnly);
       if (!rs->Eof()) {
         clientID = FirstField(*rs);
@@ -229,8 +230,7 @@ bool QBCustomerExistsInTW(const Record& customerRet, std::string& clientID) {
       // The parent is itself a job: its project knows the client.
       std::string found;
       IgnoreErrors([&] {
-        found = FirstField(
-            *cn.Execute(fmt::format("SELECT ClientID FROM Project WHERE QBLinkID = '{}';", parent), nullptr));
+        found = FirstField(*cn.Execute(Sql("SELECT ClientID FROM Project WHERE QBLinkID = '{}';", parent), nullptr));
       });
       if (found.empty()) return false;
       clientID = found;

@@ -16,6 +16,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -85,7 +86,7 @@ void ReadProjectRow(const ado::Recordset& row, SendRecord& record) {
   record.parentLink = ColumnText(row, "ClientQBLinkID");
   if (!IsPhase(row)) return;
   const auto parent = RequireScalarFromSQL(
-      fmt::format("SELECT QBLinkID FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ParentProjectID")));
+      Sql("SELECT QBLinkID FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ParentProjectID")));
   if (!parent.empty()) record.parentLink = parent;
 }
 
@@ -129,7 +130,7 @@ Admission AdmitJob(GetRecord& job) {
     // A customer that must serve as a project: its client is the one of the same link.
     IgnoreErrors([&] {
       job.ownerKey = FirstField(*job.connection.Execute(
-          fmt::format("SELECT ClientID FROM Client WHERE QBLinkID = '{}';", job.record["ListID"].GetValue()), nullptr));
+          Sql("SELECT ClientID FROM Client WHERE QBLinkID = '{}';", job.record["ListID"].GetValue()), nullptr));
     });
     return Admission::Admitted;
   }
@@ -375,19 +376,17 @@ std::string GetProjectManagerForTW(const Record& customerRet, ado::Connection& c
     const auto contact = customerRet["AltContact"];
     const auto candidate = ReplaceJunkChars(contact.IsNothing() ? std::string(kFromQuickBooks)
                                                                 : Left(contact.GetValue(), kLongestContact));
-    const auto rs =
-        connection.OpenRecordset(fmt::format("SELECT EmployeeID FROM Employee WHERE EmployeeID = '{}';", candidate),
-                                 ado::CursorType::Static, ado::LockType::ReadOnly);
+    const auto rs = connection.OpenRecordset(Sql("SELECT EmployeeID FROM Employee WHERE EmployeeID = '{}';", candidate),
+                                             ado::CursorType::Static, ado::LockType::ReadOnly);
     if (!rs->Eof()) found = candidate;
   });
   if (!found.empty()) return found;
   // The contact's name is dropped. Once the employee is there the statement fails against the key, and nobody minds.
   IgnoreErrors([&] {
     const auto blank = kFromQuickBooks.find(' ');
-    connection.Execute(
-        fmt::format("Insert INTO Employee(EmployeeID,EmpFName,EmpLName) VALUES('{}','{}','{}');", kFromQuickBooks,
-                    kFromQuickBooks.substr(0, blank), kFromQuickBooks.substr(blank + 1)),
-        nullptr);
+    connection.Execute(Sql("Insert INTO Employee(EmployeeID,EmpFName,EmpLName) VALUES('{}','{}','{}');",
+                           kFromQuickBooks, kFromQuickBooks.substr(0, blank), kFromQuickBooks.substr(blank + 1)),
+                       nullptr);
   });
   return std::string(kFromQuickBooks);
 }
@@ -404,7 +403,7 @@ bool GetParentProjectForTW(std::string& parentProjectID, std::string_view fullNa
   if (response.StatusCode() != status::kOk || response.DetailCount() == 0) return false;
   const auto record = response.Detail();
   const auto listId = record["ListID"].GetValue();
-  const auto lookup = fmt::format("SELECT ProjectID FROM Project WHERE QBLInkID = '{}';", listId);
+  const auto lookup = Sql("SELECT ProjectID FROM Project WHERE QBLInkID = '{}';", listId);
   parentProjectID = GetScalarFromSQL(lookup);
   if (!parentProjectID.empty()) return true;
   RecordList records;

@@ -4,6 +4,8 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace twqb {
 
@@ -26,6 +28,34 @@ UChar32 NextCodePoint(std::string_view text, int& index) {
 #pragma GCC diagnostic pop
 #endif
 
+// What Windows-1252 has in the place of the control characters 0x80 to 0x9F; the five that it leaves open stay those.
+constexpr unsigned kFirstOfWindows = 0x80;
+constexpr std::array<UChar32, 32> kWindows1252 = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                                  0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+UChar32 InWindows1252(char byte) {
+  const unsigned code = static_cast<unsigned char>(byte);
+  const auto place = code - kFirstOfWindows;
+  return place < kWindows1252.size() ? kWindows1252[place] : static_cast<UChar32>(code);
+}
+
+bool XmlBars(UChar32 c) {
+  constexpr UChar32 kFirstPrintable = 0x20;
+  constexpr UChar32 kFirstNoncharacter = 0xFFFE;
+  constexpr UChar32 kLastNoncharacter = 0xFFFF;
+  if (c < kFirstPrintable) return c != '\t' && c != '\n' && c != '\r';
+  return c == kFirstNoncharacter || c == kLastNoncharacter;
+}
+
+void AppendCharacter(std::string& text, UChar32 c) {
+  char buffer[U8_MAX_LENGTH];
+  int length = 0;
+  U8_APPEND_UNSAFE(buffer, length, c);
+  text.append(buffer, static_cast<std::size_t>(length));
+}
+
 // Applies a one-to-one mapping of code points; bytes that are no UTF-8 stay as they are.
 template <typename Mapping>
 std::string MapCharacters(std::string_view text, Mapping mapping) {
@@ -39,10 +69,7 @@ std::string MapCharacters(std::string_view text, Mapping mapping) {
       result.append(bytes);
       continue;
     }
-    char buffer[U8_MAX_LENGTH];
-    int length = 0;
-    U8_APPEND_UNSAFE(buffer, length, mapping(c));
-    result.append(buffer, static_cast<std::size_t>(length));
+    AppendCharacter(result, mapping(c));
   }
   return result;
 }
@@ -141,6 +168,32 @@ bool IsUtf8(std::string_view text) {
     if (NextCodePoint(text, index) < 0) return false;
   }
   return true;
+}
+
+bool IsXmlText(std::string_view text) {
+  int index = 0;
+  const int size = static_cast<int>(text.size());
+  while (index < size) {
+    const auto c = NextCodePoint(text, index);
+    if (c < 0 || XmlBars(c)) return false;
+  }
+  return true;
+}
+
+std::string XmlText(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  CharacterWalk walk(text);
+  for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
+    int index = 0;
+    const auto c = NextCodePoint(bytes, index);
+    if (c < 0) {
+      AppendCharacter(result, InWindows1252(bytes[0]));
+    } else if (!XmlBars(c)) {
+      result.append(bytes);
+    }
+  }
+  return result;
 }
 
 }  // namespace twqb

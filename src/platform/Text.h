@@ -32,6 +32,11 @@ inline constexpr std::string_view kCrLf = "\r\n";
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
 // Whether every byte sequence is well-formed UTF-8.
 [[nodiscard]] bool IsUtf8(std::string_view text);
+// Whether XML can carry the text: well-formed UTF-8 without the control characters and noncharacters that XML bars.
+[[nodiscard]] bool IsXmlText(std::string_view text);
+// The same text as XML can carry it: bytes that are no UTF-8 are read as Windows-1252, in which old databases wrote,
+// and what XML bars is left out.
+[[nodiscard]] std::string XmlText(std::string_view text);
 
 // Walks the characters of a text. `Next` gives the next character's bytes; empty at the end.
 class CharacterWalk {

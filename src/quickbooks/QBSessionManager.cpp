@@ -24,7 +24,7 @@ MsgSetRequest QBSessionManager::CreateMsgSetRequest(std::string_view country, in
 }
 
 MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set) {
-  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString()), machine_);
+  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString(&mended_)), machine_);
 }
 
 MsgSetRequest QBSessionManager::CreateSubscriptionMsgSetRequest(int major, int minor) {

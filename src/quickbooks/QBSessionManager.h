@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/machine.h"
 #include "platform/transport.h"
@@ -31,6 +33,8 @@ class QBSessionManager {
   // An empty message set of that form. Raises 438 for a country that has no form.
   [[nodiscard]] MsgSetRequest CreateMsgSetRequest(std::string_view country, int major, int minor);
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set);
+  // The fields whose texts could not go as they were since this was last asked, in the order in which they went.
+  [[nodiscard]] std::vector<std::string> TakeMendedFields() { return std::exchange(mended_, {}); }
 
   [[nodiscard]] MsgSetRequest CreateSubscriptionMsgSetRequest(int major, int minor);
   [[nodiscard]] MsgSetResponse DoSubscriptionRequests(const MsgSetRequest& set);
@@ -40,6 +44,7 @@ class QBSessionManager {
  private:
   std::unique_ptr<Transport> transport_;
   Machine* machine_;
+  std::vector<std::string> mended_;
 };
 
 }  // namespace twqb

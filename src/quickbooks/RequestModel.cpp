@@ -88,7 +88,9 @@ void AppendEscaped(std::string& out, std::string_view text) {
 // Writes what is set, in the schema's order, and raises when a required choice of what is there is empty.
 class Writer {
  public:
-  Writer(const Form& form, std::string& out) : form_(form), out_(out) {}
+  // The names of fields whose texts can't go as they are are put behind `mended`.
+  Writer(const Form& form, std::string& out, std::vector<std::string>* mended)
+      : form_(form), out_(out), mended_(mended) {}
 
   void WriteChildren(const RequestNode& node) {
     for (const auto& row : node.Rows()) {
@@ -121,13 +123,20 @@ class Writer {
     if (node.row->type == Type::Aggregate) {
       WriteChildren(node);
     } else {
-      AppendEscaped(out_, node.value);
+      WriteValue(node);
     }
     out_.append("</").append(node.row->name).append(">");
   }
 
+  void WriteValue(const RequestNode& node) {
+    if (IsXmlText(node.value)) return AppendEscaped(out_, node.value);
+    AppendEscaped(out_, XmlText(node.value));
+    if (mended_ != nullptr) mended_->emplace_back(node.row->name);
+  }
+
   const Form& form_;
   std::string& out_;
+  std::vector<std::string>* mended_;
 };
 
 std::string EnumText(const Element& row, double number) {
@@ -332,7 +341,7 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
   return {request.get(), wrapped ? rows.data() : nullptr, 0};
 }
 
-std::string MsgSetRequest::ToXMLString() const {
+std::string MsgSetRequest::ToXMLString(std::vector<std::string>* mended) const {
   const bool company = kind_ == messages::MessageSet::Company;
   const std::string_view set = company ? "QBXMLMsgsRq" : "QBXMLSubscriptionMsgsRq";
   auto xml = fmt::format("<?xml version=\"1.0\"?><?qbxml version=\"{}\"?><QBXML><{}", messages::FormTag(form_), set);
@@ -342,7 +351,7 @@ std::string MsgSetRequest::ToXMLString() const {
   for (const auto& request : requests_) {
     const auto name = request->message->RequestName();
     xml += fmt::format("<{} requestID=\"{}\">", name, ++id);
-    Writer(form_, xml).WriteChildren(*request);
+    Writer(form_, xml, mended).WriteChildren(*request);
     xml += fmt::format("</{}>", name);
   }
   return xml + fmt::format("</{}></QBXML>", set);

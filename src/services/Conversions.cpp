@@ -112,7 +112,7 @@ Date DateFloor(Date date) {
 std::string GetQBLinkIDOf(std::string_view kind, std::string_view key) {
   const auto upper = UpperCase(kind);
   for (const auto& lookup : kLinkLookups) {
-    if (lookup.kind == upper) return GetScalarFromSQL(fmt::format(fmt::runtime(lookup.statement), key));
+    if (lookup.kind == upper) return GetScalarFromSQL(Sql(fmt::runtime(lookup.statement), key));
   }
   return {};
 }

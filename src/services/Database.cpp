@@ -68,7 +68,7 @@ void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, st
 
 std::string FirstField(const ado::Recordset& rs) { return rs.Eof() ? std::string() : ToText(rs.FieldAt(0)); }
 
-std::string GetScalarFromSQL(std::string_view strSQL) {
+std::string GetScalarFromSQL(const Sql& strSQL) {
   return WithGlobalConnection([&] {
     std::string result;
     IgnoreErrors([&] {
@@ -79,7 +79,7 @@ std::string GetScalarFromSQL(std::string_view strSQL) {
   });
 }
 
-std::string RequireScalarFromSQL(std::string_view strSQL) {
+std::string RequireScalarFromSQL(const Sql& strSQL) {
   return WithGlobalConnection([&] { return FirstField(*GlobalConnection().Execute(strSQL, nullptr)); });
 }
 

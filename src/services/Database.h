@@ -10,6 +10,7 @@
 
 #include "platform/ado.h"
 #include "services/Run.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -36,9 +37,9 @@ void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, st
 [[nodiscard]] std::string FirstField(const ado::Recordset& rs);
 
 // The first field of the first row as text; "" when there is none, and on any error.
-[[nodiscard]] std::string GetScalarFromSQL(std::string_view strSQL);
+[[nodiscard]] std::string GetScalarFromSQL(const Sql& strSQL);
 // The same for a caller with a handler of its own: raises on any error.
-[[nodiscard]] std::string RequireScalarFromSQL(std::string_view strSQL);
+[[nodiscard]] std::string RequireScalarFromSQL(const Sql& strSQL);
 
 // When a row last changed, local time: field 1 (UTC) turned into local time; if NULL, field 2 as it stands; if both are
 // NULL, 1 January 1901. An error goes to ErrorHandler and gives nothing: no record may be overwritten on a date that

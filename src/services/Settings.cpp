@@ -7,6 +7,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -18,14 +19,14 @@ constexpr int kProfileBuffer = 255;  // characters, the closing NUL included
 // versions must be met again.
 std::string ParamName(std::string_view section, std::string_view key) { return fmt::format("{}_{}", section, key); }
 
-std::unique_ptr<ado::Recordset> OpenReadOnly(std::string_view statement) {
+std::unique_ptr<ado::Recordset> OpenReadOnly(const Sql& statement) {
   return GlobalConnection().OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly);
 }
 
 std::string ReadFromTable(std::string_view section, std::string_view key, std::string_view fallback) {
   const auto read = [&] {
     const auto rs =
-        OpenReadOnly(fmt::format("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}'", ParamName(section, key)));
+        OpenReadOnly(Sql("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}'", ParamName(section, key)));
     const auto value = rs->Eof() ? std::string() : Trim(ToText(rs->FieldAt(0)));
     rs->Close();
     return value.empty() ? std::string(fallback) : value;
@@ -34,20 +35,20 @@ std::string ReadFromTable(std::string_view section, std::string_view key, std::s
   return Vars().g_CnRefCount < 1 ? WithGlobalConnection(read) : read();
 }
 
-std::string WriteStatement(bool exists, std::string_view name, std::string_view value) {
-  const auto quoted = FixQuote(value);
+Sql WriteStatement(bool exists, std::string_view name, std::string_view value) {
+  const Doubled quoted{FixQuote(value)};
   if (exists) {
-    return value.empty() ? fmt::format("UPDATE TWSTable SET ParamValue = NULL WHERE ParamName = '{}';", name)
-                         : fmt::format("UPDATE TWSTable SET ParamValue ='{}' WHERE ParamName = '{}';", quoted, name);
+    return value.empty() ? Sql("UPDATE TWSTable SET ParamValue = NULL WHERE ParamName = '{}';", name)
+                         : Sql("UPDATE TWSTable SET ParamValue ='{}' WHERE ParamName = '{}';", quoted, name);
   }
-  return value.empty() ? fmt::format("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES (NULL, '{}');", name)
-                       : fmt::format("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES ('{}','{}');", quoted, name);
+  return value.empty() ? Sql("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES (NULL, '{}');", name)
+                       : Sql("INSERT INTO TWSTable (ParamValue ,ParamName) VALUES ('{}','{}');", quoted, name);
 }
 
 void WriteToTable(std::string_view section, std::string_view key, std::string_view value) {
   WithGlobalConnection([&] {
     const auto name = ParamName(section, key);
-    const auto rs = OpenReadOnly(fmt::format("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}';", name));
+    const auto rs = OpenReadOnly(Sql("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}';", name));
     GlobalConnection().Execute(WriteStatement(!rs->Eof(), name, value), nullptr);
     rs->Close();
   });
@@ -96,8 +97,7 @@ void LoadActivityCodes() {
   for (const auto& code : kCodes) Vars().*code.variable = code.builtIn;
   WithGlobalConnection([] {
     for (const auto& code : kCodes) {
-      const auto value =
-          GetScalarFromSQL(fmt::format("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}'", code.name));
+      const auto value = GetScalarFromSQL(Sql("SELECT ParamValue FROM TWSTable WHERE ParamName = '{}'", code.name));
       if (!value.empty()) Vars().*code.variable = value;
     }
   });

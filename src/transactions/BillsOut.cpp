@@ -13,6 +13,7 @@
 #include "quickbooks/Requests.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/Sql.h"
 #include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
 
@@ -24,7 +25,7 @@ constexpr int kBillable = 0;  // of BillableStatus
 constexpr int kNotBillable = 1;
 
 std::string LinkBy(std::string_view table, std::string_view keyColumn, std::string_view key) {
-  return GetScalarFromSQL(fmt::format("SELECT QBLINKID FROM {} WHERE {} = '{}';", table, keyColumn, key));
+  return GetScalarFromSQL(Sql("SELECT QBLINKID FROM {} WHERE {} = '{}';", table, keyColumn, key));
 }
 
 MessageBox InvalidAccount(const RefusedRequest& refused) {
@@ -82,8 +83,8 @@ bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& column
   if (const auto classId = ClassFor(projectLink, codes.table, itemLink); !classId.empty()) {
     line["ClassRef"]["ListID"].SetValue(classId);
   }
-  keys_.push_back(fmt::format("'{}'", ColumnText(row, columns.key)));
-  list_ += (list_.empty() ? "" : ",") + keys_.back();
+  keys_.push_back(Sql("'{}'", ColumnText(row, columns.key)));
+  list_ = list_.IsEmpty() ? keys_.back() : Sql("{},{}", list_, keys_.back());
   return true;
 }
 
@@ -91,7 +92,7 @@ SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::R
                   QBSessionManager& session, Run& run) {
   std::optional<MsgSetResponse> answer;
   if (!IgnoreErrors([&] { answer = session.DoRequests(bill.MessageSet()); })) {
-    WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys());
+    WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
     return {};
   }
   const auto& response = answer->GetAt(0);

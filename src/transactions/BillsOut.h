@@ -13,6 +13,7 @@
 #include "platform/ado.h"
 #include "quickbooks/QBSessionManager.h"
 #include "services/Run.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -47,15 +48,15 @@ class BillInHand {
   // line.
   [[nodiscard]] bool AppendLine(const ado::Recordset& row, const CostColumns& columns, const CostCodes& codes);
   // The keys of the rows that became lines, quoted, for a list of a statement.
-  [[nodiscard]] const std::string& Keys() const { return list_; }
-  [[nodiscard]] const std::vector<std::string>& QuotedKeys() const { return keys_; }
+  [[nodiscard]] const Sql& Keys() const { return list_; }
+  [[nodiscard]] const std::vector<Sql>& QuotedKeys() const { return keys_; }
   [[nodiscard]] const MsgSetRequest& MessageSet() const { return messageSet_; }
 
  private:
   MsgSetRequest messageSet_;
   RequestField request_;
-  std::vector<std::string> keys_;
-  std::string list_;
+  std::vector<Sql> keys_;
+  Sql list_;
 };
 
 // What became of a bill that was sent.

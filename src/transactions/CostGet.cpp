@@ -1,8 +1,7 @@
 #include "transactions/CostGet.h"
 
-#include <fmt/format.h>
-
 #include "engine/Mapping.h"
+#include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
@@ -27,8 +26,8 @@ RecordEnd CostGet::TakeRecord(RecordWalk& walk, const Record& record) {
   TakeLines(document);
   if (document.before == Before::Known) return RecordEnd::Done;
   if (!document.hasLines) {
-    document.connection.Execute(
-        fmt::format("DELETE FROM {} WHERE {} = '{}';", table_.table, table_.keyColumn, document.key), nullptr);
+    document.connection.Execute(Sql("DELETE FROM {} WHERE {} = '{}';", table_.table, table_.keyColumn, document.key),
+                                nullptr);
   }
   EndNew(document);
   return RecordEnd::Done;

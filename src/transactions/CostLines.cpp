@@ -9,13 +9,14 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
 
 namespace {
 
-std::string LookUpOrNothing(ado::Connection& connection, const std::string& statement) {
+std::string LookUpOrNothing(ado::Connection& connection, const Sql& statement) {
   std::string found;
   IgnoreErrors([&] { found = LookUp(connection, statement); });
   return found;
@@ -26,18 +27,16 @@ std::string LookUpOrNothing(ado::Connection& connection, const std::string& stat
 LineCode CodeOfItem(ado::Connection& connection, const Record& line) {
   const auto item = TextOr(line["ItemRef"], "ListID", "");
   if (item.empty()) return {};
-  auto activity =
-      LookUpOrNothing(connection, fmt::format("SELECT ActivityID FROM Activity WHERE QBLinkID = '{}';", item));
+  auto activity = LookUpOrNothing(connection, Sql("SELECT ActivityID FROM Activity WHERE QBLinkID = '{}';", item));
   if (!activity.empty()) return {.kind = CodeKind::Activity, .code = std::move(activity)};
   return {.kind = CodeKind::Expense,
-          .code = LookUpOrNothing(connection, fmt::format("SELECT ExpID FROM Expense WHERE QBLinkID = '{}';", item))};
+          .code = LookUpOrNothing(connection, Sql("SELECT ExpID FROM Expense WHERE QBLinkID = '{}';", item))};
 }
 
 std::string DescriptionOf(ado::Connection& connection, const LineCode& code) {
-  return LookUp(connection,
-                code.kind == CodeKind::Activity
-                    ? fmt::format("SELECT ActivityDescription FROM Activity WHERE ActivityID = '{}';", code.code)
-                    : fmt::format("SELECT ExpDescription FROM Expense WHERE ExpID = '{}';", code.code));
+  return LookUp(connection, code.kind == CodeKind::Activity
+                                ? Sql("SELECT ActivityDescription FROM Activity WHERE ActivityID = '{}';", code.code)
+                                : Sql("SELECT ExpDescription FROM Expense WHERE ExpID = '{}';", code.code));
 }
 
 std::string TextOr(const Record& line, std::string_view field, std::string_view otherwise) {

@@ -1,7 +1,5 @@
 #include "transactions/EstimatesIn.h"
 
-#include <fmt/format.h>
-
 #include <array>
 #include <span>
 #include <utility>
@@ -10,6 +8,7 @@
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
+#include "services/Sql.h"
 #include "transactions/CostGet.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
@@ -133,8 +132,8 @@ class EstimateGet final : public CostGet {
     const auto& record = estimate.record;
     project_ = CustomerName(record).find(':') == std::string::npos
                    ? std::string()
-                   : LookUp(estimate.connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
-                                                             record["CustomerRef"]["ListID"].GetValue()));
+                   : LookUp(estimate.connection, Sql("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
+                                                     record["CustomerRef"]["ListID"].GetValue()));
     return true;
   }
 
@@ -182,8 +181,8 @@ class EstimateGet final : public CostGet {
     if (project_.empty()) return;
     IgnoreErrors([&] {
       estimate.connection.Execute(
-          fmt::format("UPDATE Project SET EstimateID = '{}' WHERE ProjectID = '{}' AND EstimateID IS NULL;",
-                      estimate.key, project_),
+          Sql("UPDATE Project SET EstimateID = '{}' WHERE ProjectID = '{}' AND EstimateID IS NULL;", estimate.key,
+              project_),
           nullptr);
     });
   }

@@ -12,6 +12,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
 #include "transactions/TxnTable.h"
@@ -119,7 +120,7 @@ struct Kept {
 
 Kept KeptBy(ado::Connection& connection, std::string_view link) {
   const auto row = connection.OpenRecordset(
-      fmt::format("SELECT ELBilled, ELMarkup, ELTax1, ELTax2, ELTax3 from {} WHERE QBLinkID = '{}';", kTable, link),
+      Sql("SELECT ELBilled, ELMarkup, ELTax1, ELTax2, ELTax3 from {} WHERE QBLinkID = '{}';", kTable, link),
       ado::CursorType::Static, ado::LockType::ReadOnly);
   return {.billed = ColumnText(*row, "ELBilled"),
           .markup = ColumnOrNothing(*row, "ELMarkup"),
@@ -172,13 +173,13 @@ class ExpenseGet final : public RecordWork {
   static void SecureReservedCode(ado::Connection& connection) {
     const auto raised = CatchError([&] {
       const auto count =
-          LookUp(connection, fmt::format("SELECT COUNT(ExpID) FROM Expense WHERE ExpID = '{}'", kFromQuickBooks));
+          LookUp(connection, Sql("SELECT COUNT(ExpID) FROM Expense WHERE ExpID = '{}'", kFromQuickBooks));
       if (LeadingNumber(count) >= 1) return;
       connection.Execute(
-          fmt::format("INSERT INTO Expense(ExpID,ExpCode,ExpSub,ExpDescription,ExpCost,ExpMarkup,ExpBillable,Tax1_Rate,"
-                      "Tax2_Rate,Tax3_Rate,Reimbursable,Exp_Memo,QBLinkID,LastUpdated) VALUES('{}','FROMQB','','From "
-                      "QuickBooks',0,0,-1,0,0,0,-1,'',NULL,NULL);",
-                      kFromQuickBooks),
+          Sql("INSERT INTO Expense(ExpID,ExpCode,ExpSub,ExpDescription,ExpCost,ExpMarkup,ExpBillable,Tax1_Rate,"
+              "Tax2_Rate,Tax3_Rate,Reimbursable,Exp_Memo,QBLinkID,LastUpdated) VALUES('{}','FROMQB','','From "
+              "QuickBooks',0,0,-1,0,0,0,-1,'',NULL,NULL);",
+              kFromQuickBooks),
           nullptr);
     });
     if (!raised) return;
@@ -193,8 +194,8 @@ class ExpenseGet final : public RecordWork {
     std::string person;
     if (payee.IsNothing()) return person;
     IgnoreErrors([&] {
-      person = Trim(LookUp(document.connection, fmt::format("SELECT EmployeeID FROM Employee WHERE QBLinkID = '{}';",
-                                                            payee["ListID"].GetValue())));
+      person = Trim(LookUp(document.connection,
+                           Sql("SELECT EmployeeID FROM Employee WHERE QBLinkID = '{}';", payee["ListID"].GetValue())));
     });
     return person;
   }
@@ -248,7 +249,7 @@ class ExpenseGet final : public RecordWork {
     const bool isItem = form.hasQuantity;
     if (reference.IsNothing() || (!isItem && reference["FullName"].IsNothing())) return true;
     const auto found = connection.OpenRecordset(
-        fmt::format("SELECT ExpID, ExpDescription FROM Expense WHERE QBLinkID = '{}';", reference["ListID"].GetValue()),
+        Sql("SELECT ExpID, ExpDescription FROM Expense WHERE QBLinkID = '{}';", reference["ListID"].GetValue()),
         ado::CursorType::Static, ado::LockType::ReadOnly);
     if (found->Eof()) return !isItem || kind_.paidBy == PaidBy::CheckOrCard;
     expense.code = ColumnText(*found, "ExpID");
@@ -262,8 +263,8 @@ class ExpenseGet final : public RecordWork {
   static bool FindProject(const Document& document, const Record& job, Expense& expense) {
     const auto listId = job["ListID"].GetValue();
     const auto found = document.connection.OpenRecordset(
-        fmt::format("SELECT ProjectID, EmployeeID FROM Project WHERE QBLinkID = '{}';", listId),
-        ado::CursorType::Static, ado::LockType::ReadOnly);
+        Sql("SELECT ProjectID, EmployeeID FROM Project WHERE QBLinkID = '{}';", listId), ado::CursorType::Static,
+        ado::LockType::ReadOnly);
     if (found->Eof()) {
       WriteLog(
           fmt::format("Move Expenses to TW: Skipping the record, because the job with List ID = '{} - {}' has not "

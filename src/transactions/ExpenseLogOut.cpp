@@ -130,12 +130,12 @@ class ExpenseSend final : public RowWork {
     const auto& keys = bill_->QuotedKeys();
     // By their places: a line that was left empty shifts those behind it.
     for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
-      WriteLink(connection, {.table = "ExpenseLog", .condition = "ELID = " + keys[i]}, sent.lines[i]);
+      WriteLink(connection, {.table = "ExpenseLog", .condition = Sql("ELID = {}", keys[i])}, sent.lines[i]);
     }
     auto& bills = Vars().g_PassedID;
     bills += fmt::format("{}'{}'", bills.empty() ? "" : ",", sent.txnId);
     if (!stampsRows_) return;
-    WriteStamp(connection, {.table = "ExpenseLog", .condition = fmt::format("(ELID IN({}))", bill_->Keys())});
+    WriteStamp(connection, {.table = "ExpenseLog", .condition = Sql("(ELID IN({}))", bill_->Keys())});
     stampsRows_ = false;
   }
 

@@ -17,6 +17,7 @@
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "services/Sql.h"
 #include "transactions/SpecialItems.h"
 #include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
@@ -84,7 +85,7 @@ constexpr std::array kContractTypes = {
 bool WantsSummary(const ado::Recordset& row) {
   if (IsTrueFlag(row, "TransactionManInv")) return true;
   const auto type = UpperCase(GetScalarFromSQL(
-      fmt::format("SELECT ProjectConType FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ProjectID"))));
+      Sql("SELECT ProjectConType FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ProjectID"))));
   const auto* found = std::ranges::find(kContractTypes, type, &ContractType::name);
   return found != kContractTypes.end() &&
          gf_ReadSettings("GENERAL", found->summaryKey, Vars().g_TWSettingsPath, "0") == "1";
@@ -200,7 +201,7 @@ class InvoiceLines {
 
   // Goes over the rows of the invoice in a table; answers whether there are any that are to be told one by one.
   template <typename TakeRow>
-  bool InDetail(const std::string& statement, TakeRow takeRow) const {
+  bool InDetail(const Sql& statement, TakeRow takeRow) const {
     return WithGlobalConnection([&] {
       const auto rows = GlobalConnection().OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly);
       const bool detail = rows->RecordCount() > 0 && !wantsSummary_;
@@ -213,9 +214,9 @@ class InvoiceLines {
   void AppendServices(Decimal services) {
     Decimal told;
     const bool detail =
-        InDetail(fmt::format("SELECT ActivityID, TEHours, TEDescription, TEBillRate, WUD, TEBill FROM TimeEntry WHERE "
-                             "TransactionID = '{}';",
-                             id_),
+        InDetail(Sql("SELECT ActivityID, TEHours, TEDescription, TEBillRate, WUD, TEBill FROM TimeEntry WHERE "
+                     "TransactionID = '{}';",
+                     id_),
                  [&](const ado::Recordset& entry) { told = told + AppendHours(entry); });
     if (!detail) {
       AppendServiceSummary(services);
@@ -260,22 +261,22 @@ class InvoiceLines {
     Decimal units;
     Decimal cost;
     Decimal markup;
-    const bool detail = InDetail(
-        fmt::format("SELECT ExpID, ElUnits, ELDescription, ELCost, ELMarkup, ELChgAmt, ELBillable FROM ExpenseLog "
-                    "WHERE TransactionID = '{}';",
-                    id_),
-        [&](const ado::Recordset& expense) {
-          const auto line = Append();
-          const auto link = AssignItem(line, expense, kExpenses);
-          units = NumberIn(expense, "ElUnits", units);
-          line["Quantity"].SetValue(units.ToCents());
-          cost = NumberIn(expense, "ELCost", cost);
-          markup = NumberIn(expense, "ELMarkup", markup);
-          const auto charge = units * cost * (Decimal(1) + markup.PerCent());
-          line["Amount"].SetValue(IsSwitchedOff(expense, "ELBillable") ? Currency() : charge.ToCents());
-          AssignTaxCode(line, TaxCode::BeforeVersion3);
-          AssignDescriptionAndClass(line, expense, kExpenses, link);
-        });
+    const bool detail =
+        InDetail(Sql("SELECT ExpID, ElUnits, ELDescription, ELCost, ELMarkup, ELChgAmt, ELBillable FROM ExpenseLog "
+                     "WHERE TransactionID = '{}';",
+                     id_),
+                 [&](const ado::Recordset& expense) {
+                   const auto line = Append();
+                   const auto link = AssignItem(line, expense, kExpenses);
+                   units = NumberIn(expense, "ElUnits", units);
+                   line["Quantity"].SetValue(units.ToCents());
+                   cost = NumberIn(expense, "ELCost", cost);
+                   markup = NumberIn(expense, "ELMarkup", markup);
+                   const auto charge = units * cost * (Decimal(1) + markup.PerCent());
+                   line["Amount"].SetValue(IsSwitchedOff(expense, "ELBillable") ? Currency() : charge.ToCents());
+                   AssignTaxCode(line, TaxCode::BeforeVersion3);
+                   AssignDescriptionAndClass(line, expense, kExpenses, link);
+                 });
     if (detail) return;
     const auto line = Append(kExpenseItem);
     AssignTaxCode(line, TaxCode::Always);

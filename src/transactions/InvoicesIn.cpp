@@ -165,9 +165,9 @@ class Details {
 
   void Insert(std::string_view into, std::string_view text, Currency amount) {
     connection_.Execute(
-        fmt::format("{0}ManInvDetailDesc,ManInvDetailAmt, ManInvDetailTaxAmt,ManInvDetailTot,ManInvDetailTaxPerc) "
-                    "VALUES('{1}', '{2}', '{3}',{4},0,{4},0);",
-                    into, GenerateGUID(), transactionId_, FixQuote(text), ToText(amount)),
+        Sql("{0}ManInvDetailDesc,ManInvDetailAmt, ManInvDetailTaxAmt,ManInvDetailTot,ManInvDetailTaxPerc) "
+            "VALUES('{1}', '{2}', '{3}',{4},0,{4},0);",
+            into, GenerateGUID(), transactionId_, Doubled{FixQuote(text)}, ToText(amount)),
         nullptr);
   }
 
@@ -218,7 +218,8 @@ void Write(const TxnArrival& arrival) {
 }
 
 constexpr std::array kLinks = {
-    TxnLink{.reference = "CustomerRef", .keySelect = "SELECT ProjectID FROM Project WHERE QBLINKID = '"},
+    TxnLink{
+        .reference = "CustomerRef", .keySelect = "SELECT ProjectID FROM Project WHERE QBLINKID = '", .required = true},
     TxnLink{.reference = "CustomerRef",
             .keySelect = "SELECT ClientID FROM Project WHERE QBLINKID = '",
             .failed = FailedLook::IsTold},
@@ -231,7 +232,10 @@ constexpr TxnTable kDocuments = {
     .get =
         {
             // The form speaks of invoices over credit memos, too.
-            .texts = {.routine = kKind.routine, .shown = "Getting Invoices from QuickBooks...", .log = kKind.log},
+            .texts = {.routine = kKind.routine,
+                      .shown = "Getting Invoices from QuickBooks...",
+                      .log = kKind.log,
+                      .askedWith = BoxIcon::Question},
             .links = kLinks,
             .looks = LooksFirst::ForTheLinks,
             .pull = CustomerPull::ClientAndProject,

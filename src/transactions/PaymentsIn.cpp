@@ -2,36 +2,21 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 
 #include "engine/DependentPull.h"
 #include "engine/Mapping.h"
-#include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/NewRow.h"
+#include "transactions/PaymentMethods.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
 
 namespace {
-
-// --- Methods ---------------------------------------------------------------------------------------------------------
-
-constexpr std::int16_t kCheck = 1;
-constexpr std::int16_t kCredit = 3;
-
-struct MethodName {
-  std::string_view name;
-  std::int16_t code;
-};
-constexpr std::array kMethods = {
-    MethodName{"CHECK", kCheck}, MethodName{"CHEQUE", kCheck}, MethodName{"CASH", 2},  MethodName{"CREDIT", kCredit},
-    MethodName{"WRITEOFF", 4},   MethodName{"OTHER", 5},       MethodName{"DEBIT", 6}, MethodName{"CREDIT CARD", 7},
-    MethodName{"EFT", 8},        MethodName{"MONEY ORDER", 9},
-};
 
 // --- Rows of payments ------------------------------------------------------------------------------------------------
 
@@ -88,7 +73,7 @@ std::string AddMoney(const TxnArrival& arrival) {
   const auto method = FieldAtPath(arrival.record, "PaymentMethodRef.FullName");
   auto payId = AddPayment({.arrival = arrival,
                            .amount = AmountOf(arrival.record["TotalAmount"]),
-                           .method = method.IsNothing() ? kCheck : PaymentMethodCode(method.GetValue())});
+                           .method = method.IsNothing() ? kCheckMethod : PaymentMethodCode(method.GetValue())});
   if (payId.empty()) {
     TheDesk().ShowMessageBox({.text = "Problem in collecting PayID for QBLink = " + arrival.txnId,
                               .title = "Error",
@@ -155,7 +140,7 @@ void Finish(const Booked& booked, const Allocation& allocation) {
 std::string PulledProject(const TxnArrival& arrival) {
   const auto listId = arrival.record["CustomerRef"]["ListID"].GetValue();
   TransferCustomerOrJobFromQB(listId, &arrival.connection, "Project");
-  return LookUp(arrival.connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLINKID = '{}';", listId));
+  return LookUp(arrival.connection, Sql("SELECT ProjectID FROM Project WHERE QBLINKID = '{}';", listId));
 }
 
 Currency DiscountOf(const Record& entry) { return AmountOf(entry["DiscountAmount"]).value_or(Currency()); }
@@ -163,8 +148,8 @@ Currency DiscountOf(const Record& entry) { return AmountOf(entry["DiscountAmount
 bool IsInvoiceHere(const TxnArrival& arrival, std::string_view txnId) {
   std::string number;
   IgnoreErrors([&] {
-    number = LookUp(arrival.connection,
-                    fmt::format("SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID = '{}';", txnId));
+    number =
+        LookUp(arrival.connection, Sql("SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID = '{}';", txnId));
   });
   return !number.empty();
 }
@@ -176,7 +161,7 @@ EntryEnd Allocate(const Booked& booked, const Record& entry) {
   const auto invoice = entry["TxnID"].GetValueOrEmpty();
   if (invoice.empty() || !IsInvoiceHere(arrival, invoice)) return EntryEnd::Done;
   auto project =
-      LookUp(arrival.connection, fmt::format("SELECT ProjectID FROM TransactionTable WHERE QBLinkID = '{}';", invoice));
+      LookUp(arrival.connection, Sql("SELECT ProjectID FROM TransactionTable WHERE QBLinkID = '{}';", invoice));
   if (project.empty()) project = PulledProject(arrival);
   if (project.empty()) return EntryEnd::LeavesRecord;
   Allocation allocation = {.arrival = arrival,
@@ -208,8 +193,7 @@ void BookRetainer(const Booked& booked) {
   if (retainer.projectId.empty()) return;
   Finish(booked, retainer);
   IgnoreErrors([&] {
-    arrival.connection.Execute(fmt::format("UPDATE Payment SET PayRetainer = True WHERE PayID = '{}';", booked.money),
-                               nullptr);
+    arrival.connection.Execute(Sql("UPDATE Payment SET PayRetainer = True WHERE PayID = '{}';", booked.money), nullptr);
   });
 }
 
@@ -219,7 +203,8 @@ void Write(const TxnArrival& arrival) {
   Currency discounts;
   for (std::size_t i = 0; i < applied.Count(); ++i) discounts = discounts + DiscountOf(applied.GetAt(i));
   std::optional<std::string> discount;
-  if (discounts != Currency()) discount = AddPayment({.arrival = arrival, .amount = discounts, .method = kCredit});
+  if (discounts != Currency())
+    discount = AddPayment({.arrival = arrival, .amount = discounts, .method = kCreditMethod});
   const OpenTable table(arrival.connection, "TransactionTable");
   const Booked booked = {
       .arrival = arrival, .money = std::move(money), .discount = std::move(discount), .allocations = table.Rows()};
@@ -253,7 +238,9 @@ constexpr TxnTable kPayments = {
         {
             .texts = {.routine = "MovePaymentsToTW",
                       .shown = "Getting Payments from QuickBooks...",
-                      .log = "Error transfering Payment to Tallywick. Customer = "},
+                      .log = "Error transfering Payment to Tallywick. Customer = ",
+                      .afterError = AfterError::AsksAndLeaves,
+                      .askedWith = BoxIcon::Question},
             .links = kLinks,
             // A payment that was applied to no invoice here has no row there, and comes once more.
             .hereIn = "TransactionTable",
@@ -268,11 +255,5 @@ constexpr TxnTable kPayments = {
 }  // namespace
 
 void MovePaymentsToTW(const GetCall& call) { GetTransactions(kPayments, call); }
-
-std::int16_t PaymentMethodCode(std::string_view name) {
-  const auto upper = UpperCase(name);
-  const auto* found = std::ranges::find(kMethods, upper, &MethodName::name);
-  return found == kMethods.end() ? kCheck : found->code;
-}
 
 }  // namespace twqb

@@ -4,16 +4,10 @@
 // The hooks and the description of the get; modPayments has the table's value. A payment that is here is left alone.
 #pragma once
 
-#include <cstdint>
-#include <string_view>
-
 #include "engine/Table.h"
 
 namespace twqb {
 
 void MovePaymentsToTW(const GetCall& call);
-
-// The code of a payment method by its QuickBooks name, in any case; 1 (check) for a name that has none.
-[[nodiscard]] std::int16_t PaymentMethodCode(std::string_view name);
 
 }  // namespace twqb

@@ -12,17 +12,17 @@
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "platform/Decimal.h"
-#include "platform/Text.h"
 #include "quickbooks/Requests.h"
 #include "services/Conversions.h"
-#include "services/Countries.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "services/Sql.h"
 #include "services/msgForm.h"
 #include "transactions/NewRow.h"
+#include "transactions/PaymentMethods.h"
 #include "transactions/RetainerItems.h"
 #include "transactions/SpecialItems.h"
 #include "transactions/TxnRow.h"
@@ -33,18 +33,7 @@ namespace twqb {
 
 namespace {
 
-// --- Methods ---------------------------------------------------------------------------------------------------------
-
-struct Method {
-  std::string_view code;
-  std::string_view name;
-};
-// A check has its name by country.
-constexpr std::array kMethods = {
-    Method{"2", "Cash"},     Method{"3", "Credit"},      Method{"A", "Credit"}, Method{"a", "Credit"},
-    Method{"4", "WriteOff"}, Method{"5", "Other"},       Method{"6", "Debit"},  Method{"7", "Credit Card"},
-    Method{"8", "EFT"},      Method{"9", "Money Order"},
-};
+// --- Where it goes --------------------------------------------------------------------------------------------------
 
 // How a payment goes to its invoice.
 enum class Applied : std::uint8_t {
@@ -176,7 +165,7 @@ class PaymentSend final : public RowWork {
   void BookRetainer(RowWalk& walk) {
     const auto& payment = walk.Row();
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return;
-    const auto rows = fmt::format("(PayID = '{}')", record_.key);
+    const auto rows = Sql("(PayID = '{}')", record_.key);
     const auto link = PayerOfRetainer(rows);
     if (link.empty()) return;
     const auto date = PaymentDate(payment);
@@ -197,12 +186,12 @@ class PaymentSend final : public RowWork {
   }
 
   // The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
-  [[nodiscard]] std::string PayerOfRetainer(const std::string& rows) const {
+  [[nodiscard]] std::string PayerOfRetainer(const Sql& rows) const {
     std::string_view kind = "PROJECT";
-    auto key = RequireScalarFromSQL(fmt::format("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
+    auto key = RequireScalarFromSQL(Sql("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
     if (key == "{CLIENT RETAINER}") {
       kind = "CLIENT";
-      key = RequireScalarFromSQL(fmt::format("SELECT ClientID FROM TransactionTable WHERE {};", rows));
+      key = RequireScalarFromSQL(Sql("SELECT ClientID FROM TransactionTable WHERE {};", rows));
     }
     if (!key.empty()) return GetQBLinkIDOf(kind, key);
     WriteLog("Error transferring Payment to QB. Pay ID = " + record_.key);
@@ -225,10 +214,10 @@ class PaymentSend final : public RowWork {
     // A payment that was sent is never sent again.
     if (IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
     const auto allocations = walk.Connection().OpenRecordset(
-        fmt::format("SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,"
-                    "TransactionPayAmtApplied, LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable "
-                    "WHERE (PayID = '{}');",
-                    record_.key),
+        Sql("SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,"
+            "TransactionPayAmtApplied, LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable "
+            "WHERE (PayID = '{}');",
+            record_.key),
         ado::CursorType::Static, ado::LockType::ReadOnly);
     auto end = RowEnd::Done;
     for (; !allocations->Eof(); allocations->MoveNext()) {
@@ -270,9 +259,9 @@ class PaymentSend final : public RowWork {
     const auto project = ColumnText(allocation, "ProjectID");
     OpenInvoice invoice;
     invoice.id = GetScalarFromSQL(
-        fmt::format("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
-                    "(PayID IS NULL);",
-                    number, project));
+        Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
+            "(PayID IS NULL);",
+            number, project));
     if (invoice.id.empty()) {
       ++missing_.count;
       WriteLog(
@@ -353,7 +342,7 @@ class PaymentSend final : public RowWork {
     // Of several allocations the last one's payment is the row's; each keeps its own.
     WriteLink(connection, PaymentRow(), txnId);
     const RowPlace row = {.table = "TransactionTable",
-                          .condition = fmt::format("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
+                          .condition = Sql("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
     WriteLink(connection, row, txnId);
     Vars().g_NewQBLinkID = txnId;
     if (record_.lastUpdatedIsNull) WriteStamp(connection, row);
@@ -373,13 +362,6 @@ class PaymentSend final : public RowWork {
 };
 
 }  // namespace
-
-std::string_view PaymentMethodName(std::string_view code) {
-  for (const auto& method : kMethods) {
-    if (method.code == code) return method.name;
-  }
-  return IsCanadianOrBritish(FileCountry()) ? "Cheque" : "Check";
-}
 
 bool AddPaymentMethodNamesToQB(QBSessionManager& session) {
   return RunAs("AddPaymentMethodNamesToQB", false, [&] {

@@ -5,9 +5,6 @@
 // nothing.
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "engine/Table.h"
 
 namespace twqb {
@@ -18,8 +15,5 @@ void MovePaymentsToQB(const SendCall& call);
 
 // Asks QuickBooks to add the nine methods. False: the first is neither added nor there, which has been told.
 [[nodiscard]] bool AddPaymentMethodNamesToQB(QBSessionManager& session);
-
-// What QuickBooks calls the method of that code; a code that is none is that of a check.
-[[nodiscard]] std::string_view PaymentMethodName(std::string_view code);
 
 }  // namespace twqb

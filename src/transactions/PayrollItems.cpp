@@ -14,6 +14,7 @@
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
@@ -62,9 +63,8 @@ enum class EntryType : int {
 };
 
 std::string ChoiceOf(std::string_view employeeId, EntryType type) {
-  return GetScalarFromSQL(
-      fmt::format("SELECT PayrollItem FROM QBPayroll WHERE (EmployeeID = '{}') AND (EntryType = {});", employeeId,
-                  static_cast<int>(type)));
+  return GetScalarFromSQL(Sql("SELECT PayrollItem FROM QBPayroll WHERE (EmployeeID = '{}') AND (EntryType = {});",
+                              employeeId, static_cast<int>(type)));
 }
 
 // "" where the entry is none of the employee's special ones, or these have no item.

@@ -4,6 +4,7 @@
 #include "engine/Mapping.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
 namespace twqb {
@@ -69,10 +70,11 @@ class TxnGetWork final : public RecordWork {
   [[nodiscard]] static std::vector<std::string> Find(const TxnLink& link, std::string_view select, const Record& record,
                                                      ado::Connection& connection) {
     std::vector<std::string> found;
+    const auto listId = [&] { return record[link.reference]["ListID"].GetValue(); };
+    if (link.required) static_cast<void>(listId());
     const auto look = [&] {
-      const auto rows =
-          connection.OpenRecordset(fmt::format("{}{}';", select, record[link.reference]["ListID"].GetValue()),
-                                   ado::CursorType::Static, ado::LockType::ReadOnly);
+      const auto rows = connection.OpenRecordset(Sql("{}{}';", Sql::Own(select), listId()), ado::CursorType::Static,
+                                                 ado::LockType::ReadOnly);
       if (rows->Eof()) return;
       for (std::size_t i = 0; i < link.values; ++i) found.push_back(ToText(rows->FieldAt(static_cast<int>(i))));
     };
@@ -99,13 +101,12 @@ void GetTransactions(const TxnTable& txn, const GetCall& call) {
 std::string CustomerName(const Record& record) { return FieldAtPath(record, "CustomerRef.FullName").GetValueOrEmpty(); }
 
 bool IsLinkedTo(ado::Connection& connection, std::string_view table, std::string_view link) {
-  const auto found =
-      connection.OpenRecordset(fmt::format("SELECT QBLinkID from {} WHERE QBLinkID = '{}';", table, link),
-                               ado::CursorType::Static, ado::LockType::ReadOnly);
+  const auto found = connection.OpenRecordset(Sql("SELECT QBLinkID from {} WHERE QBLinkID = '{}';", table, link),
+                                              ado::CursorType::Static, ado::LockType::ReadOnly);
   return !found->Eof();
 }
 
-std::string LookUp(ado::Connection& connection, const std::string& statement) {
+std::string LookUp(ado::Connection& connection, const Sql& statement) {
   return FirstField(*connection.OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly));
 }
 

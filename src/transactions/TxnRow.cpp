@@ -7,6 +7,7 @@
 #include "quickbooks/Requests.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -16,7 +17,7 @@ Decimal NumberIn(const ado::Recordset& row, std::string_view column, Decimal oth
 }
 
 std::string ClassOf(std::string_view table, std::string_view link) {
-  return GetScalarFromSQL(fmt::format("SELECT QBClassID FROM {} WHERE QBLinkID = '{}';", table, link));
+  return GetScalarFromSQL(Sql("SELECT QBClassID FROM {} WHERE QBLinkID = '{}';", table, link));
 }
 
 std::string ClassFor(std::string_view projectLink, std::string_view codes, std::string_view itemLink) {

@@ -35,6 +35,7 @@ struct TxnLink {
   std::string_view otherwise = {};  // the same where the link before this one found nothing; left out: no other
   std::size_t values = 1;           // how many columns that selects
   bool optional = false;            // a record without the reference has nothing to look up
+  bool required = false;            // a record without the reference is an error, even where a failed look-up is none
   Unknown unknown = Unknown::PassesOver;
   FailedLook failed = FailedLook::FindsNothing;
 };
@@ -109,7 +110,7 @@ void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::
 [[nodiscard]] std::string CustomerName(const Record& record);
 
 // The first field of what a statement finds; "" when that is nothing. Raises any error.
-[[nodiscard]] std::string LookUp(ado::Connection& connection, const std::string& statement);
+[[nodiscard]] std::string LookUp(ado::Connection& connection, const Sql& statement);
 
 // Whether a row of the table is linked to that identifier, which holds no quote. Raises any error.
 [[nodiscard]] bool IsLinkedTo(ado::Connection& connection, std::string_view table, std::string_view link);

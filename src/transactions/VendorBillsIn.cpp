@@ -13,6 +13,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/CostGet.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
@@ -186,9 +187,9 @@ const Rows& RowsOf(CodeKind kind) { return kind == CodeKind::Activity ? kHoursRo
 // The status of the row in hand. Each dialect has its own way to write an identifier.
 std::string StatusOf(ado::Connection& connection, const Rows& rows, const ado::Recordset& row) {
   const auto id = ReplaceAll(ReplaceAll(ColumnText(row, rows.table.keyColumn), "{", ""), "}", "");
-  const auto literal = Vars().g_DbKind == "SQL" ? fmt::format("'{{{}}}'", id) : fmt::format("{{guid {{{}}}}}", id);
-  return LookUp(connection, fmt::format("SELECT {} FROM {} WHERE {}={};", rows.statusColumn, rows.table.table,
-                                        rows.table.keyColumn, literal));
+  const auto literal = Vars().g_DbKind == "SQL" ? Sql("'{{{}}}'", id) : Sql("{{guid {{{}}}}}", Sql::Name(id));
+  return LookUp(connection, Sql("SELECT {} FROM {} WHERE {}={};", rows.statusColumn, rows.table.table,
+                                rows.table.keyColumn, literal));
 }
 
 constexpr std::string_view kNoWords = "From QuickBooks";
@@ -227,8 +228,8 @@ class VendorBillGet final : public CostGet {
   bool Begin(CostDocument& document) override {
     bill_ = {};
     IgnoreErrors([&] {
-      bill_.vendor = LookUp(document.connection, fmt::format("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
-                                                             document.record["VendorRef"]["ListID"].GetValue()));
+      bill_.vendor = LookUp(document.connection, Sql("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
+                                                     document.record["VendorRef"]["ListID"].GetValue()));
     });
     return !bill_.vendor.empty();
   }
@@ -273,7 +274,7 @@ class VendorBillGet final : public CostGet {
     if (!place.IsNew()) {
       // Whatever becomes of the line, and of hours, too, where it finds no row.
       static_cast<void>(GetScalarFromSQL(
-          fmt::format("UPDATE EXPENSELOG SET VendorBillID = '{}' WHERE QBLinkID = '{}';", document.key, link)));
+          Sql("UPDATE EXPENSELOG SET VendorBillID = '{}' WHERE QBLinkID = '{}';", document.key, link)));
       document.hasLines = true;
       if (!place.MayBeChanged(Rule(), document.record)) return;
     }
@@ -288,8 +289,8 @@ class VendorBillGet final : public CostGet {
       return;
     }
     if (&rows == &kHoursRows) {
-      line.projectName = LookUp(document.connection,
-                                fmt::format("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
+      line.projectName =
+          LookUp(document.connection, Sql("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
     }
     WriteColumns<BillLine>(place.Row(), rows.columns, line);
     if (IgnoreErrors([&] { place.Row().Update(); })) document.hasLines = true;
@@ -302,7 +303,7 @@ class VendorBillGet final : public CostGet {
     if (customer["FullName"].GetValueOrEmpty().find(':') == std::string::npos) {
       TransferCustomerOrJobFromQB(listId, &connection, "");
     }
-    return LookUp(connection, fmt::format("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';", listId));
+    return LookUp(connection, Sql("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';", listId));
   }
 
   static void ReadValues(ado::Connection& connection, const Record& record, LineForm form, BillLine& line) {

@@ -15,6 +15,7 @@
 #include "services/Database.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/Sql.h"
 #include "transactions/BillsOut.h"
 #include "transactions/TxnRow.h"
 #include "transactions/modlVendorBills.h"
@@ -95,9 +96,8 @@ class VendorBillSend final : public RowWork {
   // Up to the first that lacks something.
   void AppendLines(BillInHand& bill, ado::Connection& connection) const {
     // Each dialect has its own way to write an identifier.
-    const auto id =
-        Vars().g_DbKind == "SQL" ? fmt::format("'{}'", record_.key) : fmt::format("{{guid {}}}", record_.key);
-    const auto lines = connection.OpenRecordset(fmt::format("SELECT * FROM TimeExpense WHERE VendorBillID ={};", id),
+    const auto id = Vars().g_DbKind == "SQL" ? Sql("'{}'", record_.key) : Sql("{{guid {}}}", Sql::Name(record_.key));
+    const auto lines = connection.OpenRecordset(Sql("SELECT * FROM TimeExpense WHERE VendorBillID ={};", id),
                                                 ado::CursorType::Static, ado::LockType::ReadOnly);
     for (; !lines->Eof(); lines->MoveNext()) {
       const bool isTime = ColumnText(*lines, "DataTbl") == "TE";
@@ -126,18 +126,17 @@ class VendorBillSend final : public RowWork {
 
   void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {
     static_cast<void>(GetScalarFromSQL(
-        fmt::format("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, record_.key)));
+        Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, record_.key)));
     const auto& keys = bill.QuotedKeys();
     for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
       for (const auto& table : kLineTables) {
-        WriteLink(connection, {.table = table.name, .condition = fmt::format("{} = {}", table.keyColumn, keys[i])},
+        WriteLink(connection, {.table = table.name, .condition = Sql("{} = {}", table.keyColumn, keys[i])},
                   sent.lines[i], Linked::AnyRows);
       }
     }
     if (!stampsRows_) return;
     for (const auto& table : kLineTables) {
-      WriteStamp(connection,
-                 {.table = table.name, .condition = fmt::format("({} IN({}))", table.keyColumn, bill.Keys())});
+      WriteStamp(connection, {.table = table.name, .condition = Sql("({} IN({}))", table.keyColumn, bill.Keys())});
     }
   }
 

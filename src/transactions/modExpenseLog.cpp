@@ -14,9 +14,10 @@ namespace twqb {
 namespace {
 
 // The first filter value is the list, quoted as the database wants it.
-std::string Passed(std::string_view base, const SavedFilters& filters) {
+Sql Passed(std::string_view base, const SavedFilters& filters) {
   if (filters.Filter1a.empty()) return {};
-  return fmt::format("{}WHERE (ELID IN({})) AND (ELPosted = -1) ORDER BY EmployeeID", base, filters.Filter1a);
+  return Sql("{}WHERE (ELID IN({})) AND (ELPosted = -1) ORDER BY EmployeeID", Sql::Own(base),
+             Sql::List(filters.Filter1a));
 }
 
 void TellVersion1() {

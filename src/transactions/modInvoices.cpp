@@ -26,11 +26,11 @@ constexpr std::array kClauses = {
 };
 
 // PassedID is a project and an invoice number. Without the number all invoices are selected.
-std::string Passed(std::string_view base, const SavedFilters& /*filters*/) {
+Sql Passed(std::string_view base, const SavedFilters& /*filters*/) {
   const auto parts = Split(Vars().g_PassedID, ',');
-  if (parts.size() < 2) return std::string(base);
-  return fmt::format("{}AND (TransactionTable.ProjectID = '{}') AND (TransactionTable.TransactionInvNum = '{}')", base,
-                     FixQuote(parts[0]), FixQuote(parts[1]));
+  if (parts.size() < 2) return Sql::Own(base);
+  return Sql("{}AND (TransactionTable.ProjectID = '{}') AND (TransactionTable.TransactionInvNum = '{}')",
+             Sql::Own(base), Doubled{FixQuote(parts[0])}, Doubled{FixQuote(parts[1])});
 }
 
 constexpr std::array kReads = {

@@ -15,6 +15,7 @@
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
+#include "services/Sql.h"
 #include "transactions/PayrollItems.h"
 #include "transactions/TxnTable.h"
 
@@ -95,9 +96,9 @@ bool Fill(const RequestField& request, const ado::Recordset& row, std::span<cons
 // The project's class wins.
 void AssignClass(const RequestField& request, std::string_view projectLink, std::string_view activityLink) {
   IgnoreErrors([&] {
-    auto classId = GetScalarFromSQL(fmt::format("SELECT QBClassID FROM Project WHERE QBLinkID = '{}';", projectLink));
+    auto classId = GetScalarFromSQL(Sql("SELECT QBClassID FROM Project WHERE QBLinkID = '{}';", projectLink));
     if (classId.empty()) {
-      classId = GetScalarFromSQL(fmt::format("SELECT QBClassID FROM Activity WHERE QBLinkID = '{}';", activityLink));
+      classId = GetScalarFromSQL(Sql("SELECT QBClassID FROM Activity WHERE QBLinkID = '{}';", activityLink));
     }
     if (!classId.empty()) request["ClassRef"]["ListID"].SetValue(classId);
   });
@@ -240,7 +241,7 @@ struct RateColumns {
   std::string_view ofActivity;
 };
 
-Currency RateBy(ado::Connection& connection, const std::string& statement, Currency failed) {
+Currency RateBy(ado::Connection& connection, const Sql& statement, Currency failed) {
   auto rate = failed;
   IgnoreErrors([&] {
     const auto rows = connection.OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly);
@@ -256,13 +257,12 @@ Currency RateOf(const Record& entry, std::string_view activityId, ado::Connectio
                 const RateColumns& columns) {
   const auto one = Currency::FromDouble(1);
   const auto employee = RateBy(connection,
-                               fmt::format("SELECT {} FROM Employee WHERE QBLINKID = '{}';", columns.ofEmployee,
-                                           entry["EntityRef"]["ListID"].GetValue()),
+                               Sql("SELECT {} FROM Employee WHERE QBLINKID = '{}';", columns.ofEmployee,
+                                   entry["EntityRef"]["ListID"].GetValue()),
                                one);
   if (employee != Currency() && employee != one) return employee;
   const auto activity = RateBy(
-      connection, fmt::format("SELECT {} FROM Activity WHERE ActivityID = '{}';", columns.ofActivity, activityId),
-      Currency());
+      connection, Sql("SELECT {} FROM Activity WHERE ActivityID = '{}';", columns.ofActivity, activityId), Currency());
   return activity == Currency() ? employee : activity;
 }
 
@@ -376,13 +376,13 @@ constexpr std::array kClauses = {
 };
 
 // PassedID is a list of identifiers without their braces. Linked entries are selected too.
-std::string Passed(std::string_view base, const SavedFilters& /*filters*/) {
-  std::string list;
+Sql Passed(std::string_view base, const SavedFilters& /*filters*/) {
+  Sql list;
   for (const auto& id : Split(Vars().g_PassedID, ',')) {
-    if (!list.empty()) list += ',';
-    list += fmt::format("'{{{}}}'", id);
+    if (!list.IsEmpty()) list += ",";
+    list += Sql("'{{{}}}'", id);
   }
-  return fmt::format("{} AND (TimeEntry.TEID IN ({})) ", base, list);
+  return Sql("{} AND (TimeEntry.TEID IN ({})) ", Sql::Own(base), list);
 }
 
 // Time entries have no lines, and their query nothing to ask for them with.

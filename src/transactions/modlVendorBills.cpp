@@ -21,10 +21,11 @@ constexpr std::array kClauses = {
 };
 
 // The first filter value is the identifier; Jet gets a literal that brings its own marks.
-std::string Passed(std::string_view base, const SavedFilters& filters) {
+Sql Passed(std::string_view base, const SavedFilters& filters) {
   if (filters.Filter1a.empty()) return {};
-  const std::string_view quote = UpperCase(Vars().g_DbKind) == "SQL" ? "'" : "";
-  return fmt::format("{0}WHERE (VendorBillID IN({1}{2}{1})) ORDER BY BillNumber", base, quote, filters.Filter1a);
+  const auto& id = filters.Filter1a;
+  return Sql("{}WHERE (VendorBillID IN({})) ORDER BY BillNumber", Sql::Own(base),
+             UpperCase(Vars().g_DbKind) == "SQL" ? Sql("'{}'", id) : Sql::List(id));
 }
 
 constexpr std::array kReads = {QuickBooksRead{

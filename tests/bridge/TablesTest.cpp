@@ -38,7 +38,7 @@ Noted noted;
 template <std::int32_t kTable>
 void NoteSend(const SendCall& call) {
   noted.sent.push_back(kTable);
-  noted.statements.push_back(call.sql);
+  noted.statements.push_back(call.sql.Text());
   noted.rule = call.rule;
   Vars().g_TableOk = noted.outcome;
   Vars().g_PassedID = noted.passedIdAfterwards;

@@ -93,6 +93,11 @@ TEST_F(DeletionCommands, Refuse_all_tables_and_an_empty_identifier) {
   EXPECT_EQ(Clients(), "2");
 }
 
+TEST_F(DeletionCommands, Delete_nothing_for_an_identifier_that_would_read_as_a_condition) {
+  EXPECT_EQ(folder_.Twqb({"delete-billing", "clients", "x' OR '1'='1", "--answers", "yes.txt"}).status, 0);
+  EXPECT_EQ(Clients(), "1");
+}
+
 TEST_F(DeletionCommands, Have_a_help_that_names_the_tables_but_not_all_of_them_at_once) {
   for (const std::string command : {"delete-billing", "delete-quickbooks"}) {
     const auto help = folder_.Done({command, "--help"});

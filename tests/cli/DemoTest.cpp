@@ -40,6 +40,16 @@ TEST(Demo, Shows_what_a_second_and_a_third_send_still_move) {
   }
 }
 
+TEST(Demo, Ends_with_payments_that_are_held_back_and_told) {
+  const WorkFolder folder;
+  const auto ended = folder.Twqb({"demo", "-C", "."});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.out, HasSubstr("   3 payments are held back"));
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("which you have"), HasSubstr("for which the payment amount"),
+                               HasSubstr("that did tranfer because")));
+  EXPECT_THAT(folder.Done({"balances"}), AllOf(HasSubstr("1048 "), HasSubstr("1055 "), HasSubstr("1043 ")));
+}
+
 TEST(Demo, Ends_with_1_when_a_transfer_asks) {
   const WorkFolder folder;
   folder.Write("faults.txt", "AccountAddRq 10 status 3180 Error \"scripted\"\n");

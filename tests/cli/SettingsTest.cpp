@@ -36,6 +36,14 @@ TEST_F(Settings, The_table_is_a_store_of_its_own) {
   EXPECT_EQ(folder_.Scalar("SELECT ParamValue FROM TWSTable WHERE ParamName = 'GENERAL_Colour'"), "green");
 }
 
+TEST_F(Settings, A_key_that_would_read_as_a_condition_changes_no_setting_of_the_table) {
+  folder_.Done({"settings", "set", "QBSEND", "A", "first", "--settings-table"});
+  const auto ended = folder_.Twqb({"settings", "set", "QBSEND", "x' OR '1'='1", "all", "--settings-table"});
+  EXPECT_EQ(ended.status, 1) << ended.out;
+  EXPECT_THAT(ended.err, testing::HasSubstr("can't stand in a statement"));
+  EXPECT_EQ(folder_.Done({"settings", "get", "QBSEND", "A", "--settings-table"}), "first\n");
+}
+
 TEST_F(Settings, The_list_has_every_value_of_the_file_in_its_order) {
   folder_.Done({"settings", "set", "QBSEND_", "Clients_OptNever", "True"});
   folder_.Done({"settings", "set", "GENERAL", "Colour", "green"});

@@ -68,6 +68,15 @@ TEST_F(SampleFirm, With_an_identifier_that_record_alone_is_sent) {
   EXPECT_THAT(folder_.Scalar("SELECT QBLinkID FROM Client WHERE ClientID = 'ABBOTT'"), Not(IsEmpty()));
 }
 
+TEST_F(SampleFirm, A_key_that_would_read_as_a_condition_gives_no_other_row_its_link) {
+  folder_.Done(
+      {"billing", "run", "-e", "INSERT INTO Client (ClientID, ClientCompany) VALUES ('!'' OR ''1''=''1', '!')"});
+  EXPECT_EQ(folder_.Twqb(std::vector<std::string>{"send", "clients", "--answers", "yes.txt"} + kMorning).status, 1);
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM (SELECT QBLinkID FROM Client WHERE QBLinkID <> '' GROUP BY QBLinkID "
+                           "HAVING COUNT(*) > 1)"),
+            "0");
+}
+
 TEST_F(SampleFirm, A_saved_filter_that_skips_the_table_leaves_it_alone) {
   folder_.Done({"settings", "set", "QBSEND_", "Clients_ChkSkip", "True"});
   EXPECT_EQ(folder_.Done({"send", "clients"}), "send clients: done\n");

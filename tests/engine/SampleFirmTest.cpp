@@ -213,15 +213,14 @@ constexpr std::string_view kContradictions[] = {
     "TransactionTable i WHERE i.PayID IS NULL AND i.IsDraft = 0 AND i.TransactionInvNum = a.TransactionInvNum AND "
     "i.ProjectID = a.ProjectID)",
     "TransactionTable i WHERE PayID IS NULL AND TransactionInvBillAmt >= 0 AND 0.0005 + TransactionInvBillAmt < "
-    "(SELECT "
-    "SUM(TransactionPayAmtApplied) FROM TransactionTable a WHERE a.PayID IS NOT NULL AND a.TransactionInvNum = "
-    "i.TransactionInvNum AND a.ProjectID = i.ProjectID)",
+    "(SELECT SUM(TransactionPayAmtApplied) FROM TransactionTable a WHERE a.PayID IS NOT NULL AND "
+    "a.TransactionInvNum = i.TransactionInvNum AND a.ProjectID = i.ProjectID)",
     // no more comes out of retainers than went in
-    "Client c WHERE (SELECT COALESCE(SUM(PayAmt), 0) FROM Payment y WHERE y.ClientID = c.ClientID AND PayRetainer = "
-    "-1) "
-    "< (SELECT COALESCE(SUM(PayAmt), 0) FROM Payment y WHERE y.ClientID = c.ClientID AND UNICODE(PayMethod) = 65) + "
-    "(SELECT "
-    "COALESCE(SUM(InvRetainerAmtApplied), 0) FROM TransactionTable t WHERE t.ClientID = c.ClientID AND PayID IS NULL)",
+    "Client c WHERE "
+    "(SELECT COALESCE(SUM(PayAmt), 0) FROM Payment y WHERE y.ClientID = c.ClientID AND PayRetainer = -1) < "
+    "(SELECT COALESCE(SUM(PayAmt), 0) FROM Payment y WHERE y.ClientID = c.ClientID AND UNICODE(PayMethod) = 65) + "
+    "(SELECT COALESCE(SUM(InvRetainerAmtApplied), 0) FROM TransactionTable t WHERE t.ClientID = c.ClientID AND "
+    "PayID IS NULL)",
     // nothing has been sent but an invoice that is gone
     "TransactionTable WHERE QBLinkID <> '' AND TransactionInvNum <> '1055'",
     "TimeEntry WHERE QBLinkID <> ''",

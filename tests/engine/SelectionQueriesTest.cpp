@@ -168,9 +168,11 @@ INSTANTIATE_TEST_SUITE_P(Selections, BothDialects, testing::Values("SQLITE", "JE
 
 TEST(ClientSelection, A_quote_in_a_filter_is_not_protected_and_breaks_the_statement) {
   SelectionHouse house;
-  const auto sql = BuildSelectSQL(enClients, {.Filter1a = "O'A", .Filter1b = "P"});
-  EXPECT_EQ(sql, kBase + " WHERE ClientID BETWEEN 'O'A' AND 'P' ;");
-  EXPECT_THROW(house.Run(sql), PlatformError);
+  for (const std::string_view value : {"O'A", "A' OR '1'='1"}) {
+    const auto sql = BuildSelectSQL(*FindTable(enClients), {.Filter1a = std::string(value), .Filter1b = "P"});
+    EXPECT_EQ(sql.Text(), fmt::format("{} WHERE ClientID BETWEEN '{}' AND 'P' ;", kBase, value));
+    EXPECT_THROW(house.Run(std::string(std::string_view(sql))), PlatformError);
+  }
 }
 
 TEST(ClientSelection, Braces_in_a_filter_stay_as_they_are) {

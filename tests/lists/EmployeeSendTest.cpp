@@ -89,8 +89,8 @@ TEST_P(PersonSend, A_date_that_can_not_be_read_is_told_ahead_of_the_twin_and_of_
   house.Person({{"EmployeeID", "'NEW'"}, {"EmpFName", "'Nell'"}});
   house.traffic.documents.clear();
   Vars().g_TableOk = TableOk::False;
-  const auto sql = ReplaceAll(BuildSelectSQL(house.Table(), {.IgnoreLastSync = true}), "LastUpdated, QBLinkID",
-                              "'some day' AS LastUpdated, QBLinkID");
+  const auto sql = Sql::Own(ReplaceAll(BuildSelectSQL(house.Table(), {.IgnoreLastSync = true}), "LastUpdated, QBLinkID",
+                                       "'some day' AS LastUpdated, QBLinkID"));
   EXPECT_TRUE(MoveEmployeesToQB(
       {.sql = sql, .rule = TwinRule::NewerWins, .session = SpiedHouse::Session(), .run = Vars()}, GetParam()));
   ASSERT_EQ(house.BoxTexts().size(), 2U);

@@ -42,7 +42,7 @@ class ListHouse : public SpiedHouse {
   }
   void SendSelection(const std::string& sql, const MoveFlags& flags = {}) {
     Vars().g_TableOk = TableOk::False;
-    table_.toQB({.sql = sql, .rule = flags.Rule(), .session = Session(), .run = Vars()});
+    table_.toQB({.sql = twqb::Sql::Own(sql), .rule = flags.Rule(), .session = Session(), .run = Vars()});
   }
   // All records, in QuickBooks' order.
   void Get(const MoveFlags& flags = {}) {

@@ -46,7 +46,7 @@ class PeopleHouse : public SpiedHouse {
   // All rows of the kind, in the order in which they were inserted.
   bool Send(bool never = false, bool mostRecent = false) {
     Vars().g_TableOk = TableOk::False;
-    const auto sql = BuildSelectSQL(Table(), {.IgnoreLastSync = true});
+    const auto sql = twqb::Sql::Own(BuildSelectSQL(Table(), {.IgnoreLastSync = true}));
     return MoveEmployeesToQB({.sql = sql, .rule = TwinRuleOf(never, mostRecent), .session = Session(), .run = Vars()},
                              isVendor_);
   }

@@ -148,5 +148,26 @@ TEST(Text, Well_formed_UTF_8_is_told_from_other_bytes) {
   }
 }
 
+TEST(Text, XML_carries_no_control_characters_but_tabs_and_line_ends) {
+  for (const std::string_view text : {"", "a\tb\r\n", "\x7F", "\xC2\x80", "caf\xC3\xA9"}) {
+    EXPECT_TRUE(IsXmlText(text)) << text;
+    EXPECT_EQ(XmlText(text), text);
+  }
+  EXPECT_EQ(XmlText(std::string_view("a\0b\x01\x0B\x1F c", 8)), "ab c");
+  EXPECT_EQ(XmlText("\xEF\xBF\xBE\xEF\xBF\xBFx"), "x") << "noncharacters";
+  EXPECT_FALSE(IsXmlText("a\x1B"));
+  EXPECT_FALSE(IsXmlText("\xEF\xBF\xBF"));
+}
+
+TEST(Text, Bytes_that_are_no_UTF_8_are_read_as_Windows_1252) {
+  EXPECT_EQ(XmlText("caf\xE9"), "café");
+  EXPECT_EQ(XmlText("\x80 5 \x96 \x93ja\x94 \x9F\xFF"), "€ 5 – “ja” Ÿÿ");
+  EXPECT_EQ(XmlText("é \xE9"), "é é") << "beside what is UTF-8";
+  EXPECT_EQ(XmlText("\x81"), "\xC2\x81") << "one of the five that Windows-1252 leaves open";
+  for (int byte = 0; byte < 256; ++byte) {
+    EXPECT_TRUE(IsXmlText(XmlText(std::string(1, static_cast<char>(byte))))) << byte;
+  }
+}
+
 }  // namespace
 }  // namespace twqb

@@ -99,7 +99,7 @@ TEST_P(Dialects, Bring_a_text_with_doubled_quotes_back_as_it_was) {
   gp_cnGlobal80(true);  // held open
   for (int round = 0; round < kRounds; ++round) {
     const auto text = texts.Of(kCharacters, 20);
-    EXPECT_EQ(GetScalarFromSQL("SELECT '" + FixQuote(text) + "'"), text);
+    EXPECT_EQ(GetScalarFromSQL(Sql("SELECT '{}'", Doubled{FixQuote(text)})), text);
   }
   gp_cnGlobal80(false);
   EXPECT_TRUE(house.desk.Boxes().empty());

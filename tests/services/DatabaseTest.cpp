@@ -183,7 +183,7 @@ class Scalars : public testing::TestWithParam<ScalarCase> {};
 TEST_P(Scalars, Are_the_first_field_of_the_first_row_and_empty_on_any_failure_without_a_message) {
   NotingHouse house;
   house.Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('A', 'first'), ('B', 'second'), ('C', NULL)");
-  EXPECT_EQ(GetScalarFromSQL(GetParam().statement), GetParam().result);
+  EXPECT_EQ(GetScalarFromSQL(Sql::Own(GetParam().statement)), GetParam().result);
   EXPECT_TRUE(house.desk.Boxes().empty());
   EXPECT_EQ(Vars().g_CnRefCount, 0);
   EXPECT_FALSE(IsOpen());

@@ -19,7 +19,7 @@ inline const QuickBooksRead& ReadOf(std::int32_t table, std::size_t part = 0) {
 }
 
 inline std::string BuildSelectSQL(std::int32_t table, const SavedFilters& filters) {
-  return BuildSelectSQL(*FindTable(table), filters);
+  return BuildSelectSQL(*FindTable(table), filters).Text();
 }
 
 inline bool ApplyQBFiltersAndReadRecords(std::int32_t table, RecordList& records, QBSessionManager& session,

@@ -117,12 +117,12 @@ void PrepareDocumentOfCustomer(TestHouse& house, const Scenario& /*scenario*/) {
 }
 
 // An invoice that both sides have; its TxnID.
-std::string ShareInvoice(TestHouse& house) {
-  auto txnId = AddDocument(house, "Invoice", "Acme:Yard", "1044", LineOf("Invoice", "Sections", "100.00", "Non"));
+std::string ShareInvoice(TestHouse& house, std::string_view number = "1044") {
+  auto txnId = AddDocument(house, "Invoice", "Acme:Yard", number, LineOf("Invoice", "Sections", "100.00", "Non"));
   house.Sql(
       fmt::format("INSERT INTO TransactionTable (TransactionID, TransactionInvNum, ClientID, ProjectID, QBLinkID) "
-                  "VALUES ('{{I}}', '1044', 'ACME', 'YARD:', '{}')",
-                  txnId));
+                  "VALUES ('{{I {0}}}', '{0}', 'ACME', 'YARD:', '{1}')",
+                  number, txnId));
   return txnId;
 }
 
@@ -161,6 +161,17 @@ void PrepareSecondGetOfPayments(TestHouse& house, const Scenario& scenario) {
   house.Sql("UPDATE Payment SET PayAmt = 50, LastUpdated = '2008-03-05 15:40:00'");
 }
 
+// One of two invoices, settling the first with a discount and the second in part, with money left over; and the next
+// part of the second.
+void PreparePaymentsInParts(TestHouse& house, const Scenario& /*scenario*/) {
+  PrepareBooks(house);
+  const auto settled = ShareInvoice(house);
+  const auto open = ShareInvoice(house, "1045");
+  AddPayment(house, "Acme:Yard", "20771", "130.00",
+             AppliedTo(settled, "95.00", kDiscount) + AppliedTo(open, "25.00", ""));
+  AddPayment(house, "Acme:Yard", "20772", "30.00", AppliedTo(open, "30.00", ""));
+}
+
 // A payment of a customer, who comes in as a client first, on the invoice of its job.
 void PreparePaymentOfCustomer(TestHouse& house, const Scenario& /*scenario*/) {
   PrepareBooks(house);
@@ -194,6 +205,10 @@ std::vector<Scenario> MoneyScenarios() {
       {.name = "second_get_of_payments",
        .tables = kPayments,
        .prepare = PrepareSecondGetOfPayments,
+       .transfers = {kGetPayments}},
+      {.name = "payments_in_parts",
+       .tables = kPayments,
+       .prepare = PreparePaymentsInParts,
        .transfers = {kGetPayments}},
       {.name = "payment_of_a_customer",
        .tables = kPayments,

@@ -135,6 +135,15 @@ void Sweep::Rehearse() {
   house.Enter();  // lets go of the counted seams
 }
 
+Problems Sweep::FoundBroken(const Snapshot& now, Leaves leaves) const {
+  return scenario_.judge ? scenario_.judge(now, expected_, Moment::Broken) : CheckBroken(now, expected_, leaves);
+}
+
+Problems Sweep::FoundInStep(const Snapshot& now, Leaves leaves) const {
+  return scenario_.judge ? scenario_.judge(now, expected_, Moment::CleanRunBehind)
+                         : CheckInStep(now, expected_, leaves);
+}
+
 Leaves Sweep::LeftBy(std::size_t k, FaultTiming timing, Break how) const {
   // What a get has not taken over the next one does.
   const bool sends = std::ranges::any_of(
@@ -173,11 +182,11 @@ Problems Sweep::CheckAfterRaise(TestHouse& house, bool result, std::size_t k, Fa
     problems.push_back(fmt::format("The user was not told; the result is {}.", result));
   }
   if (told.empty() && !result) problems.emplace_back("The result is False without a word.");
-  Append(problems, "Broken run", CheckBroken(now, expected_, leaves));
+  Append(problems, "Broken run", FoundBroken(now, leaves));
   if (!why.empty()) {
     if (!result) problems.push_back(fmt::format("The result is False, although {}.", why));
     if (!PassesOverSilently(trace_, k)) {
-      Append(problems, fmt::format("Although {}", why), CheckInStep(now, expected_, leaves));
+      Append(problems, fmt::format("Although {}", why), FoundInStep(now, leaves));
     }
   }
   if (Vars().g_CnRefCount != 0) {
@@ -194,8 +203,7 @@ Problems Sweep::RunCleanly(TestHouse& house, Leaves leaves) const {
     texts.erase(texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(boxes));
     problems.push_back(fmt::format("The result is False: {}", Join(texts, "\n")));
   }
-  std::ranges::move(CheckInStep(TakeSnapshot(House(), scenario_.tables), expected_, leaves),
-                    std::back_inserter(problems));
+  std::ranges::move(FoundInStep(TakeSnapshot(House(), scenario_.tables), leaves), std::back_inserter(problems));
   std::ranges::move(CheckBalance(house), std::back_inserter(problems));
   return problems;
 }
@@ -225,7 +233,7 @@ Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
 Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
   Problems problems;
   const auto leaves = LeftBy(k, timing, Break::Kill);
-  Append(problems, "Killed run", CheckBroken(TakeSnapshot(House(), scenario_.tables), expected_, leaves));
+  Append(problems, "Killed run", FoundBroken(TakeSnapshot(House(), scenario_.tables), leaves));
   auto options = Options();
   options.now = options.now.PlusMilliseconds(kUntilCleanRun);
   TestHouse house(std::move(options));

@@ -33,6 +33,9 @@ struct Transfer {
   std::string_view named = {};
 };
 
+// When a scenario's own judge is asked.
+enum class Moment : std::uint8_t { Broken, CleanRunBehind };
+
 struct Scenario {
   std::string name;  // of the test
   std::vector<LinkedTable> tables;
@@ -44,6 +47,8 @@ struct Scenario {
   // the sweep's.
   std::function<void(TestHouse&, const Scenario&)> prepare;
   std::vector<Transfer> transfers;
+  // What is wrong, where a break leaves more than the common checks can tell; left out: these are made.
+  std::function<Problems(const Snapshot& now, const Expectation& expected, Moment moment)> judge = {};
 };
 std::ostream& operator<<(std::ostream& out, const Scenario& scenario);
 
@@ -73,6 +78,8 @@ class Sweep {
   [[nodiscard]] std::string House() const { return root_ / "house"; }
   [[nodiscard]] std::string Prepared() const { return root_ / "prepared"; }
   [[nodiscard]] HouseOptions Options() const;
+  [[nodiscard]] Problems FoundBroken(const Snapshot& now, Leaves leaves) const;
+  [[nodiscard]] Problems FoundInStep(const Snapshot& now, Leaves leaves) const;
   [[nodiscard]] Leaves LeftBy(std::size_t k, FaultTiming timing, Break how) const;
   [[nodiscard]] Problems RunRaising(std::size_t k, FaultTiming timing) const;
   [[nodiscard]] Problems CheckAfterRaise(TestHouse& house, bool result, std::size_t k, FaultTiming timing) const;

@@ -329,6 +329,9 @@ Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break h
 Leaves WhatIsLeftOfAGet(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
   if (trace.names[k - 1] == "Machine.CreateGuid" && how == Break::Raise) return Leaves::OneWithoutKey;
   if (how == Break::Raise && LeavesOwnerOut(trace, k)) return Leaves::OneLeftOut;
+  // A look-up that fails without a word takes the rows along that it is for; those behind the next one come.
+  const bool goesOn = how == Break::Raise && PassesOverSilently(trace, k);
+  bool isPassedOver = false;
   // The rows of the record in work: how many are written by then, and whether there is one among them that tells.
   std::size_t rows = 0;
   std::size_t written = 0;
@@ -339,11 +342,14 @@ Leaves WhatIsLeftOfAGet(const Trace& trace, std::size_t k, FaultTiming timing, B
       rows = 0;
       written = 0;
       tells = false;
+      isPassedOver = false;
     }
+    if (deed.kind == DeedKind::KeyLookedUp) isPassedOver = IsReadingOf(trace, deed.k, k);
     const bool isTelling = deed.kind == DeedKind::TellingRowWritten;
     if (!isTelling && deed.kind != DeedKind::RowWritten) continue;
     ++rows;
-    if (deed.k > k || (deed.k == k && timing == FaultTiming::Before)) continue;
+    const bool isAhead = deed.k < k || (deed.k == k && timing == FaultTiming::After);
+    if (goesOn ? isPassedOver : !isAhead) continue;
     ++written;
     tells = tells || isTelling;
   }

@@ -269,6 +269,24 @@ TEST(Trace, A_record_of_several_rows_comes_twice_until_one_tells_of_it_and_in_pa
   EXPECT_EQ(WhatIsLeftOfAGet(kRows, 7, kBefore, Break::Kill), Leaves::Nothing);
 }
 
+// A record of a row that does not tell and of two that do, each with the look-up that it is written by.
+const Trace kEntries = {.names = {"a", "b", "Connection.OpenRecordset", "d", "Connection.OpenRecordset", "f"},
+                        .deeds = {{.k = 1, .kind = DeedKind::RecordLookedFor},
+                                  {.k = 2, .kind = DeedKind::RowWritten},
+                                  {.k = 3, .kind = DeedKind::KeyLookedUp},
+                                  {.k = 4, .kind = DeedKind::TellingRowWritten},
+                                  {.k = 5, .kind = DeedKind::KeyLookedUp},
+                                  {.k = 6, .kind = DeedKind::TellingRowWritten}}};
+
+TEST(Trace, A_record_comes_in_part_where_a_look_up_for_one_of_its_rows_fails_and_twice_where_it_is_the_only_one) {
+  EXPECT_EQ(WhatIsLeftOfAGet(kEntries, 3, kBefore, Break::Raise), Leaves::OneInPart);
+  EXPECT_EQ(WhatIsLeftOfAGet(kEntries, 5, kBefore, Break::Raise), Leaves::OneInPart);
+  EXPECT_EQ(WhatIsLeftOfAGet(kEntries, 3, kBefore, Break::Kill), Leaves::OneTwice);
+  auto single = kEntries;
+  single.deeds.resize(4);
+  EXPECT_EQ(WhatIsLeftOfAGet(single, 3, kBefore, Break::Raise), Leaves::OneTwice);
+}
+
 TEST(Trace, A_record_stays_out_where_the_owner_of_its_project_is_lost_and_is_needed) {
   Trace trace = {.names = {"Connection.Execute", "Recordset.Eof", "Recordset.FieldAt", "d", "e"},
                  .deeds = {{.k = 1, .kind = DeedKind::OwnerLookedUp}, {.k = 5, .kind = DeedKind::OwnerNeeded}}};

@@ -221,7 +221,7 @@ TEST(InvoiceSend, A_run_whose_items_are_lacking_leaves_the_outcome_that_it_found
   InvoicesHouse house({}, Refuses("AccountAddRq", 1, 3000));
   house.Invoice("I1");
   Vars().g_TableOk = TableOk::GoOn;
-  MoveInvoicesToQB({.sql = BuildSelectSQL(enInvoices, {.IgnoreLastSync = true}),
+  MoveInvoicesToQB({.sql = Sql::Own(BuildSelectSQL(enInvoices, {.IgnoreLastSync = true})),
                     .rule = TwinRule::Overwrite,
                     .session = SpiedHouse::Session(),
                     .run = Vars()});

@@ -6,23 +6,20 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <random>
 
 #include "messages/ValueFormat.h"
+#include "tests/transactions/Chance.h"
 #include "tests/transactions/InvoicesHouse.h"
 
 namespace twqb {
 namespace {
 
 constexpr int kInvoices = 1000;
+constexpr unsigned kSeed = 20080305;
 
 std::int64_t Divided(std::int64_t value, std::int64_t by) {  // halves away from zero
   const auto half = value < 0 ? -by / 2 : by / 2;
   return (value + half) / by;
-}
-
-std::string Amount(std::int64_t cents) {
-  return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", std::abs(cents) / 100, std::abs(cents) % 100);
 }
 
 // Whole numbers as SQL texts: "12.3456".
@@ -36,16 +33,6 @@ struct Expectation {
   std::vector<std::int64_t> lines;  // in cents; those of hours, the adjustment, those of expenses
   std::size_t services = 0;         // how many of them are the services'
   std::int64_t total = 0;           // of the services
-};
-
-class Chance {
- public:
-  std::int64_t Of(std::int64_t from, std::int64_t to) {
-    return std::uniform_int_distribution<std::int64_t>(from, to)(random_);
-  }
-
- private:
-  std::mt19937_64 random_{20080305};  // NOLINT: the same invoices in every run
 };
 
 Expectation MakeInvoice(InvoicesHouse& house, Chance& chance, const std::string& key) {
@@ -98,7 +85,7 @@ std::vector<std::string> AmountsOf(std::string_view invoice) {
 
 TEST(InvoiceTotals, Agree_on_both_sides_for_a_thousand_invoices_of_chance) {
   InvoicesHouse house;
-  Chance chance;
+  Chance chance(kSeed);
   std::vector<Expectation> expected;
   house.Sql("BEGIN");
   for (int i = 0; i < kInvoices; ++i) expected.push_back(MakeInvoice(house, chance, fmt::format("I{:04}", i)));

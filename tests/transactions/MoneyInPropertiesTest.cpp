@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
-#include <random>
 
 #include "tests/transactions/ArrivalsHouse.h"
+#include "tests/transactions/Chance.h"
 
 namespace twqb {
 namespace {
@@ -18,14 +17,10 @@ using Cents = std::int64_t;
 
 class RandomMoney : public testing::TestWithParam<unsigned> {
  protected:
-  Cents Any(Cents from, Cents to) { return std::uniform_int_distribution<Cents>(from, to)(random_); }
-  static std::string Money(Cents cents) {
-    return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", std::abs(cents) / 100, std::abs(cents) % 100);
-  }
-  static Cents InCents(std::string_view amount) { return std::llround(TextToNumber(amount) * 100); }
+  Cents Any(Cents from, Cents to) { return chance_.Of(from, to); }
 
  private:
-  std::mt19937 random_{GetParam()};
+  Chance chance_{GetParam()};
 };
 
 // Subtotal, tax and what is paid already; lines that come to the subtotal.
@@ -41,8 +36,8 @@ TEST_P(RandomMoney, Of_an_invoice_comes_to_its_total_in_the_row_and_in_the_detai
       const auto amount = Any(-500'00, 99'999'99);
       subtotal += amount;
       lines += Any(0, 3) == 0
-                   ? Element("InvoiceLineGroupRet", Element("Desc", "Kit") + Element("TotalAmount", Money(amount)))
-                   : Element("InvoiceLineRet", Element("Desc", "Work") + Element("Amount", Money(amount)));
+                   ? Element("InvoiceLineGroupRet", Element("Desc", "Kit") + Element("TotalAmount", Amount(amount)))
+                   : Element("InvoiceLineRet", Element("Desc", "Work") + Element("Amount", Amount(amount)));
     }
     totals.push_back(subtotal + Any(0, 1) * Any(0, 9'999'99));
     const auto paid = Any(0, 1) * Any(0, 999'99);
@@ -50,9 +45,9 @@ TEST_P(RandomMoney, Of_an_invoice_comes_to_its_total_in_the_row_and_in_the_detai
                          {{"TxnID", fmt::format("{}-1", i)},
                           {"CustomerRef", kJobRef},
                           {"RefNumber", "7"},
-                          {"Subtotal", Money(subtotal)},
-                          {"AppliedAmount", Money(-paid)},
-                          {"BalanceRemaining", Money(totals.back() - paid)}},
+                          {"Subtotal", Amount(subtotal)},
+                          {"AppliedAmount", Amount(-paid)},
+                          {"BalanceRemaining", Amount(totals.back() - paid)}},
                          {});
     invoices.push_back(text.insert(text.rfind("</InvoiceRet>"), lines));
   }
@@ -93,13 +88,13 @@ TEST_P(RandomMoney, Of_a_payment_is_there_once_as_money_and_once_as_where_it_wen
       discounts += discount;
       entries +=
           Element("AppliedToTxnRet", Element("TxnID", fmt::format("I-{}", Any(0, kInvoicesHere - 1))) +
-                                         "<TxnType>Invoice</TxnType>" + Element("Amount", Money(amount)) +
-                                         (discount == 0 ? std::string() : Element("DiscountAmount", Money(discount))));
+                                         "<TxnType>Invoice</TxnType>" + Element("Amount", Amount(amount)) +
+                                         (discount == 0 ? std::string() : Element("DiscountAmount", Amount(discount))));
     }
     sums.push_back({applied + Any(0, 1) * Any(0, 999'99), applied, discounts});
     auto text = RecordOf(
         "ReceivePayment",
-        {{"TxnID", fmt::format("{}-1", i)}, {"CustomerRef", kJobRef}, {"TotalAmount", Money(sums.back()[0])}}, {});
+        {{"TxnID", fmt::format("{}-1", i)}, {"CustomerRef", kJobRef}, {"TotalAmount", Amount(sums.back()[0])}}, {});
     payments.push_back(text.insert(text.rfind("</ReceivePaymentRet>"), entries));
   }
   house.Take(payments);

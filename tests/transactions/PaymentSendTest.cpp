@@ -1,6 +1,8 @@
-// Payments to QuickBooks: methods, allocations and what holds them back, discounts, refusals.
+// Payments to QuickBooks: allocations and what holds them back, discounts, refusals.
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 #include "tests/transactions/PaymentsHouse.h"
 
@@ -9,81 +11,6 @@ namespace {
 
 std::string Applied(std::string_view txnId, std::string_view rest) {
   return fmt::format("<AppliedToTxnAdd><TxnID>{}</TxnID>{}</AppliedToTxnAdd>", txnId, rest);
-}
-
-// --- Methods ---------------------------------------------------------------------------------------------------------
-
-TEST(PaymentMethods, Are_nine_in_one_set_ahead_of_everything_and_of_an_empty_selection_too) {
-  PaymentsHouse house;
-  house.Send();
-  Texts names;
-  for (const auto& method : house.Requests("PaymentMethodAddRq")) {
-    names.push_back(SpiedHouse::TextOf(method, "Name"));
-    EXPECT_EQ(SpiedHouse::TextOf(method, "IsActive"), "true");
-  }
-  EXPECT_EQ(names,
-            (Texts{"Check", "Cash", "Credit", "WriteOff", "Other", "Debit", "Credit Card", "EFT", "Money Order"}));
-  EXPECT_EQ(house.traffic.documents.size(), 1U);
-  EXPECT_EQ(house.FormTexts(), Texts{"Sending Payment Methods to QuickBooks..."});
-  EXPECT_FALSE(house.desk.Form());
-  EXPECT_EQ(Outcome(), TableOk::True);
-}
-
-TEST(PaymentMethods, Are_shown_being_added_unless_nothing_is_to_be_shown) {
-  PaymentsHouse house;
-  house.Send();
-  bool shown = false;
-  for (const auto& event : house.desk.FormEvents()) {
-    shown = shown || event.state.record == "Adding Payment Methods to QuickBooks...";
-  }
-  EXPECT_TRUE(shown);
-  PaymentsHouse silent;
-  Vars().g_NoProgressBar = true;
-  silent.Send();
-  EXPECT_TRUE(silent.desk.FormEvents().empty());
-}
-
-TEST(PaymentMethods, That_can_not_be_added_end_the_send_and_nothing_else_happens) {
-  PaymentsHouse house({}, Refuses("PaymentMethodAddRq", 1, 3000));
-  house.Payment("P1");
-  house.Send();
-  ASSERT_EQ(house.BoxTexts(), Texts{RefusalText("No.", 3000, "Error")});
-  EXPECT_EQ(house.desk.Boxes()[0].box.icon, BoxIcon::Information);
-  EXPECT_EQ(house.desk.Boxes()[0].box.title, "Error");
-  EXPECT_TRUE(house.Statements("SELECT PayID").empty());
-  EXPECT_EQ(house.traffic.documents.size(), 1U);
-  EXPECT_FALSE(house.desk.Form());
-  EXPECT_EQ(Outcome(), TableOk::False);
-}
-
-TEST(PaymentMethods, That_are_there_are_no_trouble) {
-  PaymentsHouse house;
-  house.Send();
-  house.Send();
-  EXPECT_TRUE(house.BoxTexts().empty());
-  EXPECT_EQ(Outcome(), TableOk::True);
-}
-
-TEST(PaymentMethods, That_can_not_be_asked_for_are_told_under_the_name_of_the_routine) {
-  PaymentsHouse house({}, "DoRequests 1 raise 0x80040404 \"Broken.\"\n");
-  house.Send();
-  ASSERT_EQ(house.BoxTexts().size(), 1U);
-  EXPECT_TRUE(house.BoxTexts()[0].ends_with(ErrorBoxEnd("AddPaymentMethodNamesToQB"))) << house.BoxTexts()[0];
-}
-
-TEST(PaymentMethods, Have_names_by_their_codes_and_a_check_that_of_the_country) {
-  const PaymentsHouse house;
-  const std::vector<std::pair<std::string_view, std::string_view>> names = {
-      {"1", "Check"},       {"2", "Cash"},  {"3", "Credit"}, {"A", "Credit"},      {"a", "Credit"},
-      {"4", "WriteOff"},    {"5", "Other"}, {"6", "Debit"},  {"7", "Credit Card"}, {"8", "EFT"},
-      {"9", "Money Order"}, {"0", "Check"}, {"", "Check"},   {"B", "Check"}};
-  for (const auto& [code, name] : names) EXPECT_EQ(PaymentMethodName(code), name) << code;
-  for (const auto* country : {"CA", "uk"}) {
-    Vars().g_QBCountry = country;
-    EXPECT_EQ(PaymentMethodName("1"), "Cheque");
-    EXPECT_EQ(PaymentMethodName("x"), "Cheque");
-    EXPECT_EQ(PaymentMethodName("2"), "Cash");
-  }
 }
 
 // --- Allocations -----------------------------------------------------------------------------------------------------
@@ -237,6 +164,27 @@ TEST_P(PaidInvoices, Count_as_paid_by_hand_whatever_the_amount) {
 
 INSTANTIATE_TEST_SUITE_P(PaymentSend, PaidInvoices, testing::Values("0", "60", "NULL"),
                          [](const auto& test) { return "Amount" + test.param; });
+
+TEST(PaymentSend, An_invoice_that_was_received_in_full_there_takes_no_payment_and_one_received_in_part_what_is_left) {
+  PaymentsHouse house;
+  for (const auto& [number, received] : {std::pair("I1", "100.00"), std::pair("I2", "70.00")}) {
+    const auto invoice = house.Invoice(number);
+    house.Add("ReceivePayment",
+              fmt::format("<CustomerRef><ListID>{}</ListID></CustomerRef><TotalAmount>{}</TotalAmount>"
+                          "<AppliedToTxnAdd><TxnID>{}</TxnID><PaymentAmount>{}</PaymentAmount>"
+                          "</AppliedToTxnAdd>",
+                          house.job, received, invoice, received));
+  }
+  for (const auto& [payment, invoice, amount] :
+       {std::tuple("P1", "I1", "0.01"), std::tuple("P2", "I2", "30.01"), std::tuple("P3", "I2", "30")}) {
+    house.Payment(payment);
+    house.Allocate(payment, invoice, amount);
+  }
+  house.Send();
+  EXPECT_FALSE(house.IsSent("P1") || house.IsSent("P2"));
+  EXPECT_TRUE(house.IsSent("P3"));
+  EXPECT_EQ(house.BoxTexts(), (Texts{ManualBox(1), ExceedingBox(1)}));
+}
 
 TEST(PaymentSend, The_summaries_come_in_their_order_when_all_is_closed) {
   PaymentsHouse house;
