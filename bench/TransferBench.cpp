@@ -1,5 +1,5 @@
-// Each table of master data, time entries, invoices and payments, at a size or two, each transfer against its floor in
-// the same run; ahead of them the time and memory of reading 100,000 customers.
+// Each table of master data, time entries, invoices, payments and costs, at a size or two, each transfer against its
+// floor in the same run; ahead of them the time and memory of reading 100,000 customers.
 //
 // Prints tables for docs/performance.md: seconds, cost per record, ratio to the floor, and the cost per record at a
 // larger size against the smallest. Exit status 1 when a goal is missed: ratio at most 2, growth at most 1.2, peak
@@ -51,8 +51,10 @@ struct Row {
 template <typename Found>
 void MeasureTable(const BenchTable& table, int size, Found found) {
   enum class Selects : bool { Changed, All };
-  const int timed = std::min(kTimedRecords, size / 2);
-  const int old = size - timed;
+  const int counted = table.counted == Counted::Lines ? table.lines : 1;
+  const int all = size / counted;
+  const int timed = std::min(kTimedRecords, size / 2) / counted;
+  const int old = all - timed;
   const auto add = [&](std::string_view what, int records, const Base& base, Direction direction, Selects selects) {
     fmt::print(stderr, "{}, {}: {} ...\n", table.name, Grouped(size), what);
     const TemporaryFolder folder;
@@ -62,21 +64,27 @@ void MeasureTable(const BenchTable& table, int size, Found found) {
         .machine.WritePrivateProfileString(
             "QBSEND_", fmt::format("{}{}", name, selects == Selects::All ? "_chkIgnoreLastSync" : "_LastSendAt"),
             selects == Selects::All ? "1" : "3/5/2008 11:00:00 AM", folder / "twqb.ini");
-    found(Row{.name = what, .records = records, .measured = Measure(folder.Path(), {table.table, direction})});
+    TimedRun run = {.table = table.table, .direction = direction};
+    for (int i = base.linked + 1; table.named != nullptr && direction == Direction::Send && i <= base.rows; ++i) {
+      run.named += (run.named.empty() ? "" : ",") + table.named(i);
+    }
+    found(Row{.name = what, .records = records * counted, .measured = Measure(folder.Path(), run)});
   };
   const std::string later(kLater);
-  add("first send", timed, {.rows = size, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
-      Direction::Send, Selects::Changed);
-  add("unchanged second send", table.sends == Sends::UnlinkedRowsAlone ? 0 : size,
-      {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = size}, Direction::Send,
-      Selects::All);
+  if (table.sends != Sends::Nothing) {
+    add("first send", timed, {.rows = all, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
+        Direction::Send, Selects::Changed);
+    add("unchanged second send", table.sends == Sends::UnlinkedRowsAlone ? 0 : all,
+        {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = all}, Direction::Send,
+        Selects::All);
+  }
   if (table.sends == Sends::Changes) {
-    add("all changed", timed, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = old},
+    add("all changed", timed, {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = old},
         Direction::Send, Selects::Changed);
   }
   if (FindTable(table.table)->get == nullptr) return;
-  add("first get", size, {.rows = 0, .records = size}, Direction::Get, Selects::All);
-  add("second get", size, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = 0},
+  add("first get", all, {.rows = 0, .records = all}, Direction::Get, Selects::All);
+  add("second get", all, {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = 0},
       Direction::Get, Selects::All);
 }
 
@@ -172,11 +180,12 @@ struct Choice {
   bool reading = false;
 };
 
-// The sizes of a table where none is told: those of clients, projects, invoices and payments, which are many, say how
-// the cost grows.
+// The sizes of a table where none is told: those of clients, projects, invoices, payments and lines of costs, which are
+// many, say how the cost grows.
 std::vector<int> SizesOf(const BenchTable& table) {
   constexpr std::array kMany = {enClients, enProjects, enInvoices, enPayments};
-  if (std::ranges::find(kMany, table.table) != kMany.end()) return {kSmall, kLarge};
+  const bool isMany = std::ranges::find(kMany, table.table) != kMany.end();
+  if (isMany || table.counted == Counted::Lines) return {kSmall, kLarge};
   return {kSmall};
 }
 
@@ -204,12 +213,11 @@ int main(int argc, char** argv) {
                  "a table to measure; may be given more than once. All where it is left out")
       ->allow_extra_args(false)
       ->transform(CLI::IsMember(names, CLI::ignore_case, CLI::ignore_space));
-  app.add_option(
-         "SIZE", choice.sizes,
-         fmt::format(
-             "numbers of records; {} and {} for clients, projects, invoices and payments and {} for the others where "
-             "they are left out",
-             Grouped(kSmall), Grouped(kLarge), Grouped(kSmall)))
+  app.add_option("SIZE", choice.sizes,
+                 fmt::format("numbers of records, or of lines of costs; {} and {} for clients, projects, invoices, "
+                             "payments and costs and {} for the others where "
+                             "they are left out",
+                             Grouped(kSmall), Grouped(kLarge), Grouped(kSmall)))
       ->check(CLI::Range(2, kLargest));
   app.add_flag(
       "--reading", choice.reading,

@@ -53,7 +53,7 @@ void MakeBilling(const Workplace& made, Content content) {
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
   if (content == Content::Sample) {
     for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(),
-                              SampleInvoices(), SamplePayments()}) {
+                              SampleInvoices(), SamplePayments(), SampleExpenses()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
     }
   }

@@ -21,6 +21,7 @@ Commands
   accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)
   company run FILE | show      answer a qbXML document; what the file holds
+  company bill INVOICE LINE    let an invoice take up a billable line
   company set NAME VALUE       how a connection to it is met: permission, dialog ...
   billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)
   demo                         all of it on a sample firm, in a folder of its own

@@ -69,11 +69,6 @@ std::string NumberOfDocument(const Record& document) {
   return Trim(number).empty() ? MadeUpNumber() : number;
 }
 
-std::optional<std::string> ShownNumber(std::string_view words, const Record& document) {
-  const auto number = document["RefNumber"];
-  return number.IsNothing() ? std::nullopt : std::optional(std::string(words) + number.GetValue());
-}
-
 bool MayBeChanged(ado::Recordset& rows, std::string_view link, TwinRule rule, const Record& record) {
   return rule != TwinRule::LeaveAlone && FindRowToChange(rows, link, rule, record, "LastUpdated");
 }
@@ -105,11 +100,6 @@ void ForEachLine(const Record& lines, std::string_view branch, const std::functi
     const auto line = branch.empty() ? entry : entry[branch];
     if (!line.IsNothing()) take(line);
   }
-}
-
-void DeleteDocument(ado::Connection& connection, std::string_view table, std::string_view keyColumn,
-                    std::string_view key) {
-  connection.Execute(Sql("DELETE FROM {} WHERE {} = '{}';", table, keyColumn, key), nullptr);
 }
 
 }  // namespace twqb
