@@ -12,6 +12,7 @@
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
@@ -145,10 +146,14 @@ class EstimateGet final : public RecordWork {
                          .connection = walk.Connection(),
                          .txnId = record["TxnID"].GetValue(),
                          .project = ProjectOf(walk.Connection(), record)};
+    NoteIdentifier(estimate.txnId);
     if (!WriteBudget(walk.Rows(), estimate)) return RecordEnd::Done;
+    NoteFate(estimate.before == Before::New ? Fate::Added : Fate::Changed);
+    NoteKey(estimate.key);
     ForEachLine(record["OREstimateLineRetList"], "EstimateLineRet",
-                [&](const Record& line) { TakeLine(estimate, line); });
+                [&](const Record& line) { AsPart(Standing::Line, "", [&] { TakeLine(estimate, line); }); });
     if (estimate.before == Before::Known) return RecordEnd::Done;
+    if (!estimate.isStored) NoteFate(Fate::PassedOver, kWithoutLines);
     if (!estimate.isStored) DeleteDocument(estimate.connection, kTable, kKeyColumn, estimate.key);
     if (!estimate.project.empty()) NameInProject(estimate);
     return RecordEnd::Done;
@@ -166,7 +171,7 @@ class EstimateGet final : public RecordWork {
   bool WriteBudget(ado::Recordset& rows, Estimate& estimate) const {
     if (IsLinkedTo(estimate.connection, kTable, estimate.txnId)) {
       estimate.before = Before::Known;
-      if (!MayBeChanged(rows, estimate.txnId, rule_, estimate.record)) return false;
+      if (!MayBeChanged(rows, kKeyColumn, estimate.txnId, rule_, estimate.record)) return false;
       estimate.key = ColumnText(rows, kKeyColumn);
     } else {
       rows.AddNew();
@@ -183,10 +188,11 @@ class EstimateGet final : public RecordWork {
     const auto code = CodeOfItem(estimate.connection, record);
     const auto& rows = code.kind == CodeKind::Activity ? kActivityRows : kExpenseRows;
     auto link = record["TxnLineID"].GetValue();
+    NoteIdentifier(link);
     const LineRow place(estimate.connection, rows.table, link);
     if (!place.IsNew() && !place.MayBeChanged(rule_, estimate.record)) return;
     auto description = TextOr(record, "Desc", "");
-    if (UpperCase(description) == "SUBTOTAL") return;
+    if (UpperCase(description) == "SUBTOTAL") return NoteFate(Fate::PassedOver, "it is a subtotal");
     description = OnOneLine(description);
     if (description.empty()) description = DescriptionOf(estimate.connection, code);
     const EstimateLine line = {.estimate = estimate,
@@ -202,6 +208,7 @@ class EstimateGet final : public RecordWork {
     }
     WriteColumns<EstimateLine>(place.Row(), rows.columns, line);
     place.Row().Update();
+    NoteFate(place.IsNew() ? Fate::Added : Fate::Changed);
     estimate.isStored = true;
   }
 

@@ -16,6 +16,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
@@ -27,6 +28,7 @@ namespace {
 
 // --- The bill --------------------------------------------------------------------------------------------------------
 
+constexpr std::string_view kRoutine = "MoveVendorBillToTW";
 constexpr std::string_view kTable = "VendorBill";
 constexpr std::string_view kKeyColumn = "VendorBillID";
 
@@ -222,9 +224,14 @@ class VendorBillGet final : public RecordWork {
                  .connection = walk.Connection(),
                  .txnId = record["TxnID"].GetValue(),
                  .vendor = VendorOf(walk.Connection(), record)};
+    NoteIdentifier(bill.txnId);
+    if (bill.vendor.empty()) NoteFate(Fate::PassedOver, "its vendor is not here");
     if (bill.vendor.empty() || !WriteHeader(walk.Rows(), bill)) return RecordEnd::Done;
+    NoteFate(bill.before == Before::New ? Fate::Added : Fate::Changed);
+    NoteKey(bill.key);
     TakeLines(bill, record["ORItemLineRetList"], "ItemLineRet", LineForm::Item);
     TakeLines(bill, record["ExpenseLineRetList"], "", LineForm::Account);
+    if (bill.before == Before::New && !bill.hasLines) NoteFate(Fate::PassedOver, kWithoutLines);
     if (bill.before == Before::New && !bill.hasLines) DeleteDocument(bill.connection, kTable, kKeyColumn, bill.key);
     return RecordEnd::Done;
   }
@@ -252,7 +259,7 @@ class VendorBillGet final : public RecordWork {
   bool WriteHeader(ado::Recordset& rows, Bill& bill) const {
     if (IsLinkedTo(bill.connection, kTable, bill.txnId)) {
       bill.before = Before::Known;
-      if (!MayBeChanged(rows, bill.txnId, rule_, bill.record)) return false;
+      if (!MayBeChanged(rows, kKeyColumn, bill.txnId, rule_, bill.record)) return false;
     } else {
       rows.AddNew();
       rows.SetField(kKeyColumn, GenerateGUID());
@@ -271,24 +278,26 @@ class VendorBillGet final : public RecordWork {
     const auto raised = CatchError([&] {
       ForEachLine(lines, branch, [&](const Record& line) {
         ++number;
-        TakeLine(bill, line, form);
+        AsPart(Standing::Line, "", [&] { TakeLine(bill, line, form); });
       });
     });
     if (!raised) return;
-    WriteLog(
-        fmt::format("Error getting Bill No. {} and row number {} to QB. Vendor = {} BIll Date {} Error Number = "
-                    "{} Error Description = {}",
-                    bill.number, number, bill.vendor, ToText(Value(bill.date)), SignedNumber(raised->number()),
-                    raised->description()));
+    LogError(kRoutine,
+             fmt::format("Error getting Bill No. {} and row number {} to QB. Vendor = {} BIll Date {} Error Number = "
+                         "{} Error Description = {}",
+                         bill.number, number, bill.vendor, ToText(Value(bill.date)), SignedNumber(raised->number()),
+                         raised->description()),
+             raised->number());
     ++failed_;
   }
 
   void TakeLine(Bill& bill, const Record& record, LineForm form) const {
     auto code = form == LineForm::Item ? CodeOfItem(bill.connection, record)
                                        : LineCode{.kind = CodeKind::Expense, .code = std::string(kFromQuickBooks)};
-    if (code.code.empty()) return;
+    if (code.code.empty()) return NoteFate(Fate::PassedOver, "its item is not here");
     const auto& rows = RowsOf(code.kind);
     const auto link = record["TxnLineID"].GetValue();
+    NoteIdentifier(link);
     const LineRow place(bill.connection, rows.table, link);
     if (!place.IsNew()) {
       // Whatever becomes of the line, and of hours, too, where it finds no row.
@@ -299,20 +308,27 @@ class VendorBillGet final : public RecordWork {
     }
     BillLine line = {.bill = bill, .row = place.Row(), .code = std::move(code), .link = link};
     line.project = ProjectOf(bill.connection, record["CustomerRef"]);
-    if (line.project.empty()) return;
+    if (line.project.empty()) return NoteFate(Fate::PassedOver, "its job is not here");
     ReadValues(bill.connection, record, form, line);
     if (place.IsNew()) {
       place.Add();
       WriteColumns<BillLine>(place.Row(), rows.ofNew, line);
     } else if (IsBilled(StatusOf(bill.connection, rows, place.Row()))) {
-      return;
+      return NoteFate(Fate::LeftAsItWas, kBilledAlready);
     }
     if (&rows == &kHoursRows) {
       line.projectName =
           LookUp(bill.connection, Sql("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
     }
     WriteColumns<BillLine>(place.Row(), rows.columns, line);
-    if (IgnoreErrors([&] { place.Row().Update(); })) bill.hasLines = true;
+    // Only an observer hears of a row that can't be written.
+    if (const auto raised = CatchError([&] { place.Row().Update(); })) {
+      TellErrorToObserver(kRoutine, raised->number(), raised->description());
+      NoteFate(Fate::Failed, [&] { return raised->description(); });
+      return;
+    }
+    NoteFate(place.IsNew() ? Fate::Added : Fate::Changed);
+    bill.hasLines = true;
   }
 
   // A customer comes in first, as client and project.
@@ -342,7 +358,7 @@ class VendorBillGet final : public RecordWork {
   int failed_ = 0;
 };
 
-constexpr GetTexts kTexts = {.routine = "MoveVendorBillToTW",
+constexpr GetTexts kTexts = {.routine = kRoutine,
                              .shown = "Getting Vendor Bills from QuickBooks...",
                              .errors = ErrorReport::OwnBox,
                              .afterError = AfterError::EndsTheRun};
