@@ -11,6 +11,7 @@
 #include "adapters/terminal/TerminalDesk.h"
 #include "adapters/transcript/Transcript.h"
 #include "adapters/transcript/TranscriptWriter.h"
+#include "cli/AnsweredDesk.h"
 #include "cli/EndingDesk.h"
 #include "cli/OutputFile.h"
 #include "cli/TellingMachine.h"
@@ -55,8 +56,10 @@ struct Composition::Parts {
         machine(MakeMachine(workplace, surroundings.clock)),
         quickbooks(workplace.company, *machine),
         terminal(TerminalFor(surroundings)) {
-    if (surroundings.answers) script.emplace(*surroundings.answers, &terminal);
-    ending.emplace(script ? static_cast<Desk&>(*script) : terminal,
+    if (surroundings.answers) {
+      answered.emplace(script.emplace(*surroundings.answers, &terminal), terminal, *machine);
+    }
+    ending.emplace(answered ? static_cast<Desk&>(*answered) : terminal,
                    TerminalFor(surroundings).interactive ? Confirms::Yes : Confirms::No);
     seams = {.database = &database,
              .quickbooks = surroundings.companyOpened
@@ -82,6 +85,7 @@ struct Composition::Parts {
   std::optional<TellingTransportFactory> opened;
   TerminalDesk terminal;
   std::optional<ScriptedDesk> script;
+  std::optional<AnsweredDesk> answered;
   std::optional<EndingDesk> ending;
   RecordingCallbackFactory callback;
   std::optional<FaultPlatform> faults;
@@ -95,7 +99,7 @@ struct Composition::Parts {
 
 Composition::Composition(const Workplace& place, const Surroundings& surroundings)
     : parts_(std::make_unique<Parts>(place, surroundings)) {
-  Compose(parts_->seams, surroundings.tables);
+  Compose(parts_->seams, surroundings.tables, surroundings.observer);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.

@@ -13,8 +13,9 @@
 #include "cli/Syntax.h"
 
 namespace twqb {
+class RunObserver;
 struct Table;
-}
+}  // namespace twqb
 
 namespace twqb::cli {
 
@@ -43,6 +44,7 @@ struct Options {
   int waitSeconds = 0;  // for another transfer on the same files
   Masking masking = Masking::Masked;
   std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
+  RunObserver* observer = nullptr;            // of a command; hears what becomes of records
 };
 
 // As they are typed; each fills its field of `options`, which must outlive the parsing.

@@ -28,6 +28,7 @@ struct Surroundings {
   Masking masking = Masking::Masked;
   CompanyOpened companyOpened = {};           // none: nobody asks
   std::span<const Table* const> tables = {};  // none: those of the library
+  RunObserver* observer = nullptr;            // nothing: nobody hears what becomes of records
 };
 
 // Reads the files that the options name. Raises UsageError naming file and line.

@@ -11,6 +11,8 @@ void RecordWalk::Walk(std::size_t progressFrom, RecordWork& work) {
   const auto raised = CatchError([&] { TakeAll(progressFrom, work); });
   // Ahead of the records, at their end, or where a table goes on behind no error: there is nothing to go on with.
   if (raised) Tell(*raised);
+  inHand_.reset();
+  TellExtent({.found = static_cast<std::int64_t>(call_.records.Count()), .taken = counter_});
   work.Abandon();
   // The caller's connection stays the caller's.
   CloseObjects(run_, run_.ShowsProgress() ? texts_.form : FormToo::Leave, nullptr, &rows_, &ownConnection_);
@@ -47,12 +49,22 @@ void RecordWalk::TakeAll(std::size_t progressFrom, RecordWork& work) {
   bool lacking = false;
   for (const auto& record : records) {
     name_.clear();
-    const auto end = TakeRecord(work, record);
+    const auto end = TakeRecordInHand(work, record);
     if (end == RecordEnd::LeaveTable) break;
     lacking = end == RecordEnd::Lacking || lacking;
     if (!EndRecord()) break;
   }
   if (lacking) TellLacking(texts_.lacking, run_);
+}
+
+// One that an error ended stays in hand until that is told.
+RecordEnd RecordWalk::TakeRecordInHand(RecordWork& work, const Record& record) {
+  if (!IsObserved()) return TakeRecord(work, record);
+  inHand_.emplace(Standing::Record);
+  const auto end = TakeRecord(work, record);
+  if (end == RecordEnd::Lacking) NoteFateAtLast(Fate::PassedOver, "what it belongs to is not here");
+  inHand_.reset();
+  return end;
 }
 
 RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
@@ -69,6 +81,7 @@ RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
     end = work.TakeRecord(*this, record);
   });
   if (!raised) return end;
+  if (inHand_) inHand_->NoteFailure(*raised);
   if (texts_.afterError == AfterError::EndsTheRun) throw PlatformError(*raised);
   return AskAfterError(work, *raised);
 }

@@ -18,6 +18,7 @@
 #include "platform/desk.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -90,6 +91,7 @@ class RecordWalk {
  private:
   void TakeAll(std::size_t progressFrom, RecordWork& work);
   RecordEnd TakeRecord(RecordWork& work, const Record& record);
+  RecordEnd TakeRecordInHand(RecordWork& work, const Record& record);
   void Tell(const PlatformError& raised) const;
   [[nodiscard]] RecordEnd AskAfterError(RecordWork& work, const PlatformError& raised);
   [[nodiscard]] bool EndRecord() const;
@@ -104,6 +106,7 @@ class RecordWalk {
   std::string name_;
   std::int64_t counter_ = 0;
   bool showsProgress_ = false;
+  std::optional<RecordInHand> inHand_;  // where the run is observed
 };
 
 }  // namespace twqb

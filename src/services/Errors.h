@@ -32,6 +32,8 @@ void ReportError(ErrorReport report, std::string_view strProcedure, const Platfo
 
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
+// Writes a line that tells of an error which no box tells of.
+void LogError(std::string_view strProcedure, std::string_view strLine, ErrorNumber number = 0);
 
 // The error that `body` raised, or nothing.
 template <typename Body>

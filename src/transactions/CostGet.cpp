@@ -1,6 +1,7 @@
 #include "transactions/CostGet.h"
 
 #include "engine/Mapping.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
@@ -22,10 +23,14 @@ std::optional<std::string> CostGet::ShownOf(const Record& record) const {
 
 RecordEnd CostGet::TakeRecord(RecordWalk& walk, const Record& record) {
   CostDocument document = {.record = record, .connection = walk.Connection(), .txnId = record["TxnID"].GetValue()};
+  NoteIdentifier(document.txnId);
   if (!Begin(document) || !WriteHeader(walk.Rows(), document)) return RecordEnd::Done;
+  NoteFate(document.before == Before::New ? Fate::Added : Fate::Changed);
+  NoteKey(document.key);
   TakeLines(document);
   if (document.before == Before::Known) return RecordEnd::Done;
   if (!document.hasLines) {
+    NoteFate(Fate::PassedOver, kWithoutLines);
     document.connection.Execute(Sql("DELETE FROM {} WHERE {} = '{}';", table_.table, table_.keyColumn, document.key),
                                 nullptr);
   }
@@ -37,7 +42,7 @@ RecordEnd CostGet::TakeRecord(RecordWalk& walk, const Record& record) {
 bool CostGet::WriteHeader(ado::Recordset& rows, CostDocument& document) {
   if (IsLinkedTo(document.connection, table_.table, document.txnId)) {
     document.before = Before::Known;
-    if (!MayBeChanged(rows, document.txnId, call_.rule, document.record)) return false;
+    if (!MayBeChanged(rows, table_.keyColumn, document.txnId, call_.rule, document.record)) return false;
     document.key = ColumnText(rows, table_.keyColumn);
   } else {
     rows.AddNew();

@@ -9,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
@@ -69,8 +70,15 @@ std::string NumberOfDocument(const Record& document) {
   return Trim(number).empty() ? MadeUpNumber() : number;
 }
 
-bool MayBeChanged(ado::Recordset& rows, std::string_view link, TwinRule rule, const Record& record) {
-  return rule != TwinRule::LeaveAlone && FindRowToChange(rows, link, rule, record, "LastUpdated");
+bool MayBeChanged(ado::Recordset& rows, std::string_view keyColumn, std::string_view link, TwinRule rule,
+                  const Record& record) {
+  if (rule == TwinRule::LeaveAlone) {
+    NoteFate(Fate::LeftAsItWas, kNeverChanged);
+    return false;
+  }
+  const bool may = FindRowToChange(rows, link, rule, record, "LastUpdated");
+  NoteKeyOf(rows, keyColumn);
+  return may;
 }
 
 LineRow::LineRow(ado::Connection& connection, const LineTable& table, std::string link)
@@ -80,12 +88,14 @@ LineRow::LineRow(ado::Connection& connection, const LineTable& table, std::strin
       rows_(connection, table.opened) {}
 
 bool LineRow::MayBeChanged(TwinRule rule, const Record& record) const {
-  return twqb::MayBeChanged(Row(), link_, rule, record);
+  return twqb::MayBeChanged(Row(), table_.keyColumn, link_, rule, record);
 }
 
 void LineRow::Add() const {
   Row().AddNew();
-  Row().SetField(table_.keyColumn, GenerateGUID());
+  auto key = GenerateGUID();
+  NoteKey(key);
+  Row().SetField(table_.keyColumn, std::move(key));
 }
 
 bool IsBilled(std::string_view status) {

@@ -51,7 +51,8 @@ struct LineCode {
 
 // Whether a row that is linked to the record may be written over; it is the current row then. `record` is what has the
 // time that counts, for its lines, too.
-[[nodiscard]] bool MayBeChanged(ado::Recordset& rows, std::string_view link, TwinRule rule, const Record& record);
+[[nodiscard]] bool MayBeChanged(ado::Recordset& rows, std::string_view keyColumn, std::string_view link, TwinRule rule,
+                                const Record& record);
 
 // Where lines of one kind become rows.
 struct LineTable {
@@ -80,6 +81,10 @@ class LineRow {
   bool isNew_;
   OpenTable rows_;
 };
+
+// What is told of a document that was taken back, and of a row that was billed.
+inline constexpr std::string_view kWithoutLines = "none of its lines could come";
+inline constexpr std::string_view kBilledAlready = "it was billed here";
 
 // Whether a row of that status was billed, and is nobody's to change.
 [[nodiscard]] bool IsBilled(std::string_view status);

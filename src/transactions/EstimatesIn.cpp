@@ -8,6 +8,7 @@
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/CostGet.h"
 #include "transactions/CostLines.h"
@@ -147,17 +148,18 @@ class EstimateGet final : public CostGet {
 
   void TakeLines(CostDocument& estimate) override {
     ForEachLine(estimate.record["OREstimateLineRetList"], "EstimateLineRet",
-                [&](const Record& line) { TakeLine(estimate, line); });
+                [&](const Record& line) { AsPart(Standing::Line, "", [&] { TakeLine(estimate, line); }); });
   }
 
   void TakeLine(CostDocument& estimate, const Record& record) const {
     const auto code = CodeOfItem(estimate.connection, record);
     const auto& rows = code.kind == CodeKind::Activity ? kActivityRows : kExpenseRows;
     auto link = record["TxnLineID"].GetValue();
+    NoteIdentifier(link);
     const LineRow place(estimate.connection, rows.table, link);
     if (!place.IsNew() && !place.MayBeChanged(Rule(), estimate.record)) return;
     auto description = TextOr(record, "Desc", "");
-    if (UpperCase(description) == "SUBTOTAL") return;
+    if (UpperCase(description) == "SUBTOTAL") return NoteFate(Fate::PassedOver, "it is a subtotal");
     description = OnOneLine(description);
     if (description.empty()) description = DescriptionOf(estimate.connection, code);
     const EstimateLine line = {.estimate = estimate,
@@ -173,6 +175,7 @@ class EstimateGet final : public CostGet {
     }
     WriteColumns<EstimateLine>(place.Row(), rows.columns, line);
     place.Row().Update();
+    NoteFate(place.IsNew() ? Fate::Added : Fate::Changed);
     estimate.hasLines = true;
   }
 

@@ -242,6 +242,7 @@ constexpr TxnTable kDocuments = {
             .shown = kKind.shown,
             .name = CustomerName,
             .admit = IsTaken,
+            .stays = "it has no number, or is pending",
             .write = Write<kKind>,
         },
 };

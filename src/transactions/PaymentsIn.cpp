@@ -9,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/NewRow.h"
 #include "transactions/PaymentMethods.h"
@@ -79,6 +80,7 @@ std::string AddMoney(const TxnArrival& arrival) {
                               .title = "Error",
                               .icon = BoxIcon::Information});
   }
+  NoteKey(payId);
   return payId;
 }
 

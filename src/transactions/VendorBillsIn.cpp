@@ -13,6 +13,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/CostGet.h"
 #include "transactions/CostLines.h"
@@ -231,6 +232,7 @@ class VendorBillGet final : public CostGet {
       bill_.vendor = LookUp(document.connection, Sql("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
                                                      document.record["VendorRef"]["ListID"].GetValue()));
     });
+    if (bill_.vendor.empty()) NoteFate(Fate::PassedOver, "its vendor is not here");
     return !bill_.vendor.empty();
   }
 
@@ -252,24 +254,26 @@ class VendorBillGet final : public CostGet {
     const auto raised = CatchError([&] {
       ForEachLine(lines, branch, [&](const Record& line) {
         ++number;
-        TakeLine(document, line, form);
+        AsPart(Standing::Line, "", [&] { TakeLine(document, line, form); });
       });
     });
     if (!raised) return;
-    WriteLog(
-        fmt::format("Error getting Bill No. {} and row number {} to QB. Vendor = {} BIll Date {} Error Number = "
-                    "{} Error Description = {}",
-                    bill_.number, number, bill_.vendor, ToText(Value(bill_.date)), SignedNumber(raised->number()),
-                    raised->description()));
+    LogError(kBills.routine,
+             fmt::format("Error getting Bill No. {} and row number {} to QB. Vendor = {} BIll Date {} Error Number = "
+                         "{} Error Description = {}",
+                         bill_.number, number, bill_.vendor, ToText(Value(bill_.date)), SignedNumber(raised->number()),
+                         raised->description()),
+             raised->number());
     ++failed_;
   }
 
   void TakeLine(CostDocument& document, const Record& record, LineForm form) const {
     auto code = form == LineForm::Item ? CodeOfItem(document.connection, record)
                                        : LineCode{.kind = CodeKind::Expense, .code = std::string(kFromQuickBooks)};
-    if (code.code.empty()) return;
+    if (code.code.empty()) return NoteFate(Fate::PassedOver, "its item is not here");
     const auto& rows = RowsOf(code.kind);
     const auto link = record["TxnLineID"].GetValue();
+    NoteIdentifier(link);
     const LineRow place(document.connection, rows.table, link);
     if (!place.IsNew()) {
       // Whatever becomes of the line, and of hours, too, where it finds no row.
@@ -280,20 +284,27 @@ class VendorBillGet final : public CostGet {
     }
     BillLine line = {.document = document, .bill = bill_, .row = place.Row(), .code = std::move(code), .link = link};
     line.project = ProjectOf(document.connection, record["CustomerRef"]);
-    if (line.project.empty()) return;
+    if (line.project.empty()) return NoteFate(Fate::PassedOver, "its job is not here");
     ReadValues(document.connection, record, form, line);
     if (place.IsNew()) {
       place.Add();
       WriteColumns<BillLine>(place.Row(), rows.ofNew, line);
     } else if (IsBilled(StatusOf(document.connection, rows, place.Row()))) {
-      return;
+      return NoteFate(Fate::LeftAsItWas, kBilledAlready);
     }
     if (&rows == &kHoursRows) {
       line.projectName =
           LookUp(document.connection, Sql("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
     }
     WriteColumns<BillLine>(place.Row(), rows.columns, line);
-    if (IgnoreErrors([&] { place.Row().Update(); })) document.hasLines = true;
+    // Only an observer hears of a row that can't be written.
+    if (const auto raised = CatchError([&] { place.Row().Update(); })) {
+      TellErrorToObserver(kBills.routine, raised->number(), raised->description());
+      NoteFate(Fate::Failed, [&] { return raised->description(); });
+      return;
+    }
+    NoteFate(place.IsNew() ? Fate::Added : Fate::Changed);
+    document.hasLines = true;
   }
 
   // A customer comes in first, as client and project.

@@ -38,11 +38,12 @@ class SampleFirm : public testing::Test {
 
 TEST_F(SampleFirm, A_send_and_a_get_link_every_client) {
   EXPECT_EQ(folder_.Done(std::vector<std::string>{"send", "clients", "--answers", "yes.txt"} + kMorning),
-            "send clients: done\n");
+            "clients: 64 added\nsend clients: done\n");
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "64");
   EXPECT_THAT(folder_.Done({"company", "show"}), testing::ContainsRegex("Customer +79\n"));
 
-  EXPECT_EQ(folder_.Done(std::vector<std::string>{"get", "enClients"} + kEvening), "get clients: done\n");
+  EXPECT_EQ(folder_.Done(std::vector<std::string>{"get", "enClients"} + kEvening),
+            "clients: 11 added, 64 changed\nget clients: done\n");
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client"), "75");
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(DISTINCT QBLinkID) FROM Client"), "75");
 }
@@ -115,7 +116,7 @@ TEST_F(SampleFirm, A_key_that_would_read_as_a_condition_gives_no_other_row_its_l
 
 TEST_F(SampleFirm, A_saved_filter_that_skips_the_table_leaves_it_alone) {
   folder_.Done({"settings", "set", "QBSEND_", "Clients_ChkSkip", "True"});
-  EXPECT_EQ(folder_.Done({"send", "clients"}), "send clients: done\n");
+  EXPECT_EQ(folder_.Done({"send", "clients"}), "clients: the settings skip this table\nsend clients: done\n");
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
 }
 
@@ -151,7 +152,7 @@ TEST_F(SampleFirm, A_failed_transfer_ends_with_1) {
   folder_.Write("faults.txt", "sql 1 raise 0x80040E14 \"scripted\" UPDATE Client\n");
   const auto ended = folder_.Twqb({"send", "clients", "--answers", "yes.txt", "--faults", "faults.txt"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.out, "send clients: failed\n");
+  EXPECT_EQ(ended.out, "clients: 1 added, 63 not reached\nsend clients: failed; 1 error was told: see the log\n");
   EXPECT_THAT(ended.err, AllOf(HasSubstr("scripted"), HasSubstr("MoveClientsToQB")));
 }
 
