@@ -13,6 +13,7 @@
 #include "adapters/transcript/TranscriptWriter.h"
 #include "cli/AnsweredDesk.h"
 #include "cli/EndingDesk.h"
+#include "cli/NamingDesk.h"
 #include "cli/OutputFile.h"
 #include "cli/TellingMachine.h"
 #include "platform/Forwarding.h"
@@ -65,7 +66,7 @@ struct Composition::Parts {
              .quickbooks = surroundings.companyOpened
                                ? static_cast<TransportFactory*>(&opened.emplace(quickbooks, surroundings.companyOpened))
                                : &quickbooks,
-             .desk = &*ending,
+             .desk = &naming.emplace(*ending),
              .machine = machine.get(),
              .callback = &callback};
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
@@ -75,6 +76,7 @@ struct Composition::Parts {
       seams = transcript.emplace(seams, *writer).Decorated();
     }
     seams.desk = &told.emplace(*seams.desk);
+    if (surroundings.observer != nullptr) observer.emplace(*surroundings.observer, *naming);
     seams.machine = &copies.emplace(*seams.machine);
   }
 
@@ -87,6 +89,8 @@ struct Composition::Parts {
   std::optional<ScriptedDesk> script;
   std::optional<AnsweredDesk> answered;
   std::optional<EndingDesk> ending;
+  std::optional<NamingDesk> naming;
+  std::optional<NamingObserver> observer;
   RecordingCallbackFactory callback;
   std::optional<FaultPlatform> faults;
   std::optional<OutputFile> record;
@@ -99,7 +103,7 @@ struct Composition::Parts {
 
 Composition::Composition(const Workplace& place, const Surroundings& surroundings)
     : parts_(std::make_unique<Parts>(place, surroundings)) {
-  Compose(parts_->seams, surroundings.tables, surroundings.observer);
+  Compose(parts_->seams, surroundings.tables, parts_->observer ? &*parts_->observer : nullptr);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.

@@ -19,8 +19,7 @@ std::string OnOneLine(std::string_view text) { return Trim(ReplaceAll(ReplaceAll
 
 // " (clients ABBOTT)": the record that a line of the log is about.
 std::string About(std::int32_t table, const std::string& key, const std::string& identifier) {
-  const auto& name = key.empty() ? identifier : key;
-  return fmt::format(" ({}{}{})", NameOf(table), name.empty() ? "" : " ", name);
+  return fmt::format(" ({})", RecordName(static_cast<enTables>(table), key.empty() ? identifier : key));
 }
 
 std::string WordsFor(Fate fate, std::int64_t count) {

@@ -289,6 +289,19 @@ TEST_F(Account, A_full_disk_is_told_and_strict_gives_1) {
   EXPECT_GT(errors, 10);
 }
 
+TEST_F(Account, The_box_of_an_error_names_the_record_to_the_person_and_not_to_the_transcript) {
+  FillDisk();
+  const auto ended = Reported("get", "clients", 11, {"--faults", "faults.txt"});
+  std::size_t boxes = 0;
+  for (const auto& line : LinesOf(Report())) {
+    if (line.at("twqb") != "error") continue;
+    ++boxes;
+    EXPECT_THAT(ended.err, HasSubstr("In clients " + line.at("identifier") + "."));
+  }
+  EXPECT_GT(boxes, 10U);
+  EXPECT_THAT(Transcript("get", 11), Not(HasSubstr("In clients ")));
+}
+
 TEST_F(Account, Of_all_tables_on_a_full_disk_the_errors_are_counted_too) {
   FillDisk();
   const auto ended = Reported("get", "all", 11, {"--faults", "faults.txt"});
