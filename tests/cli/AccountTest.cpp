@@ -296,7 +296,9 @@ TEST_F(Account, The_box_of_an_error_names_the_record_to_the_person_and_not_to_th
   for (const auto& line : LinesOf(Report())) {
     if (line.at("twqb") != "error") continue;
     ++boxes;
-    EXPECT_THAT(ended.err, HasSubstr("In clients " + line.at("identifier") + "."));
+    const auto key = line.find("key");
+    const auto name = key == line.end() || key->second.empty() ? line.at("identifier") : key->second;
+    EXPECT_THAT(ended.err, HasSubstr("In clients " + name + "."));
   }
   EXPECT_GT(boxes, 10U);
   EXPECT_THAT(Transcript("get", 11), Not(HasSubstr("In clients ")));
