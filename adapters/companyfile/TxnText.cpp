@@ -55,9 +55,10 @@ const TxnLineKind* LineOfAnswer(const TxnKind& kind, std::string_view name) {
 }
 
 void TellBilled(const pugi::xml_document& lines, const std::vector<BilledLine>& billed) {
-  for (const auto& [lineId, txnId, invoiceId] : billed) {
-    const auto line = lines.find_child([&](pugi::xml_node node) { return ChildText(node, "TxnLineID") == lineId; });
-    SetLeaf(line, "BillableStatus", "HasBeenBilled");
+  for (const auto& line : billed) {
+    const auto found =
+        lines.find_child([&](pugi::xml_node node) { return ChildText(node, "TxnLineID") == line.lineId; });
+    SetLeaf(found, "BillableStatus", "HasBeenBilled");
   }
 }
 
