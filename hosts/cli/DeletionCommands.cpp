@@ -6,6 +6,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Operations.h"
+#include "cli/RunAccount.h"
+#include "cli/Surroundings.h"
 #include "cli/TableArgument.h"
 
 namespace twqb::cli {
@@ -49,11 +51,21 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
   // Rows that were never linked may have an empty link.
   if (arguments.id.empty()) throw UsageError("ID is the identifier of a record in QuickBooks; it can't be empty.");
   const auto label = fmt::format("{} {} {}", deletion.command, TypedName(table), arguments.id);
-  return RunOperation(options,
+  const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
+  RunAccount account(*machine, nullptr);
+  auto observed = options;
+  observed.observer = &account;
+  return RunOperation(observed,
                       {.name = deletion.operation,
                        .arguments = {DeclaredName(table), arguments.id},
                        .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); }},
-                      {.done = label + ": done", .failed = label + ": not done"});
+                      [&](bool done) {
+                        const auto troubles = account.Troubles();
+                        if (done && troubles.empty()) return Ending{.text = label + ": done"};
+                        return Ending{
+                            .text = label + ": not done" + (troubles.empty() ? "" : "; " + troubles + ": see the log"),
+                            .status = ExitStatus::Failed};
+                      });
 }
 
 CommandSyntax SyntaxOf(const Deletion& deletion) {

@@ -12,6 +12,7 @@
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 
 namespace twqb {
@@ -35,9 +36,11 @@ bool Confirms(std::string_view question) {
                                    .modality = BoxModality::System}) == BoxAnswer::Yes;
 }
 
-// The identifier goes into the statement as it is: one with a quote makes it invalid, which is ignored.
+// The identifier goes into the statement as it is. An error is ignored, but for an observer.
 void DeleteRows(std::string_view table, std::string_view id) {
-  IgnoreErrors([&] { GlobalConnection().Execute(Sql("DELETE FROM {} WHERE QBLinkID = '{}';", table, id), nullptr); });
+  const auto raised =
+      CatchError([&] { GlobalConnection().Execute(Sql("DELETE FROM {} WHERE QBLinkID = '{}';", table, id), nullptr); });
+  if (raised) TellErrorToObserver("DeleteTWRecord", raised->number(), raised->description());
 }
 
 // Of a table without a deletion nothing: the set goes out as it is, empty.

@@ -10,6 +10,7 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/RecordInHand.h"
+#include "services/Sql.h"
 
 namespace twqb {
 
@@ -72,7 +73,7 @@ bool PairMoves(Direction direction, TwinRule rule, const Record& twin,
 bool FindRowToChange(ado::Recordset& rows, std::string_view link, TwinRule rule, const Record& twin,
                      std::string_view fallbackDateColumn) {
   rows.MoveFirst();
-  rows.Find(fmt::format("QBLinkID = '{}'", link));
+  rows.Find(Sql("QBLinkID = '{}'", link));
   return PairMoves(Direction::Get, rule, twin,
                    [&] { return GetTWDateOfUpdation(rows, "LastUpdated", fallbackDateColumn); });
 }

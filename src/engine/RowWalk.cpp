@@ -52,6 +52,8 @@ RowWalk::Begun RowWalk::Begin(const Sql& sql, RowWork& work) {
     run_.g_TableOk = TableOk::True;
     return Begun::WithoutRows;
   }
+  // Of what went ahead of this walk.
+  if (const auto& session = Vars().g_QBSession) static_cast<void>(session->TakeMended());
   return work.Secure() ? Begun::Yes : Begun::NotSecured;
 }
 
@@ -86,27 +88,25 @@ RowEnd RowWalk::TakeRowInHand(RowWork& work) {
 
 RowEnd RowWalk::TakeRow(RowWork& work) {
   auto end = RowEnd::Done;
-  if (const auto raised = CatchError([&] { end = work.TakeRow(*this); })) {
+  const auto raised = CatchError([&] { end = work.TakeRow(*this); });
+  TellMended(work);
+  if (raised) {
     if (inHand_) inHand_->NoteFailure(*raised);
     if (!work.PassesOver(*raised)) throw *raised;
     ReportError(texts_.errors, texts_.routine, *raised);
   }
-  TellMended(work, rows_.get());
   return end;
 }
 
-// Texts that could not go as they are, by the columns of the row that hold them; of lines that were read elsewhere, by
-// the fields that they went into.
-void RowWalk::TellMended(const RowWork& work, const ado::Recordset* row) const {
+// Texts of the row that could not go as they are, by their columns. Whoever reads texts elsewhere tells of those.
+void RowWalk::TellMended(const RowWork& work) const {
   const auto& session = Vars().g_QBSession;
-  auto places = session ? session->TakeMendedFields() : std::vector<std::string>();
-  if (places.empty()) return;
+  if (!session || !session->TakeMended()) return;
   std::vector<std::string> columns;
-  for (int i = 0; row != nullptr && i < row->FieldCount(); ++i) {
-    if (!IsXmlText(ToText(row->FieldAt(i)))) columns.push_back(row->FieldName(i));
+  for (int i = 0; i < rows_->FieldCount(); ++i) {
+    if (!IsXmlText(ToText(rows_->FieldAt(i)))) columns.push_back(rows_->FieldName(i));
   }
-  WriteLog(fmt::format("{}: characters that can't go to QuickBooks were left out or read as Windows-1252: {}: {}",
-                       texts_.routine, Join(columns.empty() ? places : columns, ", "), work.RowInHand()));
+  if (!columns.empty()) LogMended(texts_.routine, Join(columns, ", "), work.RowInHand());
 }
 
 void RowWalk::BeginRow(int callbackMode) {
@@ -127,9 +127,7 @@ void RowWalk::ShowRow(const std::string& text) const {
 // False: the user wants no more.
 bool RowWalk::EndRow(RowWork& work) {
   rows_->MoveNext();
-  const auto behind = work.BehindRow(*this);
-  TellMended(work, nullptr);
-  if (behind == RowEnd::LeaveTable) {
+  if (work.BehindRow(*this) == RowEnd::LeaveTable) {
     run_.g_TableOk = TableOk::False;
     return false;
   }

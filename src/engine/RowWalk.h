@@ -103,7 +103,7 @@ class RowWalk {
   void TellError(const PlatformError& raised, const RowWork& work);
   RowEnd TakeRow(RowWork& work);
   RowEnd TakeRowInHand(RowWork& work);
-  void TellMended(const RowWork& work, const ado::Recordset* row) const;
+  void TellMended(const RowWork& work) const;
   [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;
 

@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "platform/machine.h"
 #include "platform/transport.h"
@@ -33,8 +32,8 @@ class QBSessionManager {
   // An empty message set of that form. Raises 438 for a country that has no form.
   [[nodiscard]] MsgSetRequest CreateMsgSetRequest(std::string_view country, int major, int minor);
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set);
-  // The fields whose texts could not go as they were since this was last asked, in the order in which they went.
-  [[nodiscard]] std::vector<std::string> TakeMendedFields() { return std::exchange(mended_, {}); }
+  // Whether a text could not go as it was since this was last asked.
+  [[nodiscard]] bool TakeMended() { return std::exchange(mended_, false); }
 
   [[nodiscard]] MsgSetRequest CreateSubscriptionMsgSetRequest(int major, int minor);
   [[nodiscard]] MsgSetResponse DoSubscriptionRequests(const MsgSetRequest& set);
@@ -44,7 +43,7 @@ class QBSessionManager {
  private:
   std::unique_ptr<Transport> transport_;
   Machine* machine_;
-  std::vector<std::string> mended_;
+  bool mended_ = false;
 };
 
 }  // namespace twqb

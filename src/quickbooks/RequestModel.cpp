@@ -88,9 +88,8 @@ void AppendEscaped(std::string& out, std::string_view text) {
 // Writes what is set, in the schema's order, and raises when a required choice of what is there is empty.
 class Writer {
  public:
-  // The names of fields whose texts can't go as they are are put behind `mended`.
-  Writer(const Form& form, std::string& out, std::vector<std::string>* mended)
-      : form_(form), out_(out), mended_(mended) {}
+  // `mended` becomes true for a text that can't go as it is.
+  Writer(const Form& form, std::string& out, bool* mended) : form_(form), out_(out), mended_(mended) {}
 
   void WriteChildren(const RequestNode& node) {
     for (const auto& row : node.Rows()) {
@@ -131,12 +130,12 @@ class Writer {
   void WriteValue(const RequestNode& node) {
     if (IsXmlText(node.value)) return AppendEscaped(out_, node.value);
     AppendEscaped(out_, XmlText(node.value));
-    if (mended_ != nullptr) mended_->emplace_back(node.row->name);
+    if (mended_ != nullptr) *mended_ = true;
   }
 
   const Form& form_;
   std::string& out_;
-  std::vector<std::string>* mended_;
+  bool* mended_;
 };
 
 std::string EnumText(const Element& row, double number) {
@@ -341,7 +340,7 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
   return {request.get(), wrapped ? rows.data() : nullptr, 0};
 }
 
-std::string MsgSetRequest::ToXMLString(std::vector<std::string>* mended) const {
+std::string MsgSetRequest::ToXMLString(bool* mended) const {
   const bool company = kind_ == messages::MessageSet::Company;
   const std::string_view set = company ? "QBXMLMsgsRq" : "QBXMLSubscriptionMsgsRq";
   auto xml = fmt::format("<?xml version=\"1.0\"?><?qbxml version=\"{}\"?><QBXML><{}", messages::FormTag(form_), set);

@@ -96,8 +96,8 @@ class MsgSetRequest {
 
   [[nodiscard]] std::size_t Count() const { return requests_.size(); }
   // The set as qbXML. Raises 0x80040307 when a request leaves a required choice empty. Of a text that XML can't carry
-  // as it is, what it can carry goes; the names of such fields are put behind `mended`.
-  [[nodiscard]] std::string ToXMLString(std::vector<std::string>* mended = nullptr) const;
+  // as it is, what it can carry goes; `mended` becomes true then.
+  [[nodiscard]] std::string ToXMLString(bool* mended = nullptr) const;
 
  private:
   messages::Form form_;

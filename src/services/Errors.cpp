@@ -81,6 +81,11 @@ void WriteLog(std::string_view strLine) {
   IgnoreErrors([&] { TheMachine().AppendLine(LogFile(TheMachine()), strLine); });
 }
 
+void LogMended(std::string_view strProcedure, std::string_view columns, std::string_view row) {
+  WriteLog(fmt::format("{}: characters that can't go to QuickBooks were left out or read as Windows-1252: {}: {}",
+                       strProcedure, columns, row));
+}
+
 void LogError(std::string_view strProcedure, std::string_view strLine, ErrorNumber number) {
   WriteLog(strLine);
   TellErrorToObserver(strProcedure, number, strLine, ToldBy::Log);

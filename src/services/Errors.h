@@ -30,6 +30,9 @@ void ReportError(ErrorReport report, std::string_view strProcedure, const Platfo
 // The log of this month, by the machine's clock.
 [[nodiscard]] std::string LogFile(Machine& machine);
 
+// Logs that of those columns of a row not every character could go to QuickBooks as it is.
+void LogMended(std::string_view strProcedure, std::string_view columns, std::string_view row);
+
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
 // Writes a line that tells of an error which no box tells of.

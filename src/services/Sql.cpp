@@ -19,8 +19,11 @@ std::size_t PastBlanks(std::string_view text, std::size_t at) {
 std::size_t EndOfLiteral(std::string_view text, std::size_t at) {
   if (at == text.size()) return std::string_view::npos;
   if (text[at] == '\'') {
-    const auto end = text.find('\'', at + 1);
-    return end == std::string_view::npos ? end : end + 1;
+    // A quote inside is doubled.
+    for (auto end = text.find('\'', at + 1); end != std::string_view::npos; end = text.find('\'', end + 2)) {
+      if (text.substr(end + 1, 1) != "'") return end + 1;
+    }
+    return std::string_view::npos;
   }
   constexpr std::string_view kGuid = "{guid ";
   if (text.substr(at).starts_with(kGuid)) at += kGuid.size();

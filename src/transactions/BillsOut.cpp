@@ -78,7 +78,10 @@ bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& column
     if (itemLink.empty()) return Stays("its code has no link");
     line["ItemRef"]["ListID"].SetValue(itemLink);
   }
-  if (const auto text = row.Field(columns.description); !IsNull(text)) line["Desc"].SetValue(ToText(text));
+  if (const auto text = row.Field(columns.description); !IsNull(text)) {
+    line["Desc"].SetValue(ToText(text));
+    if (!IsXmlText(ToText(text))) LogMended("SendBill", columns.description, ColumnText(row, columns.key));
+  }
   if (!IsNull(row.Field(columns.quantity))) line["Quantity"].SetValue(NumberIn(row, columns.quantity).ToCents());
   // A markup is the client's affair.
   line["Amount"].SetValue((NumberIn(row, columns.quantity) * NumberIn(row, columns.cost)).ToCents());

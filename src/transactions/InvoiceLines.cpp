@@ -195,7 +195,10 @@ class InvoiceLines {
   }
   void AssignDescriptionAndClass(const RequestField& line, const ado::Recordset& billed, const BilledTable& table,
                                  std::string_view itemLink) const {
-    if (const auto text = billed.Field(table.description); !IsNull(text)) line["Desc"].SetValue(ToText(text));
+    if (const auto text = billed.Field(table.description); !IsNull(text)) {
+      line["Desc"].SetValue(ToText(text));
+      if (!IsXmlText(ToText(text))) LogMended("MoveInvoicesToQB", table.description, id_);
+    }
     AssignClass(line, ClassFor(projectLink_, table.codes, itemLink));
   }
 

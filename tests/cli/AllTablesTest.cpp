@@ -13,6 +13,7 @@ namespace twqb::cli {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -31,7 +32,9 @@ class AllTables : public Firm {
   std::string Transfer(const std::string& verb, int hour) {
     const auto ended = Run(verb, "all", hour);
     EXPECT_EQ(ended.status, 0) << ended.err;
-    EXPECT_THAT(ended.out, HasSubstr("\n" + verb + " all: done"));
+    // Names of accounts that are in use are refused at every send.
+    const std::string last = verb + " all: done" + (verb == "send" ? ", but 6 records were refused: see the log" : "");
+    EXPECT_THAT(ended.out, EndsWith("\n" + last + "\n"));
     transcript_ = Transcript(verb, hour);
     return ended.err;
   }

@@ -94,7 +94,9 @@ TEST_F(DeletionCommands, Refuse_all_tables_and_an_empty_identifier) {
 }
 
 TEST_F(DeletionCommands, Delete_nothing_for_an_identifier_that_would_read_as_a_condition) {
-  EXPECT_EQ(folder_.Twqb({"delete-billing", "clients", "x' OR '1'='1", "--answers", "yes.txt"}).status, 0);
+  const auto ended = folder_.Twqb({"delete-billing", "clients", "x' OR '1'='1", "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "delete-billing clients x' OR '1'='1: not done; 1 error was told: see the log\n");
   EXPECT_EQ(Clients(), "1");
 }
 

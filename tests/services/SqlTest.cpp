@@ -79,6 +79,7 @@ INSTANTIATE_TEST_SUITE_P(Statement, Lists,
                          testing::Values(ListCase{"'{E-1}'", true}, ListCase{"'{E-1}','{E-2}'", true},
                                          ListCase{" 'a' , 'b c' ", true}, ListCase{"{guid {E-1}}", true},
                                          ListCase{"{E-1}", true}, ListCase{"17,18", true}, ListCase{"''", true},
+                                         ListCase{"'O''Brien','b'", true}, ListCase{"'a''", false},
                                          ListCase{"'a' OR '1'='1'", false}, ListCase{"'a') OR ('1'='1'", false},
                                          ListCase{"'a' 'b'", false}, ListCase{"'a',", false}, ListCase{"'a", false},
                                          ListCase{"1=1", false}, ListCase{"SELECT ELID FROM ExpenseLog", false}));
