@@ -28,6 +28,8 @@ constexpr std::array kCauses = {
     CauseWords{"notInBilling", "invoice or credit memo in QuickBooks alone"},
     CauseWords{"amountDiffers", "invoice of different amounts"},
     CauseWords{"paymentInBillingAlone", "payment in BillingDb alone"},
+    CauseWords{"moreThanIsOpen", "payment in BillingDb alone: of more than QuickBooks has open for its invoice"},
+    CauseWords{"invoiceIsPaid", "payment in BillingDb alone: its invoice is paid in QuickBooks already"},
     CauseWords{"debit", "payment in BillingDb alone: a debit never goes"},
     CauseWords{"paymentInQuickBooksAlone", "payment in QuickBooks alone"},
     CauseWords{"paymentDiffers", "payment of different amounts"},
@@ -58,6 +60,16 @@ struct ThereDocument {
   bool isTwin = false;
   Cause alone = Cause::NotInBilling;  // as no invoice's twin
 };
+
+// Why a payment without a link stays here. What is open in QuickBooks holds it back as it does when payments are sent.
+Cause WhyInBillingAlone(const Allocation& allocation, const BookedDocument& twin) {
+  if (allocation.method == Method::Debit) return Cause::Debit;
+  const auto none = Currency();
+  const bool isCreditMemo = twin.amount < none;
+  if (isCreditMemo) return Cause::PaymentInBillingAlone;
+  if (twin.open == none) return Cause::InvoiceIsPaid;
+  return allocation.amount > twin.open ? Cause::MoreThanIsOpen : Cause::PaymentInBillingAlone;
+}
 
 struct PaidOnBothSides {
   std::string name;
@@ -218,8 +230,7 @@ class Comparison {
     const auto none = Currency();
     for (const auto* allocation : invoice.paid) {
       if (allocation->link.empty()) {
-        const auto cause = allocation->method == Method::Debit ? Cause::Debit : Cause::PaymentInBillingAlone;
-        Tell(balance, {.cause = cause,
+        Tell(balance, {.cause = WhyInBillingAlone(*allocation, *invoice.twin),
                        .invoice = invoice.row->number,
                        .payment = allocation->payment,
                        .billing = none - allocation->amount});

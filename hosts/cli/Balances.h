@@ -97,6 +97,8 @@ enum class Cause : std::uint8_t {
   NotInBilling,
   AmountDiffers,
   PaymentInBillingAlone,
+  MoreThanIsOpen,
+  InvoiceIsPaid,
   Debit,
   PaymentInQuickBooksAlone,
   PaymentDiffers,

@@ -53,13 +53,18 @@ class CostsHouse : public ArrivalsHouse {
   }
 
   using ListHouse::Take;
-  // The get of what QuickBooks is made to return to one of the table's reads.
-  void TakeAnswer(std::string_view query, std::string_view text, MoveFlags flags = {}, std::int16_t part = 0) {
+  // What QuickBooks is made to return to one of the table's reads.
+  [[nodiscard]] RecordList ReadAnswer(std::string_view query, std::string_view text, std::int16_t part = 0) {
     Answer(query, text);
     RecordList records;
     const bool noBar = std::exchange(Vars().g_NoProgressBar, true);
     EXPECT_TRUE(ApplyQBFiltersAndReadRecords(costs_.table, records, Session(), {}, static_cast<std::size_t>(part)));
     Vars().g_NoProgressBar = noBar;
+    return records;
+  }
+  // The get of it.
+  void TakeAnswer(std::string_view query, std::string_view text, MoveFlags flags = {}, std::int16_t part = 0) {
+    const auto records = ReadAnswer(query, text, part);
     Vars().g_TableOk = TableOk::False;
     costs_.toTW({.records = records, .rule = flags.Rule(), .run = Vars(), .part = part});
   }

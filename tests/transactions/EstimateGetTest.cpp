@@ -89,6 +89,17 @@ TEST(EstimatesIn, An_estimate_of_a_subtotal_alone_leaves_no_budget) {
   EXPECT_EQ(house.Statements("DELETE FROM Budget"), Texts{"DELETE FROM Budget WHERE BudgetID = 'E-12';"});
 }
 
+// What the project names is not there then, and no later estimate takes its place.
+TEST(EstimatesIn, An_estimate_of_a_subtotal_alone_is_named_in_its_project_all_the_same) {
+  EstimatesHouse house;
+  house.Estimates(Estimate({Design({{"Desc", "Subtotal"}})}) +
+                  Estimate({Design({{"TxnLineID", "L-2"}})}, {{"TxnID", "2-1"}, {"RefNumber", "E-13"}}));
+  EXPECT_EQ(house.EstimateOfProject(), "E-12");
+  EXPECT_EQ(house.RowsOf("BudgetID", "Budget"), "E-13");
+  EXPECT_TRUE(house.BoxTexts().empty());
+  EXPECT_EQ(Outcome(), TableOk::True);
+}
+
 TEST(EstimatesIn, A_project_keeps_the_first_estimate_that_it_got) {
   EstimatesHouse house;
   house.Estimates(Estimate({Design()}) +

@@ -113,10 +113,19 @@ TEST(ExpenseLogIn, Checks_charges_and_bills_pass_through_one_routine) {
 
 TEST(ExpenseLogIn, The_form_says_which_of_the_three_are_read_and_goes) {
   ExpenseLogHouse house;
-  house.Charges(Charge({Item()}));
-  const auto events = house.desk.FormEvents();
-  ASSERT_FALSE(events.empty());
-  EXPECT_EQ(events.front().state.action, "Getting Credit Card Charges from QuickBooks...");
+  house.Checks(Check({Item()}));
+  house.Charges(Charge({Item({{"TxnLineID", "L-2"}})}));
+  house.Bills(Bill({Item({{"TxnLineID", "L-3"}})}));
+  Texts shown;
+  int gone = 0;
+  for (const auto& event : house.desk.FormEvents()) {
+    if (event.kind == FormEventKind::Show) shown.push_back(event.state.action);
+    if (event.kind == FormEventKind::Unload) ++gone;
+  }
+  EXPECT_EQ(shown, (Texts{"Getting Checks from QuickBooks...", "Getting Credit Card Charges from QuickBooks...",
+                          "Getting Bills from QuickBooks..."}));
+  EXPECT_EQ(gone, 3);
+  EXPECT_FALSE(house.desk.Form());
 }
 
 TEST(ExpenseLogIn, Without_a_person_the_manager_of_the_project_has_spent_it) {
@@ -151,6 +160,12 @@ TEST(ExpenseLogIn, An_unknown_item_goes_under_the_reserved_code_but_not_from_a_b
   house.Bills(Bill({line}));
   EXPECT_EQ(house.Count("ExpenseLog"), "0");
   house.Checks(Check({line}));
+  EXPECT_EQ(house.Expenses(), "L-1|FROMQB:|25");
+}
+
+TEST(ExpenseLogIn, A_line_without_an_item_goes_under_the_reserved_code_from_a_bill_too) {
+  ExpenseLogHouse house;
+  house.Bills(Bill({Item({{"ItemRef", {}}})}));
   EXPECT_EQ(house.Expenses(), "L-1|FROMQB:|25");
 }
 
@@ -249,6 +264,20 @@ TEST(ExpenseLogIn, What_a_row_does_not_say_counts_as_nothing) {
   house.Checks(Check({Item()}));
   EXPECT_EQ(house.Expense("ELChgAmt"), "25");
   EXPECT_EQ(house.Expense("ELMarkup"), "NULL");
+}
+
+// There is nothing to work the charge out of, whatever the amount.
+TEST(ExpenseLogIn, A_row_that_is_here_loses_its_charge_to_a_line_without_cost_and_units) {
+  ExpenseLogHouse house;
+  house.Here("E-1", {{"ELChgAmt", "10"}, {"ELCost", "10"}, {"ELMarkup", "5"}});
+  house.Here("L-1", {{"ELChgAmt", "25"}, {"ELCost", "25"}});
+  house.Checks(Check({Item({{"Cost", {}}, {"Quantity", {}}}), AccountLine()}));
+  for (const std::string link : {"E-1", "L-1"}) {
+    EXPECT_EQ(house.Expense("ELChgAmt", link), "0") << link;
+    EXPECT_EQ(house.Expense("ELCost", link), "0") << link;
+    EXPECT_EQ(house.Expense("ELUnits", link), "0") << link;
+    EXPECT_EQ(house.Expense("EmployeeID", link), "SMITH") << link;
+  }
 }
 
 TEST(ExpenseLogIn, A_row_that_was_billed_is_left_as_it_is) {
@@ -362,12 +391,16 @@ TEST(ExpenseLogIn, A_whole_that_is_here_is_written_over_unless_it_was_billed) {
 
 TEST(ExpenseLogIn, Version_1_says_so_and_adds_nothing_and_the_run_goes_on) {
   ExpenseLogHouse house;
+  const auto records = house.ReadAnswer("Check", Check({Item()}), enChecks);
+  ASSERT_EQ(records.Count(), 1U);
   Vars().g_QBMajorVer = 1;
-  RecordList records;
   house.Take(records);
-  EXPECT_EQ(house.BoxTexts(),
+  ASSERT_EQ(house.BoxTexts(),
             Texts{"QuickBooks 2002 Does not provide complete support for Transferring the Expense Log"});
+  EXPECT_EQ(house.desk.Boxes()[0].box.title, "Error");
+  EXPECT_EQ(house.desk.Boxes()[0].box.icon, BoxIcon::Information);
   EXPECT_EQ(Outcome(), TableOk::True);
+  EXPECT_EQ(house.Count("ExpenseLog"), "0");
   EXPECT_EQ(house.Count("Expense"), "1") << "not even the reserved code";
 }
 

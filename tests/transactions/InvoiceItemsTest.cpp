@@ -323,12 +323,31 @@ INSTANTIATE_TEST_SUITE_P(
                     ChargeCode{"CA", 2, ""}, ChargeCode{"AU", 2, ""}, ChargeCode{"AU", 3, ""}),
     [](const auto& test) { return test.param.country + std::to_string(test.param.version); });
 
-TEST(RetainerItems, That_can_not_be_asked_for_are_told_under_the_name_of_the_routine) {
-  InvoicesHouse house({}, "DoRequests 1 raise 0x80040404 \"Broken.\"\n");
+struct BrokenItem {
+  std::size_t request;  // of those of two rounds
+  std::string routine;
+};
+class BrokenRetainerItems : public testing::TestWithParam<BrokenItem> {};
+
+TEST_P(BrokenRetainerItems, Are_told_under_the_name_of_the_routine_and_nothing_is_asked_behind_them) {
+  const auto& [request, routine] = GetParam();
+  constexpr std::size_t kItems = 3;
+  InvoicesHouse house({}, fmt::format("DoRequests {} raise 0x80040404 \"Broken.\"\n", request));
+  if (request > kItems) {
+    EXPECT_TRUE(AddRetainerItems(SpiedHouse::Session()));
+  }
   EXPECT_FALSE(AddRetainerItems(SpiedHouse::Session()));
   ASSERT_EQ(house.BoxTexts().size(), 1U);
-  EXPECT_TRUE(house.BoxTexts()[0].ends_with(ErrorBoxEnd("AddAccount"))) << house.BoxTexts()[0];
+  EXPECT_TRUE(house.BoxTexts()[0].ends_with(ErrorBoxEnd(routine))) << house.BoxTexts()[0];
+  EXPECT_EQ(house.traffic.documents.size(), request);
+  EXPECT_EQ(house.desk.ShownPointer(), Pointer::Default);
 }
+
+INSTANTIATE_TEST_SUITE_P(RetainerItems, BrokenRetainerItems,
+                         testing::Values(BrokenItem{1, "AddAccount"}, BrokenItem{2, "AddPaymentItem"},
+                                         BrokenItem{3, "AddItemOtherCharge"}, BrokenItem{4, "AddAccount"},
+                                         BrokenItem{5, "AddPaymentItem"}, BrokenItem{6, "AddItemOtherCharge"}),
+                         [](const auto& test) { return test.param.routine + std::to_string(test.param.request); });
 
 TEST(InvoiceItemsFailures, Are_told_under_the_name_of_the_routine) {
   InvoicesHouse house({}, "DoRequests 2 raise 0x80040404 \"Broken.\"\n");

@@ -227,13 +227,32 @@ TEST(InvoicesIn, A_line_takes_nothing_from_the_line_before_it) {
   EXPECT_EQ(house.Details(), "Design|100\nThanks|0");
 }
 
-TEST(InvoicesIn, An_invoice_that_gets_no_key_has_no_lines) {
+struct Keyless {
+  std::string name;
+  std::string open;
+  std::string lines;
+  std::string details;
+};
+class KeylessInvoices : public testing::TestWithParam<Keyless> {};
+
+// Only lines ask for the key: what stands for all of them and the tax are written as details of no invoice.
+TEST_P(KeylessInvoices, Leave_their_lines_out_and_nothing_else) {
   InvoicesHouse house({}, "guid 1 raise 0x80004005\n");
-  house.Take({Invoice({}, Line("Design", "100.00"))});
+  house.Take({Invoice({{"BalanceRemaining", GetParam().open}}, GetParam().lines)});
   EXPECT_EQ(house.BoxTexts(), Texts{"Could Not Generate A GUID"});
   EXPECT_EQ(house.Got("TransactionID"), "");
-  EXPECT_EQ(house.Count("ManInvDetail"), "0");
+  EXPECT_EQ(house.RowsOf("TransactionID,ManInvDetailDesc,ManInvDetailAmt", "ManInvDetail"), GetParam().details);
+  EXPECT_EQ(Outcome(), TableOk::True);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    InvoicesIn, KeylessInvoices,
+    testing::Values(Keyless{"Of_lines", "100.00", Line("Design", "60.00") + Group("Kit", "40.00"), "NULL"},
+                    Keyless{"Of_lines_and_tax", "105.00", Line("Design", "100.00"), "|Calculated Taxes|5"},
+                    Keyless{"Without_lines", "100.00", "", "|Invoice transfered from QuickBooks|100"},
+                    Keyless{"Of_tax_without_lines", "105.00", "",
+                            "|Invoice transfered from QuickBooks|100\n|Calculated Taxes|5"}),
+    [](const auto& test) { return test.param.name; });
 
 // --- What comes ------------------------------------------------------------------------------------------------------
 

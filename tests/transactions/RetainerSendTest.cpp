@@ -127,6 +127,22 @@ TEST(Retainers, That_are_refused_are_told_and_asked_about_and_yes_goes_on) {
             (std::vector<CallbackEvent>{2, std::string(), std::string(), 2, std::string(), house.LinkOf("P2")}));
 }
 
+// Support knows it by a name with parentheses, as no other routine's.
+TEST(Retainers, That_break_are_told_under_the_name_of_the_routine_and_asked_about_too) {
+  PaymentsHouse house({.answers = "yes"}, "DoRequests 5 raise 0x80040404 \"Broken.\"\n");
+  house.Retainer("P1", "ROOF:");
+  house.Retainer("P2", "ROOF:");
+  house.Send();
+  ASSERT_EQ(house.Requests("InvoiceAddRq").size(), 2U);
+  ASSERT_EQ(house.BoxTexts().size(), 2U);
+  EXPECT_TRUE(house.BoxTexts()[0].ends_with(ErrorBoxEnd("AddRetainerPayment()"))) << house.BoxTexts()[0];
+  EXPECT_NE(house.BoxTexts()[0].find("Broken."), std::string::npos);
+  EXPECT_EQ(house.BoxTexts()[1], kRetainerAsk);
+  EXPECT_FALSE(house.IsSent("P1"));
+  EXPECT_TRUE(house.IsSent("P2"));
+  EXPECT_EQ(house.desk.ShownPointer(), Pointer::Default);
+}
+
 TEST(Retainers, That_are_refused_and_no_end_the_run_as_cancelled) {
   PaymentsHouse house({.answers = "no"}, Refuses("InvoiceAddRq", 1, 3000));
   house.Retainer("P1", "ROOF:");
@@ -200,7 +216,7 @@ TEST_P(RetainersOfACountry, Take_their_money_by_the_rate) {
   EXPECT_EQ(house.Balance(house.LinkOf("P1")), "0.00");
 }
 
-INSTANTIATE_TEST_SUITE_P(Retainers, RetainersOfACountry, testing::Values("CA", "UK"),
+INSTANTIATE_TEST_SUITE_P(Retainers, RetainersOfACountry, testing::Values("CA", "UK", "AU"),
                          [](const auto& test) { return test.param; });
 
 }  // namespace

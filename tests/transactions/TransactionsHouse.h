@@ -85,6 +85,7 @@ class TransactionsHouse : public ListHouse {
   static HouseOptions WithFile(HouseOptions options, std::string_view country) {
     if (country == "CA") options.company.country = messages::Country::CA;
     if (country == "UK") options.company.country = messages::Country::UK;
+    if (country == "AU") options.company.country = messages::Country::AU;
     return options;
   }
 };

@@ -398,6 +398,22 @@ TEST(VendorBillsIn, An_error_in_a_line_is_logged_and_the_bill_goes_on_with_what_
   EXPECT_EQ(Outcome(), TableOk::True);
 }
 
+TEST(VendorBillsIn, A_bill_whose_only_line_has_an_error_is_logged_counted_and_deleted_again) {
+  BillsInHouse house({}, Breaks("SELECT ProjectName FROM Project"));
+  house.Bills(Bill({Hours()}));
+  EXPECT_EQ(
+      house.Log(),
+      Texts{"Error getting Bill No. S-77 and row number 1 to QB. Vendor = SMITH BIll Date 3/3/2008 Error Number = "
+            "-2147217900 Error Description = Broken."});
+  ASSERT_EQ(house.BoxTexts(), Texts{kOneBillFailed});
+  EXPECT_EQ(house.desk.Boxes()[0].box.title, "Message");
+  EXPECT_EQ(house.desk.Boxes()[0].box.icon, BoxIcon::Information);
+  EXPECT_EQ(house.Statements("DELETE FROM VendorBill").size(), 1U);
+  EXPECT_EQ(house.Count("VendorBill"), "0");
+  EXPECT_EQ(house.Count("TimeEntry"), "0");
+  EXPECT_EQ(Outcome(), TableOk::True);
+}
+
 TEST(VendorBillsIn, A_line_that_can_not_be_stored_is_no_line) {
   BillsInHouse house({}, "row 1 raise 0x80040E2F \"Full.\" TimeEntry\n");
   house.Bills(Bill({Hours()}) + Bill({Hours({{"TxnLineID", "L-2"}})}, {{"TxnID", "2-1"}}));
