@@ -19,8 +19,9 @@ class EnginePool;
 // Unless the caller itself begins a transaction, every statement and every Update of a connection is durable when it
 // returns, and between statements nobody is kept from reading or writing. From the first write on, a file is written
 // ahead, where that can be had: what was written lately stands beside it in files of the same name with "-wal" and
-// "-shm" behind. The last connection that closes puts all of it into the one file. Closing a connection closes its
-// recordsets; their pending edits are dropped.
+// "-shm" behind. The last connection that closes puts all of it into the one file. Until then a host must not open the
+// file but through here or through SQLite, not even to copy it: to close it would drop the locks that this process has.
+// Closing a connection closes its recordsets; their pending edits are dropped.
 class SqliteProvider : public ado::Provider {
  public:
   SqliteProvider();
