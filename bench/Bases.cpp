@@ -6,6 +6,7 @@
 #include <array>
 
 #include "adapters/companyfile/CompanyFile.h"
+#include "bench/CostBases.h"
 #include "tests/support/BillingSchema.h"
 #include "tests/support/Process.h"
 
@@ -13,15 +14,21 @@ namespace twqb {
 
 namespace {
 
-void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
-
 constexpr std::int64_t kCreated = 1204700000;  // of the base's records, in Unix seconds
+
+}  // namespace
+
+std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
+std::string TxnId(int number) { return fmt::format("{:X}-{}", number, kCreated); }
+
+namespace {
+
+void Sql(ado::Connection& cn, const std::string& statement) { cn.Execute(statement, nullptr); }
 
 // Of the n-th transaction, where each has so many lines, behind so many identifiers of others.
 std::string TxnId(int number, int lines, int others = 0) {
-  return fmt::format("{:X}-{}", others + (number - 1) * (lines + 1) + 1, kCreated);
+  return twqb::TxnId(others + (number - 1) * (lines + 1) + 1);
 }
-std::string ListId(int number) { return fmt::format("{:X}-{}", 0x80000000U + static_cast<unsigned>(number), kCreated); }
 
 // --- Employees and vendors -------------------------------------------------------------------------------------------
 
@@ -343,7 +350,7 @@ std::vector<std::string> RowsOfPayment(int number, std::string_view link) {
 
 constexpr RecordsAhead kItemAccountsAhead = {.count = kItemAccounts, .text = ItemAccountRequests};
 
-constexpr std::array kTables = {
+const std::array kTables = {
     BenchTable{.table = enEmployees, .name = "employees", .record = Employee, .row = PersonRow<Person::Employee>},
     BenchTable{.table = enVendors, .name = "vendors", .record = Vendor, .row = PersonRow<Person::Vendor>},
     BenchTable{.table = enClients, .name = "clients", .record = Customer, .row = ClientRow},
@@ -385,6 +392,9 @@ constexpr std::array kTables = {
                .record = ReceivedPayment,
                .row = PaymentRow,
                .rowsOfLines = RowsOfPayment},
+    ExpensesToMeasure(),
+    VendorBillsToMeasure(),
+    EstimatesToMeasure(),
 };
 
 }  // namespace

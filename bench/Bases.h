@@ -69,7 +69,10 @@ struct TwinsAhead {
 };
 
 // Whether a table sends what has changed, or new records alone; and if so, whether linked rows are selected at all.
-enum class Sends : std::uint8_t { Changes, NewRecordsAlone, UnlinkedRowsAlone };
+enum class Sends : std::uint8_t { Changes, NewRecordsAlone, UnlinkedRowsAlone, Nothing };
+
+// What the sizes of a table are numbers of.
+enum class Counted : bool { Records, Lines };
 
 // Which counter of the company file its records take their identifiers from.
 enum class Identifiers : bool { Lists, Transactions };
@@ -82,6 +85,7 @@ struct BenchTable {
   RecordsAhead recordsAhead = {};
   Identifiers identifiers = Identifiers::Lists;
   int lines = 0;  // of a transaction, which have identifiers of their own
+  Counted counted = Counted::Records;
   void (*rowsAhead)(ado::Connection& cn) = nullptr;
   TwinsAhead twinsAhead = {};
   std::string (*record)(int number) = nullptr;  // the request that adds it
@@ -89,11 +93,17 @@ struct BenchTable {
   std::string (*row)(int number, std::string_view link, std::string_view lastUpdated) = nullptr;
   // Those that add the rows of other tables that its lines are made of, or that say where it goes; link as SQL.
   std::vector<std::string> (*rowsOfLines)(int number, std::string_view link) = nullptr;
+  // The quoted keys of its rows, of a table whose rows go when a host names them.
+  std::string (*named)(int number) = nullptr;
 };
 
 // In the order in which all tables in a row go.
 extern const std::span<const BenchTable> kBenchTables;
 [[nodiscard]] const BenchTable& BenchTableOf(enTables table);
+
+// The identifiers that the company file of a base gives out, by turns.
+[[nodiscard]] std::string ListId(int number);
+[[nodiscard]] std::string TxnId(int number);
 
 // The accounts that the items of these bases are booked to; the first records of a company file.
 [[nodiscard]] RecordsAhead ItemAccounts();

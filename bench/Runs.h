@@ -1,6 +1,7 @@
 // One transfer on the files of a folder, timed through the public object and against its floor.
 //
-// Does not make the files: that is Bases. A transfer that shows a box has not done what is to be measured, and raises.
+// Does not make the files: that is Bases. A transfer that shows a box has not done what is to be measured, and raises;
+// but the offer to show the bill that it made.
 #pragma once
 
 #include <string>
@@ -16,6 +17,7 @@ namespace twqb {
 struct TimedRun {
   enTables table;
   Direction direction;
+  std::string named = {};  // quoted keys that a host names to a send, in place of the saved filters
 };
 
 // What was asked of the files is the same in each repetition; it is counted from the beginning of the transfer until

@@ -1,5 +1,5 @@
-// Each table of master data, time entries, invoices and payments, at a size or two, each transfer against its floor in
-// the same run; ahead of them the time and memory of reading 100,000 customers.
+// Each table of master data, time entries, invoices, payments and costs, at a size or two, each transfer against its
+// floor in the same run; ahead of them the time and memory of reading 100,000 customers.
 //
 // Prints tables for docs/performance.md: seconds, cost per record, ratio to the floor, the cost per record at a larger
 // size against the smallest, and what each record asks of the files; then the same work with a rollback journal. Exit
@@ -65,7 +65,7 @@ std::vector<std::string> PerRecord(const FileCounts& files, int records) {
 
 // A record that is one row on each side becomes durable once on each side.
 bool MeetsDurable(const BenchTable& table, const Row& row) {
-  if (table.rowsOfLines != nullptr || table.twinsAhead.record != nullptr) return true;
+  if (table.lines > 0 || table.twinsAhead.record != nullptr) return true;
   const double durable = static_cast<double>(row.measured.libraryFiles.durable) / row.records;
   if (row.name == kFirstSend) return durable <= kGoalDurableSend;
   return row.name != kFirstGet || durable <= kGoalDurableGet;
@@ -76,8 +76,10 @@ enum class RollbackToo : bool { No, Yes };
 template <typename Found>
 void MeasureTable(const BenchTable& table, int size, RollbackToo rollbackToo, Found found) {
   enum class Selects : bool { Changed, All };
-  const int timed = std::min(kTimedRecords, size / 2);
-  const int old = size - timed;
+  const int counted = table.counted == Counted::Lines ? table.lines : 1;
+  const int all = size / counted;
+  const int timed = std::min(kTimedRecords, size / 2) / counted;
+  const int old = all - timed;
   const auto add = [&](std::string_view what, int records, const Base& base, Direction direction, Selects selects) {
     fmt::print(stderr, "{}, {}: {} ...\n", table.name, Grouped(size), what);
     const TemporaryFolder folder;
@@ -87,26 +89,30 @@ void MeasureTable(const BenchTable& table, int size, RollbackToo rollbackToo, Fo
         .machine.WritePrivateProfileString(
             "QBSEND_", fmt::format("{}{}", name, selects == Selects::All ? "_chkIgnoreLastSync" : "_LastSendAt"),
             selects == Selects::All ? "1" : "3/5/2008 11:00:00 AM", folder / "twqb.ini");
-    Row row{.name = what, .records = records, .measured = Measure(folder.Path(), {table.table, direction})};
-    const bool writes = what == kFirstSend || what == kFirstGet || what == kAllChanged;
-    if (writes && rollbackToo == RollbackToo::Yes) {
-      row.rollback = MeasureRollback(folder.Path(), {table.table, direction});
+    TimedRun run = {.table = table.table, .direction = direction};
+    for (int i = base.linked + 1; table.named != nullptr && direction == Direction::Send && i <= base.rows; ++i) {
+      run.named += (run.named.empty() ? "" : ",") + table.named(i);
     }
+    Row row{.name = what, .records = records * counted, .measured = Measure(folder.Path(), run)};
+    const bool writes = what == kFirstSend || what == kFirstGet || what == kAllChanged;
+    if (writes && rollbackToo == RollbackToo::Yes) row.rollback = MeasureRollback(folder.Path(), run);
     found(row);
   };
   const std::string later(kLater);
-  add(kFirstSend, timed, {.rows = size, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
-      Direction::Send, Selects::Changed);
-  add("unchanged second send", table.sends == Sends::UnlinkedRowsAlone ? 0 : size,
-      {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = size}, Direction::Send,
-      Selects::All);
+  if (table.sends != Sends::Nothing) {
+    add(kFirstSend, timed, {.rows = all, .records = old, .linked = old, .lastUpdated = later, .stamped = old},
+        Direction::Send, Selects::Changed);
+    add("unchanged second send", table.sends == Sends::UnlinkedRowsAlone ? 0 : all,
+        {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = all}, Direction::Send,
+        Selects::All);
+  }
   if (table.sends == Sends::Changes) {
-    add(kAllChanged, timed, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = old},
+    add(kAllChanged, timed, {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = old},
         Direction::Send, Selects::Changed);
   }
   if (FindTable(table.table)->get == nullptr) return;
-  add(kFirstGet, size, {.rows = 0, .records = size}, Direction::Get, Selects::All);
-  add("second get", size, {.rows = size, .records = size, .linked = size, .lastUpdated = later, .stamped = 0},
+  add(kFirstGet, all, {.rows = 0, .records = all}, Direction::Get, Selects::All);
+  add("second get", all, {.rows = all, .records = all, .linked = all, .lastUpdated = later, .stamped = 0},
       Direction::Get, Selects::All);
 }
 
@@ -221,11 +227,12 @@ struct Choice {
   bool reading = false;
 };
 
-// The sizes of a table where none is told: those of clients, projects, invoices and payments, which are many, say how
-// the cost grows.
+// The sizes of a table where none is told: those of clients, projects, invoices, payments and lines of costs, which are
+// many, say how the cost grows.
 std::vector<int> SizesOf(const BenchTable& table) {
   constexpr std::array kMany = {enClients, enProjects, enInvoices, enPayments};
-  if (std::ranges::find(kMany, table.table) != kMany.end()) return {kSmall, kLarge};
+  const bool isMany = std::ranges::find(kMany, table.table) != kMany.end();
+  if (isMany || table.counted == Counted::Lines) return {kSmall, kLarge};
   return {kSmall};
 }
 
@@ -253,12 +260,11 @@ int main(int argc, char** argv) {
                  "a table to measure; may be given more than once. All where it is left out")
       ->allow_extra_args(false)
       ->transform(CLI::IsMember(names, CLI::ignore_case, CLI::ignore_space));
-  app.add_option(
-         "SIZE", choice.sizes,
-         fmt::format(
-             "numbers of records; {} and {} for clients, projects, invoices and payments and {} for the others where "
-             "they are left out",
-             Grouped(kSmall), Grouped(kLarge), Grouped(kSmall)))
+  app.add_option("SIZE", choice.sizes,
+                 fmt::format("numbers of records, or of lines of costs; {} and {} for clients, projects, invoices, "
+                             "payments and costs and {} for the others where "
+                             "they are left out",
+                             Grouped(kSmall), Grouped(kLarge), Grouped(kSmall)))
       ->check(CLI::Range(2, kLargest));
   app.add_flag(
       "--reading", choice.reading,

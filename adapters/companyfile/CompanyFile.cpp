@@ -5,6 +5,7 @@
 
 #include "adapters/companyfile/CompanyClock.h"
 #include "adapters/companyfile/CompanyStore.h"
+#include "adapters/companyfile/LineBilling.h"
 #include "adapters/companyfile/RequestProcessor.h"
 #include "adapters/companyfile/TxnStore.h"
 
@@ -45,6 +46,13 @@ std::string CompanyFile::ProcessSubscription(std::string_view document) {
 
 std::string CompanyFile::ProcessAny(std::string_view document) {
   return RequestProcessor(*store_, *machine_, mode_, *session_).Process(document, std::nullopt);
+}
+
+LineBilling CompanyFile::BillLine(std::string_view invoiceId, std::string_view lineId) {
+  auto transaction = store_->Begin(SqliteTransaction::Purpose::Write);
+  const auto outcome = company::BillLine(*store_, invoiceId, lineId, ReadClock(*machine_));
+  transaction.Commit();
+  return outcome;
 }
 
 CompanySummary CompanyFile::Summary() {

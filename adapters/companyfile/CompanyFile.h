@@ -25,6 +25,7 @@ namespace twqb::company {
 void CreateCompanyFile(const std::string& path, const CompanyOptions& options, Machine& machine);
 
 class CompanyStore;
+enum class LineBilling : std::uint8_t;
 struct ProgramSession;
 
 // What a company file holds.
@@ -69,6 +70,10 @@ class CompanyFile {
   [[nodiscard]] std::string ProcessSubscription(std::string_view document);
   // The same for a document of either kind of requests.
   [[nodiscard]] std::string ProcessAny(std::string_view document);
+
+  // Lets an invoice take up a billable line of a check, charge or bill, as somebody at QuickBooks does (LineBilling.h).
+  // Durable when it returns.
+  [[nodiscard]] LineBilling BillLine(std::string_view invoiceId, std::string_view lineId);
 
   [[nodiscard]] CompanySummary Summary();
 

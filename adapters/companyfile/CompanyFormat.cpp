@@ -69,6 +69,7 @@ constexpr std::array kSteps = {
     Step{.format = 2, .script = TxnStore::kSchema},
     Step{.format = 3, .script = MessageSetStore::kSchema},
     Step{.format = 3, .script = TxnStore::kRefNumberSchema},
+    Step{.format = 5, .script = TxnStore::kBilledLineSchema},
 };
 
 std::int64_t Pragma(SqliteDatabase& database, std::string_view statement) {

@@ -11,7 +11,7 @@
 
 namespace twqb::company {
 
-inline constexpr std::int64_t kFormatVersion = 4;
+inline constexpr std::int64_t kFormatVersion = 5;
 inline constexpr std::int64_t kNoFormat = 0;  // of a file without a table in it
 
 // The format of the file; raises `kCannotOpenFile` for what is no company file, or one of a newer format.

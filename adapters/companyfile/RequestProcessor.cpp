@@ -24,6 +24,10 @@ namespace {
 
 using messages::Country;
 
+// Bytes of a set's answer, behind which no further query is carried out: a document of thousands of queries for
+// everything must not fill the memory. One query alone is always answered whole.
+constexpr std::size_t kMostAnswered = std::size_t{64} << 20U;
+
 enum class Verb : std::uint8_t {
   QueryHost,
   QuerySubscription,
@@ -150,7 +154,8 @@ std::string RequestProcessor::CarryOut(const RequestSet& set, Macros& macros) {
   bool stopped = false;
   for (const auto& request : set.Requests()) {
     Response response(answers, request);
-    if (stopped) {
+    const bool isTooMuch = answers.size() > kMostAnswered && FindOperation(request).verb == Verb::Query;
+    if (stopped || isTooMuch) {
       response.Answer(status::NotProcessed());
     } else if (request.refusal) {
       response.Answer(*request.refusal);

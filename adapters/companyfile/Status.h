@@ -59,7 +59,7 @@ namespace status {
 [[nodiscard]] Status EditSequenceOutOfDate(std::string_view given);
 // 3210: `field` as a message says it ("payment amount"); `reason` is a sentence of its own.
 [[nodiscard]] Status InvalidValue(std::string_view field, std::string_view value, std::string_view reason);
-// 3231: an earlier request stopped the set.
+// 3231: an earlier request stopped the set, or the answers to those before are too long for another one.
 [[nodiscard]] Status NotProcessed();
 // 3240: what `reference` of a `kind` refers to was there once.
 [[nodiscard]] Status ReferenceGone(std::string_view reference, std::string_view value, std::string_view kind);

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "adapters/companyfile/LineBilling.h"
 #include "adapters/companyfile/RecordText.h"
 #include "adapters/companyfile/RefNumbers.h"
 #include "adapters/companyfile/References.h"
@@ -285,8 +286,10 @@ TxnRecord Delete(CompanyStore& store, TxnStore& txns, const ClockReading& clock,
   for (const auto& step : txns.ApplicationsOf(txnId)) {
     if (step.paymentId != txnId) Refuse(status::CannotDelete(txnId, "Another transaction is applied to it."));
   }
+  if (!txns.BilledLinesOf(txnId).empty()) Refuse(status::CannotDelete(txnId, "A line of it has been billed."));
   PostBalances(store, txns, *txn, Posting::TakeBack);
   TxnSettlement::Undo(txns, txn->txnId, clock);
+  GiveLinesBack(txns, txn->txnId, clock);
   txns.Delete(txnId);
   store.SetUses(txnId, {});
   store.NoteDeletion(txnId, txn->kind->name, txn->refNumber, clock.now);

@@ -69,6 +69,12 @@ std::vector<Application> ReadApplications(SqliteRows rows) {
   return applications;
 }
 
+std::vector<BilledLine> ReadBilledLines(SqliteRows rows) {
+  std::vector<BilledLine> lines;
+  while (rows.Next()) lines.push_back({.lineId = rows.Text(0), .txnId = rows.Text(1), .invoiceId = rows.Text(2)});
+  return lines;
+}
+
 // Identifiers as the text that the engine takes apart again; nothing in them needs escaping.
 std::string IdArray(const std::vector<std::string>& ids) {
   std::string text = "[";
@@ -177,6 +183,13 @@ std::optional<TxnRecord> TxnStore::Find(std::string_view txnId, TxnParts parts) 
   return ReadTxn(rows);
 }
 
+std::optional<TxnRecord> TxnStore::FindByLine(std::string_view lineId) {
+  const auto line = fmt::format("<TxnLineID>{}</TxnLineID>", lineId);
+  auto rows = database_.Query(Select(TxnParts::HeaderAndLines) + "WHERE instr(lines, ?) > 0", {std::string_view(line)});
+  if (!rows.Next()) return std::nullopt;
+  return ReadTxn(rows);
+}
+
 std::vector<TxnRecord> TxnStore::FindByRefNumber(const TxnKind& kind, std::string_view refNumber, TxnParts parts) {
   const auto key = FoldCase(refNumber);
   return ReadAll(database_.Query(Select(parts).append("WHERE kind = ? AND ref_key = ?").append(kOrder),
@@ -224,6 +237,7 @@ void TxnStore::UpdateOpen(const TxnRecord& record) {
 
 void TxnStore::Delete(std::string_view txnId) {
   database_.Execute("DELETE FROM application WHERE payment_id = ?", {txnId});
+  database_.Execute("DELETE FROM billed_line WHERE invoice_id = ?", {txnId});
   database_.Execute("DELETE FROM txn WHERE txn_id = ?", {txnId});
 }
 
@@ -248,6 +262,25 @@ std::vector<Application> TxnStore::ApplicationsOf(std::string_view txnId) {
       database_.Query("SELECT payment_id, source_id, target_id, amount, discount, discount_account_id FROM application "
                       "WHERE source_id = ? OR target_id = ? ORDER BY id",
                       {txnId, txnId}));
+}
+
+void TxnStore::AddBilledLine(const BilledLine& line) {
+  database_.Execute("INSERT INTO billed_line VALUES (?, ?, ?)",
+                    {std::string_view(line.lineId), std::string_view(line.txnId), std::string_view(line.invoiceId)});
+}
+
+bool TxnStore::IsBilledLine(std::string_view lineId) {
+  return database_.Query("SELECT 1 FROM billed_line WHERE line_id = ?", {lineId}).Next();
+}
+
+std::vector<BilledLine> TxnStore::LinesBilledBy(std::string_view invoiceId) {
+  return ReadBilledLines(
+      database_.Query("SELECT line_id, txn_id, invoice_id FROM billed_line WHERE invoice_id = ?", {invoiceId}));
+}
+
+std::vector<BilledLine> TxnStore::BilledLinesOf(std::string_view txnId) {
+  return ReadBilledLines(
+      database_.Query("SELECT line_id, txn_id, invoice_id FROM billed_line WHERE txn_id = ?", {txnId}));
 }
 
 }  // namespace twqb::company

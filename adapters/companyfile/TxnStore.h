@@ -47,6 +47,13 @@ struct Application {
   std::string discountAccountId;
 };
 
+// A line of a check, charge or bill that an invoice has taken up.
+struct BilledLine {
+  std::string lineId;
+  std::string txnId;  // what it is a line of
+  std::string invoiceId;
+};
+
 // Which transactions of a kind are meant; a condition that is not set holds for all.
 struct TxnFilter {
   // The records of a list that are meant: those named, or one and everything below it.
@@ -126,6 +133,13 @@ INSERT INTO ref_number SELECT 'estimates', ref_number FROM txn WHERE kind = 'Est
   ORDER BY number DESC LIMIT 1;
 )";
 
+  // What a file lacks that knew no invoice to take a line up.
+  static constexpr std::string_view kBilledLineSchema = R"(
+CREATE TABLE billed_line (line_id TEXT PRIMARY KEY, txn_id TEXT NOT NULL, invoice_id TEXT NOT NULL) WITHOUT ROWID;
+CREATE INDEX billed_line_txn ON billed_line (txn_id);
+CREATE INDEX billed_line_invoice ON billed_line (invoice_id);
+)";
+
   // `database` must outlive the store.
   explicit TxnStore(SqliteDatabase& database) : database_(database) {}
 
@@ -139,6 +153,8 @@ INSERT INTO ref_number SELECT 'estimates', ref_number FROM txn WHERE kind = 'Est
   [[nodiscard]] std::int64_t NewNumber();
 
   [[nodiscard]] std::optional<TxnRecord> Find(std::string_view txnId, TxnParts parts = TxnParts::Header);
+  // What has a line of that identifier, with its lines. Reads all there are: lines have no index.
+  [[nodiscard]] std::optional<TxnRecord> FindByLine(std::string_view lineId);
   // All of a kind with that reference number, without regard to case, in the order of answers.
   [[nodiscard]] std::vector<TxnRecord> FindByRefNumber(const TxnKind& kind, std::string_view refNumber, TxnParts parts);
   // Calls `visit` with each transaction that `filter` means, in the order of dates and, on one day, of entry.
@@ -153,7 +169,7 @@ INSERT INTO ref_number SELECT 'estimates', ref_number FROM txn WHERE kind = 'Est
   void Insert(const TxnRecord& record);
   // Writes the open amount, the time of change and the edit sequence.
   void UpdateOpen(const TxnRecord& record);
-  // Removes the transaction and what it settled.
+  // Removes the transaction, what it settled and what it billed.
   void Delete(std::string_view txnId);
 
   void AddApplication(const Application& application);
@@ -161,6 +177,12 @@ INSERT INTO ref_number SELECT 'estimates', ref_number FROM txn WHERE kind = 'Est
   [[nodiscard]] std::vector<Application> ApplicationsMadeBy(std::string_view paymentId);
   // Those in which the transaction pays or is paid.
   [[nodiscard]] std::vector<Application> ApplicationsOf(std::string_view txnId);
+
+  void AddBilledLine(const BilledLine& line);
+  [[nodiscard]] bool IsBilledLine(std::string_view lineId);
+  [[nodiscard]] std::vector<BilledLine> LinesBilledBy(std::string_view invoiceId);
+  // Those of a check, charge or bill.
+  [[nodiscard]] std::vector<BilledLine> BilledLinesOf(std::string_view txnId);
 
  private:
   SqliteDatabase& database_;

@@ -54,6 +54,13 @@ const TxnLineKind* LineOfAnswer(const TxnKind& kind, std::string_view name) {
   return found == kind.lines.end() ? nullptr : &*found;
 }
 
+void TellBilled(const pugi::xml_document& lines, const std::vector<BilledLine>& billed) {
+  for (const auto& [lineId, txnId, invoiceId] : billed) {
+    const auto line = lines.find_child([&](pugi::xml_node node) { return ChildText(node, "TxnLineID") == lineId; });
+    SetLeaf(line, "BillableStatus", "HasBeenBilled");
+  }
+}
+
 }  // namespace
 
 bool IsTxnColumn(std::string_view field) { return FindColumn(field) != nullptr; }
@@ -73,7 +80,7 @@ void TxnWriter::Append(std::string& out, const TxnRecord& txn) {
       AppendApplications(out, txn, row);
     } else if (!linesAppended) {
       // The rows of lines stand side by side, and the lines of a choice come in an order of their own.
-      AppendLines(out);
+      AppendLines(out, txn);
       linesAppended = true;
     }
   });
@@ -92,7 +99,8 @@ void TxnWriter::AppendField(std::string& out, const TxnRecord& txn, const Elemen
   if (value != defaults.end()) AppendLeaf(out, row.name, value->value);
 }
 
-void TxnWriter::AppendLines(std::string& out) {
+void TxnWriter::AppendLines(std::string& out, const TxnRecord& txn) {
+  if (context_.kind.side == ItemSide::Purchase) TellBilled(lines_, txns_.BilledLinesOf(txn.txnId));
   for (const auto line : lines_.children()) {
     AnswerElement(out, line, *FindRow(record_.Children(), line.name()), context_.form, names_);
   }

@@ -31,7 +31,7 @@ class TxnWriter {
 
  private:
   void AppendField(std::string& out, const TxnRecord& txn, const messages::Element& row);
-  void AppendLines(std::string& out);
+  void AppendLines(std::string& out, const TxnRecord& txn);
   void AppendLinks(std::string& out, const TxnRecord& txn, const messages::Element& row);
   void AppendApplications(std::string& out, const TxnRecord& txn, const messages::Element& row);
 

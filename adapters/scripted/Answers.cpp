@@ -18,7 +18,7 @@ using Word = Answer::Word;
 
 constexpr std::string_view kAllowed =
     "expected yes, no, ok, retry, cancel, skip, file PATH, vendor TEXT, default ANSWER or cancel after N";
-constexpr std::string_view kAllowedDefaults = "expected default yes, no, ok, retry, cancel or skip";
+constexpr std::string_view kAllowedDefaults = "expected default yes, no, ok, retry, cancel, skip or vendor TEXT";
 
 struct Spelling {
   std::string_view name;
@@ -85,13 +85,15 @@ class Parser {
   [[nodiscard]] Answers Take() { return std::move(answers_); }
 
  private:
-  void ReadDefault(const std::string& name) {
-    const auto word = FindWord(kPlainWords, name);
+  void ReadDefault(const std::string& text) {
+    const auto [first, rest] = CutFirstWord(text);
+    const bool isVendor = FindWord(kWordsWithText, first) == Word::Vendor && !rest.empty();
+    const auto word = isVendor ? Word::Vendor : FindWord(kPlainWords, text);
     if (!word) Refuse(kAllowedDefaults);
-    for (const auto other : answers_.defaults) {
-      if (AnswerTheSame(*word, other)) Refuse("another default answers the same questions");
+    for (const auto& other : answers_.defaults) {
+      if (AnswerTheSame(*word, other.word)) Refuse("another default answers the same questions");
     }
-    answers_.defaults.push_back(*word);
+    answers_.defaults.push_back({.word = *word, .text = isVendor ? rest : std::string()});
   }
 
   void ReadPress(const std::string& rest) {

@@ -1,7 +1,8 @@
 // An answers file: what a person would say at each question of a run, written down beforehand.
 //
 // One answer a line, in order: `yes`, `no`, `retry`, `cancel`, `skip`, `file PATH`, `vendor TEXT`. `ok` may be written
-// for a box with only OK, which needs none and takes none. `default ANSWER` answers what is not answered by then.
+// for a box with only OK, which needs none and takes none. `default ANSWER` answers what is not answered by then, the
+// first that a question offers: a vendor who is not among those to choose from leaves a form to `default skip`.
 // `cancel after N` presses Cancel. Blank lines and lines that begin with "#" are passed over; words are read in any
 // case. Reads text alone: which answer goes to which question is the scripted desk's.
 #pragma once
@@ -23,9 +24,9 @@ struct Answer {
 };
 
 struct Answers {
-  std::vector<Answer> inOrder;         // without `ok`
-  std::vector<Answer::Word> defaults;  // no two that one question offers
-  std::vector<int> cancelAfter;        // record counters, each 1 or more, in the order of the file
+  std::vector<Answer> inOrder;   // without `ok`
+  std::vector<Answer> defaults;  // no two that answer the same
+  std::vector<int> cancelAfter;  // record counters, each 1 or more, in the order of the file
 };
 
 // The line as it would be written: "vendor V1".

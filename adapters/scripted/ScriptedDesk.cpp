@@ -95,8 +95,8 @@ Answer ScriptedDesk::TakeAnswer(const Question& question) {
     ++taken_;
     return next;
   }
-  for (const auto word : answers_.defaults) {
-    if (question.Offers(word)) return {.word = word};
+  for (const auto& answer : answers_.defaults) {
+    if (question.Offers(answer)) return answer;
   }
   throw DeskGaveUp(
       fmt::format("No answer is left for this question: {}. It offers {}.", question.name, question.Offered()));

@@ -139,23 +139,26 @@ void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   if (image && image->empty()) Raise(error::kFileAccess, from);
   const auto source = image ? FileDescriptor() : OpenForReading(from);
   if (!image && !source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
-  auto copy = FileReplacement::Begin(to);
+  // A backup must not reach, by a link that somebody has put in its place, what it was not made for.
+  auto copy = FileReplacement::Begin(to, Links::Replaced);
   if (!copy) RaiseForTarget(to);
   struct stat status = {};
   constexpr mode_t kPermissions = 0777;
-  const bool written = image ? WriteAll(copy->File(), *image) : CopyBytes(source, copy->File());
-  const bool done = written && ::stat(from.c_str(), &status) == 0 &&
-                    ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 && copy->Commit();
+  // The rights come ahead of the content: nobody reads the copy who may not read the original.
+  const bool done = ::stat(from.c_str(), &status) == 0 &&
+                    ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 &&
+                    (image ? WriteAll(copy->File(), *image) : CopyBytes(source, copy->File())) && copy->Commit();
   if (!done) Raise(error::kFileAccess, to);
 }
 
 std::string SystemMachine::LibraryFolder() { return options_.libraryFolder; }
 
 void SystemMachine::AppendLine(const std::string& path, std::string_view line) {
-  constexpr mode_t kNewFileMode = 0666;  // less what the process masks
+  constexpr mode_t kNewFileMode = 0600;  // names and amounts are in it, as in the databases
   FileDescriptor file(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kNewFileMode));
   if (!file) RaiseForTarget(path);
-  const auto bytes = std::string(line).append(kCrLf);
+  // What a record holds must not steer the terminal at which the file is read.
+  const auto bytes = WithoutControls(line).append(kCrLf);
   ssize_t written = -1;
   do {
     written = ::write(file.Get(), bytes.data(), bytes.size());

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include "adapters/terminal/EndSignals.h"
 #include "adapters/terminal/InterruptGuard.h"
 
 namespace twqb {
@@ -18,20 +19,20 @@ namespace {
 constexpr std::size_t kUsualWidth = 80;
 constexpr std::size_t kLeastWidth = 20;
 
-// Holds SIGINT back, so that none falls between looking at the count and waiting for input.
+// Holds signals back, so that none falls between looking at what came and waiting for input.
 class InterruptsHeld {
  public:
   InterruptsHeld() {
-    sigset_t interrupt;
-    sigemptyset(&interrupt);
-    sigaddset(&interrupt, SIGINT);
-    pthread_sigmask(SIG_BLOCK, &interrupt, &before_);
+    sigset_t held;
+    sigemptyset(&held);
+    for (const int signal : EndSignals::kSignals) sigaddset(&held, signal);
+    pthread_sigmask(SIG_BLOCK, &held, &before_);
   }
   ~InterruptsHeld() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
   InterruptsHeld(const InterruptsHeld&) = delete;
   InterruptsHeld& operator=(const InterruptsHeld&) = delete;
 
-  // Lets SIGINT through while it waits for input. False when a signal came first.
+  // Lets them through while it waits for input. False when a signal came first.
   [[nodiscard]] bool WaitForInput(int fd) const {
     fd_set readable;
     FD_ZERO(&readable);
@@ -91,6 +92,11 @@ Console::Read Console::ReadLine(std::string& line, unsigned pressesBefore) {
       pressesTaken_ += now - pressesBefore;
       buffered_.clear();
       return Read::Interrupted;
+    }
+    // A process that is to end waits for nobody.
+    if (EndSignals::Pending() != 0) {
+      buffered_.clear();
+      return Read::End;
     }
     if (!held.WaitForInput(inputFd_)) continue;
     std::array<char, 512> chunk = {};

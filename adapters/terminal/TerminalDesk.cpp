@@ -105,13 +105,15 @@ BoxAnswer TerminalDesk::ShowMessageBox(const MessageBox& box) {
 void TerminalDesk::ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) {
   onCancel_ = std::move(onCancel);
   // Where the confirmation can't be asked, Ctrl-C would be answered No for ever: there it keeps ending the process.
-  if (!options_.interactive || !onCancel_) {
+  const bool isTakenHere = options_.interrupts == Interrupts::PressCancel;
+  if (!options_.interactive || !onCancel_ || !isTakenHere) {
     interrupts_.reset();
   } else if (!interrupts_) {
     console_.ForgetPresses();
     interrupts_.emplace();
   }
-  if (!progress_.HasAction()) console_.Write(fmt::format("{}{}\n", kFormHeading, interrupts_ ? kCancelHint : ""));
+  if (!progress_.HasAction())
+    console_.Write(fmt::format("{}{}\n", kFormHeading, options_.interactive && onCancel_ ? kCancelHint : ""));
   // A form that is shown begins an action: the record that it still names is that of the one before, or none at all.
   staleRecord_ = state.record;
   auto begun = state;

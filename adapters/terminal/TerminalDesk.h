@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -18,10 +19,14 @@
 
 namespace twqb {
 
+// Who takes Ctrl-C while the progress form is shown: this desk, or the host, which presses Cancel itself.
+enum class Interrupts : std::uint8_t { PressCancel, AreTheHosts };
+
 struct TerminalOptions {
   int inputFd = 0;
   int outputFd = 2;
-  bool interactive = false;       // questions are asked; set when input and output are both terminals
+  bool interactive = false;  // questions are asked; set when input and output are both terminals
+  Interrupts interrupts = Interrupts::PressCancel;
   bool outputIsTerminal = false;  // the progress line may be rewritten in place
   std::size_t width = 0;          // in columns; 0: as wide as the terminal, 80 where it does not tell
 

@@ -1,9 +1,11 @@
 #include "adapters/transcript/TranscriptWriter.h"
 
+#include <fmt/core.h>
+
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "platform/PlatformError.h"
+#include "platform/Text.h"
 
 namespace twqb {
 
@@ -66,21 +68,14 @@ Json ToJson(const EventFields& fields) {
 
 std::string OneLine(const Json& object) {
   constexpr int kNotIndented = -1;
-  return object.dump(kNotIndented, ' ', false, Json::error_handler_t::replace);
-}
-
-std::ofstream OpenForWriting(const std::filesystem::path& file) {
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
-  if (!out) throw PlatformError(error::kPathNotFound);
-  return out;
+  // Of the controls JSON lets DEL and the second set through.
+  return ReplaceControls(object.dump(kNotIndented, ' ', false, Json::error_handler_t::replace),
+                         [](unsigned control) { return fmt::format("\\u{:04x}", control); });
 }
 
 }  // namespace
 
 TranscriptWriter::TranscriptWriter(std::ostream& out, Masking masking) : out_(out), masking_(masking) {}
-
-TranscriptWriter::TranscriptWriter(const std::filesystem::path& file, Masking masking)
-    : file_(OpenForWriting(file)), out_(file_), masking_(masking) {}
 
 void TranscriptWriter::Write(std::string_view kind, const EventFields& fields) {
   Json event = {{"seq", ++seq_}, {"kind", kind}};

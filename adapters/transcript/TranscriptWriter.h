@@ -5,8 +5,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -18,10 +16,11 @@ namespace twqb {
 
 class TranscriptWriter {
  public:
+  // How every transcript begins.
+  static constexpr std::string_view kBeginning = R"({"seq":1,"kind":")";
+
   // `out` must outlive the writer.
   explicit TranscriptWriter(std::ostream& out, Masking masking = Masking::Masked);
-  // Replaces the file. Raises `kPathNotFound` when it can't be opened for writing.
-  explicit TranscriptWriter(const std::filesystem::path& file, Masking masking = Masking::Masked);
   TranscriptWriter(const TranscriptWriter&) = delete;
   TranscriptWriter& operator=(const TranscriptWriter&) = delete;
 
@@ -33,7 +32,6 @@ class TranscriptWriter {
   [[nodiscard]] bool Good() const;
 
  private:
-  std::ofstream file_;
   std::ostream& out_;
   Masking masking_;
   std::int64_t seq_ = 0;

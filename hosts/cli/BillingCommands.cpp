@@ -131,9 +131,12 @@ CommandSyntax BillingCommand() {
       .footer =
           "Rows are tab-separated behind a line with the names of the columns; NULL is \\N, dates are ISO, and CR, "
           "LF,\n"
-          "tab and backslash are \\r, \\n, \\t and \\\\. Every statement stands once it has run, unless the "
-          "statements\n"
-          "themselves say BEGIN and COMMIT. The first one that fails ends the run with status 1.\n\n"
+          "tab and backslash are \\r, \\n, \\t and \\\\, other control characters \\x1b and so on. Every statement "
+          "stands "
+          "once\n"
+          "it has run, unless the statements themselves say BEGIN and COMMIT. The first one that fails ends the run "
+          "with\n"
+          "status 1.\n\n"
           "Example:\n  twqb billing run -e \"SELECT ClientID, QBLinkID FROM Client WHERE Status = 'Active'\"",
       .run = [arguments](const Options& options) { return Run(options, *arguments); }};
   CommandSyntax show = {.name = "show", .text = "Print the tables with their numbers of rows", .run = Show};

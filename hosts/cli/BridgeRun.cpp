@@ -2,10 +2,28 @@
 
 #include <fmt/core.h>
 
+#include <optional>
+
+#include "adapters/system/FileReplacement.h"
+#include "adapters/terminal/EndSignals.h"
 #include "cli/Checks.h"
 #include "cli/ExitStatus.h"
+#include "cli/RunFiles.h"
+#include "cli/TransferLock.h"
 
 namespace twqb::cli {
+
+namespace {
+
+// The copies that a run makes on its way to a file, of runs that were killed.
+void RemoveWhatKillsLeft(const Workplace& place) {
+  constexpr const char* kBackup = "_TWB.bak";
+  RemoveAbandonedReplacements(place.settings);
+  RemoveAbandonedReplacements(place.company + kBackup);
+  if (const auto billing = BillingFileOf(place); !billing.empty()) RemoveAbandonedReplacements(billing + kBackup);
+}
+
+}  // namespace
 
 void SetUp(CTWQBBridge& bridge, const Composition& composition, const Options& options) {
   bridge.SetConnectString(composition.Place().billing);
@@ -16,12 +34,22 @@ void SetUp(CTWQBBridge& bridge, const Composition& composition, const Options& o
   bridge.SetLeaveMsgBoxOpen(options.leaveOpen);
 }
 
-bool RunComposed(const Options& options, const std::function<void(Composition&)>& work) {
+bool RunComposed(const Options& options, Sides sides, const std::function<void(Composition&)>& work) {
   const auto place = WorkplaceOf(options);
+  auto surroundings = ReadSurroundings(options);
+  CheckApart(place, options);
   if (!options.settingsTable) CheckSettings(place);
   CheckBilling(place);
   CheckCompany(place);
-  Composition composition(place, ReadSurroundings(options));
+  std::optional<EndSignals> signals;
+  std::optional<TransferLock> held;
+  if (sides == Sides::Written) {
+    signals.emplace();
+    held.emplace(place, options);
+    RemoveWhatKillsLeft(place);
+    surroundings.companyOpened = [&held](const std::string& path) { held->HoldToo(path); };
+  }
+  Composition composition(place, surroundings);
   work(composition);
   return composition.TranscriptIsWhole();
 }

@@ -2,6 +2,7 @@
 // set up as the options say, and the record of the run complete at its end.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "cli/Composition.h"
@@ -10,13 +11,19 @@
 
 namespace twqb::cli {
 
+// What a run asks of other runs on the same files.
+enum class Sides : std::uint8_t {
+  Read,     // nothing
+  Written,  // that none of them is a transfer: the run holds both sides, and a signal ends it behind the record in hand
+};
+
 // The properties that come from options.
 void SetUp(CTWQBBridge& bridge, const Composition& composition, const Options& options);
 
 // Composes the library for the files that the options name, runs `work`, and takes the library apart. False when the
-// transcript of the run could not be written to its end. Raises UsageError for a file that can't be used, before
-// anything runs.
-[[nodiscard]] bool RunComposed(const Options& options, const std::function<void(Composition&)>& work);
+// transcript of the run could not be written to its end. Raises UsageError for a file that can't be used, and
+// HeldByOther for one that a transfer holds, before anything runs.
+[[nodiscard]] bool RunComposed(const Options& options, Sides sides, const std::function<void(Composition&)>& work);
 
 // Raises the UsageError of such a transcript.
 [[noreturn]] void RefuseTranscript(const Options& options);

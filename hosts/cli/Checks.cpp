@@ -13,6 +13,7 @@
 #include "adapters/transcript/Masking.h"
 #include "cli/ExitStatus.h"
 #include "cli/Surroundings.h"
+#include "cli/TransferLock.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
@@ -33,12 +34,25 @@ bool IsThere(const std::string& path) {
   return std::filesystem::exists(path, failure) || failure;
 }
 
+// By the words of the storage that both sides stand on.
+bool IsLocked(const PlatformError& failure) {
+  return failure.description().find("database is locked") != std::string::npos;
+}
+
+[[noreturn]] void RefuseLocked(std::string_view called, const std::string& file) {
+  throw UsageError(fmt::format(
+      "{} {} is locked: another program is writing to it and has not let go of it in time.\nStart again when "
+      "it is through.",
+      called, file));
+}
+
 }  // namespace
 
 void CheckBilling(const Workplace& place) {
   try {
     Open(place)->Close();
   } catch (const PlatformError& failure) {
+    if (IsLocked(failure)) RefuseLocked("BillingDb", BillingFileOf(place));
     throw UsageError(fmt::format("BillingDb: {}\nRun \"twqb init\" in this folder, or name a database with --billing.",
                                  MaskPasswords(failure.description())));
   }
@@ -50,6 +64,7 @@ void CheckCompany(const Workplace& place) {
   try {
     company::CompanyFile(place.company, *machine);
   } catch (const PlatformError& failure) {
+    if (IsLocked(failure)) RefuseLocked("The company file", place.company);
     throw UsageError(
         fmt::format("{} can't be used. {}\nName a company file with --company, or make one with \"twqb init\".",
                     place.company, failure.description()));
@@ -57,11 +72,7 @@ void CheckCompany(const Workplace& place) {
 }
 
 void RequireCompany(const Workplace& place) {
-  if (!IsThere(place.company)) {
-    throw UsageError(fmt::format(
-        "There is no company file {}.\nRun \"twqb init\" in this folder, or name a company file with --company.",
-        place.company));
-  }
+  if (!IsThere(place.company)) RefuseMissingCompany(place.company);
   CheckCompany(place);
 }
 

@@ -164,6 +164,7 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
   for (const auto& command : AllCommands()) AddCommand(app, command, line.command);
   try {
     app.parse(argc, argv);
+    line.options.command = DeepestCommand(app).name;
   } catch (const CLI::CallForHelp&) {
     line.text = app.get_subcommands().empty() ? std::string(HelpText()) : app.help();
   } catch (const CLI::CallForVersion& version) {

@@ -6,6 +6,7 @@
 
 #include "adapters/companyfile/CompanyConditions.h"
 #include "adapters/companyfile/CompanyFile.h"
+#include "adapters/companyfile/LineBilling.h"
 #include "adapters/companyfile/RefusedDocument.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
@@ -38,7 +39,7 @@ ExitStatus Run(const Options& options, const std::string& file) {
     Tell(fmt::format("{} {}", HexNumber(refused.number()), refused.description()));
     return ExitStatus::Failed;
   }
-  Print(answer);
+  Print(ReplaceControls(answer, [](unsigned control) { return fmt::format("&#{};", control); }));
   if (!answer.ends_with('\n')) Print("\n");
   return ExitStatus::Done;
 }
@@ -73,6 +74,35 @@ ExitStatus Set(const Options& options, const std::string& name, const std::strin
   change();
   file.SetConditions(conditions);
   return ExitStatus::Done;
+}
+
+std::string WordsFor(company::LineBilling outcome) {
+  using enum company::LineBilling;
+  switch (outcome) {
+    case Done:
+      return {};
+    case NoSuchInvoice:
+      return "There is no such invoice.";
+    case NoSuchLine:
+      return "There is no such line.";
+    case NotBillable:
+      return "The line is not billable.";
+    case AlreadyBilled:
+      return "The line has been billed already.";
+    case OtherCustomer:
+      return "The invoice is for another customer or job than the line.";
+  }
+  return {};
+}
+
+ExitStatus Bill(const Options& options, const std::string& invoice, const std::string& line) {
+  const auto place = WorkplaceOf(options);
+  RequireCompany(place);
+  const auto machine = MakeMachine(place, options.clock);
+  const auto outcome = company::CompanyFile(place.company, *machine).BillLine(invoice, line);
+  if (outcome == company::LineBilling::Done) return ExitStatus::Done;
+  Tell(WordsFor(outcome));
+  return ExitStatus::Failed;
 }
 
 std::string SetFooter() {
@@ -145,6 +175,24 @@ CommandSyntax CompanyCommand() {
       .footer = SetFooter(),
       .run = [arguments](const Options& options) { return Set(options, arguments->name, arguments->value); }};
 
+  struct BillArguments {
+    std::string invoice;
+    std::string line;
+  };
+  const auto billed = std::make_shared<BillArguments>();
+  CommandSyntax bill = {
+      .name = "bill",
+      .text = "Let an invoice take up a billable line",
+      .arguments = {{.name = "INVOICE", .text = "TxnID of the invoice", .target = &billed->invoice, .required = true},
+                    {.name = "LINE",
+                     .text = "TxnLineID of the line of a check, charge or bill",
+                     .target = &billed->line,
+                     .required = true}},
+      .footer =
+          "As somebody at QuickBooks does with \"Time/Costs\": from then on the line is answered as HasBeenBilled, "
+          "until the\ninvoice is deleted. No request does that. The lines of the invoice stay as they are.",
+      .run = [billed](const Options& options) { return Bill(options, billed->invoice, billed->line); }};
+
   CommandSyntax show = {.name = "show",
                         .text = "Print what the company file holds",
                         .footer =
@@ -154,7 +202,7 @@ CommandSyntax CompanyCommand() {
                         .run = Show};
   return {.name = "company",
           .text = "Work on the company file itself",
-          .commands = {std::move(run), std::move(set), std::move(show)}};
+          .commands = {std::move(run), std::move(set), std::move(bill), std::move(show)}};
 }
 
 }  // namespace twqb::cli

@@ -1,8 +1,5 @@
 #include "cli/Composition.h"
 
-#include <fmt/core.h>
-
-#include <filesystem>
 #include <optional>
 
 #include "adapters/companyfile/CompanyTransport.h"
@@ -14,7 +11,11 @@
 #include "adapters/terminal/TerminalDesk.h"
 #include "adapters/transcript/Transcript.h"
 #include "adapters/transcript/TranscriptWriter.h"
-#include "cli/ExitStatus.h"
+#include "cli/AnsweredDesk.h"
+#include "cli/EndingDesk.h"
+#include "cli/NamingDesk.h"
+#include "cli/OutputFile.h"
+#include "cli/TellingMachine.h"
 #include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
 #include "twqb/CTWQBBridge.h"
@@ -23,9 +24,13 @@ namespace twqb::cli {
 
 namespace {
 
+constexpr RecordKind kTranscript = {
+    .called = "transcript", .option = "--transcript", .beginning = TranscriptWriter::kBeginning};
+
 // Beside an answers file the person at the terminal only watches: no box waits for the Enter key.
 TerminalOptions TerminalFor(const Surroundings& surroundings) {
   auto options = TerminalOptions::Detect();
+  options.interrupts = Interrupts::AreTheHosts;
   if (surroundings.answers) options.interactive = false;
   return options;
 }
@@ -52,42 +57,53 @@ struct Composition::Parts {
         machine(MakeMachine(workplace, surroundings.clock)),
         quickbooks(workplace.company, *machine),
         terminal(TerminalFor(surroundings)) {
-    if (surroundings.answers) script.emplace(*surroundings.answers, &terminal);
+    if (surroundings.answers) {
+      answered.emplace(script.emplace(*surroundings.answers, &terminal), terminal, *machine);
+    }
+    ending.emplace(answered ? static_cast<Desk&>(*answered) : terminal,
+                   TerminalFor(surroundings).interactive ? Confirms::Yes : Confirms::No);
     seams = {.database = &database,
-             .quickbooks = &quickbooks,
-             .desk = script ? static_cast<Desk*>(&*script) : &terminal,
+             .quickbooks = surroundings.companyOpened
+                               ? static_cast<TransportFactory*>(&opened.emplace(quickbooks, surroundings.companyOpened))
+                               : &quickbooks,
+             .desk = &naming.emplace(*ending),
              .machine = machine.get(),
              .callback = &callback};
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
     if (!surroundings.transcript.empty()) {
-      try {
-        writer.emplace(std::filesystem::path(surroundings.transcript), surroundings.masking);
-      } catch (const PlatformError& failure) {
-        throw UsageError(
-            fmt::format("The transcript {} can't be written: {}", surroundings.transcript, failure.description()));
-      }
+      record.emplace(surroundings.transcript, kTranscript, FilesOfRun(workplace, *machine, surroundings.read));
+      writer.emplace(record->Stream(), surroundings.masking);
       seams = transcript.emplace(seams, *writer).Decorated();
     }
     seams.desk = &told.emplace(*seams.desk);
+    if (surroundings.observer != nullptr) observer.emplace(*surroundings.observer, *naming);
+    seams.machine = &copies.emplace(*seams.machine);
   }
 
   Workplace place;
   std::unique_ptr<Machine> machine;
   SqliteProvider database;
   company::CompanyTransportFactory quickbooks;
+  std::optional<TellingTransportFactory> opened;
   TerminalDesk terminal;
   std::optional<ScriptedDesk> script;
+  std::optional<AnsweredDesk> answered;
+  std::optional<EndingDesk> ending;
+  std::optional<NamingDesk> naming;
+  std::optional<NamingObserver> observer;
   RecordingCallbackFactory callback;
   std::optional<FaultPlatform> faults;
+  std::optional<OutputFile> record;
   std::optional<TranscriptWriter> writer;
   std::optional<TranscriptPlatform> transcript;
   std::optional<CountingDesk> told;
+  std::optional<TellingMachine> copies;
   Platform seams;
 };
 
 Composition::Composition(const Workplace& place, const Surroundings& surroundings)
     : parts_(std::make_unique<Parts>(place, surroundings)) {
-  Compose(parts_->seams, surroundings.tables);
+  Compose(parts_->seams, surroundings.tables, parts_->observer ? &*parts_->observer : nullptr);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.

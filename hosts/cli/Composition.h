@@ -22,7 +22,7 @@ namespace twqb::cli {
 class Composition {
  public:
   // Composes the library; no other composition and no bridge object may exist. Begins the transcript: raises UsageError
-  // when it can't be written.
+  // when it can't be written, or would overwrite something else.
   Composition(const Workplace& place, const Surroundings& surroundings);
   // Takes the library apart again. No bridge object may exist.
   ~Composition();

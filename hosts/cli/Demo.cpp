@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "adapters/system/FrozenMachine.h"
+#include "adapters/terminal/EndSignals.h"
 #include "cli/Composition.h"
 #include "cli/DemoBooks.h"
 #include "cli/DemoTables.h"
@@ -16,6 +17,7 @@
 #include "cli/Output.h"
 #include "cli/SampleTexts.h"
 #include "cli/TextTable.h"
+#include "cli/TransferLock.h"
 #include "cli/Transfers.h"
 #include "platform/Date.h"
 #include "platform/Text.h"
@@ -250,6 +252,8 @@ ExitStatus RunDemo(const std::filesystem::path& folder, const Options& options, 
   Print(fmt::format("1. Make a folder with the sample firm on both sides: {}\n", place.folder));
   MakeFolder(folder, {.company = {}, .content = Content::Sample}, *machine);
 
+  const EndSignals signals;
+  const TransferLock held(place, options);
   Composition composition(place, surroundings);
   const auto status = Demo(composition, options).Run();
   const auto here = place.folder.find(' ') == std::string::npos ? place.folder : fmt::format("\"{}\"", place.folder);

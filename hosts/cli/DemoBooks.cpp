@@ -50,6 +50,8 @@ ListContent ContentOf(DemoBooks::ListedIn list) {
       return TransactionsOf("Invoice");
     case Payments:
       return TransactionsOf("ReceivePayment");
+    case Bills:
+      return TransactionsOf("Bill");
   }
   return {};
 }

@@ -38,7 +38,8 @@ class DemoBooks {
     Accounts,
     TimeEntries,
     Invoices,
-    Payments
+    Payments,
+    Bills
   };
   // Its records, inactive ones too: the edit sequence of each by its identifier.
   using Records = std::map<std::string, std::string>;

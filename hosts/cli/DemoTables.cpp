@@ -39,6 +39,7 @@ constexpr std::array<DemoTable, kDemoTables> kTables = {{
      .records = ListedIn::Invoices,
      .withoutLink = 3},
     {.name = "payments", .rows = "Payment", .records = ListedIn::Payments, .withoutLink = 1},
+    {.name = "vendor bills", .rows = "VendorBill", .records = ListedIn::Bills},
 }};
 
 // Places in the list above.

@@ -16,7 +16,7 @@
 
 namespace twqb::cli {
 
-inline constexpr std::size_t kDemoTables = 10;
+inline constexpr std::size_t kDemoTables = 11;
 
 // A table on both sides at one moment.
 struct TableState {

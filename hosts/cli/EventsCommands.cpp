@@ -18,7 +18,8 @@ ExitStatus Ask(const Options& options) {
   return RunOperation(options,
                       {.name = "IsSubscribedToQBEvents",
                        .arguments = {},
-                       .run = [](CTWQBBridge& bridge) { return bridge.IsSubscribedToQBEvents(); }},
+                       .run = [](CTWQBBridge& bridge) { return bridge.IsSubscribedToQBEvents(); },
+                       .sides = Sides::Read},
                       {.done = "subscribed", .failed = "not subscribed"});
 }
 

@@ -1,4 +1,5 @@
-// How the program ends, and the one exception by which a command ends it for a reason that the user can put right.
+// How the program ends, and the exceptions by which a command ends it: for a reason that the user can put right, and
+// because a signal asked for it. A process that a signal ended has a status of its own, 128 and the signal's number.
 //
 // What a transfer tells its user goes through the desk and is no exception here.
 #pragma once
@@ -19,6 +20,12 @@ enum class ExitStatus : std::uint8_t {
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+// A signal has come (EndSignals), and what was begun has been taken back.
+class EndedBySignal : public std::runtime_error {
+ public:
+  EndedBySignal() : std::runtime_error("Ended by a signal.") {}
 };
 
 }  // namespace twqb::cli

@@ -3,8 +3,6 @@
 #include <fmt/core.h>
 
 #include <array>
-#include <cerrno>
-#include <cstdlib>  // mkdtemp
 #include <pugixml.hpp>
 #include <stdexcept>
 #include <string_view>
@@ -14,7 +12,9 @@
 #include "adapters/companyfile/CompanyFile.h"
 #include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/system/ProfileText.h"
+#include "adapters/terminal/EndSignals.h"
 #include "cli/ExitStatus.h"
+#include "cli/MakingFolder.h"
 #include "cli/Options.h"
 #include "cli/SampleTexts.h"
 #include "cli/SqlScript.h"
@@ -39,35 +39,9 @@ constexpr std::string_view kRegistryText =
     "; to back up, and whether the link was started from the menu of QuickBooks.\r\n"
     "\r\n";
 
-// A folder that goes with all that is in it.
-class TemporaryFolder {
- public:
-  explicit TemporaryFolder(const fs::path& above) {
-    auto pattern = (above / ".twqb-init-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) {
-      throw UsageError(fmt::format("Nothing can be made in the folder {}: {}.", above.string(),
-                                   std::generic_category().message(errno)));
-    }
-    path_ = pattern;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  [[nodiscard]] const fs::path& Path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
-[[noreturn]] void RefuseExisting(const fs::path& file) {
-  throw UsageError(
-      fmt::format("{} is there already, and nothing is overwritten.\nMove it away, or choose another "
-                  "folder with -C.",
-                  file.string()));
+// Between the steps, each of which is short: what is made so far goes, and nothing is in place.
+void EndWhereAsked() {
+  if (EndSignals::Came() != 0) throw EndedBySignal();
 }
 
 void MakeBilling(const Workplace& made, Content content) {
@@ -79,7 +53,7 @@ void MakeBilling(const Workplace& made, Content content) {
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
   if (content == Content::Sample) {
     for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(),
-                              SampleInvoices(), SamplePayments()}) {
+                              SampleInvoices(), SamplePayments(), SampleExpenses()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
     }
   }
@@ -138,6 +112,7 @@ void MakeCompany(const Workplace& made, const FolderPlan& plan, Machine& machine
   for (const auto& sample : kSampleDocuments) {
     if (!isIn(plan.company.country, sample.editions) || !isIn(form.country, sample.forms)) continue;
     // No other field of the documents is known to some forms alone.
+    EndWhereAsked();
     RequireSuccess(file.Process(ReplaceAll(sample.text(), "<?qbxml version=\"3.0\"?>", versionLine)));
   }
 }
@@ -150,44 +125,28 @@ std::string RegistryText(const fs::path& folder) {
   return *text;
 }
 
-// Under the name `to`, unless something is there.
-void PutInPlace(const fs::path& from, const fs::path& to) {
-  std::error_code failure;
-  // A link fails where a renaming would overwrite. Not every file system has links.
-  fs::create_hard_link(from, to, failure);
-  if (!failure) return;
-  if (failure == std::errc::file_exists || fs::exists(fs::symlink_status(to))) RefuseExisting(to);
-  fs::rename(from, to);
-}
-
-void PutAllInPlace(const fs::path& made, const fs::path& folder) {
-  std::vector<fs::path> placed;
-  try {
-    for (const auto* name : kFileNames) {
-      PutInPlace(made / name, folder / name);
-      placed.push_back(folder / name);
-    }
-  } catch (...) {
-    std::error_code ignored;
-    for (const auto& file : placed) fs::remove(file, ignored);
-    throw;
-  }
-}
-
 }  // namespace
 
 void MakeFolder(const fs::path& folder, const FolderPlan& plan, Machine& machine) {
+  const EndSignals signals;
+  RemoveUnfinished(folder, kFileNames);
   for (const auto* name : kFileNames) {
     std::error_code ignored;
     if (fs::exists(fs::symlink_status(folder / name, ignored))) RefuseExisting(folder / name);
   }
-  const TemporaryFolder temporary(folder);
-  const auto made = WorkplaceIn(temporary.Path());
+  const MakingFolder making(folder, kFileNames);
+  const auto made = WorkplaceIn(making.Path());
   MakeBilling(made, plan.content);
+  EndWhereAsked();
   MakeCompany(made, plan, machine);
+  EndWhereAsked();
   WriteTextFile(made.settings, kSettingsText);
   WriteTextFile(made.registry, RegistryText(folder));
-  PutAllInPlace(temporary.Path(), folder);
+  // The databases are their owner's, as all is that is recorded of them.
+  for (const auto* name : {kBillingFile, kCompanyFile}) {
+    fs::permissions(making.Path() / name, fs::perms::owner_read | fs::perms::owner_write);
+  }
+  making.PutInPlace();
 }
 
 }  // namespace twqb::cli

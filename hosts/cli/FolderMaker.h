@@ -20,7 +20,8 @@ struct FolderPlan {
 
 // Makes billing.db with its tables, company.twq, twqb.ini and registry.ini in `folder`, a full path; with the sample
 // firm on both sides when the plan says so. Raises UsageError, and leaves the folder as it was, when one of the four is
-// there already or can't be made. `machine` tells the time of making.
+// there already or can't be made, and EndedBySignal likewise. What a making that was killed has left in the folder goes
+// first. `machine` tells the time of making.
 void MakeFolder(const std::filesystem::path& folder, const FolderPlan& plan, Machine& machine);
 
 }  // namespace twqb::cli

@@ -21,6 +21,7 @@ Commands
   accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)
   company run FILE | show      answer a qbXML document; what the file holds
+  company bill INVOICE LINE    let an invoice take up a billable line
   company set NAME VALUE       how a connection to it is met: permission, dialog ...
   billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)
   demo                         all of it on a sample firm, in a folder of its own
@@ -35,7 +36,10 @@ Files (the defaults stand in the working folder)
 
 How a transfer runs (options may stand before or behind the command)
   --answers FILE               answer its questions: yes, no, retry, default yes ...
+  --wait SECONDS               wait for another transfer on the same files to end
   --single-user  --no-progress  --leave-open
+  --report FILE                send, get: each record and why, as JSON Lines
+  --strict                     send, get: errors that were told end with status 1
   --transcript FILE            record the run as JSON Lines (--unmasked: passwords too)
   --faults FILE                let calls fail as the file tells
   --clock TIME                 stop the clock (--bias, --daylight-bias, --daylight,
@@ -46,9 +50,11 @@ Examples
   twqb init --sample && twqb send clients
   twqb billing run -e "SELECT ClientID, QBLinkID FROM Client" --json
 
-Exit status: 0 done, 1 failed or refused, 2 wrong usage or a file that can't be
-used, 3 a question without an answer. Results go to standard output; progress
-and questions to standard error.
+Exit status: 0 done, 1 failed or refused (with --strict, also done with errors),
+2 wrong usage or a file that can't be used, 3 a question without an answer, 128
+and its number when a signal ended it. A transfer ends with what became of each
+table's records. Results go to standard output; progress and questions to
+standard error.
 )";
 }
 

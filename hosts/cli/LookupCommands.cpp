@@ -123,14 +123,14 @@ ExitStatus List(const Options& options, const LookupArguments& arguments) {
         fmt::format("\"{}\" has no --all: QuickBooks is asked for what it gives by itself.", kind.TypedName()));
   }
   std::optional<Rows> rows;
-  const bool recorded =
-      RunComposed(options, [&](Composition& composition) { rows = Look(composition, options, kind, arguments.all); });
+  const bool recorded = RunComposed(
+      options, Sides::Read, [&](Composition& composition) { rows = Look(composition, options, kind, arguments.all); });
   return Finish(options, recorded, rows, arguments.Form());
 }
 
 ExitStatus Accounts(const Options& options, const LookupArguments& arguments) {
   std::optional<Rows> rows;
-  const bool recorded = RunComposed(options, [&](Composition& composition) {
+  const bool recorded = RunComposed(options, Sides::Read, [&](Composition& composition) {
     CTWQBBridge bridge;
     SetUp(bridge, composition, options);
     AccountArray accounts;
@@ -145,7 +145,7 @@ ExitStatus IsJob(const Options& options, const std::string& id) {
   // An empty one would be no filter at all.
   if (id.empty()) throw UsageError("The ID of a customer or job is empty.");
   bool isJob = false;
-  const bool recorded = RunComposed(options, [&](Composition& composition) {
+  const bool recorded = RunComposed(options, Sides::Read, [&](Composition& composition) {
     CTWQBBridge bridge;
     SetUp(bridge, composition, options);
     isJob = composition.Run("IsJob", {id}, [&] { return bridge.IsJob(id); });
@@ -158,8 +158,9 @@ ExitStatus IsJob(const Options& options, const std::string& id) {
 
 constexpr std::string_view kRowsHelp =
     "On a terminal the rows are a table. Elsewhere they are tab-separated behind a line with the names of the fields;\n"
-    "what a record does not have is \\N, and CR, LF, tab and backslash are \\r, \\n, \\t and \\\\. Values are as\n"
-    "QuickBooks writes them; of a record that is referred to, its full name.\n";
+    "what a record does not have is \\N, CR, LF, tab and backslash are \\r, \\n, \\t and \\\\, other control "
+    "characters\n"
+    "\\x1b and so on. Values are as QuickBooks writes them; of a record that is referred to, its full name.\n";
 
 std::string KindHelp() {
   constexpr std::size_t kWidth = 76;

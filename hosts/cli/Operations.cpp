@@ -1,6 +1,5 @@
 #include "cli/Operations.h"
 
-#include "cli/BridgeRun.h"
 #include "cli/Output.h"
 
 namespace twqb::cli {
@@ -12,13 +11,21 @@ bool Perform(Composition& composition, const Options& options, const BridgeOpera
 }
 
 ExitStatus RunOperation(const Options& options, const BridgeOperation& operation, const Verdict& verdict) {
+  return RunOperation(options, operation, [&](bool done) {
+    return done ? Ending{verdict.done, ExitStatus::Done} : Ending{verdict.failed, ExitStatus::Failed};
+  });
+}
+
+ExitStatus RunOperation(const Options& options, const BridgeOperation& operation,
+                        const std::function<Ending(bool done)>& endingOf) {
   bool done = false;
-  const bool recorded =
-      RunComposed(options, [&](Composition& composition) { done = Perform(composition, options, operation); });
-  Print((done ? verdict.done : verdict.failed) + "\n");
+  const bool recorded = RunComposed(options, operation.sides,
+                                    [&](Composition& composition) { done = Perform(composition, options, operation); });
+  const auto ending = endingOf(done);
+  Print(ending.text + "\n");
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
-  return done ? ExitStatus::Done : ExitStatus::Failed;
+  return ending.status;
 }
 
 }  // namespace twqb::cli

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "adapters/transcript/EventValue.h"
+#include "cli/BridgeRun.h"
 #include "cli/Composition.h"
 #include "cli/ExitStatus.h"
 #include "cli/Options.h"
@@ -19,6 +20,7 @@ struct BridgeOperation {
   std::string name;  // as it stands in the transcript, and its arguments
   EventList arguments;
   std::function<bool(CTWQBBridge&)> run;
+  Sides sides = Sides::Written;
 };
 
 // Runs it on a new object. Raises DeskGaveUp.
@@ -29,9 +31,18 @@ struct Verdict {
   std::string done;
   std::string failed;
 };
+// How an operation ends whose end hangs on more: what goes to standard output, without its end, and the status.
+struct Ending {
+  std::string text;
+  ExitStatus status = ExitStatus::Done;
+};
 
 // Checks the files of the current folder, composes the library with them, performs the operation and prints the
-// verdict. Raises UsageError for a file that can't be used and for a transcript that is not whole, and DeskGaveUp.
+// verdict. Raises UsageError for a file that can't be used and for a transcript that is not whole, HeldByOther, and
+// DeskGaveUp.
 [[nodiscard]] ExitStatus RunOperation(const Options& options, const BridgeOperation& operation, const Verdict& verdict);
+// The same; `endingOf` is asked when the operation is over.
+[[nodiscard]] ExitStatus RunOperation(const Options& options, const BridgeOperation& operation,
+                                      const std::function<Ending(bool done)>& endingOf);
 
 }  // namespace twqb::cli

@@ -18,6 +18,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kMinutesOfDay = 24 * 60;
+constexpr int kLongestWait = 24 * 60 * 60;
 constexpr std::string_view kFiles = "Files";
 constexpr std::string_view kRun = "How a transfer runs";
 constexpr std::string_view kTests = "Reproducible runs";
@@ -79,6 +80,12 @@ std::vector<Argument> RunOptions(Options& options) {
            .text = "Leave the progress form open between tables",
            .target = &options.leaveOpen,
            .group = kRun},
+          {.name = "--wait",
+           .text = "Wait up to SECONDS for another transfer on the same files to end",
+           .target = &options.waitSeconds,
+           .value = "SECONDS",
+           .group = kRun,
+           .range = Range{.least = 0, .greatest = kLongestWait}},
           {.name = "--answers",
            .text = "Answer questions from FILE, one answer a line",
            .target = &options.answers,
@@ -162,6 +169,11 @@ void EnterFolder(const Options& options) {
   throw UsageError(fmt::format("The folder {} can't be entered: {}.", options.folder, failure.message()));
 }
 
+void RefuseMissingCompany(const std::string& path) {
+  throw UsageError(fmt::format(
+      "There is no company file {}.\nRun \"twqb init\" in this folder, or name a company file with --company.", path));
+}
+
 Workplace WorkplaceIn(const std::string& folder) {
   const fs::path path(folder);
   return {.folder = folder,
@@ -175,6 +187,8 @@ Workplace WorkplaceOf(const Options& options) {
   auto place = WorkplaceIn(fs::current_path().string());
   if (!options.billing.empty()) place.billing = options.billing;
   Replace(place.company, options.company);
+  std::error_code failure;
+  if (!options.company.empty() && !fs::exists(place.company, failure) && !failure) RefuseMissingCompany(place.company);
   Replace(place.settings, options.settings);
   Replace(place.registry, options.registry);
   return place;

@@ -13,8 +13,9 @@
 #include "cli/Syntax.h"
 
 namespace twqb {
+class RunObserver;
 struct Table;
-}
+}  // namespace twqb
 
 namespace twqb::cli {
 
@@ -26,6 +27,7 @@ inline constexpr const char* kRegistryFile = "registry.ini";
 
 // Texts are empty where the option was not given.
 struct Options {
+  std::string command;  // as it is called, with the program: "twqb send"
   std::string folder;
   std::string billing;  // a connection string
   std::string company;
@@ -39,8 +41,10 @@ struct Options {
   std::string faults;
   std::optional<FrozenOptions> clock;
   std::string transcript;
+  int waitSeconds = 0;  // for another transfer on the same files
   Masking masking = Masking::Masked;
   std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
+  RunObserver* observer = nullptr;            // of a command; hears what becomes of records
 };
 
 // As they are typed; each fills its field of `options`, which must outlive the parsing.
@@ -48,6 +52,9 @@ struct Options {
 
 // Enters the folder of -C, so that every relative path is meant from there. Raises UsageError when there is none.
 void EnterFolder(const Options& options);
+
+// Raises the UsageError of a company file that is not there.
+[[noreturn]] void RefuseMissingCompany(const std::string& path);
 
 // What a command works on. Paths are full.
 struct Workplace {
@@ -60,7 +67,8 @@ struct Workplace {
 
 // The files of a folder under their usual names.
 [[nodiscard]] Workplace WorkplaceIn(const std::string& folder);
-// The files of the current folder, with those in their place that the options name.
+// The files of the current folder, with those in their place that the options name. Raises UsageError when --company
+// names a file that is not there; without the option QuickBooks has none open then.
 [[nodiscard]] Workplace WorkplaceOf(const Options& options);
 
 }  // namespace twqb::cli

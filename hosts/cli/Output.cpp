@@ -56,7 +56,8 @@ void Print(std::string_view text) {
   if (OutputIsTerminal()) {
     Write(ForTerminal(text));
   } else {
-    Write(text);
+    // Whoever reads it may be a terminal in the end.
+    Write(WithoutControls(text));
   }
 }
 

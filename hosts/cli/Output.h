@@ -16,7 +16,8 @@ class OutputError : public std::runtime_error {
 
 // Whether standard output is one.
 [[nodiscard]] bool OutputIsTerminal();
-// Writes to standard output; on a terminal without what could steer it. Raises OutputError once something could not be
+// Writes to standard output; on a terminal without what could steer it, and nowhere a control character but tabs and
+// line ends: what needs them writes them in its own way. Raises OutputError once something could not be
 // written.
 void Print(std::string_view text);
 // Hands everything on that was printed; before the screen is written to by another way, and at the end. Raises

@@ -5,8 +5,10 @@
 #include <csignal>
 #include <exception>
 
+#include "adapters/terminal/EndSignals.h"
 #include "cli/CommandLine.h"
 #include "cli/Output.h"
+#include "cli/TransferLock.h"
 #include "platform/PlatformError.h"
 #include "platform/desk.h"
 
@@ -34,6 +36,11 @@ ExitStatus RunGuarded(int argc, const char* const* argv, std::span<const Table* 
   } catch (const DeskGaveUp& failure) {
     Tell(failure.question());
     return ExitStatus::NoAnswer;
+  } catch (const HeldByOther& other) {
+    Tell(other.what());
+    return ExitStatus::Failed;
+  } catch (const EndedBySignal&) {
+    return ExitStatus::Failed;
   } catch (const PlatformError& failure) {
     Tell(fmt::format("{} {}", HexNumber(failure.number()), failure.description()));
   } catch (const std::exception& failure) {
@@ -47,7 +54,9 @@ ExitStatus RunGuarded(int argc, const char* const* argv, std::span<const Table* 
 int RunProgram(int argc, const char* const* argv, std::span<const Table* const> tables) {
   // A reader that goes away is an output that can't be written, and no reason to die in the middle of a transfer.
   std::signal(SIGPIPE, SIG_IGN);
-  return static_cast<int>(RunGuarded(argc, argv, tables));
+  const auto status = RunGuarded(argc, argv, tables);
+  const int signal = EndSignals::Came();
+  return signal == 0 ? static_cast<int>(status) : EndSignals::ExitStatusOf(signal);
 }
 
 }  // namespace twqb::cli

@@ -1,9 +1,12 @@
 #include "cli/RowText.h"
 
+#include <fmt/core.h>
+
 #include <string_view>
 #include <vector>
 
 #include "adapters/transcript/TranscriptWriter.h"
+#include "platform/Text.h"
 
 namespace twqb::cli {
 
@@ -30,7 +33,7 @@ std::string Escaped(std::string_view text) {
         escaped += c;
     }
   }
-  return escaped;
+  return ReplaceControls(escaped, [](unsigned control) { return fmt::format("\\x{:02x}", control); });
 }
 
 std::string TabbedValue(const Value& value) {

@@ -11,7 +11,8 @@ namespace twqb::cli {
 // CREATE statements of every table.
 [[nodiscard]] std::string_view BillingSchema();
 // INSERT statements: the firm's clients, behind them what it works with, the most of its projects, its codes and
-// accounts, the hours of three months, the invoices of two, and the payments of these.
+// accounts, the hours of three months, the invoices of two, the payments of these, and
+// what was spent in the last of them.
 [[nodiscard]] std::string_view SampleFirm();
 [[nodiscard]] std::string_view SampleWork();
 [[nodiscard]] std::string_view SampleProjects();
@@ -19,6 +20,7 @@ namespace twqb::cli {
 [[nodiscard]] std::string_view SampleHours();
 [[nodiscard]] std::string_view SampleInvoices();
 [[nodiscard]] std::string_view SamplePayments();
+[[nodiscard]] std::string_view SampleExpenses();
 // Payments that are held back, which the firm comes without.
 [[nodiscard]] std::string_view SampleHeldPayments();
 // qbXML documents of the United States form, version 3.0. Each refers to records of those before it alone.

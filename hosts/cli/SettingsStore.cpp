@@ -4,6 +4,7 @@
 
 #include "adapters/system/ProfileFile.h"
 #include "cli/Checks.h"
+#include "cli/RunFiles.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
 #include "services/Settings.h"
@@ -14,6 +15,7 @@ namespace {
 
 Workplace Checked(const Options& options, SettingsStore::Also also) {
   auto place = WorkplaceOf(options);
+  CheckApart(place, options);
   if (options.settingsTable || also == SettingsStore::Also::Billing) CheckBilling(place);
   options.settingsTable ? CheckSettingsTable(place) : CheckSettings(place);
   return place;

@@ -1,6 +1,7 @@
 #include <fmt/core.h>
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <span>
@@ -15,6 +16,7 @@
 #include "cli/SettingsStore.h"
 #include "cli/TableArgument.h"
 #include "cli/TextTable.h"
+#include "cli/TimeLimit.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
@@ -23,6 +25,22 @@
 namespace twqb::cli {
 
 namespace {
+
+constexpr int kUsualLimit = 60;
+constexpr int kLongestLimit = 24 * 60 * 60;
+
+struct StatusArguments {
+  bool json = false;
+  int limit = kUsualLimit;  // seconds
+};
+
+// A view may stand in the place of a table, and one can be made that never ends.
+std::string TooLong(const Table& table, int seconds) {
+  return fmt::format(
+      "The rows of {} could not be counted in {} s: is a view of BillingDb in the place of its table?\nAllow it more "
+      "time with --limit, or see \"twqb billing show\".",
+      TypedName(table.number), seconds);
+}
 
 constexpr std::string_view kNever = "never";
 constexpr std::string_view kUnknown = "-";
@@ -102,14 +120,17 @@ void PrintStatus(std::span<const TableStatus> tables, RowForm form) {
   Print(TextTable(lines, kAlignments));
 }
 
-ExitStatus Status(const Options& options, RowForm form) {
+ExitStatus Status(const Options& options, const StatusArguments& arguments) {
   const SettingsStore settings(options, SettingsStore::Also::Billing);
   std::vector<TableStatus> tables;
   WithGlobalConnection([&] {
     Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-    for (const auto* table : Tables()) tables.push_back(StatusOf(settings, *table));
+    for (const auto* table : Tables()) {
+      const TimeLimit limit(std::chrono::seconds(arguments.limit), TooLong(*table, arguments.limit));
+      tables.push_back(StatusOf(settings, *table));
+    }
   });
-  PrintStatus(tables, form);
+  PrintStatus(tables, arguments.json ? RowForm::Json : RowForm::Readable);
   FlushOutput();
   const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
   if (missing.empty()) return ExitStatus::Done;
@@ -120,18 +141,23 @@ ExitStatus Status(const Options& options, RowForm form) {
 }  // namespace
 
 CommandSyntax StatusCommand() {
-  const auto json = std::make_shared<bool>(false);
+  const auto arguments = std::make_shared<StatusArguments>();
   return {
       .name = "status",
       .text = "Show for each table how far it is linked and when it went last",
-      .arguments = {{.name = "--json", .text = "Print each table as a JSON object", .target = json.get()}},
+      .arguments = {{.name = "--json", .text = "Print each table as a JSON object", .target = &arguments->json},
+                    {.name = "--limit",
+                     .text = "Give up when a table has not been counted in SECONDS (60)",
+                     .target = &arguments->limit,
+                     .value = "SECONDS",
+                     .range = Range{.least = 1, .greatest = kLongestLimit}}},
       .footer =
           "CHANGED counts the linked rows with a change behind the last full send of their table, as far as their "
           "dates\n"
           "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. In JSON what can't be "
           "told\n"
-          "is null. Status 1: BillingDb lacks a table.",
-      .run = [json](const Options& options) { return Status(options, *json ? RowForm::Json : RowForm::Readable); }};
+          "is null. Status 1: BillingDb lacks a table, or one could not be counted in time.",
+      .run = [arguments](const Options& options) { return Status(options, *arguments); }};
 }
 
 }  // namespace twqb::cli

@@ -11,6 +11,10 @@ namespace twqb::cli {
 Surroundings ReadSurroundings(const Options& options) {
   Surroundings surroundings{
       .clock = options.clock, .transcript = options.transcript, .masking = options.masking, .tables = options.tables};
+  surroundings.observer = options.observer;
+  for (const auto& file : {options.answers, options.faults}) {
+    if (!file.empty()) surroundings.read.push_back(file);
+  }
   try {
     if (!options.answers.empty()) surroundings.answers = ParseAnswers(ReadTextFile(options.answers));
   } catch (const AnswersError& failure) {

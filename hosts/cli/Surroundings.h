@@ -7,11 +7,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "adapters/faults/FaultScript.h"
 #include "adapters/scripted/Answers.h"
 #include "adapters/system/FrozenOptions.h"
 #include "adapters/transcript/Masking.h"
+#include "cli/OpenedCompany.h"
 #include "cli/Options.h"
 #include "platform/machine.h"
 
@@ -21,9 +23,12 @@ struct Surroundings {
   std::optional<Answers> answers;      // nothing: the person at the terminal is asked
   std::optional<FrozenOptions> clock;  // nothing: this system's
   std::optional<FaultScript> faults;
-  std::string transcript;  // a path; empty: none is written
+  std::string transcript;              // a path; empty: none is written
+  std::vector<std::string> read = {};  // the files that this comes from
   Masking masking = Masking::Masked;
+  CompanyOpened companyOpened = {};           // none: nobody asks
   std::span<const Table* const> tables = {};  // none: those of the library
+  RunObserver* observer = nullptr;            // nothing: nobody hears what becomes of records
 };
 
 // Reads the files that the options name. Raises UsageError naming file and line.

@@ -58,6 +58,10 @@ enTables TableFromName(std::string_view name) {
 std::string TypedName(enTables table) { return FoldCase(NameOf(table)); }
 std::string DeclaredName(enTables table) { return fmt::format("{}{}", kPrefix, NameOf(table)); }
 
+std::string RecordName(enTables table, std::string_view name) {
+  return fmt::format("{}{}{}", TypedName(table), name.empty() ? "" : " ", name);
+}
+
 std::vector<std::string_view> BillingTablesOf(enTables table) {
   if (table != enAll) return {FindTable(table)->rows.table};
   std::vector<std::string_view> names;

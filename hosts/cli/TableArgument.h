@@ -15,6 +15,8 @@ namespace twqb::cli {
 [[nodiscard]] std::string TypedName(enTables table);
 // As it is declared: "enExpenseCodes".
 [[nodiscard]] std::string DeclaredName(enTables table);
+// A record of it for people: "clients ABBOTT"; the table alone where the record has no name.
+[[nodiscard]] std::string RecordName(enTables table, std::string_view name);
 // The tables of BillingDb that its rows stand in: one, or for all tables every one.
 [[nodiscard]] std::vector<std::string_view> BillingTablesOf(enTables table);
 // Every typed name, in the order of their numbers, between commas.

@@ -9,6 +9,9 @@
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "cli/ReportFile.h"
+#include "cli/RunAccount.h"
+#include "cli/Surroundings.h"
 #include "cli/TableArgument.h"
 #include "cli/Transfers.h"
 #include "platform/Text.h"
@@ -21,6 +24,8 @@ struct TransferArguments {
   std::string table;
   std::optional<std::string> id;
   bool sync = false;
+  bool strict = false;
+  std::string report;
 };
 
 // An invoice is named by its project and its number. Without the number all invoices would go.
@@ -39,12 +44,35 @@ TransferRequest RequestOf(Direction direction, const TransferArguments& argument
   return {.direction = direction, .table = table, .id = arguments.id, .sync = arguments.sync};
 }
 
-ExitStatus Transfer(const Options& options, const TransferRequest& request) {
-  const auto label =
-      fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
-  const auto status =
-      RunOperation(options, TransferOperation(request), {.done = label + ": done", .failed = label + ": failed"});
-  if (status == ExitStatus::Done) return status;
+// What the last line says of a transfer.
+std::string VerdictOf(bool done, const std::string& troubles) {
+  const std::string verdict = done ? "done" : "failed";
+  if (troubles.empty()) return verdict;
+  return fmt::format("{}{} {}: see the log", verdict, done ? ", but" : ";", troubles);
+}
+
+ExitStatus Transfer(const Options& options, const TransferRequest& request, const TransferArguments& arguments) {
+  const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
+  std::optional<ReportFile> report;
+  if (!arguments.report.empty()) report.emplace(arguments.report, options, *machine);
+  RunAccount account(*machine, report ? &*report : nullptr);
+  auto observed = options;
+  observed.observer = &account;
+  bool returnedTrue = false;
+  const auto status = RunOperation(observed, TransferOperation(request), [&](bool done) {
+    returnedTrue = done;
+    const auto label =
+        fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
+    const auto troubles = account.Troubles();
+    const bool clean = done && (!arguments.strict || troubles.empty());
+    return Ending{.text = fmt::format("{}{}: {}", account.Summary(request), label, VerdictOf(done, troubles)),
+                  .status = clean ? ExitStatus::Done : ExitStatus::Failed};
+  });
+  if (report) report->Flush();
+  if (report && !report->IsWhole()) {
+    throw UsageError(fmt::format("The report {} could not be written to its end.", arguments.report));
+  }
+  if (returnedTrue) return status;
   const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(request.table));
   if (!missing.empty()) Tell(MissingText(missing));
   return status;
@@ -66,7 +94,14 @@ CommandSyntax SyntaxOf(Direction direction) {
             .value = "ID"},
            {.name = "--sync",
             .text = "Of two linked records the newer one wins, whatever the settings say",
-            .target = &arguments->sync}},
+            .target = &arguments->sync},
+           {.name = "--strict",
+            .text = "Exit status 1 when an error was told, or a record refused, though the transfer went on",
+            .target = &arguments->strict},
+           {.name = "--report",
+            .text = "Write what became of each record to FILE, and why, as JSON Lines",
+            .target = &arguments->report,
+            .value = "FILE"}},
       .footer = TableHelpText(AllTables::Yes) +
                 (sends ? "ID of timeentries is a list of identifiers without their braces, with commas between; ID of "
                          "invoices is a\nproject and an invoice number with a comma between.\n\n"
@@ -75,7 +110,7 @@ CommandSyntax SyntaxOf(Direction direction) {
                          "  twqb send clients --answers answers.txt --transcript run.jsonl"
                        : "Examples:\n  twqb get clients\n  twqb get clients --sync"),
       .run = [arguments, direction](const Options& options) {
-        return Transfer(options, RequestOf(direction, *arguments));
+        return Transfer(options, RequestOf(direction, *arguments), *arguments);
       }};
 }
 

@@ -23,12 +23,14 @@ namespace twqb {
 enum class LookupList : std::uint8_t;
 enum class LookupScope : std::uint8_t;
 
+class RunObserver;
 struct Table;
 
 // Sets what the library stands on. Nothing in `platform` is owned; all of it must outlive every object. Forgets all
 // state of the process, so it must not be called while an object exists. `tables` are a host's own in the place of the
-// built-in ones (bridge/Tables.h), in the order of a run over all; none: the built-in ones.
-void Compose(const Platform& platform, std::span<const Table* const> tables = {});
+// built-in ones (bridge/Tables.h), in the order of a run over all; none: the built-in ones. `observer` hears what
+// becomes of records (services/RunObserver.h) and is not owned either; nothing: nobody does.
+void Compose(const Platform& platform, std::span<const Table* const> tables = {}, RunObserver* observer = nullptr);
 
 class CTWQBBridge {
  public:

@@ -5,7 +5,8 @@
 -- The rows have on purpose what the data of real firms has: apostrophes, commas and scripts of all kinds, names and addresses longer
 -- than QuickBooks takes, fields that are empty beside fields that are NULL, and telephone numbers as people write them.
 -- Dates are UTC. A key never has an apostrophe, a comma, a number sign, a semicolon or a colon. What the
--- firm works with beside its clients stands in work.sql, projects.sql, codes.sql, hours.sql, invoices.sql and payments.sql.
+-- firm works with beside its clients stands in work.sql, projects.sql, codes.sql, hours.sql, invoices.sql, payments.sql and
+-- expenses.sql.
 
 
 -- Plain clients: a company, a contact, an address

@@ -26,11 +26,12 @@ std::string Now() { return GeneralDate(TheMachine().Now()); }
 
 }  // namespace
 
-void Compose(const Platform& platform, std::span<const Table* const> tables) {
+void Compose(const Platform& platform, std::span<const Table* const> tables, RunObserver* observer) {
   Vars() = ModuleVariables{};
   Vars().platform = platform;
   Vars().tables = tables;
   Vars().pull = GetTableFromQB;
+  Vars().observer = observer;
 }
 
 CTWQBBridge::CTWQBBridge() {

@@ -14,6 +14,7 @@
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Settings.h"
 #include "services/msgForm.h"
 
@@ -122,7 +123,10 @@ StepResult RunTable(const Transfer& transfer, std::int32_t table, const Transfer
     return StepResult::FiltersFailed;
   }
   if (options.isSync && filters.rule == TwinRule::Overwrite) filters.rule = TwinRule::NewerWins;
-  if (filters.skipsTable) return StepResult::Done;
+  if (filters.skipsTable) {
+    TellSkipped({.number = table, .direction = transfer.direction});
+    return StepResult::Done;
+  }
   if (!transfer.runTable(table, filters)) return StepResult::TableFailed;
   return StampRun(transfer, table, run) ? StepResult::Done : StepResult::StampFailed;
 }
@@ -217,6 +221,16 @@ ReadFilters ReadFiltersOf(const QuickBooksRead& read, const SavedFilters& filter
           .strTxnTo = taken ? filters.To : std::string()};
 }
 
+// What kept records out, in words.
+std::string LeftOut(const std::optional<Date>& changedSince, const SavedFilters& filters, const Run& run) {
+  std::string text;
+  const auto also = [&](const std::string& what) { text += (text.empty() ? "what " : ", or ") + what; };
+  if (changedSince) also("has not changed since the last send, " + GeneralDate(*changedSince));
+  if (run.g_FiltersActive) also("the saved filters leave out");
+  if (filters.ActiveOnly) also("is not active");
+  return text;
+}
+
 void DispatchSend(const Table& table, const SendCall& call) {
   if (table.sends == SentRows::Selected) {
     table.send(call);
@@ -256,11 +270,14 @@ bool SendTableToQB(std::int32_t number, const SavedFilters& filters) {
     RefuseTable(Direction::Send, number);
     return false;
   }
+  TableScope scope({.number = number, .direction = Direction::Send});
   return RunAs("SendTableToQB", false, [&] {
     // The connection is released on every way out.
     return WithGlobalConnection([&] {
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-      const auto sql = BuildSelectSQL(*table, filters);
+      std::optional<Date> changedSince;
+      const auto sql = BuildSelectSQL(*table, filters, changedSince);
+      scope.NoteNarrowed([&] { return LeftOut(changedSince, filters, run); });
       run.g_TableOk = TableOk::False;
       DispatchSend(*table, {.sql = sql, .rule = filters.rule, .session = *Vars().g_QBSession, .run = run});
       return run.g_TableOk == TableOk::True;
@@ -278,6 +295,8 @@ bool GetTableFromQB(std::int32_t number, const SavedFilters& filters, ActiveOnly
   }
   // A pull is a part of the run that needs it, and its outcome overwrites that run's.
   Run& run = Vars();
+  TableScope scope({.number = number, .direction = Direction::Get});
+  if (!blnByID) scope.NoteNarrowed([&] { return LeftOut({}, filters, run); });
   return RunAs("GetTableFromQB", false, [&] {
     return WithGlobalConnection([&] {
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());

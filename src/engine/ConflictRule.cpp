@@ -7,15 +7,19 @@ TwinRule TwinRuleOf(bool never, bool newerWins) {
   return newerWins ? TwinRule::NewerWins : TwinRule::Overwrite;
 }
 
-bool RecordMoves(const ConflictCase& conflict) {
-  if (conflict.rule == TwinRule::LeaveAlone) return false;
-  if (conflict.rule == TwinRule::Overwrite) return true;
+std::int64_t BillingAhead(const ConflictCase& conflict) {
   // QuickBooks' time is standard time all year, and the billing time is on the clock of now, summer and winter: the
   // shift hangs on that clock and not on the record's own date.
   const auto quickBooksTime =
       conflict.clock == TimeZoneState::Daylight ? conflict.quickBooksTime.PlusHours(1) : conflict.quickBooksTime;
-  return conflict.direction == Direction::Send ? quickBooksTime <= conflict.billingTime
-                                               : conflict.billingTime <= quickBooksTime;
+  return conflict.billingTime.Milliseconds() - quickBooksTime.Milliseconds();
+}
+
+bool RecordMoves(const ConflictCase& conflict) {
+  if (conflict.rule == TwinRule::LeaveAlone) return false;
+  if (conflict.rule == TwinRule::Overwrite) return true;
+  const auto ahead = BillingAhead(conflict);
+  return conflict.direction == Direction::Send ? ahead >= 0 : ahead <= 0;
 }
 
 }  // namespace twqb

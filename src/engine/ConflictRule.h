@@ -26,6 +26,10 @@ struct ConflictCase {
   Date billingTime;                               // local time, as GetTWDateOfUpdation gives it
 };
 
+// By how many milliseconds BillingDb's side is the later one; below nothing where QuickBooks' side is. Regards nothing
+// but the times and the clock.
+[[nodiscard]] std::int64_t BillingAhead(const ConflictCase& conflict);
+
 // Whether the record goes. The later side wins, and a tie goes, in whichever direction the transfer runs.
 [[nodiscard]] bool RecordMoves(const ConflictCase& conflict);
 

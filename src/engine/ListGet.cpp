@@ -7,6 +7,7 @@
 #include "engine/PairMoves.h"
 #include "services/Conversions.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 
 namespace twqb {
@@ -30,17 +31,22 @@ class ListGetWork final : public RecordWork {
         .record = record, .dependent = walk.IsDependent(), .connection = walk.Connection(), .ownerKey = {}};
     if (const auto admission = get_.admit == nullptr ? Admission::Admitted : get_.admit(inHand);
         admission != Admission::Admitted) {
+      if (IsObserved()) NoteIdentifier(record["ListID"].GetValueOrEmpty());
+      if (admission == Admission::PassedOver) NoteFateAtLast(Fate::PassedOver, "the table does not take such records");
       return admission == Admission::Lacking ? RecordEnd::Lacking : RecordEnd::Done;
     }
     const auto listId = record["ListID"].GetValue();
+    NoteIdentifier(listId);
     OpenLookup(walk, listId);
     const bool known = !lookup_->Eof();
     if (known ? !FindRow(walk, record, listId) : !AddRow(walk, inHand)) return RecordEnd::Done;
     auto& rows = walk.Rows();
+    NoteKeyOf(rows, list_.keyColumn);
     WriteColumns(get_, rows, record);
     rows.SetField("QBLinkID", listId);
     rows.SetField("LastUpdated", LocalToUTC(TheMachine().Now()));
     rows.Update();
+    NoteFate(known ? Fate::Changed : Fate::Added);
     if (get_.afterUpdate != nullptr) get_.afterUpdate();
     return RecordEnd::Done;
   }
@@ -52,8 +58,13 @@ class ListGetWork final : public RecordWork {
   bool FindRow(RecordWalk& walk, const Record& record, const std::string& listId) {
     walk.Name(record[get_.nameField].GetValue());
     CloseLookup();
-    if (rule_ == TwinRule::LeaveAlone) return false;
-    return FindRowToChange(walk.Rows(), listId, rule_, record, list_.fallbackDateColumn);
+    if (rule_ == TwinRule::LeaveAlone) {
+      NoteFate(Fate::LeftAsItWas, kNeverChanged);
+      return false;
+    }
+    const bool moves = FindRowToChange(walk.Rows(), listId, rule_, record, list_.fallbackDateColumn);
+    if (!moves) NoteKeyOf(walk.Rows(), list_.keyColumn);
+    return moves;
   }
 
   // A new row under a key that is free: the name, with a counter behind it where it is taken.

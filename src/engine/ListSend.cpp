@@ -12,6 +12,7 @@
 #include "services/Conversions.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -26,14 +27,21 @@ class ListSendWork final : public RowWork {
     walk_ = &walk;
     record_ = {};
     tried_.clear();
+    leavesTwin_ = false;
     end_ = RowEnd::Done;
     if (const auto admission = send_.admit == nullptr ? Admission::Admitted : send_.admit(Row());
         admission != Admission::Admitted) {
+      if (admission == Admission::PassedOver) NoteFateAtLast(Fate::PassedOver, "the table does not send such rows");
       return admission == Admission::Lacking ? RowEnd::Lacking : RowEnd::Done;
     }
     walk.BeginRow(kCallbackRecord);
     ReadRow();
-    if (!record_.passedOver) SendRow();
+    NoteIdentifier(record_.linkId);
+    if (record_.passedOver) {
+      NoteFateAtLast(Fate::PassedOver, "the table does not send such rows");
+    } else {
+      SendRow();
+    }
     return end_;
   }
 
@@ -41,6 +49,9 @@ class ListSendWork final : public RowWork {
     return send_.passesOver != nullptr && send_.passesOver(raised);
   }
   [[nodiscard]] std::string RowInHand() const override { return record_.key; }
+  [[nodiscard]] std::string KeyInHand() const override {
+    return record_.key.empty() ? ColumnText(Row(), list_.keyColumn) : record_.key;
+  }
 
  private:
   [[nodiscard]] const ado::Recordset& Row() const { return walk_->Row(); }
@@ -66,6 +77,7 @@ class ListSendWork final : public RowWork {
         ModifyTwin(messageSet);
         break;
       case InVersion1::LeaveAlone:
+        NoteFate(Fate::LeftAsItWas, "QuickBooks of this version can't modify such records");
         break;
     }
   }
@@ -76,9 +88,13 @@ class ListSendWork final : public RowWork {
     RecordList twins;
     if (!ApplyQBFiltersAndReadRecords(table_, table_.reads.front(), twins, session_, {.strID = record_.linkId}, run_)) {
       record_.linkId.clear();
+      NoteWhy([] { return "its link led to nothing any more"; });
       return true;
     }
-    if (twins.Count() != 1) return false;
+    if (twins.Count() != 1) {
+      NoteFate(Fate::PassedOver, [&] { return fmt::format("its link names {} records", twins.Count()); });
+      return false;
+    }
     record_.twin = twins.At(0);
     return true;
   }
@@ -91,7 +107,10 @@ class ListSendWork final : public RowWork {
 
   void ModifyTwin(MsgSetRequest& messageSet) {
     const auto& twin = record_.twin;
-    if (rule_ == TwinRule::LeaveAlone) return;
+    if (rule_ == TwinRule::LeaveAlone) {
+      NoteFate(Fate::LeftAsItWas, kNeverChanged);
+      return;
+    }
     if (send_.announces == Announces::PairsThatGo && !TwinMoves(twin)) return;
     TellRecordId(record_.linkId);
     const auto request = messageSet.Append(send_.modRequestOf == nullptr ? send_.modRequest : send_.modRequestOf(twin));
@@ -101,13 +120,17 @@ class ListSendWork final : public RowWork {
     if (!IsFilled(request, RequestKind::Mod)) return;
     const auto sent = Exchange(messageSet, request, RequestKind::Mod, 0);
     // Nothing is written back after a Mod.
-    if (!sent.refusal) return;
+    if (!sent.refusal) {
+      NoteFate(Fate::Changed);
+      return;
+    }
     if (*sent.refusal != Refusal::TryNextName) {
       EndRefused(*sent.refusal, sent.answer.GetAt(0));
       return;
     }
     // The name that the Mod would have given is in use: the record is added anew, in the same set.
     tried_.insert(NameOf(request));
+    leavesTwin_ = true;
     if (!AddRecord(messageSet, 1)) EndRefused(Refusal::AskInItsOwnBox, sent.answer.GetAt(0));
   }
 
@@ -139,7 +162,10 @@ class ListSendWork final : public RowWork {
     for (int resends = 0;; ++resends) {
       auto answer = session_.DoRequests(messageSet);
       const auto& response = answer.GetAt(index);
-      if (response.StatusCode() == status::kOk) return {std::move(answer), std::nullopt};
+      if (response.StatusCode() == status::kOk) {
+        if (resends > 0) NoteWhy([] { return "without what QuickBooks refused at first"; });
+        return {std::move(answer), std::nullopt};
+      }
       const auto refusal = Settle({.request = request,
                                    .response = response,
                                    .kind = kind,
@@ -174,7 +200,7 @@ class ListSendWork final : public RowWork {
       sent.emplace(Exchange(messageSet, request, RequestKind::Add, retryIndex));
       const auto& response = sent->answer.GetAt(retryIndex);
       if (!sent->refusal) {
-        WriteLinkBack(response.Detail()["ListID"].GetValue());
+        EndAdded(response.Detail()["ListID"].GetValue(), retryIndex);
         return true;
       }
       if (*sent->refusal != Refusal::TryNextName) {
@@ -227,6 +253,23 @@ class ListSendWork final : public RowWork {
     }
   }
 
+  void EndAdded(const std::string& listId, std::size_t retryIndex) {
+    NoteFate(Fate::Added);
+    NoteIdentifier(listId);
+    if (retryIndex > 0) {
+      NoteWhy([&] { return fmt::format("its name is in use; it is \"{}\" there", record_.countedName); });
+    }
+    if (leavesTwin_) {
+      // It will be so at each change: a Mod gives the name without its counter. Only who reads this can end it.
+      WriteLog(
+          fmt::format("The name of {} {} is in use in QuickBooks. It was added once more: {} is its link now, in the "
+                      "place of {}, which stays in QuickBooks.",
+                      list_.tableName, record_.key, listId, record_.linkId));
+      NoteFormer(record_.linkId);
+    }
+    WriteLinkBack(listId);
+  }
+
   void WriteLinkBack(const std::string& listId) {
     TellRecordId(record_.key);
     auto& connection = walk_->Connection();
@@ -268,6 +311,7 @@ class ListSendWork final : public RowWork {
   SendRecord record_;
   RowEnd end_ = RowEnd::Done;    // of the row in hand
   std::set<std::string> tried_;  // names of the record in hand, as cut
+  bool leavesTwin_ = false;      // its twin can't be given its name
 };
 
 }  // namespace

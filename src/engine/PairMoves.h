@@ -13,6 +13,9 @@
 
 namespace twqb {
 
+// What is told of a pair that the settings keep as it is.
+inline constexpr std::string_view kNeverChanged = "the settings never change a linked record";
+
 // Whether the record of a pair goes: `twin` is QuickBooks' side. `readRowDate` is asked where the rule needs it; a pair
 // whose dates can't be read stays as it is.
 [[nodiscard]] bool PairMoves(Direction direction, TwinRule rule, const Record& twin,

@@ -11,6 +11,8 @@ void RecordWalk::Walk(std::size_t progressFrom, RecordWork& work) {
   const auto raised = CatchError([&] { TakeAll(progressFrom, work); });
   // Ahead of the records, at their end, or where a table goes on behind no error: there is nothing to go on with.
   if (raised) Tell(*raised);
+  inHand_.reset();
+  TellExtent({.found = static_cast<std::int64_t>(call_.records.Count()), .taken = counter_});
   work.Abandon();
   // The caller's connection stays the caller's.
   CloseObjects(run_, run_.ShowsProgress() ? texts_.form : FormToo::Leave, nullptr, &rows_, &ownConnection_);
@@ -47,10 +49,22 @@ void RecordWalk::TakeAll(std::size_t progressFrom, RecordWork& work) {
   bool lacking = false;
   for (const auto& record : records) {
     name_.clear();
-    lacking = TakeRecord(work, record) == RecordEnd::Lacking || lacking;
+    const auto end = TakeRecordInHand(work, record);
+    if (end == RecordEnd::LeaveTable) break;
+    lacking = end == RecordEnd::Lacking || lacking;
     if (!EndRecord()) break;
   }
   if (lacking) TellLacking(texts_.lacking, run_);
+}
+
+// One that an error ended stays in hand until that is told.
+RecordEnd RecordWalk::TakeRecordInHand(RecordWork& work, const Record& record) {
+  if (!IsObserved()) return TakeRecord(work, record);
+  inHand_.emplace(Standing::Record);
+  const auto end = TakeRecord(work, record);
+  if (end == RecordEnd::Lacking) NoteFateAtLast(Fate::PassedOver, "what it belongs to is not here");
+  inHand_.reset();
+  return end;
 }
 
 RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
@@ -67,9 +81,9 @@ RecordEnd RecordWalk::TakeRecord(RecordWork& work, const Record& record) {
     end = work.TakeRecord(*this, record);
   });
   if (!raised) return end;
+  if (inHand_) inHand_->NoteFailure(*raised);
   if (texts_.afterError == AfterError::EndsTheRun) throw PlatformError(*raised);
-  AskAfterError(work, *raised);
-  return end;
+  return AskAfterError(work, *raised);
 }
 
 ado::Recordset& RecordWalk::Rows() const {
@@ -77,7 +91,7 @@ ado::Recordset& RecordWalk::Rows() const {
   return *rows_;
 }
 
-void RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
+RecordEnd RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
   // A half-written row must not be in the way of the next record.
   IgnoreErrors([&] {
     if (rows_ && rows_->EditState() != ado::EditMode::None) rows_->CancelUpdate();
@@ -86,13 +100,20 @@ void RecordWalk::AskAfterError(RecordWork& work, const PlatformError& raised) {
   Tell(raised);
   const auto answer = TheDesk().ShowMessageBox({.text = "Do you want to continue transfering rest of the records?",
                                                 .title = "Question",
+                                                .icon = texts_.askedWith,
                                                 .buttons = BoxButtons::YesNo});
   if (answer == BoxAnswer::Yes) {
     run_.g_TableOk = TableOk::GoOn;
     run_.g_Cancelled = false;
-  } else {
-    run_.g_Cancelled = true;
+    return RecordEnd::Done;
   }
+  if (texts_.afterError == AfterError::AsksAndLeaves) {
+    EndCancelled(run_);
+    run_.g_Cancelled = true;
+    return RecordEnd::LeaveTable;
+  }
+  run_.g_Cancelled = true;
+  return RecordEnd::Done;
 }
 
 // False: the user wants no more.

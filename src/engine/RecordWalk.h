@@ -15,13 +15,16 @@
 #include "engine/RowWalk.h"
 #include "engine/Table.h"
 #include "platform/ado.h"
+#include "platform/desk.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
-// What follows an error in a record, once it has been told.
-enum class AfterError : std::uint8_t { Asks, EndsTheRun };
+// What follows an error in a record, once it has been told. Asked, a user who says No has cancelled; where that leaves
+// the routine on the spot, the wish stays for whatever runs next.
+enum class AfterError : std::uint8_t { Asks, AsksAndLeaves, EndsTheRun };
 
 // The texts of a get. The name of the record in hand follows the log line.
 struct GetTexts {
@@ -31,6 +34,7 @@ struct GetTexts {
   LackingBox lacking = {};
   ErrorReport errors = ErrorReport::ErrorHandler;
   AfterError afterError = AfterError::Asks;
+  BoxIcon askedWith = BoxIcon::None;
   FormToo form = FormToo::Leave;  // at the end; a form that stays is for the dispatcher to take down
   // Of a dependent call without a connection; left out: such a call opens one of its own.
   std::string_view missingConnection = {};
@@ -38,8 +42,9 @@ struct GetTexts {
 
 // What became of a record.
 enum class RecordEnd : std::uint8_t {
-  Done,    // taken over or passed over
-  Lacking  // passed over for lack of what it belongs to, which the end of the run tells
+  Done,       // taken over or passed over
+  Lacking,    // passed over for lack of what it belongs to, which the end of the run tells
+  LeaveTable  // no further record; the outcome is set
 };
 
 class RecordWalk;
@@ -86,8 +91,9 @@ class RecordWalk {
  private:
   void TakeAll(std::size_t progressFrom, RecordWork& work);
   RecordEnd TakeRecord(RecordWork& work, const Record& record);
+  RecordEnd TakeRecordInHand(RecordWork& work, const Record& record);
   void Tell(const PlatformError& raised) const;
-  void AskAfterError(RecordWork& work, const PlatformError& raised);
+  [[nodiscard]] RecordEnd AskAfterError(RecordWork& work, const PlatformError& raised);
   [[nodiscard]] bool EndRecord() const;
 
   const GetTexts& texts_;
@@ -100,6 +106,7 @@ class RecordWalk {
   std::string name_;
   std::int64_t counter_ = 0;
   bool showsProgress_ = false;
+  std::optional<RecordInHand> inHand_;  // where the run is observed
 };
 
 }  // namespace twqb

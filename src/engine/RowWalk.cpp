@@ -20,8 +20,10 @@ void RowWalk::Walk(const Sql& sql, RowWork& work) {
     begun = Begin(sql, work);
     if (begun == Begun::Yes) TakeAll(work);
   });
-  if (begun == Begun::NotSecured) return;
   if (raised) TellError(*raised, work);
+  inHand_.reset();
+  TellExtent({.found = total_, .taken = taken_});
+  if (begun == Begun::NotSecured) return;
   const bool takesFormDown = run_.ShowsProgress() && (raised || total_ > 0 || work.ClosesWithoutRows());
   CloseObjects(run_, takesFormDown ? FormToo::Unload : FormToo::Leave, &rows_, nullptr, &connection_);
   if (begun == Begun::WithoutRows) return;
@@ -60,7 +62,7 @@ void RowWalk::TakeAll(RowWork& work) {
     return;
   }
   while (!rows_->Eof()) {
-    const auto end = TakeRow(work);
+    const auto end = TakeRowInHand(work);
     if (end == RowEnd::LeaveTable) {
       run_.g_TableOk = TableOk::False;
       break;
@@ -71,9 +73,21 @@ void RowWalk::TakeAll(RowWork& work) {
   if (lacking_ && texts_.lacking.when == LackingBox::When::AheadOfClosing) TellLacking(texts_.lacking, run_);
 }
 
+// The record of a row that an error ended stays in hand until that is told.
+RowEnd RowWalk::TakeRowInHand(RowWork& work) {
+  ++taken_;
+  if (!IsObserved()) return TakeRow(work);
+  inHand_.emplace(Standing::Record, [&work] { return work.KeyInHand(); });
+  const auto end = TakeRow(work);
+  if (end == RowEnd::Lacking) NoteFateAtLast(Fate::PassedOver, "what it belongs to has no link");
+  inHand_.reset();
+  return end;
+}
+
 RowEnd RowWalk::TakeRow(RowWork& work) {
   auto end = RowEnd::Done;
   if (const auto raised = CatchError([&] { end = work.TakeRow(*this); })) {
+    if (inHand_) inHand_->NoteFailure(*raised);
     if (!work.PassesOver(*raised)) throw *raised;
     ReportError(texts_.errors, texts_.routine, *raised);
   }

@@ -7,12 +7,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/PlatformError.h"
 #include "platform/ado.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 #include "services/Run.h"
 #include "services/Sql.h"
 
@@ -68,6 +70,8 @@ class RowWork {
   virtual void SummariseBroken(Run& /*run*/) {}
   // What follows the log line of a walk that an error ended.
   [[nodiscard]] virtual std::string RowInHand() const = 0;
+  // The key of the row in hand, for whoever observes the run.
+  [[nodiscard]] virtual std::string KeyInHand() const { return RowInHand(); }
 };
 
 class RowWalk {
@@ -98,6 +102,7 @@ class RowWalk {
   void TakeAll(RowWork& work);
   void TellError(const PlatformError& raised, const RowWork& work);
   RowEnd TakeRow(RowWork& work);
+  RowEnd TakeRowInHand(RowWork& work);
   void TellMended(const RowWork& work, const ado::Recordset* row) const;
   [[nodiscard]] bool EndRow(RowWork& work);
   void ShowRow(const std::string& text) const;
@@ -108,7 +113,9 @@ class RowWalk {
   std::unique_ptr<ado::Recordset> rows_;
   std::int64_t total_ = 0;
   std::int64_t counter_ = 0;
+  std::int64_t taken_ = 0;
   bool lacking_ = false;
+  std::optional<RecordInHand> inHand_;  // where the run is observed
 };
 
 // Tells the call-back object the identifier of the record in hand.

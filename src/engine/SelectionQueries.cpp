@@ -36,12 +36,14 @@ class Narrowing {
   Narrowing(const Table& table, const SavedFilters& filters)
       : filters_(filters), hasRange_(BothOf(filters.Date1a, filters.Date1b)) {
     const auto key = std::string(table.names.send) + "_LastSendAt";
-    lastSend_ = LocalToUTC(TextToDate(gf_ReadSettings("QBSEND_", key, Vars().g_TWSettingsPath, kNeverSent)));
+    lastSendHere_ = TextToDate(gf_ReadSettings("QBSEND_", key, Vars().g_TWSettingsPath, kNeverSent));
+    lastSend_ = LocalToUTC(lastSendHere_);
     if (!hasRange_) return;
     rangeFrom_ = TextToDate(filters.Date1a);
     rangeTo_ = TextToDate(filters.Date1b).PlusDays(1);
   }
 
+  [[nodiscard]] Date LastSend() const { return lastSendHere_; }
   // Nothing when the clause is off.
   [[nodiscard]] std::optional<ClauseValues> ValuesOf(ClauseOn on) const {
     switch (on) {
@@ -76,6 +78,7 @@ class Narrowing {
 
   const SavedFilters& filters_;
   bool hasRange_;
+  Date lastSendHere_;  // local time
   Date lastSend_;
   Date rangeFrom_;  // zero dates without a range
   Date rangeTo_;
@@ -92,12 +95,13 @@ std::string BaseOf(const Selection& selection) {
 }
 
 Sql WithClauses(const Selection& selection, std::string_view base, const SavedFilters& filters,
-                const Narrowing& narrowing) {
+                const Narrowing& narrowing, std::optional<Date>& changedSince) {
   auto statement = Sql::Own(base);
   bool hasWhere = base.find(" WHERE ") != std::string::npos;
   for (const auto& clause : selection.clauses) {
     const auto values = narrowing.ValuesOf(clause.on);
     if (!values) continue;
+    if (clause.on == ClauseOn::LastSend) changedSince = narrowing.LastSend();
     const auto filled =
         fmt::format(fmt::runtime(clause.text), fmt::arg("K", hasWhere ? " AND " : " WHERE "),
                     fmt::arg("P", selection.prefix), fmt::arg("a", values->a.Text()), fmt::arg("b", values->b.Text()));
@@ -112,6 +116,11 @@ Sql WithClauses(const Selection& selection, std::string_view base, const SavedFi
 }  // namespace
 
 Sql BuildSelectSQL(const Table& table, const SavedFilters& filters) {
+  std::optional<Date> ignored;
+  return BuildSelectSQL(table, filters, ignored);
+}
+
+Sql BuildSelectSQL(const Table& table, const SavedFilters& filters, std::optional<Date>& changedSince) {
   const auto& selection = table.selection;
   if (selection.base.empty()) return {};
 
@@ -119,7 +128,8 @@ Sql BuildSelectSQL(const Table& table, const SavedFilters& filters) {
   const bool isPassed = selection.passed != nullptr && !Vars().g_PassedID.empty();
   if (selection.onlyPassed && !isPassed) return {};
   const auto base = BaseOf(selection);
-  auto statement = isPassed ? selection.passed(base, filters) : WithClauses(selection, base, filters, narrowing);
+  auto statement =
+      isPassed ? selection.passed(base, filters) : WithClauses(selection, base, filters, narrowing, changedSince);
   if (!statement.IsEmpty()) statement += ";";
   return statement;
 }

@@ -1,9 +1,11 @@
 // The one SELECT from which a send reads its rows. What each table's statement is made of stands in its module.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "engine/Table.h"
+#include "platform/Date.h"
 
 namespace twqb {
 
@@ -13,5 +15,7 @@ namespace twqb {
 //
 // The values are not protected against quotes.
 [[nodiscard]] Sql BuildSelectSQL(const Table& table, const SavedFilters& filters);
+// The same; `changedSince` is the local time of the last send, where that keeps rows out.
+[[nodiscard]] Sql BuildSelectSQL(const Table& table, const SavedFilters& filters, std::optional<Date>& changedSince);
 
 }  // namespace twqb

@@ -1,10 +1,13 @@
 #include "engine/StatusRules.h"
 
+#include <fmt/format.h>
+
 #include <array>
 
 #include "messages/StatusCodes.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -48,6 +51,10 @@ const StatusRule& RuleFor(std::span<const StatusRule> rules, const RefusedReques
 }
 
 Refusal ApplyRule(const StatusRule& rule, const RefusedRequest& refused, bool& wantsNoMore) {
+  // What then may yet make something else of it.
+  NoteFate(Fate::Refused, [&] {
+    return fmt::format("status {}: {}", refused.response.StatusCode(), refused.response.StatusMessage());
+  });
   if (rule.log != nullptr) {
     for (const auto& line : rule.log(refused)) WriteLog(line);
   }

@@ -15,8 +15,8 @@ void WriteLink(ado::Connection& connection, const RowPlace& place, std::string_v
   std::int64_t rows = 0;
   connection.Execute(Sql("UPDATE {} SET QBLinkID = '{}' WHERE {};", place.table, link, place.condition), &rows);
   if (linked == Linked::AnyRows || rows == 1) return;
-  WriteLog(fmt::format("The link {} was written to {} rows of {} in the place of one: {}", link, rows, place.table,
-                       place.condition.Text()));
+  LogError("WriteLink", fmt::format("The link {} was written to {} rows of {} in the place of one: {}", link, rows,
+                                    place.table, place.condition.Text()));
 }
 
 void WriteStamp(ado::Connection& connection, const RowPlace& place) {

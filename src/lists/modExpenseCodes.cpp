@@ -17,6 +17,7 @@
 #include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -69,6 +70,7 @@ constexpr std::string_view kUnknownItems = "FROMQB:";
 
 void ReadExpenseCode(const ado::Recordset& /*row*/, SendRecord& record) {
   record.passedOver = UpperCase(record.key) == kUnknownItems;
+  if (record.passedOver) NoteFate(Fate::PassedOver, "no item of QuickBooks stands for it");
 }
 
 std::string_view ModRequestOf(const Record& twin) {

@@ -16,6 +16,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 
 namespace twqb {
@@ -72,7 +73,9 @@ constexpr std::string_view kFromQuickBooks = "From QuickBooks";
 
 // The client must be in QuickBooks first.
 Admission AdmitProjectRow(const ado::Recordset& row) {
-  return IsNull(row.Field("ClientQBLinkID")) ? Admission::Lacking : Admission::Admitted;
+  if (!IsNull(row.Field("ClientQBLinkID"))) return Admission::Admitted;
+  NoteFate(Fate::PassedOver, "its client has no link");
+  return Admission::Lacking;
 }
 
 bool IsPhase(const ado::Recordset& row) {

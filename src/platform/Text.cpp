@@ -170,6 +170,35 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
+std::string ReplaceControls(std::string_view text, const std::function<std::string(unsigned)>& shown) {
+  // DEL, and as UTF-8 the second set of controls, behind those below the blank.
+  constexpr unsigned char kDelete = 0x7F;
+  constexpr unsigned char kLeadOfSecondSet = 0xC2;
+  constexpr unsigned char kEndOfSecondSet = 0xA0;
+  // Most texts have none, and are not taken apart.
+  const auto mayBegin = [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < ' ' || byte == kDelete || byte == kLeadOfSecondSet;
+  };
+  if (std::ranges::none_of(text, mayBegin)) return std::string(text);
+  std::string replaced;
+  replaced.reserve(text.size());
+  CharacterWalk walk(text);
+  for (auto next = walk.Next(); !next.empty(); next = walk.Next()) {
+    const auto first = static_cast<unsigned char>(next.front());
+    const auto last = static_cast<unsigned char>(next.back());
+    const bool isLayout = first == '\t' || first == '\r' || first == '\n';
+    const bool isInSecondSet = next.size() == 2 && first == kLeadOfSecondSet && last < kEndOfSecondSet;
+    const bool isInFirstSet = next.size() == 1 && ((first < ' ' && !isLayout) || first == kDelete);
+    replaced += isInFirstSet || isInSecondSet ? shown(last) : std::string(next);
+  }
+  return replaced;
+}
+
+std::string WithoutControls(std::string_view text) {
+  return ReplaceControls(text, [](unsigned) { return std::string("?"); });
+}
+
 bool IsXmlText(std::string_view text) {
   int index = 0;
   const int size = static_cast<int>(text.size());

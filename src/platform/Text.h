@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,11 @@ inline constexpr std::string_view kCrLf = "\r\n";
 // The same text as XML can carry it: bytes that are no UTF-8 are read as Windows-1252, in which old databases wrote,
 // and what XML bars is left out.
 [[nodiscard]] std::string XmlText(std::string_view text);
+
+// The text with what `shown` makes of each control character in their places; a tab, CR and LF stay.
+[[nodiscard]] std::string ReplaceControls(std::string_view text, const std::function<std::string(unsigned)>& shown);
+// The same with "?" for each.
+[[nodiscard]] std::string WithoutControls(std::string_view text);
 
 // Walks the characters of a text. `Next` gives the next character's bytes; empty at the end.
 class CharacterWalk {

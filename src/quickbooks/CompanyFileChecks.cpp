@@ -131,12 +131,20 @@ bool AskForChangedFile(std::string_view currentFile, std::string_view lastFile) 
   return answer == BoxAnswer::Yes;
 }
 
+// A copy that fails is no error of the run and changes nothing of what is shown; the log alone knows.
+void CopyToBackup(const std::string& file, const std::string& copy, std::string_view ofWhat) {
+  const auto raised = CatchError([&] { TheMachine().CopyFile(file, copy); });
+  if (!raised) return;
+  WriteLog(file.empty() ? fmt::format("There is no backup of the {}: its path is not known.", ofWhat)
+                        : fmt::format("There is no backup of the {} \"{}\": {}", ofWhat, file, raised->description()));
+}
+
 void BackUp(const std::string& companyFile, const std::string& databaseFile) {
   const auto companyCopy = companyFile + std::string(kBackupSuffix);
   const auto databaseCopy = databaseFile + std::string(kBackupSuffix);
   IgnoreErrors([] { TheDesk().SetPointer(Pointer::Wait); });
-  IgnoreErrors([&] { TheMachine().CopyFile(companyFile, companyCopy); });
-  IgnoreErrors([&] { TheMachine().CopyFile(databaseFile, databaseCopy); });
+  CopyToBackup(companyFile, companyCopy, "company file");
+  CopyToBackup(databaseFile, databaseCopy, "database");
   IgnoreErrors([] { TheDesk().SetPointer(Pointer::Default); });
   // The copies' results are not looked at.
   IgnoreErrors([&] {

@@ -6,6 +6,7 @@
 #include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -34,6 +35,7 @@ std::string QBErrorText(const Response& response, std::string_view prefix) {
 }
 
 void ShowQBError(const Response& response, std::string_view prefix) {
+  TellErrorToObserver("QuickBooks", static_cast<ErrorNumber>(response.StatusCode()), response.StatusMessage());
   TheDesk().ShowMessageBox({.text = QBErrorText(response, prefix), .title = "Error", .icon = BoxIcon::Information});
 }
 

@@ -83,10 +83,12 @@ std::string RequireScalarFromSQL(const Sql& strSQL) {
   return WithGlobalConnection([&] { return FirstField(*GlobalConnection().Execute(strSQL, nullptr)); });
 }
 
+Date NeverUpdated() { return Date::FromMilliseconds(kNeverUpdatedSerial * Date::kDay); }
+
 std::optional<Date> GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1,
                                         std::string_view strField2) {
   return RunAs("GetTWDateOfUpdation", std::optional<Date>{}, [&] {
-    std::optional<Date> date = Date::FromMilliseconds(kNeverUpdatedSerial * Date::kDay);
+    std::optional<Date> date = NeverUpdated();
     if (const auto changed = rs.Field(strField1); !IsNull(changed)) {
       date = UTCToLocal(ToDate(changed));
     } else if (const auto fallback = rs.Field(strField2); !IsNull(fallback)) {

@@ -41,8 +41,11 @@ void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, st
 // The same for a caller with a handler of its own: raises on any error.
 [[nodiscard]] std::string RequireScalarFromSQL(const Sql& strSQL);
 
+// What stands for the date of a row that has none: 1 January 1901.
+[[nodiscard]] Date NeverUpdated();
+
 // When a row last changed, local time: field 1 (UTC) turned into local time; if NULL, field 2 as it stands; if both are
-// NULL, 1 January 1901. An error goes to ErrorHandler and gives nothing: no record may be overwritten on a date that
+// NULL, NeverUpdated. An error goes to ErrorHandler and gives nothing: no record may be overwritten on a date that
 // nobody could read.
 [[nodiscard]] std::optional<Date> GetTWDateOfUpdation(const ado::Recordset& rs, std::string_view strField1,
                                                       std::string_view strField2);

@@ -6,6 +6,7 @@
 
 #include "platform/Text.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -44,6 +45,7 @@ std::string ErrorBoxText(ErrorNumber number, std::string_view description, std::
 std::int32_t SignedNumber(ErrorNumber number) { return static_cast<std::int32_t>(number); }
 
 void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::string_view strProcedure) {
+  TellErrorToObserver(strProcedure, lngNumber, strDescription);
   IgnoreErrors([&] {
     TheDesk().ShowMessageBox(
         {.text = ErrorBoxText(lngNumber, strDescription, strProcedure), .title = "WARNING", .icon = BoxIcon::Warning});
@@ -53,6 +55,7 @@ void ErrorHandler(ErrorNumber lngNumber, std::string_view strDescription, std::s
 }
 
 void ShowErrorIn(std::string_view strProcedure, const PlatformError& raised) {
+  TellErrorToObserver(strProcedure, raised.number(), raised.description());
   IgnoreErrors([&] {
     TheDesk().ShowMessageBox({.text = fmt::format("Error in '{}()' :- {}\r\nError No = {}", strProcedure,
                                                   raised.description(), SignedNumber(raised.number())),
@@ -68,13 +71,19 @@ void ReportError(ErrorReport report, std::string_view strProcedure, const Platfo
   }
 }
 
+std::string LogFile(Machine& machine) {
+  const auto today = machine.Now().ToCivil();
+  // The month has no leading zero.
+  return fmt::format("{}/TWQBLog{}{}.txt", machine.LibraryFolder(), today.year, today.month);
+}
+
 void WriteLog(std::string_view strLine) {
-  IgnoreErrors([&] {
-    auto& machine = TheMachine();
-    const auto today = machine.Now().ToCivil();
-    // The month has no leading zero.
-    machine.AppendLine(fmt::format("{}/TWQBLog{}{}.txt", machine.LibraryFolder(), today.year, today.month), strLine);
-  });
+  IgnoreErrors([&] { TheMachine().AppendLine(LogFile(TheMachine()), strLine); });
+}
+
+void LogError(std::string_view strProcedure, std::string_view strLine, ErrorNumber number) {
+  WriteLog(strLine);
+  TellErrorToObserver(strProcedure, number, strLine, ToldBy::Log);
 }
 
 }  // namespace twqb

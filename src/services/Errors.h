@@ -5,10 +5,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "platform/PlatformError.h"
+#include "platform/machine.h"
 
 namespace twqb {
 
@@ -25,8 +27,13 @@ void ReportError(ErrorReport report, std::string_view strProcedure, const Platfo
 // As boxes and logs print it: 0x8004040C is -2147220468.
 [[nodiscard]] std::int32_t SignedNumber(ErrorNumber number);
 
+// The log of this month, by the machine's clock.
+[[nodiscard]] std::string LogFile(Machine& machine);
+
 // Appends one line to the month's log beside the library. A line that can't be written is lost without a word.
 void WriteLog(std::string_view strLine);
+// Writes a line that tells of an error which no box tells of.
+void LogError(std::string_view strProcedure, std::string_view strLine, ErrorNumber number = 0);
 
 // The error that `body` raised, or nothing.
 template <typename Body>

@@ -18,8 +18,11 @@ namespace twqb {
 
 enum class ActiveOnly : std::int16_t;
 class QBSessionManager;
+class RecordInHand;
+class RunObserver;
 struct SavedFilters;
 struct Table;
+struct TableInHand;
 
 // The dispatch's get of one table, handed down for the pull of single records (see engine/DependentPull.h).
 using GetTableRoutine = bool (*)(std::int32_t table, const SavedFilters& filters, ActiveOnly activeOnly, bool blnByID,
@@ -35,6 +38,10 @@ struct ModuleVariables : Run {
   Platform platform;
   std::span<const Table* const> tables;  // that a host brings in place of the built-in ones; empty: these
   GetTableRoutine pull = nullptr;        // nothing while no dispatch stands above
+
+  RunObserver* observer = nullptr;           // of the host; nothing: nobody hears what becomes of records
+  const TableInHand* tableInHand = nullptr;  // what it hears of; nothing between tables
+  RecordInHand* inHand = nullptr;            // and between records
 
   std::shared_ptr<QBSessionManager> g_QBSession;  // nothing when not connected
   std::unique_ptr<Callback> g_QBCallback;         // made on demand while subscribed

@@ -13,6 +13,7 @@
 #include "quickbooks/Requests.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
@@ -51,6 +52,12 @@ std::vector<std::string> LinesOf(const Record& bill) {
   return lines;
 }
 
+// For the answer that a row does not become a line.
+bool Stays(std::string_view why) {
+  NoteFate(Fate::PassedOver, why);
+  return false;
+}
+
 }  // namespace
 
 std::string LinkOfPerson(std::string_view employeeId) { return LinkBy("Employee", "EmployeeID", employeeId); }
@@ -61,13 +68,14 @@ BillInHand::BillInHand(QBSessionManager& session)
 bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& columns, const CostCodes& codes) {
   // A row of no project gets as far as its amount.
   const auto project = row.Field("ProjectID");
-  if (!IsNull(project) && LinkBy("Project", "projectID", ToText(project)).empty()) return false;
+  if (!IsNull(project) && LinkBy("Project", "projectID", ToText(project)).empty())
+    return Stays("its project has no link");
   const auto line = request_["ORItemLineAddList"].Append()["ItemLineAdd"];
   line.Keep();
   std::string itemLink;
   if (const auto code = row.Field(columns.code); !IsNull(code)) {
     itemLink = LinkBy(codes.table, codes.keyColumn, ToText(code));
-    if (itemLink.empty()) return false;
+    if (itemLink.empty()) return Stays("its code has no link");
     line["ItemRef"]["ListID"].SetValue(itemLink);
   }
   if (const auto text = row.Field(columns.description); !IsNull(text)) line["Desc"].SetValue(ToText(text));
@@ -75,7 +83,7 @@ bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& column
   // A markup is the client's affair.
   line["Amount"].SetValue((NumberIn(row, columns.quantity) * NumberIn(row, columns.cost)).ToCents());
   const auto projectLink = LinkBy("Project", "projectID", ToText(project));
-  if (projectLink.empty()) return false;
+  if (projectLink.empty()) return Stays("it has no project");
   line["CustomerRef"]["ListID"].SetValue(projectLink);
   if (!IsNull(row.Field(columns.billable))) {
     line["BillableStatus"].SetValue(IsTrueFlag(row, columns.billable) ? kBillable : kNotBillable);
@@ -92,7 +100,7 @@ SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::R
                   QBSessionManager& session, Run& run) {
   std::optional<MsgSetResponse> answer;
   if (!IgnoreErrors([&] { answer = session.DoRequests(bill.MessageSet()); })) {
-    WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
+    LogError("SendBill", "Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
     return {};
   }
   const auto& response = answer->GetAt(0);
@@ -100,11 +108,18 @@ SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::R
     const auto added = response.Detail();
     SentBill sent = {.end = SentBill::End::Added, .txnId = added["TxnID"].GetValue(), .lines = LinesOf(added)};
     TellRecordId(sent.txnId);
+    NoteFate(Fate::Added, "");
+    NoteIdentifier(sent.txnId);
     return sent;
   }
   const RefusedRequest refused{
       .request = bill.Request(), .response = response, .kind = RequestKind::Add, .record = record, .row = row};
   return {.end = EndsTheRun(kRules, refused, run) ? SentBill::End::LeaveTable : SentBill::End::Refused};
+}
+
+std::string Unquoted(const Sql& key) {
+  const auto text = key.Text();
+  return std::string(text.substr(1, text.size() - 2));
 }
 
 std::string ProblemWithBills(std::string_view what) {

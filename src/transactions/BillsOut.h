@@ -59,6 +59,9 @@ class BillInHand {
   Sql list_;
 };
 
+// The key of a row out of QuotedKeys.
+[[nodiscard]] std::string Unquoted(const Sql& key);
+
 // What became of a bill that was sent.
 struct SentBill {
   enum class End : std::uint8_t { Added, NotSent, Refused, LeaveTable };

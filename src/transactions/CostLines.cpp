@@ -9,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
@@ -69,13 +70,15 @@ std::string NumberOfDocument(const Record& document) {
   return Trim(number).empty() ? MadeUpNumber() : number;
 }
 
-std::optional<std::string> ShownNumber(std::string_view words, const Record& document) {
-  const auto number = document["RefNumber"];
-  return number.IsNothing() ? std::nullopt : std::optional(std::string(words) + number.GetValue());
-}
-
-bool MayBeChanged(ado::Recordset& rows, std::string_view link, TwinRule rule, const Record& record) {
-  return rule != TwinRule::LeaveAlone && FindRowToChange(rows, link, rule, record, "LastUpdated");
+bool MayBeChanged(ado::Recordset& rows, std::string_view keyColumn, std::string_view link, TwinRule rule,
+                  const Record& record) {
+  if (rule == TwinRule::LeaveAlone) {
+    NoteFate(Fate::LeftAsItWas, kNeverChanged);
+    return false;
+  }
+  const bool may = FindRowToChange(rows, link, rule, record, "LastUpdated");
+  NoteKeyOf(rows, keyColumn);
+  return may;
 }
 
 LineRow::LineRow(ado::Connection& connection, const LineTable& table, std::string link)
@@ -85,12 +88,14 @@ LineRow::LineRow(ado::Connection& connection, const LineTable& table, std::strin
       rows_(connection, table.opened) {}
 
 bool LineRow::MayBeChanged(TwinRule rule, const Record& record) const {
-  return twqb::MayBeChanged(Row(), link_, rule, record);
+  return twqb::MayBeChanged(Row(), table_.keyColumn, link_, rule, record);
 }
 
 void LineRow::Add() const {
   Row().AddNew();
-  Row().SetField(table_.keyColumn, GenerateGUID());
+  auto key = GenerateGUID();
+  NoteKey(key);
+  Row().SetField(table_.keyColumn, std::move(key));
 }
 
 bool IsBilled(std::string_view status) {
@@ -105,11 +110,6 @@ void ForEachLine(const Record& lines, std::string_view branch, const std::functi
     const auto line = branch.empty() ? entry : entry[branch];
     if (!line.IsNothing()) take(line);
   }
-}
-
-void DeleteDocument(ado::Connection& connection, std::string_view table, std::string_view keyColumn,
-                    std::string_view key) {
-  connection.Execute(Sql("DELETE FROM {} WHERE {} = '{}';", table, keyColumn, key), nullptr);
 }
 
 }  // namespace twqb

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,17 +47,12 @@ struct LineCode {
 // The document's own number, or one that is made up where it has none, or a blank one.
 [[nodiscard]] std::string NumberOfDocument(const Record& document);
 
-// What the form shows of a document: its number behind the words; nothing without one.
-[[nodiscard]] std::optional<std::string> ShownNumber(std::string_view words, const Record& document);
-
 // --- Rows ------------------------------------------------------------------------------------------------------------
 
 // Whether a row that is linked to the record may be written over; it is the current row then. `record` is what has the
 // time that counts, for its lines, too.
-[[nodiscard]] bool MayBeChanged(ado::Recordset& rows, std::string_view link, TwinRule rule, const Record& record);
-
-// Whether a document's row was there ahead of its record.
-enum class Before : std::uint8_t { New, Known };
+[[nodiscard]] bool MayBeChanged(ado::Recordset& rows, std::string_view keyColumn, std::string_view link, TwinRule rule,
+                                const Record& record);
 
 // Where lines of one kind become rows.
 struct LineTable {
@@ -88,15 +82,15 @@ class LineRow {
   OpenTable rows_;
 };
 
+// What is told of a document that was taken back, and of a row that was billed.
+inline constexpr std::string_view kWithoutLines = "none of its lines could come";
+inline constexpr std::string_view kBilledAlready = "it was billed here";
+
 // Whether a row of that status was billed, and is nobody's to change.
 [[nodiscard]] bool IsBilled(std::string_view status);
 
 // The lines of a document: the entries of a repeating choice that are `branch`, and not groups, or, without one, of a
 // list.
 void ForEachLine(const Record& lines, std::string_view branch, const std::function<void(const Record& line)>& take);
-
-// Takes back the row of a document of which no line was stored.
-void DeleteDocument(ado::Connection& connection, std::string_view table, std::string_view keyColumn,
-                    std::string_view key);
 
 }  // namespace twqb

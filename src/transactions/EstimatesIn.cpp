@@ -1,18 +1,16 @@
 #include "transactions/EstimatesIn.h"
 
-#include <fmt/format.h>
-
 #include <array>
-#include <optional>
 #include <span>
 #include <utility>
 
 #include "engine/Mapping.h"
-#include "engine/RecordWalk.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
+#include "transactions/CostGet.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
 #include "transactions/TxnTable.h"
@@ -23,37 +21,30 @@ namespace {
 
 // --- The budget ------------------------------------------------------------------------------------------------------
 
-constexpr std::string_view kTable = "Budget";
-constexpr std::string_view kKeyColumn = "BudgetID";
+constexpr CostTable kBudgets = {.table = "Budget",
+                                .keyColumn = "BudgetID",
+                                // Support knows the box of an error by the name of another table's routine.
+                                .routine = "MoveVendorBillToTW",
+                                .shown = "Getting Estimates from QuickBooks...",
+                                .numbers = "Estimate No. "};
 
-// The record in hand.
-struct Estimate {
-  const Record& record;
-  ado::Connection& connection;
-  std::string txnId;
-  std::string project;  // "" without one
-  Before before = Before::New;
-  std::string key = {};
-  bool isStored = false;  // a line of it was
-};
-
-using BudgetColumn = NewColumn<Estimate>;
+using BudgetColumn = NewColumn<CostDocument>;
 constexpr std::array kNewBudget = {
     BudgetColumn{"BudgetGroupDesc",
-                 [](const Estimate& /*estimate*/) -> Given { return std::string("From QuickBooks"); }},
-    BudgetColumn{"BudgetMiscAmt", [](const Estimate& /*estimate*/) -> Given { return Currency(); }},
-    BudgetColumn{"IsLocked", [](const Estimate& /*estimate*/) -> Given { return std::int64_t{0}; }},
+                 [](const CostDocument& /*estimate*/) -> Given { return std::string("From QuickBooks"); }},
+    BudgetColumn{"BudgetMiscAmt", [](const CostDocument& /*estimate*/) -> Given { return Currency(); }},
+    BudgetColumn{"IsLocked", [](const CostDocument& /*estimate*/) -> Given { return std::int64_t{0}; }},
 };
 // Without a date: the row of a budget is never the later side.
 constexpr std::array kBudget = {
-    BudgetColumn{"IsEstimate", [](const Estimate& /*estimate*/) -> Given { return true; }},
-    BudgetColumn{"QBLinkID", [](const Estimate& estimate) -> Given { return estimate.txnId; }},
+    BudgetColumn{"IsEstimate", [](const CostDocument& /*estimate*/) -> Given { return true; }},
+    BudgetColumn{"QBLinkID", [](const CostDocument& estimate) -> Given { return estimate.txnId; }},
 };
 
 // --- Its lines -------------------------------------------------------------------------------------------------------
 
 struct EstimateLine {
-  const Estimate& estimate;
+  const CostDocument& estimate;
   const ado::Recordset& row;
   const LineCode& code;
   std::string link;
@@ -132,61 +123,43 @@ std::string OnOneLine(std::string_view text) {
   return DoubleQuotes(ReplaceAll(ReplaceAll(text, "\n", " "), "\r", " "));
 }
 
-class EstimateGet final : public RecordWork {
+class EstimateGet final : public CostGet {
  public:
-  explicit EstimateGet(TwinRule rule) : rule_(rule) {}
-
-  [[nodiscard]] std::optional<std::string> ShownOf(const Record& record) const override {
-    return ShownNumber("Estimate No. ", record);
-  }
-
-  RecordEnd TakeRecord(RecordWalk& walk, const Record& record) override {
-    Estimate estimate = {.record = record,
-                         .connection = walk.Connection(),
-                         .txnId = record["TxnID"].GetValue(),
-                         .project = ProjectOf(walk.Connection(), record)};
-    if (!WriteBudget(walk.Rows(), estimate)) return RecordEnd::Done;
-    ForEachLine(record["OREstimateLineRetList"], "EstimateLineRet",
-                [&](const Record& line) { TakeLine(estimate, line); });
-    if (estimate.before == Before::Known) return RecordEnd::Done;
-    if (!estimate.isStored) DeleteDocument(estimate.connection, kTable, kKeyColumn, estimate.key);
-    if (!estimate.project.empty()) NameInProject(estimate);
-    return RecordEnd::Done;
-  }
+  explicit EstimateGet(const GetCall& call) : CostGet(kBudgets, call) {}
 
  private:
-  // Of a job; a customer alone is no project.
-  static std::string ProjectOf(ado::Connection& connection, const Record& record) {
-    if (CustomerName(record).find(':') == std::string::npos) return {};
-    return LookUp(connection, Sql("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
-                                  record["CustomerRef"]["ListID"].GetValue()));
-  }
-
-  // False: the budget is here and stays as it is, with all its lines.
-  bool WriteBudget(ado::Recordset& rows, Estimate& estimate) const {
-    if (IsLinkedTo(estimate.connection, kTable, estimate.txnId)) {
-      estimate.before = Before::Known;
-      if (!MayBeChanged(rows, estimate.txnId, rule_, estimate.record)) return false;
-      estimate.key = ColumnText(rows, kKeyColumn);
-    } else {
-      rows.AddNew();
-      estimate.key = NumberOfDocument(estimate.record);
-      rows.SetField(kKeyColumn, estimate.key);
-      WriteColumns<Estimate>(rows, kNewBudget, estimate);
-    }
-    WriteColumns<Estimate>(rows, kBudget, estimate);
-    rows.Update();
+  // A customer alone is no project, and the estimate has none.
+  bool Begin(CostDocument& estimate) override {
+    const auto& record = estimate.record;
+    project_ = CustomerName(record).find(':') == std::string::npos
+                   ? std::string()
+                   : LookUp(estimate.connection, Sql("SELECT ProjectID FROM Project WHERE QBLinkID = '{}';",
+                                                     record["CustomerRef"]["ListID"].GetValue()));
     return true;
   }
 
-  void TakeLine(Estimate& estimate, const Record& record) const {
+  void FillHeader(ado::Recordset& row, const CostDocument& estimate) override {
+    if (estimate.before == Before::New) {
+      row.SetField(kBudgets.keyColumn, NumberOfDocument(estimate.record));
+      WriteColumns<CostDocument>(row, kNewBudget, estimate);
+    }
+    WriteColumns<CostDocument>(row, kBudget, estimate);
+  }
+
+  void TakeLines(CostDocument& estimate) override {
+    ForEachLine(estimate.record["OREstimateLineRetList"], "EstimateLineRet",
+                [&](const Record& line) { AsPart(Standing::Line, "", [&] { TakeLine(estimate, line); }); });
+  }
+
+  void TakeLine(CostDocument& estimate, const Record& record) const {
     const auto code = CodeOfItem(estimate.connection, record);
     const auto& rows = code.kind == CodeKind::Activity ? kActivityRows : kExpenseRows;
     auto link = record["TxnLineID"].GetValue();
+    NoteIdentifier(link);
     const LineRow place(estimate.connection, rows.table, link);
-    if (!place.IsNew() && !place.MayBeChanged(rule_, estimate.record)) return;
+    if (!place.IsNew() && !place.MayBeChanged(Rule(), estimate.record)) return;
     auto description = TextOr(record, "Desc", "");
-    if (UpperCase(description) == "SUBTOTAL") return;
+    if (UpperCase(description) == "SUBTOTAL") return NoteFate(Fate::PassedOver, "it is a subtotal");
     description = OnOneLine(description);
     if (description.empty()) description = DescriptionOf(estimate.connection, code);
     const EstimateLine line = {.estimate = estimate,
@@ -202,35 +175,26 @@ class EstimateGet final : public RecordWork {
     }
     WriteColumns<EstimateLine>(place.Row(), rows.columns, line);
     place.Row().Update();
-    estimate.isStored = true;
+    NoteFate(place.IsNew() ? Fate::Added : Fate::Changed);
+    estimate.hasLines = true;
   }
 
   // A project keeps the first estimate that it got.
-  static void NameInProject(const Estimate& estimate) {
+  void EndNew(const CostDocument& estimate) override {
+    if (project_.empty()) return;
     IgnoreErrors([&] {
       estimate.connection.Execute(
           Sql("UPDATE Project SET EstimateID = '{}' WHERE ProjectID = '{}' AND EstimateID IS NULL;", estimate.key,
-              estimate.project),
+              project_),
           nullptr);
     });
   }
 
-  const TwinRule rule_;
+  std::string project_;  // of the estimate in hand
 };
-
-constexpr GetTexts kTexts = {
-    // Support knows the box of an error by the name of another table's routine.
-    .routine = "MoveVendorBillToTW",
-    .shown = "Getting Estimates from QuickBooks...",
-    .errors = ErrorReport::OwnBox,
-    .afterError = AfterError::EndsTheRun};
 
 }  // namespace
 
-void MoveEstimatesToTW(const GetCall& call) {
-  EstimateGet work(call.rule);
-  constexpr std::size_t kAlways = 1;
-  RecordWalk(kTexts, kTable, call).Walk(kAlways, work);
-}
+void MoveEstimatesToTW(const GetCall& call) { EstimateGet(call).TakeAll(); }
 
 }  // namespace twqb

@@ -12,6 +12,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
@@ -25,6 +26,7 @@ namespace {
 // --- What the three kinds differ in ----------------------------------------------------------------------------------
 
 constexpr std::string_view kTable = "ExpenseLog";
+constexpr std::string_view kRoutine = "MoveExpenseLogToTW";
 
 enum class PaidBy : std::uint8_t { CheckOrCard, Bill };
 
@@ -142,6 +144,7 @@ struct Document {
   std::string person = {};      // "" where the payee is nobody here
   bool isStored = false;        // a line of it was written,
   bool hasRowsAlready = false;  // or was there beforehand
+  bool isTold = false;          // an observer hears of its lines
 };
 
 class ExpenseGet final : public RecordWork {
@@ -153,6 +156,8 @@ class ExpenseGet final : public RecordWork {
 
   RecordEnd TakeRecord(RecordWalk& walk, const Record& record) override {
     Document document = {.record = record, .connection = walk.Connection(), .rows = walk.Rows()};
+    if (IsObserved()) NoteIdentifier(record["TxnID"].GetValueOrEmpty());
+    NoteFate(Fate::PassedOver, "no line of it is for a project");
     document.person = PersonOf(document);
     ForEachLine(record["ORItemLineRetList"], "ItemLineRet", [&](const Record& line) {
       if (!line["CustomerRef"].IsNothing()) TakeLine(document, line, kItemLine);
@@ -187,6 +192,7 @@ class ExpenseGet final : public RecordWork {
     WriteLog("The following error occured: -");
     WriteLog(fmt::format("Error Number = {}", SignedNumber(raised->number())));
     WriteLog("Error Description: -" + raised->description());
+    TellErrorToObserver(kRoutine, raised->number(), raised->description());
   }
 
   [[nodiscard]] std::string PersonOf(const Document& document) const {
@@ -200,8 +206,13 @@ class ExpenseGet final : public RecordWork {
     return person;
   }
 
+  // Each line is told as a record, and the document by its lines.
   void TakeLine(Document& document, const Record& line, const LineForm& form) const {
-    if (WriteLine(document, line, form)) document.isStored = true;
+    DropRecordInHand();
+    document.isTold = true;
+    AsPart(Standing::Record, "", [&] {
+      if (WriteLine(document, line, form)) document.isStored = true;
+    });
     DropUnwritten(document.rows);
   }
 
@@ -209,15 +220,16 @@ class ExpenseGet final : public RecordWork {
   bool WriteLine(Document& document, const Record& line, const LineForm& form) const {
     auto& rows = document.rows;
     Expense expense = {.row = rows, .link = line["TxnLineID"].GetValue()};
+    NoteIdentifier(expense.link);
     const bool isNew = !IsLinkedTo(document.connection, kTable, expense.link);
     Kept kept;
     if (isNew) {
       BeginRow(rows);
     } else {
       document.hasRowsAlready = true;
-      if (!MayBeChanged(rows, expense.link, rule_, document.record)) return false;
+      if (!MayBeChanged(rows, "ELID", expense.link, rule_, document.record)) return false;
       kept = KeptBy(document.connection, expense.link);
-      if (IsBilled(kept.billed)) return false;
+      if (IsBilled(kept.billed)) return LeavesBilled();
     }
     if (!FindCode(document.connection, line, form, expense)) return false;
     if (!FindProject(document, line["CustomerRef"], expense)) return false;
@@ -238,7 +250,7 @@ class ExpenseGet final : public RecordWork {
       expense.markup = 0;
       expense.date = document.record["TxnDate"].GetDate();
     }
-    Write(rows, expense);
+    Write(rows, expense, isNew);
     return true;
   }
 
@@ -251,7 +263,11 @@ class ExpenseGet final : public RecordWork {
     const auto found = connection.OpenRecordset(
         Sql("SELECT ExpID, ExpDescription FROM Expense WHERE QBLinkID = '{}';", reference["ListID"].GetValue()),
         ado::CursorType::Static, ado::LockType::ReadOnly);
-    if (found->Eof()) return !isItem || kind_.paidBy == PaidBy::CheckOrCard;
+    if (found->Eof()) {
+      const bool comes = !isItem || kind_.paidBy == PaidBy::CheckOrCard;
+      if (!comes) NoteFate(Fate::PassedOver, "its item is not here");
+      return comes;
+    }
     expense.code = ColumnText(*found, "ExpID");
     if (const auto description = found->Field("ExpDescription"); !IsNull(description)) {
       expense.description = ToText(description);
@@ -266,6 +282,7 @@ class ExpenseGet final : public RecordWork {
         Sql("SELECT ProjectID, EmployeeID FROM Project WHERE QBLinkID = '{}';", listId), ado::CursorType::Static,
         ado::LockType::ReadOnly);
     if (found->Eof()) {
+      NoteFate(Fate::PassedOver, "its job is not here");
       WriteLog(
           fmt::format("Move Expenses to TW: Skipping the record, because the job with List ID = '{} - {}' has not "
                       "been transferred from QuickBooks to Tallywick",
@@ -273,6 +290,7 @@ class ExpenseGet final : public RecordWork {
       return false;
     }
     if (IsNull(found->Field("EmployeeID"))) {
+      NoteFate(Fate::PassedOver, "its project has no employee");
       WriteLog(
           fmt::format("Skipping the record, because Employee ID not found in the Projects table where QBLinkID = "
                       "'{}'",
@@ -286,23 +304,30 @@ class ExpenseGet final : public RecordWork {
 
   // One row for all of it, for the project that the payee is.
   void TakeWhole(Document& document) const {
-    WriteWhole(document);
+    DropRecordInHand();
+    AsPart(Standing::Record, "", [&] {
+      if (!WriteWhole(document) && document.isTold) DropRecordInHand();
+    });
     DropUnwritten(document.rows);
   }
 
-  void WriteWhole(Document& document) const {
+  // False: it does not come.
+  bool WriteWhole(Document& document) const {
     auto& rows = document.rows;
     const auto& record = document.record;
     Expense expense = {.row = rows, .link = record["TxnID"].GetValue(), .description = "From QB"};
+    NoteIdentifier(expense.link);
     const bool isNew = !IsLinkedTo(document.connection, kTable, expense.link);
     if (isNew) {
       BeginRow(rows);
-    } else if (!MayBeChanged(rows, expense.link, rule_, record) || IsBilled(ColumnText(rows, "ELBilled"))) {
-      return;
+    } else if (!MayBeChanged(rows, "ELID", expense.link, rule_, record)) {
+      return false;
+    } else if (IsBilled(ColumnText(rows, "ELBilled"))) {
+      return LeavesBilled();
     }
-    if (!FindProject(document, record["PayeeEntityRef"], expense)) return;
+    if (!FindProject(document, record["PayeeEntityRef"], expense)) return false;
     // Its lines are here, if unchanged: the whole beside them would be the same money twice.
-    if (isNew && document.hasRowsAlready) return;
+    if (isNew && document.hasRowsAlready) return false;
     const auto amount = AmountOf(record["Amount"]).value_or(Currency());
     const auto memo = record["Memo"];
     if (!memo.IsNothing()) expense.description = memo.GetValue();
@@ -311,16 +336,24 @@ class ExpenseGet final : public RecordWork {
     expense.units = 1;
     expense.markup = 0;
     expense.date = record["TxnDate"].GetDate();
-    Write(rows, expense);
+    Write(rows, expense, isNew);
+    return true;
+  }
+
+  static bool LeavesBilled() {
+    NoteFate(Fate::LeftAsItWas, kBilledAlready);
+    return false;
   }
 
   static void BeginRow(ado::Recordset& rows) {
     rows.AddNew();
     rows.SetField("ELID", GenerateGUID());
   }
-  static void Write(ado::Recordset& rows, const Expense& expense) {
+  static void Write(ado::Recordset& rows, const Expense& expense, bool isNew) {
     WriteColumns<Expense>(rows, kColumns, expense);
     rows.Update();
+    NoteFate(isNew ? Fate::Added : Fate::Changed);
+    NoteKeyOf(rows, "ELID");
   }
   static void DropUnwritten(ado::Recordset& rows) {
     if (rows.EditState() != ado::EditMode::None) rows.CancelUpdate();
@@ -342,7 +375,7 @@ void MoveExpenseLogToTW(const GetCall& call) {
     return;
   }
   const auto& kind = kKinds.at(static_cast<std::size_t>(call.part));
-  const GetTexts texts = {.routine = "MoveExpenseLogToTW",
+  const GetTexts texts = {.routine = kRoutine,
                           .shown = kind.shown,
                           .errors = ErrorReport::OwnBox,
                           .afterError = AfterError::EndsTheRun,

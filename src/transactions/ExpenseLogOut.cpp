@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <optional>
+#include <span>
 #include <string>
 
 #include "engine/Mapping.h"
@@ -16,6 +17,7 @@
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "transactions/BillsOut.h"
 #include "transactions/PickVendor.h"
 #include "transactions/TxnRow.h"
@@ -52,14 +54,21 @@ class ExpenseSend final : public RowWork {
     record_.key = ColumnText(row, "ELID");
     if (IsNull(row.Field("LastUpdated"))) stampsRows_ = true;
     walk.CountRow([&] { return fmt::format("{}, {}", ColumnText(row, "ELDate"), ColumnText(row, "EmployeeID")); });
-    if (const auto link = ColumnText(row, "QBLinkID"); !Trim(link).empty() && IsCheckOrCharge(link))
+    if (const auto link = ColumnText(row, "QBLinkID"); !Trim(link).empty() && IsCheckOrCharge(link)) {
+      NoteFate(Fate::LeftAsItWas, "QuickBooks has it, and it never goes twice");
       return RowEnd::Done;
+    }
     if (const auto person = ColumnText(row, "EmployeeID"); !bill_ || person != person_) {
       bill_.emplace(session_);
+      isTold_ = false;
       person_ = person;
-      if (!AssignVendor(row)) return RowEnd::Done;
+      if (!AssignVendor(row)) {
+        NoteFateAtLast(Fate::PassedOver, "there is no vendor to bill it for");
+        return RowEnd::Done;
+      }
     }
     if (!bill_->AppendLine(row, kColumns, kExpenseCodes)) return RowEnd::Done;
+    DropRecordInHand();
     if (const auto date = row.Field("ELDate"); !IsNull(date)) date_ = DateFloor(ToDate(date));
     return RowEnd::Done;
   }
@@ -70,9 +79,10 @@ class ExpenseSend final : public RowWork {
     if (person_ == next || !bill_ || !bill_->HasLines()) return RowEnd::Done;
     bill_->Request()["TxnDate"].SetValue(date_);
     bill_->Request()["DueDate"].SetValue(date_.PlusDays(kDaysToPay));
-    const auto sent = SendBill(*bill_, record_, walk.Row(), session_, run_);
+    const auto sent = Send(walk.Row());
     if (sent.end == SentBill::End::LeaveTable) {
       left_ = true;
+      bill_.reset();
       return RowEnd::LeaveTable;
     }
     if (sent.end == SentBill::End::NotSent) failed_ = true;
@@ -82,7 +92,9 @@ class ExpenseSend final : public RowWork {
     return RowEnd::Done;
   }
 
+  void SummariseBroken(Run& /*run*/) override { TellUnsent(); }
   void Summarise(Run& run) override {
+    TellUnsent();
     TheDesk().SetPointer(Pointer::Default);
     if (failed_) {
       TellLacking({.text = ProblemWithBills("Vendors, Expense Codes and Projects"), .failsTheTable = true}, run);
@@ -92,6 +104,31 @@ class ExpenseSend final : public RowWork {
   }
 
  private:
+  // Sends the bill. Its rows are told with it, each as a record.
+  SentBill Send(const ado::Recordset& row) {
+    if (!IsObserved()) return SendBill(*bill_, record_, row, session_, run_);
+    RecordInHand bill(Standing::Record, [this] { return bill_->Keys().Text(); });
+    bill.Drop();
+    auto sent = SendBill(*bill_, record_, row, session_, run_);
+    TellRows(bill.Account(), sent.lines);
+    isTold_ = true;
+    return sent;
+  }
+
+  void TellRows(RecordAccount account, std::span<const std::string> lines) const {
+    const auto& keys = bill_->QuotedKeys();
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      account.key = Unquoted(keys[i]);
+      account.identifier = i < lines.size() ? lines[i] : std::string();
+      TellRecord(account);
+    }
+  }
+
+  // Rows of a bill that the end of the run came ahead of.
+  void TellUnsent() const {
+    if (bill_ && !isTold_) TellRows({.why = "the run ended ahead of its bill"}, {});
+  }
+
   // A link to anything else is stale, and the row is billed.
   bool IsCheckOrCharge(const std::string& link) {
     constexpr std::size_t kCharges = 1;
@@ -148,6 +185,7 @@ class ExpenseSend final : public RowWork {
   bool stampsRows_ = false;  // a row had no date since rows were last stamped
   bool failed_ = false;
   bool left_ = false;
+  bool isTold_ = false;  // the rows of the bill were
 };
 
 }  // namespace

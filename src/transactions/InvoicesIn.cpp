@@ -218,7 +218,8 @@ void Write(const TxnArrival& arrival) {
 }
 
 constexpr std::array kLinks = {
-    TxnLink{.reference = "CustomerRef", .keySelect = "SELECT ProjectID FROM Project WHERE QBLINKID = '"},
+    TxnLink{
+        .reference = "CustomerRef", .keySelect = "SELECT ProjectID FROM Project WHERE QBLINKID = '", .required = true},
     TxnLink{.reference = "CustomerRef",
             .keySelect = "SELECT ClientID FROM Project WHERE QBLINKID = '",
             .failed = FailedLook::IsTold},
@@ -231,13 +232,17 @@ constexpr TxnTable kDocuments = {
     .get =
         {
             // The form speaks of invoices over credit memos, too.
-            .texts = {.routine = kKind.routine, .shown = "Getting Invoices from QuickBooks...", .log = kKind.log},
+            .texts = {.routine = kKind.routine,
+                      .shown = "Getting Invoices from QuickBooks...",
+                      .log = kKind.log,
+                      .askedWith = BoxIcon::Question},
             .links = kLinks,
             .looks = LooksFirst::ForTheLinks,
             .pull = CustomerPull::ClientAndProject,
             .shown = kKind.shown,
             .name = CustomerName,
             .admit = IsTaken,
+            .stays = "it has no number, or is pending",
             .write = Write<kKind>,
         },
 };

@@ -16,6 +16,7 @@
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "transactions/InvoiceItems.h"
 #include "transactions/InvoiceLines.h"
 #include "transactions/RetainerItems.h"
@@ -66,6 +67,7 @@ class InvoiceSend final : public RowWork {
     record_.linkId = ColumnText(row, "TransactionTableQBLinkID");
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return RowEnd::Done;
     if (const auto total = row.Field("TransactionInvBillAmt"); !IsNull(total) && ToDecimal(total).IsNegative()) {
+      NoteFate(Fate::PassedOver, "its amount is below nothing");
       return RowEnd::Done;
     }
     auto messageSet = RequireMsgSetRequest(session_);
@@ -110,6 +112,7 @@ class InvoiceSend final : public RowWork {
   }
 
   void NoteWithoutLines(std::string_view number) {
+    NoteFate(Fate::PassedOver, "its amount is zero");
     WriteLog(
         fmt::format("Could not transfer an invoice to QB, because its amount is zero. TransactionID = {}  "
                     "TransactionInvNum = {}",

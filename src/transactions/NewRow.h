@@ -11,6 +11,7 @@
 
 #include "platform/ado.h"
 #include "quickbooks/ResponseModel.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -37,6 +38,7 @@ void AddRow(ado::Recordset& rows, std::span<const NewColumn<Source>> columns, co
   rows.AddNew();
   WriteColumns(rows, columns, source);
   rows.Update();
+  NoteFate(Fate::Added);
 }
 
 // Fields that QuickBooks may leave out.

@@ -9,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/NewRow.h"
 #include "transactions/PaymentMethods.h"
@@ -79,6 +80,7 @@ std::string AddMoney(const TxnArrival& arrival) {
                               .title = "Error",
                               .icon = BoxIcon::Information});
   }
+  NoteKey(payId);
   return payId;
 }
 
@@ -238,7 +240,9 @@ constexpr TxnTable kPayments = {
         {
             .texts = {.routine = "MovePaymentsToTW",
                       .shown = "Getting Payments from QuickBooks...",
-                      .log = "Error transfering Payment to Tallywick. Customer = "},
+                      .log = "Error transfering Payment to Tallywick. Customer = ",
+                      .afterError = AfterError::AsksAndLeaves,
+                      .askedWith = BoxIcon::Question},
             .links = kLinks,
             // A payment that was applied to no invoice here has no row there, and comes once more.
             .hereIn = "TransactionTable",

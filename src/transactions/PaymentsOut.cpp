@@ -18,6 +18,7 @@
 #include "services/Errors.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Settings.h"
 #include "services/Sql.h"
 #include "services/msgForm.h"
@@ -167,10 +168,10 @@ class PaymentSend final : public RowWork {
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return;
     const auto rows = Sql("(PayID = '{}')", record_.key);
     const auto link = PayerOfRetainer(rows);
-    if (link.empty()) return;
+    if (link.empty()) return NoteFateAtLast(Fate::PassedOver, "its payer has no link");
     const auto date = PaymentDate(payment);
     const auto amount = NumberIn(payment, "PayAmt").ToCents();
-    if (amount < Currency()) return;
+    if (amount < Currency()) return NoteFate(Fate::PassedOver, "its amount is below nothing");
     const auto txnId = AddRetainerPayment(
         session_,
         {.CustomerListID = link, .TxnDate = date, .RefNumber = ColumnText(payment, "PayRef"), .Amount = amount});
@@ -179,6 +180,8 @@ class PaymentSend final : public RowWork {
       AskAboutRetainer();
       return;
     }
+    NoteFate(Fate::Added);
+    NoteIdentifier(txnId);
     auto& connection = walk.Connection();
     WriteLink(connection, PaymentRow(), txnId);
     WriteLink(connection, {.table = "TransactionTable", .condition = rows}, txnId, Linked::AnyRows);
@@ -194,7 +197,7 @@ class PaymentSend final : public RowWork {
       key = RequireScalarFromSQL(Sql("SELECT ClientID FROM TransactionTable WHERE {};", rows));
     }
     if (!key.empty()) return GetQBLinkIDOf(kind, key);
-    WriteLog("Error transferring Payment to QB. Pay ID = " + record_.key);
+    LogError(kSendTexts.routine, "Error transferring Payment to QB. Pay ID = " + record_.key);
     return {};
   }
 
@@ -221,10 +224,15 @@ class PaymentSend final : public RowWork {
         ado::CursorType::Static, ado::LockType::ReadOnly);
     auto end = RowEnd::Done;
     for (; !allocations->Eof(); allocations->MoveNext()) {
-      const auto allocated = SendAllocation(walk, *allocations);
+      auto allocated = Allocated::GiveUp;
+      AsPart(Standing::Line, "", [&] {
+        NoteKeyOf(*allocations, "TransactionID");
+        allocated = SendAllocation(walk, *allocations);
+      });
       if (allocated == Allocated::LeaveTable) end = RowEnd::LeaveTable;
       if (allocated != Allocated::Next) break;
     }
+    NoteFateAtLast(Fate::PassedOver, "it goes to no invoice");
     allocations->Close();
     return end;
   }
@@ -234,7 +242,10 @@ class PaymentSend final : public RowWork {
     auto messageSet = RequireMsgSetRequest(session_);
     const auto request = messageSet.Append("ReceivePaymentAddRq");
     record_.lastUpdatedIsNull = IsNull(allocation.Field("LastUpdated"));
-    if (GetQBLinkIDOf("CLIENT", ColumnText(allocation, "ClientID")).empty()) return Allocated::GiveUp;
+    if (GetQBLinkIDOf("CLIENT", ColumnText(allocation, "ClientID")).empty()) {
+      NoteFate(Fate::PassedOver, "its client has no link");
+      return Allocated::GiveUp;
+    }
     const auto method = ColumnText(payment, "PayMethod");
     const auto how = HowApplied(method);
     SetCut(request["PaymentMethodRef"]["FullName"], PaymentMethodName(method));
@@ -244,10 +255,16 @@ class PaymentSend final : public RowWork {
     }
     SendFields(request, payment, kFields);
     const auto project = GetQBLinkIDOf("PROJECT", ColumnText(allocation, "ProjectID"));
-    if (project.empty()) return Allocated::Next;
+    if (project.empty()) {
+      NoteFate(Fate::PassedOver, "its project has no link");
+      return Allocated::Next;
+    }
     request["CustomerRef"]["ListID"].SetValue(project);
     const auto invoice = FindInvoice(allocation);
-    if (!invoice || HoldsBack(payment, allocation, *invoice)) return Allocated::GiveUp;
+    if (!invoice || HoldsBack(payment, allocation, *invoice)) {
+      NoteFateAtLast(Fate::PassedOver, "QuickBooks does not expect so much for its invoice");
+      return Allocated::GiveUp;
+    }
     if (!invoice->account.empty()) request["ARAccountRef"]["FullName"].SetValue(invoice->account);
     Apply(request, how, *invoice, NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
     return Exchange(walk, messageSet, request, allocation);
@@ -264,6 +281,7 @@ class PaymentSend final : public RowWork {
             number, project));
     if (invoice.id.empty()) {
       ++missing_.count;
+      NoteFate(Fate::PassedOver, "its invoice is not in QuickBooks");
       WriteLog(
           fmt::format("Could not transfer Payment to QB, because the invoice does not exist in QB. Missing Inv Num "
                       "= {}, ClientID = {} , ProjectID = {}",
@@ -273,6 +291,7 @@ class PaymentSend final : public RowWork {
     RecordList found;
     if (!ApplyQBFiltersAndReadRecords(kInvoicesTable, kInvoicesTable.reads.front(), found, session_,
                                       {.strID = invoice.id}, run_)) {
+      NoteFateAtLast(Fate::PassedOver, "its invoice can't be found in QuickBooks");
       return std::nullopt;
     }
     for (const auto& record : found) {
@@ -339,6 +358,8 @@ class PaymentSend final : public RowWork {
     const auto txnId = response.Detail()["TxnID"].GetValue();
     auto& connection = walk.Connection();
     TellRecordId(txnId);
+    NoteFate(Fate::Added);
+    NoteIdentifier(txnId);
     // Of several allocations the last one's payment is the row's; each keeps its own.
     WriteLink(connection, PaymentRow(), txnId);
     const RowPlace row = {.table = "TransactionTable",

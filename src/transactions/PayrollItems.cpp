@@ -107,7 +107,8 @@ bool AddPayrollItemWage(QBSessionManager& session, const std::string& expenseAcc
     const auto& response = answer.GetAt(0);
     const auto code = response.StatusCode();
     if (code == status::kOk || code == status::kNameInUse) return true;
-    WriteLog(fmt::format("Error adding Payroll Item Wage : \r\nError code = {}\r\nError Message = {}", code,
+    LogError("SecureWageItems",
+             fmt::format("Error adding Payroll Item Wage : \r\nError code = {}\r\nError Message = {}", code,
                          response.StatusMessage()));
     return false;
   });

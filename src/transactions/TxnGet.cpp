@@ -4,6 +4,7 @@
 #include "engine/Mapping.h"
 #include "services/Database.h"
 #include "services/Errors.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/TxnTable.h"
 
@@ -18,6 +19,12 @@ void PullCustomer(CustomerPull pull, const Record& record, ado::Connection& conn
   TransferCustomerOrJobFromQB(customer["ListID"].GetValue(), &connection, pull == CustomerPull::Client ? "Client" : "");
 }
 
+std::string WhyUnknown(const Record& record, std::string_view reference) {
+  const auto referred = record[reference];
+  if (referred.IsNothing()) return fmt::format("it has no {}", reference);
+  return fmt::format("{} {} is not here", reference, referred["FullName"].GetValueOrEmpty());
+}
+
 class TxnGetWork final : public RecordWork {
  public:
   explicit TxnGetWork(const TxnTable& txn) : txn_(txn), get_(txn.get) {}
@@ -28,21 +35,30 @@ class TxnGetWork final : public RecordWork {
 
   RecordEnd TakeRecord(RecordWalk& walk, const Record& record) override {
     if (get_.name != nullptr) walk.Name(get_.name(record));
-    if (get_.admit != nullptr && !get_.admit(record)) return RecordEnd::Done;
+    if (get_.admit != nullptr && !get_.admit(record)) {
+      if (IsObserved()) NoteIdentifier(record["TxnID"].GetValueOrEmpty());
+      NoteFate(Fate::PassedOver, get_.stays);
+      return RecordEnd::Done;
+    }
     auto& connection = walk.Connection();
     PullCustomer(get_.pull, record, connection);
     const auto txnId = record["TxnID"].GetValue();
+    NoteIdentifier(txnId);
     if (get_.looks == LooksFirst::ForTheRecord && IsHere(connection, txnId)) return RecordEnd::Done;
     const auto values = ValuesOf(record, connection);
     if (!values) return RecordEnd::Done;
     if (get_.looks == LooksFirst::ForTheLinks && IsHere(connection, txnId)) return RecordEnd::Done;
     get_.write({.record = record, .txnId = txnId, .values = *values, .rows = walk.Rows(), .connection = connection});
+    NoteFate(Fate::Added);
+    NoteKeyOf(walk.Rows(), txn_.keyColumn);
     return RecordEnd::Done;
   }
 
  private:
   [[nodiscard]] bool IsHere(ado::Connection& connection, std::string_view txnId) const {
-    return IsLinkedTo(connection, get_.hereIn.empty() ? txn_.tableName : get_.hereIn, txnId);
+    const bool isHere = IsLinkedTo(connection, get_.hereIn.empty() ? txn_.tableName : get_.hereIn, txnId);
+    if (isHere) NoteFate(Fate::LeftAsItWas, "it is here, and never comes twice");
+    return isHere;
   }
 
   // The keys of what the record refers to, as the links' look-ups give them; nothing where one is missing without which
@@ -58,7 +74,10 @@ class TxnGetWork final : public RecordWork {
       const bool looksElsewhere = !link.otherwise.empty() && !values.empty() && values.back().empty();
       auto found = Find(link, looksElsewhere ? link.otherwise : link.keySelect, record, connection);
       if (found.size() < link.values || found.front().empty()) {
-        if (link.unknown == Unknown::PassesOver) return std::nullopt;
+        if (link.unknown == Unknown::PassesOver) {
+          NoteFate(Fate::PassedOver, [&] { return WhyUnknown(record, link.reference); });
+          return std::nullopt;
+        }
         found.assign(link.values, {});
       }
       for (auto& value : found) values.push_back(std::move(value));
@@ -70,10 +89,11 @@ class TxnGetWork final : public RecordWork {
   [[nodiscard]] static std::vector<std::string> Find(const TxnLink& link, std::string_view select, const Record& record,
                                                      ado::Connection& connection) {
     std::vector<std::string> found;
+    const auto listId = [&] { return record[link.reference]["ListID"].GetValue(); };
+    if (link.required) static_cast<void>(listId());
     const auto look = [&] {
-      const auto rows =
-          connection.OpenRecordset(Sql("{}{}';", Sql::Own(select), record[link.reference]["ListID"].GetValue()),
-                                   ado::CursorType::Static, ado::LockType::ReadOnly);
+      const auto rows = connection.OpenRecordset(Sql("{}{}';", Sql::Own(select), listId()), ado::CursorType::Static,
+                                                 ado::LockType::ReadOnly);
       if (rows->Eof()) return;
       for (std::size_t i = 0; i < link.values; ++i) found.push_back(ToText(rows->FieldAt(static_cast<int>(i))));
     };

@@ -7,6 +7,7 @@
 #include "quickbooks/Requests.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 
 namespace twqb {
@@ -27,17 +28,22 @@ std::string ClassFor(std::string_view projectLink, std::string_view codes, std::
 
 bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& session, Run& run) {
   if (record.linkId.empty()) return false;
+  NoteIdentifier(record.linkId);
   RecordList twins;
   if (ApplyQBFiltersAndReadRecords(table, table.reads.front(), twins, session, {.strID = record.linkId}, run)) {
+    NoteFate(Fate::LeftAsItWas, "QuickBooks has it, and it never goes twice");
     return true;
   }
   record.linkId.clear();
+  NoteWhy([] { return "its link led to nothing any more"; });
   return false;
 }
 
 void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
                    const std::string& txnId) {
   TellRecordId(txnId);
+  NoteFate(Fate::Added);
+  NoteIdentifier(txnId);
   WriteLink(connection, place, txnId);
   Vars().g_NewQBLinkID = txnId;
   if (record.lastUpdatedIsNull) WriteStamp(connection, place);

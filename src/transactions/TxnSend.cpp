@@ -9,6 +9,7 @@
 #include "services/Conversions.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "transactions/TxnRow.h"
 #include "transactions/TxnTable.h"
 
@@ -34,7 +35,10 @@ class TxnSendWork final : public RowWork {
     record_ = {};
     walk.BeginRow(kCallbackTransaction);
     told_ = send_.told(&row);
-    if (send_.admit != nullptr && !send_.admit(row)) return RowEnd::Done;
+    if (send_.admit != nullptr && !send_.admit(row)) {
+      NoteFate(Fate::PassedOver, send_.stays);
+      return RowEnd::Done;
+    }
     record_.key = ColumnText(row, txn_.keyColumn);
     record_.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));
     IgnoreErrors([&] { walk.CountRow([&] { return send_.shown == nullptr ? record_.key : send_.shown(row); }); });
@@ -45,19 +49,27 @@ class TxnSendWork final : public RowWork {
     const auto links = LinksOf(row);
     if (links.size() < send_.links.size()) return RowEnd::Lacking;
     const auto request = messageSet.Append(send_.addRequest);
-    if (!send_.fill(request, row, links)) return RowEnd::Done;
+    if (!send_.fill(request, row, links)) {
+      NoteFateAtLast(Fate::PassedOver, "QuickBooks can't hold it");
+      return RowEnd::Done;
+    }
     return Exchange(walk, messageSet, request);
   }
 
   [[nodiscard]] std::string RowInHand() const override { return told_; }
+  [[nodiscard]] std::string KeyInHand() const override { return record_.key; }
 
  private:
   // The links of what the row refers to, up to the first that is missing.
   [[nodiscard]] std::vector<std::string> LinksOf(const ado::Recordset& row) const {
     std::vector<std::string> links;
     for (const auto& link : send_.links) {
-      auto found = GetQBLinkIDOf(link.kind, ColumnText(row, link.column));
-      if (found.empty()) break;
+      const auto key = ColumnText(row, link.column);
+      auto found = GetQBLinkIDOf(link.kind, key);
+      if (found.empty()) {
+        NoteFate(Fate::PassedOver, [&] { return fmt::format("{} {} has no link", link.column, key); });
+        break;
+      }
       links.push_back(std::move(found));
     }
     return links;

@@ -35,6 +35,7 @@ struct TxnLink {
   std::string_view otherwise = {};  // the same where the link before this one found nothing; left out: no other
   std::size_t values = 1;           // how many columns that selects
   bool optional = false;            // a record without the reference has nothing to look up
+  bool required = false;            // a record without the reference is an error, even where a failed look-up is none
   Unknown unknown = Unknown::PassesOver;
   FailedLook failed = FailedLook::FindsNothing;
 };
@@ -47,8 +48,9 @@ struct TxnSend {
 
   // Ahead of the first row: what must exist in QuickBooks. False: it does not, which has been told, and no row goes.
   bool (*prepare)(QBSessionManager& session) = nullptr;
-  // Which rows go; left out: all.
+  // Which rows go; left out: all. What an observer hears of the others is `stays`.
   bool (*admit)(const ado::Recordset& row) = nullptr;
+  std::string_view stays = {};
   // What the form shows of a row; left out: its key.
   std::string (*shown)(const ado::Recordset& row) = nullptr;
   // What the log tells of a row; ahead of the first one there is none.
@@ -83,8 +85,9 @@ struct TxnGet {
   std::optional<std::string> (*shown)(const Record& record) = nullptr;
   // What the log calls a record.
   std::string (*name)(const Record& record) = nullptr;
-  // Which records come; left out: all. Asked ahead of everything.
+  // Which records come; left out: all. Asked ahead of everything. What an observer hears of the others is `stays`.
   bool (*admit)(const Record& record) = nullptr;
+  std::string_view stays = {};
   // Makes the rows of the record, one or several.
   void (*write)(const TxnArrival& arrival) = nullptr;
 };

@@ -3,20 +3,19 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <functional>
-#include <optional>
 #include <span>
 #include <utility>
 
 #include "engine/DependentPull.h"
 #include "engine/Mapping.h"
-#include "engine/RecordWalk.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
+#include "transactions/CostGet.h"
 #include "transactions/CostLines.h"
 #include "transactions/NewRow.h"
 #include "transactions/TxnTable.h"
@@ -27,20 +26,22 @@ namespace {
 
 // --- The bill --------------------------------------------------------------------------------------------------------
 
-constexpr std::string_view kTable = "VendorBill";
-constexpr std::string_view kKeyColumn = "VendorBillID";
+constexpr CostTable kBills = {.table = "VendorBill",
+                              .keyColumn = "VendorBillID",
+                              .routine = "MoveVendorBillToTW",
+                              .shown = "Getting Vendor Bills from QuickBooks...",
+                              .numbers = "Vendor Bill No. "};
 
-// The record in hand.
+// What is known of the bill in hand beside the document.
 struct Bill {
-  const Record& record;
-  ado::Connection& connection;
-  std::string txnId;
   std::string vendor;
-  Before before = Before::New;
-  std::string key = {};
-  std::string number = {};
-  Date date = {};
-  bool hasLines = false;  // that were stored, or were there beforehand
+  std::string number;
+  Date date;
+};
+
+struct BillRow {
+  const CostDocument& document;
+  const Bill& bill;
 };
 
 // When something happened, or else when QuickBooks heard of the bill.
@@ -49,21 +50,22 @@ Date DateOr(const Record& bill, std::string_view field) {
   return date.IsNothing() ? bill["TimeCreated"].GetDate() : date.GetDate();
 }
 
-using HeaderColumn = NewColumn<Bill>;
+using HeaderColumn = NewColumn<BillRow>;
 constexpr std::array kHeaderColumns = {
-    HeaderColumn{"BillNumber", [](const Bill& bill) -> Given { return bill.number; }},
-    HeaderColumn{"BillDate", [](const Bill& bill) -> Given { return bill.date; }},
-    HeaderColumn{"VendorID", [](const Bill& bill) -> Given { return bill.vendor; }},
-    HeaderColumn{"BillMemo", [](const Bill& bill) { return TextOf(bill.record["Memo"]); }},
-    HeaderColumn{"BillDueDate", [](const Bill& bill) -> Given { return DateOr(bill.record, "DueDate"); }},
-    HeaderColumn{"BillRef", [](const Bill& /*bill*/) -> Given { return std::string("From QuickBooks"); }},
-    HeaderColumn{"QBLinkID", [](const Bill& bill) -> Given { return bill.txnId; }},
-    HeaderColumn{"LastUpdated", [](const Bill& /*bill*/) { return PresentMoment(); }},
+    HeaderColumn{"BillNumber", [](const BillRow& row) -> Given { return row.bill.number; }},
+    HeaderColumn{"BillDate", [](const BillRow& row) -> Given { return row.bill.date; }},
+    HeaderColumn{"VendorID", [](const BillRow& row) -> Given { return row.bill.vendor; }},
+    HeaderColumn{"BillMemo", [](const BillRow& row) { return TextOf(row.document.record["Memo"]); }},
+    HeaderColumn{"BillDueDate", [](const BillRow& row) -> Given { return DateOr(row.document.record, "DueDate"); }},
+    HeaderColumn{"BillRef", [](const BillRow& /*row*/) -> Given { return std::string("From QuickBooks"); }},
+    HeaderColumn{"QBLinkID", [](const BillRow& row) -> Given { return row.document.txnId; }},
+    HeaderColumn{"LastUpdated", [](const BillRow& /*row*/) { return PresentMoment(); }},
 };
 
 // --- Its lines -------------------------------------------------------------------------------------------------------
 
 struct BillLine {
+  const CostDocument& document;
   const Bill& bill;
   const ado::Recordset& row;
   LineCode code;
@@ -97,7 +99,7 @@ Given Quantity(const BillLine& line) { return line.quantity.ToDouble(); }
 Given Tax(const BillLine& line) { return line.tax; }
 Given BillDate(const BillLine& line) { return line.bill.date; }
 Given Link(const BillLine& line) { return line.link; }
-Given BillKey(const BillLine& line) { return line.bill.key; }
+Given BillKey(const BillLine& line) { return line.document.key; }
 
 using Column = NewColumn<BillLine>;
 constexpr std::array kNewHours = {
@@ -209,25 +211,9 @@ std::string WordsOfAccount(const Record& line) {
 // The two forms of lines: one says how much of what, the other an account and an amount.
 enum class LineForm : std::uint8_t { Item, Account };
 
-class VendorBillGet final : public RecordWork {
+class VendorBillGet final : public CostGet {
  public:
-  explicit VendorBillGet(TwinRule rule) : rule_(rule) {}
-
-  [[nodiscard]] std::optional<std::string> ShownOf(const Record& record) const override {
-    return ShownNumber("Vendor Bill No. ", record);
-  }
-
-  RecordEnd TakeRecord(RecordWalk& walk, const Record& record) override {
-    Bill bill = {.record = record,
-                 .connection = walk.Connection(),
-                 .txnId = record["TxnID"].GetValue(),
-                 .vendor = VendorOf(walk.Connection(), record)};
-    if (bill.vendor.empty() || !WriteHeader(walk.Rows(), bill)) return RecordEnd::Done;
-    TakeLines(bill, record["ORItemLineRetList"], "ItemLineRet", LineForm::Item);
-    TakeLines(bill, record["ExpenseLineRetList"], "", LineForm::Account);
-    if (bill.before == Before::New && !bill.hasLines) DeleteDocument(bill.connection, kTable, kKeyColumn, bill.key);
-    return RecordEnd::Done;
-  }
+  explicit VendorBillGet(const GetCall& call) : CostGet(kBills, call) {}
 
   void Summarise() override {
     if (failed_ == 0) return;
@@ -239,80 +225,86 @@ class VendorBillGet final : public RecordWork {
   }
 
  private:
-  static std::string VendorOf(ado::Connection& connection, const Record& record) {
-    std::string vendor;
+  // A bill of nobody here is passed over.
+  bool Begin(CostDocument& document) override {
+    bill_ = {};
     IgnoreErrors([&] {
-      vendor = LookUp(connection, Sql("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
-                                      record["VendorRef"]["ListID"].GetValue()));
+      bill_.vendor = LookUp(document.connection, Sql("SELECT EmployeeID FROM Employee WHERE QBLINKID = '{}';",
+                                                     document.record["VendorRef"]["ListID"].GetValue()));
     });
-    return vendor;
+    if (bill_.vendor.empty()) NoteFate(Fate::PassedOver, "its vendor is not here");
+    return !bill_.vendor.empty();
   }
 
-  // False: the bill is here and stays as it is, with all its lines.
-  bool WriteHeader(ado::Recordset& rows, Bill& bill) const {
-    if (IsLinkedTo(bill.connection, kTable, bill.txnId)) {
-      bill.before = Before::Known;
-      if (!MayBeChanged(rows, bill.txnId, rule_, bill.record)) return false;
-    } else {
-      rows.AddNew();
-      rows.SetField(kKeyColumn, GenerateGUID());
-    }
-    bill.number = NumberOfDocument(bill.record);
-    bill.date = DateOr(bill.record, "TxnDate");
-    WriteColumns<Bill>(rows, kHeaderColumns, bill);
-    rows.Update();
-    bill.key = ColumnText(rows, kKeyColumn);
-    return true;
+  void FillHeader(ado::Recordset& row, const CostDocument& document) override {
+    if (document.before == Before::New) row.SetField(kBills.keyColumn, GenerateGUID());
+    bill_.number = NumberOfDocument(document.record);
+    bill_.date = DateOr(document.record, "TxnDate");
+    WriteColumns<BillRow>(row, kHeaderColumns, {.document = document, .bill = bill_});
+  }
+
+  void TakeLines(CostDocument& document) override {
+    TakeLines(document, document.record["ORItemLineRetList"], "ItemLineRet", LineForm::Item);
+    TakeLines(document, document.record["ExpenseLineRetList"], "", LineForm::Account);
   }
 
   // An error leaves the rest of them, and the bill goes on with what is behind.
-  void TakeLines(Bill& bill, const Record& lines, std::string_view branch, LineForm form) {
+  void TakeLines(CostDocument& document, const Record& lines, std::string_view branch, LineForm form) {
     int number = 0;
     const auto raised = CatchError([&] {
       ForEachLine(lines, branch, [&](const Record& line) {
         ++number;
-        TakeLine(bill, line, form);
+        AsPart(Standing::Line, "", [&] { TakeLine(document, line, form); });
       });
     });
     if (!raised) return;
-    WriteLog(
-        fmt::format("Error getting Bill No. {} and row number {} to QB. Vendor = {} BIll Date {} Error Number = "
-                    "{} Error Description = {}",
-                    bill.number, number, bill.vendor, ToText(Value(bill.date)), SignedNumber(raised->number()),
-                    raised->description()));
+    LogError(kBills.routine,
+             fmt::format("Error getting Bill No. {} and row number {} to QB. Vendor = {} BIll Date {} Error Number = "
+                         "{} Error Description = {}",
+                         bill_.number, number, bill_.vendor, ToText(Value(bill_.date)), SignedNumber(raised->number()),
+                         raised->description()),
+             raised->number());
     ++failed_;
   }
 
-  void TakeLine(Bill& bill, const Record& record, LineForm form) const {
-    auto code = form == LineForm::Item ? CodeOfItem(bill.connection, record)
+  void TakeLine(CostDocument& document, const Record& record, LineForm form) const {
+    auto code = form == LineForm::Item ? CodeOfItem(document.connection, record)
                                        : LineCode{.kind = CodeKind::Expense, .code = std::string(kFromQuickBooks)};
-    if (code.code.empty()) return;
+    if (code.code.empty()) return NoteFate(Fate::PassedOver, "its item is not here");
     const auto& rows = RowsOf(code.kind);
     const auto link = record["TxnLineID"].GetValue();
-    const LineRow place(bill.connection, rows.table, link);
+    NoteIdentifier(link);
+    const LineRow place(document.connection, rows.table, link);
     if (!place.IsNew()) {
       // Whatever becomes of the line, and of hours, too, where it finds no row.
-      static_cast<void>(
-          GetScalarFromSQL(Sql("UPDATE EXPENSELOG SET VendorBillID = '{}' WHERE QBLinkID = '{}';", bill.key, link)));
-      bill.hasLines = true;
-      if (!place.MayBeChanged(rule_, bill.record)) return;
+      static_cast<void>(GetScalarFromSQL(
+          Sql("UPDATE EXPENSELOG SET VendorBillID = '{}' WHERE QBLinkID = '{}';", document.key, link)));
+      document.hasLines = true;
+      if (!place.MayBeChanged(Rule(), document.record)) return;
     }
-    BillLine line = {.bill = bill, .row = place.Row(), .code = std::move(code), .link = link};
-    line.project = ProjectOf(bill.connection, record["CustomerRef"]);
-    if (line.project.empty()) return;
-    ReadValues(bill.connection, record, form, line);
+    BillLine line = {.document = document, .bill = bill_, .row = place.Row(), .code = std::move(code), .link = link};
+    line.project = ProjectOf(document.connection, record["CustomerRef"]);
+    if (line.project.empty()) return NoteFate(Fate::PassedOver, "its job is not here");
+    ReadValues(document.connection, record, form, line);
     if (place.IsNew()) {
       place.Add();
       WriteColumns<BillLine>(place.Row(), rows.ofNew, line);
-    } else if (IsBilled(StatusOf(bill.connection, rows, place.Row()))) {
-      return;
+    } else if (IsBilled(StatusOf(document.connection, rows, place.Row()))) {
+      return NoteFate(Fate::LeftAsItWas, kBilledAlready);
     }
     if (&rows == &kHoursRows) {
       line.projectName =
-          LookUp(bill.connection, Sql("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
+          LookUp(document.connection, Sql("SELECT ProjectName FROM Project WHERE ProjectID = '{}';", line.project));
     }
     WriteColumns<BillLine>(place.Row(), rows.columns, line);
-    if (IgnoreErrors([&] { place.Row().Update(); })) bill.hasLines = true;
+    // Only an observer hears of a row that can't be written.
+    if (const auto raised = CatchError([&] { place.Row().Update(); })) {
+      TellErrorToObserver(kBills.routine, raised->number(), raised->description());
+      NoteFate(Fate::Failed, [&] { return raised->description(); });
+      return;
+    }
+    NoteFate(place.IsNew() ? Fate::Added : Fate::Changed);
+    document.hasLines = true;
   }
 
   // A customer comes in first, as client and project.
@@ -338,22 +330,13 @@ class VendorBillGet final : public RecordWork {
     line.tax = TaxPercent(AmountOr(record, "TaxAmount", Currency()), line.amount);
   }
 
-  const TwinRule rule_;
+  Bill bill_;
   int failed_ = 0;
 };
 
-constexpr GetTexts kTexts = {.routine = "MoveVendorBillToTW",
-                             .shown = "Getting Vendor Bills from QuickBooks...",
-                             .errors = ErrorReport::OwnBox,
-                             .afterError = AfterError::EndsTheRun};
-
 }  // namespace
 
-void MoveVendorBillToTW(const GetCall& call) {
-  VendorBillGet work(call.rule);
-  constexpr std::size_t kAlways = 1;
-  RecordWalk(kTexts, kTable, call).Walk(kAlways, work);
-}
+void MoveVendorBillToTW(const GetCall& call) { VendorBillGet(call).TakeAll(); }
 
 double TaxPercent(Currency tax, Currency amount) {
   constexpr auto kOne = Currency::FromTenThousandths(10'000);

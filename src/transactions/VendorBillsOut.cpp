@@ -15,6 +15,7 @@
 #include "services/Database.h"
 #include "services/Events.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Sql.h"
 #include "transactions/BillsOut.h"
 #include "transactions/TxnRow.h"
@@ -60,7 +61,10 @@ class VendorBillSend final : public RowWork {
     if (IsInQuickBooks(kVendorBillTable, record_, session_, run_)) return RowEnd::Done;
     BillInHand bill(session_);
     const auto vendor = LinkOfPerson(ColumnText(row, "VendorID"));
-    if (vendor.empty()) return RowEnd::Done;
+    if (vendor.empty()) {
+      NoteFate(Fate::PassedOver, "its vendor has no link");
+      return RowEnd::Done;
+    }
     bill.Request()["VendorRef"]["ListID"].SetValue(vendor);
     AssignHeader(bill.Request(), row);
     AppendLines(bill, walk.Connection());
@@ -101,7 +105,13 @@ class VendorBillSend final : public RowWork {
                                                 ado::CursorType::Static, ado::LockType::ReadOnly);
     for (; !lines->Eof(); lines->MoveNext()) {
       const bool isTime = ColumnText(*lines, "DataTbl") == "TE";
-      if (!bill.AppendLine(*lines, kColumns, isTime ? kActivityCodes : kExpenseCodes)) break;
+      bool isAppended = false;
+      AsPart(Standing::Line, "", [&] {
+        NoteKeyOf(*lines, kColumns.key);
+        isAppended = bill.AppendLine(*lines, kColumns, isTime ? kActivityCodes : kExpenseCodes);
+        if (isAppended) DropRecordInHand();
+      });
+      if (!isAppended) break;
     }
     lines->Close();
   }
@@ -129,6 +139,8 @@ class VendorBillSend final : public RowWork {
         Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, record_.key)));
     const auto& keys = bill.QuotedKeys();
     for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
+      TellRecord(
+          {.standing = Standing::Line, .key = Unquoted(keys[i]), .identifier = sent.lines[i], .fate = Fate::Added});
       for (const auto& table : kLineTables) {
         WriteLink(connection, {.table = table.name, .condition = Sql("{} = {}", table.keyColumn, keys[i])},
                   sent.lines[i], Linked::AnyRows);

@@ -14,6 +14,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Settings.h"
 #include "services/Sql.h"
 #include "transactions/PayrollItems.h"
@@ -89,6 +90,7 @@ bool Fill(const RequestField& request, const ado::Recordset& row, std::span<cons
   QBAssignTimeTrackingFldValues(request, row, links);
   const auto duration = request["Duration"];
   if (!duration.IsSet() || !duration.GetValue().empty()) return true;
+  NoteFate(Fate::PassedOver, "QuickBooks does not support negative time");
   WriteLog("QuickBooks does not support negative time entry. Data = " + DataOf(&row));
   return false;
 }
@@ -347,6 +349,7 @@ constexpr TxnTable kTimeEntries = {
             .rules = kRules,
             .prepare = Prepare,
             .admit = IsSent,
+            .stays = "it is not posted, or has comp time that stays here",
             .shown = ShownOf,
             .told = DataOf,
             .fill = Fill,

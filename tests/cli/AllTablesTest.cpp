@@ -31,7 +31,7 @@ class AllTables : public Firm {
   std::string Transfer(const std::string& verb, int hour) {
     const auto ended = Run(verb, "all", hour);
     EXPECT_EQ(ended.status, 0) << ended.err;
-    EXPECT_EQ(ended.out, verb + " all: done\n");
+    EXPECT_THAT(ended.out, HasSubstr("\n" + verb + " all: done"));
     transcript_ = Transcript(verb, hour);
     return ended.err;
   }
@@ -99,7 +99,7 @@ class AllTables : public Firm {
 TEST_F(AllTables, The_first_send_adds_what_is_in_the_selections_and_finds_names_in_use) {
   EXPECT_THAT(
       Changes(),
-      ElementsAre(Answered("AccountAdd", 0, 45), Answered("AccountAdd", kNameInUse, 7), Answered("BillAdd", 0, 2),
+      ElementsAre(Answered("AccountAdd", 0, 45), Answered("AccountAdd", kNameInUse, 7), Answered("BillAdd", 0, 5),
                   Answered("CustomerAdd", 0, 186), Answered("CustomerAdd", kNameInUse, 8),
                   Answered("EmployeeAdd", 0, 26), Answered("EmployeeAdd", kNameInUse, 2), Answered("InvoiceAdd", 0, 19),
                   Answered("ItemOtherChargeAdd", 0, 34), Answered("ItemOtherChargeAdd", kNameInUse, 7),

@@ -103,6 +103,41 @@ TEST_F(Company, Show_counts_every_kind_and_sums_the_balances) {
                     testing::ContainsRegex("\nInvoice +0\n"), testing::ContainsRegex("\nAccount +[0-9]+\n")));
 }
 
+TEST_F(Company, A_line_that_an_invoice_takes_up_is_answered_as_billed_and_a_second_time_is_told) {
+  const std::string job = "<CustomerRef><FullName>Acme</FullName></CustomerRef>";
+  const std::string account = "<AccountRef><FullName>Fees</FullName></AccountRef>";
+  const auto add = [](const std::string& kind, const std::string& fields) {
+    return "<" + kind + "AddRq><" + kind + "Add>" + fields + "</" + kind + "Add></" + kind + "AddRq>";
+  };
+  folder_.Done(
+      {"company", "run", "-"},
+      {.input = Document(
+           "<QBXMLMsgsRq onError=\"stopOnError\">" + add("Customer", "<Name>Acme</Name>") +
+           add("Vendor", "<Name>Vic</Name>") + add("Account", "<Name>Fees</Name><AccountType>Income</AccountType>") +
+           add("ItemService", "<Name>Design</Name><SalesOrPurchase>" + account + "</SalesOrPurchase>") +
+           add("Invoice", job + "<InvoiceLineAdd><ItemRef><FullName>Design</FullName></ItemRef></InvoiceLineAdd>") +
+           add("Bill", "<VendorRef><FullName>Vic</FullName></VendorRef><ExpenseLineAdd>" + account +
+                           "<Amount>5.00</Amount>" + job +
+                           "<BillableStatus>Billable</BillableStatus></ExpenseLineAdd>") +
+           "</QBXMLMsgsRq>")});
+  const auto idIn = [this](const std::string& query, const std::string& element) {
+    const auto answer =
+        folder_.Done({"company", "run", "-"},
+                     {.input = Document("<QBXMLMsgsRq onError=\"stopOnError\"><" + query +
+                                        "><IncludeLineItems>true</IncludeLineItems></" + query + "></QBXMLMsgsRq>")});
+    const auto from = answer.find("<" + element + ">") + element.size() + 2;
+    return answer.substr(from, answer.find('<', from) - from);
+  };
+  const auto invoice = idIn("InvoiceQueryRq", "TxnID");
+  const auto line = idIn("BillQueryRq", "TxnLineID");
+  EXPECT_EQ(idIn("BillQueryRq", "BillableStatus"), "Billable");
+  EXPECT_THAT(folder_.Done({"company", "bill", invoice, line}), IsEmpty());
+  EXPECT_EQ(idIn("BillQueryRq", "BillableStatus"), "HasBeenBilled");
+  const auto again = folder_.Twqb({"company", "bill", invoice, line});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_THAT(again.err, HasSubstr("billed already"));
+}
+
 // The lines between the fences of the first block of shell below that heading.
 std::string DocumentedLines(const std::string& document, const std::string& heading) {
   constexpr std::string_view kFence = "```sh\n";

@@ -40,7 +40,7 @@ TEST_F(EventsCommands, Take_what_is_so_already_for_done) {
 TEST_F(EventsCommands, Do_not_keep_a_subscribed_program_from_transfers) {
   folder_.Done({"events", "on"});
   folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID) VALUES ('ACME')"});
-  EXPECT_EQ(folder_.Done({"send", "clients"}), "send clients: done\n");
+  EXPECT_EQ(folder_.Done({"send", "clients"}), "clients: 1 added\nsend clients: done\n");
 }
 
 TEST_F(EventsCommands, End_with_1_when_QuickBooks_refuses) {

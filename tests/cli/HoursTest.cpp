@@ -103,12 +103,12 @@ TEST_P(HoursOfCountry, Are_the_same_to_the_minute_but_for_the_kinds_that_do_not_
   Transfer("send", 11);
   Transfer("get", 12);
 
-  EXPECT_EQ(Count(kNotPosted), "10");
+  EXPECT_EQ(Count(kNotPosted), "14");
   EXPECT_EQ(Count(kBelowNothing), "2");
   EXPECT_EQ(Count(std::string("QBLinkID IS NULL AND NOT (") + kNotPosted + ") AND NOT (" + kBelowNothing + ")"), "0");
   // Hours on a vendor's bill are not posted, and linked to the bill's line.
-  EXPECT_EQ(Count(std::string("QBLinkID <> '' AND (") + kNotPosted + " OR " + kBelowNothing + ")"), "1");
-  EXPECT_EQ(Count("QBLinkID <> '' AND VendorBillID IS NOT NULL"), "2") << "one went, and one came";
+  EXPECT_EQ(Count(std::string("QBLinkID <> '' AND (") + kNotPosted + " OR " + kBelowNothing + ")"), "5");
+  EXPECT_EQ(Count("QBLinkID <> '' AND VendorBillID IS NOT NULL"), "6") << "five went, and one came";
 
   auto here = HoursHere(std::string("NOT (") + kNotPosted + ") AND NOT (" + kBelowNothing + ")");
   auto there = HoursThere();
@@ -161,9 +161,9 @@ INSTANTIATE_TEST_SUITE_P(Hours, HoursOfCountry, testing::Values("US", "CA", "UK"
 
 TEST_F(Hours, Are_counted_by_status) {
   Transfer("send", 11);
-  EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +299 +288 +11 +0 "));
+  EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +303 +292 +11 +0 "));
   Transfer("get", 12);
-  EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +313 +302 +11 +"));
+  EXPECT_THAT(folder_.Done({"status"}), testing::ContainsRegex("\ntimeentries +317 +306 +11 +"));
 }
 
 TEST_F(Hours, Of_customers_bring_the_customers_as_projects) {
@@ -237,7 +237,7 @@ TEST_F(Hours, Of_comp_time_stay_where_the_settings_say_so) {
   Transfer("send", 11);
   EXPECT_EQ(Count("TECompTime <> 0"), "3");
   EXPECT_EQ(Count("TECompTime <> 0 AND QBLinkID <> ''"), "0");
-  EXPECT_EQ(Count("QBLinkID <> ''"), "285");
+  EXPECT_EQ(Count("QBLinkID <> ''"), "289");
 }
 
 TEST_F(Hours, Are_those_of_the_other_column_where_the_settings_say_so) {
@@ -282,7 +282,7 @@ TEST_F(Hours, Are_lost_to_nobody_when_time_tracking_is_off) {
   EXPECT_THAT(refused.err, HasSubstr("You have not Enabled the Time Tracking Feature in QuickBooks."));
   folder_.Done({"company", "set", "time-tracking", "enabled"});
   Transfer("send", 12);
-  EXPECT_EQ(Count("QBLinkID <> ''"), "288");
+  EXPECT_EQ(Count("QBLinkID <> ''"), "292");
 }
 
 }  // namespace

@@ -1,5 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
 
 #include "Program.h"
 
@@ -103,6 +108,86 @@ TEST_P(InitOnExistingFile, Refuses_and_makes_nothing) {
 INSTANTIATE_TEST_SUITE_P(Init, InitOnExistingFile,
                          testing::Values("billing.db", "company.twq", "twqb.ini", "registry.ini"),
                          [](const auto& suite) { return suite.param.substr(0, suite.param.find('.')); });
+
+// What a making that was killed leaves: a folder beside the files, and those of them that it had put in place.
+class BrokenInit : public testing::Test {
+ protected:
+  BrokenInit() {
+    folder_.Done({"init"});
+    std::filesystem::create_directory(left_);
+    std::string mark;
+    for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
+      std::filesystem::create_hard_link(folder_.Path() / name, left_ / name);
+      struct stat status = {};
+      EXPECT_EQ(stat((left_ / name).c_str(), &status), 0);
+      mark += std::string(name) + " " + std::to_string(status.st_dev) + " " + std::to_string(status.st_ino) + "\n";
+    }
+    folder_.Write(".twqb-init-aBc123/placing", mark);
+  }
+
+  WorkFolder folder_;
+  std::filesystem::path left_ = folder_.Path() / ".twqb-init-aBc123";
+};
+
+TEST_F(BrokenInit, Is_cleared_away_by_the_next_one) {
+  std::filesystem::remove(folder_.Path() / "twqb.ini");
+  std::filesystem::remove(folder_.Path() / "registry.ini");
+  folder_.Done({"init", "--sample"});
+  EXPECT_THAT(folder_.Names(), ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client"), "64");
+}
+
+TEST_F(BrokenInit, Before_anything_was_in_place_is_cleared_away_too) {
+  for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
+    std::filesystem::remove(folder_.Path() / name);
+  }
+  std::filesystem::remove(left_ / "placing");
+  folder_.Done({"init"});
+  EXPECT_THAT(folder_.Names(), ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
+}
+
+TEST_F(BrokenInit, That_had_all_in_place_takes_none_of_it_away) {
+  EXPECT_EQ(folder_.Twqb({"init"}).status, 2);
+  EXPECT_THAT(folder_.Names(), ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
+}
+
+TEST_F(BrokenInit, Never_takes_a_file_that_has_been_worked_on_since) {
+  std::filesystem::remove(folder_.Path() / "twqb.ini");
+  std::filesystem::last_write_time(folder_.Path() / "billing.db",
+                                   std::filesystem::file_time_type::clock::now() + std::chrono::seconds(2));
+  EXPECT_EQ(folder_.Twqb({"init"}).status, 2);
+  EXPECT_THAT(folder_.Names(), testing::Contains("billing.db"));
+}
+
+TEST_F(BrokenInit, Leaves_a_folder_of_that_name_alone_that_holds_something_else) {
+  folder_.Write(".twqb-init-aBc123/novel.txt", "mine");
+  EXPECT_EQ(folder_.Twqb({"init"}).status, 2);
+  EXPECT_EQ(folder_.Read(".twqb-init-aBc123/novel.txt"), "mine");
+}
+
+// At whatever moment the signal comes: nothing is made, or all of it.
+class InitAndSignal : public testing::TestWithParam<int> {};
+
+TEST_P(InitAndSignal, Leaves_nothing_that_is_in_the_next_ones_way) {
+  for (int milliseconds = 0; milliseconds < 60; milliseconds += 4) {
+    const WorkFolder folder;
+    const auto init = folder.Start({"init", "--sample"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    init->Signal(GetParam());
+    const auto ended = init->Wait();
+    if (GetParam() != SIGKILL && ended.signal == 0) {
+      const auto names = folder.Names();
+      EXPECT_TRUE(names.empty() || names.size() == 4) << names.size() << " after " << milliseconds << " ms";
+    }
+    if (folder.Names().size() == 4 && ended.exitStatus == 0) continue;
+    const auto next = folder.Twqb({"init", "--sample"});
+    const bool wasThrough = next.status == 2 && std::filesystem::exists(folder.Path() / "registry.ini");
+    EXPECT_TRUE(next.status == 0 || wasThrough) << next.err;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Init, InitAndSignal, testing::Values(SIGKILL, SIGTERM, SIGINT),
+                         [](const auto& suite) { return "Signal" + std::to_string(suite.param); });
 
 TEST(Init, A_second_one_in_a_folder_refuses_and_leaves_the_first) {
   const WorkFolder folder;

@@ -14,14 +14,23 @@ namespace {
 
 constexpr int kNoAnswer = 3;
 
+std::vector<std::string> Command(const std::vector<std::string>& arguments) {
+  std::vector<std::string> words = {TWQB_PROGRAM};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  return words;
+}
+
 }  // namespace
 
 Ended WorkFolder::Twqb(const std::vector<std::string>& arguments, const RunOptions& options) const {
-  std::vector<std::string> words = {TWQB_PROGRAM};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  auto result = RunProcess(words, {.folder = folder_.Path(), .input = options.input, .output = options.out});
+  auto result =
+      RunProcess(Command(arguments), {.folder = folder_.Path(), .input = options.input, .output = options.out});
   if (result.exitStatus == kNoAnswer && options.unanswered == Unanswered::Failure) ADD_FAILURE() << result.errors;
   return {.status = result.exitStatus, .out = std::move(result.output), .err = std::move(result.errors)};
+}
+
+std::unique_ptr<RunningProcess> WorkFolder::Start(const std::vector<std::string>& arguments) const {
+  return std::make_unique<RunningProcess>(Command(arguments), ProcessOptions{.folder = folder_.Path()});
 }
 
 std::string WorkFolder::Done(const std::vector<std::string>& arguments, const RunOptions& options) const {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +39,9 @@ class WorkFolder {
   // Runs the program with the folder as current folder. The test fails at a question without an answer, and names it,
   // unless it is expected.
   Ended Twqb(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
-  // The same; the test fails unless the status is 0. Gives what it printed.
+  // Starts the program there, and lets it run.
+  [[nodiscard]] std::unique_ptr<RunningProcess> Start(const std::vector<std::string>& arguments) const;
+  // Runs it; the test fails unless the status is 0. Gives what it printed.
   std::string Done(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
 
   void Write(std::string_view name, std::string_view text) const;

@@ -179,5 +179,17 @@ TEST_F(Status, Looks_and_writes_nothing) {
   EXPECT_THAT(folder_.Names(), ElementsAre("billing.db", "company.twq", "registry.ini", "twqb.ini"));
 }
 
+TEST(StatusLimit, A_view_that_never_ends_ends_with_1_and_is_named) {
+  const WorkFolder folder;
+  folder.Done({"init"});
+  folder.Done({"billing", "run", "-e",
+               "DROP TABLE Client; CREATE VIEW Client AS WITH RECURSIVE n(ClientID, QBLinkID) AS "
+               "(SELECT 1, '' UNION ALL SELECT ClientID + 1, '' FROM n) SELECT * FROM n"});
+  const auto ended = folder.Twqb({"status", "--limit", "1"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.err, testing::AllOf(testing::HasSubstr("The rows of clients could not be counted in 1 s"),
+                                        testing::HasSubstr("--limit")));
+}
+
 }  // namespace
 }  // namespace twqb::cli

@@ -116,7 +116,7 @@ TEST_F(Captured, A_file_of_the_second_format_goes_on_with_the_numbers_that_were_
   const auto methods = Send(QueryOf("PaymentMethod", "")).All("Name");
   file_.reset();
   RunSql(path_, kWithoutListsOfFourthFormat);
-  RunSql(path_, "DROP TABLE ref_number; DROP TABLE message_set; PRAGMA user_version = 2");
+  RunSql(path_, "DROP TABLE ref_number; DROP TABLE message_set; DROP TABLE billed_line; PRAGMA user_version = 2");
   file_.emplace(path_, machine_);
   EXPECT_EQ(Numbered("Invoice"), "19");
   EXPECT_EQ(Numbered("Estimate"), "E-5");

@@ -58,6 +58,26 @@ TEST_F(CompanyDocument, An_error_stops_the_set_that_says_so_and_keeps_what_came_
   EXPECT_EQ(Query("").All("Name"), std::vector<std::string>{"Acme"});
 }
 
+TEST_F(CompanyDocument, Thousands_of_queries_for_everything_are_answered_within_bounds) {
+  constexpr int kQueries = 3000;
+  const std::string name = "<Name>Acme ";
+  std::string adds;
+  for (int i = 0; i < 25; ++i) {
+    adds += AddRequest(name + std::to_string(i) + "</Name><Notes>" + std::string(4000, 'n') + "</Notes>");
+  }
+  SendAll(adds);
+  std::string queries;
+  for (int i = 0; i < kQueries; ++i) queries += "<CustomerQueryRq/>";
+  // Too long to be taken apart here.
+  const auto text = file_->Process(Document(queries + AddRequest("<Name>Last</Name>"), "3.0", "continueOnError"));
+  EXPECT_GT(text.size(), std::size_t{64} << 20U);
+  EXPECT_LT(text.size(), std::size_t{66} << 20U);
+  const auto codeOf = [&](std::size_t at) { return text.substr(text.find("statusCode=", at), 17); };
+  EXPECT_EQ(codeOf(text.find("<CustomerQueryRs")), "statusCode=\"0\" st");
+  EXPECT_EQ(codeOf(text.rfind("<CustomerQueryRs")), "statusCode=\"3231\"");
+  EXPECT_EQ(codeOf(text.rfind("<CustomerAddRs")), "statusCode=\"0\" st") << "what writes is carried out all the same";
+}
+
 TEST_F(CompanyDocument, A_warning_does_not_stop_a_set) {
   const auto answers =
       SendAll(QueryRequest("<FullName>Nobody</FullName>") + AddRequest("<Name>Acme</Name>"), "3.0", "stopOnError");

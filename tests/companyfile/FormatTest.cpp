@@ -64,7 +64,7 @@ class FirstFormat : public ListTest {
 
 TEST_F(FirstFormat, A_file_of_it_keeps_what_it_holds_and_gets_the_new_lists) {
   file_.emplace(path_, machine_);
-  EXPECT_EQ(Scalar("PRAGMA user_version"), "4");
+  EXPECT_EQ(Scalar("PRAGMA user_version"), "5");
   EXPECT_EQ(file_->GetConditions().dialog, DialogState::Open);
   EXPECT_EQ(file_->Summary().options.hostVersion, 12);
   const auto customers = QueryOf("Customer");
@@ -112,7 +112,7 @@ class ThirdFormat : public FirstFormat {
     Run("DELETE FROM record WHERE name = 'Discover'");
     brandNew_ = Scalar(kPresets);
     Run(kWithoutListsOfFourthFormat);
-    Run("PRAGMA user_version = 3");
+    Run("DROP TABLE billed_line; PRAGMA user_version = 3");
   }
   std::string brandNew_;
 };
@@ -120,7 +120,7 @@ class ThirdFormat : public FirstFormat {
 TEST_F(ThirdFormat, A_file_of_it_gets_the_terms_types_and_templates_of_a_new_one_and_nothing_that_was_deleted) {
   ASSERT_NE(Scalar(kPresets), brandNew_);
   { CompanyFile opened(path_, machine_); }
-  EXPECT_EQ(Scalar("PRAGMA user_version"), "4");
+  EXPECT_EQ(Scalar("PRAGMA user_version"), "5");
   EXPECT_EQ(Scalar(kPresets), brandNew_);
 }
 

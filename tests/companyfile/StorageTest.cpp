@@ -120,9 +120,9 @@ TEST_F(CompanyStorage, What_is_no_company_file_is_not_opened) {
 
 TEST_F(CompanyStorage, A_file_of_a_newer_format_is_not_opened) {
   file_.reset();
-  Scalar("PRAGMA user_version = 5");
+  Scalar("PRAGMA user_version = 6");
   EXPECT_EQ(RaisedByOpening(path_), kCannotOpen);
-  Scalar("PRAGMA user_version = 4");
+  Scalar("PRAGMA user_version = 5");
   EXPECT_EQ(RaisedByOpening(path_), 0U);
 }
 

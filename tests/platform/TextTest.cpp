@@ -138,6 +138,14 @@ TEST(Text, Names_compare_without_regard_to_the_case_of_ASCII_letters_alone) {
   EXPECT_FALSE(SameName("[", "{")) << "these differ in the bit that parts the cases of letters";
 }
 
+TEST(Text, Control_characters_are_replaced_where_they_stand_and_layout_stays) {
+  const auto named = [](unsigned control) { return "<" + std::to_string(control) + ">"; };
+  EXPECT_EQ(ReplaceControls("a\tb\r\nc", named), "a\tb\r\nc");
+  EXPECT_EQ(ReplaceControls(std::string_view("\0\x1b[1m\x7f\xC2\x80\xC2\x9F\xC2\xA0", 12), named),
+            "<0><27>[1m<127><128><159>\xC2\xA0");
+  EXPECT_EQ(WithoutControls("\xE4\x07\x85"), "\xE4?\x85") << "bytes that are no UTF-8 are no control characters";
+}
+
 TEST(Text, Well_formed_UTF_8_is_told_from_other_bytes) {
   EXPECT_TRUE(IsUtf8(""));
   EXPECT_TRUE(IsUtf8(Joined({"a", kEuro, kClef, "\x7F"})));

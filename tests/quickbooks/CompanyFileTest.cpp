@@ -13,6 +13,7 @@
 #include "quickbooks/CompanyFileChecks.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Session.h"
+#include "services/Errors.h"
 #include "services/Settings.h"
 #include "tests/quickbooks/CannedQuickBooks.h"
 #include "tests/services/NotingHouse.h"
@@ -261,6 +262,26 @@ TEST(FirstBackup, Goes_on_and_says_that_it_is_complete_whatever_fails) {
   EXPECT_EQ(house.NotesOf("box"), (Notes{"box Backup QB Data file?", "box Back Complete"}));
   EXPECT_EQ(house.desk.ShownPointer(), Pointer::Default);
   EXPECT_EQ(Setting("FIRST_TIME"), "False");
+}
+
+TEST(FirstBackup, Each_copy_that_fails_is_in_the_log) {
+  BackupHouse house("copy 1 raise 75\ncopy 2 raise 75");
+  EXPECT_TRUE(StartQBSession(true, false));
+  const auto log = Bytes(LogFile(TheMachine()));
+  EXPECT_NE(log.find("There is no backup of the company file \"" + house.Path("company.twq") + "\": "),
+            std::string::npos)
+      << log;
+  EXPECT_NE(log.find("There is no backup of the database \"" + house.Path("billing.db") + "\": "), std::string::npos)
+      << log;
+}
+
+TEST(FirstBackup, A_database_of_no_known_path_is_not_named_as_a_file_in_the_log) {
+  BackupHouse house;
+  std::ofstream(house.Path("registry.ini")) << "[TW80]\n";
+  EXPECT_TRUE(StartQBSession(true, false));
+  const auto log = Bytes(LogFile(TheMachine()));
+  EXPECT_NE(log.find("There is no backup of the database: its path is not known."), std::string::npos) << log;
+  EXPECT_EQ(log.find("_TWB.bak"), std::string::npos);
 }
 
 TEST(FirstBackup, Copies_the_second_file_when_the_first_fails) {

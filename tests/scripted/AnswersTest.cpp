@@ -40,7 +40,7 @@ TEST(Answers, Defaults_and_presses_of_Cancel_take_no_place_in_the_order) {
   const auto answers = ParseAnswers("cancel after 12\nyes\ndefault no\ndefault retry\ndefault skip\ncancel AFTER 3\n");
   const std::vector<Answer> expected{{.word = Word::Yes}};
   EXPECT_EQ(answers.inOrder, expected);
-  EXPECT_EQ(answers.defaults, (std::vector<Word>{Word::No, Word::Retry, Word::Skip}));
+  EXPECT_EQ(answers.defaults, (std::vector<Answer>{{.word = Word::No}, {.word = Word::Retry}, {.word = Word::Skip}}));
   EXPECT_EQ(answers.cancelAfter, (std::vector<int>{12, 3}));
 }
 
@@ -70,7 +70,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(std::tuple{"yess", "expected yes, no, ok, retry, cancel, skip, file PATH, vendor TEXT"},
                     std::tuple{"yes please", "expected yes"}, std::tuple{"file", "file PATH"},
                     std::tuple{"vendor", "vendor TEXT"}, std::tuple{"default", "expected default yes"},
-                    std::tuple{"default file x", "expected default yes"}, std::tuple{"cancel after", "N from 1"},
+                    std::tuple{"default file x", "expected default yes"},
+                    std::tuple{"default vendor", "or vendor TEXT"}, std::tuple{"cancel after", "N from 1"},
                     std::tuple{"cancel after 0", "N from 1"}, std::tuple{"cancel after 3x", "N from 1"},
                     std::tuple{"cancel before 3", "cancel after N"}, std::tuple{"after 3", "cancel after N"}));
 
@@ -78,6 +79,7 @@ TEST(Answers, Two_defaults_for_the_same_question_are_refused) {
   EXPECT_THROW(static_cast<void>(ParseAnswers("default yes\ndefault no\n")), AnswersError);
   EXPECT_THROW(static_cast<void>(ParseAnswers("default cancel\ndefault retry\n")), AnswersError);
   EXPECT_THROW(static_cast<void>(ParseAnswers("default ok\ndefault ok\n")), AnswersError);
+  EXPECT_THROW(static_cast<void>(ParseAnswers("default vendor V1\ndefault vendor V2\n")), AnswersError);
 }
 
 }  // namespace

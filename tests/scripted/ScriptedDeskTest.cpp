@@ -114,6 +114,16 @@ TEST(ScriptedDesk, Several_defaults_answer_each_its_own_kind_of_question) {
   EXPECT_EQ(desk.OpenFileDialog(kFile), "");
 }
 
+TEST(ScriptedDesk, A_default_vendor_is_picked_wherever_it_is_among_those_to_choose_from) {
+  auto desk = DeskWith("default vendor V 1\n");
+  EXPECT_EQ(desk.PickVendor("Which vendor?", {"V 1", "V 2"}), "V 1");
+  EXPECT_EQ(desk.PickVendor("And now?", {"V 2", "V 1"}), "V 1");
+  EXPECT_THAT(GivenUpAt([&] { desk.PickVendor("Which vendor?", {"V 2"}); }), HasSubstr("No answer is left"));
+  auto skipping = DeskWith("default vendor V 1\ndefault skip\n");
+  EXPECT_EQ(skipping.PickVendor("Which vendor?", {"V 1"}), "V 1");
+  EXPECT_EQ(skipping.PickVendor("Which vendor?", {"V 2"}), std::nullopt);
+}
+
 TEST(ScriptedDesk, A_wrong_answer_is_not_passed_over_for_a_default) {
   auto desk = DeskWith("default yes\nretry\n");
   EXPECT_THAT(GivenUpAt([&] { desk.ShowMessageBox(kYesNo); }), HasSubstr("\"retry\""));

@@ -43,7 +43,8 @@ void Run(ado::Connection& connection, std::initializer_list<std::string> files) 
 void MakeBillingSchema(ado::Connection& connection) { Run(connection, {"schema.sql"}); }
 
 void FillSampleFirm(ado::Connection& connection) {
-  Run(connection, {"firm.sql", "work.sql", "projects.sql", "codes.sql", "hours.sql", "invoices.sql", "payments.sql"});
+  Run(connection, {"firm.sql", "work.sql", "projects.sql", "codes.sql", "hours.sql", "invoices.sql", "payments.sql",
+                   "expenses.sql"});
 }
 
 }  // namespace twqb

@@ -4,12 +4,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace twqb {
 
@@ -26,21 +27,21 @@ void Redirect(int descriptor, const std::string& path, int flags) {
 
 }  // namespace
 
-ProcessResult RunProcess(const std::vector<std::string>& arguments, const ProcessOptions& options) {
-  // Streams go through files: no pipe can fill up and stop the program.
-  const TemporaryFolder streams;
-  const auto in = streams / "in";
-  const auto out = streams / "out";
-  const auto err = streams / "err";
-  WriteWholeFile(in, options.input);
-  WriteWholeFile(out, "");
+RunningProcess::RunningProcess(const std::vector<std::string>& arguments, const ProcessOptions& options) {
+  WriteWholeFile(streams_ / "in", options.input);
+  WriteWholeFile(streams_ / "out", "");
+  const auto in = streams_ / "in";
+  const auto out = streams_ / "out";
+  const auto err = streams_ / "err";
   std::vector<char*> argv;
   for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
 
-  const pid_t child = fork();
-  if (child == 0) {
+  child_ = fork();
+  if (child_ == 0) {
     constexpr int kForWriting = O_WRONLY | O_CREAT | O_TRUNC;
+    // Tests that run in the background of a shell have some ignored.
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, SIG_DFL);
     if (!options.folder.empty() && chdir(options.folder.c_str()) != 0) _exit(kCannotStart);
     Redirect(STDIN_FILENO, in, O_RDONLY);
     Redirect(STDERR_FILENO, err, kForWriting);
@@ -49,12 +50,34 @@ ProcessResult RunProcess(const std::vector<std::string>& arguments, const Proces
     execv(argv[0], argv.data());
     _exit(kCannotStart);
   }
+}
+
+RunningProcess::~RunningProcess() {
+  if (child_ <= 0) return;
+  kill(child_, SIGKILL);
+  waitpid(child_, nullptr, 0);
+}
+
+void RunningProcess::Signal(int signal) const {
+  if (child_ <= 0 || kill(child_, signal) != 0) throw std::runtime_error("no process to signal");
+}
+
+std::string RunningProcess::Errors() const { return ReadWholeFile(streams_ / "err"); }
+
+ProcessResult RunningProcess::Wait() {
   ProcessResult result;
   int status = 0;
-  if (child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
-  result.output = ReadWholeFile(out);
-  result.errors = ReadWholeFile(err);
+  if (child_ > 0 && waitpid(std::exchange(child_, -1), &status, 0) > 0) {
+    if (WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
+    if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
+  }
+  result.output = ReadWholeFile(streams_ / "out");
+  result.errors = Errors();
   return result;
+}
+
+ProcessResult RunProcess(const std::vector<std::string>& arguments, const ProcessOptions& options) {
+  return RunningProcess(arguments, options).Wait();
 }
 
 TemporaryFolder::TemporaryFolder() {

@@ -1,4 +1,4 @@
-// Runs a program and waits for it, for tests of the command line.
+// Runs a program and waits for it, or lets it run beside the test; for tests of the command line.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +11,7 @@ struct ProcessResult {
   int exitStatus = -1;  // -1: it could not be started, or ended by a signal
   std::string output;   // standard output
   std::string errors;   // standard error
+  int signal = 0;       // that it ended by
 };
 
 enum class StandardOutput : std::uint8_t { Captured, Closed, FullDisk };
@@ -20,9 +21,6 @@ struct ProcessOptions {
   std::string input = {};
   StandardOutput output = StandardOutput::Captured;
 };
-
-// Runs the program whose path is `arguments[0]`, without a terminal.
-[[nodiscard]] ProcessResult RunProcess(const std::vector<std::string>& arguments, const ProcessOptions& options = {});
 
 // A new folder under the system's temporary folder, removed with all that is in it.
 class TemporaryFolder {
@@ -37,6 +35,30 @@ class TemporaryFolder {
  private:
   std::string path_;
 };
+
+// A program that is running.
+class RunningProcess {
+ public:
+  // Starts the program whose path is `arguments[0]`, without a terminal; signals do with it what they usually do.
+  explicit RunningProcess(const std::vector<std::string>& arguments, const ProcessOptions& options = {});
+  // Kills it, unless its end has been waited for.
+  ~RunningProcess();
+  RunningProcess(const RunningProcess&) = delete;
+  RunningProcess& operator=(const RunningProcess&) = delete;
+
+  [[nodiscard]] int Id() const { return child_; }
+  void Signal(int signal) const;
+  // What it has written to standard error so far.
+  [[nodiscard]] std::string Errors() const;
+  ProcessResult Wait();
+
+ private:
+  TemporaryFolder streams_;  // through files: no pipe can fill up and stop the program
+  int child_ = -1;
+};
+
+// Runs the program whose path is `arguments[0]`, without a terminal, to its end.
+[[nodiscard]] ProcessResult RunProcess(const std::vector<std::string>& arguments, const ProcessOptions& options = {});
 
 [[nodiscard]] std::string ReadWholeFile(const std::string& path);
 void WriteWholeFile(const std::string& path, const std::string& text);

@@ -1,4 +1,4 @@
-// Expenses and vendor bills to QuickBooks, a line to each bill.
+// Expenses and vendor bills to QuickBooks, with one line to each bill and with several.
 //
 // A bill that could not be read to its end goes with the lines that it has, by design: with one line it goes or stays.
 
@@ -74,6 +74,15 @@ void PrepareFirstBills(TestHouse& house, const Scenario& /*scenario*/) {
   AddExpense(house, "train", "SMITH", "'BILL-B'", "'2008-03-04 22:00:00'");
 }
 
+// One over hours and an expense, which has its own bill behind it.
+void PrepareBillOfSeveralLines(TestHouse& house, const Scenario& /*scenario*/) {
+  PrepareFirm(house);
+  AddBill(house, "BILL-A");
+  AddHours(house, "BILL-A");
+  AddExpense(house, "train", "SMITH", "'BILL-A'");
+  AddExpense(house, "taxi", "SMITH", "'BILL-A'", "'2008-03-04 22:00:00'");
+}
+
 // QuickBooks has a bill that was changed here; one is new, and one knows a record that is gone.
 void PrepareSecondBills(TestHouse& house, const Scenario& scenario) {
   PrepareFirstBills(house, scenario);
@@ -98,6 +107,23 @@ void PrepareFirstExpenses(TestHouse& house, const Scenario& /*scenario*/) {
   AddExpense(house, "never", "NOBODY", "NULL");
 }
 
+// Two of one vendor are one bill.
+void PrepareExpensesOfOneBill(TestHouse& house, const Scenario& /*scenario*/) {
+  PrepareFirm(house);
+  AddExpense(house, "train", "SMITH", "NULL", "'2008-03-04 22:00:00'");
+  AddExpense(house, "taxi", "SMITH", "NULL");
+  AddExpense(house, "never", "NOBODY", "NULL");
+}
+
+// An employee's, who is no vendor: somebody is picked for it.
+void PrepareExpensesOfAnEmployee(TestHouse& house, const Scenario& /*scenario*/) {
+  PrepareFirm(house);
+  house.Sql("INSERT INTO Employee (EmployeeID, IsSub) VALUES ('AL', 0)");
+  AddExpense(house, "fuel", "AL", "NULL", "'2008-03-04 22:00:00'");
+  house.Sql("UPDATE ExpenseLog SET isSub = 0 WHERE EmployeeID = 'AL'");
+  AddExpense(house, "never", "NOBODY", "NULL");
+}
+
 // Rows that are linked are not named again; one is new.
 void PrepareSecondExpenses(TestHouse& house, const Scenario& scenario) {
   PrepareFirstExpenses(house, scenario);
@@ -118,7 +144,19 @@ std::vector<Scenario> BillScenarios() {
   return {
       {.name = "first_bills", .tables = kVendorBills, .prepare = PrepareFirstBills, .transfers = {kSendBills}},
       {.name = "second_bills", .tables = kVendorBills, .prepare = PrepareSecondBills, .transfers = {kSendBills}},
+      {.name = "bill_of_several_lines",
+       .tables = kVendorBills,
+       .prepare = PrepareBillOfSeveralLines,
+       .transfers = {kSendBills}},
+      {.name = "expenses_of_one_bill",
+       .tables = kExpenses,
+       .prepare = PrepareExpensesOfOneBill,
+       .transfers = {kSendExpenses}},
       {.name = "first_expenses", .tables = kExpenses, .prepare = PrepareFirstExpenses, .transfers = {kSendExpenses}},
+      {.name = "expenses_of_an_employee",
+       .tables = kExpenses,
+       .prepare = PrepareExpensesOfAnEmployee,
+       .transfers = {kSendExpenses}},
       {.name = "second_expenses", .tables = kExpenses, .prepare = PrepareSecondExpenses, .transfers = {kSendExpenses}},
   };
 }

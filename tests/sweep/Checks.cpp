@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "BillsInPart.h"
 #include "platform/Text.h"
 
 namespace twqb::sweep {
@@ -398,6 +399,7 @@ Keyed WithKeys(Snapshot now, const std::vector<LinkedTable>& tables, Leaves leav
 }  // namespace
 
 Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves leaves) {
+  if (leaves == Leaves::OneBillInPart) return CheckBillInPart(found, expected, BillsAt::Broken);
   Problems problems = found.damage;
   const auto now = WithKeys(found, expected.tables, leaves, problems).now;
   CheckNoneLost("row", now.rows, expected.before.rows, problems);
@@ -434,6 +436,7 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
 }
 
 Problems CheckInStep(const Snapshot& now, const Expectation& expected, Leaves leaves) {
+  if (leaves == Leaves::OneBillInPart) return CheckBillInPart(now, expected, BillsAt::InStep);
   Problems problems;
   auto [keyed, keyless] = WithKeys(now, expected.tables, leaves, problems);
   auto inStep = InStepCheck(std::move(keyed), std::move(keyless), expected, leaves).Run();

@@ -28,8 +28,9 @@ constexpr ErrorNumber kNumber = error::kCannotOpen;
 constexpr unsigned kLongestRun = 60;  // seconds; a run takes a hundredth of one
 constexpr std::int64_t kUntilCleanRun = 5 * Date::kMinute;
 
-// Questions are answered so that a run goes on; a problem with the session is not retried.
-constexpr std::string_view kAnswers = "default yes\ndefault cancel\n";
+// Questions are answered so that a run goes on; a problem with the session is not retried. Whose expenses no vendor's
+// are is billed by that vendor.
+constexpr std::string_view kAnswers = "default yes\ndefault cancel\ndefault vendor TAYLOR\ndefault skip\n";
 
 void CopyFiles(const std::string& from, const std::string& to) {
   fs::remove_all(to);

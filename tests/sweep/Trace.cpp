@@ -216,6 +216,16 @@ bool LooksUpForm(const Trace& trace, std::size_t k) {
   return false;
 }
 
+// Whether call k stands between the list of vendors and the picking of one.
+bool PicksVendor(const Trace& trace, std::size_t k) {
+  return std::ranges::any_of(trace.deeds, [&](const Deed& deed) {
+    if (deed.kind != DeedKind::VendorsListed || k < deed.k) return false;
+    const auto from = trace.names.begin() + static_cast<std::ptrdiff_t>(deed.k) - 1;
+    const auto picked = std::find(from, trace.names.end(), "Desk.PickVendor");
+    return k <= static_cast<std::size_t>(picked - trace.names.begin()) + 1;
+  });
+}
+
 // Whether a project that a record needs gets no owner when call k fails.
 bool LeavesOwnerOut(const Trace& trace, std::size_t k) {
   const auto isNeeded = [&](const Deed& deed) { return deed.kind == DeedKind::OwnerNeeded && deed.k > k; };
@@ -235,6 +245,45 @@ bool GoesOn(const Trace& trace, std::size_t at, std::size_t k, FaultTiming timin
   };
   if (std::ranges::any_of(trace.deeds, isOfLookUp)) return true;
   return k > at && !PassesOverSilently(trace, k) && !WhyIgnored(trace, k, timing).empty();
+}
+
+// The deeds of one bill: the look-ups for its lines, and the links that are written behind its Add.
+struct BillDeeds {
+  std::vector<std::size_t> lineKeys = {};
+  std::vector<std::size_t> links = {};
+  bool isAdded = false;
+  bool hasOwnRow = false;  // which is linked first
+  [[nodiscard]] std::size_t Lines() const { return links.size() - (hasOwnRow ? 1 : 0); }
+};
+
+std::vector<BillDeeds> BillsOf(const Trace& trace) {
+  std::vector<BillDeeds> bills(1);
+  for (const auto& [k, kind] : trace.deeds) {
+    if (kind == DeedKind::LineKeyLookedUp && bills.back().isAdded) bills.emplace_back();
+    auto& bill = bills.back();
+    if (kind == DeedKind::LineKeyLookedUp) bill.lineKeys.push_back(k);
+    if (kind == DeedKind::AddCarriedOut) bill.isAdded = true;
+    if (kind == DeedKind::LinkWritten) bill.links.push_back(k);
+    if (kind == DeedKind::BillLinked) bill.hasOwnRow = true;
+  }
+  return bills;
+}
+
+// Whether a bill of several lines goes with a part of them, or knows a part of them, when the run breaks at call k.
+bool LeavesBillInPart(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+  constexpr std::size_t kKeysOfALine = 3;
+  for (const auto& bill : BillsOf(trace)) {
+    if (bill.lineKeys.empty() || !bill.isAdded || bill.Lines() < 2) continue;
+    for (std::size_t i = 0; how == Break::Raise && i < bill.lineKeys.size(); ++i) {
+      // A bill with a row of its own goes again as a whole, where none of its lines has come about.
+      if (IsReadingOf(trace, bill.lineKeys[i], k)) return !bill.hasOwnRow || i >= kKeysOfALine;
+    }
+    if (bill.hasOwnRow) continue;
+    const auto isWritten = [&](std::size_t at) { return k > at || (k == at && timing == FaultTiming::After); };
+    const bool goesOn = how == Break::Raise && GoesOn(trace, bill.links.front(), k, timing);
+    if (isWritten(bill.links.front()) && !isWritten(bill.links.back()) && !goesOn) return true;
+  }
+  return false;
 }
 
 // For a table that tries a second name where one is in use.
@@ -269,6 +318,7 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
   if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
   if (how == Break::Raise && LooksUpForm(trace, k)) return Leaves::OneInAnotherForm;
+  if (LeavesBillInPart(trace, k, timing, how)) return Leaves::OneBillInPart;
   const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
   if (nameInUse == NameInUse::TriesNext) return leaves;
   // A second Add finds the name of the first, or of the twin that could not be read.
@@ -311,12 +361,14 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
   bool ofPayment = false;
   for (const auto& deed : trace.deeds) {
     ofPayment = ofPayment || deed.kind == DeedKind::PaymentBegun;
-    const bool isKey = deed.kind == DeedKind::KeyLookedUp || (ofPayment && deed.kind == DeedKind::PayerLookedUp);
+    const bool isKey = deed.kind == DeedKind::KeyLookedUp || deed.kind == DeedKind::LineKeyLookedUp ||
+                       (ofPayment && deed.kind == DeedKind::PayerLookedUp);
     if (isKey && IsReadingOf(trace, deed.k, k)) return true;
     if (deed.kind == DeedKind::LineWritten && deed.k == k) return true;
     // The bill goes again.
     if (deed.kind == DeedKind::BillLinked && deed.k == k) return true;
   }
+  if (PicksVendor(trace, k)) return true;
   return std::ranges::any_of(kIgnoredPlaces, [&](const Place& place) {
     return place.passesOver && !IgnoredAt(trace, place, k, FaultTiming::Before).empty();
   });

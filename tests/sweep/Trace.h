@@ -31,8 +31,10 @@ enum class DeedKind : std::uint8_t {
   FormFound,      // a look-up by which an invoice's lines are what they are, and that found something
   PaymentBegun,   // the look-up of what a payment goes to
   PayerLookedUp,  // the look-up of a client's or a project's link: without it a payment is passed over
-  BillLinked,     // beside LinkWritten: the statement writes a bill's own link, in the manner of a look-up
-  LineWritten,    // a row of a bill that comes in, which may fail without a word, until the next run
+  LineKeyLookedUp,  // the same of a bill's line: three for each, the first and the last of its project
+  VendorsListed,    // for whoever picks one to bill: until he has, an error leaves the row to the next run
+  BillLinked,       // beside LinkWritten: the statement writes a bill's own link, in the manner of a look-up
+  LineWritten,      // a row of a bill that comes in, which may fail without a word, until the next run
   // Of a record that becomes several rows:
   RecordLookedFor,  // whether it is here already
   RowWritten,
@@ -98,6 +100,9 @@ enum class Leaves : std::uint8_t {
   // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
   // than it should have, of the same total.
   OneInAnotherForm,
+  // A bill went without the lines that something could not be looked up for, which counts as not there, or a part of
+  // its rows knows its line: the others are billed by the next run, or stay behind a bill that is known to have gone.
+  OneBillInPart,
   // A record came with some of its rows, which was told, but where its last word is excused: it is here from then on.
   OneInPart,
   // The project of a record came without its owner, so that the record stays in QuickBooks until somebody helps.

@@ -42,6 +42,55 @@ TEST(Trace, An_error_that_is_ignored_behind_an_Add_does_not_keep_the_link_from_b
   EXPECT_EQ(WhatIsLeft(trace, 4, kBefore, Break::Kill), Leaves::OneAddedTwice);
 }
 
+// Two lines of a bill, looked up at calls 1 to 6, an Add at call 7, and links behind it.
+Trace TwoLines(std::vector<Deed> links) {
+  Trace trace = {.names = std::vector<std::string>(10, "Connection.Execute"), .deeds = {}};
+  for (std::size_t k = 1; k <= 6; ++k) trace.deeds.push_back({.k = k, .kind = DeedKind::LineKeyLookedUp});
+  trace.deeds.push_back({.k = 7, .kind = DeedKind::AddCarriedOut});
+  for (const auto& link : links) trace.deeds.push_back(link);
+  return trace;
+}
+
+TEST(Trace, A_bill_without_a_row_of_its_own_goes_in_part_where_any_look_up_fails_or_a_part_of_its_rows_is_linked) {
+  const auto trace = TwoLines({{.k = 8, .kind = DeedKind::LinkWritten}, {.k = 9, .kind = DeedKind::LinkWritten}});
+  for (std::size_t k = 1; k <= 6; ++k) {
+    EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Raise), Leaves::OneBillInPart) << k;
+    EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Kill), Leaves::Nothing) << k;
+    EXPECT_TRUE(PassesOverSilently(trace, k)) << k;
+  }
+  for (const auto how : {Break::Raise, Break::Kill}) {
+    EXPECT_EQ(WhatIsLeft(trace, 8, kBefore, how), Leaves::OneAddedTwice);
+    EXPECT_EQ(WhatIsLeft(trace, 8, kAfter, how), Leaves::OneBillInPart);
+    EXPECT_EQ(WhatIsLeft(trace, 9, kBefore, how), Leaves::OneBillInPart);
+    EXPECT_EQ(WhatIsLeft(trace, 9, kAfter, how), Leaves::Nothing);
+  }
+}
+
+TEST(Trace, A_bill_with_a_row_of_its_own_goes_in_part_from_its_second_line_on_and_is_half_linked_between_links) {
+  const auto trace = TwoLines({{.k = 8, .kind = DeedKind::LinkWritten},
+                               {.k = 8, .kind = DeedKind::BillLinked},
+                               {.k = 9, .kind = DeedKind::LinkWritten},
+                               {.k = 10, .kind = DeedKind::LinkWritten}});
+  for (std::size_t k = 1; k <= 6; ++k) {
+    EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Raise), k <= 3 ? Leaves::Nothing : Leaves::OneBillInPart) << k;
+  }
+  EXPECT_EQ(WhatIsLeft(trace, 9, kAfter, Break::Kill), Leaves::OneHalfLinked);
+  EXPECT_EQ(WhatIsLeft(trace, 10, kAfter, Break::Kill), Leaves::Nothing);
+}
+
+TEST(Trace, A_bill_of_one_line_goes_or_stays) {
+  const auto trace = TwoLines({{.k = 8, .kind = DeedKind::LinkWritten}});
+  for (std::size_t k = 1; k <= 6; ++k) EXPECT_EQ(WhatIsLeft(trace, k, kBefore, Break::Raise), Leaves::Nothing) << k;
+}
+
+TEST(Trace, Until_a_vendor_is_picked_an_error_leaves_the_row_to_the_next_run) {
+  const Trace trace = {.names = {"Connection.OpenRecordset", "Recordset.Field", "Recordset.MoveNext", "Desk.PickVendor",
+                                 "Connection.Execute"},
+                       .deeds = {{.k = 1, .kind = DeedKind::VendorsListed}}};
+  for (std::size_t k = 1; k <= 4; ++k) EXPECT_TRUE(PassesOverSilently(trace, k)) << k;
+  EXPECT_FALSE(PassesOverSilently(trace, 5));
+}
+
 TEST(Trace, A_bill_s_own_link_that_can_t_be_written_is_ignored_and_what_is_around_it_is_told) {
   const Trace trace = {
       .names = {"Transport.ProcessDocument", "Connection.State", "Desk.PumpMessages", "Connection.Execute",

@@ -65,10 +65,11 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
                                                      "SELECT EmployeeID FROM Employee WHERE QBLINKID",
                                                      "SELECT ProjectID FROM Project WHERE QBLINKID",
                                                      "SELECT TransactionInvNum FROM TransactionTable WHERE QBLinkID"};
-  // Of a bill's lines, and the person to bill.
-  constexpr std::array<std::string_view, 4> kBillKeys = {
-      "SELECT QBLINKID FROM Employee ", "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ",
-      "SELECT QBLINKID FROM Expense "};
+  // Of the person to bill, and of a bill's lines.
+  constexpr std::array<std::string_view, 2> kBillKeys = {"SELECT COUNT(*) FROM Employee WHERE IsSub = -1",
+                                                         "SELECT QBLINKID FROM Employee "};
+  constexpr std::array<std::string_view, 3> kLineKeys = {
+      "SELECT QBLINKID FROM Project ", "SELECT QBLINKID FROM Activity ", "SELECT QBLINKID FROM Expense "};
   constexpr std::array<std::string_view, 2> kPayments = {"SELECT ProjectID, ClientID, TransactionPayLateFeeRecd",
                                                          "SELECT ProjectID FROM TransactionTable WHERE (PayID"};
   constexpr std::array<std::string_view, 2> kPayers = {"SELECT QBLinkID, ClientID FROM Client ",
@@ -78,9 +79,11 @@ std::optional<DeedKind> DeedOf(std::string_view statement) {
   if (WritesLink(statement)) return DeedKind::LinkWritten;
   if (std::ranges::any_of(kChoices, holds)) return DeedKind::Choice;
   if (std::ranges::any_of(kKeys, holds) || std::ranges::any_of(kBillKeys, holds)) return DeedKind::KeyLookedUp;
+  if (std::ranges::any_of(kLineKeys, holds)) return DeedKind::LineKeyLookedUp;
   if (std::ranges::any_of(kPayments, holds)) return DeedKind::PaymentBegun;
   if (std::ranges::any_of(kPayers, holds)) return DeedKind::PayerLookedUp;
   if (std::ranges::any_of(kRows, holds)) return DeedKind::RowWritten;
+  if (holds("SELECT EmployeeID, EmpCompany,")) return DeedKind::VendorsListed;
   if (holds("SELECT QBLinkID from TransactionTable WHERE")) return DeedKind::RecordLookedFor;
   if (holds("SELECT ClientID FROM Client WHERE QBLinkID")) return DeedKind::OwnerLookedUp;
   if (holds("SELECT ClientID FROM Project WHERE QBLINKID")) return DeedKind::OwnerNeeded;

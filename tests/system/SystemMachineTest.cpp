@@ -300,6 +300,27 @@ TEST(SystemMachine, A_line_is_appended_with_CR_LF) {
   EXPECT_EQ(ReadFile(path), "one\r\n\r\nzwölf\r\n");
 }
 
+TEST(SystemMachine, A_log_is_its_owners_alone_and_takes_no_control_characters) {
+  const TemporaryFolder folder;
+  const auto path = folder / "TWQBLog20083.txt";
+  SystemMachine machine({});
+  machine.AppendLine(path, "a\tb\x1b[2J\x7f \xC2\x9B \xC2\xA0 caf\xE9");
+  EXPECT_EQ(ReadFile(path), "a\tb?[2J? ? \xC2\xA0 caf\xE9\r\n");
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(path).permissions(), perms::owner_read | perms::owner_write);
+}
+
+TEST(SystemMachine, A_copy_takes_the_place_of_a_link_and_leaves_what_it_leads_to) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "from", "new");
+  WriteFile(folder / "precious", "mine");
+  std::filesystem::create_symlink("precious", folder / "to");
+  SystemMachine machine({});
+  machine.CopyFile(folder / "from", folder / "to");
+  EXPECT_EQ(ReadFile(folder / "to"), "new");
+  EXPECT_EQ(ReadFile(folder / "precious"), "mine");
+}
+
 TEST(SystemMachine, A_line_that_can_not_be_appended_raises) {
   const TemporaryFolder folder;
   SystemMachine machine({});

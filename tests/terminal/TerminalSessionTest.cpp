@@ -1,18 +1,16 @@
 // The desk at a real terminal: a child process under a pseudo-terminal of its own, keys typed from here.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <functional>
 #include <string>
 #include <thread>
 
+#include "adapters/terminal/EndSignals.h"
 #include "adapters/terminal/TerminalDesk.h"
+#include "tests/support/TerminalSession.h"
 
 namespace twqb {
 namespace {
@@ -20,72 +18,19 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr std::string_view kCtrlC = "\x03";
 constexpr std::string_view kCtrlD = "\x04";
-constexpr std::chrono::seconds kPatience{20};
 
 const MessageBox kConfirmation{
     .text = "Are you sure you want to Cancel?", .title = "Cancel Confirmation", .buttons = BoxButtons::YesNo};
 constexpr std::string_view kPrompt = "[Y]es / [N]o: ";
 
-// Runs `body` in a child whose terminal this is; its result is the child's exit status.
-class TerminalSession {
+class DeskSession : public TerminalSession {
  public:
-  explicit TerminalSession(const std::function<int(TerminalDesk&)>& body) {
-    const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
-    child_ = forkpty(&terminal_, nullptr, nullptr, &size);
-    if (child_ != 0) return;
-    std::signal(SIGINT, SIG_DFL);
-    alarm(static_cast<unsigned>(kPatience.count()));
-    int status = 0;
-    {
-      TerminalDesk desk;
-      status = body(desk);
-    }
-    _exit(status);
-  }
-  ~TerminalSession() {
-    if (child_ > 0) {
-      kill(child_, SIGKILL);
-      waitpid(child_, nullptr, 0);
-    }
-    close(terminal_);
-  }
-  TerminalSession(const TerminalSession&) = delete;
-  TerminalSession& operator=(const TerminalSession&) = delete;
-
-  // Reads until `text` has come up behind what was read before. False when the child ends without it.
-  [[nodiscard]] bool See(std::string_view text) {
-    for (;;) {
-      if (const auto at = all_.find(text, seen_); at != std::string::npos) {
-        seen_ = at + text.size();
-        return true;
-      }
-      std::array<char, 4096> chunk = {};
-      const auto got = read(terminal_, chunk.data(), chunk.size());
-      if (got <= 0) return false;
-      all_.append(chunk.data(), static_cast<std::size_t>(got));
-    }
-  }
-  [[nodiscard]] bool Type(std::string_view keys) const {
-    return write(terminal_, keys.data(), keys.size()) == static_cast<ssize_t>(keys.size());
-  }
-  // Everything up to the child's end; the exit status, or minus the signal that ended it.
-  int ExitStatus() {
-    while (See("\x01never written")) {
-    }
-    int status = 0;
-    waitpid(child_, &status, 0);
-    child_ = -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  }
-  [[nodiscard]] const std::string& All() const { return all_; }
-
- private:
-  int terminal_ = -1;
-  pid_t child_ = -1;
-  std::string all_;
-  std::size_t seen_ = 0;
+  explicit DeskSession(const std::function<int(TerminalDesk&)>& body)
+      : TerminalSession([&] {
+          TerminalDesk desk;
+          return body(desk);
+        }) {}
 };
 
 enum Outcome : int { kCancelled = 10, kRanToTheEnd = 11 };
@@ -114,7 +59,7 @@ int Transfer(TerminalDesk& desk) {
 }
 
 TEST(TerminalSession, A_question_at_a_terminal_is_answered_by_keys) {
-  TerminalSession session([](TerminalDesk& desk) {
+  DeskSession session([](TerminalDesk& desk) {
     const auto first = desk.ShowMessageBox(kConfirmation);
     const auto second = desk.ShowMessageBox({.text = "Done.", .title = "Note"});
     return first == BoxAnswer::Yes && second == BoxAnswer::Ok ? 0 : 1;
@@ -127,7 +72,7 @@ TEST(TerminalSession, A_question_at_a_terminal_is_answered_by_keys) {
 }
 
 TEST(TerminalSession, Ctrl_C_asks_whether_to_cancel_and_Yes_ends_the_transfer) {
-  TerminalSession session([](TerminalDesk& desk) { return Transfer(desk); });
+  DeskSession session([](TerminalDesk& desk) { return Transfer(desk); });
   ASSERT_TRUE(session.See("/9999"));
   ASSERT_TRUE(session.Type(kCtrlC));
   ASSERT_TRUE(session.See("Are you sure you want to Cancel?"));
@@ -137,7 +82,7 @@ TEST(TerminalSession, Ctrl_C_asks_whether_to_cancel_and_Yes_ends_the_transfer) {
 }
 
 TEST(TerminalSession, No_lets_the_transfer_go_on) {
-  TerminalSession session([](TerminalDesk& desk) { return Transfer(desk); });
+  DeskSession session([](TerminalDesk& desk) { return Transfer(desk); });
   ASSERT_TRUE(session.See("/9999"));
   ASSERT_TRUE(session.Type(kCtrlC));
   ASSERT_TRUE(session.See(kPrompt));
@@ -147,7 +92,7 @@ TEST(TerminalSession, No_lets_the_transfer_go_on) {
 }
 
 TEST(TerminalSession, Ctrl_C_at_the_confirmation_asks_once_more_and_then_is_a_No) {
-  TerminalSession session([](TerminalDesk& desk) { return Transfer(desk); });
+  DeskSession session([](TerminalDesk& desk) { return Transfer(desk); });
   ASSERT_TRUE(session.See("/9999"));
   ASSERT_TRUE(session.Type(kCtrlC));
   ASSERT_TRUE(session.See(kPrompt));
@@ -160,7 +105,7 @@ TEST(TerminalSession, Ctrl_C_at_the_confirmation_asks_once_more_and_then_is_a_No
 }
 
 TEST(TerminalSession, After_one_Ctrl_C_at_the_confirmation_it_can_still_be_answered) {
-  TerminalSession session([](TerminalDesk& desk) { return Transfer(desk); });
+  DeskSession session([](TerminalDesk& desk) { return Transfer(desk); });
   ASSERT_TRUE(session.See("/9999"));
   ASSERT_TRUE(session.Type(kCtrlC));
   ASSERT_TRUE(session.See(kPrompt));
@@ -171,15 +116,14 @@ TEST(TerminalSession, After_one_Ctrl_C_at_the_confirmation_it_can_still_be_answe
 }
 
 TEST(TerminalSession, The_end_of_file_key_is_a_No) {
-  TerminalSession session(
-      [](TerminalDesk& desk) { return desk.ShowMessageBox(kConfirmation) == BoxAnswer::No ? 0 : 1; });
+  DeskSession session([](TerminalDesk& desk) { return desk.ShowMessageBox(kConfirmation) == BoxAnswer::No ? 0 : 1; });
   ASSERT_TRUE(session.See(kPrompt));
   ASSERT_TRUE(session.Type(kCtrlD));
   EXPECT_EQ(session.ExitStatus(), 0);
 }
 
 TEST(TerminalSession, Without_the_form_Ctrl_C_ends_the_process) {
-  TerminalSession session([](TerminalDesk& desk) {
+  DeskSession session([](TerminalDesk& desk) {
     desk.ShowMessageBox(kConfirmation);
     return 0;
   });
@@ -188,8 +132,37 @@ TEST(TerminalSession, Without_the_form_Ctrl_C_ends_the_process) {
   EXPECT_EQ(session.ExitStatus(), -SIGINT);
 }
 
+class EndedQuestion : public testing::TestWithParam<int> {};
+
+TEST_P(EndedQuestion, Takes_No_when_the_process_is_to_end) {
+  DeskSession session([](TerminalDesk& desk) {
+    const EndSignals signals;
+    const bool isNo = desk.ShowMessageBox(kConfirmation) == BoxAnswer::No;
+    const bool isOk = desk.ShowMessageBox({.text = "Done.", .title = "Note"}) == BoxAnswer::Ok;
+    return isNo && isOk && EndSignals::Came() == GetParam() ? 0 : 1;
+  });
+  ASSERT_TRUE(session.See(kPrompt));
+  session.Signal(GetParam());
+  EXPECT_EQ(session.ExitStatus(), 0);
+}
+
+TEST_P(EndedQuestion, Is_left_at_once_by_a_second_signal_while_the_person_is_asked_what_the_first_meant) {
+  DeskSession session([](TerminalDesk& desk) {
+    const EndSignals signals;
+    raise(SIGINT);
+    const EndSignals::Asking asking;
+    return desk.ShowMessageBox(kConfirmation) == BoxAnswer::No ? 0 : 1;
+  });
+  ASSERT_TRUE(session.See(kPrompt));
+  session.Signal(GetParam());
+  EXPECT_EQ(session.ExitStatus(), EndSignals::ExitStatusOf(SIGINT));
+}
+
+INSTANTIATE_TEST_SUITE_P(TerminalSession, EndedQuestion, testing::ValuesIn(EndSignals::kSignals),
+                         [](const auto& suite) { return std::string(SignalName(suite.param)); });
+
 TEST(TerminalSession, No_line_of_progress_is_as_wide_as_the_terminal) {
-  TerminalSession session([](TerminalDesk& desk) {
+  DeskSession session([](TerminalDesk& desk) {
     desk.ShowMsgForm({.action = std::string(200, 'x')}, nullptr);
     desk.UnloadMsgForm();
     return 0;

@@ -307,6 +307,14 @@ TEST(InvoicesIn, A_look_for_the_client_that_fails_is_told) {
   EXPECT_EQ(house.BoxTexts(), (Texts{BrokenBox("MoveInvoicesToTW"), kKeepGoing}));
 }
 
+TEST(InvoicesIn, An_invoice_of_no_customer_is_told) {
+  InvoicesHouse house({.answers = "yes"});
+  house.Take({Invoice({{"CustomerRef", {}}}), Invoice({{"TxnID", "2-1"}})});
+  ASSERT_EQ(house.BoxTexts().size(), 2U);
+  EXPECT_EQ(house.BoxTexts().back(), kKeepGoing);
+  EXPECT_EQ(house.RowsOf("QBLinkID", "TransactionTable"), "2-1");
+}
+
 // --- Customers that are pulled first ---------------------------------------------------------------------------------
 
 TEST(InvoicesIn, An_invoice_of_a_customer_pulls_it_as_client_and_as_project) {
@@ -398,6 +406,8 @@ TEST(InvoicesIn, Yes_after_an_error_in_the_last_record_leaves_the_outcome_that_t
 TEST(InvoicesIn, No_after_an_error_ends_the_run) {
   InvoicesHouse house({.answers = "no"}, "row 1 raise 0x80040E2F \"Refused.\" TransactionTable");
   house.Take({Invoice(), Invoice({{"TxnID", "2-1"}})});
+  ASSERT_EQ(house.BoxTexts().size(), 3U);
+  EXPECT_EQ(house.desk.Boxes()[1].box.icon, BoxIcon::Question);
   EXPECT_EQ(house.BoxTexts().back(), kOperationCancelled);
   EXPECT_EQ(house.Count("TransactionTable"), "0");
   EXPECT_EQ(Outcome(), TableOk::False);

@@ -169,7 +169,10 @@ class RandomFirm : public TransactionsHouse, public testing::TestWithParam<unsig
 
   void SendTable(enTables table, void (*send)(const SendCall&)) {
     Vars().g_TableOk = TableOk::False;
-    send({.sql = BuildSelectSQL(table, {.IgnoreLastSync = true}), .rule = {}, .session = Session(), .run = Vars()});
+    send({.sql = twqb::Sql::Own(BuildSelectSQL(table, {.IgnoreLastSync = true})),
+          .rule = {},
+          .session = Session(),
+          .run = Vars()});
   }
   // As the books should take it: a draft is not there, what is settled takes nothing more, and no invoice takes more
   // than is open. The first part that stays keeps back all behind it, and what went in part never goes again.

@@ -1,0 +1,78 @@
+#include "cli/ReportFile.h"
+
+#include <string_view>
+#include <vector>
+
+#include "adapters/transcript/TranscriptWriter.h"
+#include "cli/RunFiles.h"
+#include "cli/TableArgument.h"
+#include "services/Errors.h"
+
+namespace twqb::cli {
+
+namespace {
+
+constexpr RecordKind kReport = {.called = "report", .option = "--report", .beginning = R"({"twqb":")"};
+
+// What the run reads or writes by its own options.
+std::vector<std::string> FilesBeside(const Options& options) {
+  std::vector<std::string> files;
+  for (const auto& file : {options.answers, options.faults, options.transcript}) {
+    if (!file.empty()) files.push_back(file);
+  }
+  return files;
+}
+
+std::string_view DirectionWord(Direction direction) { return direction == Direction::Send ? "send" : "get"; }
+
+void AddTable(EventFields& fields, const TableInHand& table) {
+  fields["table"] = TypedName(static_cast<enTables>(table.number));
+  fields["direction"] = DirectionWord(table.direction);
+}
+
+}  // namespace
+
+ReportFile::ReportFile(const std::string& path, const Options& options, Machine& machine)
+    : file_(path, kReport, FilesOfRun(WorkplaceOf(options), machine, FilesBeside(options))) {}
+
+void ReportFile::Write(const RecordAccount& record) {
+  EventFields fields = {{"twqb", record.standing == Standing::Record ? "record" : "line"}};
+  AddTable(fields, record.table);
+  fields["key"] = record.key;
+  fields["identifier"] = record.identifier;
+  fields["done"] = FateWord(record.fate);
+  fields["why"] = record.why;
+  if (!record.former.empty()) fields["former"] = record.former;
+  file_.Stream() << JsonLine(fields) << '\n';
+}
+
+void ReportFile::Write(const ErrorAccount& error) {
+  EventFields fields = {{"twqb", "error"}};
+  if (error.table) AddTable(fields, *error.table);
+  fields["key"] = error.key;
+  fields["identifier"] = error.identifier;
+  fields["routine"] = error.routine;
+  fields["number"] = std::int64_t{SignedNumber(error.number)};
+  fields["text"] = error.text;
+  file_.Stream() << JsonLine(fields) << '\n';
+}
+
+std::string_view FateWord(Fate fate) {
+  switch (fate) {
+    case Fate::Added:
+      return "added";
+    case Fate::Changed:
+      return "changed";
+    case Fate::LeftAsItWas:
+      return "left as it was";
+    case Fate::PassedOver:
+      return "passed over";
+    case Fate::Refused:
+      return "refused";
+    case Fate::Failed:
+      return "failed";
+  }
+  return "";
+}
+
+}  // namespace twqb::cli

@@ -1,0 +1,35 @@
+// The report of a transfer: what became of each record, and each error, as JSON Lines in a file.
+//
+// Each line begins with what it tells of: a record, a line of one, or an error. It replaces an older report and nothing
+// else.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "cli/Options.h"
+#include "cli/OutputFile.h"
+#include "platform/machine.h"
+#include "services/RunObserver.h"
+
+namespace twqb::cli {
+
+class ReportFile {
+ public:
+  // Raises UsageError, with the file untouched, when it is anything but an older report, or can't be written.
+  ReportFile(const std::string& path, const Options& options, Machine& machine);
+
+  void Write(const RecordAccount& record);
+  void Write(const ErrorAccount& error);
+  void Flush() { file_.Stream().flush(); }
+  // False once a line could not be written.
+  [[nodiscard]] bool IsWhole() { return file_.Stream().good(); }
+
+ private:
+  OutputFile file_;
+};
+
+// "added": as reports call what became of a record.
+[[nodiscard]] std::string_view FateWord(Fate fate);
+
+}  // namespace twqb::cli

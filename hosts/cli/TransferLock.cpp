@@ -1,0 +1,118 @@
+#include "cli/TransferLock.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <iterator>
+#include <optional>
+#include <system_error>
+#include <thread>
+
+#include "adapters/sqlite/ConnectionText.h"
+#include "adapters/system/FileIdentity.h"
+#include "adapters/terminal/EndSignals.h"
+#include "cli/ExitStatus.h"
+#include "cli/Output.h"
+#include "cli/Surroundings.h"
+
+namespace twqb::cli {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kBetweenLooks{100};
+
+// The file of the lock that is in the way, and its holder.
+struct InTheWay {
+  std::string file;
+  Holder holder;
+};
+
+// In the order of their names, so that two transfers which need both meet at the same one.
+std::vector<std::string> FilesToHold(const Workplace& place) {
+  std::vector<std::string> files;
+  for (const auto& path : {BillingFileOf(place), place.company}) {
+    if (!path.empty() && IdentityOf(path)) files.push_back(ResolvedPath(path));
+  }
+  std::ranges::sort(files);
+  const auto same = std::ranges::unique(files);
+  files.erase(same.begin(), same.end());
+  return files;
+}
+
+[[noreturn]] void RefuseLock(const std::string& file, const HeldFile::Outcome outcome) {
+  const auto lock = file + kTransferLockSuffix;
+  if (outcome == HeldFile::Outcome::NotOurs) {
+    throw UsageError(fmt::format(
+        "A transfer would be told of in {}, and something else has that name.\nMove it away, then start again.", lock));
+  }
+  throw UsageError(
+      fmt::format("{} can't be held for the transfer, by {}: {}.", file, lock, std::generic_category().message(errno)));
+}
+
+std::string Told(const Holder& holder) {
+  if (holder.process.empty()) return "another transfer";
+  return fmt::format("\"{}\" (process {} on {}, since {})", holder.command, holder.process, holder.host, holder.since);
+}
+
+// All of the files or none: a transfer that waits for one holds no other.
+std::optional<InTheWay> TryAll(const std::vector<std::string>& files, const Holder& self, std::vector<HeldFile>& held) {
+  for (const auto& file : files) {
+    auto answer = HeldFile::Claim(file + kTransferLockSuffix, file, self);
+    switch (answer.outcome) {
+      case HeldFile::Outcome::Held:
+        held.push_back(std::move(*answer.held));
+        break;
+      case HeldFile::Outcome::NoFileHere:
+        break;  // a database takes no change either where its folder takes no file
+      case HeldFile::Outcome::HeldByOther:
+        held.clear();
+        return InTheWay{.file = file, .holder = std::move(answer.holder)};
+      case HeldFile::Outcome::NotOurs:
+      case HeldFile::Outcome::Failed:
+        RefuseLock(file, answer.outcome);
+    }
+  }
+  return std::nullopt;
+}
+
+[[noreturn]] void Refuse(const InTheWay& other, int waited) {
+  throw HeldByOther(fmt::format("A transfer is at work on {}: {}.\n{}Nothing has been transferred. {}", other.file,
+                                Told(other.holder), waited > 0 ? fmt::format("It still is after {} s. ", waited) : "",
+                                waited > 0 ? "Start again when it is through."
+                                           : "Start again when it is through, or let this one wait with --wait."));
+}
+
+}  // namespace
+
+std::string BillingFileOf(const Workplace& place) { return sqlite::ParseConnectionText(place.billing).dataSource; }
+
+TransferLock::TransferLock(const Workplace& place, const Options& options)
+    : self_(ThisHolder(options.command, IsoDate(MakeMachine(place, std::nullopt)->Now()))), files_(FilesToHold(place)) {
+  const auto end = steady_clock::now() + std::chrono::seconds(options.waitSeconds);
+  for (bool told = false;;) {
+    const auto other = TryAll(files_, self_, held_);
+    if (!other) return;
+    if (steady_clock::now() >= end || EndSignals::Came() != 0) Refuse(*other, options.waitSeconds);
+    if (!told) {
+      Tell(fmt::format("A transfer is at work on {}: {}.\nWaiting for it, up to {} s.", other->file,
+                       Told(other->holder), options.waitSeconds));
+      told = true;
+    }
+    std::this_thread::sleep_for(kBetweenLooks);
+  }
+}
+
+void TransferLock::HoldToo(const std::string& company) {
+  const auto file = ResolvedPath(company);
+  if (std::ranges::find(files_, file) != files_.end()) return;
+  std::vector<HeldFile> more;
+  if (const auto other = TryAll({file}, self_, more)) Refuse(*other, 0);
+  std::ranges::move(more, std::back_inserter(held_));
+  files_.push_back(file);
+}
+
+}  // namespace twqb::cli

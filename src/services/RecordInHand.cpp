@@ -1,0 +1,134 @@
+#include "services/RecordInHand.h"
+
+#include <fmt/format.h>
+
+#include <exception>
+
+#include "platform/Value.h"
+#include "services/Errors.h"
+
+namespace twqb {
+
+namespace {
+
+std::string Words(const PlatformError& raised) {
+  return fmt::format("error {}: {}", SignedNumber(raised.number()), raised.description());
+}
+
+}  // namespace
+
+RecordInHand::RecordInHand(Standing standing, KeySource key)
+    : key_(std::move(key)), exceptions_(std::uncaught_exceptions()), before_(Vars().inHand) {
+  account_.standing = standing;
+  if (const auto* table = Vars().tableInHand) account_.table = *table;
+  Vars().inHand = this;
+}
+
+RecordInHand::~RecordInHand() {
+  Vars().inHand = before_;
+  if (dropped_ || !IsObserved()) return;
+  const bool isGivenUp = std::uncaught_exceptions() > exceptions_;
+  auto account = Account();
+  if (!fate_ && (isGivenUp || !error_.empty())) {
+    account.fate = Fate::Failed;
+    account.why = error_.empty() ? "the run was given up" : error_;
+  }
+  Vars().observer->RecordTold(account);
+  if (account.standing == Standing::Line && before_ != nullptr) before_->TakeOver(account);
+}
+
+void RecordInHand::TakeOver(const RecordAccount& line) {
+  if (fate_ && !account_.isOfItsLines) return;
+  const bool went = line.fate == Fate::Added || line.fate == Fate::Changed;
+  if (IsThere() && !went) return;
+  fate_ = line.fate;
+  account_.why = line.why;
+  account_.isOfItsLines = true;
+  // Of several the last one's is the record's.
+  if (went) account_.identifier = line.identifier;
+}
+
+void RecordInHand::NoteFailure(const PlatformError& raised) {
+  const bool isThere = IsThere();
+  if (!isThere) fate_ = Fate::Failed;
+  account_.why = isThere && !account_.why.empty() ? account_.why + "; then " + Words(raised) : Words(raised);
+}
+
+RecordAccount RecordInHand::Account() const {
+  auto account = account_;
+  account.fate = fate_.value_or(Fate::PassedOver);
+  if (account.key.empty() && key_) IgnoreErrors([&] { account.key = key_(); });
+  return account;
+}
+
+void NoteFate(Fate fate) {
+  if (auto* record = Vars().inHand) record->NoteFate(fate);
+}
+
+void NoteIdentifier(std::string_view identifier) {
+  if (auto* record = Vars().inHand) record->NoteIdentifier(identifier);
+}
+
+void NoteKey(std::string_view key) {
+  if (auto* record = Vars().inHand) record->NoteKey(key);
+}
+
+void NoteKeyOf(const ado::Recordset& row, std::string_view column) {
+  auto* record = Vars().inHand;
+  if (record == nullptr || record->HasKey()) return;
+  IgnoreErrors([&] { record->NoteKey(ToText(row.Field(column))); });
+}
+
+void NoteFormer(std::string_view identifier) {
+  if (auto* record = Vars().inHand) record->NoteFormer(identifier);
+}
+
+void DropRecordInHand() {
+  if (auto* record = Vars().inHand) record->Drop();
+}
+
+void NoteFateAtLast(Fate fate, std::string_view why) {
+  if (const auto* record = Vars().inHand; record != nullptr && !record->HasFate()) NoteFate(fate, why);
+}
+
+void TellRecord(RecordAccount record) {
+  if (!IsObserved()) return;
+  if (const auto* table = Vars().tableInHand) record.table = *table;
+  Vars().observer->RecordTold(record);
+}
+
+void TellExtent(const Extent& extent) {
+  if (const auto* table = Vars().tableInHand; table != nullptr && IsObserved()) {
+    Vars().observer->WalkEnded(*table, extent);
+  }
+}
+
+void TellSkipped(const TableInHand& table) {
+  if (IsObserved()) Vars().observer->TableSkipped(table);
+}
+
+void TellErrorToObserver(std::string_view routine, ErrorNumber number, std::string_view text, ToldBy toldBy) {
+  if (!IsObserved()) return;
+  ErrorAccount error = {
+      .routine = std::string(routine), .number = number, .text = std::string(text), .isLogged = toldBy == ToldBy::Log};
+  if (const auto* table = Vars().tableInHand) error.table = *table;
+  if (auto* record = Vars().inHand) {
+    record->NoteError(fmt::format("error {}: {}", SignedNumber(number), text));
+    const auto account = record->Account();
+    error.table = account.table;
+    error.key = account.key;
+    error.identifier = account.identifier;
+  }
+  Vars().observer->ErrorTold(error);
+}
+
+TableScope::TableScope(const TableInHand& table) : table_(table), before_(Vars().tableInHand) {
+  Vars().tableInHand = &table_;
+}
+
+TableScope::~TableScope() {
+  Vars().tableInHand = before_;
+  if (IsObserved()) Vars().observer->TableEnded(table_, narrowed_);
+}
+
+}  // namespace twqb
