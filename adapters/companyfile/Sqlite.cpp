@@ -64,7 +64,9 @@ SqliteDatabase::SqliteDatabase(const std::string& path) {
 }
 
 void SqliteDatabase::SetUp() {
-  RunScript("PRAGMA synchronous = FULL");
+  Check(database_.get(), storage::SetUp(database_.get()) == SQLITE_OK);
+  // What a part of a transaction can be taken back to is kept for each page that it writes: not in a file for each.
+  RunScript("PRAGMA temp_store = MEMORY");
   storage::EndWriteAhead(database_.get());
 }
 

@@ -121,7 +121,7 @@ void Database::Begin(const std::string& file, std::chrono::milliseconds patience
     Check(sqlite3_busy_timeout(handle, static_cast<int>(patience.count())));
     if (Look() == Schema::Changed) engine_.statements.clear();
     if (isNew) {
-      Check(sqlite3_exec(handle, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr));
+      Check(storage::SetUp(handle));
       // A log that is beside the file though nobody has it open is a dead process'.
       storage::EndWriteAhead(handle);
     }

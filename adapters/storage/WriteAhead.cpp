@@ -105,6 +105,11 @@ void LookBehind(const std::string& path) {
 
 }  // namespace
 
+int SetUp(sqlite3* handle) {
+  constexpr auto kSettings = "PRAGMA synchronous = FULL; PRAGMA wal_autocheckpoint = 4000";
+  return sqlite3_exec(handle, kSettings, nullptr, nullptr, nullptr);
+}
+
 bool TakesWriteAhead(const std::string& path) {
 #ifdef __linux__
   // ext2 to ext4, XFS, Btrfs, F2FS, ZFS, bcachefs, JFS, ReiserFS, NTFS, exFAT, FAT, eCryptfs, overlays, memory.

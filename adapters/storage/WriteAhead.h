@@ -19,6 +19,10 @@ enum class Form : std::uint8_t {
   WriteAhead,  // what was written lately stands in a log beside the file
 };
 
+// What every connection is told once, when it is open: each commit is durable when it returns, and the log grows to
+// some megabytes before it is carried over into the file. The engine's result code.
+[[nodiscard]] int SetUp(sqlite3* handle);
+
 // Whether the file stands where processes share memory over it: on a disk of this machine, of a kind that is known.
 // Log and file of a network drive would part.
 [[nodiscard]] bool TakesWriteAhead(const std::string& path);
