@@ -7,13 +7,14 @@ namespace twqb::sqlite {
 
 void SnapshotRecordset::Close() {
   RequireOpen();
-  rows_.clear();
+  rows_.Clear();
+  row_.clear();
   LetGo();
 }
 
 bool SnapshotRecordset::Eof() const {
   RequireOpen();
-  return current_ >= rows_.size();
+  return current_ >= rows_.Count();
 }
 
 void SnapshotRecordset::MoveFirst() {
@@ -28,21 +29,30 @@ void SnapshotRecordset::MoveNext() {
 
 std::int64_t SnapshotRecordset::RecordCount() const {
   RequireOpen();
-  return static_cast<std::int64_t>(rows_.size());
+  return static_cast<std::int64_t>(rows_.Count());
 }
 
 void SnapshotRecordset::Find(std::string_view criterion) {
   RequireOpen();
   const auto [column, text] = ParseCriterion(criterion);
   const auto index = ColumnIndex(columns(), column);
-  while (current_ < rows_.size() && !EqualsText(rows_[current_][index], text)) ++current_;
+  while (current_ < rows_.Count() && !EqualsText(Current()[index], text)) ++current_;
+}
+
+const std::vector<Value>& SnapshotRecordset::Current() const {
+  if (decoded_ != current_ + 1) {
+    row_.resize(columns().size());
+    rows_.Read(current_, row_);
+    decoded_ = current_ + 1;
+  }
+  return row_;
 }
 
 Value SnapshotRecordset::FieldAt(int index) const {
   RequireOpen();
   const auto column = CheckedIndex(index);
-  if (current_ >= rows_.size()) throw PlatformError(error::kAtEof);
-  return rows_[current_][column];
+  if (current_ >= rows_.Count()) throw PlatformError(error::kAtEof);
+  return Current()[column];
 }
 
 ado::EditMode SnapshotRecordset::EditState() const {

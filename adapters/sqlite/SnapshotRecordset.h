@@ -6,17 +6,16 @@
 
 #include <vector>
 
+#include "adapters/sqlite/CompactRows.h"
 #include "adapters/sqlite/SqliteRecordset.h"
 
 namespace twqb::sqlite {
 
 class SnapshotRecordset : public SqliteRecordset {
  public:
-  using Rows = std::vector<std::vector<Value>>;
-
   // Closed: what a statement without rows answers.
   SnapshotRecordset() : SqliteRecordset(nullptr, {}) {}
-  SnapshotRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, Rows rows)
+  SnapshotRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, CompactRows rows)
       : SqliteRecordset(std::move(database), std::move(columns)), rows_(std::move(rows)) {}
 
   void Close() override;
@@ -37,8 +36,13 @@ class SnapshotRecordset : public SqliteRecordset {
   void CancelUpdate() override;
 
  private:
-  Rows rows_;
+  // The current row, decoded once.
+  [[nodiscard]] const std::vector<Value>& Current() const;
+
+  CompactRows rows_;
   std::size_t current_ = 0;
+  mutable std::vector<Value> row_;
+  mutable std::size_t decoded_ = 0;  // whose row that is, counted from 1
 };
 
 }  // namespace twqb::sqlite

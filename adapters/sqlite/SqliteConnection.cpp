@@ -28,8 +28,8 @@ std::chrono::milliseconds Patience(int timeoutSeconds) {
 
 std::unique_ptr<ado::Recordset> FetchAll(const std::shared_ptr<Database>& database, Statement& statement) {
   auto columns = DescribeColumns(statement);
-  SnapshotRecordset::Rows rows;
-  while (statement.Step()) rows.push_back(ReadRow(statement, columns));
+  CompactRows rows;
+  while (statement.Step()) rows.Add(ReadRow(statement, columns));
   return std::make_unique<SnapshotRecordset>(database, std::move(columns), std::move(rows));
 }
 

@@ -3,13 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
 #include <pugixml.hpp>
-#include <random>
 #include <utility>
 
 #include "tests/bridge/BridgeHouse.h"
+#include "tests/support/Chance.h"
 
 namespace twqb {
 namespace {
@@ -20,8 +19,6 @@ using Sums = std::map<std::pair<std::string, std::string>, Cents>;
 
 constexpr std::string_view kVendors[] = {"ADAMS", "BURNS", "COLE"};
 constexpr std::string_view kJobs[] = {"PIER", "ROOF", "YARD"};
-
-Cents InCents(std::string_view amount) { return std::llround(TextToNumber(amount) * 100); }
 
 // Vendors, projects, an activity and an expense code that are on both sides; in QuickBooks the vendors have the names
 // of their keys, and the jobs those of their projects.
@@ -102,7 +99,7 @@ class CostsOfAFirm : public BridgeHouse {
 
 class RandomCosts : public testing::TestWithParam<unsigned> {
  protected:
-  Cents Any(Cents from, Cents to) { return std::uniform_int_distribution<Cents>(from, to)(random_); }
+  Cents Any(Cents from, Cents to) { return chance_.Of(from, to); }
   template <std::size_t kCount>
   std::string OneOf(const std::string_view (&names)[kCount]) {
     return std::string(names[static_cast<std::size_t>(Any(0, kCount - 1))]);
@@ -143,7 +140,7 @@ class RandomCosts : public testing::TestWithParam<unsigned> {
   Sums expected_;  // of what goes, in whole cents
 
  private:
-  std::mt19937 random_{GetParam()};
+  Chance chance_{GetParam()};
 };
 
 constexpr int kRows = 60;

@@ -1,5 +1,5 @@
-// Runs a fuzz target without a fuzzer: every seed of a folder, and a fixed number of mutations of each. For the
-// ordinary test run, on any compiler; ./run fuzz searches further.
+// Runs a fuzz target without a fuzzer: every seed of a folder, and a fixed number of mutations of each, others with
+// another TWQB_ROUND. For the ordinary test run, on any compiler; ./run fuzz searches further.
 
 #include <algorithm>
 #include <cstdint>
@@ -59,7 +59,8 @@ int main(int argc, char** argv) {
     return 1;
   }
   const int mutations = std::atoi(argv[2]);
-  std::mt19937_64 random(1);
+  const char* round = std::getenv("TWQB_ROUND");
+  std::mt19937_64 random(round == nullptr ? 1 : std::strtoull(round, nullptr, 10));
   for (const auto& path : seeds) {
     std::ifstream file(path, std::ios::binary);
     const std::string seed{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

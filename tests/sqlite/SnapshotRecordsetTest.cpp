@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "TemporaryDatabase.h"
 
 namespace twqb::sqlite {
@@ -138,6 +140,37 @@ TEST_F(SnapshotRecordset, Nothing_in_it_can_be_edited) {
   EXPECT_EQ(Raised([&] { rows->Update(); }), error::kReadOnly);
   EXPECT_EQ(rows->EditState(), ado::EditMode::None);
   EXPECT_EQ(Raised([&] { rows->CancelUpdate(); }), 0U) << "there is nothing to cancel";
+}
+
+TEST_F(SnapshotRecordset, Gives_back_every_value_as_it_was_in_any_order) {
+  Execute("CREATE TABLE Odd (N BIGINT, F DOUBLE, M DECIMAL(19,4), D DATETIME, T TEXT)");
+  const std::string rows[] = {
+      "(9223372036854775807, 1e308, 900000000000000.25, '9999-12-31 23:59:59', '')",
+      "(-9223372036854775807 - 1, -0.1, -900000000000000.25, '0100-01-01 00:00:00', 'é' || char(0) || 'x')",
+      "(-1, 0.0, -0.0001, '1899-12-30 00:00:00', NULL)", "(NULL, NULL, NULL, NULL, printf('%.*c', 600000, 'y'))",
+      "(127, 1.5, 64, '2008-03-05 10:00:00', printf('%.*c', 128, 'z'))"};
+  for (const auto& row : rows) Execute("INSERT INTO Odd VALUES " + row);
+  const auto all = Query("SELECT * FROM Odd");
+  ASSERT_EQ(all->RecordCount(), 5);
+  EXPECT_EQ(all->Field("N"), Value(std::numeric_limits<std::int64_t>::max()));
+  EXPECT_EQ(all->Field("F"), Value(1e308));
+  EXPECT_EQ(all->Field("T"), Value(std::string()));
+  all->MoveNext();
+  EXPECT_EQ(all->Field("T"), Value(std::string("é\0x", 4)));
+  EXPECT_EQ(all->Field("N"), Value(std::numeric_limits<std::int64_t>::min()));
+  EXPECT_EQ(all->Field("M"), Value(Currency::FromDouble(-900000000000000.25)));
+  EXPECT_EQ(all->Field("D"), Value(*ParseDate("0100-01-01 00:00:00")));
+  all->MoveNext();
+  EXPECT_EQ(all->Field("M"), Value(Currency::FromTenThousandths(-1)));
+  EXPECT_EQ(all->Field("N"), Value(std::int64_t{-1}));
+  EXPECT_TRUE(IsNull(all->Field("T")));
+  all->MoveNext();
+  EXPECT_EQ(ToText(all->Field("T")).size(), 600'000U) << "a row larger than what is taken at once";
+  EXPECT_TRUE(IsNull(all->Field("D")));
+  all->MoveNext();
+  EXPECT_EQ(ToText(all->Field("T")), std::string(128, 'z'));
+  all->MoveFirst();
+  EXPECT_EQ(all->Field("M"), Value(Currency::FromDouble(900000000000000.25)));
 }
 
 TEST_F(SnapshotRecordset, Closed_it_raises) {

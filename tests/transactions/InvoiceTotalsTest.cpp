@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "messages/ValueFormat.h"
-#include "tests/transactions/Chance.h"
+#include "tests/support/Chance.h"
 #include "tests/transactions/InvoicesHouse.h"
 
 namespace twqb {

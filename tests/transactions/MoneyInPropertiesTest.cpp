@@ -4,8 +4,8 @@
 
 #include <array>
 
+#include "tests/support/Chance.h"
 #include "tests/transactions/ArrivalsHouse.h"
-#include "tests/transactions/Chance.h"
 
 namespace twqb {
 namespace {

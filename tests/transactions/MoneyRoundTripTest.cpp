@@ -10,7 +10,7 @@
 #include <optional>
 #include <pugixml.hpp>
 
-#include "tests/transactions/Chance.h"
+#include "tests/support/Chance.h"
 #include "tests/transactions/PaymentsHouse.h"
 #include "transactions/InvoicesOut.h"
 

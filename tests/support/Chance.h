@@ -1,5 +1,7 @@
 // Numbers by chance, the same in every run, and money as whole cents: for tests that work out their expectations apart
 // from the library.
+//
+// A round of ./run soak is told by the variable TWQB_ROUND, and gives each test other numbers.
 #pragma once
 
 #include <fmt/core.h>
@@ -17,7 +19,7 @@ namespace twqb {
 
 class Chance {
  public:
-  explicit Chance(unsigned seed) : random_(seed) {}
+  explicit Chance(unsigned seed) : random_(seed + kSeedsOfRound * Round()) {}
 
   // Both ends included.
   std::int64_t Of(std::int64_t from, std::int64_t to) {
@@ -29,6 +31,12 @@ class Chance {
   std::size_t Place(std::size_t count) { return static_cast<std::size_t>(Of(0, static_cast<std::int64_t>(count) - 1)); }
 
  private:
+  static constexpr std::uint64_t kSeedsOfRound = 1'000'000;
+  static std::uint64_t Round() {
+    const char* round = std::getenv("TWQB_ROUND");
+    return round == nullptr ? 0 : std::strtoull(round, nullptr, 10);
+  }
+
   std::mt19937_64 random_;
 };
 
