@@ -171,14 +171,16 @@ bool IsUtf8(std::string_view text) {
 }
 
 std::string ReplaceControls(std::string_view text, const std::function<std::string(unsigned)>& shown) {
-  // DEL, and as UTF-8 the second set of controls, behind those below the blank.
+  // DEL, and the second set of controls, behind those below the blank: as UTF-8, or as single bytes, which terminals of
+  // eight bits obey.
   constexpr unsigned char kDelete = 0x7F;
   constexpr unsigned char kLeadOfSecondSet = 0xC2;
+  constexpr unsigned char kSecondSet = 0x80;
   constexpr unsigned char kEndOfSecondSet = 0xA0;
   // Most texts have none, and are not taken apart.
   const auto mayBegin = [](char c) {
     const auto byte = static_cast<unsigned char>(c);
-    return byte < ' ' || byte == kDelete || byte == kLeadOfSecondSet;
+    return byte < ' ' || byte == kLeadOfSecondSet || (byte >= kDelete && byte < kEndOfSecondSet);
   };
   if (std::ranges::none_of(text, mayBegin)) return std::string(text);
   std::string replaced;
@@ -188,7 +190,8 @@ std::string ReplaceControls(std::string_view text, const std::function<std::stri
     const auto first = static_cast<unsigned char>(next.front());
     const auto last = static_cast<unsigned char>(next.back());
     const bool isLayout = first == '\t' || first == '\r' || first == '\n';
-    const bool isInSecondSet = next.size() == 2 && first == kLeadOfSecondSet && last < kEndOfSecondSet;
+    const bool isInSecondSet = (next.size() == 2 && first == kLeadOfSecondSet && last < kEndOfSecondSet) ||
+                               (next.size() == 1 && first >= kSecondSet && first < kEndOfSecondSet);
     const bool isInFirstSet = next.size() == 1 && ((first < ' ' && !isLayout) || first == kDelete);
     replaced += isInFirstSet || isInSecondSet ? shown(last) : std::string(next);
   }

@@ -143,7 +143,15 @@ TEST(Text, Control_characters_are_replaced_where_they_stand_and_layout_stays) {
   EXPECT_EQ(ReplaceControls("a\tb\r\nc", named), "a\tb\r\nc");
   EXPECT_EQ(ReplaceControls(std::string_view("\0\x1b[1m\x7f\xC2\x80\xC2\x9F\xC2\xA0", 12), named),
             "<0><27>[1m<127><128><159>\xC2\xA0");
-  EXPECT_EQ(WithoutControls("\xE4\x07\x85"), "\xE4?\x85") << "bytes that are no UTF-8 are no control characters";
+  EXPECT_EQ(WithoutControls("\xE4\x07\xFC"), "\xE4?\xFC") << "other bytes that are no UTF-8 stay";
+}
+
+TEST(Text, Single_bytes_that_an_8_bit_terminal_obeys_are_control_characters) {
+  EXPECT_EQ(WithoutControls("\x9B"
+                            "2J"),
+            "?2J");
+  EXPECT_EQ(WithoutControls("\x80 \x9F \xA0"), "? ? \xA0");
+  EXPECT_EQ(WithoutControls("\xC3\x9B \xE2\x82\xAC"), "\xC3\x9B \xE2\x82\xAC") << "within a character they are none";
 }
 
 TEST(Text, Well_formed_UTF_8_is_told_from_other_bytes) {
