@@ -67,6 +67,17 @@ void GiveRightsOf(const std::string& of, const FileDescriptor& file) {
   }
 }
 
+// Whether `path` still is the name of the open file, and no link to it.
+bool StandsAt(const std::string& path, const FileDescriptor& file) {
+  struct stat present = {};
+  struct stat opened = {};
+  return ::lstat(path.c_str(), &present) == 0 && ::fstat(file.Get(), &opened) == 0 &&
+         IdentityOf(present) == IdentityOf(opened);
+}
+
+// A folder, a link or a socket.
+bool IsSomethingElse(int reason) { return reason == EISDIR || reason == ELOOP || reason == ENXIO; }
+
 bool TakesNoFiles(int reason) { return reason == EACCES || reason == EROFS || reason == EPERM || reason == ENOENT; }
 
 }  // namespace
@@ -85,6 +96,7 @@ HeldFile::Answer HeldFile::Claim(const std::string& path, const std::string& of,
     auto file = OpenClaim(path);
     if (!file) {
       const int reason = errno;
+      if (IsSomethingElse(reason)) return {.outcome = Outcome::NotOurs};
       const bool isThere = ::access(path.c_str(), F_OK) == 0;
       errno = reason;
       return {.outcome = !isThere && TakesNoFiles(reason) ? Outcome::NoFileHere : Outcome::Failed};
@@ -98,8 +110,7 @@ HeldFile::Answer HeldFile::Claim(const std::string& path, const std::string& of,
       return {.outcome = Outcome::HeldByOther, .holder = HolderFrom(ReadClaim(file))};
     }
     // The one before may have removed it between the opening and the lock.
-    const auto present = IdentityOf(path);
-    if (!present || *present != IdentityOf(opened)) continue;
+    if (!StandsAt(path, file)) continue;
     if (opened.st_size != 0 && !ReadClaim(file).starts_with(kFirstLine)) return {.outcome = Outcome::NotOurs};
     GiveRightsOf(of, file);
     // On a full disk it holds all the same; others are only not told who does.
@@ -109,7 +120,8 @@ HeldFile::Answer HeldFile::Claim(const std::string& path, const std::string& of,
 }
 
 HeldFile::~HeldFile() {
-  if (!path_.empty()) ::unlink(path_.c_str());  // ahead of the lock, so that nobody's claim is removed
+  // Ahead of the lock, so that nobody's claim is removed; and never what somebody has put in its place meanwhile.
+  if (!path_.empty() && StandsAt(path_, file_)) ::unlink(path_.c_str());
 }
 
 }  // namespace twqb

@@ -154,9 +154,16 @@ void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
 std::string SystemMachine::LibraryFolder() { return options_.libraryFolder; }
 
 void SystemMachine::AppendLine(const std::string& path, std::string_view line) {
-  constexpr mode_t kNewFileMode = 0600;  // names and amounts are in it, as in the databases
-  FileDescriptor file(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kNewFileMode));
+  constexpr mode_t kOwnersAlone = 0600;  // names and amounts are in it, as in the databases
+  constexpr mode_t kOfOthers = 0077;
+  FileDescriptor file(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kOwnersAlone));
   if (!file) RaiseForTarget(path);
+  // One that was made with more rights, unless somebody else owns it.
+  struct stat status = {};
+  if (::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode) && (status.st_mode & kOfOthers) != 0 &&
+      status.st_uid == ::geteuid()) {
+    static_cast<void>(::fchmod(file.Get(), kOwnersAlone));
+  }
   // What a record holds must not steer the terminal at which the file is read.
   const auto bytes = WithoutControls(line).append(kCrLf);
   ssize_t written = -1;

@@ -4,6 +4,9 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include "adapters/system/FileIdentity.h"
 #include "adapters/system/HeldFile.h"
@@ -56,8 +59,55 @@ TEST_F(HeldFileTest, Something_else_of_its_name_stays_as_it_is) {
   EXPECT_EQ(ReadWholeFile(lock_), "mine");
   std::filesystem::remove(lock_);
   std::filesystem::create_symlink("data", lock_);
-  EXPECT_EQ(Claim().outcome, Outcome::Failed) << "a link is not followed";
+  EXPECT_EQ(Claim().outcome, Outcome::NotOurs) << "a link is not followed";
   EXPECT_EQ(ReadWholeFile(data_), "data");
+}
+
+TEST_F(HeldFileTest, A_folder_or_a_link_to_itself_of_its_name_is_something_else) {
+  std::filesystem::create_directory(lock_);
+  EXPECT_EQ(Claim().outcome, Outcome::NotOurs);
+  std::filesystem::remove(lock_);
+  std::filesystem::create_symlink("data.held", lock_);
+  EXPECT_EQ(Claim().outcome, Outcome::NotOurs);
+}
+
+TEST_F(HeldFileTest, What_has_come_into_its_place_meanwhile_stays) {
+  {
+    const auto held = Claim();
+    ASSERT_EQ(held.outcome, Outcome::Held);
+    std::filesystem::rename(lock_, folder_ / "moved");
+    WriteWholeFile(lock_, "mine");
+  }
+  EXPECT_EQ(ReadWholeFile(lock_), "mine");
+  std::filesystem::remove(lock_);
+  {
+    const auto held = Claim();
+    ASSERT_EQ(held.outcome, Outcome::Held);
+    std::filesystem::rename(lock_, folder_ / "moved");
+    std::filesystem::create_symlink("moved", lock_);
+  }
+  EXPECT_TRUE(std::filesystem::is_symlink(lock_)) << "a link to it is not it";
+}
+
+// Each one adds to a counter that it reads first, so that two at once would lose some.
+TEST_F(HeldFileTest, Excludes_all_others_however_fast_they_come_and_go) {
+  constexpr int kThreads = 4;
+  constexpr int kTimes = 400;
+  WriteWholeFile(data_, "0");
+  const auto work = [this] {
+    for (int done = 0; done < kTimes;) {
+      const auto held = Claim();
+      if (held.outcome == Outcome::Failed || held.outcome == Outcome::NotOurs) return;
+      if (held.outcome != Outcome::Held) continue;
+      WriteWholeFile(data_, std::to_string(std::stoi(ReadWholeFile(data_)) + 1));
+      ++done;
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int i = 0; i < kThreads; ++i) threads.emplace_back(work);
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(ReadWholeFile(data_), std::to_string(kThreads * kTimes));
+  EXPECT_FALSE(std::filesystem::exists(lock_));
 }
 
 TEST_F(HeldFileTest, Has_the_rights_of_what_is_claimed) {

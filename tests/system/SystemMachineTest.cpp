@@ -310,6 +310,18 @@ TEST(SystemMachine, A_log_is_its_owners_alone_and_takes_no_control_characters) {
   EXPECT_EQ(std::filesystem::status(path).permissions(), perms::owner_read | perms::owner_write);
 }
 
+TEST(SystemMachine, A_log_that_others_could_read_becomes_its_owners_alone) {
+  using std::filesystem::perms;
+  const TemporaryFolder folder;
+  const auto path = folder / "TWQBLog20083.txt";
+  WriteFile(path, "old\r\n");
+  std::filesystem::permissions(path, perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
+  SystemMachine machine({});
+  machine.AppendLine(path, "new");
+  EXPECT_EQ(ReadFile(path), "old\r\nnew\r\n");
+  EXPECT_EQ(std::filesystem::status(path).permissions(), perms::owner_read | perms::owner_write);
+}
+
 TEST(SystemMachine, A_copy_takes_the_place_of_a_link_and_leaves_what_it_leads_to) {
   const TemporaryFolder folder;
   WriteFile(folder / "from", "new");
