@@ -1,6 +1,7 @@
 #include "cli/TransferLock.h"
 
 #include <fmt/core.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -31,11 +32,23 @@ struct InTheWay {
   Holder holder;
 };
 
+// The lock goes by a name, as the journals of the databases do: by a second name another transfer would get in.
+void RefuseSeveralNames(const std::string& file) {
+  struct stat status = {};
+  if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_nlink < 2) return;
+  throw UsageError(
+      fmt::format("{} has {} names (hard links), by each of which a transfer could be at work on it.\n"
+                  "Use one name alone: remove the others, or put a copy in their place.",
+                  file, status.st_nlink));
+}
+
 // In the order of their names, so that two transfers which need both meet at the same one.
 std::vector<std::string> FilesToHold(const Workplace& place) {
   std::vector<std::string> files;
   for (const auto& path : {BillingFileOf(place), place.company}) {
-    if (!path.empty() && IdentityOf(path)) files.push_back(ResolvedPath(path));
+    if (path.empty() || !IdentityOf(path)) continue;
+    RefuseSeveralNames(path);
+    files.push_back(ResolvedPath(path));
   }
   std::ranges::sort(files);
   files.erase(std::unique(files.begin(), files.end()), files.end());
@@ -95,7 +108,8 @@ TransferLock::TransferLock(const Workplace& place, const Options& options)
   for (bool told = false;;) {
     const auto other = TryAll(files_, self_, held_);
     if (!other) return;
-    if (steady_clock::now() >= end || EndSignals::Came() != 0) Refuse(*other, options.waitSeconds);
+    if (EndSignals::Came() != 0) throw HeldByOther("Nothing has been transferred.");
+    if (steady_clock::now() >= end) Refuse(*other, options.waitSeconds);
     if (!told) {
       Tell(fmt::format("A transfer is at work on {}: {}.\nWaiting for it, up to {} s.", other->file,
                        Told(other->holder), options.waitSeconds));
@@ -108,6 +122,7 @@ TransferLock::TransferLock(const Workplace& place, const Options& options)
 void TransferLock::HoldToo(const std::string& company) {
   const auto file = ResolvedPath(company);
   if (std::ranges::find(files_, file) != files_.end()) return;
+  RefuseSeveralNames(file);
   std::vector<HeldFile> more;
   if (const auto other = TryAll({file}, self_, more)) Refuse(*other, 0);
   std::ranges::move(more, std::back_inserter(held_));

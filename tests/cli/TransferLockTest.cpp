@@ -127,7 +127,10 @@ TEST_F(TransferLock, A_signal_ends_the_waiting) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   second->Signal(SIGTERM);
-  EXPECT_EQ(second->Wait().exitStatus, 128 + SIGTERM);
+  const auto ended = second->Wait();
+  EXPECT_EQ(ended.exitStatus, 128 + SIGTERM);
+  EXPECT_THAT(ended.errors, testing::EndsWith("up to 60 s.\ntwqb: Nothing has been transferred.\n"));
+  EXPECT_THAT(ended.errors, testing::Not(HasSubstr("It still is")));
 }
 
 TEST_F(TransferLock, Two_pairs_with_one_file_in_common_exclude_each_other) {
@@ -173,6 +176,53 @@ TEST_F(TransferLock, Another_file_of_that_name_is_refused_and_stays) {
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("billing.db.transfer"), HasSubstr("Move it away")));
   EXPECT_EQ(folder_.Read("billing.db.transfer"), "my notes\n");
+}
+
+TEST_F(TransferLock, A_folder_of_that_name_is_refused_likewise) {
+  std::filesystem::create_directory(folder_.Path() / "billing.db.transfer");
+  const auto ended = folder_.Twqb(kSend);
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("billing.db.transfer"), HasSubstr("Move it away")));
+}
+
+TEST_F(TransferLock, A_file_of_several_names_is_refused_by_each_of_them) {
+  for (const std::string name : {"billing.db", "company.twq"}) {
+    const auto other = folder_.Path() / "other";
+    std::filesystem::create_hard_link(folder_.Path() / name, other);
+    const auto ended = folder_.Twqb(kSend);
+    EXPECT_EQ(ended.status, 2) << name;
+    EXPECT_THAT(ended.err, AllOf(HasSubstr((folder_.Path() / name).string() + " has 2 names"), HasSubstr("remove")));
+    const auto option = name == "billing.db"
+                            ? std::vector<std::string>{"--billing", "Provider=SQLITE;Data Source=other"}
+                            : std::vector<std::string>{"--company", "other"};
+    EXPECT_EQ(folder_.Twqb(With(kSend, option)).status, 2) << name;
+    folder_.Done({"status"});
+    std::filesystem::remove(other);
+  }
+  EXPECT_EQ(folder_.Twqb(kSend).status, 0);
+}
+
+TEST_F(TransferLock, A_company_file_of_several_names_that_is_picked_in_the_run_is_refused) {
+  std::filesystem::create_directory(folder_.Path() / "books");
+  std::filesystem::rename(folder_.Path() / "company.twq", folder_.Path() / "books/one.twq");
+  std::filesystem::create_hard_link(folder_.Path() / "books/one.twq", folder_.Path() / "books/two.twq");
+  folder_.Write("pick.txt", "file " + (folder_.Path() / "books/one.twq").string() + "\ndefault yes\n");
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "pick.txt", "--no-progress"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("one.twq has 2 names"));
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+}
+
+TEST_F(TransferLock, Is_let_go_of_by_a_signal_while_nobody_reads_the_record) {
+  const RecordPipe unread(folder_);
+  const auto transfer = folder_.Start(With(kSend, {"--transcript", unread.Path()}));
+  const auto isHeld = [&] { return std::filesystem::exists(folder_.Path() / "company.twq.transfer"); };
+  while (!isHeld()) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  EXPECT_TRUE(isHeld()) << "it waits for a reader";
+  transfer->Signal(SIGTERM);
+  EXPECT_EQ(transfer->Wait().exitStatus, 128 + SIGTERM);
+  ExpectNoLockLeft();
 }
 
 }  // namespace
