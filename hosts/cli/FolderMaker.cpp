@@ -19,6 +19,7 @@
 #include "cli/SampleTexts.h"
 #include "cli/SqlScript.h"
 #include "cli/TextFile.h"
+#include "platform/PlatformError.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {
@@ -125,16 +126,16 @@ std::string RegistryText(const fs::path& folder) {
   return *text;
 }
 
-}  // namespace
+// A text about a file, as it will be called once it is in place: the folder of the making is nobody's to look for.
+std::string InPlace(std::string_view text, const MakingFolder& making, const fs::path& folder) {
+  return ReplaceAll(text, making.Path().string(), folder.string());
+}
 
-void MakeFolder(const fs::path& folder, const FolderPlan& plan, Machine& machine) {
-  const EndSignals signals;
-  RemoveUnfinished(folder, kFileNames);
-  for (const auto* name : kFileNames) {
-    std::error_code ignored;
-    if (fs::exists(fs::symlink_status(folder / name, ignored))) RefuseExisting(folder / name);
-  }
-  const MakingFolder making(folder, kFileNames);
+[[noreturn]] void RefuseFolder(const fs::path& folder, std::string_view why) {
+  throw UsageError(fmt::format("The files can't be made in the folder {}: {}", folder.string(), why));
+}
+
+void MakeIn(const MakingFolder& making, const fs::path& folder, const FolderPlan& plan, Machine& machine) {
   const auto made = WorkplaceIn(making.Path());
   MakeBilling(made, plan.content);
   EndWhereAsked();
@@ -147,6 +148,29 @@ void MakeFolder(const fs::path& folder, const FolderPlan& plan, Machine& machine
     fs::permissions(making.Path() / name, fs::perms::owner_read | fs::perms::owner_write);
   }
   making.PutInPlace();
+}
+
+}  // namespace
+
+void MakeFolder(const fs::path& folder, const FolderPlan& plan, Machine& machine) {
+  const EndSignals signals;
+  RemoveUnfinished(folder, kFileNames);
+  for (const auto* name : kFileNames) {
+    std::error_code ignored;
+    if (fs::exists(fs::symlink_status(folder / name, ignored))) RefuseExisting(folder / name);
+  }
+  const MakingFolder making(folder, kFileNames);
+  try {
+    MakeIn(making, folder, plan, machine);
+  } catch (const EndedBySignal&) {
+    throw;
+  } catch (const UsageError& failure) {
+    throw UsageError(InPlace(failure.what(), making, folder));
+  } catch (const PlatformError& failure) {
+    RefuseFolder(folder, InPlace(failure.description(), making, folder));
+  } catch (const fs::filesystem_error& failure) {
+    RefuseFolder(folder, failure.code().message());
+  }
 }
 
 }  // namespace twqb::cli

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>  // mkdtemp
 #include <optional>
 #include <sstream>
@@ -69,7 +70,7 @@ std::string MarkText(const fs::path& made, FileNames names) {
   std::string text;
   for (const auto* name : names) {
     const auto identity = IdentityOf((made / name).string()).value_or(FileIdentity{});
-    text += fmt::format("{} {} {}\n", name, identity.device, identity.number);
+    text += fmt::format("{} {} {} {}\n", name, identity.device, identity.number, fs::file_size(made / name));
   }
   return text;
 }
@@ -83,11 +84,13 @@ std::vector<fs::path> PlacedBy(const fs::path& made, const fs::path& above) {
   if (failure) return placed;
   std::istringstream lines(ReadTextFile(mark.string()));
   std::string name;
-  for (FileIdentity identity; lines >> name >> identity.device >> identity.number;) {
+  std::uintmax_t size = 0;
+  for (FileIdentity identity; lines >> name >> identity.device >> identity.number >> size;) {
     const auto file = above / name;
     if (fs::is_symlink(file, failure) || IdentityOf(file.string()) != identity) continue;
     const auto changed = fs::last_write_time(file, failure);
-    if (!failure && changed <= written) placed.push_back(file);
+    // A clock that is coarse, or was put back, hides a change, and seldom one of the size as well.
+    if (!failure && changed <= written && fs::file_size(file, failure) == size && !failure) placed.push_back(file);
   }
   return placed;
 }
@@ -107,8 +110,11 @@ void RemoveLeftFolder(const fs::path& left, const fs::path& above, FileNames nam
 
 // Under the name `to`, unless something is there.
 void PutOneInPlace(const fs::path& from, const fs::path& to) {
+  // One name from the first moment: with a second one, that a kill would leave, the file is refused by transfers.
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+  if (errno == EEXIST) RefuseExisting(to);
   std::error_code failure;
-  // A link fails where a renaming would overwrite. Not every file system has links.
+  // A link fails where a renaming would overwrite. Not every file system has both of these.
   fs::create_hard_link(from, to, failure);
   if (!failure) return;
   if (failure == std::errc::file_exists || fs::exists(fs::symlink_status(to))) RefuseExisting(to);

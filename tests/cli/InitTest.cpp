@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <thread>
 
 #include "Program.h"
@@ -11,6 +12,7 @@
 namespace twqb::cli {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -120,7 +122,8 @@ class BrokenInit : public testing::Test {
       std::filesystem::create_hard_link(folder_.Path() / name, left_ / name);
       struct stat status = {};
       EXPECT_EQ(stat((left_ / name).c_str(), &status), 0);
-      mark += std::string(name) + " " + std::to_string(status.st_dev) + " " + std::to_string(status.st_ino) + "\n";
+      mark += std::string(name) + " " + std::to_string(status.st_dev) + " " + std::to_string(status.st_ino) + " " +
+              std::to_string(status.st_size) + "\n";
     }
     folder_.Write(".twqb-init-aBc123/placing", mark);
   }
@@ -159,6 +162,16 @@ TEST_F(BrokenInit, Never_takes_a_file_that_has_been_worked_on_since) {
   EXPECT_THAT(folder_.Names(), testing::Contains("billing.db"));
 }
 
+TEST_F(BrokenInit, Never_takes_a_file_of_another_size_whatever_its_time) {
+  const auto registry = folder_.Path() / "registry.ini";
+  std::filesystem::remove(folder_.Path() / "twqb.ini");
+  const auto made = std::filesystem::last_write_time(registry);
+  std::ofstream(registry, std::ios::app) << "; mine\r\n";
+  std::filesystem::last_write_time(registry, made);
+  EXPECT_EQ(folder_.Twqb({"init"}).status, 2);
+  EXPECT_THAT(folder_.Read("registry.ini"), HasSubstr("; mine"));
+}
+
 TEST_F(BrokenInit, Leaves_a_folder_of_that_name_alone_that_holds_something_else) {
   folder_.Write(".twqb-init-aBc123/novel.txt", "mine");
   EXPECT_EQ(folder_.Twqb({"init"}).status, 2);
@@ -188,6 +201,18 @@ TEST_P(InitAndSignal, Leaves_nothing_that_is_in_the_next_ones_way) {
 
 INSTANTIATE_TEST_SUITE_P(Init, InitAndSignal, testing::Values(SIGKILL, SIGTERM, SIGINT),
                          [](const auto& suite) { return "Signal" + std::to_string(suite.param); });
+
+// By a limit to the size of files, at which a write fails as on a full disk.
+TEST(Init, A_full_disk_is_told_of_the_folder_that_was_to_get_the_files) {
+  for (const std::string blocks : {"1", "100", "1000"}) {
+    const WorkFolder folder;
+    const auto ended = folder.Shell("trap '' XFSZ; ulimit -f " + blocks + "; exec \"$0\" init --sample");
+    EXPECT_EQ(ended.status, 2) << blocks;
+    EXPECT_THAT(ended.err, HasSubstr(folder.Path().string())) << blocks;
+    EXPECT_THAT(ended.err, AllOf(Not(HasSubstr(".twqb-init-")), Not(HasSubstr("0x")))) << blocks;
+    EXPECT_THAT(folder.Names(), IsEmpty());
+  }
+}
 
 TEST(Init, A_second_one_in_a_folder_refuses_and_leaves_the_first) {
   const WorkFolder folder;

@@ -29,6 +29,11 @@ Ended WorkFolder::Twqb(const std::vector<std::string>& arguments, const RunOptio
   return {.status = result.exitStatus, .out = std::move(result.output), .err = std::move(result.errors)};
 }
 
+Ended WorkFolder::Shell(const std::string& line) const {
+  auto result = RunProcess({"/bin/sh", "-c", line, TWQB_PROGRAM}, {.folder = folder_.Path()});
+  return {.status = result.exitStatus, .out = std::move(result.output), .err = std::move(result.errors)};
+}
+
 std::unique_ptr<RunningProcess> WorkFolder::Start(const std::vector<std::string>& arguments) const {
   return std::make_unique<RunningProcess>(Command(arguments), ProcessOptions{.folder = folder_.Path()});
 }

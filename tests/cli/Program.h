@@ -39,6 +39,8 @@ class WorkFolder {
   // Runs the program with the folder as current folder. The test fails at a question without an answer, and names it,
   // unless it is expected.
   Ended Twqb(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
+  // Runs a line of the shell there; "$0" in it is the program.
+  [[nodiscard]] Ended Shell(const std::string& line) const;
   // Starts the program there, and lets it run.
   [[nodiscard]] std::unique_ptr<RunningProcess> Start(const std::vector<std::string>& arguments) const;
   // Runs it; the test fails unless the status is 0. Gives what it printed.
