@@ -51,6 +51,12 @@ class CountingDesk : public ForwardingDesk {
 
 }  // namespace
 
+void CheckTranscript(const Workplace& place, const Surroundings& surroundings) {
+  if (surroundings.transcript.empty()) return;
+  const auto machine = MakeMachine(place, surroundings.clock);
+  OutputFile::Check(surroundings.transcript, kTranscript, FilesOfRun(place, *machine, surroundings.read));
+}
+
 struct Composition::Parts {
   Parts(const Workplace& workplace, const Surroundings& surroundings)
       : place(workplace),
@@ -77,7 +83,7 @@ struct Composition::Parts {
     }
     seams.desk = &told.emplace(*seams.desk);
     if (surroundings.observer != nullptr) observer.emplace(*surroundings.observer, *naming);
-    seams.machine = &copies.emplace(*seams.machine);
+    seams.machine = &copies.emplace(*seams.machine, surroundings.log);
   }
 
   Workplace place;

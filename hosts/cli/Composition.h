@@ -19,6 +19,9 @@ class FrozenMachine;
 
 namespace twqb::cli {
 
+// Raises the UsageError of a transcript that can't be recorded, before anything is made.
+void CheckTranscript(const Workplace& place, const Surroundings& surroundings);
+
 class Composition {
  public:
   // Composes the library; no other composition and no bridge object may exist. Begins the transcript: raises UsageError

@@ -249,6 +249,7 @@ ExitStatus RunDemo(const std::filesystem::path& folder, const Options& options, 
   }
   const auto place = WorkplaceIn(folder.string());
   const auto machine = MakeMachine(place, surroundings.clock);
+  CheckTranscript(place, surroundings);
   Print(fmt::format("1. Make a folder with the sample firm on both sides: {}\n", place.folder));
   MakeFolder(folder, {.company = {}, .content = Content::Sample}, *machine);
 

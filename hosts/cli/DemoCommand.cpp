@@ -34,7 +34,15 @@ ExitStatus Demonstrate(const Options& options) {
     throw UsageError("demo makes files of its own: of the options that name files it takes -C alone.");
   }
   const auto surroundings = ReadSurroundings(options);
-  return RunDemo(options.folder.empty() ? NewFolder() : fs::current_path(), options, surroundings);
+  if (!options.folder.empty()) return RunDemo(fs::current_path(), options, surroundings);
+  const auto folder = NewFolder();
+  try {
+    return RunDemo(folder, options, surroundings);
+  } catch (...) {
+    std::error_code ignored;
+    fs::remove(folder, ignored);  // while nothing is in it
+    throw;
+  }
 }
 
 }  // namespace

@@ -112,7 +112,7 @@ std::vector<Argument> TestOptions(Options& options) {
            .group = kTests},
           {.name = "--transcript",
            .text = "Record the run in FILE, as JSON Lines",
-           .target = &options.transcript,
+           .target = TakesFileName(options.transcript),
            .value = "FILE",
            .group = kTests},
           {.name = "--unmasked",
@@ -153,6 +153,13 @@ void Replace(std::string& path, const std::string& given) {
 }
 
 }  // namespace
+
+TakesText TakesFileName(std::string& path) {
+  return [&path](const std::string& text) {
+    if (text.empty()) throw ValueError("it needs the name of a file");
+    path = text;
+  };
+}
 
 std::vector<Argument> OptionArguments(Options& options) {
   auto arguments = FileOptions(options);

@@ -3,6 +3,7 @@
 // Nothing here opens a file; Composition and the commands do.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -25,6 +26,9 @@ inline constexpr const char* kCompanyFile = "company.twq";
 inline constexpr const char* kSettingsFile = "twqb.ini";
 inline constexpr const char* kRegistryFile = "registry.ini";
 
+// Whether every line of the log came into it.
+enum class LogOfRun : std::uint8_t { Whole, Torn };
+
 // Texts are empty where the option was not given.
 struct Options {
   std::string command;  // as it is called, with the program: "twqb send"
@@ -45,6 +49,7 @@ struct Options {
   Masking masking = Masking::Masked;
   std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
   RunObserver* observer = nullptr;            // of a command; hears what becomes of records
+  LogOfRun* log = nullptr;                    // of a command; told of a line that is lost
 };
 
 // As they are typed; each fills its field of `options`, which must outlive the parsing.

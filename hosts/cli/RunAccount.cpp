@@ -49,8 +49,8 @@ void RunAccount::RecordTold(const RecordAccount& record) {
   // Its lines were counted.
   if (record.fate == Fate::Refused && !record.isOfItsLines) {
     ++refused_;
-    Log(fmt::format("QuickBooks refused a record, {}{}", OnOneLine(record.why),
-                    About(record.table.number, record.key, record.identifier)));
+    Append(fmt::format("QuickBooks refused a record, {}{}", OnOneLine(record.why),
+                       About(record.table.number, record.key, record.identifier)));
   }
   if (report_ != nullptr) report_->Write(record);
 }
@@ -58,14 +58,19 @@ void RunAccount::RecordTold(const RecordAccount& record) {
 void RunAccount::ErrorTold(const ErrorAccount& error) {
   ++errors_;
   if (!error.isLogged) {
-    Log(fmt::format("Error {} in {}: {}{}", SignedNumber(error.number), error.routine, OnOneLine(error.text),
-                    error.table ? About(error.table->number, error.key, error.identifier) : ""));
+    Append(fmt::format("Error {} in {}: {}{}", SignedNumber(error.number), error.routine, OnOneLine(error.text),
+                       error.table ? About(error.table->number, error.key, error.identifier) : ""));
   }
   if (report_ != nullptr) report_->Write(error);
 }
 
-void RunAccount::Log(const std::string& line) const {
-  IgnoreErrors([&] { machine_.AppendLine(LogFile(machine_), line); });
+void RunAccount::Append(const std::string& line) {
+  bool isWritten = false;
+  IgnoreErrors([&] {
+    machine_.AppendLine(LogFile(machine_), line);
+    isWritten = true;
+  });
+  if (!isWritten) log_ = LogOfRun::Torn;
 }
 
 void RunAccount::WalkEnded(const TableInHand& table, const Extent& extent) {

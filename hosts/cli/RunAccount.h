@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Options.h"
 #include "cli/ReportFile.h"
 #include "cli/Transfers.h"
 #include "platform/machine.h"
@@ -28,6 +29,8 @@ class RunAccount final : public RunObserver {
   void TableSkipped(const TableInHand& table) override;
   void TableEnded(const TableInHand& table, std::string_view narrowed) override;
 
+  // What of the log could not be written, by the library or here; the library's is to be put in.
+  [[nodiscard]] LogOfRun& Log() { return log_; }
   // A line for each table that had records, each with its end; of a transfer of one table without any, why.
   [[nodiscard]] std::string Summary(const TransferRequest& request) const;
   // Errors that were told, and records that were refused, in words: "1 error was told"; empty where there were none.
@@ -52,13 +55,14 @@ class RunAccount final : public RunObserver {
 
   [[nodiscard]] Tally& TallyOf(std::int32_t table);
   // A line that can't be written is lost, as those of the library are.
-  void Log(const std::string& line) const;
+  void Append(const std::string& line);
   static std::string CountsText(const Counts& counts);
   static std::string LineOf(const Tally& tally);
   static std::string WhyNothing(const Tally& tally, const TransferRequest& request);
 
   Machine& machine_;
   ReportFile* report_;
+  LogOfRun log_ = LogOfRun::Whole;
   std::vector<Tally> tallies_;  // in the order in which the tables were met
   std::int64_t errors_ = 0;
   std::int64_t refused_ = 0;

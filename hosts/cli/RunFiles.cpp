@@ -38,7 +38,8 @@ void AddDatabase(std::vector<RunFile>& files, const std::string& path, const std
 void RefuseLinkedLog(const Workplace& place, const Options& options) {
   const auto log = LogFile(*MakeMachine(place, options.clock));
   if (!IdentityOf(log)) return;
-  for (const auto& file : {BillingFileOf(place), place.company, place.settings, place.registry}) {
+  for (const auto& file :
+       {BillingFileOf(place), place.company, place.settings, place.registry, options.answers, options.faults}) {
     if (IdentityOf(file) != IdentityOf(log)) continue;
     throw UsageError(
         fmt::format("The log {} leads to {}, which writing it would destroy.\nMove the log away.", log, file));

@@ -12,6 +12,7 @@ Surroundings ReadSurroundings(const Options& options) {
   Surroundings surroundings{
       .clock = options.clock, .transcript = options.transcript, .masking = options.masking, .tables = options.tables};
   surroundings.observer = options.observer;
+  surroundings.log = options.log;
   for (const auto& file : {options.answers, options.faults}) {
     if (!file.empty()) surroundings.read.push_back(file);
   }

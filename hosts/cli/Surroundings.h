@@ -29,6 +29,7 @@ struct Surroundings {
   CompanyOpened companyOpened = {};           // none: nobody asks
   std::span<const Table* const> tables = {};  // none: those of the library
   RunObserver* observer = nullptr;            // nothing: nobody hears what becomes of records
+  LogOfRun* log = nullptr;                    // nothing: nobody hears of its lost lines
 };
 
 // Reads the files that the options name. Raises UsageError naming file and line.

@@ -39,6 +39,9 @@ using TakesNothing = std::function<void()>;
 using Target = std::variant<std::string*, std::optional<std::string>*, int*, bool*, TakesText, TakesNumber, TakesSeed,
                             TakesNothing>;
 
+// Fills `path`, which must be of something: an empty one would record nothing without a word.
+[[nodiscard]] TakesText TakesFileName(std::string& path);
+
 struct Range {
   int least = 0;
   int greatest = 0;

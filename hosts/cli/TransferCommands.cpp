@@ -45,10 +45,11 @@ TransferRequest RequestOf(Direction direction, const TransferArguments& argument
 }
 
 // What the last line says of a transfer.
-std::string VerdictOf(bool done, const std::string& troubles) {
+std::string VerdictOf(bool done, const std::string& troubles, LogOfRun log) {
   const std::string verdict = done ? "done" : "failed";
   if (troubles.empty()) return verdict;
-  return fmt::format("{}{} {}: see the log", verdict, done ? ", but" : ";", troubles);
+  return fmt::format("{}{} {}{}", verdict, done ? ", but" : ";", troubles,
+                     log == LogOfRun::Whole ? ": see the log" : ", and the log could not be written");
 }
 
 ExitStatus Transfer(const Options& options, const TransferRequest& request, const TransferArguments& arguments) {
@@ -58,6 +59,7 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
   RunAccount account(*machine, report ? &*report : nullptr);
   auto observed = options;
   observed.observer = &account;
+  observed.log = &account.Log();
   bool returnedTrue = false;
   const auto status = RunOperation(observed, TransferOperation(request), [&](bool done) {
     returnedTrue = done;
@@ -65,8 +67,9 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
         fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
     const auto troubles = account.Troubles();
     const bool clean = done && (!arguments.strict || troubles.empty());
-    return Ending{.text = fmt::format("{}{}: {}", account.Summary(request), label, VerdictOf(done, troubles)),
-                  .status = clean ? ExitStatus::Done : ExitStatus::Failed};
+    return Ending{
+        .text = fmt::format("{}{}: {}", account.Summary(request), label, VerdictOf(done, troubles, account.Log())),
+        .status = clean ? ExitStatus::Done : ExitStatus::Failed};
   });
   if (report) report->Flush();
   if (report && !report->IsWhole()) {
@@ -100,7 +103,7 @@ CommandSyntax SyntaxOf(Direction direction) {
             .target = &arguments->strict},
            {.name = "--report",
             .text = "Write what became of each record to FILE, and why, as JSON Lines",
-            .target = &arguments->report,
+            .target = TakesFileName(arguments->report),
             .value = "FILE"}},
       .footer = TableHelpText(AllTables::Yes) +
                 (sends ? "ID of timeentries is a list of identifiers without their braces, with commas between; ID of "

@@ -329,6 +329,18 @@ TEST_F(Account, A_refused_record_is_counted_and_the_box_about_it_shown_with_its_
   EXPECT_EQ(Run("send", "clients", 12, {"--id", "ABBOTT", "--faults", "faults.txt", "--strict"}).status, 1);
 }
 
+TEST_F(Account, Of_a_log_that_could_not_be_written_nobody_is_sent_to_it) {
+  for (const auto* fault : {"sql 3 raise 0x80004005 \"Broken.\" UPDATE Client SET QBLinkID\n",
+                            "CustomerAddRq 1 status 3090 Error \"There was an error when storing.\"\n"}) {
+    folder_.Write("faults.txt", fault);
+    std::filesystem::remove_all(folder_.Path() / "TWQBLog20083.txt");
+    std::filesystem::create_directory(folder_.Path() / "TWQBLog20083.txt");
+    const auto ended = Run("send", "clients", 11, {"--faults", "faults.txt"});
+    EXPECT_THAT(ended.out, AllOf(HasSubstr("1 "), EndsWith(", and the log could not be written\n"))) << fault;
+    EXPECT_THAT(ended.out, Not(HasSubstr("see the log"))) << fault;
+  }
+}
+
 TEST_F(Account, A_failed_table_says_how_far_it_came) {
   folder_.Write("faults.txt", "sql 3 raise 0x80004005 \"Broken.\" UPDATE Client SET QBLinkID\n");
   const auto ended = Reported("send", "clients", 11, {"--faults", "faults.txt"});

@@ -77,6 +77,19 @@ TEST(Demo, Does_not_touch_a_folder_that_is_in_use) {
   EXPECT_THAT(folder.Names(), ElementsAre("company.twq"));
 }
 
+TEST(Demo, Makes_nothing_when_its_record_is_refused) {
+  const WorkFolder folder;
+  folder.Write("mine.txt", "mine");
+  for (const std::string name : {"mine.txt", "billing.db", "none/run.jsonl", "."}) {
+    EXPECT_EQ(folder.Twqb({"demo", "-C", ".", "--transcript", name}).status, 2) << name;
+    EXPECT_THAT(folder.Names(), ElementsAre("mine.txt")) << name;
+  }
+  EXPECT_EQ(folder.Read("mine.txt"), "mine");
+  std::filesystem::create_directory(folder.Path() / "tmp");
+  EXPECT_EQ(folder.Shell("TMPDIR=\"$PWD/tmp\" \"$0\" demo --transcript mine.txt").status, 2);
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path() / "tmp"));
+}
+
 TEST(Demo, Comes_out_right_in_daylight_time_and_another_zone) {
   const WorkFolder folder;
   folder.Done({"demo", "-C", ".", "--clock", "2008-07-05T10:00:00", "--bias", "300", "--daylight"});

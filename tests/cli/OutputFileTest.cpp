@@ -51,7 +51,9 @@ TEST_F(OutputFile, Is_no_file_of_the_run_by_another_spelling_or_link) {
   fs::create_hard_link(folder_.Path() / "billing.db", folder_.Path() / "hard.jsonl");
   fs::create_symlink("billing.db", folder_.Path() / "soft.jsonl");
   fs::create_directory(folder_.Path() / "below");
-  for (const std::string name : {"./billing.db", "below/../billing.db", "hard.jsonl", "soft.jsonl"}) {
+  EXPECT_THAT(folder_.Twqb({"status", "--transcript", "hard.jsonl"}).err, HasSubstr("hard.jsonl is BillingDb"));
+  fs::remove(folder_.Path() / "hard.jsonl");  // with which no transfer begins
+  for (const std::string name : {"./billing.db", "below/../billing.db", "soft.jsonl"}) {
     ExpectRefused(name, "is BillingDb");
   }
   ExpectRefused((folder_.Path() / "billing.db").string(), "is BillingDb");
@@ -106,6 +108,46 @@ TEST_F(OutputFile, The_log_is_none_of_the_others_by_a_link) {
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr("TWQBLog20083.txt leads to"), HasSubstr("Move the log away.")));
   EXPECT_EQ(folder_.Read("billing.db"), before);
+}
+
+TEST_F(OutputFile, Is_no_answers_and_no_faults_that_the_log_leads_to) {
+  for (const std::string name : {"yes.txt", "faults.txt"}) {
+    const auto before = folder_.Read(name);
+    fs::remove(folder_.Path() / "TWQBLog20083.txt");
+    fs::create_symlink(name, folder_.Path() / "TWQBLog20083.txt");
+    const auto ended = RecordInto("run.jsonl");
+    EXPECT_EQ(ended.status, 2) << name;
+    EXPECT_THAT(ended.err, HasSubstr("TWQBLog20083.txt leads to " + name));
+    EXPECT_EQ(folder_.Read(name), before);
+  }
+}
+
+TEST_F(OutputFile, That_is_a_stream_of_the_run_itself_goes_into_it_in_turn) {
+  folder_.Write("all.txt", "my heading\n");
+  fs::permissions(folder_.Path() / "all.txt", fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  const std::string get =
+      "\"$0\" get clients --no-progress --answers yes.txt --clock 2008-03-05T12:00:00 --transcript ";
+  const auto ended = folder_.Shell(get + "/dev/stdout >>all.txt 2>/dev/null");
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  const auto all = folder_.Read("all.txt");
+  EXPECT_THAT(all, AllOf(StartsWith("my heading\n{\"seq\":1,"), testing::EndsWith("\nget clients: done\n")));
+  EXPECT_NE(fs::status(folder_.Path() / "all.txt").permissions() & fs::perms::group_read, fs::perms::none);
+  // One that it is not to be appended to: no line comes over another one.
+  EXPECT_EQ(folder_.Shell(get + "/dev/stdout >new.txt 2>/dev/null").status, 0);
+  EXPECT_THAT(folder_.Read("new.txt"), AllOf(StartsWith("{\"seq\":1,"), testing::EndsWith("\nget clients: done\n")));
+  EXPECT_EQ(folder_.Shell(get + "/dev/stderr 2>told.txt").status, 0);
+  EXPECT_THAT(folder_.Read("told.txt"), HasSubstr("{\"seq\":1,"));
+  const auto before = folder_.Read("billing.db");
+  EXPECT_EQ(folder_.Shell(get + "/dev/stdout >>billing.db").status, 2) << "what it goes to is looked at all the same";
+  EXPECT_EQ(folder_.Read("billing.db"), before);
+}
+
+TEST_F(OutputFile, Without_a_name_is_refused) {
+  for (const std::string option : {"--transcript", "--report"}) {
+    const auto ended = folder_.Twqb({"get", "clients", "--answers", "yes.txt", option, ""});
+    EXPECT_EQ(ended.status, 2) << option;
+    EXPECT_THAT(ended.err, AllOf(HasSubstr(option), HasSubstr("needs the name of a file"))) << option;
+  }
 }
 
 TEST_F(OutputFile, May_be_a_device) { EXPECT_EQ(RecordInto("/dev/null").status, 0); }

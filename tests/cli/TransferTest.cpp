@@ -68,7 +68,7 @@ TEST_F(SampleFirm, A_backup_that_fails_is_told_and_logged_beside_its_closing_box
   EXPECT_THAT(folder_.Read("TWQBLog20083.txt"), HasSubstr("There is no backup of the company file \"" + company));
 }
 
-TEST_F(SampleFirm, A_backup_without_a_known_database_names_none) {
+TEST_F(SampleFirm, A_registry_file_that_names_no_Database_is_told_of_in_place_of_a_backup) {
   folder_.Write("registry.ini", "");
   const auto ended = folder_.Twqb(std::vector<std::string>{"send", "clients", "--answers", "yes.txt"} + kMorning);
   EXPECT_EQ(ended.status, 0);
