@@ -19,8 +19,11 @@ namespace twqb::cli {
 
 class RunAccount final : public RunObserver {
  public:
-  // The log is that of `machine`. `report` may be nothing.
-  RunAccount(Machine& machine, ReportFile* report) : machine_(machine), report_(report) {}
+  // The log is that of `machine`.
+  explicit RunAccount(Machine& machine) : machine_(machine) {}
+
+  // From here on each record and error goes into `report`, which must outlive the run.
+  void ReportTo(ReportFile& report) { report_ = &report; }
 
   void RecordTold(const RecordAccount& record) override;
   void ErrorTold(const ErrorAccount& error) override;
@@ -58,7 +61,7 @@ class RunAccount final : public RunObserver {
   static std::string WhyNothing(const Tally& tally, const TransferRequest& request);
 
   Machine& machine_;
-  ReportFile* report_;
+  ReportFile* report_ = nullptr;
   std::vector<Tally> tallies_;  // in the order in which the tables were met
   std::int64_t errors_ = 0;
   std::int64_t refused_ = 0;

@@ -54,12 +54,16 @@ std::string VerdictOf(bool done, const std::string& troubles) {
 ExitStatus Transfer(const Options& options, const TransferRequest& request, const TransferArguments& arguments) {
   const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
   std::optional<ReportFile> report;
-  if (!arguments.report.empty()) report.emplace(arguments.report, options, *machine);
-  RunAccount account(*machine, report ? &*report : nullptr);
+  RunAccount account(*machine);
   auto observed = options;
   observed.observer = &account;
   bool returnedTrue = false;
-  const auto status = RunOperation(observed, TransferOperation(request), [&](bool done) {
+  auto operation = TransferOperation(request);
+  // Behind the lock: what stands in the file may be the report of a transfer at work.
+  operation.prepare = [&] {
+    if (!arguments.report.empty()) account.ReportTo(report.emplace(arguments.report, options, *machine));
+  };
+  const auto status = RunOperation(observed, operation, [&](bool done) {
     returnedTrue = done;
     const auto label =
         fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));

@@ -11,6 +11,7 @@
 
 #include "Events.h"
 #include "Firm.h"
+#include "HeldTransfer.h"
 
 namespace twqb::cli {
 namespace {
@@ -367,6 +368,18 @@ TEST_F(Account, A_report_replaces_an_older_one_and_nothing_else) {
   }
   EXPECT_EQ(folder_.Read("note.txt"), "Mine.\n");
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "64");
+}
+
+TEST_F(Account, A_run_that_is_refused_leaves_an_older_report_alone) {
+  Reported("send", "activities", 11, {"--id", "DESIGN:"});
+  const auto report = Report();
+  ASSERT_THAT(report, Not(IsEmpty()));
+  EXPECT_EQ(folder_.Twqb({"send", "clients", "--answers", "none.txt", "--report", "report.jsonl"}).status, 2);
+  EXPECT_EQ(Report(), report);
+  HeldTransfer first(folder_, {"send", "clients", "--answers", "yes.txt", "--no-progress"}, "CustomerAddRq");
+  EXPECT_EQ(Reported("send", "clients", 12).status, 1);
+  EXPECT_EQ(Report(), report);
+  EXPECT_EQ(first.Finish().exitStatus, 0);
 }
 
 }  // namespace
