@@ -27,12 +27,7 @@ RecordInHand::RecordInHand(Standing standing, KeySource key)
 RecordInHand::~RecordInHand() {
   Vars().inHand = before_;
   if (dropped_ || !IsObserved()) return;
-  const bool isGivenUp = std::uncaught_exceptions() > exceptions_;
-  auto account = Account();
-  if (!fate_ && (isGivenUp || !error_.empty())) {
-    account.fate = Fate::Failed;
-    account.why = error_.empty() ? "the run was given up" : error_;
-  }
+  const auto account = Account();
   Vars().observer->RecordTold(account);
   if (account.standing == Standing::Line && before_ != nullptr) before_->TakeOver(account);
 }
@@ -57,6 +52,11 @@ void RecordInHand::NoteFailure(const PlatformError& raised) {
 RecordAccount RecordInHand::Account() const {
   auto account = account_;
   account.fate = fate_.value_or(Fate::PassedOver);
+  const bool isGivenUp = std::uncaught_exceptions() > exceptions_;
+  if (!fate_ && (isGivenUp || !error_.empty())) {
+    account.fate = Fate::Failed;
+    account.why = error_.empty() ? "the run was given up" : error_;
+  }
   if (account.key.empty() && key_) IgnoreErrors([&] { account.key = key_(); });
   return account;
 }

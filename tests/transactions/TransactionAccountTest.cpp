@@ -90,6 +90,17 @@ TEST(TransactionAccount, Tells_the_rows_of_a_bill_that_a_broken_run_never_sent) 
   EXPECT_EQ(kept.records.size(), 2U);
 }
 
+TEST(TransactionAccount, Tells_the_rows_of_a_bill_that_could_not_be_sent_with_the_error) {
+  ExpensesHouse house({}, "DoRequests 1 raise 0x80040305 \"Broken.\"");
+  house.Expense("E1");
+  house.Expense("E2");
+  const KeptAccount kept;
+  house.SendAll();
+  const std::string why = " failed: error -2147220731: Broken.";
+  EXPECT_EQ(kept.Lines(), (Lines{"E1" + why, "E2" + why}));
+  EXPECT_EQ(kept.errors, Lines{"SendBill -2147220731 Broken. ['E1','E2']"});
+}
+
 TEST(TransactionAccount, Tells_a_vendor_bill_with_its_lines) {
   VendorBillsHouse house;
   house.Bill("B1");
