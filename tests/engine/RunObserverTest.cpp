@@ -58,7 +58,7 @@ TEST(RunObserver, Hears_what_the_settings_decide_about_a_pair) {
   house.Send();
   house.Get({.never = true});
   EXPECT_EQ(kept.Lines(), (Lines{"ACME left: the settings never change a linked record",
-                                 "ACME changed: the settings let it go, whichever is newer",
+                                 "ACME changed: it goes, whichever side is newer",
                                  " left: the settings never change a linked record"}));
 }
 
