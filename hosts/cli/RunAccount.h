@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/ReportFile.h"
@@ -25,13 +26,17 @@ class RunAccount final : public RunObserver {
   // From here on each record and error goes into `report`, which must outlive the run.
   void ReportTo(ReportFile& report) { report_ = &report; }
 
+  // The tables that the run is to move, in their order.
+  void Expect(std::vector<std::int32_t> tables) { expected_ = std::move(tables); }
+
   void RecordTold(const RecordAccount& record) override;
   void ErrorTold(const ErrorAccount& error) override;
   void WalkEnded(const TableInHand& table, const Extent& extent) override;
   void TableSkipped(const TableInHand& table) override;
   void TableEnded(const TableInHand& table, std::string_view narrowed) override;
 
-  // A line for each table that had records, each with its end; of a transfer of one table without any, why.
+  // A line for each table that had records, each with its end, that the settings skip, or that a run which came to some
+  // table did not reach; of a transfer of one table without any, why.
   [[nodiscard]] std::string Summary(const TransferRequest& request) const;
   // Errors that were told, and records that were refused, in words: "1 error was told"; empty where there were none.
   [[nodiscard]] std::string Troubles() const;
@@ -44,8 +49,10 @@ class RunAccount final : public RunObserver {
     std::int32_t table = 0;
     Counts records = {};
     Counts lines = {};
-    std::int64_t addedOnceMore = 0;
+    std::int64_t nameInUse = 0;   // of the added: once more, for that reason
+    std::int64_t linkUnread = 0;  //
     std::int64_t notReached = 0;
+    bool broke = false;  // an error was told
     bool skipped = false;
     bool ended = false;
     std::string narrowed = {};
@@ -62,6 +69,7 @@ class RunAccount final : public RunObserver {
 
   Machine& machine_;
   ReportFile* report_ = nullptr;
+  std::vector<std::int32_t> expected_;
   std::vector<Tally> tallies_;  // in the order in which the tables were met
   std::int64_t errors_ = 0;
   std::int64_t refused_ = 0;

@@ -15,6 +15,7 @@
 #include "cli/TableArgument.h"
 #include "cli/Transfers.h"
 #include "platform/Text.h"
+#include "platform/desk.h"
 
 namespace twqb::cli {
 
@@ -61,17 +62,27 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
   auto operation = TransferOperation(request);
   // Behind the lock: what stands in the file may be the report of a transfer at work.
   operation.prepare = [&] {
+    account.Expect(TablesOf(request));
     if (!arguments.report.empty()) account.ReportTo(report.emplace(arguments.report, options, *machine));
   };
-  const auto status = RunOperation(observed, operation, [&](bool done) {
+  const auto label =
+      fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
+  const auto endingOf = [&](bool done) {
     returnedTrue = done;
-    const auto label =
-        fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
     const auto troubles = account.Troubles();
     const bool clean = done && (!arguments.strict || troubles.empty());
     return Ending{.text = fmt::format("{}{}: {}", account.Summary(request), label, VerdictOf(done, troubles)),
                   .status = clean ? ExitStatus::Done : ExitStatus::Failed};
-  });
+  };
+  auto status = ExitStatus::Failed;
+  try {
+    status = RunOperation(observed, operation, endingOf);
+  } catch (const DeskGaveUp&) {
+    // What was done by then is done.
+    Print(fmt::format("{}{}: ended at a question without an answer\n", account.Summary(request), label));
+    FlushOutput();
+    throw;
+  }
   if (report) report->Flush();
   if (report && !report->IsWhole()) {
     throw UsageError(fmt::format("The report {} could not be written to its end.", arguments.report));
