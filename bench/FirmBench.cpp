@@ -1,8 +1,8 @@
 // All tables in a row for a whole firm: the first send, and two second ones of an unchanged firm, each against its
 // floor in the same run.
 //
-// Prints tables for docs/performance.md: seconds, ratio to the floor and peak memory of each send, and where its time
-// goes, by table and seam. Exit status 1 when a ratio is above 2.
+// Prints tables for docs/performance.md: seconds, ratio to the floor, durable writes and peak memory of each send, and
+// where its time goes, by table and seam. Exit status 1 when a ratio is above 1.3.
 
 #include <fmt/format.h>
 
@@ -22,7 +22,7 @@
 namespace twqb {
 namespace {
 
-constexpr double kGoalRatio = 2;
+constexpr double kGoalRatio = 1.3;
 constexpr int kClients = 2'000;
 constexpr int kLeastClients = 100;
 constexpr int kMostClients = 100'000;
@@ -160,13 +160,15 @@ Goals Main(const Firm& firm) {
 
   bool met = true;
   fmt::print("### all tables, {} rows\n\n", Grouped(firm.AllRows()));
-  PrintHead({"send all", "library, s", "floor, s", "ratio", "peak memory", "above the start"});
+  PrintHead({"send all", "library, s", "floor, s", "ratio", "durable writes", "of the floor", "peak memory",
+             "above the start"});
   for (const auto& send : sends) {
     fmt::print(stderr, "{} ...\n", send.name);
     const auto measured = Measure(send.base, kSendAll);
     met = met && measured.Ratio() <= kGoalRatio;
     PrintLine({std::string(send.name), fmt::format("{:.3f}", measured.library), fmt::format("{:.3f}", measured.floor),
-               fmt::format("{:.2f}", measured.Ratio()), InMegabytes(send.peak.all),
+               fmt::format("{:.2f}", measured.Ratio()), Grouped(measured.libraryFiles.durable),
+               Grouped(measured.floorFiles.durable), InMegabytes(send.peak.all),
                InMegabytes(send.peak.all - send.peak.start)});
   }
   PrintShares(sends[0], firm);

@@ -38,7 +38,7 @@ double CarryOut(Seams& seams, const Platform& platform, const TimedRun& run, con
   return seconds;
 }
 
-double TimeFloor(const std::string& base, const TimedRun& run) {
+MeasuredRun TimeFloor(const std::string& base, const TimedRun& run) {
   const TemporaryFolder recorded;
   const TemporaryFolder folder;
   CopyBase(base, recorded.Path());
@@ -47,18 +47,24 @@ double TimeFloor(const std::string& base, const TimedRun& run) {
   FloorRecorder recorder(recordedSeams.All());
   CarryOut(recordedSeams, recorder.Decorated(), run, [&] { recorder.Begin(); });
 
-  Seams seams(folder.Path());
-  FloorState state;
-  state.machine = &seams.machine;
-  state.settings = seams.settings;
-  state.transport = seams.quickbooks.CreateTransport();
-  state.transport->OpenConnection("FLOOR", "Floor");
-  state.transport->BeginSession("", OpenMode::DoNotCare);
-  for (std::size_t i = 0; i < recorder.Connections(); ++i) {
-    state.connections.push_back(seams.database.CreateConnection());
-    state.connections.back()->SetConnectionString(seams.connectString);
+  CountedFiles files(Journal::WrittenAhead);
+  double seconds = 0;
+  {
+    Seams seams(folder.Path());
+    FloorState state;
+    state.machine = &seams.machine;
+    state.settings = seams.settings;
+    state.transport = seams.quickbooks.CreateTransport();
+    state.transport->OpenConnection("FLOOR", "Floor");
+    state.transport->BeginSession("", OpenMode::DoNotCare);
+    for (std::size_t i = 0; i < recorder.Connections(); ++i) {
+      state.connections.push_back(seams.database.CreateConnection());
+      state.connections.back()->SetConnectionString(seams.connectString);
+    }
+    files.Begin();
+    seconds = Seconds([&] { ReplayFloor(recorder.Calls(), state); });
   }
-  return Seconds([&] { ReplayFloor(recorder.Calls(), state); });
+  return {.seconds = seconds, .files = files.Counts()};
 }
 
 }  // namespace
@@ -72,21 +78,46 @@ void CopyBase(const std::string& from, const std::string& to) {
   seams.machine.WritePrivateProfileString("GENERAL", "QBDBPath", "", seams.settings);
 }
 
-double TimeLibrary(const std::string& folder, const TimedRun& run) {
-  Seams seams(folder);
-  return CarryOut(seams, seams.All(), run, [] {});
+MeasuredRun TimeLibrary(const std::string& folder, const TimedRun& run, Journal journal) {
+  CountedFiles files(journal);
+  double seconds = 0;
+  {
+    Seams seams(folder);
+    seconds = CarryOut(seams, seams.All(), run, [&] { files.Begin(); });
+  }
+  return {.seconds = seconds, .files = files.Counts()};
 }
 
 Measurement Measure(const std::string& base, const TimedRun& run) {
+  Measurement measured;
   std::vector<double> library;
   std::vector<double> floor;
   for (int i = 0; i < kRepetitions; ++i) {
     const TemporaryFolder folder;
     CopyBase(base, folder.Path());
-    library.push_back(TimeLibrary(folder.Path(), run));
-    floor.push_back(TimeFloor(base, run));
+    const auto whole = TimeLibrary(folder.Path(), run);
+    const auto least = TimeFloor(base, run);
+    library.push_back(whole.seconds);
+    floor.push_back(least.seconds);
+    measured.libraryFiles = whole.files;
+    measured.floorFiles = least.files;
   }
-  return {.library = Median(library), .floor = Median(floor)};
+  measured.library = Median(library);
+  measured.floor = Median(floor);
+  return measured;
+}
+
+MeasuredRun MeasureRollback(const std::string& base, const TimedRun& run) {
+  MeasuredRun measured;
+  std::vector<double> seconds;
+  for (int i = 0; i < kRepetitions; ++i) {
+    const TemporaryFolder folder;
+    CopyBase(base, folder.Path());
+    measured = TimeLibrary(folder.Path(), run, Journal::Rollback);
+    seconds.push_back(measured.seconds);
+  }
+  measured.seconds = Median(seconds);
+  return measured;
 }
 
 std::vector<TableShare> SharesOf(const std::string& base, const TimedRun& run) {

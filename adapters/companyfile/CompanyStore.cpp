@@ -103,8 +103,9 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
   std::fclose(made);
   try {
     SqliteDatabase database(path);
-    database.RunScript("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL");
-    SqliteTransaction transaction(database, SqliteTransaction::Purpose::Write);
+    database.SetUp();
+    // One transaction is all: to write ahead for it would cost more.
+    database.RunScript("BEGIN");
     TakeSteps(database, kNoFormat);
     const auto hostVersion = std::to_string(options.hostVersion);
     const auto accepts = AcceptsText(options);
@@ -115,7 +116,7 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
     database.Execute(kInsert, {"accepts", std::string_view(accepts)});
     database.Execute(kInsert, {"created", std::string_view(created)});
     InsertPresets(database, options, now, kNoFormat);
-    transaction.Commit();
+    database.RunScript("COMMIT");
   } catch (...) {
     std::remove(path.c_str());
     throw;
@@ -124,7 +125,7 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
 
 CompanyStore::CompanyStore(const std::string& path) try : database_(RequireFile(path)) {
   static_cast<void>(ReadFormat(database_));
-  database_.RunScript("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL");
+  database_.SetUp();
   ReadOptions();
   Upgrade();
 } catch (const PlatformError& failure) {

@@ -51,7 +51,7 @@ void SqliteRows::Reset::operator()(sqlite3_stmt* statement) const {
   sqlite3_clear_bindings(statement);
 }
 
-void SqliteDatabase::Close::operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+void SqliteDatabase::Close::operator()(sqlite3* database) const { storage::CloseInOrder(database); }
 
 void SqliteDatabase::Finalize::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 
@@ -62,6 +62,15 @@ SqliteDatabase::SqliteDatabase(const std::string& path) {
   Check(opened, result == SQLITE_OK);
   sqlite3_busy_timeout(opened, kBusyMilliseconds);
 }
+
+void SqliteDatabase::SetUp() {
+  Check(database_.get(), storage::SetUp(database_.get()) == SQLITE_OK);
+  // What a part of a transaction can be taken back to is kept for each page that it writes: not in a file for each.
+  RunScript("PRAGMA temp_store = MEMORY");
+  storage::EndWriteAhead(database_.get());
+}
+
+void SqliteDatabase::BeforeWrite() { writeAhead_.BeforeWrite(database_.get()); }
 
 SqliteRows SqliteDatabase::Query(std::string_view sql, std::span<const SqlValue> values) {
   auto found = statements_.find(sql);
@@ -95,6 +104,7 @@ void SqliteDatabase::RunScript(const std::string& sql) {
 bool SqliteDatabase::InTransaction() const { return sqlite3_get_autocommit(database_.get()) == 0; }
 
 SqliteTransaction::SqliteTransaction(SqliteDatabase& database, Purpose purpose) : database_(database) {
+  if (purpose == Purpose::Write) database_.BeforeWrite();
   database_.Execute(purpose == Purpose::Write ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <variant>
 
+#include "adapters/storage/WriteAhead.h"
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -45,6 +47,12 @@ class SqliteDatabase {
  public:
   // Opens a file that must exist.
   explicit SqliteDatabase(const std::string& path);
+  // To be called once the file is known to be the right one: makes commits durable, and takes up whole what a process
+  // that died has left beside the file.
+  void SetUp();
+  // To be called ahead of a transaction that writes: from then on until the last one closes the file is written ahead,
+  // where that can be had.
+  void BeforeWrite();
 
   // Starts a statement with its parameters in order. `sql` is prepared at its first use and kept.
   [[nodiscard]] SqliteRows Query(std::string_view sql, std::span<const SqlValue> values);
@@ -65,6 +73,7 @@ class SqliteDatabase {
   };
 
   std::unique_ptr<sqlite3, Close> database_;
+  storage::WriteAhead writeAhead_;
   std::map<std::string, std::unique_ptr<sqlite3_stmt, Finalize>, std::less<>> statements_;
 };
 

@@ -39,21 +39,15 @@ PlatformError FailureOf(sqlite3* handle, int code) {
   }
 }
 
-// Whether the file of the handle is still the one at its path. False, too, where the system can't tell: there a file
-// that is open can't be moved or removed, and no handle may be kept.
-bool IsInPlace(sqlite3* handle) {
-  int moved = 0;
-  return sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved == 0;
-}
-
-// Within moments nobody brings back a backup in place of the file, which the handle might not notice.
-bool IsFresh(const Remains& remains) {
-  constexpr auto kMoments = std::chrono::seconds(1);
-  return remains.handle && std::chrono::steady_clock::now() - remains.closed < kMoments &&
-         IsInPlace(remains.handle.get());
-}
-
 std::filesystem::path PathOf(const std::string& file) { return {std::u8string(file.begin(), file.end())}; }
+
+std::unique_ptr<sqlite3, Engine::Closer> OpenHandle(const std::string& file, int flags) {
+  sqlite3* raw = nullptr;
+  const int code = sqlite3_open_v2(file.c_str(), &raw, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+  std::unique_ptr<sqlite3, Engine::Closer> handle(raw);
+  if (code != SQLITE_OK) throw CannotOpen(file, raw == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(raw));
+  return handle;
+}
 
 }  // namespace
 
@@ -92,84 +86,96 @@ void Statement::Reset() noexcept {
 // Database
 // ---------------------------------------------------------------------------------------------------------------------
 
-Handle Database::OpenHandle(const std::string& file, int flags) {
-  sqlite3* raw = nullptr;
-  const int code = sqlite3_open_v2(file.c_str(), &raw, flags | SQLITE_OPEN_EXRESCODE, nullptr);
-  Handle handle(raw);
-  if (code != SQLITE_OK) throw CannotOpen(file, raw == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(raw));
-  return handle;
-}
-
-Database::Database(const std::string& file, Access access, std::chrono::milliseconds patience, Remains remains)
-    : access_(access) {
+Database::Database(std::shared_ptr<EnginePool> pool, const std::string& file, Access access,
+                   std::chrono::milliseconds patience)
+    : pool_(std::move(pool)) {
   std::error_code ignored;
   const auto status = std::filesystem::status(PathOf(file), ignored);
   if (!std::filesystem::exists(status)) throw CannotOpen(file, "there is no such file");
   if (std::filesystem::is_directory(status)) throw CannotOpen(file, "this is a folder");
-  path_ = std::filesystem::absolute(PathOf(file), ignored).string();
-  const bool serves = IsFresh(remains) && remains.path == path_ && remains.access == access;
-  const int flags = access == Access::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  handle_ = serves ? std::move(remains.handle) : OpenHandle(file, flags);
+  engine_ = pool_->Open(std::filesystem::absolute(PathOf(file), ignored).string(), access);
   try {
-    if (!serves) SetUp();
-    BeginWork(patience);
+    Begin(file, patience);
+  } catch (...) {
+    engine_.statements.clear();
+    engine_.handle.reset();
+    pool_->Close(std::move(engine_));
+    throw;
+  }
+}
+
+Database::~Database() {
+  if (IsOpen()) Close();
+}
+
+void Database::Check(int code) const {
+  if (code != SQLITE_OK) throw FailureOf(engine_.handle.get(), code);
+}
+
+void Database::Begin(const std::string& file, std::chrono::milliseconds patience) {
+  const bool isNew = !engine_.handle;
+  if (isNew) engine_.handle = OpenHandle(file, SQLITE_OPEN_READWRITE);
+  auto* handle = engine_.handle.get();
+  try {
+    if (isNew) SetUp();
+    Check(sqlite3_busy_timeout(handle, static_cast<int>(patience.count())));
+    if (Look() == Schema::Changed) engine_.statements.clear();
+    if (isNew) {
+      Check(storage::SetUp(handle));
+      // A log that is beside the file though nobody has it open is a dead process'.
+      storage::EndWriteAhead(handle);
+    }
+    Check(sqlite3_busy_timeout(handle, static_cast<int>(kBusyPatience.count())));
   } catch (const PlatformError& failure) {
     throw Failure(error::kCannotOpen, failure.description());
   }
 }
 
-void Database::Check(int code) const {
-  if (code != SQLITE_OK) throw FailureOf(handle_.get(), code);
-}
-
 void Database::SetUp() {
-  Check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
-  Check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
-  Check(sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr));
-  Check(RegisterCollations(handle_.get()));
+  auto* handle = engine_.handle.get();
+  Check(sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr));
+  Check(sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr));
+  Check(sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr));
+  Check(RegisterCollations(handle));
+  // One that only reads opens the file for writing all the same: a log that a dead process left can be taken up then.
+  if (engine_.access == Access::Read) Check(sqlite3_exec(handle, "PRAGMA query_only = 1", nullptr, nullptr, nullptr));
 }
 
-void Database::BeginWork(std::chrono::milliseconds patience) {
-  Check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(patience.count())));
-  Run("SELECT count(*) FROM sqlite_schema");  // reads the file: one that is no database fails here
-  if (access_ == Access::ReadWrite) {
-    Run("PRAGMA journal_mode = DELETE");
-    Run("PRAGMA synchronous = FULL");
-  }
-  Check(sqlite3_busy_timeout(handle_.get(), static_cast<int>(kBusyPatience.count())));
+Database::Schema Database::Look() {
+  auto& look = Kept("SELECT 1 FROM sqlite_schema LIMIT 1");
+  const ResetAtEnd reset(look);
+  look.Step();
+  constexpr int kFromZero = 1;
+  const bool isAnother = sqlite3_stmt_status(look.raw(), SQLITE_STMTSTATUS_REPREPARE, kFromZero) > 0;
+  return isAnother ? Schema::Changed : Schema::AsBefore;
 }
 
 void Database::Create(const std::string& file) {
   std::error_code ignored;
   if (std::filesystem::exists(PathOf(file), ignored)) throw CannotOpen(file, "the file is there already");
-  OpenHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  const auto handle = OpenHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   // The engine writes the file with its first change alone. This one leaves nothing else behind.
-  Database(file, Access::ReadWrite, kBusyPatience).Run("PRAGMA user_version = 0");
+  const int code =
+      sqlite3_exec(handle.get(), "PRAGMA synchronous = FULL; PRAGMA user_version = 0", nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) throw FailureOf(handle.get(), code);
 }
 
-Remains Database::Close() {
+void Database::Close() {
   // A transaction that the caller began and left open would live on as long as a recordset keeps a statement.
-  if (sqlite3_get_autocommit(handle_.get()) == 0) {
-    sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+  if (sqlite3_get_autocommit(engine_.handle.get()) == 0) {
+    sqlite3_exec(engine_.handle.get(), "ROLLBACK", nullptr, nullptr, nullptr);
   }
-  Remains remains{
-      .handle = std::move(handle_), .path = path_, .access = access_, .closed = std::chrono::steady_clock::now()};
-  if (sqlite3_next_stmt(remains.handle.get(), nullptr) != nullptr || !IsInPlace(remains.handle.get())) {
-    remains.handle.reset();
-  } else {
-    // Pages are read anew: what happens to the file while nobody has it open must show.
-    sqlite3_db_release_memory(remains.handle.get());
-  }
-  return remains;
+  pool_->Close(std::move(engine_));
 }
 
 Statement Database::Prepare(std::string_view sql, Use use) {
   sqlite3_stmt* raw = nullptr;
   const char* tail = nullptr;
   const unsigned flags = use == Use::Again ? SQLITE_PREPARE_PERSISTENT : 0;
-  const int code = sqlite3_prepare_v3(handle_.get(), sql.data(), static_cast<int>(sql.size()), flags, &raw, &tail);
+  const int code =
+      sqlite3_prepare_v3(engine_.handle.get(), sql.data(), static_cast<int>(sql.size()), flags, &raw, &tail);
   Statement statement(raw);
-  if (code != SQLITE_OK) throw FailureOf(handle_.get(), code);
+  if (code != SQLITE_OK) throw FailureOf(engine_.handle.get(), code);
   if (statement.IsEmpty()) throw Failure(error::kBadSyntax, "The statement is empty.");
   for (const auto& token : SignificantTokens(sql.substr(static_cast<std::size_t>(tail - sql.data())))) {
     if (!token.IsSymbol(';')) {
@@ -179,14 +185,27 @@ Statement Database::Prepare(std::string_view sql, Use use) {
   return statement;
 }
 
+Statement& Database::Kept(const std::string& sql) {
+  const auto found = engine_.statements.find(sql);
+  if (found != engine_.statements.end()) return found->second;
+  return engine_.statements.emplace(sql, Prepare(sql, Use::Again)).first->second;
+}
+
+void Database::BeforeRun(const Statement& statement) {
+  if (engine_.access == Access::ReadWrite && sqlite3_stmt_readonly(statement.raw()) == 0) {
+    engine_.writeAhead.BeforeWrite(engine_.handle.get());
+  }
+}
+
 void Database::Run(std::string_view sql) {
   auto statement = Prepare(sql, Use::Once);
+  BeforeRun(statement);
   while (statement.Step()) {
   }
 }
 
-std::int64_t Database::RowsChanged() const { return sqlite3_changes64(handle_.get()); }
-std::int64_t Database::TotalRowsChanged() const { return sqlite3_total_changes64(handle_.get()); }
-std::int64_t Database::LastRowId() const { return sqlite3_last_insert_rowid(handle_.get()); }
+std::int64_t Database::RowsChanged() const { return sqlite3_changes64(engine_.handle.get()); }
+std::int64_t Database::TotalRowsChanged() const { return sqlite3_total_changes64(engine_.handle.get()); }
+std::int64_t Database::LastRowId() const { return sqlite3_last_insert_rowid(engine_.handle.get()); }
 
 }  // namespace twqb::sqlite

@@ -63,18 +63,19 @@ void SqliteConnection::Open() {
   }
   if (file.empty()) throw Failure(error::kCannotOpen, "The connection string names no Data Source.");
   const auto access = SameName(mode, "Read") ? Access::Read : Access::ReadWrite;
-  database_ = std::make_shared<Database>(file, access, Patience(timeoutSeconds_), std::exchange(remains_, {}));
+  database_ = std::make_shared<Database>(pool_, file, access, Patience(timeoutSeconds_));
 }
 
 void SqliteConnection::Close() {
   RequireOpen();
-  remains_ = database_->Close();
+  database_->Close();
   database_.reset();
 }
 
 std::unique_ptr<ado::Recordset> SqliteConnection::Execute(std::string_view statement, std::int64_t* rowsAffected) {
   RequireOpen();
   auto prepared = database_->Prepare(TranslateSql(statement), Use::Once);
+  database_->BeforeRun(prepared);
   const auto before = database_->TotalRowsChanged();
   std::unique_ptr<ado::Recordset> recordset;
   if (prepared.ColumnCount() > 0) {
@@ -94,6 +95,7 @@ std::unique_ptr<ado::Recordset> SqliteConnection::OpenRecordset(std::string_view
   if (lock == ado::LockType::Optimistic) return TableRecordset::Open(database_, ParseOpening(statement));
   auto prepared = database_->Prepare(TranslateSql(statement), Use::Once);
   if (prepared.ColumnCount() == 0) throw Failure(error::kBadSyntax, "The statement answers no rows.");
+  database_->BeforeRun(prepared);
   return FetchAll(database_, prepared);
 }
 

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "adapters/sqlite/Database.h"
 #include "platform/ado.h"
@@ -14,7 +15,7 @@ namespace twqb::sqlite {
 
 class SqliteConnection : public ado::Connection {
  public:
-  SqliteConnection() = default;
+  explicit SqliteConnection(std::shared_ptr<EnginePool> pool) : pool_(std::move(pool)) {}
   ~SqliteConnection() override;
   SqliteConnection(const SqliteConnection&) = delete;
   SqliteConnection& operator=(const SqliteConnection&) = delete;
@@ -44,10 +45,10 @@ class SqliteConnection : public ado::Connection {
  private:
   void RequireOpen() const;
 
+  std::shared_ptr<EnginePool> pool_;
   std::string connectionString_;
   int timeoutSeconds_ = ado::kDefaultConnectionTimeout;
   std::shared_ptr<Database> database_;
-  Remains remains_;  // of the last close
 };
 
 }  // namespace twqb::sqlite

@@ -5,8 +5,10 @@
 
 namespace twqb {
 
+SqliteProvider::SqliteProvider() : pool_(std::make_shared<sqlite::EnginePool>()) {}
+
 std::unique_ptr<ado::Connection> SqliteProvider::CreateConnection() {
-  return std::make_unique<sqlite::SqliteConnection>();
+  return std::make_unique<sqlite::SqliteConnection>(pool_);
 }
 
 void CreateSqliteDatabase(const std::string& file) { sqlite::Database::Create(file); }

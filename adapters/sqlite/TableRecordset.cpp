@@ -26,8 +26,7 @@ std::string RowAtOrBehindText(std::string_view table, std::string_view condition
 std::unique_ptr<TableRecordset> TableRecordset::Open(std::shared_ptr<Database> database, const OpenedTable& opened) {
   auto quoted = QuoteName(opened.table);
   auto condition = opened.filledColumn.empty() ? "1" : QuoteName(opened.filledColumn) + " IS NOT NULL";
-  const auto statement = database->Prepare(RowAtOrBehindText(quoted, condition), Use::Once);
-  auto columns = DescribeColumns(statement, kSkipRowid);
+  auto columns = DescribeColumns(database->Kept(RowAtOrBehindText(quoted, condition)), kSkipRowid);
   return std::unique_ptr<TableRecordset>(
       new TableRecordset(std::move(database), std::move(columns), std::move(quoted), std::move(condition)));
 }
@@ -47,7 +46,6 @@ void TableRecordset::RequireNoEdit() const {
 
 void TableRecordset::Close() {
   RequireNoEdit();
-  statements_.clear();
   row_.clear();
   LetGo();
 }
@@ -55,12 +53,6 @@ void TableRecordset::Close() {
 // ---------------------------------------------------------------------------------------------------------------------
 // The current row
 // ---------------------------------------------------------------------------------------------------------------------
-
-Statement& TableRecordset::Prepared(const std::string& sql) const {
-  const auto found = statements_.find(sql);
-  if (found != statements_.end()) return found->second;
-  return statements_.emplace(sql, database().Prepare(sql, Use::Again)).first->second;
-}
 
 bool TableRecordset::ReadFrom(Statement& statement) const {
   const bool found = statement.Step();
@@ -74,8 +66,9 @@ bool TableRecordset::ReadFrom(Statement& statement) const {
 
 void TableRecordset::Locate() const {
   if (place_ == Place::OnRow || place_ == Place::Eof) return;
-  auto& statement = Prepared(place_ == Place::Exactly ? fmt::format("SELECT rowid, * FROM {} WHERE rowid = ?1", table_)
-                                                      : RowAtOrBehindText(table_, condition_));
+  auto& statement =
+      database().Kept(place_ == Place::Exactly ? fmt::format("SELECT rowid, * FROM {} WHERE rowid = ?1", table_)
+                                               : RowAtOrBehindText(table_, condition_));
   const ResetAtEnd reset(statement);
   statement.BindInteger(1, rowid_);
   ReadFrom(statement);
@@ -107,7 +100,7 @@ void TableRecordset::MoveNext() {
 
 std::int64_t TableRecordset::RecordCount() const {
   RequireOpen();
-  auto& statement = Prepared(fmt::format("SELECT count(*) FROM {} WHERE {}", table_, condition_));
+  auto& statement = database().Kept(fmt::format("SELECT count(*) FROM {} WHERE {}", table_, condition_));
   const ResetAtEnd reset(statement);
   statement.Step();
   return sqlite3_column_int64(statement.raw(), 0);
@@ -120,8 +113,8 @@ void TableRecordset::Find(std::string_view criterion) {
   if (place_ == Place::Eof) return;
   // An index on the column holds the rowids in order, so it serves all of the condition and the sorting too.
   auto& statement =
-      Prepared(fmt::format("SELECT rowid, * FROM {} WHERE {} = ?1 AND rowid >= ?2 AND {} ORDER BY rowid LIMIT 1",
-                           table_, QuoteName(column.name), condition_));
+      database().Kept(fmt::format("SELECT rowid, * FROM {} WHERE {} = ?1 AND rowid >= ?2 AND {} ORDER BY rowid LIMIT 1",
+                                  table_, QuoteName(column.name), condition_));
   const ResetAtEnd reset(statement);
   statement.BindText(1, text);
   statement.BindInteger(2, rowid_);
@@ -196,8 +189,9 @@ void TableRecordset::Update() {
   RequireOpen();
   if (edit_ == ado::EditMode::None) return;
   const bool isNew = edit_ == ado::EditMode::Add;
-  auto& statement = Prepared(isNew ? InsertText() : UpdateText());
+  auto& statement = database().Kept(isNew ? InsertText() : UpdateText());
   const ResetAtEnd reset(statement);
+  database().BeforeRun(statement);
   int parameter = 0;
   for (const auto& [index, value] : pending_) Bind(statement, ++parameter, value);
   if (!isNew) statement.BindInteger(++parameter, rowid_);

@@ -6,7 +6,6 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -60,7 +59,6 @@ class TableRecordset : public SqliteRecordset {
   void Locate() const;
   // Runs a statement for the rowid and the columns of a row. False when it answers none: then it is Eof.
   bool ReadFrom(Statement& statement) const;
-  Statement& Prepared(const std::string& sql) const;
   [[nodiscard]] std::string InsertText() const;
   [[nodiscard]] std::string UpdateText() const;
   [[nodiscard]] const Value* Pending(std::size_t column) const;
@@ -74,7 +72,6 @@ class TableRecordset : public SqliteRecordset {
   mutable Place place_;
   mutable std::int64_t rowid_;
   mutable std::vector<Value> row_;
-  mutable std::unordered_map<std::string, Statement> statements_;
 };
 
 }  // namespace twqb::sqlite

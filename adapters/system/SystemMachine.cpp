@@ -13,6 +13,7 @@
 #include <ctime>
 #include <thread>
 
+#include "adapters/storage/StillDatabase.h"
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
 #include "adapters/system/RandomValues.h"
@@ -133,17 +134,20 @@ std::optional<std::string> SystemMachine::ReadRegistry(std::string_view key, std
 }
 
 void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
-  const auto source = OpenForReading(from);
-  if (!source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
+  const storage::StillDatabase still(from);
+  const auto image = still.Image();
+  if (image && image->empty()) Raise(error::kFileAccess, from);
+  const auto source = image ? FileDescriptor() : OpenForReading(from);
+  if (!image && !source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
   // A backup must not reach, by a link that somebody has put in its place, what it was not made for.
   auto copy = FileReplacement::Begin(to, Links::Replaced);
   if (!copy) RaiseForTarget(to);
   struct stat status = {};
   constexpr mode_t kPermissions = 0777;
   // The rights come ahead of the content: nobody reads the copy who may not read the original.
-  const bool done = ::fstat(source.Get(), &status) == 0 &&
+  const bool done = ::stat(from.c_str(), &status) == 0 &&
                     ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 &&
-                    CopyBytes(source, copy->File()) && copy->Commit();
+                    (image ? WriteAll(copy->File(), *image) : CopyBytes(source, copy->File())) && copy->Commit();
   if (!done) Raise(error::kFileAccess, to);
 }
 

@@ -46,8 +46,9 @@ class SystemMachine : public Machine {
   [[nodiscard]] std::optional<std::string> ReadRegistry(std::string_view key, std::string_view name) override;
 
   // A copy that fails leaves `to` as it was. Raises 53 when `from` is missing, 76 when the folder of `to` is, else 75;
-  // the text names the path. The copy has the permissions of `from`, and is durable. Where `to` is a symbolic link it
-  // takes the link's place, and what the link leads to stays as it is.
+  // the text names the path. The copy has the permissions of `from`, and is durable. That of a SQLite database is one
+  // state of it, in one file, whoever writes to it meanwhile. Where `to` is a symbolic link the copy takes the link's
+  // place, and what the link leads to stays as it is.
   void CopyFile(const std::string& from, const std::string& to) override;
   [[nodiscard]] std::string LibraryFolder() override;
   // The line is written in one step, so lines of several processes don't mix; its control characters, but tabs and line

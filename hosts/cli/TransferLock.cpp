@@ -38,8 +38,7 @@ std::vector<std::string> FilesToHold(const Workplace& place) {
     if (!path.empty() && IdentityOf(path)) files.push_back(ResolvedPath(path));
   }
   std::ranges::sort(files);
-  const auto same = std::ranges::unique(files);
-  files.erase(same.begin(), same.end());
+  files.erase(std::unique(files.begin(), files.end()), files.end());
   return files;
 }
 

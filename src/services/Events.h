@@ -6,7 +6,8 @@
 
 namespace twqb {
 
-// Modes of the call-back object: nothing in hand, one record of a list, one transaction, a whole transfer.
+// Modes of the call-back object: nothing in hand, one record, one transaction, a whole transfer. Bills are told of as
+// records are, whether they are made of expenses or are a vendor's.
 inline constexpr int kCallbackIdle = 0;
 inline constexpr int kCallbackRecord = 1;
 inline constexpr int kCallbackTransaction = 2;

@@ -50,7 +50,7 @@ class ExpenseSend final : public RowWork {
 
   RowEnd TakeRow(RowWalk& walk) override {
     const auto& row = walk.Row();
-    walk.BeginRow(kCallbackTransaction);
+    walk.BeginRow(kCallbackRecord);
     record_.key = ColumnText(row, "ELID");
     if (IsNull(row.Field("LastUpdated"))) stampsRows_ = true;
     walk.CountRow([&] { return fmt::format("{}, {}", ColumnText(row, "ELDate"), ColumnText(row, "EmployeeID")); });

@@ -55,7 +55,7 @@ class VendorBillSend final : public RowWork {
   RowEnd TakeRow(RowWalk& walk) override {
     const auto& row = walk.Row();
     record_ = {};
-    walk.BeginRow(kCallbackTransaction);
+    walk.BeginRow(kCallbackRecord);
     record_.key = ColumnText(row, "VendorBillID");
     if (IsNull(row.Field("LastUpdated"))) stampsRows_ = true;
     walk.CountRow([&] { return fmt::format("{}, {}", ColumnText(row, "BillDate"), ColumnText(row, "VendorID")); });

@@ -134,6 +134,50 @@ TEST_F(CompanyStorage, Two_that_have_the_file_open_see_each_other_s_records) {
   EXPECT_EQ(AddNamed("Other").Value("ListID"), "80000002-1204729200");
 }
 
+// Whether the file alone is all there is.
+bool IsPlain(const std::string& path) {
+  for (const char* suffix : {"-wal", "-shm", "-journal"}) {
+    if (std::filesystem::exists(path + suffix)) return false;
+  }
+  constexpr std::streamoff kVersions = 18;  // to write it and to read it
+  std::ifstream file(path, std::ios::binary);
+  file.seekg(kVersions);
+  return file.get() == 1 && file.get() == 1;
+}
+
+TEST_F(CompanyStorage, A_file_is_written_ahead_while_somebody_writes_and_one_plain_file_at_rest) {
+  static_cast<void>(Query(""));
+  EXPECT_TRUE(IsPlain(path_)) << "who only reads changes nothing";
+  AddNamed("Acme");
+  EXPECT_TRUE(std::filesystem::exists(path_ + "-wal"));
+  CompanyFile other(path_, machine_);
+  static_cast<void>(other.Process(Document(AddRequest("<Name>Beta</Name>"))));
+  file_.reset();
+  EXPECT_TRUE(std::filesystem::exists(path_ + "-wal"));
+  { const CompanyFile last(std::move(other)); }
+  EXPECT_TRUE(IsPlain(path_));
+  std::filesystem::copy_file(path_, folder_ / "copy");
+  EXPECT_NE(CompanyFile(folder_ / "copy", machine_).Process(Document(QueryRequest(""))).find("Beta"),
+            std::string::npos);
+}
+
+TEST_F(CompanyStorage, What_a_killed_process_left_beside_the_file_is_taken_up_by_who_only_looks) {
+  file_.reset();
+  const pid_t child = fork();
+  if (child == 0) {
+    CompanyFile file(path_, machine_);
+    static_cast<void>(file.Process(Document(AddRequest("<Name>Acme</Name>"))));
+    kill(getpid(), SIGKILL);
+  }
+  waitpid(child, nullptr, 0);
+  EXPECT_TRUE(std::filesystem::exists(path_ + "-wal"));
+  {
+    CompanyFile looking(path_, machine_);
+    EXPECT_EQ(looking.Summary().kinds.at(0).records, 1);
+  }
+  EXPECT_TRUE(IsPlain(path_));
+}
+
 TEST_F(CompanyStorage, When_the_storage_fails_nothing_of_the_document_stays) {
   Scalar(
       "CREATE TRIGGER full BEFORE INSERT ON record WHEN new.name = 'Second' BEGIN SELECT raise(ABORT, 'disk is full'); "

@@ -41,8 +41,8 @@ class AnsweringFactory : public TransportFactory {
       Answering(std::unique_ptr<Transport> inner, AnsweringFactory& factory)
           : ForwardingTransport(std::move(inner)), factory_(factory) {}
       std::string ProcessDocument(std::string_view document) override {
-        std::string answer;
-        if (factory_.answer && factory_.answer(document, answer)) return answer;
+        std::string given;
+        if (factory_.answer && factory_.answer(document, given)) return given;
         return ForwardingTransport::ProcessDocument(document);
       }
 

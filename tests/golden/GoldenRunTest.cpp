@@ -6,6 +6,7 @@
 #include <cctype>
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
 
 #include "bridge/Tables.h"
 #include "platform/Text.h"
@@ -67,21 +68,40 @@ bool HasStep(const std::string& scenario, const std::string& step) {
   return ("\n" + scenario).find("\n" + step) != std::string::npos;
 }
 
-// Most runs leave progress and settings out: one for each table and direction has to tell what they are there.
-TEST(GoldenRuns, Cover_every_table_in_every_direction_that_is_built_once_with_progress_and_settings) {
+// Expects a golden run with what `covers` looks for, of each table in each direction.
+template <typename Covers>
+void ExpectRunOfEach(const Covers& covers, std::string_view what) {
   std::vector<std::string> scenarios;
   for (const auto& folder : Scenarios()) scenarios.push_back(ReadWholeFile(folder + "/scenario"));
   for (const auto* table : BuiltInTables()) {
     for (const std::string verb : {"send", "get"}) {
       if (!IsBuilt(verb, *table)) continue;
-      const auto step = verb + " " + FoldCase(table->name);
-      const auto covers = [&](const std::string& scenario) {
-        return HasStep(scenario, step) && HasStep(scenario, "keep progress settings\n");
-      };
-      EXPECT_TRUE(std::ranges::any_of(scenarios, covers))
-          << "no golden run with the step `keep progress settings` for: " << step;
+      EXPECT_TRUE(std::ranges::any_of(scenarios, [&](const auto& scenario) { return covers(scenario, verb, *table); }))
+          << "no golden run " << what << " for: " << verb << " " << table->name;
     }
   }
+}
+
+// Most runs leave progress and settings out: one for each table and direction has to tell what they are there.
+TEST(GoldenRuns, Cover_every_table_in_every_direction_that_is_built_once_with_progress_and_settings) {
+  ExpectRunOfEach(
+      [](const std::string& scenario, const std::string& verb, const Table& table) {
+        return HasStep(scenario, verb + " " + FoldCase(table.name)) && HasStep(scenario, "keep progress settings\n");
+      },
+      "with the step `keep progress settings`");
+}
+
+// What the call-back hears depends on the table and on who runs it: once in a transfer, once outside of one.
+TEST(GoldenRuns, Cover_every_table_in_every_direction_that_is_built_once_under_a_subscription) {
+  ExpectRunOfEach(
+      [](const std::string& scenario, const std::string& verb, const Table& table) {
+        const auto argument = " en" + std::string(table.name);
+        const bool sends = verb == "send";
+        return (HasStep(scenario, "subscribed\n") || HasStep(scenario, "take firm\n")) &&
+               HasStep(scenario, (sends ? "call SendDataToQB" : "call GetDataFromQB") + argument + "\n") &&
+               HasStep(scenario, (sends ? "call SendTableToQB" : "call GetTableFromQB") + argument + " ");
+      },
+      "under a subscription");
 }
 
 }  // namespace

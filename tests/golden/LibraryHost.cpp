@@ -15,6 +15,7 @@
 #include "adapters/transcript/Transcript.h"
 #include "adapters/transcript/TranscriptWriter.h"
 #include "bridge/Tables.h"
+#include "bridge/modTWQBBridge.h"
 #include "engine/DependentPull.h"
 #include "platform/Forwarding.h"
 #include "quickbooks/IsCustomer.h"
@@ -156,6 +157,15 @@ constexpr std::array kOperations = {
                 LoadActivityCodes();
                 const auto& v = Vars();
                 return EventList{v.g_ActivityComp, v.g_ActivityHol, v.g_ActivitySick, v.g_ActivityVac};
+              }},
+    // A table's routine for one record, outside of a transfer.
+    Operation{"SendTableToQB", 2,
+              [](auto&, auto& a) -> EventValue {
+                return SendTableToQB(TableOf(a[0]), {.Filter1a = a[1], .Filter1b = a[1]});
+              }},
+    Operation{"GetTableFromQB", 2,
+              [](auto&, auto& a) -> EventValue {
+                return GetTableFromQB(TableOf(a[0]), SavedFilters::OneToGet(a[1]), ActiveOnly::False, false, nullptr);
               }},
     // On a connection of its own, as a transaction's routine has one.
     Operation{"TransferCustomerOrJobFromQB", 2,

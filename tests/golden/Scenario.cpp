@@ -17,6 +17,7 @@
 
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/system/SystemMachine.h"
+#include "events/SubscriptionSets.h"
 #include "platform/desk.h"
 #include "tests/golden/Expectation.h"
 #include "tests/golden/LibraryHost.h"
@@ -67,9 +68,8 @@ std::string Replace(std::string text, const std::string& what, const std::string
 class ScenarioRun {
  public:
   std::string Run(const std::string& folder) {
-    const auto steps = Lines(ReadWholeFile(folder + "/scenario"));
-    if (steps.empty()) throw std::runtime_error("no scenario in " + folder);
-    for (const auto& step : steps) Step(step);
+    shared_ = fs::path(folder).parent_path();
+    StepsOf(folder + "/scenario");
     while (host_) EndObject();
     return record_;
   }
@@ -81,6 +81,11 @@ class ScenarioRun {
   };
   static const StepRow kSteps[];
 
+  void StepsOf(const std::string& file) {
+    const auto steps = Lines(ReadWholeFile(file));
+    if (steps.empty()) throw std::runtime_error("no steps in " + file);
+    for (const auto& step : steps) Step(step);
+  }
   void Step(const std::string& line) {
     if (line.empty() || line.starts_with('#')) return;
     const auto blank = line.find(' ');
@@ -88,11 +93,13 @@ class ScenarioRun {
     const auto rest = blank == std::string::npos ? std::string() : line.substr(blank + 1);
     const auto* const row = FindStep(word);
     if (row == nullptr) throw std::runtime_error("unknown step: " + line);
-    if (!initialised_ && word != "init" && word != "program" && word != "keep") Init("", line);
+    if (!initialised_ && word != "init" && word != "program" && word != "keep" && word != "take") Init("", line);
     (this->*row->run)(rest, line);
   }
 
   static const StepRow* FindStep(const std::string& word);
+
+  void Take(const std::string& rest, const std::string& /*line*/) { StepsOf(shared_ / rest); }
 
   // --- What the run finds.
 
@@ -124,6 +131,15 @@ class ScenarioRun {
   void QuickBooks(const std::string& rest, const std::string& line) {
     const auto answer = Require(RunRequests(rest), line);
     if (answer.find("statusSeverity=\"Error\"") != std::string::npos) throw std::runtime_error(line + "\n" + answer);
+  }
+  void Subscribed(const std::string& /*rest*/, const std::string& line) {
+    Require(RunSet("QBXMLSubscriptionMsgsRq",
+                   "<UIEventSubscriptionAddRq><UIEventSubscriptionAdd><SubscriberID>" + std::string(kSubscriberId) +
+                       "</SubscriberID><COMCallbackInfo><AppName>Events</AppName><ProgID>TWQBCallback90.CMain</ProgID>"
+                       "</COMCallbackInfo><DeliveryPolicy>DeliverAlways</DeliveryPolicy>"
+                       "<CompanyFileEventSubscription><CompanyFileEventOperation>Open</CompanyFileEventOperation>"
+                       "</CompanyFileEventSubscription></UIEventSubscriptionAdd></UIEventSubscriptionAddRq>"),
+            line);
   }
   void Answer(const std::string& rest, const std::string& /*line*/) { answers_ += InFolder(rest) + "\n"; }
   void Fault(const std::string& rest, const std::string& /*line*/) { faults_ += InFolder(rest) + "\n"; }
@@ -293,9 +309,12 @@ class ScenarioRun {
   }
 
   ProcessResult RunRequests(const std::string& requests) {
+    return RunSet("QBXMLMsgsRq", requests, " onError=\"continueOnError\"");
+  }
+  ProcessResult RunSet(const std::string& set, const std::string& requests, const std::string& attribute = {}) {
     WriteWholeFile(folder_ / "requests.xml", "<?xml version=\"1.0\" encoding=\"utf-8\"?><?qbxml version=\"" + tag_ +
-                                                 "\"?><QBXML><QBXMLMsgsRq onError=\"continueOnError\">" + requests +
-                                                 "</QBXMLMsgsRq></QBXML>");
+                                                 "\"?><QBXML><" + set + attribute + ">" + requests + "</" + set +
+                                                 "></QBXML>");
     return Twqb({"company", "run", folder_ / "requests.xml"});
   }
 
@@ -333,6 +352,7 @@ class ScenarioRun {
   static constexpr int kBias = 300;  // minutes
   static constexpr int kDaylightBias = -60;
 
+  fs::path shared_;  // where scenarios find what they take
   TemporaryFolder folder_;
   std::string program_ = TWQB_PROGRAM;
   std::span<const Table* const> tables_;  // those of the program that twqb does not have
@@ -384,6 +404,8 @@ const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
     {"screen", &ScenarioRun::Screen},
     {"nobody", &ScenarioRun::Nobody},
     {"program", &ScenarioRun::Program},
+    {"take", &ScenarioRun::Take},
+    {"subscribed", &ScenarioRun::Subscribed},
     // Lookups and deletions run as transfers do.
     {"list", &ScenarioRun::Transfer},
     {"accounts", &ScenarioRun::Transfer},

@@ -3,6 +3,7 @@
 //
 // A folder tests/transcripts/TABLE/BEHAVIOUR holds `scenario`, one step a line, and `transcript.jsonl`. Steps:
 //   # text                     a remark
+//   take FILE                  the steps of a file that stands beside the scenarios of this TABLE, which they share
 //   program two-tables         program and objects with a second table of the tests' own (vendors), from here on
 //   keep SUBJECTS              the record tells of them from here on: `progress` (what the progress form shows),
 //                              `settings` (settings and registry values, read and written), or both
@@ -11,6 +12,7 @@
 //   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it
 //   sql STATEMENT              a statement against BillingDb
 //   qb REQUESTS                qbXML requests against the company file
+//   subscribed                 QuickBooks sends this product events; `call SubscribeToQBEvents` tells how it comes to that
 //   answer WORDS               a line of the next transfer's answers file
 //   nobody there               the next transfer has no answers file, and asks into the void
 //   fault WORDS                a line of the next transfer's faults file

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "tests/golden/Scenario.h"
 #include "tests/support/Process.h"
 
@@ -52,6 +54,23 @@ TEST(Scenario, Progress_and_settings_are_in_the_record_where_they_are_kept) {
   EXPECT_THAT(RunSteps("keep progress\n" + steps), AllOf(contains("form"), Not(contains("setting"))));
   EXPECT_THAT(RunSteps("keep settings\n" + steps),
               AllOf(contains("setting"), contains("registry"), Not(contains("form"))));
+}
+
+TEST(Scenario, Steps_that_are_shared_are_taken_from_beside_the_scenario) {
+  const TemporaryFolder folder;
+  const auto scenario = folder / "of_two";
+  std::filesystem::create_directory(scenario);
+  WriteWholeFile(scenario + "/scenario", "take firm\nshow SELECT ClientID FROM Client\n");
+  EXPECT_THAT([&] { (void)RunScenario(scenario); }, ThrowsMessage<std::runtime_error>(HasSubstr("firm")));
+  WriteWholeFile(folder / "firm", "sql INSERT INTO Client (ClientID) VALUES ('SHARED')\n");
+  EXPECT_THAT(RunScenario(scenario), HasSubstr("SHARED"));
+}
+
+TEST(Scenario, A_company_that_is_subscribed_to_says_so) {
+  EXPECT_THAT(RunSteps("object\ncall IsSubscribedToQBEvents\n"),
+              HasSubstr(R"("operation":"IsSubscribedToQBEvents","value":false)"));
+  EXPECT_THAT(RunSteps("subscribed\nobject\ncall IsSubscribedToQBEvents\n"),
+              HasSubstr(R"("operation":"IsSubscribedToQBEvents","value":true)"));
 }
 
 }  // namespace

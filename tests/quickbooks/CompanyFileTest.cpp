@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "adapters/companyfile/CompanyFile.h"
 #include "platform/Text.h"
 #include "quickbooks/CompanyFileChecks.h"
 #include "quickbooks/QBSessionManager.h"
@@ -208,6 +209,43 @@ TEST(FirstBackup, Copies_both_files_beside_themselves) {
   EXPECT_EQ(box.icon, BoxIcon::Information);
   EXPECT_EQ(box.buttons, BoxButtons::Ok);
   EXPECT_FALSE(box.help);
+}
+
+TEST(FirstBackup, Copies_the_whole_of_files_that_are_being_written) {
+  BackupHouse house;
+  house.Sql("INSERT INTO Client (ClientID) VALUES ('ACME')");
+  // Somebody else is at work in QuickBooks.
+  company::CompanyFile inUse(house.Path("company.twq"), house.machine);
+  const auto process = [](company::CompanyFile& file, std::string_view request) {
+    return file.Process(
+        fmt::format("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML>"
+                    "<QBXMLMsgsRq onError=\"stopOnError\">{}</QBXMLMsgsRq></QBXML>",
+                    request));
+  };
+  constexpr int kRecords = 40;
+  for (int i = 0; i < kRecords; ++i) {
+    const auto answer = process(
+        inUse, fmt::format("<CustomerAddRq><CustomerAdd><Name>Acme {}</Name></CustomerAdd></CustomerAddRq>", i));
+    ASSERT_NE(answer.find("statusCode=\"0\""), std::string::npos);
+  }
+  for (const auto* name : {"company.twq", "billing.db"}) {
+    ASSERT_TRUE(std::filesystem::exists(house.Path(name) + "-wal")) << "the file alone is not all of it";
+  }
+  EXPECT_TRUE(StartQBSession(true, false));
+
+  constexpr std::string_view kAll = "<CustomerQueryRq><ActiveStatus>All</ActiveStatus></CustomerQueryRq>";
+  company::CompanyFile copy(house.Path("company.twq_TWB.bak"), house.machine);
+  const auto customers = process(copy, kAll);
+  EXPECT_EQ(customers, process(inUse, kAll));
+  EXPECT_NE(customers.find("<Name>Acme 39</Name>"), std::string::npos);
+  const auto billing = house.database.CreateConnection();
+  billing->SetConnectionString("Provider=SQLITE;Data Source=" + house.Path("billing.db_TWB.bak"));
+  billing->Open();
+  EXPECT_EQ(ToText(billing->Execute("SELECT ClientID FROM Client", nullptr)->FieldAt(0)), "ACME");
+  EXPECT_EQ(ToText(billing->Execute("PRAGMA integrity_check", nullptr)->FieldAt(0)), "ok");
+  for (const auto* name : {"company.twq_TWB.bak", "billing.db_TWB.bak"}) {
+    EXPECT_FALSE(std::filesystem::exists(house.Path(name) + "-wal")) << "a copy is one file";
+  }
 }
 
 TEST(FirstBackup, Overwrites_an_older_one) {

@@ -196,26 +196,6 @@ TEST_F(SqliteConnection, Closing_a_connection_closes_its_recordsets) {
   EXPECT_EQ(Raised([&] { static_cast<void>(rows->FieldAt(0)); }), error::kObjectClosed);
 }
 
-TEST_F(SqliteConnection, Journal_and_synchronisation_make_every_statement_durable) {
-  EXPECT_EQ(Scalar("PRAGMA journal_mode"), "delete");
-  constexpr auto kFull = "2";
-  EXPECT_EQ(Scalar("PRAGMA synchronous"), kFull);
-  CreateClient();
-  EXPECT_FALSE(std::filesystem::exists(File() + "-journal"));
-}
-
-TEST_F(SqliteConnection, A_plain_copy_of_the_file_between_statements_is_complete) {
-  CreateClient();
-  const auto table = OpenTable("Client");
-  table->AddNew();
-  table->SetField("ClientID", std::string("Acme"));
-  table->Update();
-  std::filesystem::copy_file(File(), PathTo("copy.db"));
-  const auto copy = Unopened("Provider=SQLITE;Data Source=" + PathTo("copy.db"));
-  copy->Open();
-  EXPECT_EQ(copy->Execute("SELECT ClientID FROM Client", nullptr)->FieldAt(0), Value(std::string("Acme")));
-}
-
 // ---------------------------------------------------------------------------------------------------------------------
 // Execute
 // ---------------------------------------------------------------------------------------------------------------------

@@ -42,6 +42,30 @@ TEST_P(EveryCall, A_kill_after_any_call_harms_no_file_and_the_next_run_brings_bo
   BreakEveryCall(&Sweep::KillAt, FaultTiming::After, Which::ThoseThatReachOut);
 }
 
+class EveryFileCall : public testing::TestWithParam<Scenario> {};
+
+TEST_P(EveryFileCall,
+       A_kill_in_a_statement_a_checkpoint_or_a_close_harms_no_file_and_the_next_run_brings_both_in_step) {
+  Sweep sweep(GetParam());
+  const auto calls = sweep.FileCalls();
+  ASSERT_FALSE(calls.empty());
+  for (std::size_t n = 1; n <= calls.size(); ++n) {
+    const auto k = calls[n - 1];
+    SCOPED_TRACE(fmt::format("file call {} of {}, behind call {}", n, calls.size(), k));
+    for (const auto& problem : sweep.KillInFiles(n, k)) ADD_FAILURE() << problem;
+  }
+}
+
+// One in each direction: what the file layer does, all tables do alike.
+std::vector<Scenario> FileScenarios() {
+  auto scenarios = ClientScenarios();
+  std::erase_if(scenarios,
+                [](const Scenario& scenario) { return scenario.name != "first_send" && scenario.name != "first_get"; });
+  return scenarios;
+}
+INSTANTIATE_TEST_SUITE_P(Clients, EveryFileCall, testing::ValuesIn(FileScenarios()),
+                         [](const auto& test) { return test.param.name; });
+
 INSTANTIATE_TEST_SUITE_P(People, EveryCall, testing::ValuesIn(PeopleScenarios()),
                          [](const auto& test) { return test.param.name; });
 

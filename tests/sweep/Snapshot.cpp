@@ -39,6 +39,7 @@ constexpr std::string_view kRecords =
 constexpr std::string_view kTransactions =
     "SELECT txn_id, kind, txn_date, ref_number, amount, open, posted, body, lines, created, modified, edit_sequence "
     "FROM txn ORDER BY number";
+constexpr std::string_view kLeftBehind = " was left behind.";
 constexpr std::string_view kNull = "\\N";
 constexpr std::array<std::string_view, 5> kTimes = {"LastUpdated", "PayLastModifiedOn", "created", "modified",
                                                     "edit_sequence"};
@@ -86,11 +87,11 @@ void CheckIntegrity(RawFile& file, std::string_view name, std::vector<std::strin
   });
 }
 
-// Between statements nothing is open: a journal left behind would be a write that never ended.
+// Whoever opens a file ends what a dead process began on it: a journal that stays would be a write that never ends.
 void CheckJournals(const std::string& folder, std::vector<std::string>& damage) {
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     const auto name = entry.path().filename().string();
-    if (name.ends_with("-journal")) damage.push_back(name + " was left behind.");
+    if (name.ends_with("-journal")) damage.push_back(name + std::string(kLeftBehind));
   }
 }
 
@@ -156,7 +157,6 @@ void TakeTransactions(RawFile& company, Snapshot& snapshot, std::map<std::string
 
 Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>& tables) {
   Snapshot snapshot;
-  CheckJournals(folder, snapshot.damage);
   RawFile company(folder + "/company.twq");
   CheckIntegrity(company, "company.twq", snapshot.damage);
   std::map<std::string, std::string> names;  // by identifier
@@ -182,8 +182,11 @@ Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>&
       snapshot.rows.emplace(FreeName(snapshot.rows, key), std::move(fields));
     });
   }
+  CheckJournals(folder, snapshot.damage);
   return snapshot;
 }
+
+bool TellsOfJournal(std::string_view damage) { return damage.ends_with(kLeftBehind); }
 
 std::string RecordOf(std::string_view link) {
   if (!link.starts_with(kLeadsTo)) return {};

@@ -56,6 +56,9 @@ struct Snapshot {
 // Of `billing.db` and `company.twq` in `folder`, which nobody is writing to.
 [[nodiscard]] Snapshot TakeSnapshot(const std::string& folder, const std::vector<LinkedTable>& tables);
 
+// Whether what is wrong is a journal beside a file.
+[[nodiscard]] bool TellsOfJournal(std::string_view damage);
+
 // The record that a link which leads somewhere leads to, itself or a line of its; "" for another link.
 [[nodiscard]] std::string RecordOf(std::string_view link);
 

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "bridge/modTWQBBridge.h"
 #include "platform/Text.h"
 #include "services/ModuleVariables.h"
+#include "tests/support/WatchedFiles.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb::sweep {
@@ -167,7 +169,8 @@ Problems Sweep::RunRaising(std::size_t k, FaultTiming timing) const {
   const bool result = RunTransfers(house, scenario_);
   auto problems = CheckAfterRaise(house, result, k, timing);
   house.machine.Advance(kUntilCleanRun);
-  Append(problems, "Clean run", RunCleanly(house, LeftBy(k, timing, Break::Raise)));
+  Append(problems, "Clean run", RunCleanly(house));
+  Append(problems, "Clean run", FoundInStep(TakeSnapshot(House(), scenario_.tables), LeftBy(k, timing, Break::Raise)));
   house.Enter();
   return problems;
 }
@@ -195,7 +198,7 @@ Problems Sweep::CheckAfterRaise(TestHouse& house, bool result, std::size_t k, Fa
   return problems;
 }
 
-Problems Sweep::RunCleanly(TestHouse& house, Leaves leaves) const {
+Problems Sweep::RunCleanly(TestHouse& house) const {
   Problems problems;
   const auto boxes = house.BoxTexts().size();
   if (!RunTransfers(house, scenario_)) {
@@ -203,19 +206,66 @@ Problems Sweep::RunCleanly(TestHouse& house, Leaves leaves) const {
     texts.erase(texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(boxes));
     problems.push_back(fmt::format("The result is False: {}", Join(texts, "\n")));
   }
-  std::ranges::move(FoundInStep(TakeSnapshot(House(), scenario_.tables), leaves), std::back_inserter(problems));
   std::ranges::move(CheckBalance(house), std::back_inserter(problems));
   return problems;
 }
 
 Problems Sweep::KillAt(std::size_t k, FaultTiming timing) {
   Restore();
-  auto end = RunInChild([&] { return RunKilled(k, timing); }, kLongestRun);
+  return AfterKill(RunInChild([&] { return RunKilled(k, timing); }, kLongestRun), {LeftBy(k, timing, Break::Kill)},
+                   KillMoment::AtACall);
+}
+
+std::vector<std::size_t> Sweep::FileCalls() {
+  Restore();
+  std::vector<std::size_t> calls;
+  RunWatched([&](std::size_t k) { calls.push_back(k); });
+  return calls;
+}
+
+Problems Sweep::KillInFiles(std::size_t n, std::size_t k) {
+  Restore();
+  auto end = RunInChild(
+      [&] {
+        std::size_t calls = 0;
+        RunWatched([&](std::size_t) {
+          if (++calls == n) std::raise(SIGKILL);
+        });
+        return Problems{};
+      },
+      kLongestRun);
+  // In the middle of the k-th call, which may have taken effect by then or not.
+  const auto call = std::clamp<std::size_t>(k, 1, trace_.names.size());
+  return AfterKill(std::move(end),
+                   {LeftBy(call, FaultTiming::Before, Break::Kill), LeftBy(call, FaultTiming::After, Break::Kill)},
+                   KillMoment::WithinACall);
+}
+
+void Sweep::RunWatched(const std::function<void(std::size_t k)>& watch) const {
+  FaultPlatform* counted = nullptr;
+  std::size_t last = 0;
+  const WatchedFiles files([&](FileCall call, std::string_view) {
+    constexpr std::array kChanges = {FileCall::Write, FileCall::Sync, FileCall::Truncate, FileCall::Delete};
+    if (counted != nullptr) last = counted->CallCount();
+    if (last > 0 && std::ranges::find(kChanges, call) != kChanges.end()) watch(last);
+    return 0;
+  });
+  TestHouse house(Options());
+  SetTables(house);
+  FaultPlatform faults(house.Seams(), {});
+  counted = &faults;
+  house.Enter(faults.Decorated());
+  RunTransfers(house, scenario_);
+  house.Enter();  // lets go of the counted seams; the house closes its own connection behind them
+  counted = nullptr;
+}
+
+Problems Sweep::AfterKill(ChildEnd end, const std::vector<Leaves>& possible, KillMoment moment) {
   if (end.signal != SIGKILL) {
     end.problems.push_back(end.signal == 0 ? "The run came to its end unharmed." : Signal(end.signal));
     return end.problems;
   }
-  auto after = RunInChild([&] { return CheckAfterKill(k, timing); }, kLongestRun);
+  auto after = RunInChild([&] { return CheckAfterKill(possible, moment); }, kLongestRun);
   if (after.signal != 0) after.problems.push_back(Signal(after.signal));
   return after.problems;
 }
@@ -230,10 +280,13 @@ Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
   return {};
 }
 
-Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
+Problems Sweep::CheckAfterKill(const std::vector<Leaves>& possible, KillMoment moment) const {
   Problems problems;
-  const auto leaves = LeftBy(k, timing, Break::Kill);
-  Append(problems, "Killed run", FoundBroken(TakeSnapshot(House(), scenario_.tables), leaves));
+  // What the dead process left is looked at in a copy: the first to open the files themselves is the next run.
+  CopyFiles(House(), Found());
+  auto killed = TakeSnapshot(Found(), scenario_.tables);
+  // One that was not begun in earnest stays until the next write, and says nothing.
+  if (moment == KillMoment::WithinACall) std::erase_if(killed.damage, TellsOfJournal);
   auto options = Options();
   options.now = options.now.PlusMilliseconds(kUntilCleanRun);
   TestHouse house(std::move(options));
@@ -255,7 +308,14 @@ Problems Sweep::CheckAfterKill(std::size_t k, FaultTiming timing) const {
     alone.SetIsQBSingleMode(true);
     if (!alone.ConnectToQB(true)) problems.emplace_back("The company file is still held.");
   }
-  Append(problems, "Clean run", RunCleanly(house, leaves));
+  Append(problems, "Clean run", RunCleanly(house));
+  const auto behind = TakeSnapshot(House(), scenario_.tables);
+  std::vector<Problems> found;
+  for (const auto leaves : possible) {
+    Append(found.emplace_back(), "Killed run", FoundBroken(killed, leaves));
+    Append(found.back(), "Clean run", FoundInStep(behind, leaves));
+  }
+  std::ranges::move(*std::ranges::min_element(found, {}, &Problems::size), std::back_inserter(problems));
   return problems;
 }
 

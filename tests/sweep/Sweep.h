@@ -70,13 +70,22 @@ class Sweep {
   // What is wrong after the process was killed at the k-th call, and after the clean run of another process.
   [[nodiscard]] Problems KillAt(std::size_t k, FaultTiming timing);
 
+  // Of each call by which a clean run changes the files of the databases, until both are put in order behind it: the
+  // number of calls through the seams by then.
+  [[nodiscard]] std::vector<std::size_t> FileCalls();
+  // The same as KillAt for the n-th of these, ahead of which there were `k` calls through the seams.
+  [[nodiscard]] Problems KillInFiles(std::size_t n, std::size_t k);
+
  private:
+  enum class KillMoment : std::uint8_t { AtACall, WithinACall };
+
   // What the library is composed with beside the seams.
   void SetTables(TestHouse& house) const;
   void Restore() const;
   void Rehearse();
   [[nodiscard]] std::string House() const { return root_ / "house"; }
   [[nodiscard]] std::string Prepared() const { return root_ / "prepared"; }
+  [[nodiscard]] std::string Found() const { return root_ / "found"; }
   [[nodiscard]] HouseOptions Options() const;
   [[nodiscard]] Problems FoundBroken(const Snapshot& now, Leaves leaves) const;
   [[nodiscard]] Problems FoundInStep(const Snapshot& now, Leaves leaves) const;
@@ -84,8 +93,11 @@ class Sweep {
   [[nodiscard]] Problems RunRaising(std::size_t k, FaultTiming timing) const;
   [[nodiscard]] Problems CheckAfterRaise(TestHouse& house, bool result, std::size_t k, FaultTiming timing) const;
   [[nodiscard]] Problems RunKilled(std::size_t k, FaultTiming timing) const;
-  [[nodiscard]] Problems CheckAfterKill(std::size_t k, FaultTiming timing) const;
-  [[nodiscard]] Problems RunCleanly(TestHouse& house, Leaves leaves) const;
+  // Tells `watch` the number of calls through the seams at each call that changes files.
+  void RunWatched(const std::function<void(std::size_t k)>& watch) const;
+  [[nodiscard]] Problems AfterKill(ChildEnd end, const std::vector<Leaves>& possible, KillMoment moment);
+  [[nodiscard]] Problems CheckAfterKill(const std::vector<Leaves>& possible, KillMoment moment) const;
+  [[nodiscard]] Problems RunCleanly(TestHouse& house) const;
 
   Scenario scenario_;
   TemporaryFolder root_;

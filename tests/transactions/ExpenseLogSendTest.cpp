@@ -316,7 +316,7 @@ TEST(ExpenseLogSend, The_call_back_hears_the_identifier_of_each_bill) {
   house.Expense("E1");
   house.SendAll();
   EXPECT_EQ(house.callback.Events(),
-            (std::vector<CallbackEvent>{2, std::string(), ReplaceAll(Vars().g_PassedID, "'", "")}));
+            (std::vector<CallbackEvent>{1, std::string(), ReplaceAll(Vars().g_PassedID, "'", "")}));
 }
 
 }  // namespace

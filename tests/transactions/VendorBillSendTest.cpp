@@ -238,7 +238,7 @@ TEST(VendorBillSend, The_call_back_hears_the_identifier_of_each_bill) {
   house.Bill("B1");
   house.Hours("T1", "B1");
   house.Send();
-  EXPECT_EQ(house.callback.Events(), (std::vector<CallbackEvent>{2, std::string(), house.LinkOf("B1")}));
+  EXPECT_EQ(house.callback.Events(), (std::vector<CallbackEvent>{1, std::string(), house.LinkOf("B1")}));
 }
 
 class BillsOfACountry : public testing::TestWithParam<std::string> {};

@@ -1,0 +1,93 @@
+// One handle of SQLite, with the statements that were prepared on it and will run again, and those handles that are
+// kept a little longer than the connections that used them.
+//
+// The library opens and closes connections for each table, and in some gets for each record. A handle that is kept
+// knows the schema and its statements, and opens no file. As long as a connection of the pool has the file open the
+// handles of closed ones stay; the last one closed leaves the file in its ordinary form, one handle that holds no lock
+// beside it.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/storage/WriteAhead.h"
+
+namespace twqb::sqlite {
+
+// How often a statement will run; the engine keeps its memory accordingly.
+enum class Use : std::uint8_t { Once, Again };
+
+// One prepared statement. Must be reset once its rows are read: until then it keeps the file locked against writers.
+class Statement {
+ public:
+  explicit Statement(sqlite3_stmt* raw) : raw_(raw) {}
+
+  [[nodiscard]] bool IsEmpty() const { return raw_ == nullptr; }
+  [[nodiscard]] int ColumnCount() const;
+  [[nodiscard]] sqlite3_stmt* raw() const { return raw_.get(); }
+
+  // Parameters count from 1. The text is copied.
+  void BindNull(int parameter);
+  void BindInteger(int parameter, std::int64_t value);
+  void BindReal(int parameter, double value);
+  void BindText(int parameter, std::string_view value);
+
+  // Runs to the next row; false at the end. Raises what the result code stands for.
+  bool Step();
+  void Reset() noexcept;
+
+ private:
+  void Check(int code);
+
+  struct Finalizer {
+    void operator()(sqlite3_stmt* raw) const { sqlite3_finalize(raw); }
+  };
+  std::unique_ptr<sqlite3_stmt, Finalizer> raw_;
+};
+
+// What a connection may do with the file.
+enum class Access : std::uint8_t { ReadWrite, Read };
+
+struct Engine {
+  // Statements may outlive the close; the engine then lets go of the file with the last of them.
+  struct Closer {
+    void operator()(sqlite3* handle) const { storage::CloseInOrder(handle); }
+  };
+
+  std::string path;  // absolute
+  Access access = Access::ReadWrite;
+  std::unique_ptr<sqlite3, Closer> handle;
+  storage::WriteAhead writeAhead = {};
+  // By their text; they go ahead of the handle. Each is reset behind each use, so that all who use one share it.
+  std::map<std::string, Statement, std::less<>> statements = {};
+  std::chrono::steady_clock::time_point closed = {};
+};
+
+// Handles of closed connections, for those that open the same file again. May be used by several threads.
+class EnginePool {
+ public:
+  // Counts a connection that opens the file in. One that was kept for the same file and access, if it is fit; else one
+  // without a handle.
+  [[nodiscard]] Engine Open(const std::string& path, Access access);
+  // Counts it out. The last one leaves the file in its ordinary form, unless others have it open.
+  void Close(Engine engine);
+
+ private:
+  struct File {
+    int connections = 0;
+    std::vector<Engine> kept;
+  };
+
+  std::mutex mutex_;
+  std::map<std::string, File> files_;  // by path
+};
+
+}  // namespace twqb::sqlite

@@ -1,0 +1,369 @@
+// How BillingDb stands on the disk: written ahead while somebody writes to it, one plain file at rest, and whole for
+// whoever comes next, however the one before ended.
+
+#include <sqlite3.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <thread>
+
+#include "TemporaryDatabase.h"
+#include "adapters/storage/StillDatabase.h"
+#include "tests/support/WatchedFiles.h"
+
+namespace twqb::sqlite {
+namespace {
+
+// Carries `body` out in a process of its own. The signal that it died of, or its exit status.
+int InAnotherProcess(const std::function<void()>& body) {
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(60);
+    body();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+class WriteAhead : public TemporaryDatabase {
+ protected:
+  WriteAhead() {
+    Execute("CREATE TABLE Kept (a INTEGER)");
+    connection_->Close();
+  }
+
+  [[nodiscard]] bool HasLog() const { return std::filesystem::exists(File() + "-wal"); }
+  // Whether the file alone is all there is, and says so of itself.
+  [[nodiscard]] bool IsPlain() const {
+    for (const char* suffix : {"-wal", "-shm", "-journal"}) {
+      if (std::filesystem::exists(File() + suffix)) return false;
+    }
+    constexpr std::size_t kVersions = 18;  // to write it and to read it
+    std::ifstream file(File(), std::ios::binary);
+    std::array<char, kVersions + 2> head{};
+    file.read(head.data(), head.size());
+    return head[kVersions] == 1 && head[kVersions + 1] == 1;
+  }
+  // The rows of a copy of the one file, which goes again.
+  [[nodiscard]] std::string RowsOfACopy(const std::string& bytes = {}) const {
+    const auto copy = PathTo("copy.db");
+    if (bytes.empty()) {
+      std::filesystem::copy_file(File(), copy);
+    } else {
+      std::ofstream(copy, std::ios::binary) << bytes;
+    }
+    const auto connection = Unopened("Provider=SQLITE;Data Source=" + copy);
+    connection->Open();
+    const auto integrity = ToText(connection->Execute("PRAGMA integrity_check", nullptr)->FieldAt(0));
+    auto rows = ToText(connection->Execute("SELECT count(*) FROM Kept", nullptr)->FieldAt(0));
+    connection->Close();
+    std::filesystem::remove(copy);
+    return integrity == "ok" ? rows : integrity;
+  }
+  static void Add(ado::Connection& connection) { connection.Execute("INSERT INTO Kept VALUES (1)", nullptr); }
+  static std::string Count(ado::Connection& connection) {
+    return ToText(connection.Execute("SELECT count(*) FROM Kept", nullptr)->FieldAt(0));
+  }
+};
+
+TEST_F(WriteAhead, Begins_with_the_first_write_and_ends_with_the_last_close) {
+  EXPECT_TRUE(IsPlain());
+  connection_->Open();
+  EXPECT_EQ(Count(*connection_), "0");
+  EXPECT_TRUE(IsPlain()) << "who only reads changes nothing";
+  Add(*connection_);
+  EXPECT_TRUE(HasLog());
+  EXPECT_EQ(Scalar("PRAGMA synchronous"), "2") << "every statement is durable";
+  connection_->Close();
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "1");
+}
+
+TEST_F(WriteAhead, Begins_with_a_row_that_a_recordset_writes) {
+  connection_->Open();
+  const auto rows = OpenTable("Kept");
+  EXPECT_TRUE(IsPlain());
+  rows->AddNew();
+  rows->SetField("a", std::int64_t{7});
+  rows->Update();
+  EXPECT_TRUE(HasLog());
+  connection_->Close();
+  EXPECT_TRUE(IsPlain()) << "though the recordset is still there";
+}
+
+TEST_F(WriteAhead, Is_left_alone_by_one_transaction_of_the_caller) {
+  connection_->Open();
+  Execute("BEGIN");
+  Add(*connection_);
+  Execute("COMMIT");
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "1");
+}
+
+TEST_F(WriteAhead, Ends_with_the_last_of_several_connections_whoever_made_them) {
+  connection_->Open();
+  const auto other = Connect();  // of a provider of its own
+  SqliteProvider provider;
+  const auto first = provider.CreateConnection();
+  const auto second = provider.CreateConnection();
+  for (auto* connection : {first.get(), second.get()}) {
+    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
+    connection->Open();
+  }
+  for (auto* connection : {connection_.get(), other.get(), first.get(), second.get()}) Add(*connection);
+  for (auto* connection : {second.get(), connection_.get(), first.get()}) {
+    connection->Close();
+    EXPECT_TRUE(HasLog());
+  }
+  EXPECT_EQ(Count(*other), "4");
+  other->Close();
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "4");
+}
+
+TEST_F(WriteAhead, Ends_with_one_that_only_reads_when_that_is_the_last) {
+  connection_->Open();
+  Add(*connection_);
+  const auto reading = Unopened("Provider=SQLITE;Data Source=" + File() + ";Mode=Read");
+  reading->Open();
+  EXPECT_EQ(Count(*reading), "1");
+  connection_->Close();
+  EXPECT_TRUE(HasLog());
+  EXPECT_NE(Raised([&] { Add(*reading); }), 0);
+  reading->Close();
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(WriteAhead, Ends_though_a_connection_goes_without_being_closed) {
+  connection_->Open();
+  Add(*connection_);
+  connection_.reset();
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(WriteAhead, Is_taken_up_whole_from_a_process_that_was_killed) {
+  for (const char* mode : {"", ";Mode=Read"}) {
+    std::filesystem::remove(File());
+    CreateSqliteDatabase(File());
+    ASSERT_EQ(InAnotherProcess([&] {
+                const auto connection = Connect();
+                connection->Execute("CREATE TABLE Kept (a INTEGER)", nullptr);
+                for (int i = 0; i < 50; ++i) Add(*connection);
+                std::raise(SIGKILL);
+              }),
+              SIGKILL);
+    ASSERT_TRUE(HasLog());
+    const auto next = Unopened("Provider=SQLITE;Data Source=" + File() + mode);
+    next->Open();
+    EXPECT_TRUE(IsPlain()) << "alone in the file, the next one puts it in order at once";
+    EXPECT_EQ(Count(*next), "50");
+    next->Close();
+    EXPECT_EQ(RowsOfACopy(), "50");
+  }
+}
+
+TEST_F(WriteAhead, Of_two_processes_ends_with_the_last) {
+  connection_->Open();
+  Add(*connection_);
+  EXPECT_EQ(InAnotherProcess([&] {
+              const auto other = Connect();
+              Add(*other);
+              if (Count(*other) != "2") _exit(1);
+              other->Close();
+            }),
+            0);
+  EXPECT_TRUE(HasLog());
+  EXPECT_EQ(Count(*connection_), "2");
+  connection_->Close();
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "2");
+}
+
+TEST_F(WriteAhead, Ends_when_several_processes_close_at_the_same_moment) {
+  constexpr int kRounds = 25;
+  constexpr int kProcesses = 3;
+  for (int round = 1; round <= kRounds; ++round) {
+    std::array<int, 2> ready{};
+    std::array<int, 2> gate{};
+    ASSERT_EQ(pipe(ready.data()), 0);
+    ASSERT_EQ(pipe(gate.data()), 0);
+    std::array<pid_t, kProcesses> children{};
+    for (auto& child : children) {
+      child = fork();
+      if (child != 0) continue;
+      alarm(60);
+      close(gate[1]);
+      const auto connection = Connect();
+      Add(*connection);
+      char mark = '+';
+      if (write(ready[1], &mark, 1) != 1) _exit(1);
+      if (read(gate[0], &mark, 1) != 0) _exit(1);  // its end
+      connection->Close();
+      _exit(0);
+    }
+    close(gate[0]);
+    char mark = 0;
+    for (int i = 0; i < kProcesses; ++i) ASSERT_EQ(read(ready[0], &mark, 1), 1);
+    close(gate[1]);
+    for (const auto child : children) {
+      int status = 0;
+      waitpid(child, &status, 0);
+      EXPECT_EQ(status, 0);
+    }
+    close(ready[0]);
+    close(ready[1]);
+    ASSERT_TRUE(IsPlain()) << "round " << round;
+    ASSERT_EQ(RowsOfACopy(), std::to_string(round * kProcesses));
+  }
+}
+
+TEST_F(WriteAhead, Waits_while_another_program_reads_the_ordinary_form) {
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(File().c_str(), &other), SQLITE_OK);
+  const auto run = [&](const char* sql) { return sqlite3_exec(other, sql, nullptr, nullptr, nullptr); };
+  ASSERT_EQ(run("BEGIN; SELECT count(*) FROM Kept"), SQLITE_OK);
+  std::thread reader([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    run("COMMIT");
+  });
+  connection_->Open();
+  Add(*connection_);  // waits for the reader as it always did
+  reader.join();
+  EXPECT_TRUE(IsPlain());
+  Add(*connection_);
+  EXPECT_TRUE(IsPlain()) << "it is not tried at each statement";
+  std::this_thread::sleep_for(std::chrono::milliseconds(1050));
+  Add(*connection_);
+  EXPECT_TRUE(HasLog()) << "but again after a while";
+  EXPECT_EQ(run("INSERT INTO Kept VALUES (2)"), SQLITE_OK) << "the other one comes along";
+  EXPECT_EQ(Count(*connection_), "4");
+  connection_->Close();
+  sqlite3_close(other);
+  connection_->Open();
+  connection_->Close();
+  EXPECT_TRUE(IsPlain()) << "what the other program left so, the next one puts in order";
+  EXPECT_EQ(RowsOfACopy(), "4");
+}
+
+TEST_F(WriteAhead, Is_given_up_without_a_word_where_its_index_cannot_be_shared) {
+  connection_.reset();
+  {
+    const WatchedFiles files(
+        [](FileCall call, std::string_view) { return call == FileCall::MapIndex ? SQLITE_IOERR_SHMMAP : SQLITE_OK; });
+    const auto connection = Connect();
+    Add(*connection);
+    Add(*connection);
+    EXPECT_TRUE(IsPlain());
+    EXPECT_EQ(Count(*connection), "2");
+  }
+  EXPECT_EQ(RowsOfACopy(), "2");
+}
+
+TEST_F(WriteAhead, Is_not_begun_where_files_have_no_shared_memory) {
+  connection_.reset();
+  {
+    const WatchedFiles files([](FileCall, std::string_view) { return SQLITE_OK; }, SharedMemory::No);
+    const auto connection = Connect();
+    Add(*connection);
+    EXPECT_TRUE(IsPlain());
+  }
+  EXPECT_EQ(RowsOfACopy(), "1");
+}
+
+TEST_F(WriteAhead, Costs_a_statement_one_durable_write_and_opens_nothing) {
+  connection_.reset();
+  int syncs = 0;
+  int opens = 0;
+  int locks = 0;
+  {
+    const WatchedFiles files([&](FileCall call, std::string_view) {
+      syncs += call == FileCall::Sync || call == FileCall::SyncDirectory ? 1 : 0;
+      opens += call == FileCall::Open ? 1 : 0;
+      locks += call == FileCall::Lock ? 1 : 0;
+      return SQLITE_OK;
+    });
+    const auto connection = Connect();
+    Add(*connection);
+    syncs = opens = locks = 0;
+    constexpr int kStatements = 20;
+    for (int i = 0; i < kStatements; ++i) Add(*connection);
+    EXPECT_EQ(syncs, kStatements);
+    EXPECT_EQ(opens, 0);
+    EXPECT_LE(locks, 6 * kStatements);
+  }
+}
+
+TEST_F(WriteAhead, A_connection_that_is_opened_for_each_row_opens_the_file_once) {
+  connection_.reset();
+  int opens = 0;
+  {
+    const WatchedFiles files([&](FileCall call, std::string_view) {
+      opens += call == FileCall::Open ? 1 : 0;
+      return SQLITE_OK;
+    });
+    SqliteProvider provider;
+    const auto open = [&] {
+      auto connection = provider.CreateConnection();
+      connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
+      connection->Open();
+      return connection;
+    };
+    const auto shared = open();
+    Add(*shared);
+    const auto addRow = [&] {
+      const auto own = open();
+      const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
+      rows->AddNew();
+      rows->SetField("a", std::int64_t{1});
+      rows->Update();
+    };
+    addRow();
+    opens = 0;
+    for (int i = 0; i < 19; ++i) addRow();
+    EXPECT_EQ(opens, 0);
+    EXPECT_EQ(Count(*shared), "21");
+  }
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(WriteAhead, A_kept_connection_reads_tables_as_others_have_changed_them) {
+  SqliteProvider provider;
+  const auto shared = provider.CreateConnection();
+  const auto own = provider.CreateConnection();
+  for (auto* connection : {shared.get(), own.get()}) {
+    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
+    connection->Open();
+  }
+  const auto fields = [&] {
+    return own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic)->FieldCount();
+  };
+  EXPECT_EQ(fields(), 1);
+  own->Close();
+  shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
+  own->Open();
+  EXPECT_EQ(fields(), 2);
+}
+
+TEST_F(WriteAhead, A_file_held_still_is_handed_out_whole_while_others_write_to_it) {
+  EXPECT_EQ(storage::StillDatabase(File()).Image(), std::nullopt) << "at rest its bytes are all of it";
+  connection_->Open();
+  for (int i = 0; i < 30; ++i) Add(*connection_);
+  {
+    const storage::StillDatabase still(File());
+    Add(*connection_);  // nobody waits for the copy
+    const auto image = still.Image();
+    ASSERT_TRUE(image);
+    EXPECT_EQ(RowsOfACopy(*image), "30");
+  }
+  EXPECT_EQ(Count(*connection_), "31");
+  connection_->Close();
+  EXPECT_TRUE(IsPlain());
+}
+
+}  // namespace
+}  // namespace twqb::sqlite
