@@ -59,7 +59,8 @@ TEST(AccountDesks, A_vendor_and_a_file_that_a_file_answers_are_shown_and_logged)
   EXPECT_EQ(TextsOf(person), (std::vector<std::string>{"Whose?" + shown + "V1", "Whose?" + shown + "nothing",
                                                        "Which?" + shown + "c.twq", "Which?" + shown + "nothing"}));
   const auto log = folder.Read(std::filesystem::path(LogFile(machine)).filename().string());
-  EXPECT_EQ(log, "Answered V1: Whose?\nAnswered nothing: Whose?\nAnswered c.twq: Which?\nAnswered nothing: Which?\n");
+  EXPECT_EQ(
+      log, "Answered V1: Whose?\r\nAnswered nothing: Whose?\r\nAnswered c.twq: Which?\r\nAnswered nothing: Which?\r\n");
 }
 
 }  // namespace
