@@ -78,9 +78,11 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
   try {
     status = RunOperation(observed, operation, endingOf);
   } catch (const DeskGaveUp&) {
-    // What was done by then is done.
-    Print(fmt::format("{}{}: ended at a question without an answer\n", account.Summary(request), label));
-    FlushOutput();
+    // What was done by then is done. Ahead of all tables there is nothing to tell.
+    if (const auto lines = account.Summary(request); !lines.empty()) {
+      Print(fmt::format("{}{}: ended at a question without an answer\n", lines, label));
+      FlushOutput();
+    }
     throw;
   }
   if (report) report->Flush();

@@ -282,7 +282,8 @@ TEST_F(Account, A_run_that_gives_up_at_a_question_says_what_it_had_done) {
   // To the offer of a backup.
   folder_.Write("none.txt", "no\n");
   const auto ended = folder_.Twqb({"send", "clients", "--no-progress", "--answers", "none.txt", "--faults",
-                                   "faults.txt", "--clock", "2008-03-05T11:00:00"});
+                                   "faults.txt", "--clock", "2008-03-05T11:00:00"},
+                                  {.unanswered = Unanswered::Expected});
   EXPECT_EQ(ended.status, 3);
   EXPECT_EQ(ended.out, "clients: 2 added, 1 refused\nsend clients: ended at a question without an answer\n");
 }

@@ -132,12 +132,11 @@ TEST(TransactionAccount, Tells_the_rows_of_a_bill_that_a_broken_run_never_sent) 
 }
 
 TEST(TransactionAccount, Tells_the_rows_of_a_bill_that_could_not_be_sent_with_the_error) {
+  const std::string why = " failed: error -2147220731: Broken.";
   ExpensesHouse house({}, "DoRequests 1 raise 0x80040305 \"Broken.\"");
-  house.Expense("E1");
-  house.Expense("E2");
+  for (const auto* key : {"E1", "E2"}) house.Expense(key);
   const KeptAccount kept;
   house.SendAll();
-  const std::string why = " failed: error -2147220731: Broken.";
   EXPECT_EQ(kept.Lines(), (Lines{"E1" + why, "E2" + why}));
   EXPECT_EQ(kept.errors, Lines{"SendBill -2147220731 Broken. ['E1','E2']"});
 }
