@@ -6,7 +6,10 @@
 
 #include <fmt/core.h>
 
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "adapters/terminal/BoxFormat.h"
 #include "platform/Forwarding.h"
@@ -25,17 +28,34 @@ class AnsweredDesk : public ForwardingDesk {
   BoxAnswer ShowMessageBox(const MessageBox& box) override {
     const auto answer = ForwardingDesk::ShowMessageBox(box);
     // A box with only OK is shown by the script.
-    if (box.buttons == BoxButtons::Ok) return answer;
-    auto shown = box;
-    shown.text = fmt::format("{}\r\n\r\nAnswered from the file: {}", Trim(box.text), ButtonLabel(answer));
-    shown.buttons = BoxButtons::Ok;
-    display_.ShowMessageBox(shown);
-    const auto line = fmt::format("Answered {}: {}", ButtonLabel(answer), Trim(ReplaceAll(box.text, "\r\n", " ")));
-    IgnoreErrors([&] { machine_.AppendLine(LogFile(machine_), line); });
+    if (box.buttons != BoxButtons::Ok) Show(box, ButtonLabel(answer));
     return answer;
   }
 
+  std::optional<std::string> PickVendor(const std::string& message, const std::vector<std::string>& choices) override {
+    auto picked = ForwardingDesk::PickVendor(message, choices);
+    Show({.text = message}, picked ? *picked : kNothing);
+    return picked;
+  }
+
+  std::string OpenFileDialog(const FileDialog& dialog) override {
+    auto path = ForwardingDesk::OpenFileDialog(dialog);
+    Show({.text = dialog.title}, path.empty() ? kNothing : path);
+    return path;
+  }
+
  private:
+  static constexpr const char* kNothing = "nothing";
+
+  void Show(MessageBox box, std::string_view answer) {
+    const auto text = Trim(box.text);
+    box.text = fmt::format("{}\r\n\r\nAnswered from the file: {}", text, answer);
+    box.buttons = BoxButtons::Ok;
+    display_.ShowMessageBox(box);
+    const auto line = fmt::format("Answered {}: {}", answer, ReplaceAll(text, "\r\n", " "));
+    IgnoreErrors([&] { machine_.AppendLine(LogFile(machine_), line); });
+  }
+
   Desk& display_;
   Machine& machine_;
 };

@@ -52,7 +52,7 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
   if (arguments.id.empty()) throw UsageError("ID is the identifier of a record in QuickBooks; it can't be empty.");
   const auto label = fmt::format("{} {} {}", deletion.command, TypedName(table), arguments.id);
   const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
-  RunAccount account(*machine, nullptr);
+  RunAccount account(*machine);
   auto observed = options;
   observed.observer = &account;
   return RunOperation(observed,

@@ -39,7 +39,7 @@ How a transfer runs (options may stand before or behind the command)
   --wait SECONDS               wait for another transfer on the same files to end
   --single-user  --no-progress  --leave-open
   --report FILE                send, get: each record and why, as JSON Lines
-  --strict                     send, get: errors that were told end with status 1
+  --strict                     send, get: errors and refusals end with status 1
   --transcript FILE            record the run as JSON Lines (--unmasked: passwords too)
   --faults FILE                let calls fail as the file tells
   --clock TIME                 stop the clock (--bias, --daylight-bias, --daylight,
@@ -50,11 +50,11 @@ Examples
   twqb init --sample && twqb send clients
   twqb billing run -e "SELECT ClientID, QBLinkID FROM Client" --json
 
-Exit status: 0 done, 1 failed or refused (with --strict, also done with errors),
-2 wrong usage or a file that can't be used, 3 a question without an answer, 128
-and its number when a signal ended it. A transfer ends with what became of each
-table's records. Results go to standard output; progress and questions to
-standard error.
+Exit status: 0 done, 1 failed or refused (with --strict, also done with errors
+or refusals), 2 wrong usage or a file that can't be used, 3 a question without an
+answer, 128 and its number when a signal ended it. A transfer ends with what
+became of each table's records. Results go to standard output; progress and
+questions to standard error.
 )";
 }
 

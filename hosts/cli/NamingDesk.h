@@ -32,22 +32,28 @@ class NamingDesk : public ForwardingDesk {
   std::string record_;
 };
 
-// Hears of an error ahead of its box, and hands everything on.
+// Hears of an error ahead of its box, and hands everything on. A box that comes behind the record is about another.
 class NamingObserver final : public RunObserver {
  public:
   // Both must outlive the object.
   NamingObserver(RunObserver& inner, NamingDesk& desk) : inner_(inner), desk_(desk) {}
 
-  void RecordTold(const RecordAccount& record) override { inner_.RecordTold(record); }
+  void RecordTold(const RecordAccount& record) override {
+    desk_.NameInNextBox({});
+    inner_.RecordTold(record);
+  }
   void ErrorTold(const ErrorAccount& error) override {
     const auto& name = error.key.empty() ? error.identifier : error.key;
-    const bool isNamed = error.table && !error.isLogged && !name.empty();
+    const bool isNamed = error.table && error.toldBy == ToldBy::Box && !name.empty();
     desk_.NameInNextBox(isNamed ? RecordName(static_cast<enTables>(error.table->number), name) : std::string());
     inner_.ErrorTold(error);
   }
   void WalkEnded(const TableInHand& table, const Extent& extent) override { inner_.WalkEnded(table, extent); }
   void TableSkipped(const TableInHand& table) override { inner_.TableSkipped(table); }
-  void TableEnded(const TableInHand& table, std::string_view narrowed) override { inner_.TableEnded(table, narrowed); }
+  void TableEnded(const TableInHand& table, std::string_view narrowed) override {
+    desk_.NameInNextBox({});
+    inner_.TableEnded(table, narrowed);
+  }
 
  private:
   RunObserver& inner_;

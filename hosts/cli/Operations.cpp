@@ -19,8 +19,10 @@ ExitStatus RunOperation(const Options& options, const BridgeOperation& operation
 ExitStatus RunOperation(const Options& options, const BridgeOperation& operation,
                         const std::function<Ending(bool done)>& endingOf) {
   bool done = false;
-  const bool recorded = RunComposed(options, operation.sides,
-                                    [&](Composition& composition) { done = Perform(composition, options, operation); });
+  const bool recorded = RunComposed(options, operation.sides, [&](Composition& composition) {
+    if (operation.prepare) operation.prepare();
+    done = Perform(composition, options, operation);
+  });
   const auto ending = endingOf(done);
   Print(ending.text + "\n");
   FlushOutput();

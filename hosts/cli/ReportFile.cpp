@@ -14,12 +14,15 @@ namespace {
 
 constexpr RecordKind kReport = {.called = "report", .option = "--report", .beginning = R"({"twqb":")"};
 
-// What the run reads or writes by its own options.
-std::vector<std::string> FilesBeside(const Options& options) {
-  std::vector<std::string> files;
-  for (const auto& file : {options.answers, options.faults, options.transcript}) {
-    if (!file.empty()) files.push_back(file);
+// What the run reads or writes, its transcript among it.
+std::vector<RunFile> FilesBeside(const Options& options, Machine& machine) {
+  std::vector<std::string> read;
+  for (const auto& file : {options.answers, options.faults}) {
+    if (!file.empty()) read.push_back(file);
   }
+  auto files = FilesOfRun(WorkplaceOf(options), machine, read);
+  if (!options.transcript.empty())
+    files.push_back({.path = options.transcript, .called = "the transcript of this run"});
   return files;
 }
 
@@ -33,7 +36,7 @@ void AddTable(EventFields& fields, const TableInHand& table) {
 }  // namespace
 
 ReportFile::ReportFile(const std::string& path, const Options& options, Machine& machine)
-    : file_(path, kReport, FilesOfRun(WorkplaceOf(options), machine, FilesBeside(options))) {}
+    : file_(path, kReport, FilesBeside(options, machine)) {}
 
 void ReportFile::Write(const RecordAccount& record) {
   EventFields fields = {{"twqb", record.standing == Standing::Record ? "record" : "line"}};
@@ -43,7 +46,7 @@ void ReportFile::Write(const RecordAccount& record) {
   fields["done"] = FateWord(record.fate);
   fields["why"] = record.why;
   if (!record.former.empty()) fields["former"] = record.former;
-  file_.Stream() << JsonLine(fields) << '\n';
+  WriteLine(fields);
 }
 
 void ReportFile::Write(const ErrorAccount& error) {
@@ -54,7 +57,15 @@ void ReportFile::Write(const ErrorAccount& error) {
   fields["routine"] = error.routine;
   fields["number"] = std::int64_t{SignedNumber(error.number)};
   fields["text"] = error.text;
+  WriteLine(fields);
+}
+
+void ReportFile::WriteLine(const EventFields& fields) {
+  constexpr int kAtOnce = 100;
   file_.Stream() << JsonLine(fields) << '\n';
+  if (++waiting_ < kAtOnce) return;
+  waiting_ = 0;
+  Flush();
 }
 
 std::string_view FateWord(Fate fate) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/transcript/EventValue.h"
 #include "cli/Options.h"
 #include "cli/OutputFile.h"
 #include "platform/machine.h"
@@ -26,7 +27,11 @@ class ReportFile {
   [[nodiscard]] bool IsWhole() { return file_.Stream().good(); }
 
  private:
+  // A line of the file. Some come together before they are written, so that a report costs a run little.
+  void WriteLine(const EventFields& fields);
+
   OutputFile file_;
+  int waiting_ = 0;  // lines
 };
 
 // "added": as reports call what became of a record.

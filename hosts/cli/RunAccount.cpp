@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "bridge/Tables.h"
 #include "cli/TableArgument.h"
 #include "platform/Text.h"
 #include "services/Errors.h"
@@ -45,7 +46,9 @@ void RunAccount::RecordTold(const RecordAccount& record) {
   auto& tally = TallyOf(record.table.number);
   auto& counts = record.standing == Standing::Record ? tally.records : tally.lines;
   ++counts.at(static_cast<std::size_t>(record.fate));
-  if (!record.former.empty()) ++tally.addedOnceMore;
+  if (!record.former.empty() && record.fate == Fate::Added) {
+    ++(record.parting == Parting::NameInUse ? tally.nameInUse : tally.linkUnread);
+  }
   // Its lines were counted.
   if (record.fate == Fate::Refused && !record.isOfItsLines) {
     ++refused_;
@@ -57,8 +60,11 @@ void RunAccount::RecordTold(const RecordAccount& record) {
 
 void RunAccount::ErrorTold(const ErrorAccount& error) {
   ++errors_;
-  if (!error.isLogged) {
-    Append(fmt::format("Error {} in {}: {}{}", SignedNumber(error.number), error.routine, OnOneLine(error.text),
+  if (error.table) TallyOf(error.table->number).broke = true;
+  if (error.toldBy != ToldBy::Log) {
+    // One that nobody raised has no number.
+    const auto number = error.number == 0 ? "" : fmt::format(" {}", SignedNumber(error.number));
+    Append(fmt::format("Error{} in {}: {}{}", number, error.routine, OnOneLine(error.text),
                        error.table ? About(error.table->number, error.key, error.identifier) : ""));
   }
   if (report_ != nullptr) report_->Write(error);
@@ -113,7 +119,10 @@ std::string RunAccount::LineOf(const Tally& tally) {
 }
 
 std::string RunAccount::WhyNothing(const Tally& tally, const TransferRequest& request) {
-  if (tally.skipped) return "the settings skip this table";
+  const auto* table = FindTable(tally.table);
+  if (request.direction == Direction::Send && !request.id && table != nullptr && table->sends == SentRows::NamedAlone) {
+    return "nothing was selected; it goes by --id alone";
+  }
   std::string text = "nothing was selected";
   if (request.id) text += fmt::format("; there is no record {}", *request.id);
   if (!tally.narrowed.empty()) text += fmt::format("{} left out is {}", request.id ? ", or" : ";", tally.narrowed);
@@ -130,15 +139,28 @@ std::string RunAccount::Summary(const TransferRequest& request) const {
     const auto name = NameOf(tally.table) + ":";
     if (tally.HasRecords()) {
       lines.push_back({name, LineOf(tally)});
-    } else if (tally.table == request.table && (tally.ended || tally.skipped)) {
+    } else if (tally.skipped) {
+      lines.push_back({name, "the settings skip this table"});
+    } else if (tally.broke) {
+      lines.push_back({name, "nothing of it could be read or begun: see the log"});
+    } else if (tally.table == request.table && tally.ended) {
       lines.push_back({name, WhyNothing(tally, request)});
     }
-    if (tally.addedOnceMore > 0) {
+    if (tally.nameInUse > 0) {
       lines.push_back(
           {"", fmt::format("{} of the added once more, for the name is in use in QuickBooks: give it another "
                            "name, and see the log",
-                           tally.addedOnceMore)});
+                           tally.nameInUse)});
     }
+    if (tally.linkUnread > 0) {
+      lines.push_back({"", fmt::format("{} of the added perhaps once more, for the link could not be looked up: see "
+                                       "QuickBooks, and the log",
+                                       tally.linkUnread)});
+    }
+  }
+  for (const auto table : expected_) {
+    const bool isMet = tallies_.empty() || std::ranges::find(tallies_, table, &Tally::table) != tallies_.end();
+    if (!isMet) lines.push_back({NameOf(table) + ":", "not reached"});
   }
   const auto width =
       std::accumulate(lines.begin(), lines.end(), std::size_t{0},

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/Options.h"
@@ -20,8 +21,14 @@ namespace twqb::cli {
 
 class RunAccount final : public RunObserver {
  public:
-  // The log is that of `machine`. `report` may be nothing.
-  RunAccount(Machine& machine, ReportFile* report) : machine_(machine), report_(report) {}
+  // The log is that of `machine`.
+  explicit RunAccount(Machine& machine) : machine_(machine) {}
+
+  // From here on each record and error goes into `report`, which must outlive the run.
+  void ReportTo(ReportFile& report) { report_ = &report; }
+
+  // The tables that the run is to move, in their order.
+  void Expect(std::vector<std::int32_t> tables) { expected_ = std::move(tables); }
 
   void RecordTold(const RecordAccount& record) override;
   void ErrorTold(const ErrorAccount& error) override;
@@ -31,7 +38,8 @@ class RunAccount final : public RunObserver {
 
   // What of the log could not be written, by the library or here; the library's is to be put in.
   [[nodiscard]] LogOfRun& Log() { return log_; }
-  // A line for each table that had records, each with its end; of a transfer of one table without any, why.
+  // A line for each table that had records, each with its end, that the settings skip, or that a run which came to some
+  // table did not reach; of a transfer of one table without any, why.
   [[nodiscard]] std::string Summary(const TransferRequest& request) const;
   // Errors that were told, and records that were refused, in words: "1 error was told"; empty where there were none.
   [[nodiscard]] std::string Troubles() const;
@@ -44,8 +52,10 @@ class RunAccount final : public RunObserver {
     std::int32_t table = 0;
     Counts records = {};
     Counts lines = {};
-    std::int64_t addedOnceMore = 0;
+    std::int64_t nameInUse = 0;   // of the added: once more, for that reason
+    std::int64_t linkUnread = 0;  //
     std::int64_t notReached = 0;
+    bool broke = false;  // an error was told
     bool skipped = false;
     bool ended = false;
     std::string narrowed = {};
@@ -61,8 +71,9 @@ class RunAccount final : public RunObserver {
   static std::string WhyNothing(const Tally& tally, const TransferRequest& request);
 
   Machine& machine_;
-  ReportFile* report_;
+  ReportFile* report_ = nullptr;
   LogOfRun log_ = LogOfRun::Whole;
+  std::vector<std::int32_t> expected_;
   std::vector<Tally> tallies_;  // in the order in which the tables were met
   std::int64_t errors_ = 0;
   std::int64_t refused_ = 0;

@@ -15,6 +15,7 @@
 #include "cli/TableArgument.h"
 #include "cli/Transfers.h"
 #include "platform/Text.h"
+#include "platform/desk.h"
 
 namespace twqb::cli {
 
@@ -55,22 +56,38 @@ std::string VerdictOf(bool done, const std::string& troubles, LogOfRun log) {
 ExitStatus Transfer(const Options& options, const TransferRequest& request, const TransferArguments& arguments) {
   const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
   std::optional<ReportFile> report;
-  if (!arguments.report.empty()) report.emplace(arguments.report, options, *machine);
-  RunAccount account(*machine, report ? &*report : nullptr);
+  RunAccount account(*machine);
   auto observed = options;
   observed.observer = &account;
   observed.log = &account.Log();
   bool returnedTrue = false;
-  const auto status = RunOperation(observed, TransferOperation(request), [&](bool done) {
+  auto operation = TransferOperation(request);
+  // Behind the lock: what stands in the file may be the report of a transfer at work.
+  operation.prepare = [&] {
+    account.Expect(TablesOf(request));
+    if (!arguments.report.empty()) account.ReportTo(report.emplace(arguments.report, options, *machine));
+  };
+  const auto label =
+      fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
+  const auto endingOf = [&](bool done) {
     returnedTrue = done;
-    const auto label =
-        fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
     const auto troubles = account.Troubles();
     const bool clean = done && (!arguments.strict || troubles.empty());
     return Ending{
         .text = fmt::format("{}{}: {}", account.Summary(request), label, VerdictOf(done, troubles, account.Log())),
         .status = clean ? ExitStatus::Done : ExitStatus::Failed};
-  });
+  };
+  auto status = ExitStatus::Failed;
+  try {
+    status = RunOperation(observed, operation, endingOf);
+  } catch (const DeskGaveUp&) {
+    // What was done by then is done. Ahead of all tables there is nothing to tell.
+    if (const auto lines = account.Summary(request); !lines.empty()) {
+      Print(fmt::format("{}{}: ended at a question without an answer\n", lines, label));
+      FlushOutput();
+    }
+    throw;
+  }
   if (report) report->Flush();
   if (report && !report->IsWhole()) {
     throw UsageError(fmt::format("The report {} could not be written to its end.", arguments.report));

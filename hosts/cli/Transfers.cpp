@@ -1,9 +1,19 @@
 #include "cli/Transfers.h"
 
+#include "bridge/Tables.h"
 #include "cli/BridgeRun.h"
 #include "cli/TableArgument.h"
 
 namespace twqb::cli {
+
+std::vector<std::int32_t> TablesOf(const TransferRequest& request) {
+  if (request.table != enAll) return {request.table};
+  std::vector<std::int32_t> tables;
+  for (const auto* table : Tables()) {
+    if (GoesWithAll(*table, request.direction)) tables.push_back(table->number);
+  }
+  return tables;
+}
 
 BridgeOperation TransferOperation(const TransferRequest& request) {
   const bool sends = request.direction == Direction::Send;

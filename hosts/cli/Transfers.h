@@ -1,8 +1,10 @@
 // One transfer by the library, as a host asks for it.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/Operations.h"
 #include "services/Direction.h"
@@ -16,6 +18,10 @@ struct TransferRequest {
   std::optional<std::string> id = {};  // the one record; nothing: what the saved filters let through
   bool sync = false;                   // the newer record wins, whatever the settings say
 };
+
+// The tables that it moves by itself, in their order; what it pulls beside them is not among them. Those of the library
+// as it is composed.
+[[nodiscard]] std::vector<std::int32_t> TablesOf(const TransferRequest& request);
 
 [[nodiscard]] BridgeOperation TransferOperation(const TransferRequest& request);
 

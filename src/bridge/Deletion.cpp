@@ -40,7 +40,7 @@ bool Confirms(std::string_view question) {
 void DeleteRows(std::string_view table, std::string_view id) {
   const auto raised =
       CatchError([&] { GlobalConnection().Execute(Sql("DELETE FROM {} WHERE QBLinkID = '{}';", table, id), nullptr); });
-  if (raised) TellErrorToObserver("DeleteTWRecord", raised->number(), raised->description());
+  if (raised) TellErrorToObserver("DeleteTWRecord", raised->number(), raised->description(), ToldBy::Nobody);
 }
 
 // Of a table without a deletion nothing: the set goes out as it is, empty.

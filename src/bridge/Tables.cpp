@@ -35,6 +35,11 @@ std::span<const Table* const> BuiltInTables() { return kTables; }
 
 std::span<const Table* const> Tables() { return Vars().tables.empty() ? BuiltInTables() : Vars().tables; }
 
+bool GoesWithAll(const Table& table, Direction direction) {
+  if (direction == Direction::Get) return table.get != nullptr;
+  return table.send != nullptr && table.sends != SentRows::NamedAlone;
+}
+
 const Table* FindTable(std::int32_t number) {
   const auto tables = Tables();
   const auto found = std::ranges::find_if(tables, [&](const Table* table) { return table->number == number; });

@@ -18,6 +18,9 @@ namespace twqb {
 // Those in use: the built-in ones, unless the host brought a list of its own.
 [[nodiscard]] std::span<const Table* const> Tables();
 
+// Whether a run over all tables moves it that way.
+[[nodiscard]] bool GoesWithAll(const Table& table, Direction direction);
+
 // nullptr for a number that none of them has.
 [[nodiscard]] const Table* FindTable(std::int32_t number);
 

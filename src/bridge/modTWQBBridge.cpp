@@ -175,7 +175,7 @@ Outcome TransferAll(const Transfer& transfer, const TransferOptions& options, Ru
   run.g_AllTablesRun = true;
   SavedFilters filters;
   for (const auto* table : Tables()) {
-    if (!IsBuilt(transfer.direction, table) || (sends && table->sends == SentRows::NamedAlone)) continue;
+    if (!GoesWithAll(*table, transfer.direction)) continue;
     const auto step = RunTable(transfer, table->number, options, filters, run);
     filters.Date1a.clear();
     if (step == StepResult::Done) continue;

@@ -87,8 +87,8 @@ class ListSendWork final : public RowWork {
     if (record_.linkId.empty()) return true;
     RecordList twins;
     if (!ApplyQBFiltersAndReadRecords(table_, table_.reads.front(), twins, session_, {.strID = record_.linkId}, run_)) {
+      NoteLinkWithoutTwin(record_.linkId);
       record_.linkId.clear();
-      NoteWhy([] { return "its link led to nothing any more"; });
       return true;
     }
     if (twins.Count() != 1) {
@@ -265,7 +265,7 @@ class ListSendWork final : public RowWork {
           fmt::format("The name of {} {} is in use in QuickBooks. It was added once more: {} is its link now, in the "
                       "place of {}, which stays in QuickBooks.",
                       list_.tableName, record_.key, listId, record_.linkId));
-      NoteFormer(record_.linkId);
+      NoteFormer(record_.linkId, Parting::NameInUse);
     }
     WriteLinkBack(listId);
   }

@@ -57,7 +57,7 @@ bool Decided(bool moves, Why&& why) {
 bool PairMoves(Direction direction, TwinRule rule, const Record& twin,
                const std::function<std::optional<Date>()>& readRowDate) {
   if (rule == TwinRule::LeaveAlone) return Decided(false, [] { return kNeverChanged; });
-  if (rule == TwinRule::Overwrite) return Decided(true, [] { return "the settings let it go, whichever is newer"; });
+  if (rule == TwinRule::Overwrite) return Decided(true, [] { return "it goes, whichever side is newer"; });
   const auto quickBooksTime = twin["TimeModified"].GetDate();
   const auto clock = IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard;
   const auto billingTime = readRowDate();

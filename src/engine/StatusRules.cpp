@@ -50,11 +50,14 @@ const StatusRule& RuleFor(std::span<const StatusRule> rules, const RefusedReques
   return kCommonRules.back();
 }
 
+void NoteRefused(const Response& response) {
+  NoteFate(Fate::Refused,
+           [&] { return fmt::format("status {}: {}", response.StatusCode(), response.StatusMessage()); });
+}
+
 Refusal ApplyRule(const StatusRule& rule, const RefusedRequest& refused, bool& wantsNoMore) {
   // What then may yet make something else of it.
-  NoteFate(Fate::Refused, [&] {
-    return fmt::format("status {}: {}", refused.response.StatusCode(), refused.response.StatusMessage());
-  });
+  NoteRefused(refused.response);
   if (rule.log != nullptr) {
     for (const auto& line : rule.log(refused)) WriteLog(line);
   }

@@ -65,6 +65,9 @@ struct StatusRule {
 // is in use, and ask the user about all else: about an Add in the box that tells it, about a Mod in one of its own.
 [[nodiscard]] const StatusRule& RuleFor(std::span<const StatusRule> rules, const RefusedRequest& refused);
 
+// What became of the record in hand: QuickBooks refused it.
+void NoteRefused(const Response& response);
+
 // Tells what the row tells, which may set `wantsNoMore`, and answers what then.
 [[nodiscard]] Refusal ApplyRule(const StatusRule& rule, const RefusedRequest& refused, bool& wantsNoMore);
 

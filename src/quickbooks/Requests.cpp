@@ -36,6 +36,10 @@ std::string QBErrorText(const Response& response, std::string_view prefix) {
 
 void ShowQBError(const Response& response, std::string_view prefix) {
   TellErrorToObserver("QuickBooks", static_cast<ErrorNumber>(response.StatusCode()), response.StatusMessage());
+  ShowRefusal(response, prefix);
+}
+
+void ShowRefusal(const Response& response, std::string_view prefix) {
   TheDesk().ShowMessageBox({.text = QBErrorText(response, prefix), .title = "Error", .icon = BoxIcon::Information});
 }
 

@@ -18,7 +18,9 @@ namespace twqb {
 // QuickBooks' refusal in the common words. `prefix` stands before the first line.
 [[nodiscard]] std::string QBErrorText(const Response& response, std::string_view prefix = {});
 
-// Shows it: information icon, "Error", OK.
+// Shows it: information icon, "Error", OK. To an observer it is an error.
 void ShowQBError(const Response& response, std::string_view prefix = {});
+// The box alone: of a record that was refused the observer hears with the record.
+void ShowRefusal(const Response& response, std::string_view prefix = {});
 
 }  // namespace twqb

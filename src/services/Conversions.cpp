@@ -10,6 +10,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 
 namespace twqb {
 
@@ -141,6 +142,7 @@ std::string GenerateGUID() {
   std::optional<GuidBytes> bytes;
   IgnoreErrors([&] { bytes = TheMachine().CreateGuid(); });
   if (!bytes) {
+    TellErrorToObserver("GenerateGUID", 0, "no GUID could be generated");
     TheDesk().ShowMessageBox(
         {.text = "Could Not Generate A GUID", .title = "Tallywick - QuickBooks Client", .icon = BoxIcon::Error});
     return {};

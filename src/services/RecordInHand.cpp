@@ -11,8 +11,13 @@ namespace twqb {
 
 namespace {
 
-std::string Words(const PlatformError& raised) {
-  return fmt::format("error {}: {}", SignedNumber(raised.number()), raised.description());
+// An error that nobody raised has no number.
+std::string Words(ErrorNumber number, std::string_view text) {
+  return number == 0 ? fmt::format("error: {}", text) : fmt::format("error {}: {}", SignedNumber(number), text);
+}
+
+void Append(std::string& why, std::string_view joint, std::string_view more) {
+  why = why.empty() ? std::string(more) : fmt::format("{}; {}{}", why, joint, more);
 }
 
 }  // namespace
@@ -27,19 +32,15 @@ RecordInHand::RecordInHand(Standing standing, KeySource key)
 RecordInHand::~RecordInHand() {
   Vars().inHand = before_;
   if (dropped_ || !IsObserved()) return;
-  const bool isGivenUp = std::uncaught_exceptions() > exceptions_;
-  auto account = Account();
-  if (!fate_ && (isGivenUp || !error_.empty())) {
-    account.fate = Fate::Failed;
-    account.why = error_.empty() ? "the run was given up" : error_;
-  }
+  const auto account = Account();
   Vars().observer->RecordTold(account);
   if (account.standing == Standing::Line && before_ != nullptr) before_->TakeOver(account);
 }
 
 void RecordInHand::TakeOver(const RecordAccount& line) {
-  if (fate_ && !account_.isOfItsLines) return;
   const bool went = line.fate == Fate::Added || line.fate == Fate::Changed;
+  if (!went && line.fate != Fate::LeftAsItWas && staying_.empty()) staying_ = line.why;
+  if (fate_ && !account_.isOfItsLines) return;
   if (IsThere() && !went) return;
   fate_ = line.fate;
   account_.why = line.why;
@@ -49,14 +50,34 @@ void RecordInHand::TakeOver(const RecordAccount& line) {
 }
 
 void RecordInHand::NoteFailure(const PlatformError& raised) {
-  const bool isThere = IsThere();
-  if (!isThere) fate_ = Fate::Failed;
-  account_.why = isThere && !account_.why.empty() ? account_.why + "; then " + Words(raised) : Words(raised);
+  const auto words = Words(raised.number(), raised.description());
+  if (IsThere()) {
+    NoteThen(words);
+    return;
+  }
+  fate_ = Fate::Failed;
+  account_.why = words;
+}
+
+void RecordInHand::NoteError(ErrorNumber number, std::string_view text) {
+  error_ = Words(number, text);
+  if (IsThere()) NoteThen(error_);
+}
+
+// An error that ends a record is told behind it once more.
+void RecordInHand::NoteThen(std::string_view error) {
+  if (!account_.why.ends_with(error)) Append(account_.why, "then ", error);
 }
 
 RecordAccount RecordInHand::Account() const {
   auto account = account_;
   account.fate = fate_.value_or(Fate::PassedOver);
+  const bool isGivenUp = std::uncaught_exceptions() > exceptions_;
+  if (!fate_ && (isGivenUp || !error_.empty())) {
+    account.fate = Fate::Failed;
+    account.why = error_.empty() ? "the run was given up" : error_;
+  }
+  if (IsThere() && !staying_.empty()) Append(account.why, "", "in part: " + staying_);
   if (account.key.empty() && key_) IgnoreErrors([&] { account.key = key_(); });
   return account;
 }
@@ -79,8 +100,16 @@ void NoteKeyOf(const ado::Recordset& row, std::string_view column) {
   IgnoreErrors([&] { record->NoteKey(ToText(row.Field(column))); });
 }
 
-void NoteFormer(std::string_view identifier) {
-  if (auto* record = Vars().inHand) record->NoteFormer(identifier);
+void NoteFormer(std::string_view identifier, Parting parting) {
+  if (auto* record = Vars().inHand) record->NoteFormer(identifier, parting);
+}
+
+void NoteLinkWithoutTwin(std::string_view identifier) {
+  const auto* record = Vars().inHand;
+  if (record == nullptr) return;
+  if (!record->HasError()) return NoteWhy([] { return "its link led to nothing any more"; });
+  NoteFormer(identifier, Parting::LinkUnread);
+  NoteWhy([&] { return fmt::format("its link {} could not be looked up", identifier); });
 }
 
 void DropRecordInHand() {
@@ -109,11 +138,10 @@ void TellSkipped(const TableInHand& table) {
 
 void TellErrorToObserver(std::string_view routine, ErrorNumber number, std::string_view text, ToldBy toldBy) {
   if (!IsObserved()) return;
-  ErrorAccount error = {
-      .routine = std::string(routine), .number = number, .text = std::string(text), .isLogged = toldBy == ToldBy::Log};
+  ErrorAccount error = {.routine = std::string(routine), .number = number, .text = std::string(text), .toldBy = toldBy};
   if (const auto* table = Vars().tableInHand) error.table = *table;
   if (auto* record = Vars().inHand) {
-    record->NoteError(fmt::format("error {}: {}", SignedNumber(number), text));
+    record->NoteError(number, text);
     const auto account = record->Account();
     error.table = account.table;
     error.key = account.key;

@@ -42,19 +42,25 @@ class RecordInHand {
   void NoteWhy(std::string why) { account_.why = std::move(why); }
   void NoteKey(std::string_view key) { account_.key = key; }
   void NoteIdentifier(std::string_view identifier) { account_.identifier = identifier; }
-  void NoteFormer(std::string_view identifier) { account_.former = identifier; }
-  void NoteError(std::string text) { error_ = std::move(text); }
+  void NoteFormer(std::string_view identifier, Parting parting) {
+    account_.former = identifier;
+    account_.parting = parting;
+  }
+  // One that was told.
+  void NoteError(ErrorNumber number, std::string_view text);
   // It broke. What had become of it by then stays true.
   void NoteFailure(const PlatformError& raised);
   // Nobody hears of it: it is told later, or in parts.
   void Drop() { dropped_ = true; }
 
   [[nodiscard]] bool HasFate() const { return fate_.has_value() || !error_.empty(); }
+  [[nodiscard]] bool HasError() const { return !error_.empty(); }
   [[nodiscard]] bool HasKey() const { return !account_.key.empty(); }
   // What is known by now.
   [[nodiscard]] RecordAccount Account() const;
 
  private:
+  void NoteThen(std::string_view error);
   [[nodiscard]] bool IsThere() const { return fate_ == Fate::Added || fate_ == Fate::Changed; }
   // A record of which nothing else is known fares as its lines did, and best where one of them went.
   void TakeOver(const RecordAccount& line);
@@ -63,6 +69,7 @@ class RecordInHand {
   KeySource key_;
   std::optional<Fate> fate_;
   std::string error_;
+  std::string staying_;  // why the first of its lines stays that does
   bool dropped_ = false;
   const int exceptions_;  // on their way when it was begun
   RecordInHand* before_;
@@ -74,7 +81,10 @@ void NoteFate(Fate fate);
 void NoteIdentifier(std::string_view identifier);
 void NoteKey(std::string_view key);
 // The twin that it left.
-void NoteFormer(std::string_view identifier);
+void NoteFormer(std::string_view identifier, Parting parting);
+// Its link leads to no twin that could be read: it has none any more, or, where an error was told about that, nobody
+// knows.
+void NoteLinkWithoutTwin(std::string_view identifier);
 // The key of the current row, read where nothing is known of it yet; errors are ignored.
 void NoteKeyOf(const ado::Recordset& row, std::string_view column);
 // Nobody hears of it.
@@ -124,8 +134,6 @@ void TellRecord(RecordAccount record);
 void TellExtent(const Extent& extent);
 void TellSkipped(const TableInHand& table);
 
-// An error that was told by a box, or stands in the log alone.
-enum class ToldBy : std::uint8_t { Box, Log };
 void TellErrorToObserver(std::string_view routine, ErrorNumber number, std::string_view text,
                          ToldBy toldBy = ToldBy::Box);
 

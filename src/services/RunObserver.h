@@ -34,6 +34,12 @@ enum class Fate : std::uint8_t {
 // A line is part of a record that is told itself: of a bill, an estimate, or the payment to one of several invoices.
 enum class Standing : std::uint8_t { Record, Line };
 
+// Why a record that had a twin was added once more.
+enum class Parting : std::uint8_t {
+  NameInUse,   // the twin can't be given the name of the record
+  LinkUnread,  // whether there is a twin could not be looked up
+};
+
 // What became of a record. Texts that nobody knew are empty.
 struct RecordAccount {
   TableInHand table;
@@ -43,15 +49,19 @@ struct RecordAccount {
   Fate fate = Fate::PassedOver;
   std::string why = {};
   bool isOfItsLines = false;  // the fate: they were told with it
-  // The twin that it left for a new one, because its name is in use.
+  // The twin that it left, or would leave, for a new one.
   std::string former = {};
+  Parting parting = Parting::NameInUse;
 };
+
+// How a person hears of an error beside the observer: by a box, by a line of the log alone, or not at all.
+enum class ToldBy : std::uint8_t { Box, Log, Nobody };
 
 struct ErrorAccount {
   std::string routine;
   ErrorNumber number = 0;  // of a refusal its status; 0 where there is none
   std::string text;
-  bool isLogged = false;                  // the log tells it, and no box
+  ToldBy toldBy = ToldBy::Box;
   std::optional<TableInHand> table = {};  // nothing outside of tables
   std::string key = {};                   // of the record in hand
   std::string identifier = {};            //

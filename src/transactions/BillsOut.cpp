@@ -102,8 +102,10 @@ bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& column
 SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::Recordset& row,
                   QBSessionManager& session, Run& run) {
   std::optional<MsgSetResponse> answer;
-  if (!IgnoreErrors([&] { answer = session.DoRequests(bill.MessageSet()); })) {
-    LogError("SendBill", "Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
+  if (const auto raised = CatchError([&] { answer = session.DoRequests(bill.MessageSet()); })) {
+    // An amount of zero is one reason of several. The line has always named that one; the observer hears what it was.
+    WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
+    TellErrorToObserver("SendBill", raised->number(), raised->description(), ToldBy::Nobody);
     return {};
   }
   const auto& response = answer->GetAt(0);

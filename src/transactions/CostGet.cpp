@@ -30,9 +30,9 @@ RecordEnd CostGet::TakeRecord(RecordWalk& walk, const Record& record) {
   TakeLines(document);
   if (document.before == Before::Known) return RecordEnd::Done;
   if (!document.hasLines) {
-    NoteFate(Fate::PassedOver, kWithoutLines);
     document.connection.Execute(Sql("DELETE FROM {} WHERE {} = '{}';", table_.table, table_.keyColumn, document.key),
                                 nullptr);
+    NoteFate(Fate::PassedOver, kWithoutLines);
   }
   EndNew(document);
   return RecordEnd::Done;

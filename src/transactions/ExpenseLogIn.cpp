@@ -192,7 +192,7 @@ class ExpenseGet final : public RecordWork {
     WriteLog("The following error occured: -");
     WriteLog(fmt::format("Error Number = {}", SignedNumber(raised->number())));
     WriteLog("Error Description: -" + raised->description());
-    TellErrorToObserver(kRoutine, raised->number(), raised->description());
+    TellErrorToObserver(kRoutine, raised->number(), raised->description(), ToldBy::Log);
   }
 
   [[nodiscard]] std::string PersonOf(const Document& document) const {

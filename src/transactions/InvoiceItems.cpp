@@ -15,6 +15,7 @@
 #include "quickbooks/Requests.h"
 #include "services/Countries.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Settings.h"
 #include "services/WaitPointer.h"
 #include "transactions/SpecialItems.h"
@@ -126,6 +127,7 @@ bool Accept(const Response& response) {
     case status::kNameInUse:
       return true;
     case status::kInvalidReference:
+      TellErrorToObserver("QuickBooks", static_cast<ErrorNumber>(response.StatusCode()), response.StatusMessage());
       TheDesk().ShowMessageBox(InvalidReference(response,
                                                 "If this table needs an account, please choose a valid account from "
                                                 "the\r\n\"Sync Settings \"  Screen."));

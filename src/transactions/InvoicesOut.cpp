@@ -67,7 +67,7 @@ class InvoiceSend final : public RowWork {
     record_.linkId = ColumnText(row, "TransactionTableQBLinkID");
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return RowEnd::Done;
     if (const auto total = row.Field("TransactionInvBillAmt"); !IsNull(total) && ToDecimal(total).IsNegative()) {
-      NoteFate(Fate::PassedOver, "its amount is below nothing");
+      NoteFate(Fate::PassedOver, "its amount is negative");
       return RowEnd::Done;
     }
     auto messageSet = RequireMsgSetRequest(session_);

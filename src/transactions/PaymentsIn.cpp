@@ -76,6 +76,7 @@ std::string AddMoney(const TxnArrival& arrival) {
                            .amount = AmountOf(arrival.record["TotalAmount"]),
                            .method = method.IsNothing() ? kCheckMethod : PaymentMethodCode(method.GetValue())});
   if (payId.empty()) {
+    TellErrorToObserver("AddMoney", 0, "the new payment has no PayID");
     TheDesk().ShowMessageBox({.text = "Problem in collecting PayID for QBLink = " + arrival.txnId,
                               .title = "Error",
                               .icon = BoxIcon::Information});

@@ -171,7 +171,7 @@ class PaymentSend final : public RowWork {
     if (link.empty()) return NoteFateAtLast(Fate::PassedOver, "its payer has no link");
     const auto date = PaymentDate(payment);
     const auto amount = NumberIn(payment, "PayAmt").ToCents();
-    if (amount < Currency()) return NoteFate(Fate::PassedOver, "its amount is below nothing");
+    if (amount < Currency()) return NoteFate(Fate::PassedOver, "its amount is negative");
     const auto txnId = AddRetainerPayment(
         session_,
         {.CustomerListID = link, .TxnDate = date, .RefNumber = ColumnText(payment, "PayRef"), .Amount = amount});
@@ -230,7 +230,9 @@ class PaymentSend final : public RowWork {
         allocated = SendAllocation(walk, *allocations);
       });
       if (allocated == Allocated::LeaveTable) end = RowEnd::LeaveTable;
-      if (allocated != Allocated::Next) break;
+      if (allocated == Allocated::Next) continue;
+      TellRowsBehind(*allocations, "TransactionID");
+      break;
     }
     NoteFateAtLast(Fate::PassedOver, "it goes to no invoice");
     allocations->Close();

@@ -13,6 +13,7 @@
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
 #include "services/Settings.h"
 #include "services/Sql.h"
 #include "transactions/TxnTable.h"
@@ -92,7 +93,12 @@ KindOfTime KindOf(const ado::Recordset& row, std::string_view defaultItem) {
 
 }  // namespace
 
-bool AddPayrollItemWage(QBSessionManager& session, const std::string& expenseAccount) {
+namespace {
+
+// Whether another account is tried behind this one.
+enum class Try : std::uint8_t { First, Last };
+
+bool AddWageItems(QBSessionManager& session, const std::string& expenseAccount, Try which) {
   return RunAs("AddPayrollItemWage", false, [&] {
     auto messageSet = RequireMsgSetRequest(session);
     for (const auto& item : WageItems()) {
@@ -107,18 +113,30 @@ bool AddPayrollItemWage(QBSessionManager& session, const std::string& expenseAcc
     const auto& response = answer.GetAt(0);
     const auto code = response.StatusCode();
     if (code == status::kOk || code == status::kNameInUse) return true;
-    LogError("SecureWageItems",
-             fmt::format("Error adding Payroll Item Wage : \r\nError code = {}\r\nError Message = {}", code,
-                         response.StatusMessage()));
+    const auto line = fmt::format("Error adding Payroll Item Wage : \r\nError code = {}\r\nError Message = {}", code,
+                                  response.StatusMessage());
+    // What the next account may yet mend is no error.
+    if (which == Try::Last) {
+      LogError("SecureWageItems", line);
+    } else {
+      WriteLog(line);
+    }
     return false;
   });
 }
 
+}  // namespace
+
+bool AddPayrollItemWage(QBSessionManager& session, const std::string& expenseAccount) {
+  return AddWageItems(session, expenseAccount, Try::Last);
+}
+
 bool SecureWageItems(QBSessionManager& session) {
-  if (AddPayrollItemWage(session, std::string(kUsualAccount))) return true;
+  if (AddWageItems(session, std::string(kUsualAccount), Try::First)) return true;
   auto account = Setting("PayrollExpAcct");
   if (Trim(account).empty()) account = Setting("AC_EXPENSE_ACCOUNT");
   if (!Trim(account).empty()) return AddPayrollItemWage(session, account);
+  TellErrorToObserver("SecureWageItems", 0, "no account for payroll item wages");
   TheDesk().ShowMessageBox({.text = "Please Select An Account For Payroll Item Wages From the Sync Settings Screen",
                             .title = "Error",
                             .icon = BoxIcon::Information});

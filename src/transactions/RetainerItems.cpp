@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/Mapping.h"
+#include "engine/StatusRules.h"
 #include "messages/StatusCodes.h"
 #include "platform/Decimal.h"
 #include "platform/Text.h"
@@ -30,9 +31,7 @@ Response Ask(QBSessionManager& session, std::string_view request, Fill fill) {
   return session.DoRequests(messageSet).GetAt(0);
 }
 
-void TellRefusal(std::string_view routine, const Response& response) {
-  ShowQBError(response, fmt::format("\"{}()\" : ", routine));
-}
+std::string PrefixOf(std::string_view routine) { return fmt::format("\"{}()\" : ", routine); }
 
 // Adds one thing: `fill` says what it is. `there` is the status of one that is there already.
 template <typename Fill>
@@ -42,7 +41,7 @@ bool Secure(QBSessionManager& session, std::string_view routine, std::string_vie
     return RunAs(routine, false, [&] {
       const auto response = Ask(session, addRequest, fill);
       if (const auto code = response.StatusCode(); code == status::kOk || code == there) return true;
-      TellRefusal(routine, response);
+      ShowQBError(response, PrefixOf(routine));
       return false;
     });
   });
@@ -129,7 +128,8 @@ std::string AddRetainerPayment(QBSessionManager& session, const Retainer& retain
         }
       });
       if (response.StatusCode() == status::kOk) return response.Detail()["TxnID"].GetValue();
-      TellRefusal("AddRetainerPayment", response);
+      NoteRefused(response);
+      ShowRefusal(response, PrefixOf("AddRetainerPayment"));
       return {};
     });
   });

@@ -1,5 +1,8 @@
 #include <fmt/core.h>
 
+#include <algorithm>
+#include <array>
+
 #include "engine/DependentPull.h"
 #include "engine/Mapping.h"
 #include "services/Database.h"
@@ -19,10 +22,23 @@ void PullCustomer(CustomerPull pull, const Record& record, ado::Connection& conn
   TransferCustomerOrJobFromQB(customer["ListID"].GetValue(), &connection, pull == CustomerPull::Client ? "Client" : "");
 }
 
+// What a reference of a transaction is to, for people.
+std::string_view WordsFor(std::string_view reference) {
+  struct Words {
+    std::string_view reference;
+    std::string_view words;
+  };
+  constexpr std::array kWords = {Words{"CustomerRef", "customer or job"}, Words{"EntityRef", "employee or vendor"},
+                                 Words{"ItemServiceRef", "service item"}};
+  const auto* found = std::ranges::find(kWords, reference, &Words::reference);
+  return found == kWords.end() ? reference : found->words;
+}
+
 std::string WhyUnknown(const Record& record, std::string_view reference) {
   const auto referred = record[reference];
-  if (referred.IsNothing()) return fmt::format("it has no {}", reference);
-  return fmt::format("{} {} is not here", reference, referred["FullName"].GetValueOrEmpty());
+  const auto what = WordsFor(reference);
+  if (referred.IsNothing()) return fmt::format("it has no {}", what);
+  return fmt::format("{} {} is not here", what, referred["FullName"].GetValueOrEmpty());
 }
 
 class TxnGetWork final : public RecordWork {

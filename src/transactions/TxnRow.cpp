@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
 #include "quickbooks/Requests.h"
@@ -34,8 +35,8 @@ bool IsInQuickBooks(const Table& table, SendRecord& record, QBSessionManager& se
     NoteFate(Fate::LeftAsItWas, "QuickBooks has it, and it never goes twice");
     return true;
   }
+  NoteLinkWithoutTwin(record.linkId);
   record.linkId.clear();
-  NoteWhy([] { return "its link led to nothing any more"; });
   return false;
 }
 
@@ -47,6 +48,18 @@ void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const Sen
   WriteLink(connection, place, txnId);
   Vars().g_NewQBLinkID = txnId;
   if (record.lastUpdatedIsNull) WriteStamp(connection, place);
+}
+
+void TellRowsBehind(ado::Recordset& rows, std::string_view keyColumn) {
+  if (!IsObserved()) return;
+  IgnoreErrors([&] {
+    for (rows.MoveNext(); !rows.Eof(); rows.MoveNext()) {
+      TellRecord({.standing = Standing::Line,
+                  .key = ColumnText(rows, keyColumn),
+                  .fate = Fate::PassedOver,
+                  .why = "behind a line that could not go"});
+    }
+  });
 }
 
 bool EndsTheRun(std::span<const StatusRule> rules, const RefusedRequest& refused, Run& run) {

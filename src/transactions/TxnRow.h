@@ -35,6 +35,10 @@ inline constexpr int kDaysToPay = 30;
 void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
                    const std::string& txnId);
 
+// The rows behind the current one, as lines that stay because it did. Only an observer has the cursor moved; errors are
+// ignored.
+void TellRowsBehind(ado::Recordset& rows, std::string_view keyColumn);
+
 // Tells of a refusal by the rows; answers whether the run ends with it. No to a question ends it without a word, and
 // leaves the wish to stop as it is.
 [[nodiscard]] bool EndsTheRun(std::span<const StatusRule> rules, const RefusedRequest& refused, Run& run);

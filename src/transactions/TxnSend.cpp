@@ -4,6 +4,7 @@
 #include "engine/SendRecord.h"
 #include "messages/StatusCodes.h"
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 #include "platform/Value.h"
 #include "quickbooks/Requests.h"
 #include "services/Conversions.h"
@@ -16,6 +17,13 @@
 namespace twqb {
 
 namespace {
+
+// "its project ROOF: is not in QuickBooks yet", of the column that names it.
+std::string WhyUnlinked(std::string_view column, std::string_view key) {
+  constexpr std::string_view kIdentifier = "ID";
+  if (column.ends_with(kIdentifier)) column.remove_suffix(kIdentifier.size());
+  return fmt::format("its {} {} is not in QuickBooks yet", FoldCase(column), key);
+}
 
 class TxnSendWork final : public RowWork {
  public:
@@ -32,6 +40,7 @@ class TxnSendWork final : public RowWork {
 
   RowEnd TakeRow(RowWalk& walk) override {
     const auto& row = walk.Row();
+    walk_ = &walk;
     record_ = {};
     walk.BeginRow(kCallbackTransaction);
     told_ = send_.told(&row);
@@ -57,7 +66,9 @@ class TxnSendWork final : public RowWork {
   }
 
   [[nodiscard]] std::string RowInHand() const override { return told_; }
-  [[nodiscard]] std::string KeyInHand() const override { return record_.key; }
+  [[nodiscard]] std::string KeyInHand() const override {
+    return record_.key.empty() && walk_ != nullptr ? ColumnText(walk_->Row(), txn_.keyColumn) : record_.key;
+  }
 
  private:
   // The links of what the row refers to, up to the first that is missing.
@@ -67,7 +78,7 @@ class TxnSendWork final : public RowWork {
       const auto key = ColumnText(row, link.column);
       auto found = GetQBLinkIDOf(link.kind, key);
       if (found.empty()) {
-        NoteFate(Fate::PassedOver, [&] { return fmt::format("{} {} has no link", link.column, key); });
+        NoteFate(Fate::PassedOver, [&] { return WhyUnlinked(link.column, key); });
         break;
       }
       links.push_back(std::move(found));
@@ -105,6 +116,7 @@ class TxnSendWork final : public RowWork {
     throw PlatformError(error::kNameUnknown);
   }
 
+  RowWalk* walk_ = nullptr;
   const Table& table_;
   const TxnTable& txn_;
   const TxnSend& send_;

@@ -299,7 +299,7 @@ class VendorBillGet final : public CostGet {
     WriteColumns<BillLine>(place.Row(), rows.columns, line);
     // Only an observer hears of a row that can't be written.
     if (const auto raised = CatchError([&] { place.Row().Update(); })) {
-      TellErrorToObserver(kBills.routine, raised->number(), raised->description());
+      TellErrorToObserver(kBills.routine, raised->number(), raised->description(), ToldBy::Nobody);
       NoteFate(Fate::Failed, [&] { return raised->description(); });
       return;
     }

@@ -43,6 +43,8 @@ struct LineTable {
 };
 constexpr std::array kLineTables = {LineTable{"TimeEntry", "TEID"}, LineTable{"ExpenseLog", "ELID"}};
 
+constexpr std::string_view kRefusedWithIt = "its bill was refused";
+
 class VendorBillSend final : public RowWork {
  public:
   VendorBillSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
@@ -68,7 +70,9 @@ class VendorBillSend final : public RowWork {
     bill.Request()["VendorRef"]["ListID"].SetValue(vendor);
     AssignHeader(bill.Request(), row);
     AppendLines(bill, walk.Connection());
-    return bill.HasLines() ? Send(bill, walk) : RowEnd::Done;
+    if (bill.HasLines()) return Send(bill, walk);
+    NoteFateAtLast(Fate::PassedOver, "it has no lines");
+    return RowEnd::Done;
   }
 
   void Summarise(Run& run) override {
@@ -111,7 +115,9 @@ class VendorBillSend final : public RowWork {
         isAppended = bill.AppendLine(*lines, kColumns, isTime ? kActivityCodes : kExpenseCodes);
         if (isAppended) DropRecordInHand();
       });
-      if (!isAppended) break;
+      if (isAppended) continue;
+      TellRowsBehind(*lines, kColumns.key);
+      break;
     }
     lines->Close();
   }
@@ -124,14 +130,23 @@ class VendorBillSend final : public RowWork {
         break;
       case SentBill::End::NotSent:
         failed_ = true;
+        TellLinesStay(bill, "its bill was not sent");
         break;
       case SentBill::End::Refused:
+        TellLinesStay(bill, kRefusedWithIt);
         break;
       case SentBill::End::LeaveTable:
         left_ = true;
+        TellLinesStay(bill, kRefusedWithIt);
         return RowEnd::LeaveTable;
     }
     return RowEnd::Done;
+  }
+
+  static void TellLinesStay(const BillInHand& bill, std::string_view why) {
+    for (const auto& key : bill.QuotedKeys()) {
+      TellRecord({.standing = Standing::Line, .key = Unquoted(key), .fate = Fate::PassedOver, .why = std::string(why)});
+    }
   }
 
   void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {

@@ -11,6 +11,7 @@
 
 #include "Events.h"
 #include "Firm.h"
+#include "HeldTransfer.h"
 
 namespace twqb::cli {
 namespace {
@@ -255,6 +256,38 @@ TEST_F(Account, Nothing_selected_says_what_was_left_out) {
   EXPECT_EQ(Run("send", "clients", 13).out, "clients: the settings skip this table\nsend clients: done\n");
 }
 
+TEST_F(Account, Of_all_tables_those_that_the_settings_skip_and_those_that_were_not_reached_have_a_line) {
+  folder_.Done({"settings", "set", "QBSEND_", "Employees_ChkSkip", "True"});
+  folder_.Write("faults.txt", "sql 1 raise 0x80004005 \"Broken.\" UPDATE Client SET QBLinkID\n");
+  const auto ended = Run("send", "all", 11, {"--faults", "faults.txt"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.out,
+              AllOf(HasSubstr("employees:    the settings skip this table\n"), HasSubstr("vendorbill:   not reached\n"),
+                    Not(HasSubstr("clients:      not reached")), Not(HasSubstr("expenselog:"))));
+}
+
+TEST_F(Account, Expenses_without_an_id_are_told_to_need_one) {
+  EXPECT_THAT(Run("send", "expenselog", 11).out,
+              StartsWith("expenselog: nothing was selected; it goes by --id alone\n"));
+}
+
+TEST_F(Account, A_table_that_can_not_be_read_is_not_told_as_one_without_records) {
+  folder_.Write("faults.txt", "CustomerQueryRq 1 status 3180 Error \"No.\"\n");
+  EXPECT_THAT(Run("get", "clients", 11, {"--faults", "faults.txt"}).out,
+              StartsWith("clients: nothing of it could be read or begun: see the log\n"));
+}
+
+TEST_F(Account, A_run_that_gives_up_at_a_question_says_what_it_had_done) {
+  folder_.Write("faults.txt", "CustomerAddRq 3 status 3180 Error \"No.\"\n");
+  // To the offer of a backup.
+  folder_.Write("none.txt", "no\n");
+  const auto ended = folder_.Twqb({"send", "clients", "--no-progress", "--answers", "none.txt", "--faults",
+                                   "faults.txt", "--clock", "2008-03-05T11:00:00"},
+                                  {.unanswered = Unanswered::Expected});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_EQ(ended.out, "clients: 2 added, 1 refused\nsend clients: ended at a question without an answer\n");
+}
+
 // --- What went wrong -------------------------------------------------------------------------------------------------
 
 TEST_F(Account, A_read_only_database_is_told_record_by_record) {
@@ -379,6 +412,18 @@ TEST_F(Account, A_report_replaces_an_older_one_and_nothing_else) {
   }
   EXPECT_EQ(folder_.Read("note.txt"), "Mine.\n");
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "64");
+}
+
+TEST_F(Account, A_run_that_is_refused_leaves_an_older_report_alone) {
+  Reported("send", "activities", 11, {"--id", "DESIGN:"});
+  const auto report = Report();
+  ASSERT_THAT(report, Not(IsEmpty()));
+  EXPECT_EQ(folder_.Twqb({"send", "clients", "--answers", "none.txt", "--report", "report.jsonl"}).status, 2);
+  EXPECT_EQ(Report(), report);
+  HeldTransfer first(folder_, {"send", "clients", "--answers", "yes.txt", "--no-progress"}, "CustomerAddRq");
+  EXPECT_EQ(Reported("send", "clients", 12).status, 1);
+  EXPECT_EQ(Report(), report);
+  EXPECT_EQ(first.Finish().exitStatus, 0);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST(RunObserver, Hears_what_the_settings_decide_about_a_pair) {
   house.Send();
   house.Get({.never = true});
   EXPECT_EQ(kept.Lines(), (Lines{"ACME left: the settings never change a linked record",
-                                 "ACME changed: the settings let it go, whichever is newer",
+                                 "ACME changed: it goes, whichever side is newer",
                                  " left: the settings never change a linked record"}));
 }
 
@@ -78,6 +78,26 @@ TEST(RunObserver, Hears_that_a_link_led_to_nothing) {
   const KeptAccount kept;
   house.Send();
   EXPECT_EQ(kept.Lines(), Lines{"ACME added: its link led to nothing any more"});
+}
+
+TEST(RunObserver, Hears_that_a_link_could_not_be_looked_up_with_the_twin_that_may_be_there) {
+  ClientsHouse house({}, "CustomerQueryRq 1 status 3180 Error \"No.\"");
+  const auto id = house.AddCustomer("<Name>Old</Name>");
+  house.Client("ClientID, QBLinkID", "'ACME', " + Quoted(id));
+  const KeptAccount kept;
+  house.Send();
+  ASSERT_EQ(kept.Lines(), Lines{"ACME added: its link " + id + " could not be looked up"});
+  EXPECT_EQ(kept.records[0].former, id);
+  EXPECT_EQ(kept.records[0].parting, Parting::LinkUnread);
+}
+
+TEST(RunObserver, Hears_of_an_error_behind_what_was_known_of_a_record_that_is_there) {
+  ClientsHouse house({}, "sql 1 raise 0x80004005 \"Broken.\" UPDATE");
+  house.AddCustomer("<Name>A</Name>");
+  house.Client("ClientID", "'A'");
+  const KeptAccount kept;
+  house.Send();
+  EXPECT_EQ(kept.Lines(), Lines{"A added: its name is in use; it is \"A1\" there; then error -2147467259: Broken."});
 }
 
 TEST(RunObserver, Hears_of_an_error_with_the_record_in_hand_and_how_far_the_table_came) {
@@ -107,7 +127,8 @@ TEST(RunObserver, Hears_of_a_write_back_that_reached_no_row_though_only_the_log_
   house.Sql("CREATE TRIGGER Swallow BEFORE UPDATE ON Client BEGIN SELECT RAISE(IGNORE); END");
   const KeptAccount kept;
   house.Send();
-  EXPECT_EQ(kept.Lines(), Lines{"ACME added"});
+  ASSERT_EQ(kept.Lines().size(), 1U);
+  EXPECT_TRUE(kept.Lines()[0].starts_with("ACME added: error: The link ")) << kept.Lines()[0];
   ASSERT_EQ(kept.errors.size(), 1U);
   EXPECT_TRUE(kept.errors[0].starts_with("WriteLink 0 The link ")) << kept.errors[0];
   EXPECT_TRUE(kept.errors[0].ends_with("was written to 0 rows of Client in the place of one: ClientID = 'ACME' [ACME]"))

@@ -8,6 +8,7 @@
 #include "tests/transactions/PaymentsHouse.h"
 #include "tests/transactions/TimeEntriesHouse.h"
 #include "transactions/ExpenseLogIn.h"
+#include "transactions/PayrollItems.h"
 #include "transactions/VendorBillsIn.h"
 
 namespace twqb {
@@ -26,9 +27,9 @@ TEST(TransactionAccount, Tells_why_time_stays_here) {
   house.Entry("LINK", {{"ActivityID", "'DRAW:'"}});
   const KeptAccount kept;
   house.Send();
-  ASSERT_EQ(kept.Lines(), (Lines{"GOES added", " passed over: it is not posted, or has comp time that stays here",
+  ASSERT_EQ(kept.Lines(), (Lines{"GOES added", "DRAFT passed over: it is not posted, or has comp time that stays here",
                                  "BELOW passed over: QuickBooks does not support negative time",
-                                 "LINK passed over: ActivityID DRAW: has no link"}));
+                                 "LINK passed over: its activity DRAW: is not in QuickBooks yet"}));
   EXPECT_EQ(kept.records[0].identifier, house.ColumnOf("GOES", "QBLinkID"));
 }
 
@@ -39,17 +40,20 @@ TEST(TransactionAccount, Tells_a_payment_by_what_goes_to_each_invoice) {
   house.Payment("P");
   house.Allocate("P", "1", "60");
   house.Allocate("P", "2", "40");
+  house.Allocate("P", "3", "1");
   house.Payment("Q");
   house.Allocate("Q", "9", "1");
   house.Payment("R");
   const KeptAccount kept;
   house.Send();
   EXPECT_EQ(kept.Lines(),
-            (Lines{"- P-1 added", "- P-2 passed over: QuickBooks does not expect so much for its invoice", "P added",
+            (Lines{"- P-1 added", "- P-2 passed over: QuickBooks does not expect so much for its invoice",
+                   "- P-3 passed over: behind a line that could not go",
+                   "P added: in part: QuickBooks does not expect so much for its invoice",
                    "- Q-9 passed over: its invoice is not in QuickBooks",
                    "Q passed over: its invoice is not in QuickBooks", "R passed over: it goes to no invoice"}));
   EXPECT_EQ(kept.records.at(0).identifier, house.AllocationLink("P", "1"));
-  EXPECT_EQ(kept.records.at(2).identifier, house.AllocationLink("P", "1"));
+  EXPECT_EQ(kept.records.at(3).identifier, house.AllocationLink("P", "1"));
   EXPECT_TRUE(kept.errors.empty());
 }
 
@@ -63,6 +67,43 @@ TEST(TransactionAccount, Tells_a_refusal_of_a_line_once) {
   ASSERT_EQ(kept.Lines(), (Lines{"- P-1 refused: status 3180: No.", "P refused: status 3180: No."}));
   EXPECT_FALSE(kept.records[0].isOfItsLines);
   EXPECT_TRUE(kept.records[1].isOfItsLines);
+}
+
+TEST(TransactionAccount, Tells_a_refused_retainer_with_its_status_and_no_error) {
+  PaymentsHouse house({.answers = "yes"}, "InvoiceAddRq 1 status 3180 Error \"No.\"");
+  house.Retainer("P", "ROOF:");
+  const KeptAccount kept;
+  house.Send();
+  EXPECT_EQ(kept.Lines(), Lines{"P refused: status 3180: No."});
+  EXPECT_TRUE(kept.errors.empty());
+}
+
+TEST(TransactionAccount, Tells_no_error_of_an_account_in_whose_place_another_one_does) {
+  TimeEntriesHouse house({}, "PayrollItemWageAddRq 1 status 3140 Error \"No.\"");
+  Vars().g_TWSettingsPath.clear();
+  const KeptAccount kept;
+  EXPECT_FALSE(SecureWageItems(TimeEntriesHouse::Session()));
+  EXPECT_EQ(kept.errors, Lines{"SecureWageItems 0 no account for payroll item wages []"});
+}
+
+TEST(TransactionAccount, Tells_of_a_link_that_could_not_be_looked_up_with_the_twin_that_may_be_there) {
+  TimeEntriesHouse house({}, "TimeTrackingQueryRq 1 status 3180 Error \"No.\"");
+  house.Entry("T", {{"QBLinkID", "'1-1'"}});
+  const KeptAccount kept;
+  house.SendSelection("SELECT * FROM TimeEntry");
+  ASSERT_EQ(kept.Lines(), Lines{"T added: its link 1-1 could not be looked up"});
+  EXPECT_EQ(kept.records[0].former, "1-1");
+  EXPECT_EQ(kept.records[0].parting, Parting::LinkUnread);
+}
+
+TEST(TransactionAccount, Tells_an_error_behind_what_had_become_of_the_record_by_then) {
+  PaymentsHouse house({}, "sql 1 raise 0x80004005 \"Broken.\" UPDATE Payment");
+  house.Invoice("1");
+  house.Payment("P", {{"QBLinkID", "'1-1'"}});
+  house.Allocate("P", "1", "60");
+  const KeptAccount kept;
+  house.Send();
+  EXPECT_EQ(kept.Lines(), (Lines{"- P-1 added: error -2147467259: Broken.", "P added: error -2147467259: Broken."}));
 }
 
 TEST(TransactionAccount, Tells_the_rows_of_a_bill_when_it_is_sent) {
@@ -90,6 +131,16 @@ TEST(TransactionAccount, Tells_the_rows_of_a_bill_that_a_broken_run_never_sent) 
   EXPECT_EQ(kept.records.size(), 2U);
 }
 
+TEST(TransactionAccount, Tells_the_rows_of_a_bill_that_could_not_be_sent_with_the_error) {
+  const std::string why = " failed: error -2147220731: Broken.";
+  ExpensesHouse house({}, "DoRequests 1 raise 0x80040305 \"Broken.\"");
+  for (const auto* key : {"E1", "E2"}) house.Expense(key);
+  const KeptAccount kept;
+  house.SendAll();
+  EXPECT_EQ(kept.Lines(), (Lines{"E1" + why, "E2" + why}));
+  EXPECT_EQ(kept.errors, Lines{"SendBill -2147220731 Broken. ['E1','E2']"});
+}
+
 TEST(TransactionAccount, Tells_a_vendor_bill_with_its_lines) {
   VendorBillsHouse house;
   house.Bill("B1");
@@ -103,6 +154,33 @@ TEST(TransactionAccount, Tells_a_vendor_bill_with_its_lines) {
                                  "B2 passed over: its project has no link", "B3 passed over: its vendor has no link"}));
 }
 
+TEST(TransactionAccount, Tells_a_vendor_bill_that_goes_in_part_with_every_line_that_stays) {
+  VendorBillsHouse house;
+  house.Bill("B1");
+  house.Hours("H1", "B1");
+  house.Hours("H2", "B1", {{"ProjectID", "'NONE:'"}});
+  house.Hours("H3", "B1");
+  house.Bill("B2");
+  const KeptAccount kept;
+  house.Send();
+  EXPECT_EQ(kept.Lines(),
+            (Lines{"- H2 passed over: its project has no link", "- H3 passed over: behind a line that could not go",
+                   "- H1 added", "B1 added: in part: its project has no link", "B2 passed over: it has no lines"}));
+}
+
+TEST(TransactionAccount, Tells_the_lines_of_a_vendor_bill_that_did_not_go) {
+  VendorBillsHouse house({.answers = "yes"},
+                         "DoRequests 1 raise 0x80040305 \"Broken.\"\nBillAddRq 1 status 3180 Error \"No.\"");
+  for (const std::string number : {"1", "2"}) {
+    house.Bill("B" + number);
+    house.Hours("H" + number, "B" + number);
+  }
+  const KeptAccount kept;
+  house.Send();
+  EXPECT_EQ(kept.Lines(), (Lines{"- H1 passed over: its bill was not sent", "B1 failed: error -2147220731: Broken.",
+                                 "- H2 passed over: its bill was refused", "B2 refused: status 3180: No."}));
+}
+
 // --- Gets ------------------------------------------------------------------------------------------------------------
 
 TEST(TransactionAccount, Tells_why_time_stays_in_QuickBooks_and_nothing_goes_wrong_by_telling) {
@@ -113,9 +191,9 @@ TEST(TransactionAccount, Tells_why_time_stays_in_QuickBooks_and_nothing_goes_wro
                      {.txnId = "1-2", .customer = ""},
                      {.txnId = "1-3", .entity = "<ListID>E-9</ListID><FullName>Bo Birch</FullName>"}});
   house.GetReturned({{.txnId = "1-1"}});
-  EXPECT_EQ(kept.Lines(),
-            (Lines{house.Got("TEID") + " added", " passed over: it has no CustomerRef",
-                   " passed over: EntityRef Bo Birch is not here", " left: it is here, and never comes twice"}));
+  EXPECT_EQ(kept.Lines(), (Lines{house.Got("TEID") + " added", " passed over: it has no customer or job",
+                                 " passed over: employee or vendor Bo Birch is not here",
+                                 " left: it is here, and never comes twice"}));
   EXPECT_TRUE(kept.errors.empty());
   EXPECT_TRUE(house.BoxTexts().empty());
 }
@@ -143,8 +221,9 @@ TEST(TransactionAccount, Tells_a_bill_that_comes_in_with_the_lines_that_do_and_w
   ASSERT_EQ(kept.records.size(), 4U);
   const auto bill = house.Scalar("SELECT VendorBillID FROM VendorBill");
   const auto line = house.Scalar("SELECT ELID FROM ExpenseLog");
-  EXPECT_EQ(kept.Lines(), (Lines{"-  passed over: its item is not here", "- " + line + " added", bill + " added",
-                                 bill + " left: BillingDb is newer by 1 d 1 h"}));
+  EXPECT_EQ(kept.Lines(),
+            (Lines{"-  passed over: its item is not here", "- " + line + " added",
+                   bill + " added: in part: its item is not here", bill + " left: BillingDb is newer by 1 d 1 h"}));
   EXPECT_EQ(kept.records[1].identifier, "E-1");
   EXPECT_EQ(kept.records[2].identifier, "1-1");
 }
