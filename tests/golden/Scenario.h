@@ -12,7 +12,7 @@
 //   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it
 //   sql STATEMENT              a statement against BillingDb
 //   qb REQUESTS                qbXML requests against the company file
-//   subscribed                 QuickBooks sends this product events; `call SubscribeToQBEvents` tells how it comes to that
+//   subscribed                 QuickBooks sends this product events, as it does behind `call SubscribeToQBEvents`
 //   answer WORDS               a line of the next transfer's answers file
 //   nobody there               the next transfer has no answers file, and asks into the void
 //   fault WORDS                a line of the next transfer's faults file
