@@ -59,7 +59,7 @@ enum class Access : std::uint8_t { ReadWrite, Read };
 struct Engine {
   // Statements may outlive the close; the engine then lets go of the file with the last of them.
   struct Closer {
-    void operator()(sqlite3* handle) const { storage::CloseInOrder(handle); }
+    void operator()(sqlite3* raw) const { storage::CloseInOrder(raw); }
   };
 
   std::string path;  // absolute
