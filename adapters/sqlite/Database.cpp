@@ -156,7 +156,7 @@ void Database::Create(const std::string& file) {
   const auto handle = OpenHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   // The engine writes the file with its first change alone. This one leaves nothing else behind.
   const int code =
-      sqlite3_exec(handle.get(), "PRAGMA synchronous = FULL; PRAGMA user_version = 0", nullptr, nullptr, nullptr);
+      sqlite3_exec(handle.get(), "PRAGMA synchronous = EXTRA; PRAGMA user_version = 0", nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) throw FailureOf(handle.get(), code);
 }
 

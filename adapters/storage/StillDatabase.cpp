@@ -34,7 +34,11 @@ StillDatabase::StillDatabase(const std::string& path) {
   if (code == SQLITE_OK) {
     sqlite3_busy_timeout(opened, kPatience);
     constexpr auto kHold = "BEGIN; SELECT count(*) FROM sqlite_schema";
-    if (sqlite3_exec(opened, kHold, nullptr, nullptr, nullptr) == SQLITE_OK) return;
+    const int held = sqlite3_exec(opened, kHold, nullptr, nullptr, nullptr);
+    if (held == SQLITE_OK) return;
+    // What can't be opened at all is told by who copies its bytes.
+    const bool hasLog = std::filesystem::exists(path + "-wal", ignored);
+    couldNotBeHeld_ = held != SQLITE_NOTADB && (held != SQLITE_CANTOPEN || hasLog);
   }
   handle_.reset();
 }

@@ -14,8 +14,12 @@ namespace twqb::storage {
 
 class StillDatabase {
  public:
-  // Waits a little for who is writing. Whatever fails, the file is then not held, which the copy does not wait for.
+  // Waits a little for who is writing.
   explicit StillDatabase(const std::string& path);
+
+  // It is a database, and could not be held: no copy would be one state of it.
+  [[nodiscard]] bool CouldNotBeHeld() const { return couldNotBeHeld_; }
+  [[nodiscard]] bool IsHeld() const { return handle_ != nullptr; }
 
   // The whole file in its ordinary form, where its own bytes are not all of it; nothing where they are, or where it is
   // no database; an empty text where there is no room for it. While it hands something out, no one in this process may
@@ -27,6 +31,7 @@ class StillDatabase {
     void operator()(sqlite3* handle) const;
   };
   std::unique_ptr<sqlite3, Closer> handle_;  // in a transaction that reads; nothing when the file is not held
+  bool couldNotBeHeld_ = false;
 };
 
 }  // namespace twqb::storage

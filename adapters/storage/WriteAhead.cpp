@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -38,6 +39,20 @@ bool Look(sqlite3* handle) { return Run(handle, "SELECT count(*) FROM sqlite_sch
 std::string PathOf(sqlite3* handle) {
   const char* path = sqlite3_db_filename(handle, "main");
   return path == nullptr ? "" : path;
+}
+
+// Whether another file stands at the path by now: what is beside that one is not this handle's to touch.
+bool HasMoved(sqlite3* handle) {
+  int moved = 0;
+  return sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved != 0;
+}
+
+// The log and its index want room; a file that went over and then can't have them could not even be read.
+bool HasRoom(const std::string& path) {
+  constexpr std::uintmax_t kRoom = 32U * 1024 * 1024;
+  std::error_code failed;
+  const auto space = std::filesystem::space(path, failed);
+  return !failed && space.available >= kRoom;
 }
 
 bool HasLog(const std::string& path) {
@@ -95,7 +110,9 @@ Form TryToEnd(const std::string& path) {
 void LookBehind(const std::string& path) {
   constexpr int kAttempts = 20;
   constexpr int kLongestPause = 5;  // milliseconds
-  std::minstd_rand random{std::random_device{}()};
+  // Two processes began at other moments.
+  std::minstd_rand random(
+      static_cast<std::minstd_rand::result_type>(std::chrono::steady_clock::now().time_since_epoch().count()));
   std::uniform_int_distribution<int> pause(0, kLongestPause);
   for (int i = 0; i < kAttempts && !HasLog(path); ++i) {
     if (TryToEnd(path) == Form::Ordinary) return;
@@ -106,7 +123,8 @@ void LookBehind(const std::string& path) {
 }  // namespace
 
 int SetUp(sqlite3* handle) {
-  constexpr auto kSettings = "PRAGMA synchronous = FULL; PRAGMA wal_autocheckpoint = 4000";
+  // Beyond FULL, the going of a rollback journal is durable, too.
+  constexpr auto kSettings = "PRAGMA synchronous = EXTRA; PRAGMA wal_autocheckpoint = 4000";
   return sqlite3_exec(handle, kSettings, nullptr, nullptr, nullptr);
 }
 
@@ -139,7 +157,7 @@ Form FormOf(sqlite3* handle) {
 Form BeginWriteAhead(sqlite3* handle) {
   if (FormOf(handle) == Form::WriteAhead) return Form::WriteAhead;
   const auto path = PathOf(handle);
-  if (path.empty() || !TakesWriteAhead(path)) return Form::Ordinary;
+  if (path.empty() || HasMoved(handle) || !TakesWriteAhead(path) || !HasRoom(path)) return Form::Ordinary;
   // By a handle of its own: one that has begun and then can't share the memory is of no use any more.
   auto beginning = Open(path);
   if (!beginning) return Form::Ordinary;
@@ -166,6 +184,7 @@ void WriteAhead::BeforeWrite(sqlite3* handle) {
 }
 
 Form EndWriteAhead(sqlite3* handle) {
+  if (HasMoved(handle)) return Form::Ordinary;
   const ShortPatience patience(handle);
   if (FormOf(handle) == Form::WriteAhead) Run(handle, "PRAGMA journal_mode = DELETE");
   return FormOf(handle);

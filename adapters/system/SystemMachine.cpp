@@ -133,10 +133,23 @@ std::optional<std::string> SystemMachine::ReadRegistry(std::string_view key, std
   return Profile(options_.registryFile).Read(key.substr(kRegistryRoot.size()), name);
 }
 
+namespace {
+
+// What a killed process has left beside the database that the copy takes the place of belongs to that one: with the
+// copy it would be taken for its own.
+bool RemoveLogsOf(const std::string& database) {
+  for (const auto* suffix : {"-journal", "-wal", "-shm"}) {
+    if (::unlink((database + suffix).c_str()) != 0 && errno != ENOENT) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
 void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   const storage::StillDatabase still(from);
   const auto image = still.Image();
-  if (image && image->empty()) Raise(error::kFileAccess, from);
+  if (still.CouldNotBeHeld() || (image && image->empty())) Raise(error::kFileAccess, from);
   const auto source = image ? FileDescriptor() : OpenForReading(from);
   if (!image && !source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
   // A backup must not reach, by a link that somebody has put in its place, what it was not made for.
@@ -147,7 +160,8 @@ void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   // The rights come ahead of the content: nobody reads the copy who may not read the original.
   const bool done = ::stat(from.c_str(), &status) == 0 &&
                     ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 &&
-                    (image ? WriteAll(copy->File(), *image) : CopyBytes(source, copy->File())) && copy->Commit();
+                    (image ? WriteAll(copy->File(), *image) : CopyBytes(source, copy->File())) &&
+                    (!still.IsHeld() || RemoveLogsOf(to)) && copy->Commit();
   if (!done) Raise(error::kFileAccess, to);
 }
 

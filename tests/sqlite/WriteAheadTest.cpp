@@ -78,7 +78,7 @@ TEST_F(WriteAhead, Begins_with_the_first_write_and_ends_with_the_last_close) {
   EXPECT_TRUE(IsPlain()) << "who only reads changes nothing";
   Add(*connection_);
   EXPECT_TRUE(HasLog());
-  EXPECT_EQ(Scalar("PRAGMA synchronous"), "2") << "every statement is durable";
+  EXPECT_EQ(Scalar("PRAGMA synchronous"), "3") << "every statement is durable";
   connection_->Close();
   EXPECT_TRUE(IsPlain());
   EXPECT_EQ(RowsOfACopy(), "1");
@@ -165,6 +165,29 @@ TEST_F(WriteAhead, Is_taken_up_whole_from_a_process_that_was_killed) {
     next->Close();
     EXPECT_EQ(RowsOfACopy(), "50");
   }
+}
+
+TEST_F(WriteAhead, Of_a_file_that_was_put_in_its_place_leaves_the_log_to_that_one) {
+  auto old = Unopened("Provider=SQLITE;Data Source=" + File());
+  old->Open();
+  old->Execute("INSERT INTO Kept VALUES (1)", nullptr);
+  for (const char* suffix : {"", "-wal", "-shm"}) {
+    std::filesystem::rename(File() + suffix, PathTo("gone.db") + suffix);
+  }
+  std::filesystem::copy_file(PathTo("gone.db"), File());
+  EXPECT_EQ(InAnotherProcess([&] {
+              auto other = Unopened("Provider=SQLITE;Data Source=" + File());
+              other->Open();
+              other->Execute("CREATE TABLE IF NOT EXISTS Kept (a INTEGER)", nullptr);
+              other->Execute("INSERT INTO Kept VALUES (77)", nullptr);
+              std::raise(SIGKILL);
+            }),
+            SIGKILL);
+  ASSERT_TRUE(HasLog());
+  old->Close();
+  EXPECT_TRUE(HasLog());
+  connection_->Open();
+  EXPECT_EQ(Scalar("SELECT count(*) FROM Kept WHERE a = 77"), "1");
 }
 
 TEST_F(WriteAhead, Of_two_processes_ends_with_the_last) {

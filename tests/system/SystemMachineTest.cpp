@@ -57,6 +57,17 @@ Date UtcNow() {
   return Date::FromUnixSeconds(std::chrono::duration_cast<std::chrono::seconds>(now).count());
 }
 
+TEST(SystemMachine, A_copy_of_a_database_takes_nothing_over_that_was_left_beside_the_one_before) {
+  const TemporaryFolder folder;
+  SystemMachine machine({});
+  WriteFile(folder / "from.db", "");  // an empty database
+  const std::string to = folder / "to.db";
+  for (const auto* suffix : {"", "-wal", "-shm", "-journal"}) WriteFile(to + suffix, "left by one that was killed");
+  machine.CopyFile(folder / "from.db", to);
+  EXPECT_TRUE(std::filesystem::is_empty(to));
+  for (const auto* suffix : {"-wal", "-shm", "-journal"}) EXPECT_FALSE(std::filesystem::exists(to + suffix)) << suffix;
+}
+
 TEST(SystemMachine, The_clock_shows_local_time_in_whole_seconds) {
   const Zone zone("XYZ-5:30");
   SystemMachine machine({});
