@@ -4,8 +4,6 @@
 // Of the input, the first byte chooses the table; the rest is the whole answer. What the library asks besides (which
 // QuickBooks this is, records that a record refers to) is answered by the company file.
 
-#include <fmt/core.h>
-
 #include <array>
 #include <cstdint>
 #include <string>
@@ -17,6 +15,7 @@ namespace {
 
 using namespace twqb;
 using fuzz::Require;
+using fuzz::SharedLinks;
 
 struct FuzzedTable {
   enTables table;
@@ -40,22 +39,12 @@ constexpr std::array kTables = {
     FuzzedTable{enEstimates, "<EstimateQueryRq", "Budget"},
 };
 
-std::string SharedLinks(ado::Connection& connection, std::string_view table) {
-  return ToText(connection
-                    .Execute(fmt::format("SELECT COUNT(*) FROM (SELECT QBLinkID FROM {} WHERE QBLinkID <> '' GROUP BY "
-                                         "QBLinkID HAVING COUNT(*) > 1)",
-                                         table),
-                             nullptr)
-                    ->FieldAt(0));
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
   static fuzz::FuzzedFirm firm;
-  firm.Refresh();
-  const auto& table = kTables[data[0] % kTables.size()];
+  const auto& table = firm.Begin(kTables, data[0]);
   bool answered = false;
   firm.QuickBooks().answer = [&](std::string_view document, std::string& answer) {
     if (answered || document.find(table.request) == std::string_view::npos) return false;

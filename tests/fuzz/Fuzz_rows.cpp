@@ -19,6 +19,8 @@ namespace {
 
 using namespace twqb;
 using fuzz::Require;
+using fuzz::Scalar;
+using fuzz::SharedLinks;
 
 struct FuzzedTable {
   enTables table;
@@ -75,27 +77,19 @@ void SetRow(ado::Connection& connection, const FuzzedTable& table, std::string_v
   }
 }
 
-std::string Scalar(ado::Connection& connection, const std::string& statement) {
-  return ToText(connection.Execute(statement, nullptr)->FieldAt(0));
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
   static fuzz::FuzzedFirm firm;
-  firm.Refresh();
-  const auto& table = kTables[data[0] % kTables.size()];
+  const auto& table = firm.Begin(kTables, data[0]);
   const auto billing = firm.Billing();
   SetRow(*billing, table, {reinterpret_cast<const char*>(data) + 1, size - 1});
   const auto count = fmt::format("SELECT COUNT(*) FROM {}", table.rows);
-  const auto shared = fmt::format(
-      "SELECT COUNT(*) FROM (SELECT QBLinkID FROM {} WHERE QBLinkID <> '' GROUP BY QBLinkID HAVING COUNT(*) > 1)",
-      table.rows);
   const auto rowsBefore = Scalar(*billing, count);
-  const auto sharedBefore = Scalar(*billing, shared);
+  const auto sharedBefore = SharedLinks(*billing, table.rows);
   firm.Transfer([&](CTWQBBridge& bridge) { (void)bridge.SendDataToQB(table.table); });
   Require(Scalar(*billing, count) == rowsBefore);
-  Require(!table.ownLinks || Scalar(*billing, shared) == sharedBefore);
+  Require(!table.ownLinks || SharedLinks(*billing, table.rows) == sharedBefore);
   return 0;
 }

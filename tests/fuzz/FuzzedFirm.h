@@ -3,8 +3,10 @@
 // Both files are made once and put back as they were every so often, so that finds can be told from leftovers.
 #pragma once
 
+#include <fmt/core.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -58,15 +60,26 @@ class AnsweringFactory : public TransportFactory {
   TransportFactory& inner_;
 };
 
+inline std::string Scalar(ado::Connection& connection, std::string_view statement) {
+  return ToText(connection.Execute(statement, nullptr)->FieldAt(0));
+}
+
+// How many links of a table more than one row has.
+inline std::string SharedLinks(ado::Connection& connection, std::string_view table) {
+  return Scalar(connection, fmt::format("SELECT COUNT(*) FROM (SELECT QBLinkID FROM {} WHERE QBLinkID <> '' GROUP BY "
+                                        "QBLinkID HAVING COUNT(*) > 1)",
+                                        table));
+}
+
 class FuzzedFirm {
  public:
   FuzzedFirm() {
     cli::MakeFolder(folder_, {.content = cli::Content::Sample}, machine_);
-    Begin();
+    ComposeAll();
     Transfer([](CTWQBBridge& bridge) { (void)bridge.SendDataToQB(enAll); });
     End();
     for (const auto* file : kFiles) std::filesystem::copy_file(Path(file), Path(file) + ".kept");
-    Begin();
+    ComposeAll();
   }
   ~FuzzedFirm() {
     End();
@@ -76,7 +89,13 @@ class FuzzedFirm {
   FuzzedFirm(const FuzzedFirm&) = delete;
   FuzzedFirm& operator=(const FuzzedFirm&) = delete;
 
-  // To be called ahead of each input.
+  // To be called ahead of each input: the one of `tables` that its first byte chooses.
+  template <typename Tables>
+  [[nodiscard]] const auto& Begin(const Tables& tables, std::uint8_t choice) {
+    Refresh();
+    return tables[choice % tables.size()];
+  }
+
   void Refresh() {
     constexpr int kInputsPerFirm = 100;
     if (++inputs_ % kInputsPerFirm != 0) return;
@@ -84,7 +103,7 @@ class FuzzedFirm {
     for (const auto* file : kFiles) {
       std::filesystem::copy_file(Path(file) + ".kept", Path(file), std::filesystem::copy_options::overwrite_existing);
     }
-    Begin();
+    ComposeAll();
   }
 
   // No error may leave an operation. Every question is answered with Yes; one that has no such answer ends it.
@@ -119,7 +138,7 @@ class FuzzedFirm {
     Require(mkdtemp(folder.data()) != nullptr);
     return folder;
   }
-  void Begin() {
+  void ComposeAll() {
     desk_ = std::make_unique<ScriptedDesk>(ParseAnswers("default yes\ndefault skip\n"));
     Compose({.database = &database_,
              .quickbooks = &quickbooks_,
