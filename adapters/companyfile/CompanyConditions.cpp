@@ -20,7 +20,7 @@ using Words = std::array<std::string_view, kCount>;
 constexpr Words<2> WordsOf(Permission) { return {"granted", "withheld"}; }
 constexpr Words<2> WordsOf(DialogState) { return {"closed", "open"}; }
 constexpr Words<2> WordsOf(Feature) { return {"enabled", "disabled"}; }
-constexpr Words<2> WordsOf(RecoveryReading) { return {"strict", "lenient"}; }
+constexpr Words<3> WordsOf(RecoveryReading) { return {"strict", "lenient", "late"}; }
 constexpr Words<3> WordsOf(HostAnswer) { return {"answered", "refused", "unknown"}; }
 
 template <auto kField>
@@ -107,8 +107,9 @@ constexpr std::array kConditions = {
               .text = WordText<&CompanyConditions::timeTracking>,
               .set = SetWord<&CompanyConditions::timeTracking>},
     Condition{.name = "recovery",
-              .allowed = "strict or lenient",
-              .meaning = "what is open about sets with identifiers is taken the way that is easier for programs",
+              .allowed = "strict, lenient or late",
+              .meaning = "lenient: what is open about sets with identifiers is taken the way that is easier for "
+                         "programs; late: an answer is stored behind the work, so that a crash loses it",
               .text = WordText<&CompanyConditions::recovery>,
               .set = SetWord<&CompanyConditions::recovery>},
     Condition{.name = "closing-date",

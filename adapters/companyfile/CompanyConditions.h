@@ -18,8 +18,8 @@ enum class Permission : std::uint8_t { Granted, Withheld };
 enum class DialogState : std::uint8_t { Closed, Open };
 enum class Feature : std::uint8_t { Enabled, Disabled };
 // How the file takes what is not settled about sets that are remembered: the way that is harder for a program, or the
-// easier one.
-enum class RecoveryReading : std::uint8_t { Strict, Lenient };
+// easier one. Late is as Strict, and an answer is stored behind the work, so that a crash between them loses it.
+enum class RecoveryReading : std::uint8_t { Strict, Lenient, Late };
 enum class HostAnswer : std::uint8_t { Answered, Refused, Unknown };
 
 inline constexpr std::string_view kNeverClosed = "none";  // in place of a closing date

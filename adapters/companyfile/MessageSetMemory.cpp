@@ -26,16 +26,9 @@ constexpr messages::Version kFirstVersion = {2, 0};
 constexpr char kAndLeniently = '/';  // between the two checksums of a set
 
 // Whether identifiers of 24 characters are taken is not settled.
-constexpr std::size_t LongestId(RecoveryReading reading) { return reading == RecoveryReading::Strict ? 23 : 24; }
+constexpr std::size_t LongestId(RecoveryReading reading) { return reading == RecoveryReading::Lenient ? 24 : 23; }
 
-// A hash of 64 bits, and the length. It need not withstand anybody who looks for a collision.
-std::string HashOf(std::string_view text) {
-  constexpr std::uint64_t kOffset = 14695981039346656037U;
-  constexpr std::uint64_t kPrime = 1099511628211U;
-  auto hash = kOffset;
-  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
-  return fmt::format("{:016x}-{}", hash, text.size());
-}
+std::string ChecksumOf(std::string_view text) { return fmt::format("{:016x}-{}", HashOf(text), text.size()); }
 
 // The answers with their statuses, without the records in them.
 std::string WithoutRecords(const std::string& elements) {
@@ -65,9 +58,9 @@ MessageSetMemory::MessageSetMemory(CompanyStore& store, const std::string& appli
   }
   if (attributes_.newId.empty()) return;
   // What a checksum is of is not settled: all that decides what is done, to the letter, or what the requests say.
-  strictChecksum_ = HashOf(fmt::format("{} {} {}", messages::FormTag(set.GetForm()),
+  strictChecksum_ = ChecksumOf(fmt::format("{} {} {}", messages::FormTag(set.GetForm()),
                                        set.GetOnError() == OnError::Stop ? "stop" : "continue", set.ContentText()));
-  lenientChecksum_ = HashOf(set.ParsedContent());
+  lenientChecksum_ = ChecksumOf(set.ParsedContent());
 }
 
 std::optional<SetAnswer> MessageSetMemory::AnswerWithoutRunning() {
@@ -118,15 +111,15 @@ SetAnswer MessageSetMemory::Finish(std::string elements) {
   if (!IsStrict()) {
     answer.newId = attributes_.newId;
     answer.code = kInOrder;
-    if (!attributes_.newId.empty()) Put(answer.elements);
   }
+  // At what moment the answer is stored is not settled. Where it is stored behind what the set did, QuickBooks can end
+  // between the two: then the identifier is not known, and the work is done all the same.
+  if (!attributes_.newId.empty() && reading_ != RecoveryReading::Late) Put(answer.elements);
   return answer;
 }
 
 void MessageSetMemory::RememberAfterwards(SetAnswer& answer) {
-  // At what moment the answer is stored is not settled. Where it is stored behind what the set did, QuickBooks can end
-  // between the two: then the identifier is not known, and the work is done all the same.
-  if (attributes_.newId.empty() || !IsStrict()) return;
+  if (attributes_.newId.empty() || reading_ != RecoveryReading::Late) return;
   try {
     auto transaction = store_.Begin(SqliteTransaction::Purpose::Write);
     Put(answer.elements);
@@ -155,7 +148,7 @@ bool MessageSetMemory::IsSameContent(const StoredSet& set) const {
   const auto between = set.checksum.find(kAndLeniently);
   // Files of the third format have one checksum, of the reading that was set then, without version and onError.
   if (between == std::string::npos) {
-    return set.checksum == HashOf(set_.ContentText()) || set.checksum == lenientChecksum_;
+    return set.checksum == ChecksumOf(set_.ContentText()) || set.checksum == lenientChecksum_;
   }
   const std::string_view checksums = set.checksum;
   return IsStrict() ? checksums.substr(0, between) == strictChecksum_

@@ -3,7 +3,9 @@
 //
 // How QuickBooks takes this is settled in the main, and open in places. There the file takes the reading that is harder
 // for a program (RecoveryReading::Strict), so that one that gets along with it gets along with either; the condition
-// "recovery" sets the other one. What the two readings are stands at each place in the source.
+// "recovery" sets the other one. At what moment an answer is stored is a question of its own (RecoveryReading::Late):
+// where that is behind the work, a program that gets along with it has to do without QuickBooks' memory. What the
+// readings are stands at each place in the source.
 #pragma once
 
 #include <optional>
@@ -43,7 +45,7 @@ class MessageSetMemory {
   void RememberAfterwards(SetAnswer& answer);
 
  private:
-  [[nodiscard]] bool IsStrict() const { return reading_ == RecoveryReading::Strict; }
+  [[nodiscard]] bool IsStrict() const { return reading_ != RecoveryReading::Lenient; }
   [[nodiscard]] SetAnswer Coded(int code, std::string elements = {}) const;
   [[nodiscard]] SetAnswer AnswerStatusCheck();
   [[nodiscard]] std::optional<SetAnswer> AnswerOldAlone();

@@ -165,6 +165,12 @@ void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   if (!done) Raise(error::kFileAccess, to);
 }
 
+std::string SystemMachine::ComputerName() {
+  constexpr std::size_t kLongest = 256;
+  std::array<char, kLongest> name{};
+  // A name that is cut needs no end.
+  return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : std::string();
+}
 std::string SystemMachine::LibraryFolder() { return options_.libraryFolder; }
 
 void SystemMachine::AppendLine(const std::string& path, std::string_view line) {

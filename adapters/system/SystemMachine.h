@@ -50,6 +50,7 @@ class SystemMachine : public Machine {
   // state of it, in one file, whoever writes to it meanwhile. Where `to` is a symbolic link the copy takes the link's
   // place, and what the link leads to stays as it is.
   void CopyFile(const std::string& from, const std::string& to) override;
+  [[nodiscard]] std::string ComputerName() override;
   [[nodiscard]] std::string LibraryFolder() override;
   // The line is written in one step, so lines of several processes don't mix; its control characters, but tabs and line
   // ends, are written as "?". A new file is its owner's alone. Raises 76 when the folder is missing, else 75; the text

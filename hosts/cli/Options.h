@@ -41,6 +41,7 @@ struct Options {
   bool singleUser = false;
   bool noProgress = false;
   bool leaveOpen = false;
+  bool noRecovery = false;
   std::string answers;
   std::string faults;
   std::optional<FrozenOptions> clock;

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "bridge/Tables.h"
+#include "cli/Output.h"
 #include "cli/TableArgument.h"
 #include "platform/Text.h"
 #include "services/Errors.h"
@@ -81,6 +82,12 @@ void RunAccount::Append(const std::string& line) {
 
 void RunAccount::WalkEnded(const TableInHand& table, const Extent& extent) {
   TallyOf(table.number).notReached += extent.found - extent.taken;
+}
+
+// The log has it.
+void RunAccount::LostLinkTold(const LostLinkAccount& link) {
+  if (!link.isFound) ++errors_;
+  Tell(link.text);
 }
 
 void RunAccount::TableSkipped(const TableInHand& table) { TallyOf(table.number).skipped = true; }

@@ -16,6 +16,7 @@
 #include "cli/OpenedCompany.h"
 #include "cli/Options.h"
 #include "platform/machine.h"
+#include "twqb/CTWQBBridge.h"
 
 namespace twqb::cli {
 
@@ -28,6 +29,7 @@ struct Surroundings {
   Masking masking = Masking::Masked;
   CompanyOpened companyOpened = {};           // none: nobody asks
   std::span<const Table* const> tables = {};  // none: those of the library
+  LostLinks lostLinks = LostLinks::FindAgain;
   RunObserver* observer = nullptr;            // nothing: nobody hears what becomes of records
   LogOfRun* log = nullptr;                    // nothing: nobody hears of its lost lines
 };

@@ -26,12 +26,14 @@ std::string Now() { return GeneralDate(TheMachine().Now()); }
 
 }  // namespace
 
-void Compose(const Platform& platform, std::span<const Table* const> tables, RunObserver* observer) {
+void Compose(const Platform& platform, std::span<const Table* const> tables, RunObserver* observer,
+             LostLinks lostLinks) {
   Vars() = ModuleVariables{};
   Vars().platform = platform;
   Vars().tables = tables;
   Vars().pull = GetTableFromQB;
   Vars().observer = observer;
+  Vars().findsLostLinks = lostLinks == LostLinks::FindAgain;
 }
 
 CTWQBBridge::CTWQBBridge() {

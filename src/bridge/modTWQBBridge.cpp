@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include "bridge/Tables.h"
+#include "engine/LostAdditions.h"
 #include "engine/RecordReader.h"
 #include "engine/SelectionQueries.h"
 #include "events/modSubscribe.h"
@@ -194,14 +195,30 @@ Outcome TransferAll(const Transfer& transfer, const TransferOptions& options, Ru
   return {.result = true};
 }
 
+// The same in every process of this workstation that works on this BillingDb.
+void BeginRecovery(QBSessionManager& session) {
+  if (!Vars().findsLostLinks || session.Recovery().HasBegun()) return;
+  if (!TextToBoolean(gf_ReadSettings("GENERAL", "FindLostLinks", Vars().g_TWSettingsPath, "True"))) return;
+  session.Recovery().Begin(
+      Recovery::OwnerOf(kApplicationId, TheMachine().ComputerName(), UpperCase(Vars().g_ConnectString)));
+}
+
 bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
   Run& run = Vars();
   if (!CheckQBSession(true, options.isQBSingleMode)) return false;
   Vars().g_IsSubscribed = HasEvents() && IsSubscribed();
   int modeBefore = 0;
   if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
+  const bool sends = transfer.direction == Direction::Send;
+  // Held here: a table may end the session.
+  const auto session = Vars().g_QBSession;
+  if (sends) {
+    BeginRecovery(*session);
+    TakeUpWhatWasLeft(*session, FindTable);
+  }
   const auto outcome =
       table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
+  if (sends) DropWhatIsSettled(*session);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
 }
@@ -279,7 +296,9 @@ bool SendTableToQB(std::int32_t number, const SavedFilters& filters) {
       const auto sql = BuildSelectSQL(*table, filters, changedSince);
       scope.NoteNarrowed([&] { return LeftOut(changedSince, filters, run); });
       run.g_TableOk = TableOk::False;
-      DispatchSend(*table, {.sql = sql, .rule = filters.rule, .session = *Vars().g_QBSession, .run = run});
+      const auto session = Vars().g_QBSession;
+      DispatchSend(*table, {.sql = sql, .rule = filters.rule, .session = *session, .run = run});
+      SettleOpenAddition(*table, *session);
       return run.g_TableOk == TableOk::True;
     });
   });

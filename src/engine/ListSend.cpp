@@ -4,8 +4,10 @@
 #include <set>
 
 #include "engine/ListTable.h"
+#include "engine/LostAdditions.h"
 #include "engine/PairMoves.h"
 #include "engine/RecordReader.h"
+#include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "quickbooks/Requests.h"
@@ -17,6 +19,37 @@
 namespace twqb {
 
 namespace {
+
+// What is read of a row beside its key.
+void ReadSendRecord(const ListSend& send, const ado::Recordset& row, SendRecord& record) {
+  record.linkId = ColumnText(row, send.linkColumn);
+  record.countedName = record.key;
+  record.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));
+  if (send.readRow != nullptr) send.readRow(row, record);
+}
+
+std::string CountedName(std::string_view name, std::size_t attempt) {
+  return attempt == 0 ? std::string(name) : fmt::format("{}{}", name, attempt);
+}
+
+std::string NameOf(const ListSend& send, const RequestField& request) {
+  return send.nameOf != nullptr ? send.nameOf(request) : request["Name"].GetValue();
+}
+
+void StampRow(const ListTable& list, const RowPlace& place, std::string_view key, ado::Connection& connection) {
+  if (list.send.lastUpdatedStatement == nullptr) return WriteStamp(connection, place);
+  connection.Execute(list.send.lastUpdatedStatement(key, LocalToUTC(TheMachine().Now())), nullptr);
+}
+
+// What follows the addition of a row in BillingDb.
+void WriteListLink(const ListTable& list, const SendRecord& record, const std::string& listId,
+                   ado::Connection& connection) {
+  TellRecordId(record.key);
+  const RowPlace place = {.table = list.tableName, .condition = KeyCondition(list.keyColumn, record.key)};
+  WriteLink(connection, place, listId);
+  Vars().g_NewQBLinkID = listId;
+  if (record.lastUpdatedIsNull) StampRow(list, place, record.key, connection);
+}
 
 class ListSendWork final : public RowWork {
  public:
@@ -60,10 +93,7 @@ class ListSendWork final : public RowWork {
     record_.key = ColumnText(Row(), list_.keyColumn);
     walk_->CountRow(
         [&] { return send_.progressColumn.empty() ? record_.key : ColumnText(Row(), send_.progressColumn); });
-    record_.linkId = ColumnText(Row(), send_.linkColumn);
-    record_.countedName = record_.key;
-    record_.lastUpdatedIsNull = IsNull(Row().Field("LastUpdated"));
-    if (send_.readRow != nullptr) send_.readRow(Row(), record_);
+    ReadSendRecord(send_, Row(), record_);
   }
 
   void SendRow() {
@@ -118,7 +148,9 @@ class ListSendWork final : public RowWork {
     request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
     if (send_.announces == Announces::EveryPair && !TwinMoves(twin)) return;
     if (!IsFilled(request, RequestKind::Mod)) return;
-    const auto sent = Exchange(messageSet, request, RequestKind::Mod, 0);
+    const auto exchanged = Exchange(messageSet, request, RequestKind::Mod, 0);
+    if (!exchanged) return;
+    const auto& sent = *exchanged;
     // Nothing is written back after a Mod.
     if (!sent.refusal) {
       NoteFate(Fate::Changed);
@@ -129,7 +161,7 @@ class ListSendWork final : public RowWork {
       return;
     }
     // The name that the Mod would have given is in use: the record is added anew, in the same set.
-    tried_.insert(NameOf(request));
+    tried_.insert(NameOf(send_, request));
     leavesTwin_ = true;
     if (!AddRecord(messageSet, 1)) EndRefused(Refusal::AskInItsOwnBox, sent.answer.GetAt(0));
   }
@@ -146,25 +178,25 @@ class ListSendWork final : public RowWork {
     return filling == Filling::Filled;
   }
 
-  [[nodiscard]] std::string NameOf(const RequestField& request) const {
-    return send_.nameOf != nullptr ? send_.nameOf(request) : request["Name"].GetValue();
-  }
-
   // The last answer to a set; without a refusal the request went through.
   struct Exchanged {
     MsgSetResponse answer;
     std::optional<Refusal> refusal;
   };
 
-  // Sends the set, and again as long as the table mends the request, whose response is the one of that index.
-  Exchanged Exchange(const MsgSetRequest& messageSet, const RequestField& request, RequestKind kind,
-                     std::size_t index) {
+  // Sends the set, and again as long as the table mends the request, whose response is the one of that index. Nothing:
+  // the row must not go, which has been told.
+  std::optional<Exchanged> Exchange(const MsgSetRequest& messageSet, const RequestField& request, RequestKind kind,
+                                    std::size_t index) {
     for (int resends = 0;; ++resends) {
-      auto answer = session_.DoRequests(messageSet);
+      auto sent = kind == RequestKind::Add ? SendAddition(table_, record_.key, session_, messageSet)
+                                           : session_.DoRequests(messageSet);
+      if (!sent) return std::nullopt;
+      auto& answer = *sent;
       const auto& response = answer.GetAt(index);
       if (response.StatusCode() == status::kOk) {
         if (resends > 0) NoteWhy([] { return "without what QuickBooks refused at first"; });
-        return {std::move(answer), std::nullopt};
+        return Exchanged{std::move(answer), std::nullopt};
       }
       const auto refusal = Settle({.request = request,
                                    .response = response,
@@ -172,7 +204,7 @@ class ListSendWork final : public RowWork {
                                    .record = record_,
                                    .row = Row(),
                                    .resends = resends});
-      if (refusal != Refusal::SendAgain) return {std::move(answer), refusal};
+      if (refusal != Refusal::SendAgain) return Exchanged{std::move(answer), refusal};
     }
   }
 
@@ -187,17 +219,18 @@ class ListSendWork final : public RowWork {
     std::optional<Exchanged> sent;
     for (;; ++retryIndex) {
       const auto lastName = record_.countedName;
-      if (retryIndex > 0) record_.countedName = fmt::format("{}{}", baseName, retryIndex);
-      const auto request = messageSet.Append(send_.addRequest);
+      if (retryIndex > 0) record_.countedName = CountedName(baseName, retryIndex);
+      const auto request = AppendAddition(messageSet, send_.addRequest, table_, record_.key);
       if (!IsFilled(request, RequestKind::Add)) return true;
       // A cut that takes the counter off again must end the rounds.
-      if (!tried_.insert(NameOf(request)).second) {
+      if (!tried_.insert(NameOf(send_, request)).second) {
         record_.countedName = lastName;
         if (!sent) return false;
         EndNamesSpent(request, sent->answer.GetAt(retryIndex - 1));
         return true;
       }
-      sent.emplace(Exchange(messageSet, request, RequestKind::Add, retryIndex));
+      sent = Exchange(messageSet, request, RequestKind::Add, retryIndex);
+      if (!sent) return true;
       const auto& response = sent->answer.GetAt(retryIndex);
       if (!sent->refusal) {
         EndAdded(response.Detail()["ListID"].GetValue(), retryIndex);
@@ -267,21 +300,8 @@ class ListSendWork final : public RowWork {
                       list_.tableName, record_.key, listId, record_.linkId));
       NoteFormer(record_.linkId, Parting::NameInUse);
     }
-    WriteLinkBack(listId);
-  }
-
-  void WriteLinkBack(const std::string& listId) {
-    TellRecordId(record_.key);
-    auto& connection = walk_->Connection();
-    const RowPlace place = {.table = list_.tableName, .condition = KeyCondition(list_.keyColumn, record_.key)};
-    WriteLink(connection, place, listId);
-    Vars().g_NewQBLinkID = listId;
-    if (!record_.lastUpdatedIsNull) return;
-    if (send_.lastUpdatedStatement == nullptr) {
-      WriteStamp(connection, place);
-    } else {
-      connection.Execute(send_.lastUpdatedStatement(record_.key, LocalToUTC(TheMachine().Now())), nullptr);
-    }
+    WriteListLink(list_, record_, listId, walk_->Connection());
+    CloseAddition(session_);
   }
 
   // QuickBooks' message and the record line, where the table tells the record.
@@ -315,6 +335,35 @@ class ListSendWork final : public RowWork {
 };
 
 }  // namespace
+
+TakenUp TakeUpListLink(const Table& table, const ListTable& list, const LostAddition& lost) {
+  const auto row = lost.connection.OpenRecordset(SelectRows(table, list.keyColumn, lost.key), ado::CursorType::Static,
+                                                 ado::LockType::ReadOnly);
+  if (row->Eof()) return {.end = TakenUp::End::RowGone};
+  const auto& send = list.send;
+  SendRecord record;
+  record.key = lost.key;
+  ReadSendRecord(send, *row, record);
+  const auto link = record.linkId;
+  record.linkId.clear();
+  record.countedName = CountedName(record.countedName, lost.attempt);
+  const auto& read = table.reads.front();
+  auto added = FindAdded(lost, link, read, [&] {
+    auto set = RequireMsgSetRequest(lost.session);
+    const auto request = set.Append(send.addRequest);
+    static_cast<void>(FillRequest(send, request, *row, RequestKind::Add, record));
+    return UnlinkedRecordsLike(list.tableName, read, send.addRequest, request, NameOf(send, request), lost.connection,
+                               lost.session);
+  });
+  if (!added.record.IsNothing()) {
+    WriteListLink(list, record, added.taken.identifier, lost.connection);
+  } else if (added.taken.end == TakenUp::End::KnewIt && record.lastUpdatedIsNull) {
+    // The date goes behind the link, so that it can be missing alone.
+    StampRow(list, {.table = list.tableName, .condition = KeyCondition(list.keyColumn, record.key)}, record.key,
+             lost.connection);
+  }
+  return added.taken;
+}
 
 void SendList(const Table& table, const ListTable& list, const SendCall& call) {
   ListSendWork work(table, list, call);

@@ -141,6 +141,9 @@ struct ListTable {
 // Sends the rows of the call; `table` is the one that the description moves. What went wrong has been told.
 void SendList(const Table& table, const ListTable& list, const SendCall& call);
 
+// Gives the row of an addition the link and the date that the send did not get to write.
+[[nodiscard]] TakenUp TakeUpListLink(const Table& table, const ListTable& list, const LostAddition& lost);
+
 // Takes the records of the call over. A dependent call (the pull of one record that another table's record needs) works
 // on the caller's connection, shows no progress and does not act on Cancel.
 void GetList(const ListTable& list, const GetCall& call);

@@ -120,6 +120,14 @@ Sql BuildSelectSQL(const Table& table, const SavedFilters& filters) {
   return BuildSelectSQL(table, filters, ignored);
 }
 
+Sql SelectRows(const Table& table, std::string_view column, std::string_view value) {
+  const auto& selection = table.selection;
+  const auto base = BaseOf(selection);
+  const bool hasWhere = base.find(" WHERE ") != std::string::npos;
+  return Sql("{} {} ({}{} = '{}');", Sql::Own(base), Sql::Own(hasWhere ? "AND" : "WHERE"), Sql::Own(selection.prefix),
+             Sql::Own(column), value);
+}
+
 Sql BuildSelectSQL(const Table& table, const SavedFilters& filters, std::optional<Date>& changedSince) {
   const auto& selection = table.selection;
   if (selection.base.empty()) return {};

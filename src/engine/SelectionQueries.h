@@ -18,4 +18,8 @@ namespace twqb {
 // The same; `changedSince` is the local time of the last send, where that keeps rows out.
 [[nodiscard]] Sql BuildSelectSQL(const Table& table, const SavedFilters& filters, std::optional<Date>& changedSince);
 
+// The rows of the table with that value in that column, of those that a send may select: the base of its statement,
+// without what narrows a run.
+[[nodiscard]] Sql SelectRows(const Table& table, std::string_view column, std::string_view value);
+
 }  // namespace twqb

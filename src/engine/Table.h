@@ -81,6 +81,42 @@ struct QuickBooksDeletion {
   std::int32_t accepted = 0;                   // a status that counts as success
 };
 
+// An addition of which QuickBooks keeps the outcome, while the link of its row may be missing.
+struct LostAddition {
+  std::string_view key;      // as the addition named its row
+  std::string_view request;  // "CustomerAdd"
+  std::size_t attempt = 0;   // how often the row was tried before, in the same set
+  Record record = {};        // as it was added; nothing: the outcome has its status alone
+  bool isCertain = true;     // that it was added
+  bool replaces = false;     // a twin that the row is linked to
+  ado::Connection& connection;
+  QBSessionManager& session;
+};
+
+// What came of it.
+struct TakenUp {
+  enum class End : std::uint8_t {
+    Linked,   // the row, to `identifier`
+    KnewIt,   // it was linked already; what was missing behind that has been written
+    RowGone,  //
+    NotAdded,  // after all
+    Open,     // what was added for the row can't be told: `why`
+  };
+
+  End end = End::Open;
+  std::string identifier = {};  // of the record; of KnewIt, the row's link
+  std::string why = {};
+};
+
+// How a row gets a link that was lost.
+struct LostLink {
+  std::string_view row;     // what people call one: "client"
+  std::string_view record;  // and its twin: "customer"
+  std::string_view keyColumn;
+  // Writes what the send would have written behind its answer. May raise.
+  TakenUp (*takeUp)(const LostAddition& lost) = nullptr;
+};
+
 struct Table {
   enTables number;
   std::string_view name;  // of the member of enTables, without its prefix
@@ -92,6 +128,7 @@ struct Table {
   SentRows sends = SentRows::Selected;
   void (*send)(const SendCall& call) = nullptr;
   void (*afterSend)(QBSessionManager& session) = nullptr;  // of named rows
+  LostLink lostLink = {};                                  // of a table that adds
 
   // The get, likewise.
   std::span<const QuickBooksRead> reads = {};

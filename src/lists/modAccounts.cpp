@@ -186,6 +186,10 @@ constinit const Table kAccountsTable = {
             .clauses = kClauses,
         },
     .send = MoveAccountsToQB,
+    .lostLink = {.row = "account",
+                 .record = "account",
+                 .keyColumn = "AccountID",
+                 .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kAccountsTable, kAccounts, lost); }},
     .reads = kReads,
     .get = MoveAccountsToTW,
 };

@@ -162,6 +162,7 @@ class ForwardingMachine : public Machine {
     return inner_.ReadRegistry(key, name);
   }
   void CopyFile(const std::string& from, const std::string& to) override { inner_.CopyFile(from, to); }
+  [[nodiscard]] std::string ComputerName() override { return inner_.ComputerName(); }
   [[nodiscard]] std::string LibraryFolder() override { return inner_.LibraryFolder(); }
   void AppendLine(const std::string& path, std::string_view line) override { inner_.AppendLine(path, line); }
 

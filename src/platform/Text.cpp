@@ -161,6 +161,15 @@ bool SameName(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
 
+std::uint64_t HashOf(std::string_view text) {
+  // FNV-1a.
+  constexpr std::uint64_t kOffset = 14695981039346656037U;
+  constexpr std::uint64_t kPrime = 1099511628211U;
+  auto hash = kOffset;
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
+  return hash;
+}
+
 bool IsUtf8(std::string_view text) {
   int index = 0;
   const int size = static_cast<int>(text.size());

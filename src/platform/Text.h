@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,8 @@ inline constexpr std::string_view kCrLf = "\r\n";
 [[nodiscard]] std::string Join(const std::vector<std::string_view>& texts, std::string_view separator);
 // Names of fields, columns, settings: ASCII letters compare without case.
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+// The same number for the same bytes on every machine. It need not withstand anybody who looks for a collision.
+[[nodiscard]] std::uint64_t HashOf(std::string_view text);
 // Whether every byte sequence is well-formed UTF-8.
 [[nodiscard]] bool IsUtf8(std::string_view text);
 // Whether XML can carry the text: well-formed UTF-8 without the control characters and noncharacters that XML bars.

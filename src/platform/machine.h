@@ -1,5 +1,6 @@
 // The seam to the machine: clock, time zone, sleep, GUIDs, random numbers, profile (INI) files, the per-user registry,
-// file copies and the folder of the log.
+// file copies, the name of the workstation and the
+// folder of the log.
 #pragma once
 
 #include <array>
@@ -52,6 +53,8 @@ class Machine {
 
   // Overwrites `to`. Raises when it can't.
   virtual void CopyFile(const std::string& from, const std::string& to) = 0;
+  // The name under which the workstation is known in its network; "" where it has none. Never raises.
+  [[nodiscard]] virtual std::string ComputerName() = 0;
   // The folder that the library stands in, where its log goes.
   [[nodiscard]] virtual std::string LibraryFolder() = 0;
   // Opens for append (creating the file), writes `line` and CR LF, closes. Raises when it can't.

@@ -27,6 +27,10 @@ MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set) {
   return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString(&mended_)), machine_);
 }
 
+MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set, const MessageSetIds& ids) {
+  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString(&mended_, &ids)), machine_);
+}
+
 MsgSetRequest QBSessionManager::CreateSubscriptionMsgSetRequest(int major, int minor) {
   return {{.country = messages::Country::US, .version = {major, minor}}, messages::MessageSet::Subscription};
 }

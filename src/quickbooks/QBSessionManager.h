@@ -10,6 +10,7 @@
 
 #include "platform/machine.h"
 #include "platform/transport.h"
+#include "quickbooks/Recovery.h"
 #include "quickbooks/RequestModel.h"
 #include "quickbooks/ResponseModel.h"
 
@@ -32,6 +33,10 @@ class QBSessionManager {
   // An empty message set of that form. Raises 438 for a country that has no form.
   [[nodiscard]] MsgSetRequest CreateMsgSetRequest(std::string_view country, int major, int minor);
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set);
+  // The same for a set whose outcome QuickBooks is to keep, or is asked for. Nobody but Recovery calls it.
+  [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set, const MessageSetIds& ids);
+  // What QuickBooks keeps of the additions of this session.
+  [[nodiscard]] twqb::Recovery& Recovery() { return recovery_; }
   // Whether a text could not go as it was since this was last asked.
   [[nodiscard]] bool TakeMended() { return std::exchange(mended_, false); }
 
@@ -44,6 +49,7 @@ class QBSessionManager {
   std::unique_ptr<Transport> transport_;
   Machine* machine_;
   bool mended_ = false;
+  twqb::Recovery recovery_;
 };
 
 }  // namespace twqb

@@ -332,6 +332,7 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
   if (message == nullptr || message->set != kind_) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), requestName));
   }
+  names_.emplace_back();
   auto& request = requests_.emplace_back(std::make_unique<RequestNode>(nullptr, nullptr));
   request->message = message;
   // Of most messages the fields stand in one aggregate of the message's own name: that is the request object.
@@ -340,17 +341,26 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
   return {request.get(), wrapped ? rows.data() : nullptr, 0};
 }
 
-std::string MsgSetRequest::ToXMLString(bool* mended) const {
+std::string_view MsgSetRequest::LastRequest() const { return requests_.back()->message->name; }
+
+std::string MsgSetRequest::ToXMLString(bool* mended, const MessageSetIds* ids) const {
   const bool company = kind_ == messages::MessageSet::Company;
   const std::string_view set = company ? "QBXMLMsgsRq" : "QBXMLSubscriptionMsgsRq";
   auto xml = fmt::format("<?xml version=\"1.0\"?><?qbxml version=\"{}\"?><QBXML><{}", messages::FormTag(form_), set);
   if (company) xml += fmt::format(" onError=\"{}\"", onError_ == OnError::Continue ? "continueOnError" : "stopOnError");
+  if (ids != nullptr && !ids->newId.empty()) xml += fmt::format(" newMessageSetID=\"{}\"", ids->newId);
+  if (ids != nullptr && !ids->oldId.empty()) xml += fmt::format(" oldMessageSetID=\"{}\"", ids->oldId);
   xml += ">";
-  std::size_t id = 0;
-  for (const auto& request : requests_) {
-    const auto name = request->message->RequestName();
-    xml += fmt::format("<{} requestID=\"{}\">", name, ++id);
-    Writer(form_, xml, mended).WriteChildren(*request);
+  for (std::size_t i = 0; i < requests_.size(); ++i) {
+    const auto name = requests_[i]->message->RequestName();
+    xml += fmt::format("<{} requestID=\"", name);
+    if (ids != nullptr && !names_[i].empty()) {
+      AppendEscaped(xml, names_[i]);
+    } else {
+      xml += fmt::format("{}", i + 1);
+    }
+    xml += "\">";
+    Writer(form_, xml, mended).WriteChildren(*requests_[i]);
     xml += fmt::format("</{}>", name);
   }
   return xml + fmt::format("</{}></QBXML>", set);

@@ -82,6 +82,13 @@ class RequestField {
   std::size_t item_;              // which of a repeating field
 };
 
+// The identifiers of a set whose outcome QuickBooks is to keep: under `newId`, in the place of what it keeps under
+// `oldId`. At most 23 letters and digits each; an empty one stays off the wire.
+struct MessageSetIds {
+  std::string newId;
+  std::string oldId;
+};
+
 // A set of requests of one form. Used once.
 class MsgSetRequest {
  public:
@@ -94,16 +101,23 @@ class MsgSetRequest {
   // Appends a request by its published name, with or without "Rq". Raises 438 when there is none of that name.
   RequestField Append(std::string_view requestName);
 
+  // What the request appended last is about, in at most 50 characters: its requestID in a set with identifiers. Without
+  // one, and in any other set, that is its number.
+  void NameLast(std::string name) { names_.back() = std::move(name); }
+
   [[nodiscard]] std::size_t Count() const { return requests_.size(); }
+  // What the request appended last is ("CustomerAdd").
+  [[nodiscard]] std::string_view LastRequest() const;
   // The set as qbXML. Raises 0x80040307 when a request leaves a required choice empty. Of a text that XML can't carry
   // as it is, what it can carry goes; `mended` becomes true then.
-  [[nodiscard]] std::string ToXMLString(bool* mended = nullptr) const;
+  [[nodiscard]] std::string ToXMLString(bool* mended = nullptr, const MessageSetIds* ids = nullptr) const;
 
  private:
   messages::Form form_;
   messages::MessageSet kind_;
   OnError onError_ = OnError::Stop;
   std::vector<std::unique_ptr<detail::RequestNode>> requests_;
+  std::vector<std::string> names_;  // of the requests; empty: it has none
 };
 
 }  // namespace twqb

@@ -145,6 +145,14 @@ std::int32_t Response::StatusCode() const { return node_.attribute("statusCode")
 std::string Response::StatusSeverity() const { return node_.attribute("statusSeverity").as_string(); }
 std::string Response::StatusMessage() const { return node_.attribute("statusMessage").as_string(); }
 
+std::string Response::RequestName() const {
+  constexpr std::string_view kSuffix = "Rs";
+  std::string_view name = node_.name();
+  if (name.ends_with(kSuffix)) name.remove_suffix(kSuffix.size());
+  return std::string(name);
+}
+std::string Response::RequestID() const { return node_.attribute("requestID").as_string(); }
+
 std::size_t Response::DetailCount() const {
   return static_cast<std::size_t>(std::ranges::count_if(node_.children(), IsElement));
 }
@@ -187,6 +195,7 @@ MsgSetResponse::MsgSetResponse(std::string answer, Machine* machine) {
                                                          pugi::encoding_utf8);
   const auto set = document->tree.child("QBXML").first_child();
   if (!parsed || !set) throw PlatformError(error::kParse);
+  if (const auto code = set.attribute("messageSetStatusCode")) code_ = code.as_int();
   for (const auto node : set.children()) {
     if (IsElement(node)) responses_.push_back(Response(document, node));
   }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <pugixml.hpp>
 #include <span>
 #include <string>
@@ -113,6 +114,9 @@ class Response {
   [[nodiscard]] std::int32_t StatusCode() const;
   [[nodiscard]] std::string StatusSeverity() const;
   [[nodiscard]] std::string StatusMessage() const;
+  // What the request was, without "Rq" ("CustomerAdd"), and its requestID.
+  [[nodiscard]] std::string RequestName() const;
+  [[nodiscard]] std::string RequestID() const;
 
   // The records that came back, by reference to the document; empty when there are none.
   [[nodiscard]] std::size_t DetailCount() const;
@@ -140,9 +144,12 @@ class MsgSetResponse {
   [[nodiscard]] std::size_t Count() const { return responses_.size(); }
   // Raises 91 when there is none of that index.
   [[nodiscard]] const Response& GetAt(std::size_t index) const;
+  // Of a set with identifiers, where QuickBooks says something about them.
+  [[nodiscard]] std::optional<int> MessageSetStatusCode() const { return code_; }
 
  private:
   std::vector<Response> responses_;
+  std::optional<int> code_;
 };
 
 }  // namespace twqb

@@ -1,9 +1,14 @@
 // The one session of the process: everything else in the library only asks CheckQBSession whether it stands.
 #pragma once
 
+#include <string_view>
+
 #include "platform/transport.h"
 
 namespace twqb {
+
+// By which QuickBooks knows this program.
+inline constexpr std::string_view kApplicationId = "TWCLIENT";
 
 // With `blnConnect` True finds or starts the session; False ends it. The result: a session that stood before is True
 // for both; without one, True only if session and edition check succeed, and False for `blnConnect` False.

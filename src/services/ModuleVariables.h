@@ -39,6 +39,8 @@ struct ModuleVariables : Run {
   std::span<const Table* const> tables;  // that a host brings in place of the built-in ones; empty: these
   GetTableRoutine pull = nullptr;        // nothing while no dispatch stands above
 
+  bool findsLostLinks = false;  // of the host; a setting can say No
+
   RunObserver* observer = nullptr;           // of the host; nothing: nobody hears what becomes of records
   const TableInHand* tableInHand = nullptr;  // what it hears of; nothing between tables
   RecordInHand* inHand = nullptr;            // and between records

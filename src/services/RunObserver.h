@@ -73,6 +73,12 @@ struct Extent {
   std::int64_t taken = 0;
 };
 
+// A row that an earlier run, or a call that failed, left without its link: found again, or left to the user.
+struct LostLinkAccount {
+  bool isFound = false;
+  std::string text;  // a sentence
+};
+
 class RunObserver {
  public:
   virtual ~RunObserver() = default;
@@ -82,6 +88,8 @@ class RunObserver {
   virtual void ErrorTold(const ErrorAccount& error) = 0;
   // Behind the last record of a selection, or of an answer; a table may have several.
   virtual void WalkEnded(const TableInHand& /*table*/, const Extent& /*extent*/) {}
+  // Ahead of the first table, or between two records.
+  virtual void LostLinkTold(const LostLinkAccount& /*link*/) {}
   // The settings skip it.
   virtual void TableSkipped(const TableInHand& /*table*/) {}
   // `narrowed` tells in words what kept records out beside the table's own rules; empty: nothing did.

@@ -42,16 +42,6 @@ constexpr std::array kRules = {
     StatusRule{.box = AskToGoOn},
 };
 
-std::vector<std::string> LinesOf(const Record& bill) {
-  std::vector<std::string> lines;
-  const auto entries = bill["ORItemLineRetList"];
-  for (std::size_t i = 0; !entries.IsNothing() && i < entries.Count(); ++i) {
-    const auto line = entries.GetAt(i)["ItemLineRet"];
-    lines.push_back(line.IsNothing() ? std::string() : line["TxnLineID"].GetValueOrEmpty());
-  }
-  return lines;
-}
-
 // For the answer that a row does not become a line.
 bool Stays(std::string_view why) {
   NoteFate(Fate::PassedOver, why);
@@ -63,7 +53,7 @@ bool Stays(std::string_view why) {
 std::string LinkOfPerson(std::string_view employeeId) { return LinkBy("Employee", "EmployeeID", employeeId); }
 
 BillInHand::BillInHand(QBSessionManager& session)
-    : messageSet_(RequireMsgSetRequest(session)), request_(messageSet_.Append("BillAddRq")) {}
+    : messageSet_(RequireMsgSetRequest(session)), request_(messageSet_.Append(kBillRequest)) {}
 
 bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& columns, const CostCodes& codes) {
   // A row of no project gets as far as its amount.
@@ -99,19 +89,37 @@ bool BillInHand::AppendLine(const ado::Recordset& row, const CostColumns& column
   return true;
 }
 
-SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::Recordset& row,
-                  QBSessionManager& session, Run& run) {
+std::vector<std::string> LinesOfBill(const Record& bill) {
+  std::vector<std::string> lines;
+  const auto entries = bill["ORItemLineRetList"];
+  for (std::size_t i = 0; !entries.IsNothing() && i < entries.Count(); ++i) {
+    const auto line = entries.GetAt(i)["ItemLineRet"];
+    lines.push_back(line.IsNothing() ? std::string() : line["TxnLineID"].GetValueOrEmpty());
+  }
+  return lines;
+}
+
+RequestField BillInHand::LineAt(std::size_t place) const {
+  return request_["ORItemLineAddList"].GetAt(place)["ItemLineAdd"];
+}
+
+SentBill SendBill(const BillInHand& bill, const Table& table, std::string_view key, const SendRecord& record,
+                  const ado::Recordset& row, QBSessionManager& session, Run& run) {
   std::optional<MsgSetResponse> answer;
-  if (const auto raised = CatchError([&] { answer = session.DoRequests(bill.MessageSet()); })) {
+  if (const auto raised = CatchError([&] {
+        answer = SendAddition(table, key, session, bill.MessageSet());
+      })) {
     // An amount of zero is one reason of several. The line has always named that one; the observer hears what it was.
     WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
     TellErrorToObserver("SendBill", raised->number(), raised->description(), ToldBy::Nobody);
     return {};
   }
+  // It may be there already, which has been told.
+  if (!answer) return {.end = SentBill::End::Refused};
   const auto& response = answer->GetAt(0);
   if (response.StatusCode() == status::kOk) {
     const auto added = response.Detail();
-    SentBill sent = {.end = SentBill::End::Added, .txnId = added["TxnID"].GetValue(), .lines = LinesOf(added)};
+    SentBill sent = {.end = SentBill::End::Added, .txnId = added["TxnID"].GetValue(), .lines = LinesOfBill(added)};
     TellRecordId(sent.txnId);
     NoteFate(Fate::Added, "");
     NoteIdentifier(sent.txnId);

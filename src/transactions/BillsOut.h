@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/LostAdditions.h"
 #include "engine/SendRecord.h"
 #include "engine/StatusRules.h"
 #include "platform/ado.h"
@@ -38,6 +39,8 @@ inline constexpr CostCodes kExpenseCodes = {.table = "Expense", .keyColumn = "Ex
 // The link of a person who can be billed for; "" without one.
 [[nodiscard]] std::string LinkOfPerson(std::string_view employeeId);
 
+inline constexpr std::string_view kBillRequest = "BillAddRq";
+
 class BillInHand {
  public:
   explicit BillInHand(QBSessionManager& session);
@@ -50,7 +53,12 @@ class BillInHand {
   // The keys of the rows that became lines, quoted, for a list of a statement.
   [[nodiscard]] const Sql& Keys() const { return list_; }
   [[nodiscard]] const std::vector<Sql>& QuotedKeys() const { return keys_; }
+  // The line of that place, of rows that did not become one too.
+  [[nodiscard]] std::size_t LineCount() const { return request_["ORItemLineAddList"].Count(); }
+  [[nodiscard]] RequestField LineAt(std::size_t place) const;
   [[nodiscard]] const MsgSetRequest& MessageSet() const { return messageSet_; }
+  // The row that it is told by where its outcome gets lost.
+  void Name(const Table& table, std::string_view key) { NameAddition(messageSet_, table, key); }
 
  private:
   MsgSetRequest messageSet_;
@@ -71,10 +79,14 @@ struct SentBill {
   std::vector<std::string> lines;  // the TxnLineID of each place; "" where QuickBooks has none
 };
 
-// Sends it. What went wrong has been told, or logged where the call failed: a bill without anything to pay is refused
+// The lines of a bill as QuickBooks has it, by their places.
+[[nodiscard]] std::vector<std::string> LinesOfBill(const Record& bill);
+
+// Sends it, which has the name of that row. What went wrong has been told, or logged where the call failed: a bill without anything to pay is refused
 // ahead of QuickBooks. No to the question is a wish to stop, and leaves the table.
-[[nodiscard]] SentBill SendBill(const BillInHand& bill, const SendRecord& record, const ado::Recordset& row,
-                                QBSessionManager& session, Run& run);
+[[nodiscard]] SentBill SendBill(const BillInHand& bill, const Table& table, std::string_view key,
+                                const SendRecord& record, const ado::Recordset& row, QBSessionManager& session,
+                                Run& run);
 
 // What the end of a run tells when a bill could not be sent: the lines in between name what must be there.
 [[nodiscard]] std::string ProblemWithBills(std::string_view what);

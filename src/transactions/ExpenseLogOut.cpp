@@ -2,13 +2,20 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
+#include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
@@ -40,6 +47,17 @@ constexpr CostColumns kColumns = {.key = "ELID",
 
 // Of a bill none of whose rows has one.
 Date NoDate() { return Date::FromCivil({.year = 1990, .month = 1, .day = 1}); }
+
+// By their places: a line that was left empty shifts those behind it.
+void WriteLineLinks(std::span<const Sql> keys, std::span<const std::string> lines, ado::Connection& connection) {
+  for (std::size_t i = 0; i < lines.size() && i < keys.size(); ++i) {
+    WriteLink(connection, {.table = "ExpenseLog", .condition = Sql("ELID = {}", keys[i])}, lines[i]);
+  }
+}
+
+void WriteLineStamps(const Sql& keys, ado::Connection& connection) {
+  WriteStamp(connection, {.table = "ExpenseLog", .condition = Sql("(ELID IN({}))", keys)});
+}
 
 class ExpenseSend final : public RowWork {
  public:
@@ -106,10 +124,12 @@ class ExpenseSend final : public RowWork {
  private:
   // Sends the bill. Its rows are told with it, each as a record.
   SentBill Send(const ado::Recordset& row) {
-    if (!IsObserved()) return SendBill(*bill_, record_, row, session_, run_);
+    const auto key = Unquoted(bill_->QuotedKeys().front());
+    bill_->Name(kExpenseLogTable, key);
+    if (!IsObserved()) return SendBill(*bill_, kExpenseLogTable, key, record_, row, session_, run_);
     RecordInHand bill(Standing::Record, [this] { return bill_->Keys().Text(); });
     bill.Drop();
-    auto sent = SendBill(*bill_, record_, row, session_, run_);
+    auto sent = SendBill(*bill_, kExpenseLogTable, key, record_, row, session_, run_);
     TellRows(bill.Account(), sent.lines);
     isTold_ = true;
     return sent;
@@ -164,16 +184,12 @@ class ExpenseSend final : public RowWork {
   }
 
   void WriteBack(const SentBill& sent, ado::Connection& connection) {
-    const auto& keys = bill_->QuotedKeys();
-    // By their places: a line that was left empty shifts those behind it.
-    for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
-      WriteLink(connection, {.table = "ExpenseLog", .condition = Sql("ELID = {}", keys[i])}, sent.lines[i]);
-    }
+    WriteLineLinks(bill_->QuotedKeys(), sent.lines, connection);
     auto& bills = Vars().g_PassedID;
     bills += fmt::format("{}'{}'", bills.empty() ? "" : ",", sent.txnId);
-    if (!stampsRows_) return;
-    WriteStamp(connection, {.table = "ExpenseLog", .condition = Sql("(ELID IN({}))", bill_->Keys())});
+    if (stampsRows_) WriteLineStamps(bill_->Keys(), connection);
     stampsRows_ = false;
+    CloseAddition(session_);
   }
 
   QBSessionManager& session_;
@@ -188,12 +204,116 @@ class ExpenseSend final : public RowWork {
   bool isTold_ = false;  // the rows of the bill were
 };
 
+// --- Lost links ------------------------------------------------------------------------------------------------------
+
+const QuickBooksRead& BillRead() { return kExpenseLogTable.reads.back(); }
+
+// A bill names one of its rows alone, its first. The others follow it among the rows of its person; which of them, the
+// lines say.
+class BillOfRows {
+ public:
+  BillOfRows(const LostAddition& lost, std::string_view person)
+      : lost_(lost),
+        rows_(lost.connection.OpenRecordset(SelectRows(kExpenseLogTable, "EmployeeID", person),
+                                            ado::CursorType::Static, ado::LockType::ReadOnly)) {}
+
+  // The first and the last day that the bill can have.
+  [[nodiscard]] std::pair<Date, Date> Days() {
+    auto days = std::pair(NoDate(), NoDate());
+    bool isFirst = true;
+    for (rows_->MoveFirst(); !rows_->Eof(); rows_->MoveNext()) {
+      const auto date = rows_->Field("ELDate");
+      const auto day = IsNull(date) ? NoDate() : DateFloor(ToDate(date));
+      days = isFirst ? std::pair(day, day) : std::pair(std::min(days.first, day), std::max(days.second, day));
+      isFirst = false;
+    }
+    return days;
+  }
+
+  // Goes through the rows in their order along the lines of the bill. False: its lines are not those of the rows.
+  [[nodiscard]] bool Fits(const Record& bill) {
+    const auto lines = LinesOfBill(bill);
+    const auto entries = bill["ORItemLineRetList"];
+    keys_.clear();
+    lacksDate_ = false;
+    lacksLink_ = false;
+    std::size_t place = 0;
+    bool begun = false;
+    for (rows_->MoveFirst(); !rows_->Eof() && place < lines.size(); rows_->MoveNext()) {
+      begun = begun || ColumnText(*rows_, kColumns.key) == lost_.key;
+      if (!begun || !CanBeIn(lines)) continue;
+      BillInHand scratch(lost_.session);
+      const bool isWhole = scratch.AppendLine(*rows_, kColumns, kExpenseCodes);
+      if (scratch.LineCount() == 0) continue;
+      constexpr std::array<std::string_view, 5> kPaths = {"ItemRef.ListID", "Desc", "Quantity", "Amount",
+                                                          "CustomerRef.ListID"};
+      if (!SaysTheSame(entries.GetAt(place)["ItemLineRet"], scratch.LineAt(0), kPaths)) continue;
+      ++place;
+      if (!isWhole) continue;
+      keys_.push_back(scratch.QuotedKeys().front());
+      lacksLink_ = lacksLink_ || Trim(ColumnText(*rows_, "QBLinkID")).empty();
+      lacksDate_ = lacksDate_ || IsNull(rows_->Field("LastUpdated"));
+    }
+    return place == lines.size() && !keys_.empty() && Unquoted(keys_.front()) == lost_.key;
+  }
+
+  // Writes what is missing; answers whether links were.
+  bool WriteLinks(const Record& bill) {
+    if (!Fits(bill)) return false;
+    WriteLineLinks(keys_, LinesOfBill(bill), lost_.connection);
+    Sql list;
+    for (const auto& key : keys_) list = list.IsEmpty() ? key : Sql("{},{}", list, key);
+    if (lacksDate_) WriteLineStamps(list, lost_.connection);
+    return lacksLink_;
+  }
+
+ private:
+  // A row of another bill can't.
+  [[nodiscard]] bool CanBeIn(std::span<const std::string> lines) const {
+    const auto link = ColumnText(*rows_, "QBLinkID");
+    return Trim(link).empty() || std::ranges::find(lines, link) != lines.end();
+  }
+
+  const LostAddition& lost_;
+  std::unique_ptr<ado::Recordset> rows_;
+  std::vector<Sql> keys_;
+  bool lacksLink_ = false;
+  bool lacksDate_ = false;
+};
+
 }  // namespace
 
 void MoveExpenseLogToQB(const SendCall& call) {
   Vars().g_PassedID.clear();
   ExpenseSend work(call.session, call.run);
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
+  const auto row = lost.connection.OpenRecordset(SelectRows(kExpenseLogTable, "ELID", lost.key),
+                                                 ado::CursorType::Static, ado::LockType::ReadOnly);
+  if (row->Eof()) return {.end = TakenUp::End::RowGone};
+  const auto person = ColumnText(*row, "EmployeeID");
+  BillOfRows rows(lost, person);
+  auto bills = std::vector<Record>();
+  if (!lost.record.IsNothing()) {
+    bills = {lost.record};
+  } else {
+    const auto [from, to] = rows.Days();
+    bills = RecordsOfDays(BillRead(), from, to, lost.session);
+    // An employee's bill is some vendor's whom the user picked.
+    const auto vendor = IsTrueFlag(*row, "isSub") ? LinkOfPerson(person) : std::string();
+    std::erase_if(bills, [&](const Record& bill) {
+      return !vendor.empty() && bill["VendorRef"]["ListID"].GetValueOrEmpty() != vendor;
+    });
+  }
+  std::erase_if(bills, [&](const Record& bill) { return !rows.Fits(bill); });
+  if (bills.size() != 1) {
+    if (bills.empty() && !lost.isCertain) return {.end = TakenUp::End::NotAdded};
+    return {.why = fmt::format("QuickBooks has {} bills with its lines that nothing is linked to", bills.size())};
+  }
+  const bool wasLost = rows.WriteLinks(bills.front());
+  return {.end = wasLost ? TakenUp::End::Linked : TakenUp::End::KnewIt, .identifier = bills.front()["TxnID"].GetValue()};
 }
 
 }  // namespace twqb

@@ -10,4 +10,8 @@ namespace twqb {
 // and what of its line was made goes out with the bill.
 void MoveExpenseLogToQB(const SendCall& call);
 
+// Gives the rows of a bill, of which the addition names the first, the links and dates that the send did not get to
+// write.
+[[nodiscard]] TakenUp TakeUpExpenseLinks(const LostAddition& lost);
+
 }  // namespace twqb

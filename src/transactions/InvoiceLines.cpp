@@ -46,26 +46,6 @@ constexpr std::array kNumber = {
     SendField{.path = "RefNumber", .column = "TransactionInvNum", .when = When::NotNull},
 };
 
-bool AssignHeader(const RequestField& request, const ado::Recordset& row) {
-  if (ColumnText(row, "TransactionInvSendBillFlag") == "B") request["IsToBePrinted"].SetValue(false);
-  if (const auto total = row.Field("TransactionInvBillAmt"); !IsNull(total) && ToDecimal(total).IsNegative()) {
-    return false;
-  }
-  // It always goes to the project, but not before the client is there.
-  if (ColumnText(row, "ClientQBLinkID").empty()) return false;
-  const auto project = ColumnText(row, "ProjectQBLInkID");
-  if (project.empty()) return false;
-  request["CustomerRef"]["ListID"].SetValue(project);
-  SendFields(request["BillAddress"], row, kAddress);
-  if (const auto date = row.Field("InvoiceDate"); !IsNull(date)) {
-    const auto written = ToDate(date);
-    request["TxnDate"].SetValue(DateFloor(written));
-    request["DueDate"].SetValue(DateFloor(written.PlusDays(kDaysToPay)));
-  }
-  SendFields(request, row, kNumber);
-  return true;
-}
-
 // --- Detail or summary -----------------------------------------------------------------------------------------------
 
 struct ContractType {
@@ -335,10 +315,30 @@ SalesTaxLines CheckTaxItems() {
   return found;
 }
 
+bool AssignInvoiceHeader(const RequestField& request, const ado::Recordset& row) {
+  if (ColumnText(row, "TransactionInvSendBillFlag") == "B") request["IsToBePrinted"].SetValue(false);
+  if (const auto total = row.Field("TransactionInvBillAmt"); !IsNull(total) && ToDecimal(total).IsNegative()) {
+    return false;
+  }
+  // It always goes to the project, but not before the client is there.
+  if (ColumnText(row, "ClientQBLinkID").empty()) return false;
+  const auto project = ColumnText(row, "ProjectQBLInkID");
+  if (project.empty()) return false;
+  request["CustomerRef"]["ListID"].SetValue(project);
+  SendFields(request["BillAddress"], row, kAddress);
+  if (const auto date = row.Field("InvoiceDate"); !IsNull(date)) {
+    const auto written = ToDate(date);
+    request["TxnDate"].SetValue(DateFloor(written));
+    request["DueDate"].SetValue(DateFloor(written.PlusDays(kDaysToPay)));
+  }
+  SendFields(request, row, kNumber);
+  return true;
+}
+
 bool AssignInvoiceFldValues(const ado::Recordset& row, const RequestField& request, RequestKind kind,
                             const SalesTaxLines& salesTax) {
   return RunAs("AssignInvoiceFldValues", false, [&] {
-    if (!AssignHeader(request, row)) return false;
+    if (!AssignInvoiceHeader(request, row)) return false;
     InvoiceLines(row, request, kind, salesTax).AppendAll();
     return true;
   });

@@ -26,6 +26,8 @@ struct SalesTaxLines {
 // Asks QuickBooks; a Canadian or British file has none.
 [[nodiscard]] SalesTaxLines CheckTaxItems();
 
+// Fills the request ahead of its lines. False: the invoice is not to go, because it is negative or lacks a link.
+[[nodiscard]] bool AssignInvoiceHeader(const RequestField& request, const ado::Recordset& row);
 // Fills the request. False: the invoice is not to go, because it is negative or lacks the link of its client or its
 // project, or because of an error (told by ErrorHandler). A modification has its lines under other names, and nothing
 // else of its own; no message form that this program knows has one, so that today it ends in an error.

@@ -8,8 +8,10 @@
 #include <string_view>
 
 #include "engine/InvalidReference.h"
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RowWalk.h"
+#include "engine/SelectionQueries.h"
 #include "messages/StatusCodes.h"
 #include "platform/Decimal.h"
 #include "quickbooks/Requests.h"
@@ -49,6 +51,17 @@ constexpr std::array kRules = {
     StatusRule{.box = AskToGoOn},
 };
 
+constexpr std::string_view kAddRequest = "InvoiceAddRq";
+
+RowPlace PlaceOf(std::string_view key) {
+  return {.table = "TransactionTable", .condition = KeyCondition("TransactionID", key)};
+}
+
+void ReadInvoiceRow(const ado::Recordset& row, SendRecord& record) {
+  record.key = ColumnText(row, "TransactionID");
+  record.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));
+}
+
 // Adds the rows that have no live twin; one that has is left alone, whatever changed here.
 class InvoiceSend final : public RowWork {
  public:
@@ -61,8 +74,7 @@ class InvoiceSend final : public RowWork {
     const auto& row = walk.Row();
     record_ = {};
     walk.BeginRow(kCallbackTransaction);
-    record_.key = ColumnText(row, "TransactionID");
-    record_.lastUpdatedIsNull = IsNull(row.Field("LastUpdated"));
+    ReadInvoiceRow(row, record_);
     walk.CountRow([&] { return "Invoice Number: " + ColumnText(row, "TransactionInvNum"); });
     record_.linkId = ColumnText(row, "TransactionTableQBLinkID");
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return RowEnd::Done;
@@ -71,7 +83,7 @@ class InvoiceSend final : public RowWork {
       return RowEnd::Done;
     }
     auto messageSet = RequireMsgSetRequest(session_);
-    const auto request = messageSet.Append("InvoiceAddRq");
+    const auto request = AppendAddition(messageSet, kAddRequest, kInvoicesTable, record_.key);
     if (!AssignInvoiceFldValues(row, request, RequestKind::Add, CheckTaxItems())) return RowEnd::Lacking;
     return Exchange(walk, messageSet, request);
   }
@@ -90,7 +102,9 @@ class InvoiceSend final : public RowWork {
  private:
   RowEnd Exchange(RowWalk& walk, const MsgSetRequest& messageSet, const RequestField& request) {
     std::optional<MsgSetResponse> answer;
-    if (const auto raised = CatchError([&] { answer = session_.DoRequests(messageSet); })) {
+    if (const auto raised = CatchError([&] {
+          answer = SendAddition(kInvoicesTable, record_.key, session_, messageSet);
+        })) {
       if (raised->number() == error::kRequestIncomplete) {
         NoteWithoutLines(ColumnText(walk.Row(), "TransactionInvNum"));
       } else {
@@ -99,11 +113,11 @@ class InvoiceSend final : public RowWork {
       }
       return RowEnd::Done;
     }
+    if (!answer) return RowEnd::Done;
     const auto& response = answer->GetAt(0);
     if (response.StatusCode() == status::kOk) {
-      WriteLinkBack(walk.Connection(),
-                    {.table = "TransactionTable", .condition = KeyCondition("TransactionID", record_.key)}, record_,
-                    response.Detail()["TxnID"].GetValue());
+      WriteLinkBack(walk.Connection(), PlaceOf(record_.key), record_, response.Detail()["TxnID"].GetValue());
+      CloseAddition(session_);
       return RowEnd::Done;
     }
     const RefusedRequest refused{
@@ -131,6 +145,19 @@ class InvoiceSend final : public RowWork {
 void MoveInvoicesToQB(const SendCall& call) {
   InvoiceSend work(call.session, call.run);
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+TakenUp TakeUpInvoiceLink(const LostAddition& lost) {
+  const auto row = lost.connection.OpenRecordset(SelectRows(kInvoicesTable, "TransactionID", lost.key),
+                                                 ado::CursorType::Static, ado::LockType::ReadOnly);
+  if (row->Eof()) return {.end = TakenUp::End::RowGone};
+  SendRecord record;
+  ReadInvoiceRow(*row, record);
+  record.linkId = ColumnText(*row, "TransactionTableQBLinkID");
+  return TakeUpTxnLink(lost, PlaceOf(record.key), record, kAddRequest, kInvoicesTable.reads.front(),
+                       [&](const RequestField& request) {
+                         static_cast<void>(AssignInvoiceHeader(request, *row));
+                       });
 }
 
 }  // namespace twqb

@@ -10,4 +10,7 @@ namespace twqb {
 // those that came out without any line.
 void MoveInvoicesToQB(const SendCall& call);
 
+// Gives the invoice of an addition the link and the date that the send did not get to write.
+[[nodiscard]] TakenUp TakeUpInvoiceLink(const LostAddition& lost);
+
 }  // namespace twqb

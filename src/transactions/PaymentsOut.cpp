@@ -6,9 +6,11 @@
 #include <optional>
 #include <vector>
 
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
+#include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "platform/Decimal.h"
@@ -69,6 +71,8 @@ constexpr std::array kRules = {
     StatusRule{.log = NotTransferred, .box = AskToGoOn},
 };
 
+constexpr std::string_view kAddRequest = "ReceivePaymentAddRq";
+
 constexpr SendTexts kSendTexts = {.routine = "MovePaymentsToQB", .shown = "Sending Payments To QuickBooks..."};
 
 // Why payments were held back, and how the end of the run tells of them.
@@ -89,6 +93,10 @@ constexpr std::array kFields = {
     SendField{.path = "RefNumber", .column = "PayRef", .when = When::NotNull},
 };
 
+constexpr const char kAllocations[] =
+    "SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,TransactionPayAmtApplied, "
+    "LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable";
+
 Date PaymentDate(const ado::Recordset& payment) {
   const auto date = payment.Field("PayDate");
   return IsNull(date) ? TheMachine().Now().Midnight() : ToDate(date);
@@ -107,6 +115,65 @@ enum class Allocated : std::uint8_t {
   GiveUp,  // the rest of the payment stays
   LeaveTable
 };
+
+// Where a retainer's rows are.
+Sql RowsOfPayment(std::string_view payId) { return Sql("(PayID = '{}')", payId); }
+
+// The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
+std::string PayerOfRetainer(std::string_view payId) {
+  const auto rows = RowsOfPayment(payId);
+  std::string_view kind = "PROJECT";
+  auto key = RequireScalarFromSQL(Sql("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
+  if (key == "{CLIENT RETAINER}") {
+    kind = "CLIENT";
+    key = RequireScalarFromSQL(Sql("SELECT ClientID FROM TransactionTable WHERE {};", rows));
+  }
+  if (!key.empty()) return GetQBLinkIDOf(kind, key);
+  LogError(kSendTexts.routine, fmt::format("Error transferring Payment to QB. Pay ID = {}", payId));
+  return {};
+}
+
+// Fills what does not hang on the invoice and its project; answers how the payment goes to its invoice.
+Applied FillPayment(const RequestField& request, const ado::Recordset& payment, const ado::Recordset& allocation) {
+  const auto method = ColumnText(payment, "PayMethod");
+  const auto how = HowApplied(method);
+  SetCut(request["PaymentMethodRef"]["FullName"], PaymentMethodName(method));
+  request["TxnDate"].SetValue(DateFloor(PaymentDate(payment)));
+  if (how != Applied::Discount && !IsNull(allocation.Field("TransactionPayAmtApplied"))) {
+    request["TotalAmount"].SetValue(NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
+  }
+  SendFields(request, payment, kFields);
+  return how;
+}
+
+std::string LinkOfInvoice(std::string_view number, std::string_view project) {
+  return GetScalarFromSQL(
+      Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
+          "(PayID IS NULL);",
+          number, project));
+}
+
+// --- What is written ---------------------------------------------------------------------------------------------------
+
+RowPlace PaymentRow(std::string_view payId) {
+  return {.table = "Payment", .condition = KeyCondition("PayID", payId)};
+}
+
+void WriteRetainerLinks(ado::Connection& connection, std::string_view payId, const std::string& txnId) {
+  WriteLink(connection, PaymentRow(payId), txnId);
+  WriteLink(connection, {.table = "TransactionTable", .condition = RowsOfPayment(payId)}, txnId, Linked::AnyRows);
+  Vars().g_NewQBLinkID = txnId;
+}
+
+// Of several allocations the last one's payment is the row's; each keeps its own.
+void WriteAllocationLinks(ado::Connection& connection, std::string_view payId, std::string_view transactionId,
+                          const std::string& txnId, bool lastUpdatedIsNull) {
+  WriteLink(connection, PaymentRow(payId), txnId);
+  const RowPlace row = {.table = "TransactionTable", .condition = Sql("(TransactionID = '{}')", transactionId)};
+  WriteLink(connection, row, txnId);
+  Vars().g_NewQBLinkID = txnId;
+  if (lastUpdatedIsNull) WriteStamp(connection, row);
+}
 
 // The form is up from the methods on.
 void TakeFormDown(const Run& run) {
@@ -166,15 +233,18 @@ class PaymentSend final : public RowWork {
   void BookRetainer(RowWalk& walk) {
     const auto& payment = walk.Row();
     if (IsInQuickBooks(kInvoicesTable, record_, session_, run_)) return;
-    const auto rows = Sql("(PayID = '{}')", record_.key);
-    const auto link = PayerOfRetainer(rows);
+    const auto link = PayerOfRetainer(record_.key);
     if (link.empty()) return NoteFateAtLast(Fate::PassedOver, "its payer has no link");
     const auto date = PaymentDate(payment);
     const auto amount = NumberIn(payment, "PayAmt").ToCents();
     if (amount < Currency()) return NoteFate(Fate::PassedOver, "its amount is negative");
-    const auto txnId = AddRetainerPayment(
-        session_,
-        {.CustomerListID = link, .TxnDate = date, .RefNumber = ColumnText(payment, "PayRef"), .Amount = amount});
+    const auto booked = AddRetainerPayment(session_, {.CustomerListID = link,
+                                                      .TxnDate = date,
+                                                      .RefNumber = ColumnText(payment, "PayRef"),
+                                                      .Amount = amount,
+                                                      .PayID = record_.key});
+    if (!booked) return;
+    const auto& txnId = *booked;
     TellRecordId(txnId);
     if (txnId.empty()) {
       AskAboutRetainer();
@@ -182,23 +252,8 @@ class PaymentSend final : public RowWork {
     }
     NoteFate(Fate::Added);
     NoteIdentifier(txnId);
-    auto& connection = walk.Connection();
-    WriteLink(connection, PaymentRow(), txnId);
-    WriteLink(connection, {.table = "TransactionTable", .condition = rows}, txnId, Linked::AnyRows);
-    Vars().g_NewQBLinkID = txnId;
-  }
-
-  // The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
-  [[nodiscard]] std::string PayerOfRetainer(const Sql& rows) const {
-    std::string_view kind = "PROJECT";
-    auto key = RequireScalarFromSQL(Sql("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
-    if (key == "{CLIENT RETAINER}") {
-      kind = "CLIENT";
-      key = RequireScalarFromSQL(Sql("SELECT ClientID FROM TransactionTable WHERE {};", rows));
-    }
-    if (!key.empty()) return GetQBLinkIDOf(kind, key);
-    LogError(kSendTexts.routine, "Error transferring Payment to QB. Pay ID = " + record_.key);
-    return {};
+    WriteRetainerLinks(walk.Connection(), record_.key, txnId);
+    CloseAddition(session_);
   }
 
   void AskAboutRetainer() {
@@ -217,11 +272,7 @@ class PaymentSend final : public RowWork {
     // A payment that was sent is never sent again.
     if (IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
     const auto allocations = walk.Connection().OpenRecordset(
-        Sql("SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,"
-            "TransactionPayAmtApplied, LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable "
-            "WHERE (PayID = '{}');",
-            record_.key),
-        ado::CursorType::Static, ado::LockType::ReadOnly);
+        Sql("{} WHERE (PayID = '{}');", Sql(kAllocations), record_.key), ado::CursorType::Static, ado::LockType::ReadOnly);
     auto end = RowEnd::Done;
     for (; !allocations->Eof(); allocations->MoveNext()) {
       auto allocated = Allocated::GiveUp;
@@ -242,20 +293,13 @@ class PaymentSend final : public RowWork {
   Allocated SendAllocation(RowWalk& walk, const ado::Recordset& allocation) {
     const auto& payment = walk.Row();
     auto messageSet = RequireMsgSetRequest(session_);
-    const auto request = messageSet.Append("ReceivePaymentAddRq");
+    const auto request = messageSet.Append(kAddRequest);
     record_.lastUpdatedIsNull = IsNull(allocation.Field("LastUpdated"));
     if (GetQBLinkIDOf("CLIENT", ColumnText(allocation, "ClientID")).empty()) {
       NoteFate(Fate::PassedOver, "its client has no link");
       return Allocated::GiveUp;
     }
-    const auto method = ColumnText(payment, "PayMethod");
-    const auto how = HowApplied(method);
-    SetCut(request["PaymentMethodRef"]["FullName"], PaymentMethodName(method));
-    request["TxnDate"].SetValue(DateFloor(PaymentDate(payment)));
-    if (how != Applied::Discount && !IsNull(allocation.Field("TransactionPayAmtApplied"))) {
-      request["TotalAmount"].SetValue(NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
-    }
-    SendFields(request, payment, kFields);
+    const auto how = FillPayment(request, payment, allocation);
     const auto project = GetQBLinkIDOf("PROJECT", ColumnText(allocation, "ProjectID"));
     if (project.empty()) {
       NoteFate(Fate::PassedOver, "its project has no link");
@@ -277,10 +321,7 @@ class PaymentSend final : public RowWork {
     const auto number = ColumnText(allocation, "TransactionInvNum");
     const auto project = ColumnText(allocation, "ProjectID");
     OpenInvoice invoice;
-    invoice.id = GetScalarFromSQL(
-        Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
-            "(PayID IS NULL);",
-            number, project));
+    invoice.id = LinkOfInvoice(number, project);
     if (invoice.id.empty()) {
       ++missing_.count;
       NoteFate(Fate::PassedOver, "its invoice is not in QuickBooks");
@@ -347,10 +388,13 @@ class PaymentSend final : public RowWork {
     }
   }
 
-  Allocated Exchange(RowWalk& walk, const MsgSetRequest& messageSet, const RequestField& request,
+  Allocated Exchange(RowWalk& walk, MsgSetRequest& messageSet, const RequestField& request,
                      const ado::Recordset& allocation) {
-    const auto answer = session_.DoRequests(messageSet);
-    const auto& response = answer.GetAt(0);
+    const auto transactionId = ColumnText(allocation, "TransactionID");
+    NameAddition(messageSet, kPaymentsTable, transactionId);
+    const auto answer = SendAddition(kPaymentsTable, transactionId, session_, messageSet);
+    if (!answer) return Allocated::GiveUp;
+    const auto& response = answer->GetAt(0);
     if (response.StatusCode() != status::kOk) {
       const RefusedRequest refused{
           .request = request, .response = response, .kind = RequestKind::Add, .record = record_, .row = walk.Row()};
@@ -358,22 +402,12 @@ class PaymentSend final : public RowWork {
       return then == Refusal::LeaveTable ? Allocated::LeaveTable : Allocated::GiveUp;
     }
     const auto txnId = response.Detail()["TxnID"].GetValue();
-    auto& connection = walk.Connection();
     TellRecordId(txnId);
     NoteFate(Fate::Added);
     NoteIdentifier(txnId);
-    // Of several allocations the last one's payment is the row's; each keeps its own.
-    WriteLink(connection, PaymentRow(), txnId);
-    const RowPlace row = {.table = "TransactionTable",
-                          .condition = Sql("(TransactionID = '{}')", ColumnText(allocation, "TransactionID"))};
-    WriteLink(connection, row, txnId);
-    Vars().g_NewQBLinkID = txnId;
-    if (record_.lastUpdatedIsNull) WriteStamp(connection, row);
+    WriteAllocationLinks(walk.Connection(), record_.key, transactionId, txnId, record_.lastUpdatedIsNull);
+    CloseAddition(session_);
     return Allocated::Next;
-  }
-
-  [[nodiscard]] RowPlace PaymentRow() const {
-    return {.table = "Payment", .condition = KeyCondition("PayID", record_.key)};
   }
 
   QBSessionManager& session_;
@@ -383,6 +417,70 @@ class PaymentSend final : public RowWork {
   HeldBack exceeding_;  // it expects less
   HeldBack missing_;    // it has no such invoice
 };
+
+// --- Lost links ------------------------------------------------------------------------------------------------------
+
+std::unique_ptr<ado::Recordset> OpenPayment(const LostAddition& lost, std::string_view payId) {
+  return lost.connection.OpenRecordset(SelectRows(kPaymentsTable, "PayID", payId), ado::CursorType::Static,
+                                       ado::LockType::ReadOnly);
+}
+
+TakenUp TakeUpRetainerLink(const LostAddition& lost) {
+  const auto payment = OpenPayment(lost, lost.key);
+  if (payment->Eof()) return {.end = TakenUp::End::RowGone};
+  const auto added = FindAdded(lost, ColumnText(*payment, "QBLinkID"), kInvoicesTable.reads.front(), [&] {
+    auto set = RequireMsgSetRequest(lost.session);
+    const auto request = set.Append(kRetainerRequest);
+    AssignRetainerHeader(request, {.CustomerListID = PayerOfRetainer(lost.key),
+                                   .TxnDate = PaymentDate(*payment),
+                                   .RefNumber = ColumnText(*payment, "PayRef")});
+    return UnlinkedRecordsLike("Payment", kInvoicesTable.reads.front(), kRetainerRequest, request, {}, lost.connection,
+                               lost.session);
+  });
+  if (added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt) {
+    // The second of the two goes behind the first, so that it can be missing alone.
+    WriteRetainerLinks(lost.connection, lost.key, added.taken.identifier);
+  }
+  return added.taken;
+}
+
+bool GoesTo(const Record& payment, std::string_view invoice) {
+  const auto applied = payment["AppliedToTxnRetList"];
+  for (std::size_t i = 0; !applied.IsNothing() && i < applied.Count(); ++i) {
+    if (applied.GetAt(i)["TxnID"].GetValueOrEmpty() == invoice) return true;
+  }
+  return false;
+}
+
+TakenUp TakeUpAllocationLink(const LostAddition& lost) {
+  const auto allocation =
+      lost.connection.OpenRecordset(Sql("SELECT PayID, QBLinkID, {} WHERE (TransactionID = '{}');",
+                                        Sql::Own(std::string_view(kAllocations).substr(std::size("SELECT"))), lost.key),
+                                    ado::CursorType::Static, ado::LockType::ReadOnly);
+  if (allocation->Eof()) return {.end = TakenUp::End::RowGone};
+  const auto payId = ColumnText(*allocation, "PayID");
+  const auto payment = OpenPayment(lost, payId);
+  if (payment->Eof()) return {.end = TakenUp::End::RowGone};
+  const auto& read = kPaymentsTable.reads.front();
+  const auto added = FindAdded(lost, ColumnText(*allocation, "QBLinkID"), read, [&] {
+    auto set = RequireMsgSetRequest(lost.session);
+    const auto request = set.Append(kAddRequest);
+    static_cast<void>(FillPayment(request, *payment, *allocation));
+    const auto project = ColumnText(*allocation, "ProjectID");
+    request["CustomerRef"]["ListID"].SetValue(GetQBLinkIDOf("PROJECT", project));
+    // The payment's own row may know it already.
+    auto found =
+        UnlinkedRecordsLike("TransactionTable", read, kAddRequest, request, {}, lost.connection, lost.session);
+    const auto invoice = LinkOfInvoice(ColumnText(*allocation, "TransactionInvNum"), project);
+    std::erase_if(found, [&](const Record& record) { return !GoesTo(record, invoice); });
+    return found;
+  });
+  if (added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt) {
+    WriteAllocationLinks(lost.connection, payId, lost.key, added.taken.identifier,
+                         IsNull(allocation->Field("LastUpdated")));
+  }
+  return added.taken;
+}
 
 }  // namespace
 
@@ -414,6 +512,10 @@ void MovePaymentsToQB(const SendCall& call) {
   }
   PaymentSend work(call.session, call.run);
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+TakenUp TakeUpPaymentLink(const LostAddition& lost) {
+  return lost.request == "InvoiceAdd" ? TakeUpRetainerLink(lost) : TakeUpAllocationLink(lost);
 }
 
 }  // namespace twqb

@@ -13,6 +13,9 @@ namespace twqb {
 // held back, by reason.
 void MovePaymentsToQB(const SendCall& call);
 
+// Gives the rows of a retainer, or of what a payment pays of an invoice, the links that the send did not get to write.
+[[nodiscard]] TakenUp TakeUpPaymentLink(const LostAddition& lost);
+
 // Asks QuickBooks to add the nine methods. False: the first is neither added nor there, which has been told.
 [[nodiscard]] bool AddPaymentMethodNamesToQB(QBSessionManager& session);
 

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/StatusRules.h"
 #include "messages/StatusCodes.h"
@@ -16,6 +17,7 @@
 #include "services/WaitPointer.h"
 #include "transactions/InvoiceLines.h"
 #include "transactions/SpecialItems.h"
+#include "transactions/modPayments.h"
 
 namespace twqb {
 
@@ -109,28 +111,34 @@ bool AddItemOtherCharge(QBSessionManager& session) {
                 });
 }
 
-std::string AddRetainerPayment(QBSessionManager& session, const Retainer& retainer) {
+void AssignRetainerHeader(const RequestField& invoice, const Retainer& retainer) {
+  invoice["CustomerRef"]["ListID"].SetValue(retainer.CustomerListID);
+  invoice["IsPending"].SetValue(false);
+  invoice["TxnDate"].SetValue(BookingDate(retainer.TxnDate));
+  if (retainer.RefNumber.empty()) return;
+  const auto reference = invoice["RefNumber"];
+  SetCut(reference, FittingReference(retainer.RefNumber, reference));
+}
+
+std::optional<std::string> AddRetainerPayment(QBSessionManager& session, const Retainer& retainer) {
   return WithWaitPointer([&] {
-    return RunAs("AddRetainerPayment()", std::string(), [&]() -> std::string {
-      const auto response = Ask(session, "InvoiceAddRq", [&](const RequestField& invoice) {
-        invoice["CustomerRef"]["ListID"].SetValue(retainer.CustomerListID);
-        invoice["IsPending"].SetValue(false);
-        invoice["TxnDate"].SetValue(BookingDate(retainer.TxnDate));
-        if (!retainer.RefNumber.empty()) {
-          const auto reference = invoice["RefNumber"];
-          SetCut(reference, FittingReference(retainer.RefNumber, reference));
-        }
-        // QuickBooks takes a payment item off by its nature, so the invoice comes to nothing.
-        for (const auto item : {kRetainerCharge, kRetainerPayment}) {
-          const auto line = invoice["ORInvoiceLineAddList"].Append()["InvoiceLineAdd"];
-          line["ItemRef"]["FullName"].SetValue(item);
-          AssignMoney(line, Decimal::FromCurrency(retainer.Amount).ToCents());
-        }
-      });
+    return RunAs("AddRetainerPayment()", std::optional(std::string()), [&]() -> std::optional<std::string> {
+      auto messageSet = RequireMsgSetRequest(session);
+      const auto invoice = AppendAddition(messageSet, kRetainerRequest, kPaymentsTable, retainer.PayID);
+      AssignRetainerHeader(invoice, retainer);
+      // QuickBooks takes a payment item off by its nature, so the invoice comes to nothing.
+      for (const auto item : {kRetainerCharge, kRetainerPayment}) {
+        const auto line = invoice["ORInvoiceLineAddList"].Append()["InvoiceLineAdd"];
+        line["ItemRef"]["FullName"].SetValue(item);
+        AssignMoney(line, Decimal::FromCurrency(retainer.Amount).ToCents());
+      }
+      const auto answer = SendAddition(kPaymentsTable, retainer.PayID, session, messageSet);
+      if (!answer) return std::nullopt;
+      const auto& response = answer->GetAt(0);
       if (response.StatusCode() == status::kOk) return response.Detail()["TxnID"].GetValue();
       NoteRefused(response);
       ShowRefusal(response, PrefixOf("AddRetainerPayment"));
-      return {};
+      return std::string();
     });
   });
 }

@@ -27,10 +27,15 @@ struct Retainer {
   Date TxnDate;
   std::string RefNumber;
   Currency Amount;
+  std::string PayID = {};  // the row of Payment that it is
 };
 
-// Books it; answers the TxnID of the invoice that it is, "" when it could not be booked, which has been told. A
-// reference that is too long loses its blanks, and what is then still too much.
-[[nodiscard]] std::string AddRetainerPayment(QBSessionManager& session, const Retainer& retainer);
+// The request for it ahead of its lines. A reference that is too long loses its blanks, and what is then still too much.
+inline constexpr std::string_view kRetainerRequest = "InvoiceAddRq";
+void AssignRetainerHeader(const RequestField& invoice, const Retainer& retainer);
+
+// Books it; answers the TxnID of the invoice that it is, "" when it could not be booked, which has been told. Nothing:
+// it may be booked already, and must not go.
+[[nodiscard]] std::optional<std::string> AddRetainerPayment(QBSessionManager& session, const Retainer& retainer);
 
 }  // namespace twqb

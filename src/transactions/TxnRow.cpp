@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
@@ -48,6 +49,24 @@ void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const Sen
   WriteLink(connection, place, txnId);
   Vars().g_NewQBLinkID = txnId;
   if (record.lastUpdatedIsNull) WriteStamp(connection, place);
+}
+
+TakenUp TakeUpTxnLink(const LostAddition& lost, const RowPlace& place, const SendRecord& record,
+                      std::string_view addRequest, const QuickBooksRead& read,
+                      const std::function<void(const RequestField& request)>& fill) {
+  auto added = FindAdded(lost, record.linkId, read, [&] {
+    auto set = RequireMsgSetRequest(lost.session);
+    const auto request = set.Append(addRequest);
+    fill(request);
+    return UnlinkedRecordsLike(place.table, read, addRequest, request, {}, lost.connection, lost.session);
+  });
+  if (!added.record.IsNothing()) {
+    WriteLinkBack(lost.connection, place, record, added.taken.identifier);
+  } else if (added.taken.end == TakenUp::End::KnewIt && record.lastUpdatedIsNull) {
+    // The date goes behind the link, so that it can be missing alone.
+    WriteStamp(lost.connection, place);
+  }
+  return added.taken;
 }
 
 void TellRowsBehind(ado::Recordset& rows, std::string_view keyColumn) {

@@ -4,6 +4,7 @@
 // Knows no request of its own.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,6 +35,12 @@ inline constexpr int kDaysToPay = 30;
 // Tells the call-back object the new twin, links the row to it, and stamps a row that has no date yet.
 void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
                    const std::string& txnId);
+
+// Gives the row of a lost addition its link and its date. `fill` fills the request that the send makes of it, as far as that
+// tells one transaction from another; `read` is the one that finds its twins.
+[[nodiscard]] TakenUp TakeUpTxnLink(const LostAddition& lost, const RowPlace& place,
+                                    const SendRecord& record, std::string_view addRequest, const QuickBooksRead& read,
+                                    const std::function<void(const RequestField& request)>& fill);
 
 // The rows behind the current one, as lines that stay because it did. Only an observer has the cursor moved; errors are
 // ignored.

@@ -1,6 +1,8 @@
 #include <fmt/core.h>
 
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
+#include "engine/SelectionQueries.h"
 #include "engine/SendRecord.h"
 #include "messages/StatusCodes.h"
 #include "platform/PlatformError.h"
@@ -23,6 +25,25 @@ std::string WhyUnlinked(std::string_view column, std::string_view key) {
   constexpr std::string_view kIdentifier = "ID";
   if (column.ends_with(kIdentifier)) column.remove_suffix(kIdentifier.size());
   return fmt::format("its {} {} is not in QuickBooks yet", FoldCase(column), key);
+}
+
+// The links of what the row refers to, up to the first that is missing.
+std::vector<std::string> LinksOf(const TxnSend& send, const ado::Recordset& row) {
+  std::vector<std::string> links;
+  for (const auto& link : send.links) {
+    const auto key = ColumnText(row, link.column);
+    auto found = GetQBLinkIDOf(link.kind, key);
+    if (found.empty()) {
+      NoteFate(Fate::PassedOver, [&] { return WhyUnlinked(link.column, key); });
+      break;
+    }
+    links.push_back(std::move(found));
+  }
+  return links;
+}
+
+RowPlace PlaceOf(const TxnTable& txn, std::string_view key) {
+  return {.table = txn.tableName, .condition = KeyCondition(txn.keyColumn, key)};
 }
 
 class TxnSendWork final : public RowWork {
@@ -55,9 +76,9 @@ class TxnSendWork final : public RowWork {
     record_.linkId = ColumnText(row, "QBLinkID");
     if (IsInQuickBooks(table_, record_, session_, run_)) return RowEnd::Done;
     auto messageSet = RequireMsgSetRequest(session_);
-    const auto links = LinksOf(row);
+    const auto links = LinksOf(send_, row);
     if (links.size() < send_.links.size()) return RowEnd::Lacking;
-    const auto request = messageSet.Append(send_.addRequest);
+    const auto request = AppendAddition(messageSet, send_.addRequest, table_, record_.key);
     if (!send_.fill(request, row, links)) {
       NoteFateAtLast(Fate::PassedOver, "QuickBooks can't hold it");
       return RowEnd::Done;
@@ -71,28 +92,13 @@ class TxnSendWork final : public RowWork {
   }
 
  private:
-  // The links of what the row refers to, up to the first that is missing.
-  [[nodiscard]] std::vector<std::string> LinksOf(const ado::Recordset& row) const {
-    std::vector<std::string> links;
-    for (const auto& link : send_.links) {
-      const auto key = ColumnText(row, link.column);
-      auto found = GetQBLinkIDOf(link.kind, key);
-      if (found.empty()) {
-        NoteFate(Fate::PassedOver, [&] { return WhyUnlinked(link.column, key); });
-        break;
-      }
-      links.push_back(std::move(found));
-    }
-    return links;
-  }
-
   RowEnd Exchange(RowWalk& walk, const MsgSetRequest& messageSet, const RequestField& request) {
-    const auto answer = session_.DoRequests(messageSet);
-    const auto& response = answer.GetAt(0);
+    const auto answer = SendAddition(table_, record_.key, session_, messageSet);
+    if (!answer) return RowEnd::Done;
+    const auto& response = answer->GetAt(0);
     if (response.StatusCode() == status::kOk) {
-      WriteLinkBack(walk.Connection(),
-                    {.table = txn_.tableName, .condition = KeyCondition(txn_.keyColumn, record_.key)}, record_,
-                    response.Detail()["TxnID"].GetValue());
+      WriteLinkBack(walk.Connection(), PlaceOf(txn_, record_.key), record_, response.Detail()["TxnID"].GetValue());
+      CloseAddition(session_);
       return RowEnd::Done;
     }
     const RefusedRequest refused{
@@ -131,6 +137,20 @@ class TxnSendWork final : public RowWork {
 void SendTransactions(const Table& table, const TxnTable& txn, const SendCall& call) {
   TxnSendWork work(table, txn, call);
   RowWalk(txn.send.texts, call.run).Walk(call.sql, work);
+}
+
+TakenUp TakeUpTransactionLink(const Table& table, const TxnTable& txn, const LostAddition& lost) {
+  const auto row = lost.connection.OpenRecordset(SelectRows(table, txn.keyColumn, lost.key), ado::CursorType::Static,
+                                                 ado::LockType::ReadOnly);
+  if (row->Eof()) return {.end = TakenUp::End::RowGone};
+  SendRecord record;
+  record.key = lost.key;
+  record.linkId = ColumnText(*row, "QBLinkID");
+  record.lastUpdatedIsNull = IsNull(row->Field("LastUpdated"));
+  return TakeUpTxnLink(lost, PlaceOf(txn, record.key), record, txn.send.addRequest, table.reads.front(),
+                       [&](const RequestField& request) {
+                         static_cast<void>(txn.send.fill(request, *row, LinksOf(txn.send, *row)));
+                       });
 }
 
 void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::span<const std::string> identifiers) {

@@ -102,6 +102,9 @@ struct TxnTable {
 // Adds the rows of the call; `table` is the one that the description moves. What went wrong has been told.
 void SendTransactions(const Table& table, const TxnTable& txn, const SendCall& call);
 
+// Gives the row of an addition the link and the date that the send did not get to write.
+[[nodiscard]] TakenUp TakeUpTransactionLink(const Table& table, const TxnTable& txn, const LostAddition& lost);
+
 // Inserts the records of the call that have no row.
 void GetTransactions(const TxnTable& txn, const GetCall& call);
 

@@ -6,8 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RowWalk.h"
+#include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
@@ -45,6 +47,56 @@ constexpr std::array kLineTables = {LineTable{"TimeEntry", "TEID"}, LineTable{"E
 
 constexpr std::string_view kRefusedWithIt = "its bill was refused";
 
+void AssignHeader(const RequestField& request, const ado::Recordset& row) {
+  const auto today = TheMachine().Now().Midnight();
+  const auto date = row.Field("BillDate");
+  request["TxnDate"].SetValue(IsNull(date) ? today : ToDate(date));
+  const auto due = row.Field("BillDueDate");
+  request["DueDate"].SetValue(IsNull(due) ? today.PlusDays(kDaysToPay) : ToDate(due));
+  if (const auto number = row.Field("BillNumber"); !IsNull(number)) request["RefNumber"].SetValue(ToText(number));
+}
+
+// Up to the first that lacks something.
+void AppendLines(BillInHand& bill, std::string_view billId, ado::Connection& connection) {
+  // Each dialect has its own way to write an identifier.
+  const auto id = Vars().g_DbKind == "SQL" ? Sql("'{}'", billId) : Sql("{{guid {}}}", Sql::Name(billId));
+  const auto lines = connection.OpenRecordset(Sql("SELECT * FROM TimeExpense WHERE VendorBillID ={};", id),
+                                              ado::CursorType::Static, ado::LockType::ReadOnly);
+  for (; !lines->Eof(); lines->MoveNext()) {
+    const bool isTime = ColumnText(*lines, "DataTbl") == "TE";
+    bool isAppended = false;
+    AsPart(Standing::Line, "", [&] {
+      NoteKeyOf(*lines, kColumns.key);
+      isAppended = bill.AppendLine(*lines, kColumns, isTime ? kActivityCodes : kExpenseCodes);
+      if (isAppended) DropRecordInHand();
+    });
+    if (isAppended) continue;
+    TellRowsBehind(*lines, kColumns.key);
+    break;
+  }
+  lines->Close();
+}
+
+void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill& sent, ado::Connection& connection) {
+  static_cast<void>(
+      GetScalarFromSQL(Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, billId)));
+  const auto& keys = bill.QuotedKeys();
+  for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
+    TellRecord(
+        {.standing = Standing::Line, .key = Unquoted(keys[i]), .identifier = sent.lines[i], .fate = Fate::Added});
+    for (const auto& table : kLineTables) {
+      WriteLink(connection, {.table = table.name, .condition = Sql("{} = {}", table.keyColumn, keys[i])},
+                sent.lines[i], Linked::AnyRows);
+    }
+  }
+}
+
+void StampLines(const BillInHand& bill, ado::Connection& connection) {
+  for (const auto& table : kLineTables) {
+    WriteStamp(connection, {.table = table.name, .condition = Sql("({} IN({}))", table.keyColumn, bill.Keys())});
+  }
+}
+
 class VendorBillSend final : public RowWork {
  public:
   VendorBillSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
@@ -69,7 +121,7 @@ class VendorBillSend final : public RowWork {
     }
     bill.Request()["VendorRef"]["ListID"].SetValue(vendor);
     AssignHeader(bill.Request(), row);
-    AppendLines(bill, walk.Connection());
+    AppendLines(bill, record_.key, walk.Connection());
     if (bill.HasLines()) return Send(bill, walk);
     NoteFateAtLast(Fate::PassedOver, "it has no lines");
     return RowEnd::Done;
@@ -92,41 +144,14 @@ class VendorBillSend final : public RowWork {
     TellLacking({.text = ProblemWithBills(what), .failsTheTable = true}, run);
   }
 
-  static void AssignHeader(const RequestField& request, const ado::Recordset& row) {
-    const auto today = TheMachine().Now().Midnight();
-    const auto date = row.Field("BillDate");
-    request["TxnDate"].SetValue(IsNull(date) ? today : ToDate(date));
-    const auto due = row.Field("BillDueDate");
-    request["DueDate"].SetValue(IsNull(due) ? today.PlusDays(kDaysToPay) : ToDate(due));
-    if (const auto number = row.Field("BillNumber"); !IsNull(number)) request["RefNumber"].SetValue(ToText(number));
-  }
-
-  // Up to the first that lacks something.
-  void AppendLines(BillInHand& bill, ado::Connection& connection) const {
-    // Each dialect has its own way to write an identifier.
-    const auto id = Vars().g_DbKind == "SQL" ? Sql("'{}'", record_.key) : Sql("{{guid {}}}", Sql::Name(record_.key));
-    const auto lines = connection.OpenRecordset(Sql("SELECT * FROM TimeExpense WHERE VendorBillID ={};", id),
-                                                ado::CursorType::Static, ado::LockType::ReadOnly);
-    for (; !lines->Eof(); lines->MoveNext()) {
-      const bool isTime = ColumnText(*lines, "DataTbl") == "TE";
-      bool isAppended = false;
-      AsPart(Standing::Line, "", [&] {
-        NoteKeyOf(*lines, kColumns.key);
-        isAppended = bill.AppendLine(*lines, kColumns, isTime ? kActivityCodes : kExpenseCodes);
-        if (isAppended) DropRecordInHand();
-      });
-      if (isAppended) continue;
-      TellRowsBehind(*lines, kColumns.key);
-      break;
-    }
-    lines->Close();
-  }
-
-  RowEnd Send(const BillInHand& bill, RowWalk& walk) {
-    const auto sent = SendBill(bill, record_, walk.Row(), session_, run_);
+  RowEnd Send(BillInHand& bill, RowWalk& walk) {
+    bill.Name(kVendorBillTable, record_.key);
+    const auto sent = SendBill(bill, kVendorBillTable, record_.key, record_, walk.Row(), session_, run_);
     switch (sent.end) {
       case SentBill::End::Added:
-        WriteBack(bill, sent, walk.Connection());
+        WriteLinks(bill, record_.key, sent, walk.Connection());
+        if (stampsRows_) StampLines(bill, walk.Connection());
+        CloseAddition(session_);
         break;
       case SentBill::End::NotSent:
         failed_ = true;
@@ -149,24 +174,6 @@ class VendorBillSend final : public RowWork {
     }
   }
 
-  void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {
-    static_cast<void>(GetScalarFromSQL(
-        Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, record_.key)));
-    const auto& keys = bill.QuotedKeys();
-    for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
-      TellRecord(
-          {.standing = Standing::Line, .key = Unquoted(keys[i]), .identifier = sent.lines[i], .fate = Fate::Added});
-      for (const auto& table : kLineTables) {
-        WriteLink(connection, {.table = table.name, .condition = Sql("{} = {}", table.keyColumn, keys[i])},
-                  sent.lines[i], Linked::AnyRows);
-      }
-    }
-    if (!stampsRows_) return;
-    for (const auto& table : kLineTables) {
-      WriteStamp(connection, {.table = table.name, .condition = Sql("({} IN({}))", table.keyColumn, bill.Keys())});
-    }
-  }
-
   QBSessionManager& session_;
   Run& run_;
   SendRecord record_;
@@ -181,6 +188,28 @@ void MoveVendorBillToQB(const SendCall& call) {
   Vars().g_PassedID.clear();
   VendorBillSend work(call.session, call.run);
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
+}
+
+TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
+  const auto row = lost.connection.OpenRecordset(SelectRows(kVendorBillTable, "VendorBillID", lost.key),
+                                                 ado::CursorType::Static, ado::LockType::ReadOnly);
+  if (row->Eof()) return {.end = TakenUp::End::RowGone};
+  BillInHand bill(lost.session);
+  bill.Request()["VendorRef"]["ListID"].SetValue(LinkOfPerson(ColumnText(*row, "VendorID")));
+  AssignHeader(bill.Request(), *row);
+  AppendLines(bill, lost.key, lost.connection);
+  const auto& read = kVendorBillTable.reads.front();
+  auto added = FindAdded(lost, ColumnText(*row, "QBLinkID"), read, [&] {
+    return UnlinkedRecordsLike("VendorBill", read, kBillRequest, bill.Request(), {}, lost.connection, lost.session);
+  });
+  // The lines go behind the bill, so that they can be missing alone.
+  if (added.taken.end == TakenUp::End::KnewIt) {
+    added.record = RecordOf(read, added.taken.identifier, lost.session);
+  }
+  if (added.record.IsNothing()) return added.taken;
+  WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(added.record)}, lost.connection);
+  if (IsNull(row->Field("LastUpdated"))) StampLines(bill, lost.connection);
+  return added.taken;
 }
 
 }  // namespace twqb

@@ -10,4 +10,7 @@ namespace twqb {
 // as far as it got.
 void MoveVendorBillToQB(const SendCall& call);
 
+// Gives a bill and its rows the links and dates that the send did not get to write.
+[[nodiscard]] TakenUp TakeUpVendorBillLinks(const LostAddition& lost);
+
 }  // namespace twqb

@@ -67,6 +67,7 @@ constinit const Table kExpenseLogTable = {
     .sends = SentRows::NamedAlone,
     .send = MoveExpenseLogToQB,
     .afterSend = ReviewTransferredBill,
+    .lostLink = {.row = "expense", .record = "bill", .keyColumn = "ELID", .takeUp = TakeUpExpenseLinks},
     .reads = kReads,
     .beforeReads = TellVersion1,
     .get = MoveExpenseLogToTW,

@@ -40,6 +40,9 @@ constinit const Table kPaymentsTable = {
                   .prefix = "Payment.",
                   .clauses = kClauses},
     .send = MovePaymentsToQB,
+    // The key of a retainer is its PayID.
+    .lostLink =
+        {.row = "payment", .record = "payment", .keyColumn = "TransactionID", .takeUp = TakeUpPaymentLink},
     .reads = kReads,
     .get = MovePaymentsToTW,
     .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},

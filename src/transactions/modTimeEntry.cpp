@@ -421,6 +421,14 @@ constinit const Table kTimeEntriesTable = {
             .passed = Passed,
         },
     .send = MoveTimeEntryToQB,
+    .lostLink = {.row = "time entry",
+                 .record = "time activity",
+                 .keyColumn = "TEID",
+                 .takeUp =
+                     [](const LostAddition& lost) {
+                       LoadActivityCodes();
+                       return TakeUpTransactionLink(kTimeEntriesTable, kTimeEntries, lost);
+                     }},
     .reads = kReads,
     .get = MoveTimeEntriesToTW,
     .billingDeletion = {.rows = "TimeEntry"},

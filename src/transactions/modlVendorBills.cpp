@@ -49,6 +49,8 @@ constinit const Table kVendorBillTable = {
                   .clauses = kClauses,
                   .passed = Passed},
     .send = MoveVendorBillToQB,
+    .lostLink =
+        {.row = "vendor bill", .record = "bill", .keyColumn = "VendorBillID", .takeUp = TakeUpVendorBillLinks},
     .reads = kReads,
     .get = MoveVendorBillToTW,
 };

@@ -40,6 +40,7 @@ class TestMachine : public Machine {
   }
   std::optional<std::string> ReadRegistry(std::string_view, std::string_view) override { return std::nullopt; }
   void CopyFile(const std::string&, const std::string&) override { throw std::logic_error("no file is copied here"); }
+  std::string ComputerName() override { return {}; }
   std::string LibraryFolder() override { return {}; }
   void AppendLine(const std::string&, std::string_view) override { throw std::logic_error("no log is written here"); }
 };

@@ -202,6 +202,7 @@ struct FakeMachine : Machine {
     return registry;
   }
   void CopyFile(const std::string& /*from*/, const std::string& /*to*/) override { notes.Add("CopyFile"); }
+  std::string ComputerName() override { return "FRONTDESK"; }
   std::string LibraryFolder() override { return "/firm"; }
   void AppendLine(const std::string& /*path*/, std::string_view line) override {
     notes.Add("AppendLine " + std::string(line));

@@ -209,7 +209,7 @@ struct LibraryHost::Parts {
         desk(*transcript.Decorated().desk, options.beforeAnswer) {
     auto seams = transcript.Decorated();
     seams.desk = &desk;
-    Compose(seams, options.tables);
+    Compose(seams, options.tables, nullptr, options.lostLinks);
   }
   ~Parts() {
     while (!objects.empty()) objects.pop_back();

@@ -15,6 +15,7 @@
 #include "engine/Table.h"
 #include "platform/Date.h"
 #include "platform/machine.h"
+#include "twqb/CTWQBBridge.h"
 
 namespace twqb {
 
@@ -25,6 +26,7 @@ struct LibraryHostOptions {
   std::string answers;                        // as in an answers file
   std::string faults;                         // as in a faults file
   std::span<const Table* const> tables = {};  // of the tests' own
+  LostLinks lostLinks = LostLinks::Leave;
   // Runs before the n-th question (from 1) is answered; boxes with only OK are none.
   std::function<void(int n)> beforeAnswer;
 };

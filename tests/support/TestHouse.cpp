@@ -18,6 +18,7 @@ TestHouse::TestHouse(HouseOptions options)
       machine({.libraryFolder = folder_, .registryFile = folder_ + "/registry.ini"},
               {.now = options.now, .zone = options.zone, .seed = 1}),
       desk(ParseAnswers(options.answers)),
+      findsLostLinks_(options.findsLostLinks),
       provider_(options.provider) {
   const bool makesBilling = !std::filesystem::exists(Path("billing.db"));
   if (makesBilling) CreateSqliteDatabase(Path("billing.db"));
@@ -50,6 +51,7 @@ void TestHouse::Enter(const Platform& platform) {
   Vars().platform = platform;
   Vars().tables = tables;
   Vars().pull = pull;
+  Vars().findsLostLinks = findsLostLinks_;
   Vars().g_ConnectString = ConnectString();
   Vars().g_TWSettingsPath = Path("twqb.ini");
 }

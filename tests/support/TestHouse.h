@@ -25,6 +25,7 @@ struct HouseOptions {
   company::CompanyOptions company;
   Date now = TextToDate("2008-03-05T10:00:00");
   TimeZoneInformation zone = {.bias = 300, .daylightBias = -60, .state = TimeZoneState::Standard};
+  bool findsLostLinks = false;
   // An existing folder to stand in, with the files that an earlier house left there. Empty: a new one, removed with
   // the house.
   std::string folder = {};
@@ -76,6 +77,7 @@ class TestHouse {
   std::unique_ptr<TransportFactory> quickbooks;
 
  private:
+  bool findsLostLinks_;
   std::string provider_;
   std::unique_ptr<ado::Connection> connection_;
 };

@@ -1,0 +1,386 @@
+#include "engine/LostAdditions.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <vector>
+
+#include "engine/Mapping.h"
+#include "engine/ReadQueries.h"
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+#include "platform/Value.h"
+#include "quickbooks/Requests.h"
+#include "services/Database.h"
+#include "services/Errors.h"
+#include "services/ModuleVariables.h"
+#include "services/RecordInHand.h"
+#include "services/RunObserver.h"
+#include "services/Sql.h"
+
+namespace twqb {
+
+namespace {
+
+// --- The names of rows -----------------------------------------------------------------------------------------------
+
+// QuickBooks takes fifty characters, and nobody says which.
+constexpr std::size_t kLongestName = 50;
+constexpr char kByKey = ':';
+constexpr char kByHash = '#';  // of a key that does not fit
+
+bool IsPlain(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) && Trim(text) == text;
+}
+
+std::string HashedName(std::int32_t table, std::string_view key) {
+  return fmt::format("{}{}{:016x}", table, kByHash, HashOf(key));
+}
+
+std::string NameOfRow(std::int32_t table, std::string_view key) {
+  auto name = fmt::format("{}{}{}", table, kByKey, key);
+  return name.size() <= kLongestName && IsPlain(key) ? name : HashedName(table, key);
+}
+
+struct RowName {
+  std::int32_t table = -1;  // -1: it names no row
+  bool isHashed = false;
+  std::string key;  // or its hash
+};
+
+RowName ReadName(std::string_view name) {
+  RowName row;
+  const auto* const end = name.data() + name.size();
+  std::int32_t table = 0;
+  const auto [behind, problem] = std::from_chars(name.data(), end, table);
+  if (problem != std::errc() || behind == end || (*behind != kByKey && *behind != kByHash)) return row;
+  return {.table = table, .isHashed = *behind == kByHash, .key = std::string(behind + 1, end)};
+}
+
+// The key of that hash; "" where no row has it.
+std::string KeyOfHash(const Table& table, std::string_view name, ado::Connection& connection) {
+  const auto rows = connection.OpenRecordset(
+      Sql("SELECT {} FROM {};", Sql::Own(table.lostLink.keyColumn), Sql::Own(table.rows.table)),
+      ado::CursorType::Static, ado::LockType::ReadOnly);
+  for (; !rows->Eof(); rows->MoveNext()) {
+    auto key = FirstField(*rows);
+    if (HashedName(table.number, key) == name) return key;
+  }
+  return {};
+}
+
+// --- What is told ----------------------------------------------------------------------------------------------------
+
+void Tell(bool isFound, const std::string& text) {
+  WriteLog(text);
+  if (auto* observer = Vars().observer) observer->LostLinkTold({.isFound = isFound, .text = text});
+}
+
+// --- One addition ----------------------------------------------------------------------------------------------------
+
+// Statuses below a thousand are those of work that was done, with a warning or without.
+bool IsDone(const Response& response) {
+  constexpr std::int32_t kFirstRefusal = 1000;
+  return response.StatusCode() >= 0 && response.StatusCode() < kFirstRefusal;
+}
+
+// What was added of the set, and for whom; nothing where nothing was.
+struct Added {
+  std::string row;
+  std::string request;
+  std::size_t attempt = 0;
+  Record record = {};
+  bool isCertain = true;
+  bool replaces = false;
+};
+
+std::optional<Added> AddedBy(const MsgSetResponse& outcome) {
+  for (std::size_t i = outcome.Count(); i-- > 0;) {
+    const auto& response = outcome.GetAt(i);
+    if (!IsDone(response) || ReadName(response.RequestID()).table < 0) continue;
+    return Added{.row = response.RequestID(),
+                 .request = response.RequestName(),
+                 .attempt = i,
+                 .record = response.DetailCount() > 0 ? response.Detail() : Record(),
+                 .replaces = outcome.GetAt(0).RequestName().ends_with("Mod")};
+  }
+  return std::nullopt;
+}
+
+std::string IdentifierOf(const Record& record) {
+  for (const auto* const field : {"ListID", "TxnID"}) {
+    std::string found;
+    // Each kind of record has one of the two, and raises for the other.
+    if (IgnoreErrors([&] { found = record[field].GetValueOrEmpty(); }) && !found.empty()) return found;
+  }
+  return {};
+}
+
+void TellTakenUp(const Table& table, std::string_view key, const Added& added, const TakenUp& taken) {
+  const auto& names = table.lostLink;
+  switch (taken.end) {
+    case TakenUp::End::Linked:
+      return Tell(true, fmt::format("Found again: {} {} is {} {}.", names.row, key, names.record, taken.identifier));
+    case TakenUp::End::KnewIt:
+      if (added.record.IsNothing() || IdentifierOf(added.record) == taken.identifier) return;
+      return WriteLog(fmt::format("The {} {} is linked to {} by now; what was added for it, {}, is left alone.",
+                                  names.row, key, taken.identifier, IdentifierOf(added.record)));
+    case TakenUp::End::RowGone:
+      return WriteLog(fmt::format("A {} was added for the {} {}, which is no longer there; it is left alone.",
+                                  names.record, names.row, key));
+    case TakenUp::End::NotAdded:
+    case TakenUp::End::Open:
+      return;
+  }
+}
+
+// An outcome that nobody can make sense of stays with QuickBooks, and its row does not go: the next process tries again.
+void LeaveOpen(const Table& table, const Added& added, std::string_view key, std::string_view why,
+               QBSessionManager& session) {
+  auto& recovery = session.Recovery();
+  recovery.Hold(added.row);
+  recovery.Settle();
+  recovery.Leave();
+  Tell(false, fmt::format("The {} {} may be in QuickBooks already, without a link: {}. It is not sent again. Link it, "
+                          "or delete what QuickBooks has of it and send it with the search for lost links off.",
+                          table.lostLink.row, key, why));
+}
+
+void TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
+  const auto name = ReadName(added.row);
+  auto key = name.key;
+  TakenUp taken;
+  const auto raised = CatchError([&] {
+    WithGlobalConnection([&] {
+      Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
+      auto connection = Vars().platform.database->CreateConnection();
+      OpenConnection(*connection, nullptr, "");
+      if (name.isHashed) {
+        key = KeyOfHash(table, added.row, *connection);
+        taken.end = TakenUp::End::RowGone;
+        if (key.empty()) return;
+      }
+      taken = table.lostLink.takeUp({.key = key,
+                                     .request = added.request,
+                                     .attempt = added.attempt,
+                                     .record = added.record,
+                                     .isCertain = added.isCertain,
+                                     .replaces = added.replaces,
+                                     .connection = *connection,
+                                     .session = session});
+    });
+  });
+  if (raised) taken = {.end = TakenUp::End::Open, .identifier = {}, .why = raised->description()};
+  if (taken.end == TakenUp::End::Open) return LeaveOpen(table, added, key, taken.why, session);
+  TellTakenUp(table, key, added, taken);
+  session.Recovery().Settle();
+}
+
+void TakeUpOutcome(const MsgSetResponse& outcome, const FindTableRoutine& findTable, QBSessionManager& session) {
+  const auto added = AddedBy(outcome);
+  if (!added) return session.Recovery().Settle();
+  const auto* table = findTable(ReadName(added->row).table);
+  if (table != nullptr && table->lostLink.takeUp != nullptr) return TakeUp(*table, *added, session);
+  WriteLog(fmt::format("QuickBooks tells of an addition that no table here has made: {}. It is left alone.",
+                       added->row));
+  session.Recovery().Settle();
+}
+
+void Settle(const Table& table, QBSessionManager& session) {
+  auto& recovery = session.Recovery();
+  if (const auto outcome = recovery.AskAgain(session)) {
+    return TakeUpOutcome(*outcome, [&](std::int32_t /*number*/) { return &table; }, session);
+  }
+  if (!recovery.MayHaveRun()) return recovery.Settle();
+  TakeUp(table,
+         {.row = recovery.OpenRow(),
+          .request = recovery.OpenRequest(),
+          .attempt = recovery.OpenAttempt(),
+          .isCertain = false},
+         session);
+}
+
+// --- Records by what a request says ----------------------------------------------------------------------------------
+
+std::string NameForComparison(std::string_view name) { return FoldCase(Trim(name)); }
+
+// What tells one transaction from another, of those that the request has.
+constexpr std::array<std::string_view, 11> kTelling = {
+    "TxnDate",   "RefNumber",         "CustomerRef.ListID", "EntityRef.ListID", "VendorRef.ListID", "TotalAmount",
+    "Duration",  "ItemServiceRef.ListID", "Notes",          "Memo",             "PaymentMethodRef.FullName"};
+
+// The field of the record as text; nothing where this kind of record has none.
+std::optional<std::string> TextAt(const Record& record, std::string_view path) {
+  std::optional<std::string> text;
+  IgnoreErrors([&] {
+    auto field = record;
+    for (const auto& step : Split(path, '.')) {
+      if (field.IsNothing()) break;
+      field = field[step];
+    }
+    text = field.GetValueOrEmpty();
+  });
+  return text;
+}
+
+// The same of a request; nothing where it has none, or leaves it empty.
+std::optional<std::string> TextAt(const RequestField& request, std::string_view path) {
+  std::optional<std::string> text;
+  IgnoreErrors([&] {
+    const auto field = FieldAtPath(request, path);
+    if (field.IsSet()) text = field.GetValue();
+  });
+  return text;
+}
+
+// Whether two texts of a field mean the same.
+bool MeanTheSame(std::string_view a, std::string_view b) {
+  if (NameForComparison(a) == NameForComparison(b)) return true;
+  if (const auto span = messages::ParseTimeInterval(a)) return span == messages::ParseTimeInterval(b);
+  bool same = false;
+  IgnoreErrors([&] { same = TextToNumber(a) == TextToNumber(b); });
+  return same;
+}
+
+bool IsLike(const Record& record, const RequestField& request, std::string_view name, bool isTransaction) {
+  if (!isTransaction) {
+    if (NameForComparison(TextAt(record, "Name").value_or("")) != NameForComparison(name)) return false;
+    const auto parent = TextAt(request, "ParentRef.ListID");
+    return !parent || TextAt(record, "ParentRef.ListID").value_or("") == *parent;
+  }
+  return std::ranges::all_of(kTelling, [&](std::string_view path) {
+    const auto asked = TextAt(request, path);
+    const auto found = TextAt(record, path);
+    return !asked || !found || MeanTheSame(*asked, *found);
+  });
+}
+
+// What a query of those filters finds. Days of transactions narrow every query of theirs.
+std::vector<Record> RecordsOf(QuickBooksRead read, const ReadFilters& filters, QBSessionManager& session) {
+  if (read.transaction) read.transaction->takesTransactionDates = true;
+  auto set = RequireMsgSetRequest(session);
+  ApplyQBFilters(read, filters, set);
+  const auto answer = session.DoRequests(set);
+  std::vector<Record> found;
+  for (std::size_t i = 0; i < answer.Count(); ++i) {
+    for (auto& record : answer.GetAt(i).Details()) found.push_back(std::move(record));
+  }
+  return found;
+}
+
+bool IsLinked(std::string_view table, const std::string& identifier, ado::Connection& connection) {
+  const auto found = connection.Execute(
+      Sql("SELECT COUNT(*) FROM {} WHERE QBLinkID = '{}';", table, identifier), nullptr);
+  return FirstField(*found) != "0";
+}
+
+}  // namespace
+
+RequestField AppendAddition(MsgSetRequest& set, std::string_view addRequest, const Table& table, std::string_view key) {
+  const auto request = set.Append(addRequest);
+  NameAddition(set, table, key);
+  return request;
+}
+
+void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key) {
+  set.NameLast(NameOfRow(table.number, key));
+}
+
+std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view key, QBSessionManager& session,
+                                           const MsgSetRequest& set) {
+  auto& recovery = session.Recovery();
+  if (recovery.IsOpen()) Settle(table, session);
+  const auto row = NameOfRow(table.number, key);
+  if (recovery.IsHeld(row)) {
+    NoteFate(Fate::PassedOver, "it may be in QuickBooks already");
+    return std::nullopt;
+  }
+  if (!recovery.IsOn()) return session.DoRequests(set);
+  auto answer = recovery.Send(session, set, row);
+  // What was refused has nothing to be written.
+  if (!AddedBy(answer)) recovery.Settle();
+  return answer;
+}
+
+void CloseAddition(QBSessionManager& session) { session.Recovery().Settle(); }
+
+void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable) {
+  if (const auto outcome = session.Recovery().AskFirst(session)) TakeUpOutcome(*outcome, findTable, session);
+}
+
+void SettleOpenAddition(const Table& table, QBSessionManager& session) {
+  if (!session.Recovery().IsOpen()) return;
+  if (const auto raised = CatchError([&] { Settle(table, session); })) {
+    WriteLog(fmt::format("What became of the last addition can't be told now: {}. The next send asks again.",
+                         raised->description()));
+  }
+}
+
+void DropWhatIsSettled(QBSessionManager& session) {
+  IgnoreErrors([&] { session.Recovery().Drop(session); });
+}
+
+std::vector<Record> UnlinkedRecordsLike(std::string_view linkedIn, const QuickBooksRead& read,
+                                        std::string_view addRequest, const RequestField& request, std::string_view name,
+                                        ado::Connection& connection, QBSessionManager& session) {
+  constexpr std::string_view kAdd = "AddRq";
+  const auto element = fmt::format("{}Ret", addRequest.substr(0, addRequest.size() - kAdd.size()));
+  const bool isTransaction = read.transaction.has_value();
+  ReadFilters filters;
+  if (isTransaction) {
+    filters.strTxnFrom = TextAt(request, "TxnDate").value_or("");
+    filters.strTxnTo = filters.strTxnFrom;
+  } else {
+    filters.strNameFrom = Trim(name);
+    filters.strNameTo = filters.strNameFrom;
+  }
+  auto found = RecordsOf(read, filters, session);
+  std::erase_if(found, [&](const Record& record) {
+    return record.GetAsString() != element || !IsLike(record, request, name, isTransaction) ||
+           IsLinked(linkedIn, IdentifierOf(record), connection);
+  });
+  return found;
+}
+
+std::vector<Record> RecordsOfDays(const QuickBooksRead& read, Date from, Date to, QBSessionManager& session) {
+  return RecordsOf(read, {.strTxnFrom = messages::DateText(from), .strTxnTo = messages::DateText(to)}, session);
+}
+
+bool SaysTheSame(const Record& record, const RequestField& request, std::span<const std::string_view> paths) {
+  return std::ranges::all_of(paths, [&](std::string_view path) {
+    const auto asked = TextAt(request, path).value_or("");
+    const auto found = TextAt(record, path).value_or("");
+    return asked.empty() == found.empty() && (asked.empty() || MeanTheSame(asked, found));
+  });
+}
+
+Record RecordOf(const QuickBooksRead& read, std::string_view identifier, QBSessionManager& session) {
+  auto found = RecordsOf(read, {.strID = std::string(identifier)}, session);
+  return found.empty() ? Record() : std::move(found.front());
+}
+
+AddedRecord FindAdded(const LostAddition& lost, std::string_view link, const QuickBooksRead& read,
+                      const std::function<std::vector<Record>()>& recordsLike) {
+  using End = TakenUp::End;
+  auto record = lost.record;
+  if (record.IsNothing()) {
+    auto found = recordsLike();
+    if (found.empty() && !link.empty()) return {.taken = {.end = End::KnewIt, .identifier = std::string(link)}};
+    if (found.empty() && !lost.isCertain) return {.taken = {.end = End::NotAdded}};
+    if (found.empty()) return {.taken = {.why = "QuickBooks says that it was added, but has no such record"}};
+    if (found.size() > 1) {
+      return {.taken = {.why = fmt::format("QuickBooks has {} records like it that nothing is linked to",
+                                           found.size())}};
+    }
+    record = std::move(found.front());
+  }
+  const auto identifier = IdentifierOf(record);
+  // A link that was there before leads nowhere any more, or to what the addition replaces. Any other was written since.
+  const bool isOther = !link.empty() && link != identifier && !lost.replaces && !RecordOf(read, link, lost.session).IsNothing();
+  if (link == identifier || isOther) return {.taken = {.end = End::KnewIt, .identifier = std::string(link)}};
+  return {.taken = {.end = End::Linked, .identifier = identifier}, .record = std::move(record)};
+}
+
+}  // namespace twqb

@@ -1,0 +1,79 @@
+// Additions whose outcome may get lost: a process can die, or a call can fail, between QuickBooks' commit and the
+// writing of the link, and the row would be added a second time.
+//
+// Every addition of a row goes through here. It goes under an identifier (quickbooks/Recovery.h) and names its row, so
+// that the outcome which QuickBooks keeps tells later what was added for whom; the row then gets its link as the send
+// would have written it. How that is done is the table's affair (LostLink in engine/Table.h). One addition is open at a
+// time: from its request until its rows are written.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/Table.h"
+#include "platform/ado.h"
+#include "quickbooks/QBSessionManager.h"
+#include "quickbooks/Recovery.h"
+
+namespace twqb {
+
+// Appends a request that adds the row of that key, and names it so.
+[[nodiscard]] RequestField AppendAddition(MsgSetRequest& set, std::string_view addRequest, const Table& table,
+                                          std::string_view key);
+
+// The same for a request that was appended before its row was known.
+void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key);
+
+// Sends a set whose last request adds that row. Nothing: the row may be in QuickBooks already, which has been told, and
+// must not go. An addition before it that is still open is settled first.
+[[nodiscard]] std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view key,
+                                                         QBSessionManager& session, const MsgSetRequest& set);
+// Behind the answer, once all is written that is to be written of it.
+void CloseAddition(QBSessionManager& session);
+
+// Finds the table of a number; nothing where there is none.
+using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
+
+// Ahead of the first row of a send: takes up what an earlier process left. Raises when QuickBooks can't be asked.
+void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable);
+// Behind the last row of a table: settles an addition that is still open. Errors go to the log.
+void SettleOpenAddition(const Table& table, QBSessionManager& session);
+// Behind a send: has QuickBooks drop what is settled. Errors are ignored; the next process finds it settled.
+void DropWhatIsSettled(QBSessionManager& session);
+
+// --- For the tables --------------------------------------------------------------------------------------------------
+
+// The records that agree with what a request asks for and that no row of the table `linkedIn` is linked to.
+//
+// Of a list: those of the name, below the same parent. Of transactions: those of the same day, person and number, as
+// far as the request has them.
+[[nodiscard]] std::vector<Record> UnlinkedRecordsLike(std::string_view linkedIn, const QuickBooksRead& read,
+                                                      std::string_view addRequest, const RequestField& request,
+                                                      std::string_view name, ado::Connection& connection,
+                                                      QBSessionManager& session);
+
+// The transactions of those days.
+[[nodiscard]] std::vector<Record> RecordsOfDays(const QuickBooksRead& read, Date from, Date to,
+                                                QBSessionManager& session);
+
+// Whether a record has what a request says at those paths, and nothing where it says nothing.
+[[nodiscard]] bool SaysTheSame(const Record& record, const RequestField& request,
+                               std::span<const std::string_view> paths);
+
+// What QuickBooks has under that identifier; nothing where it has nothing.
+[[nodiscard]] Record RecordOf(const QuickBooksRead& read, std::string_view identifier, QBSessionManager& session);
+
+// The record that was added for a row: the outcome's, or else the one like the row's request. `taken` is how the row
+// ends once that is written; `record` is nothing where there is nothing to link it to.
+struct AddedRecord {
+  TakenUp taken;
+  Record record;
+};
+[[nodiscard]] AddedRecord FindAdded(const LostAddition& lost, std::string_view link, const QuickBooksRead& read,
+                                    const std::function<std::vector<Record>()>& recordsLike);
+
+}  // namespace twqb
