@@ -318,7 +318,16 @@ void SettleOpenAddition(const Table& table, QBSessionManager& session) {
   }
 }
 
+bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {
+  return session.Recovery().WasTakenUp(NameOfRow(table.number, key));
+}
+
+void NoteTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {
+  session.Recovery().NoteTakenUp(NameOfRow(table.number, key));
+}
+
 void DropWhatIsSettled(QBSessionManager& session) {
+  session.Recovery().ForgetTakenUp();
   IgnoreErrors([&] { session.Recovery().Drop(session); });
 }
 

@@ -45,7 +45,13 @@ void SettleOpenAddition(const Table& table, QBSessionManager& session);
 // Behind a send: has QuickBooks drop what is settled. Errors are ignored; the next process finds it settled.
 void DropWhatIsSettled(QBSessionManager& session);
 
+// Whether the row was taken up in this send, of a table that sends what it is told to, linked or not.
+[[nodiscard]] bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session);
+
 // --- For the tables --------------------------------------------------------------------------------------------------
+
+// For WasTakenUp.
+void NoteTakenUp(const Table& table, std::string_view key, QBSessionManager& session);
 
 // The records that agree with what a request asks for and that no row of the table `linkedIn` is linked to.
 //

@@ -60,6 +60,11 @@ class Recovery {
   void Hold(std::string row) { held_.insert(std::move(row)); }
   [[nodiscard]] bool IsHeld(std::string_view row) const { return held_.contains(row); }
 
+  // Rows that were found again in the send in hand.
+  void NoteTakenUp(std::string row) { takenUp_.insert(std::move(row)); }
+  [[nodiscard]] bool WasTakenUp(std::string_view row) const { return takenUp_.contains(row); }
+  void ForgetTakenUp() { takenUp_.clear(); }
+
   // The orderly end: has QuickBooks drop what it keeps, if that is settled.
   void Drop(QBSessionManager& session);
 
@@ -82,6 +87,7 @@ class Recovery {
   std::string request_;
   std::size_t attempt_ = 0;
   std::set<std::string, std::less<>> held_;
+  std::set<std::string, std::less<>> takenUp_;
 };
 
 }  // namespace twqb

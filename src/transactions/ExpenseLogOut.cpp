@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
@@ -72,6 +73,11 @@ class ExpenseSend final : public RowWork {
     record_.key = ColumnText(row, "ELID");
     if (IsNull(row.Field("LastUpdated"))) stampsRows_ = true;
     walk.CountRow([&] { return fmt::format("{}, {}", ColumnText(row, "ELDate"), ColumnText(row, "EmployeeID")); });
+    // Whoever named the row could not know that its bill is found again.
+    if (WasTakenUp(kExpenseLogTable, record_.key, session_)) {
+      NoteFate(Fate::LeftAsItWas, "its bill was found again");
+      return RowEnd::Done;
+    }
     if (const auto link = ColumnText(row, "QBLinkID"); !Trim(link).empty() && IsCheckOrCharge(link)) {
       NoteFate(Fate::LeftAsItWas, "QuickBooks has it, and it never goes twice");
       return RowEnd::Done;
@@ -208,77 +214,95 @@ class ExpenseSend final : public RowWork {
 
 const QuickBooksRead& BillRead() { return kExpenseLogTable.reads.back(); }
 
-// A bill names one of its rows alone, its first. The others follow it among the rows of its person; which of them, the
-// lines say.
+// A bill names one of its rows alone, its first. The others are rows of the same person; which of them, the lines say.
 class BillOfRows {
  public:
-  BillOfRows(const LostAddition& lost, std::string_view person)
-      : lost_(lost),
-        rows_(lost.connection.OpenRecordset(SelectRows(kExpenseLogTable, "EmployeeID", person),
-                                            ado::CursorType::Static, ado::LockType::ReadOnly)) {}
-
-  // The first and the last day that the bill can have.
-  [[nodiscard]] std::pair<Date, Date> Days() {
-    auto days = std::pair(NoDate(), NoDate());
-    bool isFirst = true;
-    for (rows_->MoveFirst(); !rows_->Eof(); rows_->MoveNext()) {
-      const auto date = rows_->Field("ELDate");
-      const auto day = IsNull(date) ? NoDate() : DateFloor(ToDate(date));
-      days = isFirst ? std::pair(day, day) : std::pair(std::min(days.first, day), std::max(days.second, day));
-      isFirst = false;
+  BillOfRows(const LostAddition& lost, std::string_view person) : lost_(lost) {
+    const auto rows = lost.connection.OpenRecordset(SelectRows(kExpenseLogTable, "EmployeeID", person),
+                                                    ado::CursorType::Static, ado::LockType::ReadOnly);
+    for (; !rows->Eof(); rows->MoveNext()) {
+      if (IsTrueFlag(*rows, "ELPosted")) rows_.emplace_back(lost.session, *rows);
     }
-    return days;
   }
 
-  // Goes through the rows in their order along the lines of the bill. False: its lines are not those of the rows.
+  // The first and the last day that the bill can have.
+  [[nodiscard]] std::pair<Date, Date> Days() const {
+    const auto [first, last] = std::ranges::minmax_element(rows_, {}, &Row::day);
+    return first == rows_.end() ? std::pair(NoDate(), NoDate()) : std::pair(first->day, last->day);
+  }
+
+  // Finds the row of each line. False: the lines are not those of the rows.
   [[nodiscard]] bool Fits(const Record& bill) {
     const auto lines = LinesOfBill(bill);
     const auto entries = bill["ORItemLineRetList"];
-    keys_.clear();
-    lacksDate_ = false;
-    lacksLink_ = false;
-    std::size_t place = 0;
-    bool begun = false;
-    for (rows_->MoveFirst(); !rows_->Eof() && place < lines.size(); rows_->MoveNext()) {
-      begun = begun || ColumnText(*rows_, kColumns.key) == lost_.key;
-      if (!begun || !CanBeIn(lines)) continue;
-      BillInHand scratch(lost_.session);
-      const bool isWhole = scratch.AppendLine(*rows_, kColumns, kExpenseCodes);
-      if (scratch.LineCount() == 0) continue;
-      constexpr std::array<std::string_view, 5> kPaths = {"ItemRef.ListID", "Desc", "Quantity", "Amount",
-                                                          "CustomerRef.ListID"};
-      if (!SaysTheSame(entries.GetAt(place)["ItemLineRet"], scratch.LineAt(0), kPaths)) continue;
-      ++place;
-      if (!isWhole) continue;
-      keys_.push_back(scratch.QuotedKeys().front());
-      lacksLink_ = lacksLink_ || Trim(ColumnText(*rows_, "QBLinkID")).empty();
-      lacksDate_ = lacksDate_ || IsNull(rows_->Field("LastUpdated"));
+    taken_.clear();
+    std::vector<const Row*> used;
+    for (std::size_t place = 0; place < lines.size(); ++place) {
+      const auto* row = RowOf(entries.GetAt(place)["ItemLineRet"], lines, used);
+      if (row == nullptr) return false;
+      used.push_back(row);
+      // A line that broke off is linked to nothing.
+      if (row->isWhole) taken_.push_back(row);
     }
-    return place == lines.size() && !keys_.empty() && Unquoted(keys_.front()) == lost_.key;
+    return !taken_.empty() && taken_.front()->key == lost_.key;
   }
 
-  // Writes what is missing; answers whether links were.
-  bool WriteLinks(const Record& bill) {
-    if (!Fits(bill)) return false;
-    WriteLineLinks(keys_, LinesOfBill(bill), lost_.connection);
+  // Writes what is missing to the rows of a bill that fits; answers whether links were.
+  bool WriteLinks(const Record& bill) const {
+    std::vector<Sql> keys;
     Sql list;
-    for (const auto& key : keys_) list = list.IsEmpty() ? key : Sql("{},{}", list, key);
-    if (lacksDate_) WriteLineStamps(list, lost_.connection);
-    return lacksLink_;
+    for (const auto* row : taken_) {
+      keys.push_back(Sql("'{}'", row->key));
+      list = list.IsEmpty() ? keys.back() : Sql("{},{}", list, keys.back());
+      NoteTakenUp(kExpenseLogTable, row->key, lost_.session);
+    }
+    WriteLineLinks(keys, LinesOfBill(bill), lost_.connection);
+    if (std::ranges::any_of(taken_, &Row::lacksDate)) WriteLineStamps(list, lost_.connection);
+    return std::ranges::any_of(taken_, [](const Row* row) { return row->link.empty(); });
   }
 
  private:
-  // A row of another bill can't.
-  [[nodiscard]] bool CanBeIn(std::span<const std::string> lines) const {
-    const auto link = ColumnText(*rows_, "QBLinkID");
-    return Trim(link).empty() || std::ranges::find(lines, link) != lines.end();
+  // A row, and the line that the send makes of it.
+  struct Row {
+    Row(QBSessionManager& session, const ado::Recordset& row)
+        : key(ColumnText(row, kColumns.key)),
+          link(Trim(ColumnText(row, "QBLinkID"))),
+          lacksDate(IsNull(row.Field("LastUpdated"))),
+          day(NoDate()),
+          bill(session),
+          isWhole(bill.AppendLine(row, kColumns, kExpenseCodes)) {
+      if (const auto date = row.Field("ELDate"); !IsNull(date)) day = DateFloor(ToDate(date));
+    }
+
+    std::string key;
+    std::string link;
+    bool lacksDate;
+    Date day;
+    BillInHand bill;
+    bool isWhole;
+  };
+
+  // The row of the next line: the one that has its link already, or the one that the bill is named by, or the first
+  // that nothing is known of.
+  [[nodiscard]] const Row* RowOf(const Record& line, std::span<const std::string> lines,
+                                 std::span<const Row* const> used) const {
+    constexpr std::array<std::string_view, 5> kPaths = {"ItemRef.ListID", "Desc", "Quantity", "Amount",
+                                                        "CustomerRef.ListID"};
+    const auto& link = lines[taken_.size()];
+    const Row* found = nullptr;
+    for (const auto& row : rows_) {
+      const bool isOfAnother = !row.link.empty() && row.link != link;
+      if (isOfAnother || row.bill.LineCount() == 0 || std::ranges::find(used, &row) != used.end()) continue;
+      if (!SaysTheSame(line, row.bill.LineAt(0), kPaths)) continue;
+      if (row.link == link || (taken_.empty() && row.key == lost_.key)) return &row;
+      if (found == nullptr) found = &row;
+    }
+    return found;
   }
 
   const LostAddition& lost_;
-  std::unique_ptr<ado::Recordset> rows_;
-  std::vector<Sql> keys_;
-  bool lacksLink_ = false;
-  bool lacksDate_ = false;
+  std::deque<Row> rows_;
+  std::vector<const Row*> taken_;  // of the bill that was looked at last, in the order of their links
 };
 
 }  // namespace

@@ -77,9 +77,12 @@ void AppendLines(BillInHand& bill, std::string_view billId, ado::Connection& con
   lines->Close();
 }
 
-void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill& sent, ado::Connection& connection) {
-  static_cast<void>(
-      GetScalarFromSQL(Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, billId)));
+// False: the bill's own row did not get its link, which nobody is told.
+bool WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill& sent, ado::Connection& connection) {
+  const bool knowsBill = IgnoreErrors([&] {
+    static_cast<void>(RequireScalarFromSQL(
+        Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, billId)));
+  });
   const auto& keys = bill.QuotedKeys();
   for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
     TellRecord(
@@ -89,6 +92,7 @@ void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill&
                 sent.lines[i], Linked::AnyRows);
     }
   }
+  return knowsBill;
 }
 
 void StampLines(const BillInHand& bill, ado::Connection& connection) {
@@ -149,9 +153,7 @@ class VendorBillSend final : public RowWork {
     const auto sent = SendBill(bill, kVendorBillTable, record_.key, record_, walk.Row(), session_, run_);
     switch (sent.end) {
       case SentBill::End::Added:
-        WriteLinks(bill, record_.key, sent, walk.Connection());
-        if (stampsRows_) StampLines(bill, walk.Connection());
-        CloseAddition(session_);
+        WriteBack(bill, sent, walk.Connection());
         break;
       case SentBill::End::NotSent:
         failed_ = true;
@@ -166,6 +168,13 @@ class VendorBillSend final : public RowWork {
         return RowEnd::LeaveTable;
     }
     return RowEnd::Done;
+  }
+
+  void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {
+    const bool knowsTwin = WriteLinks(bill, record_.key, sent, connection);
+    if (stampsRows_) StampLines(bill, connection);
+    // Otherwise it stays open, and is settled ahead of the next.
+    if (knowsTwin) CloseAddition(session_);
   }
 
   static void TellLinesStay(const BillInHand& bill, std::string_view why) {
@@ -207,7 +216,10 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
     added.record = RecordOf(read, added.taken.identifier, lost.session);
   }
   if (added.record.IsNothing()) return added.taken;
-  WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(added.record)}, lost.connection);
+  if (!WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(added.record)},
+                  lost.connection)) {
+    return {.why = "its link can't be written"};
+  }
   if (IsNull(row->Field("LastUpdated"))) StampLines(bill, lost.connection);
   return added.taken;
 }

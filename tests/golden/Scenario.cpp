@@ -188,6 +188,7 @@ class ScenarioRun {
     Require(Twqb({"settings", "set", "GENERAL", "FIRST_TIME", "False"}), line);
     firstRun_ = true;
   }
+  void Recovery(const std::string& /*rest*/, const std::string& /*line*/) { lostLinks_ = LostLinks::FindAgain; }
   void Object(const std::string& /*rest*/, const std::string& line) {
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}});
     if (!host_) {
@@ -198,6 +199,7 @@ class ScenarioRun {
                                        .answers = std::exchange(answers_, {}),
                                        .faults = std::exchange(faults_, {}),
                                        .tables = tables_,
+                                       .lostLinks = lostLinks_,
                                        .beforeAnswer = [this](int n) { BeforeAnswer(n); }});
     }
     host_->BeginObject();
@@ -233,6 +235,7 @@ class ScenarioRun {
     auto arguments = Words(InFolder(line));
     const auto transcript = folder_ / "transcript.jsonl";
     arguments.insert(arguments.end(), {"--transcript", transcript});
+    if (lostLinks_ == LostLinks::Leave) arguments.emplace_back("--no-recovery");
     if (!std::exchange(unanswered_, false)) {
       WriteWholeFile(folder_ / "answers", answers_);
       arguments.insert(arguments.end(), {"--answers", folder_ / "answers"});
@@ -300,7 +303,15 @@ class ScenarioRun {
     return Replace(Replace(text, "<folder>", folder_.Path()), "<FOLDER>", UpperPath());
   }
   [[nodiscard]] std::string OutOfFolder(const std::string& text) const {
-    return Replace(Replace(text, folder_.Path(), "<folder>"), UpperPath(), "<FOLDER>");
+    auto shown = Replace(Replace(text, folder_.Path(), "<folder>"), UpperPath(), "<FOLDER>");
+    // Identifiers of sets are made of the workstation and the folder.
+    constexpr std::string_view kAttribute = "MessageSetID=\\\"";
+    constexpr std::size_t kOwner = 18;
+    for (auto at = shown.find(kAttribute); at != std::string::npos; at = shown.find(kAttribute, at + 1)) {
+      const auto begin = at + kAttribute.size();
+      if (shown.compare(begin, 2, "TW") == 0) shown.replace(begin, kOwner, "<owner>");
+    }
+    return shown;
   }
   [[nodiscard]] std::string UpperPath() const {
     auto upper = folder_.Path();
@@ -366,6 +377,7 @@ class ScenarioRun {
   bool unanswered_ = false;
   std::string screen_;  // of the last transfer
   std::set<Subject> kept_;
+  LostLinks lostLinks_ = LostLinks::Leave;
   std::string record_;
   SystemMachine holdersMachine_{{}};
   std::unique_ptr<Transport> holder_;
@@ -377,6 +389,7 @@ const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
     {"init", &ScenarioRun::Init},
     {"keep", &ScenarioRun::Keep},
     {"first", &ScenarioRun::First},
+    {"recovery", &ScenarioRun::Recovery},
     {"clock", &ScenarioRun::Clock},
     {"sql", &ScenarioRun::Sql},
     {"qb", &ScenarioRun::QuickBooks},

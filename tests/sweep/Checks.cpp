@@ -186,8 +186,7 @@ class InStepCheck {
 
   Problems Run() {
     extra_ = ExtraRecords(now_, expected_.after);
-    const bool addsOne =
-        leaves_ == Leaves::OneAddedTwice || leaves_ == Leaves::OneTwinReplaced || leaves_ == Leaves::OneIncomplete;
+    const bool addsOne = leaves_ == Leaves::OneTwinReplaced || leaves_ == Leaves::OneIncomplete;
     ExpectCount("Records that a clean run does not make", extra_, addsOne ? 1 : 0, problems_);
     CheckRows();
     CheckLostRows();
@@ -195,8 +194,6 @@ class InStepCheck {
     if (relinked_ && RowsOf(now_, relinked_->to) != RowsOf(expected_.after, relinked_->from)) {
       problems_.push_back(fmt::format("Not all rows of {} are linked to {}.", relinked_->from, relinked_->to));
     }
-    ExpectCount("Records that rows do not know", {unlinked_.begin(), unlinked_.end()}, LeavesRowsWithoutLink() ? 1 : 0,
-                problems_);
     CheckRecords();
     return problems_;
   }
@@ -212,10 +209,6 @@ class InStepCheck {
       const auto* wanted = Find(expected_.after.rows, key);
       if (wanted != nullptr && !wanted->at(kLink).starts_with(kLeadsTo)) {
         CheckRow(key, WithoutTimes(fields, expected_.tables), WithoutTimes(*wanted, expected_.tables));
-        continue;
-      }
-      if (!link.starts_with(kLeadsTo) && LeavesRowsWithoutLink()) {
-        CheckUnlinked(key, fields, wanted == nullptr ? std::string() : RecordOf(wanted->at(kLink)));
         continue;
       }
       if (!link.starts_with(kLeadsTo)) problems_.push_back(fmt::format("The link of {} is {}.", key, link));
@@ -294,18 +287,6 @@ class InStepCheck {
     relinked_ = relinked;
   }
 
-  [[nodiscard]] bool LeavesRowsWithoutLink() const {
-    return leaves_ == Leaves::OneWithoutLink || leaves_ == Leaves::OneHalfLinked;
-  }
-
-  // Nothing has come to a row that is left without its link.
-  void CheckUnlinked(const std::string& key, const Fields& fields, const std::string& record) {
-    unlinked_.insert(record);
-    const auto* before = Find(expected_.before.rows, key);
-    if (before != nullptr && fields == *before) return;
-    problems_.push_back(fmt::format("The row {} has no link and is not as before:{}", key, Text(fields)));
-  }
-
   void CheckRecords() {
     std::vector<std::string> passedOver;
     std::vector<std::string> otherForms;
@@ -368,7 +349,6 @@ class InStepCheck {
   Problems problems_;
   std::vector<std::string> extra_;
   std::optional<Relinked> relinked_;
-  std::set<std::string> unlinked_;  // the records that rows were to be linked to
 };
 
 // The rows as if all that were made had their key, and the link of the one that has none.
@@ -428,9 +408,8 @@ Problems CheckBroken(const Snapshot& found, const Expectation& expected, Leaves 
       problems.push_back(fmt::format("The record {} is neither old nor new:{}", name, Text(fields)));
     }
   }
-  const bool losesOne =
-      leaves == Leaves::OneAddedTwice || leaves == Leaves::OneWithoutLink || leaves == Leaves::OneHalfLinked;
-  ExpectCount("New records that a row of theirs does not know", withoutRow, losesOne ? 1 : 0, problems);
+  ExpectCount("New records that a row of theirs does not know", withoutRow, leaves == Leaves::OneLostLink ? 1 : 0,
+              problems);
   ExpectOtherForms(otherForms, leaves, problems);
   return problems;
 }

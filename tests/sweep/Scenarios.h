@@ -2,9 +2,11 @@
 // one line to the test.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "Sweep.h"
+#include "tests/support/Chance.h"
 
 namespace twqb::sweep {
 
@@ -26,5 +28,12 @@ namespace twqb::sweep {
 [[nodiscard]] std::vector<Scenario> MoneyScenarios();
 // Expenses, vendor bills and estimates, as they come in.
 [[nodiscard]] std::vector<Scenario> CostScenarios();
+
+// All of these that send.
+[[nodiscard]] std::vector<Scenario> SendScenarios();
+
+// A kill by chance in a run of that length, half of them at system calls, and how it is told.
+[[nodiscard]] KillPlan PlanKill(const Length& length, Chance& chance);
+[[nodiscard]] std::string Text(const KillPlan& plan);
 
 }  // namespace twqb::sweep

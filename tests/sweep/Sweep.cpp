@@ -26,6 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr ErrorNumber kNumber = error::kCannotOpen;
 constexpr unsigned kLongestRun = 60;  // seconds; a run takes a hundredth of one
+constexpr std::string_view kLogBegins = "TWQBLog";
 constexpr std::int64_t kUntilCleanRun = 5 * Date::kMinute;
 
 // Questions are answered so that a run goes on; a problem with the session is not retried. Whose expenses no vendor's
@@ -70,6 +71,12 @@ Problems CheckBalance(const TestHouse& house) {
   return problems;
 }
 
+// Keys that this process makes are none of the dead one's.
+void MakeKeysOfTheDead(TestHouse& house) {
+  constexpr int kKeysOfTheDead = 100;
+  for (int i = 0; i < kKeysOfTheDead; ++i) (void)house.machine.CreateGuid();
+}
+
 std::string Signal(int signal) {
   if (signal == SIGALRM) return "The run did not come to an end.";
   return fmt::format("The run crashed: {}.", strsignal(signal));
@@ -107,7 +114,10 @@ Sweep::Sweep(const Scenario& scenario) : scenario_(scenario) {
 }
 
 HouseOptions Sweep::Options() const {
-  return {.answers = std::string(kAnswers), .now = TextToDate("2008-03-05T11:00:00"), .folder = House()};
+  return {.answers = std::string(kAnswers),
+          .now = TextToDate("2008-03-05T11:00:00"),
+          .findsLostLinks = true,
+          .folder = House()};
 }
 
 void Sweep::SetTables(TestHouse& house) const {
@@ -270,6 +280,71 @@ Problems Sweep::AfterKill(ChildEnd end, const std::vector<Leaves>& possible, Kil
   return after.problems;
 }
 
+// The log of what came before is none of theirs.
+void Sweep::RestoreWithoutLog() const {
+  Restore();
+  for (const auto& entry : fs::directory_iterator(House())) {
+    if (entry.path().filename().string().starts_with(kLogBegins)) fs::remove(entry.path());
+  }
+}
+
+Length Sweep::Measure() {
+  RestoreWithoutLog();
+  // Once for each of the two that are measured.
+  return MeasureInChild([&] {
+    RestoreWithoutLog();
+    TestHouse house(Options());
+    SetTables(house);
+    house.Enter();
+    RunTransfers(house, scenario_);
+  });
+}
+
+std::optional<Problems> Sweep::KillAnywhere(const KillPlan& plan, LostLinks lostLinks) {
+  RestoreWithoutLog();
+  const auto optionsOf = [&](std::int64_t later) {
+    auto options = Options();
+    options.now = options.now.PlusMilliseconds(later);
+    options.findsLostLinks = lostLinks == LostLinks::FindAgain;
+    return options;
+  };
+  const bool killed = KillInChild(
+      [&] {
+        TestHouse house(optionsOf(0));
+        SetTables(house);
+        house.Enter();
+        RunTransfers(house, scenario_);
+      },
+      plan);
+  if (!killed) return std::nullopt;
+  auto after = RunInChild(
+      [&] {
+        Problems problems;
+        TestHouse house(optionsOf(kUntilCleanRun));
+        SetTables(house);
+        MakeKeysOfTheDead(house);
+        house.Enter();
+        Append(problems, "Clean run", RunCleanly(house));
+        house.Enter();
+        Append(problems, "Clean run", FoundInStep(TakeSnapshot(House(), scenario_.tables), Leaves::Nothing));
+        return problems;
+      },
+      kLongestRun);
+  if (after.signal != 0) after.problems.push_back(Signal(after.signal));
+  return after.problems;
+}
+
+std::size_t Sweep::FoundAgain() const {
+  std::size_t found = 0;
+  for (const auto& entry : fs::directory_iterator(House())) {
+    if (!entry.path().filename().string().starts_with(kLogBegins)) continue;
+    const auto log = ReadWholeFile(entry.path());
+    constexpr std::string_view kFound = "Found again: ";
+    for (auto at = log.find(kFound); at != std::string::npos; at = log.find(kFound, at + 1)) ++found;
+  }
+  return found;
+}
+
 Problems Sweep::RunKilled(std::size_t k, FaultTiming timing) const {
   TestHouse house(Options());
   SetTables(house);
@@ -291,9 +366,7 @@ Problems Sweep::CheckAfterKill(const std::vector<Leaves>& possible, KillMoment m
   options.now = options.now.PlusMilliseconds(kUntilCleanRun);
   TestHouse house(std::move(options));
   SetTables(house);
-  // Keys that this process makes are none of the dead one's.
-  constexpr int kKeysOfTheDead = 100;
-  for (int i = 0; i < kKeysOfTheDead; ++i) (void)house.machine.CreateGuid();
+  MakeKeysOfTheDead(house);
   const auto remembered = house.machine.GetPrivateProfileString("GENERAL", "QBDBPath", "", 255, house.Path("twqb.ini"));
   if (!remembered.empty() && remembered != house.Path("company.twq")) {
     problems.push_back(fmt::format("The settings remember the company file {}.", remembered));

@@ -9,17 +9,20 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "Checks.h"
 #include "Child.h"
+#include "Killer.h"
 #include "Trace.h"
 #include "adapters/faults/FaultScript.h"
 #include "engine/Table.h"
 #include "services/Direction.h"
 #include "tests/support/TestHouse.h"
+#include "twqb/CTWQBBridge.h"
 #include "twqb/enTables.h"
 
 namespace twqb::sweep {
@@ -76,12 +79,21 @@ class Sweep {
   // The same as KillAt for the n-th of these, ahead of which there were `k` calls through the seams.
   [[nodiscard]] Problems KillInFiles(std::size_t n, std::size_t k);
 
+  // How long the transfers take, for what follows; the prepared files are as they were.
+  [[nodiscard]] Length Measure();
+  // What is wrong after a kill at any moment and the clean run of another process. Nothing: the run was at its end
+  // before. `lostLinks` is what both processes do about lost links.
+  [[nodiscard]] std::optional<Problems> KillAnywhere(const KillPlan& plan, LostLinks lostLinks);
+  // How many links the last clean run behind a kill has found again, by the log.
+  [[nodiscard]] std::size_t FoundAgain() const;
+
  private:
   enum class KillMoment : std::uint8_t { AtACall, WithinACall };
 
   // What the library is composed with beside the seams.
   void SetTables(TestHouse& house) const;
   void Restore() const;
+  void RestoreWithoutLog() const;
   void Rehearse();
   [[nodiscard]] std::string House() const { return root_ / "house"; }
   [[nodiscard]] std::string Prepared() const { return root_ / "prepared"; }

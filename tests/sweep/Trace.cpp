@@ -234,19 +234,6 @@ bool LeavesOwnerOut(const Trace& trace, std::size_t k) {
          });
 }
 
-// Whether an error of call k, behind call `at`, does not keep the next link from being written: it is ignored, or it is
-// told and the statement goes out all the same.
-bool GoesOn(const Trace& trace, std::size_t at, std::size_t k, FaultTiming timing) {
-  constexpr std::size_t kAhead = 2;  // calls of a look-up around its statement
-  constexpr std::size_t kBehind = 3;
-  const auto isOfLookUp = [&](const Deed& deed) {
-    return deed.kind == DeedKind::BillLinked && k + kAhead >= deed.k && k <= deed.k + kBehind &&
-           (k != deed.k || timing == FaultTiming::After);
-  };
-  if (std::ranges::any_of(trace.deeds, isOfLookUp)) return true;
-  return k > at && !PassesOverSilently(trace, k) && !WhyIgnored(trace, k, timing).empty();
-}
-
 // The deeds of one bill: the look-ups for its lines, and the links that are written behind its Add.
 struct BillDeeds {
   std::vector<std::size_t> lineKeys = {};
@@ -269,46 +256,43 @@ std::vector<BillDeeds> BillsOf(const Trace& trace) {
   return bills;
 }
 
-// Whether a bill of several lines goes with a part of them, or knows a part of them, when the run breaks at call k.
-bool LeavesBillInPart(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+// Whether a bill of several lines goes with a part of them when call k raises.
+bool LeavesBillInPart(const Trace& trace, std::size_t k) {
   constexpr std::size_t kKeysOfALine = 3;
   for (const auto& bill : BillsOf(trace)) {
     if (bill.lineKeys.empty() || !bill.isAdded || bill.Lines() < 2) continue;
-    for (std::size_t i = 0; how == Break::Raise && i < bill.lineKeys.size(); ++i) {
+    for (std::size_t i = 0; i < bill.lineKeys.size(); ++i) {
       // A bill with a row of its own goes again as a whole, where none of its lines has come about.
       if (IsReadingOf(trace, bill.lineKeys[i], k)) return !bill.hasOwnRow || i >= kKeysOfALine;
     }
-    if (bill.hasOwnRow) continue;
-    const auto isWritten = [&](std::size_t at) { return k > at || (k == at && timing == FaultTiming::After); };
-    const bool goesOn = how == Break::Raise && GoesOn(trace, bill.links.front(), k, timing);
-    if (isWritten(bill.links.front()) && !isWritten(bill.links.back()) && !goesOn) return true;
   }
   return false;
 }
 
-// For a table that tries a second name where one is in use.
-Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
+// Whether a process that dies there leaves a record whose rows do not all know it: behind the addition, and ahead of
+// the last of the links that are written for it.
+bool LosesLink(const Trace& trace, std::size_t k, FaultTiming timing) {
+  const auto isDone = [&](const Deed& deed) { return k > deed.k || (k == deed.k && timing == FaultTiming::After); };
+  bool isOpen = false;
+  for (const auto& deed : trace.deeds) {
+    if (deed.kind == DeedKind::AddCarriedOut) isOpen = false;
+    if (deed.kind != DeedKind::AddCarriedOut && deed.kind != DeedKind::LinkWritten) continue;
+    if (deed.kind == DeedKind::LinkWritten && isOpen && !isDone(deed)) return true;
+    isOpen = isDone(deed);
+  }
+  return false;
+}
+
+// What a twin that can't be read, or compared, leads to.
+Leaves WhatIsLeftOfATwin(const Trace& trace, std::size_t k) {
   // What is only looked up stands between none of the others.
   auto deeds = trace.deeds;
   std::erase_if(deeds, [](const Deed& deed) { return deed.kind >= DeedKind::Choice; });
   for (std::size_t i = 0; i < deeds.size(); ++i) {
-    const auto* next = i + 1 < deeds.size() ? &deeds[i + 1] : nullptr;
-    const auto at = deeds[i].k;
-    if (deeds[i].kind == DeedKind::AddCarriedOut && next != nullptr && next->kind == DeedKind::LinkWritten) {
-      const bool added = k > at || (k == at && timing == FaultTiming::After);
-      const bool linked = k > next->k || (k == next->k && timing == FaultTiming::After);
-      if (added && !linked && !(how == Break::Raise && GoesOn(trace, at, k, timing))) return Leaves::OneAddedTwice;
-    }
-    if (deeds[i].kind == DeedKind::LinkWritten && next != nullptr && next->kind == DeedKind::LinkWritten) {
-      const bool first = k > at || (k == at && timing == FaultTiming::After);
-      const bool second = k > next->k || (k == next->k && timing == FaultTiming::After);
-      if (first && !second && !(how == Break::Raise && GoesOn(trace, at, k, timing))) return Leaves::OneHalfLinked;
-    }
-    if (deeds[i].kind != DeedKind::TwinRead || how == Break::Kill) continue;
-    if (k == at) return Leaves::OneTwinReplaced;
-    const bool modFollows = next != nullptr && next->kind == DeedKind::ModCarriedOut;
-    if (!modFollows) continue;
-    if (PassesTwinOver(trace, at, k)) return Leaves::OnePassedOver;
+    if (deeds[i].kind != DeedKind::TwinRead) continue;
+    if (k == deeds[i].k) return Leaves::OneTwinReplaced;
+    const bool modFollows = i + 1 < deeds.size() && deeds[i + 1].kind == DeedKind::ModCarriedOut;
+    if (modFollows && PassesTwinOver(trace, deeds[i].k, k)) return Leaves::OnePassedOver;
   }
   return Leaves::Nothing;
 }
@@ -316,14 +300,14 @@ Leaves WhatIsLeftBySecondNames(const Trace& trace, std::size_t k, FaultTiming ti
 }  // namespace
 
 Leaves WhatIsLeft(const Trace& trace, std::size_t k, FaultTiming timing, Break how, NameInUse nameInUse) {
-  if (how == Break::Raise && LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
-  if (how == Break::Raise && LooksUpForm(trace, k)) return Leaves::OneInAnotherForm;
-  if (LeavesBillInPart(trace, k, timing, how)) return Leaves::OneBillInPart;
-  const auto leaves = WhatIsLeftBySecondNames(trace, k, timing, how);
-  if (nameInUse == NameInUse::TriesNext) return leaves;
-  // A second Add finds the name of the first, or of the twin that could not be read.
-  if (leaves == Leaves::OneAddedTwice) return Leaves::OneWithoutLink;
-  return leaves == Leaves::OneTwinReplaced ? Leaves::Nothing : leaves;
+  if (how == Break::Kill) return LosesLink(trace, k, timing) ? Leaves::OneLostLink : Leaves::Nothing;
+  if (LeavesIncomplete(trace, k)) return Leaves::OneIncomplete;
+  if (LooksUpForm(trace, k)) return Leaves::OneInAnotherForm;
+  if (LeavesBillInPart(trace, k)) return Leaves::OneBillInPart;
+  const auto leaves = WhatIsLeftOfATwin(trace, k);
+  // A second Add finds the name of the twin that could not be read.
+  const bool staysRefused = leaves == Leaves::OneTwinReplaced && nameInUse == NameInUse::PassesOver;
+  return staysRefused ? Leaves::Nothing : leaves;
 }
 
 Leaves WhatIsLeftOfAGet(const Trace& trace, std::size_t k, FaultTiming timing, Break how) {
@@ -365,8 +349,6 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
                        (ofPayment && deed.kind == DeedKind::PayerLookedUp);
     if (isKey && IsReadingOf(trace, deed.k, k)) return true;
     if (deed.kind == DeedKind::LineWritten && deed.k == k) return true;
-    // The bill goes again.
-    if (deed.kind == DeedKind::BillLinked && deed.k == k) return true;
   }
   if (PicksVendor(trace, k)) return true;
   return std::ranges::any_of(kIgnoredPlaces, [&](const Place& place) {
@@ -377,7 +359,12 @@ bool PassesOverSilently(const Trace& trace, std::size_t k) {
 std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timing) {
   if (PassesOverSilently(trace, k)) return "a record whose keys can't be looked up is left to the next run";
   if (LooksUpForm(trace, k)) return "an invoice's contract, item or class that can't be looked up is none";
+  bool isBehindAddition = false;
   for (const auto& deed : trace.deeds) {
+    isBehindAddition = isBehindAddition || deed.kind == DeedKind::AddCarriedOut;
+    if (deed.kind == DeedKind::OutcomeDropped && deed.k == k && isBehindAddition) {
+      return "an outcome that stays is found settled";
+    }
     if (deed.kind == DeedKind::Choice && IsReadingOf(trace, deed.k, k)) return "a choice that can't be read is none";
     if (deed.kind == DeedKind::BillLinked && IsReadingOf(trace, deed.k, k))
       return "a bill's own link is not looked after";

@@ -35,6 +35,7 @@ enum class DeedKind : std::uint8_t {
   VendorsListed,    // for whoever picks one to bill: until he has, an error leaves the row to the next run
   BillLinked,       // beside LinkWritten: the statement writes a bill's own link, in the manner of a look-up
   LineWritten,      // a row of a bill that comes in, which may fail without a word, until the next run
+  OutcomeDropped,   // behind the last addition QuickBooks forgets its outcome
   // Of a record that becomes several rows:
   RecordLookedFor,  // whether it is here already
   RowWritten,
@@ -75,23 +76,17 @@ class Witness {
 
 enum class Break : std::uint8_t { Raise, Kill };
 
-// What a run that breaks at a call leaves for good. All but Nothing are the price of a link that is one column and of
-// two sides that can't be written in one step.
+// What a run that breaks at a call leaves: a lost link until the next run, all else for good. A call that raises loses
+// no link: the same run finds it again.
 enum class Leaves : std::uint8_t {
   Nothing,
-  // QuickBooks has a new record and the row does not know: the next run finds the name in use and adds it again under a
-  // counted name.
-  OneAddedTwice,
+  // QuickBooks has a new record and a row of it does not know: the next run finds it again.
+  OneLostLink,
   // The twin could not be read, which was told, and counts as deleted: it is added again under a counted name and the
   // row is linked to that.
   OneTwinReplaced,
   // The record was passed over, which was told. The table counts as sent, so that the row goes with its next change.
   OnePassedOver,
-  // QuickBooks has a new record and the row does not know: the next runs find the name in use and leave it at that.
-  OneWithoutLink,
-  // QuickBooks has a new record and of its rows not all know: that of the record itself does, so that it is never sent
-  // again, and those of its parts that come behind do not.
-  OneHalfLinked,
   // A field of the row could not be read while the request was filled, which was told. The record went without what was
   // not set yet, and is the row's from then on.
   OneIncomplete,
@@ -100,8 +95,8 @@ enum class Leaves : std::uint8_t {
   // Contract, item or class of an invoice could not be looked up, which by design counts as none: it has other lines
   // than it should have, of the same total.
   OneInAnotherForm,
-  // A bill went without the lines that something could not be looked up for, which counts as not there, or a part of
-  // its rows knows its line: the others are billed by the next run, or stay behind a bill that is known to have gone.
+  // A bill went without the lines that something could not be looked up for, which counts as not there: they are billed
+  // by the next run, or stay behind a bill that is known to have gone.
   OneBillInPart,
   // A record came with some of its rows, which was told, but where its last word is excused: it is here from then on.
   OneInPart,

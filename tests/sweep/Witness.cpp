@@ -26,6 +26,10 @@ bool CarriedOut(std::string_view answer, std::string_view ending) {
 std::optional<DeedKind> DeedOf(std::string_view document, std::string_view answer) {
   if (CarriedOut(answer, "AddRs ")) return DeedKind::AddCarriedOut;
   if (CarriedOut(answer, "ModRs ")) return DeedKind::ModCarriedOut;
+  if (document.find(" newMessageSetID=") == std::string_view::npos &&
+      document.find(" oldMessageSetID=") != std::string_view::npos) {
+    return DeedKind::OutcomeDropped;
+  }
   const bool forOne =
       document.find("<ListID>") != std::string_view::npos || document.find("<TxnID>") != std::string_view::npos;
   if (forOne && CarriedOut(answer, "QueryRs ")) return DeedKind::TwinRead;
