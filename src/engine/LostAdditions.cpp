@@ -304,6 +304,7 @@ std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view 
   return answer;
 }
 
+bool IsAdditionOpen(QBSessionManager& session) { return session.Recovery().IsOpen(); }
 void CloseAddition(QBSessionManager& session) { session.Recovery().Settle(); }
 
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable) {

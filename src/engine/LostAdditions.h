@@ -35,6 +35,9 @@ void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key);
 // Behind the answer, once all is written that is to be written of it.
 void CloseAddition(QBSessionManager& session);
 
+// Whether one is open: never where lost links are not looked for.
+[[nodiscard]] bool IsAdditionOpen(QBSessionManager& session);
+
 // Finds the table of a number; nothing where there is none.
 using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
 

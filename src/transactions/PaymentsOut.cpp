@@ -146,6 +146,9 @@ Applied FillPayment(const RequestField& request, const ado::Recordset& payment, 
   return how;
 }
 
+// What a retainer has brought is not brought again.
+void AssignNoMoney(const RequestField& request) { request["TotalAmount"].SetValue(0.0); }
+
 std::string LinkOfInvoice(std::string_view number, std::string_view project) {
   return GetScalarFromSQL(
       Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
@@ -383,7 +386,7 @@ class PaymentSend final : public RowWork {
       case Applied::AppliedRetainer:
         applied["DiscountAmount"].SetValue(amount);
         applied["DiscountAccountRef"]["FullName"].SetValue(kRetainerAccount);
-        request["TotalAmount"].SetValue(0.0);
+        AssignNoMoney(request);
         return;
     }
   }
@@ -465,7 +468,7 @@ TakenUp TakeUpAllocationLink(const LostAddition& lost) {
   const auto added = FindAdded(lost, ColumnText(*allocation, "QBLinkID"), read, [&] {
     auto set = RequireMsgSetRequest(lost.session);
     const auto request = set.Append(kAddRequest);
-    static_cast<void>(FillPayment(request, *payment, *allocation));
+    if (FillPayment(request, *payment, *allocation) == Applied::AppliedRetainer) AssignNoMoney(request);
     const auto project = ColumnText(*allocation, "ProjectID");
     request["CustomerRef"]["ListID"].SetValue(GetQBLinkIDOf("PROJECT", project));
     // The payment's own row may know it already.

@@ -77,12 +77,9 @@ void AppendLines(BillInHand& bill, std::string_view billId, ado::Connection& con
   lines->Close();
 }
 
-// False: the bill's own row did not get its link, which nobody is told.
-bool WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill& sent, ado::Connection& connection) {
-  const bool knowsBill = IgnoreErrors([&] {
-    static_cast<void>(RequireScalarFromSQL(
-        Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, billId)));
-  });
+void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill& sent, ado::Connection& connection) {
+  static_cast<void>(
+      GetScalarFromSQL(Sql("UPDATE VendorBill SET QBLinkID = '{}' WHERE VendorBillID = '{}';", sent.txnId, billId)));
   const auto& keys = bill.QuotedKeys();
   for (std::size_t i = 0; i < sent.lines.size() && i < keys.size(); ++i) {
     TellRecord(
@@ -92,7 +89,11 @@ bool WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill&
                 sent.lines[i], Linked::AnyRows);
     }
   }
-  return knowsBill;
+}
+
+// Whether the bill's own row has its link: where that could not be written nobody is told.
+bool KnowsTwin(std::string_view billId, std::string_view txnId) {
+  return GetScalarFromSQL(Sql("SELECT QBLinkID FROM VendorBill WHERE VendorBillID = '{}';", billId)) == txnId;
 }
 
 void StampLines(const BillInHand& bill, ado::Connection& connection) {
@@ -171,10 +172,10 @@ class VendorBillSend final : public RowWork {
   }
 
   void WriteBack(const BillInHand& bill, const SentBill& sent, ado::Connection& connection) {
-    const bool knowsTwin = WriteLinks(bill, record_.key, sent, connection);
+    WriteLinks(bill, record_.key, sent, connection);
     if (stampsRows_) StampLines(bill, connection);
     // Otherwise it stays open, and is settled ahead of the next.
-    if (knowsTwin) CloseAddition(session_);
+    if (!IsAdditionOpen(session_) || KnowsTwin(record_.key, sent.txnId)) CloseAddition(session_);
   }
 
   static void TellLinesStay(const BillInHand& bill, std::string_view why) {
@@ -216,10 +217,8 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
     added.record = RecordOf(read, added.taken.identifier, lost.session);
   }
   if (added.record.IsNothing()) return added.taken;
-  if (!WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(added.record)},
-                  lost.connection)) {
-    return {.why = "its link can't be written"};
-  }
+  WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(added.record)}, lost.connection);
+  if (!KnowsTwin(lost.key, added.taken.identifier)) return {.why = "its link can't be written"};
   if (IsNull(row->Field("LastUpdated"))) StampLines(bill, lost.connection);
   return added.taken;
 }

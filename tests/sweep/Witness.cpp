@@ -55,9 +55,11 @@ class WatchedTransport : public ForwardingTransport {
 bool WritesLink(std::string_view statement) { return statement.find(" SET QBLinkID = ") != statement.npos; }
 
 std::optional<DeedKind> DeedOf(std::string_view statement) {
-  constexpr std::array<std::string_view, 13> kChoices = {
+  constexpr std::array<std::string_view, 14> kChoices = {
       "FROM QBPayroll", "ParamName = 'ACTIVITY_", "SELECT QBClassID", "SELECT EmpBillRate", "SELECT EmpCostRate",
       "SELECT AC_BillRate", "SELECT AC_CostRate", "SELECT ProjectConType",
+      // Whether a bill has got its link: one of which that is not known is looked after once more.
+      "SELECT QBLinkID FROM VendorBill",
       // Who spent it, the reserved code, and what a line or an estimate belongs to.
       "SELECT EmployeeID FROM Employee WHERE QBLinkID", "SELECT COUNT(ExpID) FROM Expense", "INSERT INTO Expense(",
       "UPDATE EXPENSELOG SET VendorBillID", "UPDATE Project SET EstimateID"};
