@@ -305,10 +305,13 @@ std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view 
 }
 
 bool IsAdditionOpen(QBSessionManager& session) { return session.Recovery().IsOpen(); }
-void CloseAddition(QBSessionManager& session) { session.Recovery().Settle(); }
+void CloseAddition(QBSessionManager& session, RestOfRow rest) { session.Recovery().Settle(rest); }
 
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable) {
-  if (const auto outcome = session.Recovery().AskFirst(session)) TakeUpOutcome(*outcome, findTable, session);
+  auto& recovery = session.Recovery();
+  // A row whose rest did not go in this session's last send is as one that another process left.
+  auto outcome = recovery.RestFollows() ? recovery.AskAgain(session) : recovery.AskFirst(session);
+  if (outcome) TakeUpOutcome(*outcome, findTable, session);
 }
 
 void SettleOpenAddition(const Table& table, QBSessionManager& session) {

@@ -33,7 +33,7 @@ void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key);
 [[nodiscard]] std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view key,
                                                          QBSessionManager& session, const MsgSetRequest& set);
 // Behind the answer, once all is written that is to be written of it.
-void CloseAddition(QBSessionManager& session);
+void CloseAddition(QBSessionManager& session, RestOfRow rest = RestOfRow::None);
 
 // Whether one is open: never where lost links are not looked for.
 [[nodiscard]] bool IsAdditionOpen(QBSessionManager& session);

@@ -108,7 +108,7 @@ std::optional<MsgSetResponse> Recovery::AskAgain(QBSessionManager& session) {
 }
 
 void Recovery::Drop(QBSessionManager& session) {
-  if (!IsOn() || !kept_ || open_) return;
+  if (!IsOn() || !kept_ || open_ || restFollows_) return;
   Remove(session, last_);
   kept_ = false;
 }

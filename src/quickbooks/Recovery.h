@@ -22,6 +22,9 @@ namespace twqb {
 class MsgSetRequest;
 class QBSessionManager;
 
+// Whether a row has more that goes with additions of their own: until they have gone, its last outcome is kept.
+enum class RestOfRow : bool { None, Follows };
+
 class Recovery {
  public:
   // The beginning of both identifiers, of whatever tells one sender from another: letters and digits alone, the same in
@@ -54,7 +57,11 @@ class Recovery {
   // Whether it may have been carried out though QuickBooks keeps nothing of it, as it said itself.
   [[nodiscard]] bool MayHaveRun() const { return mayHaveRun_; }
   [[nodiscard]] std::optional<MsgSetResponse> AskAgain(QBSessionManager& session);
-  void Settle() { open_ = false; }
+  void Settle(RestOfRow rest = RestOfRow::None) {
+    open_ = false;
+    restFollows_ = rest == RestOfRow::Follows;
+  }
+  [[nodiscard]] bool RestFollows() const { return restFollows_; }
 
   // Rows that may be in QuickBooks already, which nobody could settle: they must not go in this session.
   void Hold(std::string row) { held_.insert(std::move(row)); }
@@ -82,6 +89,7 @@ class Recovery {
   std::size_t last_ = 0;    // of the last one
   bool kept_ = false;       // QuickBooks keeps an outcome under `last_`
   bool open_ = false;       // which is not settled
+  bool restFollows_ = false;
   bool mayHaveRun_ = false;  // though QuickBooks keeps nothing of it
   std::string row_;
   std::string request_;

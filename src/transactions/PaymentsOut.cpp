@@ -146,6 +146,19 @@ Applied FillPayment(const RequestField& request, const ado::Recordset& payment, 
   return how;
 }
 
+bool HasLink(std::string_view transactionId) {
+  return !GetScalarFromSQL(Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionID = '{}';", transactionId))
+              .empty();
+}
+
+// Whether a part of the payment has no twin.
+bool LacksLinks(std::string_view payId) {
+  const auto count = GetScalarFromSQL(
+      Sql("SELECT COUNT(*) FROM TransactionTable WHERE {} AND (QBLinkID IS NULL OR QBLinkID = '');",
+          RowsOfPayment(payId)));
+  return count != "0";
+}
+
 // What a retainer has brought is not brought again.
 void AssignNoMoney(const RequestField& request) { request["TotalAmount"].SetValue(0.0); }
 
@@ -272,8 +285,9 @@ class PaymentSend final : public RowWork {
   // --- Allocations ---
 
   RowEnd Allocate(RowWalk& walk) {
-    // A payment that was sent is never sent again.
-    if (IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
+    // A payment that was sent is never sent again; of one that was broken off the rest goes.
+    isBrokenOff_ = WasTakenUp(kPaymentsTable, record_.key, session_);
+    if (!isBrokenOff_ && IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
     const auto allocations = walk.Connection().OpenRecordset(
         Sql("{} WHERE (PayID = '{}');", Sql(kAllocations), record_.key), ado::CursorType::Static, ado::LockType::ReadOnly);
     auto end = RowEnd::Done;
@@ -289,12 +303,17 @@ class PaymentSend final : public RowWork {
       break;
     }
     NoteFateAtLast(Fate::PassedOver, "it goes to no invoice");
+    if (!IsAdditionOpen(session_)) CloseAddition(session_);
     allocations->Close();
     return end;
   }
 
   Allocated SendAllocation(RowWalk& walk, const ado::Recordset& allocation) {
     const auto& payment = walk.Row();
+    if (isBrokenOff_ && HasLink(ColumnText(allocation, "TransactionID"))) {
+      NoteFate(Fate::LeftAsItWas, "QuickBooks has it, and it never goes twice");
+      return Allocated::Next;
+    }
     auto messageSet = RequireMsgSetRequest(session_);
     const auto request = messageSet.Append(kAddRequest);
     record_.lastUpdatedIsNull = IsNull(allocation.Field("LastUpdated"));
@@ -409,13 +428,14 @@ class PaymentSend final : public RowWork {
     NoteFate(Fate::Added);
     NoteIdentifier(txnId);
     WriteAllocationLinks(walk.Connection(), record_.key, transactionId, txnId, record_.lastUpdatedIsNull);
-    CloseAddition(session_);
+    CloseAddition(session_, RestOfRow::Follows);
     return Allocated::Next;
   }
 
   QBSessionManager& session_;
   Run& run_;
   SendRecord record_;
+  bool isBrokenOff_ = false;  // the payment in hand: a part of it went in a run that ended there
   HeldBack manual_;     // QuickBooks expects nothing more
   HeldBack exceeding_;  // it expects less
   HeldBack missing_;    // it has no such invoice
@@ -481,6 +501,8 @@ TakenUp TakeUpAllocationLink(const LostAddition& lost) {
   if (added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt) {
     WriteAllocationLinks(lost.connection, payId, lost.key, added.taken.identifier,
                          IsNull(allocation->Field("LastUpdated")));
+    // The payment's own link keeps it from being sent, and with it what did not get its turn.
+    if (LacksLinks(payId)) NoteTakenUp(kPaymentsTable, payId, lost.session);
   }
   return added.taken;
 }

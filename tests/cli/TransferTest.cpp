@@ -177,7 +177,9 @@ TEST_F(SampleFirm, The_transcript_holds_the_call_the_faults_and_the_result) {
   const auto returns = Events("run.jsonl", "return");
   ASSERT_EQ(returns.size(), 1U);
   EXPECT_EQ(returns[0].at("value"), "true");
-  EXPECT_THAT(Events("run.jsonl", "response").back().at("xml"), HasSubstr("scripted"));
+  const auto responses = Events("run.jsonl", "response");
+  EXPECT_TRUE(std::ranges::any_of(
+      responses, [](const auto& response) { return response.at("xml").find("scripted") != std::string::npos; }));
 }
 
 TEST_F(SampleFirm, Two_runs_of_one_clock_and_seed_give_one_transcript) {
