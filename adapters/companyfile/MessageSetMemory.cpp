@@ -59,7 +59,7 @@ MessageSetMemory::MessageSetMemory(CompanyStore& store, const std::string& appli
   if (attributes_.newId.empty()) return;
   // What a checksum is of is not settled: all that decides what is done, to the letter, or what the requests say.
   strictChecksum_ = ChecksumOf(fmt::format("{} {} {}", messages::FormTag(set.GetForm()),
-                                       set.GetOnError() == OnError::Stop ? "stop" : "continue", set.ContentText()));
+                                           set.GetOnError() == OnError::Stop ? "stop" : "continue", set.ContentText()));
   lenientChecksum_ = ChecksumOf(set.ParsedContent());
 }
 

@@ -109,8 +109,7 @@ struct Composition::Parts {
 
 Composition::Composition(const Workplace& place, const Surroundings& surroundings)
     : parts_(std::make_unique<Parts>(place, surroundings)) {
-  Compose(parts_->seams, surroundings.tables, parts_->observer ? &*parts_->observer : nullptr,
-          surroundings.lostLinks);
+  Compose(parts_->seams, surroundings.tables, parts_->observer ? &*parts_->observer : nullptr, surroundings.lostLinks);
 }
 
 // The library keeps its connection and its session until it is composed anew, and they stand on the seams.

@@ -30,8 +30,8 @@ struct Surroundings {
   CompanyOpened companyOpened = {};           // none: nobody asks
   std::span<const Table* const> tables = {};  // none: those of the library
   LostLinks lostLinks = LostLinks::FindAgain;
-  RunObserver* observer = nullptr;            // nothing: nobody hears what becomes of records
-  LogOfRun* log = nullptr;                    // nothing: nobody hears of its lost lines
+  RunObserver* observer = nullptr;  // nothing: nobody hears what becomes of records
+  LogOfRun* log = nullptr;          // nothing: nobody hears of its lost lines
 };
 
 // Reads the files that the options name. Raises UsageError naming file and line.

@@ -199,8 +199,19 @@ Outcome TransferAll(const Transfer& transfer, const TransferOptions& options, Ru
 void BeginRecovery(QBSessionManager& session) {
   if (!Vars().findsLostLinks || session.Recovery().HasBegun()) return;
   if (!TextToBoolean(gf_ReadSettings("GENERAL", "FindLostLinks", Vars().g_TWSettingsPath, "True"))) return;
-  session.Recovery().Begin(
-      Recovery::OwnerOf(kApplicationId, TheMachine().ComputerName(), UpperCase(Vars().g_ConnectString)));
+  auto& machine = TheMachine();
+  session.Recovery().Begin(Recovery::OwnerOf(kApplicationId, machine.ComputerName(), Vars().g_ConnectString),
+                           StandardTimeOf(machine, machine.Now()));
+}
+
+// What an earlier send left, ahead of the first row. False: it can't be asked for, which has been told, and nothing may
+// go.
+bool TakeUpLostLinks(QBSessionManager& session) {
+  return RunAs("TakeUpLostLinks", false, [&] {
+    BeginRecovery(session);
+    TakeUpWhatWasLeft(session, FindTable);
+    return true;
+  });
 }
 
 bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
@@ -212,12 +223,10 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
   const bool sends = transfer.direction == Direction::Send;
   // Held here: a table may end the session.
   const auto session = Vars().g_QBSession;
-  if (sends) {
-    BeginRecovery(*session);
-    TakeUpWhatWasLeft(*session, FindTable);
+  Outcome outcome;
+  if (!sends || TakeUpLostLinks(*session)) {
+    outcome = table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
   }
-  const auto outcome =
-      table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
   if (sends) DropWhatIsSettled(*session);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
@@ -298,7 +307,7 @@ bool SendTableToQB(std::int32_t number, const SavedFilters& filters) {
       run.g_TableOk = TableOk::False;
       const auto session = Vars().g_QBSession;
       DispatchSend(*table, {.sql = sql, .rule = filters.rule, .session = *session, .run = run});
-      SettleOpenAddition(*table, *session);
+      SettleOpenAddition(*session);
       return run.g_TableOk == TableOk::True;
     });
   });

@@ -144,6 +144,7 @@ class ListSendWork final : public RowWork {
     if (send_.announces == Announces::PairsThatGo && !TwinMoves(twin)) return;
     TellRecordId(record_.linkId);
     const auto request = messageSet.Append(send_.modRequestOf == nullptr ? send_.modRequest : send_.modRequestOf(twin));
+    NameTwin(messageSet, record_.linkId);
     request["ListID"].SetValue(twin["ListID"].GetValue());
     request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
     if (send_.announces == Announces::EveryPair && !TwinMoves(twin)) return;
@@ -352,8 +353,7 @@ TakenUp TakeUpListLink(const Table& table, const ListTable& list, const LostAddi
     auto set = RequireMsgSetRequest(lost.session);
     const auto request = set.Append(send.addRequest);
     static_cast<void>(FillRequest(send, request, *row, RequestKind::Add, record));
-    return UnlinkedRecordsLike(list.tableName, read, send.addRequest, request, NameOf(send, request), lost.connection,
-                               lost.session);
+    return UnlinkedRecordsLike(lost, list.tableName, read, request, NameOf(send, request));
   });
   if (!added.record.IsNothing()) {
     WriteListLink(list, record, added.taken.identifier, lost.connection);

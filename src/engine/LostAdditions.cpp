@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 #include <vector>
 
 #include "engine/Mapping.h"
@@ -13,6 +14,7 @@
 #include "platform/Text.h"
 #include "platform/Value.h"
 #include "quickbooks/Requests.h"
+#include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
@@ -60,15 +62,29 @@ RowName ReadName(std::string_view name) {
 }
 
 // The key of that hash; "" where no row has it.
-std::string KeyOfHash(const Table& table, std::string_view name, ado::Connection& connection) {
-  const auto rows = connection.OpenRecordset(
-      Sql("SELECT {} FROM {};", Sql::Own(table.lostLink.keyColumn), Sql::Own(table.rows.table)),
-      ado::CursorType::Static, ado::LockType::ReadOnly);
-  for (; !rows->Eof(); rows->MoveNext()) {
-    auto key = FirstField(*rows);
-    if (HashedName(table.number, key) == name) return key;
+std::string KeyOfHash(const LostLink& link, std::int32_t number, std::string_view name, ado::Connection& connection) {
+  for (const auto& keys : {link.keys, link.otherKeys}) {
+    if (keys.table.empty()) continue;
+    const auto rows = connection.OpenRecordset(Sql("SELECT {} FROM {};", Sql::Own(keys.column), Sql::Own(keys.table)),
+                                               ado::CursorType::Static, ado::LockType::ReadOnly);
+    for (; !rows->Eof(); rows->MoveNext()) {
+      auto key = FirstField(*rows);
+      if (HashedName(number, key) == name) return key;
+    }
   }
   return {};
+}
+
+// Whether the row is there, though a send would not select it.
+bool IsThere(const LostLink& link, std::string_view key, ado::Connection& connection) {
+  for (const auto& keys : {link.keys, link.otherKeys}) {
+    if (keys.table.empty()) continue;
+    const auto found = connection.Execute(Sql("SELECT COUNT(*) FROM {} WHERE {} = '{}';", Sql::Own(keys.table),
+                                              Sql::Own(keys.column), Doubled{FixQuote(key)}),
+                                          nullptr);
+    if (FirstField(*found) != "0") return true;
+  }
+  return false;
 }
 
 // --- What is told ----------------------------------------------------------------------------------------------------
@@ -93,18 +109,27 @@ struct Added {
   std::size_t attempt = 0;
   Record record = {};
   bool isCertain = true;
-  bool replaces = false;
+  std::string replaces = {};
 };
+
+// Stands ahead of the identifier of the twin that a request is about which adds nothing.
+constexpr char kOfTwin = '=';
+
+std::string TwinNamedBy(std::string_view name) {
+  return name.starts_with(kOfTwin) ? std::string(name.substr(1)) : std::string();
+}
+
+bool IsAdd(const Response& response) { return response.RequestName().ends_with("Add"); }
 
 std::optional<Added> AddedBy(const MsgSetResponse& outcome) {
   for (std::size_t i = outcome.Count(); i-- > 0;) {
     const auto& response = outcome.GetAt(i);
-    if (!IsDone(response) || ReadName(response.RequestID()).table < 0) continue;
+    if (!IsDone(response) || !IsAdd(response)) continue;
     return Added{.row = response.RequestID(),
                  .request = response.RequestName(),
                  .attempt = i,
                  .record = response.DetailCount() > 0 ? response.Detail() : Record(),
-                 .replaces = outcome.GetAt(0).RequestName().ends_with("Mod")};
+                 .replaces = TwinNamedBy(outcome.GetAt(0).RequestID())};
   }
   return std::nullopt;
 }
@@ -118,64 +143,91 @@ std::string IdentifierOf(const Record& record) {
   return {};
 }
 
-void TellTakenUp(const Table& table, std::string_view key, const Added& added, const TakenUp& taken) {
-  const auto& names = table.lostLink;
-  switch (taken.end) {
-    case TakenUp::End::Linked:
-      return Tell(true, fmt::format("Found again: {} {} is {} {}.", names.row, key, names.record, taken.identifier));
-    case TakenUp::End::KnewIt:
-      if (added.record.IsNothing() || IdentifierOf(added.record) == taken.identifier) return;
-      return WriteLog(fmt::format("The {} {} is linked to {} by now; what was added for it, {}, is left alone.",
-                                  names.row, key, taken.identifier, IdentifierOf(added.record)));
-    case TakenUp::End::RowGone:
-      return WriteLog(fmt::format("A {} was added for the {} {}, which is no longer there; it is left alone.",
-                                  names.record, names.row, key));
-    case TakenUp::End::NotAdded:
-    case TakenUp::End::Open:
-      return;
-  }
-}
-
-// An outcome that nobody can make sense of stays with QuickBooks, and its row does not go: the next process tries again.
-void LeaveOpen(const Table& table, const Added& added, std::string_view key, std::string_view why,
+// An outcome that nobody can make sense of stays with QuickBooks, and its row does not go: the next process tries
+// again.
+void LeaveOpen(const LostLink& names, const Added& added, std::string_view key, std::string_view why,
                QBSessionManager& session) {
   auto& recovery = session.Recovery();
   recovery.Hold(added.row);
   recovery.Settle();
   recovery.Leave();
-  Tell(false, fmt::format("The {} {} may be in QuickBooks already, without a link: {}. It is not sent again. Link it, "
-                          "or delete what QuickBooks has of it and send it with the search for lost links off.",
-                          table.lostLink.row, key, why));
+  Tell(false, fmt::format("The {} {} may be in QuickBooks already, without a link: {}. It is not sent now, and until "
+                          "this is settled no other link that gets lost can be found again. Link it by hand; or delete "
+                          "what QuickBooks has of it and send it with the search for lost links off.",
+                          names.row, key, why));
+}
+
+void TellTakenUp(const LostLink& names, std::string_view key, const Added& added, const TakenUp& taken,
+                 QBSessionManager& session) {
+  switch (taken.end) {
+    case TakenUp::End::Linked:
+      return Tell(true, fmt::format("Found again: {} {} is {} {}.", names.row, key, names.record, taken.identifier));
+    case TakenUp::End::KnewIt:
+    case TakenUp::End::NotAdded:
+      return;
+    case TakenUp::End::Other:
+      return WriteLog(fmt::format("The {} {} has another link by now, {}; what was added for it is left alone.",
+                                  names.row, key, taken.identifier));
+    case TakenUp::End::RowGone:
+      return WriteLog(fmt::format("A {} was added for the {} {}, which is no longer there; it is left alone.",
+                                  names.record, names.row, key));
+    case TakenUp::End::Open:
+      return LeaveOpen(names, added, key, taken.why, session);
+  }
+}
+
+// What is told of the row in hand is none of this one's.
+class AsideOfTheRow {
+ public:
+  AsideOfTheRow() : inHand_(std::exchange(Vars().inHand, nullptr)), newLink_(Vars().g_NewQBLinkID) {}
+  ~AsideOfTheRow() {
+    Vars().inHand = inHand_;
+    Vars().g_NewQBLinkID = newLink_;
+  }
+  AsideOfTheRow(const AsideOfTheRow&) = delete;
+  AsideOfTheRow& operator=(const AsideOfTheRow&) = delete;
+
+ private:
+  RecordInHand* inHand_;
+  std::string newLink_;
+};
+
+TakenUp TakenUpBy(const Table& table, const Added& added, std::string& key, QBSessionManager& session) {
+  const auto& link = table.lostLink;
+  return WithGlobalConnection([&]() -> TakenUp {
+    Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
+    auto connection = Vars().platform.database->CreateConnection();
+    OpenConnection(*connection, nullptr, "");
+    if (ReadName(added.row).isHashed) {
+      key = KeyOfHash(link, table.number, added.row, *connection);
+      if (key.empty()) return {.end = TakenUp::End::RowGone};
+    }
+    auto taken = link.takeUp({.key = key,
+                              .request = added.request,
+                              .attempt = added.attempt,
+                              .record = added.record,
+                              .isCertain = added.isCertain,
+                              .replaces = added.replaces,
+                              .connection = *connection,
+                              .session = session});
+    if (taken.end == TakenUp::End::RowGone && IsThere(link, key, *connection)) {
+      return {.why = "its row is none that is sent now"};
+    }
+    return taken;
+  });
 }
 
 void TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
-  const auto name = ReadName(added.row);
-  auto key = name.key;
+  const AsideOfTheRow aside;
+  auto key = ReadName(added.row).key;
   TakenUp taken;
-  const auto raised = CatchError([&] {
-    WithGlobalConnection([&] {
-      Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-      auto connection = Vars().platform.database->CreateConnection();
-      OpenConnection(*connection, nullptr, "");
-      if (name.isHashed) {
-        key = KeyOfHash(table, added.row, *connection);
-        taken.end = TakenUp::End::RowGone;
-        if (key.empty()) return;
-      }
-      taken = table.lostLink.takeUp({.key = key,
-                                     .request = added.request,
-                                     .attempt = added.attempt,
-                                     .record = added.record,
-                                     .isCertain = added.isCertain,
-                                     .replaces = added.replaces,
-                                     .connection = *connection,
-                                     .session = session});
-    });
-  });
-  if (raised) taken = {.end = TakenUp::End::Open, .identifier = {}, .why = raised->description()};
-  if (taken.end == TakenUp::End::Open) return LeaveOpen(table, added, key, taken.why, session);
-  TellTakenUp(table, key, added, taken);
-  session.Recovery().Settle();
+  if (const auto raised = CatchError([&] { taken = TakenUpBy(table, added, key, session); })) {
+    taken = {.why = raised->description()};
+  }
+  auto& recovery = session.Recovery();
+  if (taken.end == TakenUp::End::Linked || taken.end == TakenUp::End::KnewIt) recovery.NoteTakenUp(added.row);
+  recovery.Settle();
+  TellTakenUp(table.lostLink, key, added, taken, session);
 }
 
 void TakeUpOutcome(const MsgSetResponse& outcome, const FindTableRoutine& findTable, QBSessionManager& session) {
@@ -183,22 +235,27 @@ void TakeUpOutcome(const MsgSetResponse& outcome, const FindTableRoutine& findTa
   if (!added) return session.Recovery().Settle();
   const auto* table = findTable(ReadName(added->row).table);
   if (table != nullptr && table->lostLink.takeUp != nullptr) return TakeUp(*table, *added, session);
-  WriteLog(fmt::format("QuickBooks tells of an addition that no table here has made: {}. It is left alone.",
+  WriteLog(fmt::format("QuickBooks tells of an addition that no table here has made: \"{}\". It is left alone.",
                        added->row));
   session.Recovery().Settle();
 }
 
-void Settle(const Table& table, QBSessionManager& session) {
+// The addition that is open in this session.
+void SettleOpen(QBSessionManager& session) {
   auto& recovery = session.Recovery();
-  if (const auto outcome = recovery.AskAgain(session)) {
-    return TakeUpOutcome(*outcome, [&](std::int32_t /*number*/) { return &table; }, session);
+  const auto open = recovery.Open();
+  const auto outcome = recovery.AskAgain(session);
+  if (outcome.answer) {
+    return TakeUpOutcome(
+        *outcome.answer, [&](std::int32_t /*number*/) { return open.table; }, session);
   }
-  if (!recovery.MayHaveRun()) return recovery.Settle();
-  TakeUp(table,
-         {.row = recovery.OpenRow(),
-          .request = recovery.OpenRequest(),
-          .attempt = recovery.OpenAttempt(),
-          .isCertain = false},
+  if (!outcome.mayHaveRun) return recovery.Settle();
+  TakeUp(*open.table,
+         {.row = open.row,
+          .request = open.request,
+          .attempt = open.attempt,
+          .isCertain = false,
+          .replaces = TwinNamedBy(open.replaces)},
          session);
 }
 
@@ -207,9 +264,17 @@ void Settle(const Table& table, QBSessionManager& session) {
 std::string NameForComparison(std::string_view name) { return FoldCase(Trim(name)); }
 
 // What tells one transaction from another, of those that the request has.
-constexpr std::array<std::string_view, 11> kTelling = {
-    "TxnDate",   "RefNumber",         "CustomerRef.ListID", "EntityRef.ListID", "VendorRef.ListID", "TotalAmount",
-    "Duration",  "ItemServiceRef.ListID", "Notes",          "Memo",             "PaymentMethodRef.FullName"};
+constexpr std::array<std::string_view, 11> kTelling = {"TxnDate",
+                                                       "RefNumber",
+                                                       "CustomerRef.ListID",
+                                                       "EntityRef.ListID",
+                                                       "VendorRef.ListID",
+                                                       "TotalAmount",
+                                                       "Duration",
+                                                       "ItemServiceRef.ListID",
+                                                       "Notes",
+                                                       "Memo",
+                                                       "PaymentMethodRef.FullName"};
 
 // The field of the record as text; nothing where this kind of record has none.
 std::optional<std::string> TextAt(const Record& record, std::string_view path) {
@@ -265,14 +330,23 @@ std::vector<Record> RecordsOf(QuickBooksRead read, const ReadFilters& filters, Q
   const auto answer = session.DoRequests(set);
   std::vector<Record> found;
   for (std::size_t i = 0; i < answer.Count(); ++i) {
-    for (auto& record : answer.GetAt(i).Details()) found.push_back(std::move(record));
+    const auto& response = answer.GetAt(i);
+    // A refusal is not the same as nothing there.
+    if (!IsDone(response)) throw PlatformError(error::kObjectNothing, response.StatusMessage());
+    for (auto& record : response.Details()) found.push_back(std::move(record));
   }
   return found;
 }
 
+// Whether a record was there before this session: then it is a stranger's.
+bool IsOlder(const Record& record, QBSessionManager& session) {
+  constexpr std::int64_t kClocksDiffer = 5;  // minutes
+  return record["TimeCreated"].GetDate() < session.Recovery().BegunAt().PlusMinutes(-kClocksDiffer);
+}
+
 bool IsLinked(std::string_view table, const std::string& identifier, ado::Connection& connection) {
-  const auto found = connection.Execute(
-      Sql("SELECT COUNT(*) FROM {} WHERE QBLinkID = '{}';", table, identifier), nullptr);
+  const auto found =
+      connection.Execute(Sql("SELECT COUNT(*) FROM {} WHERE QBLinkID = '{}';", table, identifier), nullptr);
   return FirstField(*found) != "0";
 }
 
@@ -288,38 +362,57 @@ void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key) 
   set.NameLast(NameOfRow(table.number, key));
 }
 
+void NameTwin(MsgSetRequest& set, std::string_view identifier) { set.NameLast(kOfTwin + std::string(identifier)); }
+
 std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view key, QBSessionManager& session,
                                            const MsgSetRequest& set) {
   auto& recovery = session.Recovery();
-  if (recovery.IsOpen()) Settle(table, session);
   const auto row = NameOfRow(table.number, key);
+  const bool isTheSame = recovery.IsOpen() && recovery.Open().row == row;
+  if (recovery.IsOpen()) SettleOpen(session);
+  if (isTheSame && recovery.WasTakenUp(row)) {
+    NoteFate(Fate::LeftAsItWas, "it was found again in QuickBooks");
+    return std::nullopt;
+  }
   if (recovery.IsHeld(row)) {
     NoteFate(Fate::PassedOver, "it may be in QuickBooks already");
     return std::nullopt;
   }
   if (!recovery.IsOn()) return session.DoRequests(set);
-  auto answer = recovery.Send(session, set, row);
+  auto answer = recovery.Send(session, set,
+                              {.table = &table,
+                               .row = row,
+                               .request = std::string(set.LastRequest()),
+                               .attempt = set.Count() - 1,
+                               .replaces = set.FirstName()});
   // What was refused has nothing to be written.
   if (!AddedBy(answer)) recovery.Settle();
   return answer;
 }
 
 bool IsAdditionOpen(QBSessionManager& session) { return session.Recovery().IsOpen(); }
+bool FindsLostLinks(QBSessionManager& session) { return session.Recovery().HasBegun(); }
 void CloseAddition(QBSessionManager& session, RestOfRow rest) { session.Recovery().Settle(rest); }
 
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable) {
   auto& recovery = session.Recovery();
-  // A row whose rest did not go in this session's last send is as one that another process left.
-  auto outcome = recovery.RestFollows() ? recovery.AskAgain(session) : recovery.AskFirst(session);
-  if (outcome) TakeUpOutcome(*outcome, findTable, session);
+  // What this session has left itself: an addition that could not be settled, or a row whose rest did not go.
+  if (recovery.IsOpen() || recovery.RestFollows()) return SettleOpen(session);
+  for (const auto& outcome : recovery.AskFirst(session)) TakeUpOutcome(outcome, findTable, session);
+  recovery.DropOldest(session);
 }
 
-void SettleOpenAddition(const Table& table, QBSessionManager& session) {
+void SettleOpenAddition(QBSessionManager& session) {
   if (!session.Recovery().IsOpen()) return;
-  if (const auto raised = CatchError([&] { Settle(table, session); })) {
+  if (const auto raised = CatchError([&] { SettleOpen(session); })) {
     WriteLog(fmt::format("What became of the last addition can't be told now: {}. The next send asks again.",
                          raised->description()));
   }
+}
+
+void DropWhatIsSettled(QBSessionManager& session) {
+  session.Recovery().ForgetTakenUp();
+  IgnoreErrors([&] { session.Recovery().Drop(session); });
 }
 
 bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {
@@ -330,16 +423,10 @@ void NoteTakenUp(const Table& table, std::string_view key, QBSessionManager& ses
   session.Recovery().NoteTakenUp(NameOfRow(table.number, key));
 }
 
-void DropWhatIsSettled(QBSessionManager& session) {
-  session.Recovery().ForgetTakenUp();
-  IgnoreErrors([&] { session.Recovery().Drop(session); });
-}
-
-std::vector<Record> UnlinkedRecordsLike(std::string_view linkedIn, const QuickBooksRead& read,
-                                        std::string_view addRequest, const RequestField& request, std::string_view name,
-                                        ado::Connection& connection, QBSessionManager& session) {
-  constexpr std::string_view kAdd = "AddRq";
-  const auto element = fmt::format("{}Ret", addRequest.substr(0, addRequest.size() - kAdd.size()));
+std::vector<Record> UnlinkedRecordsLike(const LostAddition& lost, std::string_view linkedIn, const QuickBooksRead& read,
+                                        const RequestField& request, std::string_view name) {
+  constexpr std::string_view kAdd = "Add";
+  const auto element = fmt::format("{}Ret", lost.request.substr(0, lost.request.size() - kAdd.size()));
   const bool isTransaction = read.transaction.has_value();
   ReadFilters filters;
   if (isTransaction) {
@@ -349,10 +436,11 @@ std::vector<Record> UnlinkedRecordsLike(std::string_view linkedIn, const QuickBo
     filters.strNameFrom = Trim(name);
     filters.strNameTo = filters.strNameFrom;
   }
-  auto found = RecordsOf(read, filters, session);
+  auto found = RecordsOf(read, filters, lost.session);
   std::erase_if(found, [&](const Record& record) {
     return record.GetAsString() != element || !IsLike(record, request, name, isTransaction) ||
-           IsLinked(linkedIn, IdentifierOf(record), connection);
+           (!lost.isCertain && IsOlder(record, lost.session)) ||
+           IsLinked(linkedIn, IdentifierOf(record), lost.connection);
   });
   return found;
 }
@@ -384,15 +472,17 @@ AddedRecord FindAdded(const LostAddition& lost, std::string_view link, const Qui
     if (found.empty() && !lost.isCertain) return {.taken = {.end = End::NotAdded}};
     if (found.empty()) return {.taken = {.why = "QuickBooks says that it was added, but has no such record"}};
     if (found.size() > 1) {
-      return {.taken = {.why = fmt::format("QuickBooks has {} records like it that nothing is linked to",
-                                           found.size())}};
+      return {
+          .taken = {.why = fmt::format("QuickBooks has {} records like it that nothing is linked to", found.size())}};
     }
     record = std::move(found.front());
   }
   const auto identifier = IdentifierOf(record);
-  // A link that was there before leads nowhere any more, or to what the addition replaces. Any other was written since.
-  const bool isOther = !link.empty() && link != identifier && !lost.replaces && !RecordOf(read, link, lost.session).IsNothing();
-  if (link == identifier || isOther) return {.taken = {.end = End::KnewIt, .identifier = std::string(link)}};
+  if (link == identifier) return {.taken = {.end = End::KnewIt, .identifier = identifier}};
+  // A link from before leads nowhere any more, or to what the addition replaces. Any other was written since.
+  if (!link.empty() && link != lost.replaces && !RecordOf(read, link, lost.session).IsNothing()) {
+    return {.taken = {.end = End::Other, .identifier = std::string(link)}};
+  }
   return {.taken = {.end = End::Linked, .identifier = identifier}, .record = std::move(record)};
 }
 

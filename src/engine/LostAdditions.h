@@ -27,6 +27,8 @@ namespace twqb {
 
 // The same for a request that was appended before its row was known.
 void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key);
+// Names the request appended last by the twin that it modifies, for the case that an addition follows in its place.
+void NameTwin(MsgSetRequest& set, std::string_view identifier);
 
 // Sends a set whose last request adds that row. Nothing: the row may be in QuickBooks already, which has been told, and
 // must not go. An addition before it that is still open is settled first.
@@ -35,8 +37,9 @@ void NameAddition(MsgSetRequest& set, const Table& table, std::string_view key);
 // Behind the answer, once all is written that is to be written of it.
 void CloseAddition(QBSessionManager& session, RestOfRow rest = RestOfRow::None);
 
-// Whether one is open: never where lost links are not looked for.
+// Whether one is open, and whether additions can be: never where lost links are not looked for.
 [[nodiscard]] bool IsAdditionOpen(QBSessionManager& session);
+[[nodiscard]] bool FindsLostLinks(QBSessionManager& session);
 
 // Finds the table of a number; nothing where there is none.
 using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
@@ -44,7 +47,7 @@ using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
 // Ahead of the first row of a send: takes up what an earlier process left. Raises when QuickBooks can't be asked.
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable);
 // Behind the last row of a table: settles an addition that is still open. Errors go to the log.
-void SettleOpenAddition(const Table& table, QBSessionManager& session);
+void SettleOpenAddition(QBSessionManager& session);
 // Behind a send: has QuickBooks drop what is settled. Errors are ignored; the next process finds it settled.
 void DropWhatIsSettled(QBSessionManager& session);
 
@@ -56,14 +59,14 @@ void DropWhatIsSettled(QBSessionManager& session);
 // For WasTakenUp.
 void NoteTakenUp(const Table& table, std::string_view key, QBSessionManager& session);
 
-// The records that agree with what a request asks for and that no row of the table `linkedIn` is linked to.
+// The records that agree with the request that the send makes of the row, and that no row of the table `linkedIn` is
+// linked to; of an addition that is not certain, none that is older than this session.
 //
 // Of a list: those of the name, below the same parent. Of transactions: those of the same day, person and number, as
 // far as the request has them.
-[[nodiscard]] std::vector<Record> UnlinkedRecordsLike(std::string_view linkedIn, const QuickBooksRead& read,
-                                                      std::string_view addRequest, const RequestField& request,
-                                                      std::string_view name, ado::Connection& connection,
-                                                      QBSessionManager& session);
+[[nodiscard]] std::vector<Record> UnlinkedRecordsLike(const LostAddition& lost, std::string_view linkedIn,
+                                                      const QuickBooksRead& read, const RequestField& request,
+                                                      std::string_view name = {});
 
 // The transactions of those days.
 [[nodiscard]] std::vector<Record> RecordsOfDays(const QuickBooksRead& read, Date from, Date to,

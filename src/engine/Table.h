@@ -88,7 +88,7 @@ struct LostAddition {
   std::size_t attempt = 0;   // how often the row was tried before, in the same set
   Record record = {};        // as it was added; nothing: the outcome has its status alone
   bool isCertain = true;     // that it was added
-  bool replaces = false;     // a twin that the row is linked to
+  std::string replaces;      // the twin in the place of which it was added; "" for none
   ado::Connection& connection;
   QBSessionManager& session;
 };
@@ -96,23 +96,31 @@ struct LostAddition {
 // What came of it.
 struct TakenUp {
   enum class End : std::uint8_t {
-    Linked,   // the row, to `identifier`
-    KnewIt,   // it was linked already; what was missing behind that has been written
-    RowGone,  //
+    Linked,    // the row, to `identifier`
+    KnewIt,    // it was linked to it already; what was missing behind that has been written
+    Other,     // it has another link by now, `identifier`, which is left alone
+    RowGone,   // there is no such row any more
     NotAdded,  // after all
-    Open,     // what was added for the row can't be told: `why`
+    Open,      // what was added for the row can't be told: `why`
   };
 
   End end = End::Open;
-  std::string identifier = {};  // of the record; of KnewIt, the row's link
+  std::string identifier = {};
   std::string why = {};
+};
+
+// Where the keys stand by which additions name their rows.
+struct KeyPlace {
+  std::string_view table = {};
+  std::string_view column = {};
 };
 
 // How a row gets a link that was lost.
 struct LostLink {
   std::string_view row;     // what people call one: "client"
   std::string_view record;  // and its twin: "customer"
-  std::string_view keyColumn;
+  KeyPlace keys;            //
+  KeyPlace otherKeys = {};  // where a table names rows of two tables
   // Writes what the send would have written behind its answer. May raise.
   TakenUp (*takeUp)(const LostAddition& lost) = nullptr;
 };

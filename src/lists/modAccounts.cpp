@@ -188,7 +188,7 @@ constinit const Table kAccountsTable = {
     .send = MoveAccountsToQB,
     .lostLink = {.row = "account",
                  .record = "account",
-                 .keyColumn = "AccountID",
+                 .keys = {"AccountList", "AccountID"},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kAccountsTable, kAccounts, lost); }},
     .reads = kReads,
     .get = MoveAccountsToTW,

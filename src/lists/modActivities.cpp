@@ -240,8 +240,9 @@ constinit const Table kActivitiesTable = {
     .send = MoveActivityToQB,
     .lostLink = {.row = "activity",
                  .record = "item",
-                 .keyColumn = "ActivityID",
-                 .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kActivitiesTable, kActivities, lost); }},
+                 .keys = {"Activity", "ActivityID"},
+                 .takeUp =
+                     [](const LostAddition& lost) { return TakeUpListLink(kActivitiesTable, kActivities, lost); }},
     .reads = kReads,
     .get = MoveActivitiesToTW,
     .billingDeletion = {.rows = "Activity"},

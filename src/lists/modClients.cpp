@@ -189,7 +189,7 @@ constinit const Table kClientsTable = {
     .send = MoveClientsToQB,
     .lostLink = {.row = "client",
                  .record = "customer",
-                 .keyColumn = "ClientID",
+                 .keys = {"Client", "ClientID"},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kClientsTable, kClients, lost); }},
     .reads = kReads,
     .get = MoveClientsToTW,

@@ -270,8 +270,9 @@ constinit const Table kExpenseCodesTable = {
     .send = MoveExpenseCodesToQB,
     .lostLink = {.row = "expense code",
                  .record = "item",
-                 .keyColumn = "ExpID",
-                 .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kExpenseCodesTable, kExpenseCodes, lost); }},
+                 .keys = {"Expense", "ExpID"},
+                 .takeUp =
+                     [](const LostAddition& lost) { return TakeUpListLink(kExpenseCodesTable, kExpenseCodes, lost); }},
     .reads = kReads,
     .get = MoveExpenseCodesToTW,
     .billingDeletion = {.rows = "Expense"},

@@ -319,7 +319,7 @@ constinit const Table kProjectsTable = {
     .send = MoveProjectsToQB,
     .lostLink = {.row = "project",
                  .record = "job",
-                 .keyColumn = "ProjectID",
+                 .keys = {"Project", "ProjectID"},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kProjectsTable, kProjects, lost); }},
     .reads = kReads,
     .get = MoveProjectsToTW,

@@ -23,12 +23,18 @@ MsgSetRequest QBSessionManager::CreateMsgSetRequest(std::string_view country, in
   return {{.country = *form, .version = {major, minor}}, messages::MessageSet::Company};
 }
 
-MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set) {
-  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString(&mended_)), machine_);
-}
+MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set) { return DoDocument(DocumentOf(set, nullptr)); }
 
 MsgSetResponse QBSessionManager::DoRequests(const MsgSetRequest& set, const MessageSetIds& ids) {
-  return MsgSetResponse(transport_->ProcessDocument(set.ToXMLString(&mended_, &ids)), machine_);
+  return DoDocument(DocumentOf(set, &ids));
+}
+
+std::string QBSessionManager::DocumentOf(const MsgSetRequest& set, const MessageSetIds* ids) {
+  return set.ToXMLString(&mended_, ids);
+}
+
+MsgSetResponse QBSessionManager::DoDocument(std::string_view document) {
+  return MsgSetResponse(transport_->ProcessDocument(document), machine_);
 }
 
 MsgSetRequest QBSessionManager::CreateSubscriptionMsgSetRequest(int major, int minor) {

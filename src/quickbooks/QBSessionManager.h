@@ -35,6 +35,9 @@ class QBSessionManager {
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set);
   // The same for a set whose outcome QuickBooks is to keep, or is asked for. Nobody but Recovery calls it.
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set, const MessageSetIds& ids);
+  // The same in its two steps.
+  [[nodiscard]] std::string DocumentOf(const MsgSetRequest& set, const MessageSetIds* ids);
+  [[nodiscard]] MsgSetResponse DoDocument(std::string_view document);
   // What QuickBooks keeps of the additions of this session.
   [[nodiscard]] twqb::Recovery& Recovery() { return recovery_; }
   // Whether a text could not go as it was since this was last asked.

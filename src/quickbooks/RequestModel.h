@@ -106,8 +106,9 @@ class MsgSetRequest {
   void NameLast(std::string name) { names_.back() = std::move(name); }
 
   [[nodiscard]] std::size_t Count() const { return requests_.size(); }
-  // What the request appended last is ("CustomerAdd").
+  // What the request appended last is ("CustomerAdd"), and the name of the first one.
   [[nodiscard]] std::string_view LastRequest() const;
+  [[nodiscard]] const std::string& FirstName() const { return names_.front(); }
   // The set as qbXML. Raises 0x80040307 when a request leaves a required choice empty. Of a text that XML can't carry
   // as it is, what it can carry goes; `mended` becomes true then.
   [[nodiscard]] std::string ToXMLString(bool* mended = nullptr, const MessageSetIds* ids = nullptr) const;

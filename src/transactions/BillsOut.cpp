@@ -103,12 +103,26 @@ RequestField BillInHand::LineAt(std::size_t place) const {
   return request_["ORItemLineAddList"].GetAt(place)["ItemLineAdd"];
 }
 
+bool IsSameLine(const Record& line, const RequestField& request) {
+  constexpr std::array<std::string_view, 5> kPaths = {"ItemRef.ListID", "Desc", "Quantity", "Amount",
+                                                      "CustomerRef.ListID"};
+  return SaysTheSame(line, request, kPaths);
+}
+
+bool HasLinesOf(const Record& record, const BillInHand& bill) {
+  const auto lines = record["ORItemLineRetList"];
+  const auto count = lines.IsNothing() ? 0 : lines.Count();
+  if (count != bill.LineCount()) return false;
+  for (std::size_t place = 0; place < count; ++place) {
+    if (!IsSameLine(lines.GetAt(place)["ItemLineRet"], bill.LineAt(place))) return false;
+  }
+  return true;
+}
+
 SentBill SendBill(const BillInHand& bill, const Table& table, std::string_view key, const SendRecord& record,
                   const ado::Recordset& row, QBSessionManager& session, Run& run) {
   std::optional<MsgSetResponse> answer;
-  if (const auto raised = CatchError([&] {
-        answer = SendAddition(table, key, session, bill.MessageSet());
-      })) {
+  if (const auto raised = CatchError([&] { answer = SendAddition(table, key, session, bill.MessageSet()); })) {
     // An amount of zero is one reason of several. The line has always named that one; the observer hears what it was.
     WriteLog("Could not transfer Bill to QB, because its amount is zero. ELID = " + bill.Keys().Text());
     TellErrorToObserver("SendBill", raised->number(), raised->description(), ToldBy::Nobody);

@@ -70,6 +70,10 @@ class BillInHand {
 // The key of a row out of QuotedKeys.
 [[nodiscard]] std::string Unquoted(const Sql& key);
 
+// Whether a line of QuickBooks says what one of a request says; and all lines of a bill what those in hand say.
+[[nodiscard]] bool IsSameLine(const Record& line, const RequestField& request);
+[[nodiscard]] bool HasLinesOf(const Record& record, const BillInHand& bill);
+
 // What became of a bill that was sent.
 struct SentBill {
   enum class End : std::uint8_t { Added, NotSent, Refused, LeaveTable };
@@ -82,8 +86,8 @@ struct SentBill {
 // The lines of a bill as QuickBooks has it, by their places.
 [[nodiscard]] std::vector<std::string> LinesOfBill(const Record& bill);
 
-// Sends it, which has the name of that row. What went wrong has been told, or logged where the call failed: a bill without anything to pay is refused
-// ahead of QuickBooks. No to the question is a wish to stop, and leaves the table.
+// Sends it, which has the name of that row. What went wrong has been told, or logged where the call failed: a bill
+// without anything to pay is refused ahead of QuickBooks. No to the question is a wish to stop, and leaves the table.
 [[nodiscard]] SentBill SendBill(const BillInHand& bill, const Table& table, std::string_view key,
                                 const SendRecord& record, const ado::Recordset& row, QBSessionManager& session,
                                 Run& run);

@@ -286,14 +286,12 @@ class BillOfRows {
   // that nothing is known of.
   [[nodiscard]] const Row* RowOf(const Record& line, std::span<const std::string> lines,
                                  std::span<const Row* const> used) const {
-    constexpr std::array<std::string_view, 5> kPaths = {"ItemRef.ListID", "Desc", "Quantity", "Amount",
-                                                        "CustomerRef.ListID"};
     const auto& link = lines[taken_.size()];
     const Row* found = nullptr;
     for (const auto& row : rows_) {
       const bool isOfAnother = !row.link.empty() && row.link != link;
       if (isOfAnother || row.bill.LineCount() == 0 || std::ranges::find(used, &row) != used.end()) continue;
-      if (!SaysTheSame(line, row.bill.LineAt(0), kPaths)) continue;
+      if (!IsSameLine(line, row.bill.LineAt(0))) continue;
       if (row.link == link || (taken_.empty() && row.key == lost_.key)) return &row;
       if (found == nullptr) found = &row;
     }
@@ -313,6 +311,17 @@ void MoveExpenseLogToQB(const SendCall& call) {
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
 }
 
+namespace {
+
+// Whether it is the twin of a bill of its own.
+bool IsOfVendorBill(const Record& bill) {
+  const auto count =
+      GetScalarFromSQL(Sql("SELECT COUNT(*) FROM VendorBill WHERE QBLinkID = '{}';", bill["TxnID"].GetValue()));
+  return count != "0";
+}
+
+}  // namespace
+
 TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
   const auto row = lost.connection.OpenRecordset(SelectRows(kExpenseLogTable, "ELID", lost.key),
                                                  ado::CursorType::Static, ado::LockType::ReadOnly);
@@ -321,14 +330,16 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
   BillOfRows rows(lost, person);
   auto bills = std::vector<Record>();
   if (!lost.record.IsNothing()) {
-    bills = {lost.record};
+    // An outcome may tell the bill without its lines.
+    bills = {RecordOf(BillRead(), lost.record["TxnID"].GetValue(), lost.session)};
+    std::erase_if(bills, [](const Record& bill) { return bill.IsNothing(); });
   } else {
     const auto [from, to] = rows.Days();
     bills = RecordsOfDays(BillRead(), from, to, lost.session);
     // An employee's bill is some vendor's whom the user picked.
     const auto vendor = IsTrueFlag(*row, "isSub") ? LinkOfPerson(person) : std::string();
     std::erase_if(bills, [&](const Record& bill) {
-      return !vendor.empty() && bill["VendorRef"]["ListID"].GetValueOrEmpty() != vendor;
+      return (!vendor.empty() && bill["VendorRef"]["ListID"].GetValueOrEmpty() != vendor) || IsOfVendorBill(bill);
     });
   }
   std::erase_if(bills, [&](const Record& bill) { return !rows.Fits(bill); });
@@ -337,7 +348,8 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
     return {.why = fmt::format("QuickBooks has {} bills with its lines that nothing is linked to", bills.size())};
   }
   const bool wasLost = rows.WriteLinks(bills.front());
-  return {.end = wasLost ? TakenUp::End::Linked : TakenUp::End::KnewIt, .identifier = bills.front()["TxnID"].GetValue()};
+  return {.end = wasLost ? TakenUp::End::Linked : TakenUp::End::KnewIt,
+          .identifier = bills.front()["TxnID"].GetValue()};
 }
 
 }  // namespace twqb

@@ -102,9 +102,8 @@ class InvoiceSend final : public RowWork {
  private:
   RowEnd Exchange(RowWalk& walk, const MsgSetRequest& messageSet, const RequestField& request) {
     std::optional<MsgSetResponse> answer;
-    if (const auto raised = CatchError([&] {
-          answer = SendAddition(kInvoicesTable, record_.key, session_, messageSet);
-        })) {
+    if (const auto raised =
+            CatchError([&] { answer = SendAddition(kInvoicesTable, record_.key, session_, messageSet); })) {
       if (raised->number() == error::kRequestIncomplete) {
         NoteWithoutLines(ColumnText(walk.Row(), "TransactionInvNum"));
       } else {
@@ -155,9 +154,7 @@ TakenUp TakeUpInvoiceLink(const LostAddition& lost) {
   ReadInvoiceRow(*row, record);
   record.linkId = ColumnText(*row, "TransactionTableQBLinkID");
   return TakeUpTxnLink(lost, PlaceOf(record.key), record, kAddRequest, kInvoicesTable.reads.front(),
-                       [&](const RequestField& request) {
-                         static_cast<void>(AssignInvoiceHeader(request, *row));
-                       });
+                       [&](const RequestField& request) { static_cast<void>(AssignInvoiceHeader(request, *row)); });
 }
 
 }  // namespace twqb

@@ -10,8 +10,6 @@
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
 #include "engine/RowWalk.h"
-#include "engine/SelectionQueries.h"
-#include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
 #include "platform/Decimal.h"
 #include "quickbooks/Requests.h"
@@ -26,6 +24,7 @@
 #include "services/msgForm.h"
 #include "transactions/NewRow.h"
 #include "transactions/PaymentMethods.h"
+#include "transactions/PaymentParts.h"
 #include "transactions/RetainerItems.h"
 #include "transactions/SpecialItems.h"
 #include "transactions/TxnRow.h"
@@ -35,20 +34,6 @@
 namespace twqb {
 
 namespace {
-
-// --- Where it goes --------------------------------------------------------------------------------------------------
-
-// How a payment goes to its invoice.
-enum class Applied : std::uint8_t {
-  Money,
-  Discount,         // credits and write-offs
-  AppliedRetainer,  // the money came in with the retainer
-};
-
-Applied HowApplied(std::string_view method) {
-  if (method == "3" || method == "4") return Applied::Discount;
-  return method == "A" ? Applied::AppliedRetainer : Applied::Money;
-}
 
 // --- What is told ----------------------------------------------------------------------------------------------------
 
@@ -71,8 +56,6 @@ constexpr std::array kRules = {
     StatusRule{.log = NotTransferred, .box = AskToGoOn},
 };
 
-constexpr std::string_view kAddRequest = "ReceivePaymentAddRq";
-
 constexpr SendTexts kSendTexts = {.routine = "MovePaymentsToQB", .shown = "Sending Payments To QuickBooks..."};
 
 // Why payments were held back, and how the end of the run tells of them.
@@ -84,23 +67,6 @@ struct HeldBack {
     TellLacking({.text = text, .failsTheTable = failsTheTable}, run);
   }
 };
-
-// --- Fields ----------------------------------------------------------------------------------------------------------
-
-using When = SendField::When;
-constexpr std::array kFields = {
-    SendField{.path = "Memo", .column = "PayMemo", .when = When::NotBlank},
-    SendField{.path = "RefNumber", .column = "PayRef", .when = When::NotNull},
-};
-
-constexpr const char kAllocations[] =
-    "SELECT ProjectID, ClientID, TransactionPayLateFeeRecd, TransactionDate,TransactionInvNum,TransactionPayAmtApplied, "
-    "LastUpdated, TransactionID, InvRetainerAmtApplied FROM TransactionTable";
-
-Date PaymentDate(const ado::Recordset& payment) {
-  const auto date = payment.Field("PayDate");
-  return IsNull(date) ? TheMachine().Now().Midnight() : ToDate(date);
-}
 
 // What QuickBooks still expects for an invoice.
 struct OpenInvoice {
@@ -115,81 +81,6 @@ enum class Allocated : std::uint8_t {
   GiveUp,  // the rest of the payment stays
   LeaveTable
 };
-
-// Where a retainer's rows are.
-Sql RowsOfPayment(std::string_view payId) { return Sql("(PayID = '{}')", payId); }
-
-// The link of the project that the retainer is for, or of the client that it is for as a whole; "" without one.
-std::string PayerOfRetainer(std::string_view payId) {
-  const auto rows = RowsOfPayment(payId);
-  std::string_view kind = "PROJECT";
-  auto key = RequireScalarFromSQL(Sql("SELECT ProjectID FROM TransactionTable WHERE {};", rows));
-  if (key == "{CLIENT RETAINER}") {
-    kind = "CLIENT";
-    key = RequireScalarFromSQL(Sql("SELECT ClientID FROM TransactionTable WHERE {};", rows));
-  }
-  if (!key.empty()) return GetQBLinkIDOf(kind, key);
-  LogError(kSendTexts.routine, fmt::format("Error transferring Payment to QB. Pay ID = {}", payId));
-  return {};
-}
-
-// Fills what does not hang on the invoice and its project; answers how the payment goes to its invoice.
-Applied FillPayment(const RequestField& request, const ado::Recordset& payment, const ado::Recordset& allocation) {
-  const auto method = ColumnText(payment, "PayMethod");
-  const auto how = HowApplied(method);
-  SetCut(request["PaymentMethodRef"]["FullName"], PaymentMethodName(method));
-  request["TxnDate"].SetValue(DateFloor(PaymentDate(payment)));
-  if (how != Applied::Discount && !IsNull(allocation.Field("TransactionPayAmtApplied"))) {
-    request["TotalAmount"].SetValue(NumberIn(allocation, "TransactionPayAmtApplied").ToCents());
-  }
-  SendFields(request, payment, kFields);
-  return how;
-}
-
-bool HasLink(std::string_view transactionId) {
-  return !GetScalarFromSQL(Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionID = '{}';", transactionId))
-              .empty();
-}
-
-// Whether a part of the payment has no twin.
-bool LacksLinks(std::string_view payId) {
-  const auto count = GetScalarFromSQL(
-      Sql("SELECT COUNT(*) FROM TransactionTable WHERE {} AND (QBLinkID IS NULL OR QBLinkID = '');",
-          RowsOfPayment(payId)));
-  return count != "0";
-}
-
-// What a retainer has brought is not brought again.
-void AssignNoMoney(const RequestField& request) { request["TotalAmount"].SetValue(0.0); }
-
-std::string LinkOfInvoice(std::string_view number, std::string_view project) {
-  return GetScalarFromSQL(
-      Sql("SELECT QBLinkID FROM TransactionTable WHERE TransactionInvNum = '{}' AND ProjectID = '{}' AND "
-          "(PayID IS NULL);",
-          number, project));
-}
-
-// --- What is written ---------------------------------------------------------------------------------------------------
-
-RowPlace PaymentRow(std::string_view payId) {
-  return {.table = "Payment", .condition = KeyCondition("PayID", payId)};
-}
-
-void WriteRetainerLinks(ado::Connection& connection, std::string_view payId, const std::string& txnId) {
-  WriteLink(connection, PaymentRow(payId), txnId);
-  WriteLink(connection, {.table = "TransactionTable", .condition = RowsOfPayment(payId)}, txnId, Linked::AnyRows);
-  Vars().g_NewQBLinkID = txnId;
-}
-
-// Of several allocations the last one's payment is the row's; each keeps its own.
-void WriteAllocationLinks(ado::Connection& connection, std::string_view payId, std::string_view transactionId,
-                          const std::string& txnId, bool lastUpdatedIsNull) {
-  WriteLink(connection, PaymentRow(payId), txnId);
-  const RowPlace row = {.table = "TransactionTable", .condition = Sql("(TransactionID = '{}')", transactionId)};
-  WriteLink(connection, row, txnId);
-  Vars().g_NewQBLinkID = txnId;
-  if (lastUpdatedIsNull) WriteStamp(connection, row);
-}
 
 // The form is up from the methods on.
 void TakeFormDown(const Run& run) {
@@ -288,8 +179,9 @@ class PaymentSend final : public RowWork {
     // A payment that was sent is never sent again; of one that was broken off the rest goes.
     isBrokenOff_ = WasTakenUp(kPaymentsTable, record_.key, session_);
     if (!isBrokenOff_ && IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
-    const auto allocations = walk.Connection().OpenRecordset(
-        Sql("{} WHERE (PayID = '{}');", Sql(kAllocations), record_.key), ado::CursorType::Static, ado::LockType::ReadOnly);
+    const auto allocations =
+        walk.Connection().OpenRecordset(Sql("{} WHERE (PayID = '{}');", Sql(kAllocations), record_.key),
+                                        ado::CursorType::Static, ado::LockType::ReadOnly);
     auto end = RowEnd::Done;
     for (; !allocations->Eof(); allocations->MoveNext()) {
       auto allocated = Allocated::GiveUp;
@@ -310,12 +202,12 @@ class PaymentSend final : public RowWork {
 
   Allocated SendAllocation(RowWalk& walk, const ado::Recordset& allocation) {
     const auto& payment = walk.Row();
-    if (isBrokenOff_ && HasLink(ColumnText(allocation, "TransactionID"))) {
+    if (isBrokenOff_ && AllocationHasLink(ColumnText(allocation, "TransactionID"))) {
       NoteFate(Fate::LeftAsItWas, "QuickBooks has it, and it never goes twice");
       return Allocated::Next;
     }
     auto messageSet = RequireMsgSetRequest(session_);
-    const auto request = messageSet.Append(kAddRequest);
+    const auto request = messageSet.Append(kPaymentRequest);
     record_.lastUpdatedIsNull = IsNull(allocation.Field("LastUpdated"));
     if (GetQBLinkIDOf("CLIENT", ColumnText(allocation, "ClientID")).empty()) {
       NoteFate(Fate::PassedOver, "its client has no link");
@@ -412,9 +304,12 @@ class PaymentSend final : public RowWork {
 
   Allocated Exchange(RowWalk& walk, MsgSetRequest& messageSet, const RequestField& request,
                      const ado::Recordset& allocation) {
-    const auto transactionId = ColumnText(allocation, "TransactionID");
-    NameAddition(messageSet, kPaymentsTable, transactionId);
-    const auto answer = SendAddition(kPaymentsTable, transactionId, session_, messageSet);
+    std::string name;
+    if (FindsLostLinks(session_)) {
+      name = ColumnText(allocation, "TransactionID");
+      NameAddition(messageSet, kPaymentsTable, name);
+    }
+    const auto answer = SendAddition(kPaymentsTable, name, session_, messageSet);
     if (!answer) return Allocated::GiveUp;
     const auto& response = answer->GetAt(0);
     if (response.StatusCode() != status::kOk) {
@@ -427,7 +322,7 @@ class PaymentSend final : public RowWork {
     TellRecordId(txnId);
     NoteFate(Fate::Added);
     NoteIdentifier(txnId);
-    WriteAllocationLinks(walk.Connection(), record_.key, transactionId, txnId, record_.lastUpdatedIsNull);
+    WriteAllocationLinks(walk.Connection(), record_.key, allocation, txnId, record_.lastUpdatedIsNull);
     CloseAddition(session_, RestOfRow::Follows);
     return Allocated::Next;
   }
@@ -436,76 +331,10 @@ class PaymentSend final : public RowWork {
   Run& run_;
   SendRecord record_;
   bool isBrokenOff_ = false;  // the payment in hand: a part of it went in a run that ended there
-  HeldBack manual_;     // QuickBooks expects nothing more
-  HeldBack exceeding_;  // it expects less
-  HeldBack missing_;    // it has no such invoice
+  HeldBack manual_;           // QuickBooks expects nothing more
+  HeldBack exceeding_;        // it expects less
+  HeldBack missing_;          // it has no such invoice
 };
-
-// --- Lost links ------------------------------------------------------------------------------------------------------
-
-std::unique_ptr<ado::Recordset> OpenPayment(const LostAddition& lost, std::string_view payId) {
-  return lost.connection.OpenRecordset(SelectRows(kPaymentsTable, "PayID", payId), ado::CursorType::Static,
-                                       ado::LockType::ReadOnly);
-}
-
-TakenUp TakeUpRetainerLink(const LostAddition& lost) {
-  const auto payment = OpenPayment(lost, lost.key);
-  if (payment->Eof()) return {.end = TakenUp::End::RowGone};
-  const auto added = FindAdded(lost, ColumnText(*payment, "QBLinkID"), kInvoicesTable.reads.front(), [&] {
-    auto set = RequireMsgSetRequest(lost.session);
-    const auto request = set.Append(kRetainerRequest);
-    AssignRetainerHeader(request, {.CustomerListID = PayerOfRetainer(lost.key),
-                                   .TxnDate = PaymentDate(*payment),
-                                   .RefNumber = ColumnText(*payment, "PayRef")});
-    return UnlinkedRecordsLike("Payment", kInvoicesTable.reads.front(), kRetainerRequest, request, {}, lost.connection,
-                               lost.session);
-  });
-  if (added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt) {
-    // The second of the two goes behind the first, so that it can be missing alone.
-    WriteRetainerLinks(lost.connection, lost.key, added.taken.identifier);
-  }
-  return added.taken;
-}
-
-bool GoesTo(const Record& payment, std::string_view invoice) {
-  const auto applied = payment["AppliedToTxnRetList"];
-  for (std::size_t i = 0; !applied.IsNothing() && i < applied.Count(); ++i) {
-    if (applied.GetAt(i)["TxnID"].GetValueOrEmpty() == invoice) return true;
-  }
-  return false;
-}
-
-TakenUp TakeUpAllocationLink(const LostAddition& lost) {
-  const auto allocation =
-      lost.connection.OpenRecordset(Sql("SELECT PayID, QBLinkID, {} WHERE (TransactionID = '{}');",
-                                        Sql::Own(std::string_view(kAllocations).substr(std::size("SELECT"))), lost.key),
-                                    ado::CursorType::Static, ado::LockType::ReadOnly);
-  if (allocation->Eof()) return {.end = TakenUp::End::RowGone};
-  const auto payId = ColumnText(*allocation, "PayID");
-  const auto payment = OpenPayment(lost, payId);
-  if (payment->Eof()) return {.end = TakenUp::End::RowGone};
-  const auto& read = kPaymentsTable.reads.front();
-  const auto added = FindAdded(lost, ColumnText(*allocation, "QBLinkID"), read, [&] {
-    auto set = RequireMsgSetRequest(lost.session);
-    const auto request = set.Append(kAddRequest);
-    if (FillPayment(request, *payment, *allocation) == Applied::AppliedRetainer) AssignNoMoney(request);
-    const auto project = ColumnText(*allocation, "ProjectID");
-    request["CustomerRef"]["ListID"].SetValue(GetQBLinkIDOf("PROJECT", project));
-    // The payment's own row may know it already.
-    auto found =
-        UnlinkedRecordsLike("TransactionTable", read, kAddRequest, request, {}, lost.connection, lost.session);
-    const auto invoice = LinkOfInvoice(ColumnText(*allocation, "TransactionInvNum"), project);
-    std::erase_if(found, [&](const Record& record) { return !GoesTo(record, invoice); });
-    return found;
-  });
-  if (added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt) {
-    WriteAllocationLinks(lost.connection, payId, lost.key, added.taken.identifier,
-                         IsNull(allocation->Field("LastUpdated")));
-    // The payment's own link keeps it from being sent, and with it what did not get its turn.
-    if (LacksLinks(payId)) NoteTakenUp(kPaymentsTable, payId, lost.session);
-  }
-  return added.taken;
-}
 
 }  // namespace
 
@@ -537,10 +366,6 @@ void MovePaymentsToQB(const SendCall& call) {
   }
   PaymentSend work(call.session, call.run);
   RowWalk(kSendTexts, call.run).Walk(call.sql, work);
-}
-
-TakenUp TakeUpPaymentLink(const LostAddition& lost) {
-  return lost.request == "InvoiceAdd" ? TakeUpRetainerLink(lost) : TakeUpAllocationLink(lost);
 }
 
 }  // namespace twqb

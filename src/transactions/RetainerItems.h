@@ -30,7 +30,8 @@ struct Retainer {
   std::string PayID = {};  // the row of Payment that it is
 };
 
-// The request for it ahead of its lines. A reference that is too long loses its blanks, and what is then still too much.
+// The request for it ahead of its lines. A reference that is too long loses its blanks, and what is then still too
+// much.
 inline constexpr std::string_view kRetainerRequest = "InvoiceAddRq";
 void AssignRetainerHeader(const RequestField& invoice, const Retainer& retainer);
 

@@ -58,7 +58,7 @@ TakenUp TakeUpTxnLink(const LostAddition& lost, const RowPlace& place, const Sen
     auto set = RequireMsgSetRequest(lost.session);
     const auto request = set.Append(addRequest);
     fill(request);
-    return UnlinkedRecordsLike(place.table, read, addRequest, request, {}, lost.connection, lost.session);
+    return UnlinkedRecordsLike(lost, place.table, read, request);
   });
   if (!added.record.IsNothing()) {
     WriteLinkBack(lost.connection, place, record, added.taken.identifier);

@@ -36,10 +36,10 @@ inline constexpr int kDaysToPay = 30;
 void WriteLinkBack(ado::Connection& connection, const RowPlace& place, const SendRecord& record,
                    const std::string& txnId);
 
-// Gives the row of a lost addition its link and its date. `fill` fills the request that the send makes of it, as far as that
-// tells one transaction from another; `read` is the one that finds its twins.
-[[nodiscard]] TakenUp TakeUpTxnLink(const LostAddition& lost, const RowPlace& place,
-                                    const SendRecord& record, std::string_view addRequest, const QuickBooksRead& read,
+// Gives the row of a lost addition its link and its date. `fill` fills the request that the send makes of it, as far as
+// that tells one transaction from another; `read` is the one that finds its twins.
+[[nodiscard]] TakenUp TakeUpTxnLink(const LostAddition& lost, const RowPlace& place, const SendRecord& record,
+                                    std::string_view addRequest, const QuickBooksRead& read,
                                     const std::function<void(const RequestField& request)>& fill);
 
 // The rows behind the current one, as lines that stay because it did. Only an observer has the cursor moved; errors are

@@ -147,10 +147,9 @@ TakenUp TakeUpTransactionLink(const Table& table, const TxnTable& txn, const Los
   record.key = lost.key;
   record.linkId = ColumnText(*row, "QBLinkID");
   record.lastUpdatedIsNull = IsNull(row->Field("LastUpdated"));
-  return TakeUpTxnLink(lost, PlaceOf(txn, record.key), record, txn.send.addRequest, table.reads.front(),
-                       [&](const RequestField& request) {
-                         static_cast<void>(txn.send.fill(request, *row, LinksOf(txn.send, *row)));
-                       });
+  return TakeUpTxnLink(
+      lost, PlaceOf(txn, record.key), record, txn.send.addRequest, table.reads.front(),
+      [&](const RequestField& request) { static_cast<void>(txn.send.fill(request, *row, LinksOf(txn.send, *row))); });
 }
 
 void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::span<const std::string> identifiers) {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -85,8 +86,8 @@ void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill&
     TellRecord(
         {.standing = Standing::Line, .key = Unquoted(keys[i]), .identifier = sent.lines[i], .fate = Fate::Added});
     for (const auto& table : kLineTables) {
-      WriteLink(connection, {.table = table.name, .condition = Sql("{} = {}", table.keyColumn, keys[i])},
-                sent.lines[i], Linked::AnyRows);
+      WriteLink(connection, {.table = table.name, .condition = Sql("{} = {}", table.keyColumn, keys[i])}, sent.lines[i],
+                Linked::AnyRows);
     }
   }
 }
@@ -94,6 +95,15 @@ void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill&
 // Whether the bill's own row has its link: where that could not be written nobody is told.
 bool KnowsTwin(std::string_view billId, std::string_view txnId) {
   return GetScalarFromSQL(Sql("SELECT QBLinkID FROM VendorBill WHERE VendorBillID = '{}';", billId)) == txnId;
+}
+
+// Whether rows know lines of the bill: it is one that went before.
+bool IsKnownByLines(const Record& bill) {
+  return std::ranges::any_of(LinesOfBill(bill), [](const std::string& line) {
+    return std::ranges::any_of(kLineTables, [&](const LineTable& table) {
+      return GetScalarFromSQL(Sql("SELECT COUNT(*) FROM {} WHERE QBLinkID = '{}';", table.name, line)) != "0";
+    });
+  });
 }
 
 void StampLines(const BillInHand& bill, ado::Connection& connection) {
@@ -207,17 +217,24 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
   BillInHand bill(lost.session);
   bill.Request()["VendorRef"]["ListID"].SetValue(LinkOfPerson(ColumnText(*row, "VendorID")));
   AssignHeader(bill.Request(), *row);
+  // One without a date was of the day on which it was sent.
+  if (IsNull(row->Field("BillDate"))) bill.Request()["TxnDate"].Unset();
   AppendLines(bill, lost.key, lost.connection);
   const auto& read = kVendorBillTable.reads.front();
   auto added = FindAdded(lost, ColumnText(*row, "QBLinkID"), read, [&] {
-    return UnlinkedRecordsLike("VendorBill", read, kBillRequest, bill.Request(), {}, lost.connection, lost.session);
+    auto found = UnlinkedRecordsLike(lost, "VendorBill", read, bill.Request());
+    // Bills of the expense log are no bills here, but their lines are known.
+    std::erase_if(found, [&](const Record& record) { return !HasLinesOf(record, bill) || IsKnownByLines(record); });
+    return found;
   });
-  // The lines go behind the bill, so that they can be missing alone.
-  if (added.taken.end == TakenUp::End::KnewIt) {
-    added.record = RecordOf(read, added.taken.identifier, lost.session);
+  const bool isOurs = added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt;
+  if (!isOurs) return added.taken;
+  // The lines go behind the bill, so that they can be missing alone; and an outcome may tell the bill without them.
+  const auto record = RecordOf(read, added.taken.identifier, lost.session);
+  if (record.IsNothing() || !HasLinesOf(record, bill)) {
+    return {.why = "the lines of " + added.taken.identifier + " are not what its rows say now"};
   }
-  if (added.record.IsNothing()) return added.taken;
-  WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(added.record)}, lost.connection);
+  WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(record)}, lost.connection);
   if (!KnowsTwin(lost.key, added.taken.identifier)) return {.why = "its link can't be written"};
   if (IsNull(row->Field("LastUpdated"))) StampLines(bill, lost.connection);
   return added.taken;

@@ -67,7 +67,7 @@ constinit const Table kExpenseLogTable = {
     .sends = SentRows::NamedAlone,
     .send = MoveExpenseLogToQB,
     .afterSend = ReviewTransferredBill,
-    .lostLink = {.row = "expense", .record = "bill", .keyColumn = "ELID", .takeUp = TakeUpExpenseLinks},
+    .lostLink = {.row = "expense", .record = "bill", .keys = {"ExpenseLog", "ELID"}, .takeUp = TakeUpExpenseLinks},
     .reads = kReads,
     .beforeReads = TellVersion1,
     .get = MoveExpenseLogToTW,

@@ -83,8 +83,10 @@ constinit const Table kInvoicesTable = {
             .passed = Passed,
         },
     .send = MoveInvoicesToQB,
-    .lostLink =
-        {.row = "invoice", .record = "invoice", .keyColumn = "TransactionID", .takeUp = TakeUpInvoiceLink},
+    .lostLink = {.row = "invoice",
+                 .record = "invoice",
+                 .keys = {"TransactionTable", "TransactionID"},
+                 .takeUp = TakeUpInvoiceLink},
     .reads = kReads,
     .get = MoveInvoicesOrCreditMemosToTW,
     .billingDeletion = {.instead = "The associated Invoice in Tallywick can not be automatically\r\n"

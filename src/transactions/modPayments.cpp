@@ -40,9 +40,12 @@ constinit const Table kPaymentsTable = {
                   .prefix = "Payment.",
                   .clauses = kClauses},
     .send = MovePaymentsToQB,
-    // The key of a retainer is its PayID.
-    .lostLink =
-        {.row = "payment", .record = "payment", .keyColumn = "TransactionID", .takeUp = TakeUpPaymentLink},
+    // What goes to an invoice is named by its own row, a retainer by that of the payment.
+    .lostLink = {.row = "payment",
+                 .record = "payment",
+                 .keys = {"TransactionTable", "TransactionID"},
+                 .otherKeys = {"Payment", "PayID"},
+                 .takeUp = TakeUpPaymentLink},
     .reads = kReads,
     .get = MovePaymentsToTW,
     .billingDeletion = {.rows = "TransactionTable", .alsoRows = "Payment"},

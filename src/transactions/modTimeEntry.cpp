@@ -423,10 +423,11 @@ constinit const Table kTimeEntriesTable = {
     .send = MoveTimeEntryToQB,
     .lostLink = {.row = "time entry",
                  .record = "time activity",
-                 .keyColumn = "TEID",
+                 .keys = {"TimeEntry", "TEID"},
                  .takeUp =
                      [](const LostAddition& lost) {
                        LoadActivityCodes();
+                       Vars().MapTENotes = IsChosen("_MapTENotes");
                        return TakeUpTransactionLink(kTimeEntriesTable, kTimeEntries, lost);
                      }},
     .reads = kReads,

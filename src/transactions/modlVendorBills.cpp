@@ -49,8 +49,10 @@ constinit const Table kVendorBillTable = {
                   .clauses = kClauses,
                   .passed = Passed},
     .send = MoveVendorBillToQB,
-    .lostLink =
-        {.row = "vendor bill", .record = "bill", .keyColumn = "VendorBillID", .takeUp = TakeUpVendorBillLinks},
+    .lostLink = {.row = "vendor bill",
+                 .record = "bill",
+                 .keys = {"VendorBill", "VendorBillID"},
+                 .takeUp = TakeUpVendorBillLinks},
     .reads = kReads,
     .get = MoveVendorBillToTW,
 };

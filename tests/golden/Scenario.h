@@ -8,7 +8,8 @@
 //   keep SUBJECTS              the record tells of them from here on: `progress` (what the progress form shows),
 //                              `settings` (settings and registry values, read and written), or both
 //   init ARGUMENTS             how the files are made; the first step, or left out
-//   recovery                   transfers look for lost links and send so that they can be found, from here on; without it
+//   recovery                   transfers look for lost links and send so that they can be found, from here on; without
+//   it
 //                              they are run with that off
 //   first run                  keeps the question of the first run, which is answered for otherwise
 //   clock 2008-03-05T10:00:00  the frozen time of the steps that follow; `daylight` behind it

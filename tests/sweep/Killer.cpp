@@ -72,8 +72,8 @@ Length MeasureInChild(const std::function<void()>& body) {
   length.systemCalls = PassSystemCalls(Start(body, Watched::Yes), UINT64_MAX, status);
   const auto begin = Clock::now();
   waitpid(Start(body, Watched::No), &status, 0);
-  length.microseconds = static_cast<std::uint64_t>(
-      std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin).count());
+  length.microseconds =
+      static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin).count());
   return length;
 }
 
