@@ -25,6 +25,20 @@ bool EndsWithName(std::string_view text, std::string_view suffix) {
   return text.size() > suffix.size() && SameName(text.substr(text.size() - suffix.size()), suffix);
 }
 
+enum class Which : std::uint8_t { All, Repeating };
+
+// The first of that name, but for its case: forms that differ may each have a row of one name.
+const Element* FindRow(const Rows& rows, std::string_view name, Which which) {
+  if (rows.empty()) return nullptr;
+  const auto* slots = rows.Index()->slots;
+  const auto count = SlotCount(rows.size());
+  for (auto slot = FirstSlot(name, count); slots[slot] != 0; slot = NextSlot(slot, count)) {
+    const auto& row = rows[slots[slot] - 1U];
+    if ((row.repeating || which == Which::All) && SameName(row.name, name)) return &row;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::string_view CountryName(Country country) {
@@ -63,17 +77,10 @@ std::optional<Form> FormFromTag(std::string_view tag) {
   return form;
 }
 
-const Element* FindChild(std::span<const Element> children, std::string_view name) {
-  for (const auto& child : children) {
-    if (SameName(child.name, name)) return &child;
-  }
-  if (EndsWithName(name, kListSuffix)) {
-    const auto single = name.substr(0, name.size() - kListSuffix.size());
-    for (const auto& child : children) {
-      if (child.repeating && SameName(child.name, single)) return &child;
-    }
-  }
-  return nullptr;
+const Element* FindChild(const Rows& children, std::string_view name) {
+  if (const auto* row = FindRow(children, name, Which::All)) return row;
+  if (!EndsWithName(name, kListSuffix)) return nullptr;
+  return FindRow(children, name.substr(0, name.size() - kListSuffix.size()), Which::Repeating);
 }
 
 const Message* FindMessage(std::string_view name) {

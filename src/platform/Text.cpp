@@ -158,7 +158,7 @@ std::string Join(const std::vector<std::string_view>& texts, std::string_view se
 }
 
 bool SameName(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
+  return a == b || std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
 
 bool IsUtf8(std::string_view text) {
