@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,7 +35,12 @@ struct Column {
 // The result columns of a prepared statement, but for the first `skip`.
 [[nodiscard]] std::vector<Column> DescribeColumns(const Statement& statement, int skip = 0);
 
-// The place of a column by its name, without case; the first of several. Raises `kNoSuchField`.
+// The same of a kept statement: described once, and anew when the tables have changed since.
+[[nodiscard]] const std::shared_ptr<const std::vector<Column>>& ColumnsOf(Statement& statement, int skip = 0);
+
+// The place of a column by its name, without case; the first of several.
+[[nodiscard]] std::optional<std::size_t> FindColumn(const std::vector<Column>& columns, std::string_view name);
+// The same; raises `kNoSuchField`.
 [[nodiscard]] std::size_t ColumnIndex(const std::vector<Column>& columns, std::string_view name);
 
 // The current row, one value a column. A text in a date column that is no date, and a text in a column of numbers, come

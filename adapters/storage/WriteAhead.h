@@ -40,8 +40,6 @@ class WriteAhead {
   // Has the file written ahead where it can be. What was refused is tried again, a second later at the soonest: who is
   // in the way of it may be gone. Does nothing within a transaction.
   void BeforeWrite(sqlite3* handle);
-  // To be told when the file has been put into its ordinary form.
-  void Ended() { form_ = Form::Ordinary; }
 
  private:
   Form form_ = Form::Ordinary;
@@ -49,11 +47,11 @@ class WriteAhead {
 };
 
 // Puts the file into its ordinary form, with everything in it, when this connection is alone in it. Otherwise nothing
-// happens. The form that it is in then.
-Form EndWriteAhead(sqlite3* handle);
+// happens. The form that it is in then; written ahead, too, while others keep this one from looking.
+Form EndWriteAhead(sqlite3* handle) noexcept;
 
 // Closes the handle; the file is in its ordinary form then, unless others have it open: the last of them leaves it so.
 // A statement that was not finalized keeps the engine's hold on the file until it is.
-void CloseInOrder(sqlite3* handle);
+void CloseInOrder(sqlite3* handle) noexcept;
 
 }  // namespace twqb::storage
