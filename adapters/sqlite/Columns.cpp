@@ -162,11 +162,16 @@ std::size_t ColumnIndex(const std::vector<Column>& columns, std::string_view nam
 
 std::vector<Value> ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip) {
   std::vector<Value> row;
+  ReadRow(statement, columns, skip, row);
+  return row;
+}
+
+void ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip, std::vector<Value>& row) {
+  row.clear();
   row.reserve(columns.size());
   for (std::size_t i = 0; i < columns.size(); ++i) {
     row.push_back(ReadColumn(statement.raw(), skip + static_cast<int>(i), columns[i].kind));
   }
-  return row;
 }
 
 Value Assignable(const Column& column, const Value& value) {

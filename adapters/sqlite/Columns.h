@@ -46,6 +46,8 @@ struct Column {
 // The current row, one value a column. A text in a date column that is no date, and a text in a column of numbers, come
 // out as the text.
 [[nodiscard]] std::vector<Value> ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip = 0);
+// The same into a row that has its memory already.
+void ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip, std::vector<Value>& row);
 
 // What the column will hold once `value` is assigned: texts become the dates and numbers that they name, numbers and
 // dates the texts. Raises `kConversion` where there is none; an empty text is neither a date nor a number.

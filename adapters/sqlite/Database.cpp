@@ -144,8 +144,12 @@ void Database::Begin(const std::string& file, std::chrono::milliseconds patience
       throw PlatformError(error::kCannotOpen, fmt::format("{}: {}.", file, why));
     }
     Check(sqlite3_busy_timeout(handle, static_cast<int>(patience.count())));
-    Refresh();
-    hasJustLooked_ = true;
+    // Of a file that is written ahead a handle that is kept has a hold, and no reader has to wait.
+    if (!engine_.writeAhead.HasBegun()) {
+      Refresh();
+      hasJustLooked_ = true;
+      if (!isNew) engine_.writeAhead.AfterLook(handle);
+    }
     if (isNew) {
       Check(storage::SetUp(handle));
       // A log that is beside the file though nobody has it open is a dead process'.

@@ -103,7 +103,7 @@ int Open(const std::string& path, int flags, sqlite3** handle) {
 
 int Open(const std::string& path, int flags, SharedMemory memory, sqlite3** handle) {
   const bool isUnshared = memory == SharedMemory::No && UnsharedLayer::IsThere();
-  return sqlite3_open_v2(path.c_str(), handle, flags, isUnshared ? kUnsharedLayer : nullptr);
+  return sqlite3_open_v2(path.c_str(), handle, flags | SQLITE_OPEN_NOMUTEX, isUnshared ? kUnsharedLayer : nullptr);
 }
 
 std::string MakeReadable(sqlite3* handle) {

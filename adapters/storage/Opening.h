@@ -13,7 +13,8 @@ struct sqlite3;
 
 namespace twqb::storage {
 
-// Opens a file as the engine does, with its flags and its result code. `handle` is to be closed whatever the code.
+// Opens a file as the engine does, with its flags and its result code. `handle` is to be closed whatever the code; it,
+// with its statements, is for one thread at a time.
 [[nodiscard]] int Open(const std::string& path, int flags, sqlite3** handle);
 
 // Whether processes share memory over the files that a handle opens.

@@ -40,6 +40,11 @@ class WriteAhead {
   // Has the file written ahead where it can be. What was refused is tried again, a second later at the soonest: who is
   // in the way of it may be gone. Does nothing within a transaction.
   void BeforeWrite(sqlite3* handle);
+  // To be told that the handle has just read the file, which somebody else may have begun to write ahead.
+  void AfterLook(sqlite3* handle) { form_ = FormOf(handle); }
+  // Whether the handle is in a file that is written ahead: it has a hold on it then, and nobody puts it into another
+  // form.
+  [[nodiscard]] bool HasBegun() const { return form_ == Form::WriteAhead; }
 
  private:
   Form form_ = Form::Ordinary;

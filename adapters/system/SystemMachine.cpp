@@ -46,6 +46,18 @@ std::optional<std::tm> OtherSeason(std::time_t now, bool isDaylight) {
   return std::nullopt;
 }
 
+TimeZoneInformation ZoneAt(std::time_t now) {
+  const auto present = LocalTime(now);
+  const int offset = MinutesEast(present);
+  const auto other = OtherSeason(now, present.tm_isdst > 0);
+  if (!other) return {.bias = -offset, .daylightBias = 0, .state = TimeZoneState::Standard};
+  const int standard = std::min(offset, MinutesEast(*other));
+  const int daylight = std::max(offset, MinutesEast(*other));
+  return {.bias = -standard,
+          .daylightBias = standard - daylight,
+          .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
+}
+
 [[noreturn]] void Raise(ErrorNumber number, const std::string& path) {
   throw PlatformError(number, fmt::format("{}: {}", ErrorText(number), path));
 }
@@ -84,15 +96,11 @@ Date SystemMachine::Now() {
 
 TimeZoneInformation SystemMachine::GetTimeZoneInformation() {
   const auto now = std::time(nullptr);
-  const auto present = LocalTime(now);
-  const int offset = MinutesEast(present);
-  const auto other = OtherSeason(now, present.tm_isdst > 0);
-  if (!other) return {.bias = -offset, .daylightBias = 0, .state = TimeZoneState::Standard};
-  const int standard = std::min(offset, MinutesEast(*other));
-  const int daylight = std::max(offset, MinutesEast(*other));
-  return {.bias = -standard,
-          .daylightBias = standard - daylight,
-          .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
+  if (zoneAt_ != now) {
+    zone_ = ZoneAt(now);
+    zoneAt_ = now;
+  }
+  return zone_;
 }
 
 int SystemMachine::DaylightMinutes(Date standardTime) {

@@ -1,7 +1,5 @@
 #include "messages/Schema.h"
 
-#include <fmt/core.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -56,8 +54,8 @@ std::optional<Country> CountryFromName(std::string_view name) {
 }
 
 std::string FormTag(const Form& form) {
-  const auto country = form.country == Country::US ? std::string_view{} : CountryName(form.country);
-  return fmt::format("{}{}.{}", country, form.version.major, form.version.minor);
+  std::string tag(form.country == Country::US ? std::string_view{} : CountryName(form.country));
+  return tag.append(std::to_string(form.version.major)).append(".").append(std::to_string(form.version.minor));
 }
 
 std::optional<Form> FormFromTag(std::string_view tag) {

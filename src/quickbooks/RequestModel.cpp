@@ -237,17 +237,18 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
 std::string MsgSetRequest::ToXMLString(bool* mended) const {
   const bool company = kind_ == messages::MessageSet::Company;
   const std::string_view set = company ? "QBXMLMsgsRq" : "QBXMLSubscriptionMsgsRq";
-  auto xml = fmt::format("<?xml version=\"1.0\"?><?qbxml version=\"{}\"?><QBXML><{}", messages::FormTag(form_), set);
-  if (company) xml += fmt::format(" onError=\"{}\"", onError_ == OnError::Continue ? "continueOnError" : "stopOnError");
+  std::string xml("<?xml version=\"1.0\"?><?qbxml version=\"");
+  xml.append(messages::FormTag(form_)).append("\"?><QBXML><").append(set);
+  if (company) xml.append(" onError=\"").append(onError_ == OnError::Continue ? "continueOnError\"" : "stopOnError\"");
   xml += ">";
   std::size_t id = 0;
   for (const auto& request : requests_) {
     const auto name = request->Message()->RequestName();
-    xml += fmt::format("<{} requestID=\"{}\">", name, ++id);
+    xml.append("<").append(name).append(" requestID=\"").append(std::to_string(++id)).append("\">");
     detail::WriteRequest(*request, form_, xml, mended);
-    xml += fmt::format("</{}>", name);
+    xml.append("</").append(name).append(">");
   }
-  return xml + fmt::format("</{}></QBXML>", set);
+  return xml.append("</").append(set).append("></QBXML>");
 }
 
 }  // namespace twqb

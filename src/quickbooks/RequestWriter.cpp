@@ -24,6 +24,15 @@ enum class Written : std::uint8_t {
   Unknown,  // what it is a part of decides whether XML can carry it
 };
 
+struct Escape {
+  char character;
+  std::string_view written;
+};
+constexpr std::array kEscapes = {Escape{'&', "&amp;"}, Escape{'<', "&lt;"}, Escape{'>', "&gt;"}, Escape{'"', "&quot;"},
+                                 Escape{'\r', "&#13;"}};
+
+constexpr std::size_t PlaceOf(char c) { return static_cast<unsigned char>(c); }
+
 constexpr auto kWritten = [] {
   constexpr std::size_t kFirstBeyondAscii = 0x80;
   std::array<Written, 256> written{};
@@ -31,33 +40,18 @@ constexpr auto kWritten = [] {
     if (byte < ' ' || byte >= kFirstBeyondAscii) written[byte] = Written::Unknown;
   }
   written['\t'] = written['\n'] = Written::AsIs;
-  for (const unsigned char byte : {'&', '<', '>', '"', '\r'}) written[byte] = Written::Escaped;
+  for (const auto& escape : kEscapes) written[PlaceOf(escape.character)] = Written::Escaped;
   return written;
 }();
 
-Written HowWritten(char c) { return kWritten[static_cast<unsigned char>(c)]; }
-
-std::string_view Escape(char c) {
-  switch (c) {
-    case '&':
-      return "&amp;";
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    case '"':
-      return "&quot;";
-    default:
-      return "&#13;";
-  }
-}
+Written HowWritten(char c) { return kWritten[PlaceOf(c)]; }
 
 void AppendEscaped(std::string& out, std::string_view text) {
   while (!text.empty()) {
     const auto at = std::ranges::find(text, Written::Escaped, HowWritten);
     out.append(text.begin(), at);
     if (at == text.end()) return;
-    out.append(Escape(*at));
+    out.append(std::ranges::find(kEscapes, *at, &Escape::character)->written);
     text = {at + 1, text.end()};
   }
 }

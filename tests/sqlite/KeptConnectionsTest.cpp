@@ -12,8 +12,9 @@ namespace {
 class KeptConnections : public WriteAhead {
  protected:
   // An open connection of the one provider.
-  [[nodiscard]] std::unique_ptr<ado::Connection> Opened() {
-    auto connection = provider_.CreateConnection();
+  [[nodiscard]] std::unique_ptr<ado::Connection> Opened() { return Opened(provider_); }
+  [[nodiscard]] std::unique_ptr<ado::Connection> Opened(SqliteProvider& provider) const {
+    auto connection = provider.CreateConnection();
     connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
     connection->Open();
     return connection;
@@ -34,16 +35,10 @@ TEST_F(KeptConnections, A_connection_that_is_opened_for_each_row_opens_the_file_
       return SQLITE_OK;
     });
     SqliteProvider provider;
-    const auto open = [&] {
-      auto connection = provider.CreateConnection();
-      connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
-      connection->Open();
-      return connection;
-    };
-    const auto shared = open();
+    const auto shared = Opened(provider);
     Add(*shared);
     const auto addRow = [&] {
-      const auto own = open();
+      const auto own = Opened(provider);
       const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
       rows->AddNew();
       rows->SetField("a", std::int64_t{1});
@@ -74,6 +69,34 @@ TEST_F(KeptConnections, Read_tables_as_others_have_changed_them) {
   shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
   own->Open();
   EXPECT_EQ(fields(), 2);
+}
+
+TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead) {
+  connection_.reset();
+  int locks = 0;
+  {
+    const WatchedFiles files([&](FileCall call, std::string_view) {
+      locks += call == FileCall::Lock ? 1 : 0;
+      return SQLITE_OK;
+    });
+    SqliteProvider provider;
+    const auto shared = Opened(provider);
+    Add(*shared);
+    for (int i = 0; i < 2; ++i) {
+      const auto own = Opened(provider);
+      EXPECT_EQ(Count(*own), "1");
+      own->Close();
+    }
+    locks = 0;
+    const auto own = Opened(provider);
+    EXPECT_EQ(locks, 0);
+    shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
+    const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
+    EXPECT_EQ(rows->FieldCount(), 2) << "what has changed shows all the same";
+    own->Close();
+    shared->Close();
+  }
+  EXPECT_TRUE(IsPlain());
 }
 
 TEST_F(KeptConnections, Have_nothing_on_them_of_what_their_last_user_set) {
