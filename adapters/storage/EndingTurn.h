@@ -1,8 +1,8 @@
 // Those who leave a file take turns: of several that close at the same moment each would see the others, and none put
 // the file in order.
 //
-// A lock on the folder, which nobody else takes, and which goes with a process that dies. Where it can't be had within
-// a moment the turn is taken all the same.
+// A name of this machine's, made of the file's identity, that one process at a time can have: it leaves no file behind,
+// and goes with a process that dies. Where it can't be had within a moment the turn is taken all the same.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ class EndingTurn {
   EndingTurn& operator=(const EndingTurn&) = delete;
 
  private:
-  int folder_ = -1;  // a descriptor
+  int name_ = -1;  // the descriptor that holds it
 };
 
 }  // namespace twqb::storage
