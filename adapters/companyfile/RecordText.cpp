@@ -6,11 +6,12 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <map>
+#include <mutex>
 #include <optional>
 #include <utility>
 
 #include "adapters/companyfile/Refused.h"
-#include "adapters/companyfile/SchemaWalk.h"
 #include "adapters/companyfile/XmlText.h"
 #include "messages/ValueFormat.h"
 
@@ -39,10 +40,9 @@ constexpr std::array kColumnFields = {
     ColumnField{"FullName", [](const ListRecord& r, const ClockReading&) { return r.fullName; }},
     ColumnField{"IsActive", [](const ListRecord& r, const ClockReading&) { return messages::BoolText(r.active); }},
     ColumnField{"Sublevel", [](const ListRecord& r, const ClockReading&) { return std::to_string(r.sublevel); }},
-    ColumnField{"Balance",
-                [](const ListRecord& r, const ClockReading&) { return messages::AmountText(r.balance.ToDouble()); }},
-    ColumnField{"TotalBalance", [](const ListRecord& r,
-                                   const ClockReading&) { return messages::AmountText(r.totalBalance.ToDouble()); }},
+    ColumnField{"Balance", [](const ListRecord& r, const ClockReading&) { return messages::AmountText(r.balance); }},
+    ColumnField{"TotalBalance",
+                [](const ListRecord& r, const ClockReading&) { return messages::AmountText(r.totalBalance); }},
 };
 constexpr std::string_view kParent = "ParentRef";
 constexpr std::string_view kChange = "Mod";  // behind the name of an aggregate that is merged
@@ -95,7 +95,7 @@ std::string ValueText(const Element& row, std::string_view text) {
       if (const auto value = messages::ParseBool(text)) return messages::BoolText(*value);
       break;
     case Type::Amt:
-      if (const auto value = messages::ParseAmount(text)) return messages::AmountText(value->ToDouble());
+      if (const auto value = messages::ParseAmount(text)) return messages::AmountText(*value);
       break;
     case Type::Price:
       return PriceText(text);
@@ -134,10 +134,9 @@ void AppendAggregate(std::string& out, std::string_view name, const Content& app
 // Calls `visit` with each element of `parent` that has a row, and that row, in the order of the rows.
 template <typename Visit>
 void ForEachElement(pugi::xml_node parent, std::span<const Element> rows, const Visit& visit) {
+  const NamedElements elements(parent);
   ForEachElementRow(rows, [&](const Element& row) {
-    for (const auto element : parent.children()) {
-      if (row.name == element.name()) visit(element, row);
-    }
+    elements.ForEach(row.name, [&](pugi::xml_node element) { visit(element, row); });
   });
 }
 
@@ -263,27 +262,54 @@ std::string BuildBody(pugi::xml_node given, const std::string& previous, std::sp
   return body;
 }
 
+struct RecordField {
+  const Element* row;
+  bool isParent = false;
+  const ColumnField* column = nullptr;
+  const FieldDefault* fallback = nullptr;  // where the body has nothing of it
+};
+
+std::span<const RecordField> FieldsOf(const ListKind& kind, const Element& record) {
+  // Found out once: it follows from tables that never change.
+  static std::mutex mutex;
+  static std::map<std::pair<const ListKind*, const Element*>, std::vector<RecordField>> known;
+  const std::lock_guard lock(mutex);
+  auto& fields = known[{&kind, &record}];
+  if (!fields.empty()) return fields;
+  ForEachElementRow(record.Children(), [&](const Element& row) {
+    const auto fallback = std::ranges::find(kind.defaults, row.name, &FieldDefault::field);
+    fields.push_back({.row = &row,
+                      .isParent = row.name == kParent,
+                      .column = FindColumn(row.name),
+                      .fallback = fallback == kind.defaults.end() ? nullptr : &*fallback});
+  });
+  return fields;
+}
+
 void RecordWriter::Append(std::string& out, const ListRecord& record) {
   ParseBody(body_, record.body);
+  elements_.Read(body_);
+  constexpr std::size_t kRoom = 2048;  // most records need no more
+  if (out.capacity() - out.size() < kRoom) out.reserve(std::max(out.size() + kRoom, out.capacity() * 2));
   AppendOpenTag(out, record_.name);
-  ForEachElementRow(record_.Children(), [&](const Element& row) {
-    const bool leftOut = std::ranges::find(leftOut_, row.name) != leftOut_.end();
-    if (row.KnownIn(form_) && !leftOut) AppendField(out, record, row);
-  });
+  for (const auto& field : fields_) {
+    const bool leftOut = std::ranges::find(leftOut_, field.row->name) != leftOut_.end();
+    if (field.row->KnownIn(form_) && !leftOut) AppendField(out, record, field);
+  }
   AppendCloseTag(out, record_.name);
 }
 
-void RecordWriter::AppendField(std::string& out, const ListRecord& record, const Element& row) {
-  if (row.name == kParent) return AppendParent(out, record);
-  if (const auto* column = FindColumn(row.name)) return AppendLeaf(out, row.name, column->text(record, clock_));
-  if (ChildElement(body_, row.name)) {
-    for (const auto element : body_.children()) {
-      if (row.name == element.name()) AnswerElement(out, element, row, form_, names_);
-    }
-    return;
-  }
-  const auto value = std::ranges::find(kind_.defaults, row.name, &FieldDefault::field);
-  if (value != kind_.defaults.end()) AppendLeaf(out, row.name, value->value);
+void RecordWriter::AppendField(std::string& out, const ListRecord& record, const RecordField& field) {
+  const auto& row = *field.row;
+  if (field.isParent) return AppendParent(out, record);
+  if (field.column != nullptr) return AppendLeaf(out, row.name, field.column->text(record, clock_));
+  bool isThere = false;
+  elements_.ForEach(row.name, [&](pugi::xml_node element) {
+    AnswerElement(out, element, row, form_, names_);
+    isThere = true;
+  });
+  if (isThere) return;
+  if (field.fallback != nullptr) AppendLeaf(out, row.name, field.fallback->value);
 }
 
 }  // namespace twqb::company

@@ -13,6 +13,7 @@
 #include "adapters/companyfile/ListKind.h"
 #include "adapters/companyfile/ListRecord.h"
 #include "adapters/companyfile/References.h"
+#include "adapters/companyfile/SchemaWalk.h"
 #include "messages/Schema.h"
 
 namespace twqb::company {
@@ -41,28 +42,34 @@ void AppendReference(std::string& out, std::string_view name, std::string_view l
                                     std::span<const messages::Element> rows, CompanyStore& store,
                                     std::string_view referrer);
 
+// A field of a list's records and where it comes from: see RecordText.cpp.
+struct RecordField;
+// Those of a record's row, for a kind, in the order of the wire.
+[[nodiscard]] std::span<const RecordField> FieldsOf(const ListKind& kind, const messages::Element& record);
+
 // Writes list records of one answer.
 class RecordWriter {
  public:
   // `record` is the row of the record (CustomerRet); what `form` does not know stays out.
   RecordWriter(CompanyStore& store, const ListKind& kind, const messages::Element& record, const messages::Form& form,
                const ClockReading& clock)
-      : kind_(kind), record_(record), form_(form), clock_(clock), names_(store) {}
+      : record_(record), fields_(FieldsOf(kind, record)), form_(form), clock_(clock), names_(store) {}
 
   // A field of that name (an exact one of the top level) is left out of every record.
   void LeaveOut(std::string_view field) { leftOut_.emplace_back(field); }
   void Append(std::string& out, const ListRecord& record);
 
  private:
-  void AppendField(std::string& out, const ListRecord& record, const messages::Element& row);
+  void AppendField(std::string& out, const ListRecord& record, const RecordField& field);
 
-  const ListKind& kind_;
   const messages::Element& record_;
+  std::span<const RecordField> fields_;
   messages::Form form_;
   ClockReading clock_;
   NameCache names_;
   std::vector<std::string> leftOut_;
-  pugi::xml_document body_;  // kept for its memory
+  pugi::xml_document body_;  // kept, with its elements, for its memory
+  NamedElements elements_;
 };
 
 }  // namespace twqb::company

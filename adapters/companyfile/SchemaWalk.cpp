@@ -13,6 +13,15 @@ const messages::Element* FindRow(std::span<const messages::Element> rows, std::s
   return nullptr;
 }
 
+void NamedElements::Read(pugi::xml_node parent) {
+  constexpr std::size_t kMost = 24;  // of nearly all
+  elements_.clear();
+  elements_.reserve(kMost);
+  for (auto element = parent.first_child(); element; element = element.next_sibling()) {
+    elements_.emplace_back(element.name(), element);
+  }
+}
+
 pugi::xml_node ChildElement(pugi::xml_node parent, std::string_view name) {
   return parent.find_child([name](pugi::xml_node child) { return name == child.name(); });
 }

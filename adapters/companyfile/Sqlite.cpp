@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "adapters/companyfile/CompanyErrors.h"
+#include "adapters/storage/Opening.h"
 
 namespace twqb::company {
 
@@ -57,9 +58,10 @@ void SqliteDatabase::Finalize::operator()(sqlite3_stmt* statement) const { sqlit
 
 SqliteDatabase::SqliteDatabase(const std::string& path) {
   sqlite3* opened = nullptr;
-  const int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  const int result = storage::Open(path, SQLITE_OPEN_READWRITE, &opened);
   database_.reset(opened);
   Check(opened, result == SQLITE_OK);
+  if (const auto why = storage::MakeReadable(opened); !why.empty()) Raise(kCannotOpenFile, "Its storage: " + why + ".");
   sqlite3_busy_timeout(opened, kBusyMilliseconds);
 }
 
@@ -101,6 +103,10 @@ void SqliteDatabase::RunScript(const std::string& sql) {
   Check(database_.get(), sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
 }
 
+void SqliteDatabase::TakeBack(const char* sql) noexcept {
+  sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr);
+}
+
 bool SqliteDatabase::InTransaction() const { return sqlite3_get_autocommit(database_.get()) == 0; }
 
 SqliteTransaction::SqliteTransaction(SqliteDatabase& database, Purpose purpose) : database_(database) {
@@ -109,12 +115,8 @@ SqliteTransaction::SqliteTransaction(SqliteDatabase& database, Purpose purpose) 
 }
 
 SqliteTransaction::~SqliteTransaction() {
-  if (!database_.InTransaction()) return;
-  try {
-    database_.Execute("ROLLBACK");
-  } catch (const PlatformError&) {
-    // The engine rolls back by itself when the next one opens the file.
-  }
+  // Where that fails, the engine rolls back by itself when the next one opens the file.
+  if (database_.InTransaction()) database_.TakeBack("ROLLBACK");
 }
 
 void SqliteTransaction::Commit() { database_.Execute("COMMIT"); }
@@ -124,13 +126,8 @@ SqliteSavepoint::SqliteSavepoint(SqliteDatabase& database) : database_(database)
 }
 
 SqliteSavepoint::~SqliteSavepoint() {
-  if (kept_ || !database_.InTransaction()) return;
-  try {
-    database_.Execute("ROLLBACK TO part");
-    database_.Execute("RELEASE part");
-  } catch (const PlatformError&) {
-    // The transaction as a whole is not committed either, then.
-  }
+  // Where that fails, the transaction as a whole is not committed either.
+  if (!kept_ && database_.InTransaction()) database_.TakeBack("ROLLBACK TO part; RELEASE part");
 }
 
 void SqliteSavepoint::Keep() {

@@ -61,6 +61,8 @@ class SqliteDatabase {
   void Execute(std::string_view sql, std::initializer_list<SqlValue> values = {});
   // Runs several statements without parameters, once.
   void RunScript(const std::string& sql);
+  // The same for statements that take something back, on the way out of a failure: a failure of theirs is not told.
+  void TakeBack(const char* sql) noexcept;
   // Whether a transaction is open.
   [[nodiscard]] bool InTransaction() const;
 

@@ -15,7 +15,6 @@ namespace twqb::company {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kWhiteSpace = " \t\r\n";
 constexpr std::array<std::string_view, 5> kEntities = {"lt", "gt", "amp", "quot", "apos"};
 
 constexpr const char* kForeignType =
@@ -27,7 +26,7 @@ struct Fault {
 
 [[noreturn]] void Fail(std::string text) { throw Fault{std::move(text)}; }
 
-bool IsWhiteSpace(char c) { return kWhiteSpace.find(c) != std::string_view::npos; }
+bool IsWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 // Beyond ASCII every character is taken: no published name has one.
 bool IsNameStart(char c) {
@@ -182,7 +181,7 @@ class Scanner {
       SkipWhiteSpace();
       if (!Skip("=")) Fail(fmt::format("The attribute {} has no value.", name));
       SkipWhiteSpace();
-      const auto value = ScanQuoted(fmt::format("The value of the attribute {}", name));
+      const auto value = ScanQuoted("The value of the attribute ", name);
       if (value.find('<') != std::string_view::npos) Fail(fmt::format("The attribute {} holds a \"<\".", name));
       CheckReferences(value);
       if (std::ranges::any_of(attributes, [name](const Attribute& other) { return other.name == name; })) {
@@ -194,11 +193,12 @@ class Scanner {
     return attributes;
   }
 
-  std::string_view ScanQuoted(std::string_view what) {
+  // What it is called, in two parts, of which the second may be empty.
+  std::string_view ScanQuoted(std::string_view what, std::string_view name = {}) {
     const auto quote = text_.substr(at_, 1);
-    if (quote != "\"" && quote != "'") Fail(fmt::format("{} has no quotes.", what));
+    if (quote != "\"" && quote != "'") Fail(fmt::format("{}{} has no quotes.", what, name));
     ++at_;
-    return TakeUpTo(quote, what);
+    return TakeUpTo(quote, what, name);
   }
 
   static void CheckReferences(std::string_view text) {
@@ -234,9 +234,9 @@ class Scanner {
   }
 
   // Moves behind `end`; answers what stood before it.
-  std::string_view TakeUpTo(std::string_view end, std::string_view what) {
+  std::string_view TakeUpTo(std::string_view end, std::string_view what, std::string_view name = {}) {
     const auto found = text_.find(end, at_);
-    if (found == std::string_view::npos) Fail(fmt::format("{} is not closed.", what));
+    if (found == std::string_view::npos) Fail(fmt::format("{}{} is not closed.", what, name));
     const auto taken = Take(found - at_);
     at_ += end.size();
     return taken;

@@ -1,12 +1,22 @@
 #include "adapters/companyfile/XmlText.h"
 
+#include <algorithm>
+#include <array>
+
 namespace twqb::company {
 
 namespace {
 
+// By a byte's number: whether it can't stand there as it is.
+using SpecialBytes = std::array<bool, 256>;
+constexpr SpecialBytes Special(std::string_view characters) {
+  SpecialBytes special{};
+  for (const char c : characters) special[static_cast<unsigned char>(c)] = true;
+  return special;
+}
 // A carriage return in content, and any white space in an attribute, would be folded by whoever reads it.
-constexpr std::string_view kSpecialInContent = "&<>\r";
-constexpr std::string_view kSpecialInAttribute = "&<>\"\r\n\t";
+constexpr auto kSpecialInContent = Special("&<>\r");
+constexpr auto kSpecialInAttribute = Special("&<>\"\r\n\t");
 
 std::string_view Escaped(char c) {
   switch (c) {
@@ -27,20 +37,22 @@ std::string_view Escaped(char c) {
   }
 }
 
-void AppendEscaped(std::string& out, std::string_view text, std::string_view special) {
-  std::size_t from = 0;
-  for (auto at = text.find_first_of(special); at != std::string_view::npos; at = text.find_first_of(special, from)) {
-    out.append(text, from, at - from).append(Escaped(text[at]));
-    from = at + 1;
+void AppendEscaped(std::string& out, std::string_view text, const SpecialBytes& special) {
+  const auto isSpecial = [&special](char c) { return special[static_cast<unsigned char>(c)]; };
+  while (!text.empty()) {
+    const auto at = std::ranges::find_if(text, isSpecial);
+    out.append(text.begin(), at);
+    if (at == text.end()) return;
+    out.append(Escaped(*at));
+    text = {at + 1, text.end()};
   }
-  out.append(text, from);
 }
 
 }  // namespace
 
-void AppendOpenTag(std::string& out, std::string_view name) { out.append("<").append(name).append(">"); }
+void AppendOpenTag(std::string& out, std::string_view name) { (out += '<').append(name) += '>'; }
 
-void AppendCloseTag(std::string& out, std::string_view name) { out.append("</").append(name).append(">"); }
+void AppendCloseTag(std::string& out, std::string_view name) { out.append("</").append(name) += '>'; }
 
 void AppendLeaf(std::string& out, std::string_view name, std::string_view text) {
   if (text.empty()) return;

@@ -3,7 +3,6 @@
 #include <fmt/core.h>
 
 #include <cmath>
-#include <optional>
 
 #include "adapters/sqlite/Collations.h"
 #include "adapters/sqlite/Failure.h"
@@ -140,20 +139,39 @@ std::vector<Column> DescribeColumns(const Statement& statement, int skip) {
   return columns;
 }
 
-std::size_t ColumnIndex(const std::vector<Column>& columns, std::string_view name) {
+const std::shared_ptr<const std::vector<Column>>& ColumnsOf(Statement& statement, int skip) {
+  auto& described = statement.Described();
+  if (!described.columns || described.timesPreparedAnew != statement.TimesPreparedAnew()) {
+    described = {.columns = std::make_shared<const std::vector<Column>>(DescribeColumns(statement, skip)),
+                 .timesPreparedAnew = statement.TimesPreparedAnew()};
+  }
+  return described.columns;
+}
+
+std::optional<std::size_t> FindColumn(const std::vector<Column>& columns, std::string_view name) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (SameName(columns[i].name, name)) return i;
   }
+  return std::nullopt;
+}
+
+std::size_t ColumnIndex(const std::vector<Column>& columns, std::string_view name) {
+  if (const auto index = FindColumn(columns, name)) return *index;
   throw Failure(error::kNoSuchField, fmt::format("({})", name));
 }
 
 std::vector<Value> ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip) {
   std::vector<Value> row;
+  ReadRow(statement, columns, skip, row);
+  return row;
+}
+
+void ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip, std::vector<Value>& row) {
+  row.clear();
   row.reserve(columns.size());
   for (std::size_t i = 0; i < columns.size(); ++i) {
     row.push_back(ReadColumn(statement.raw(), skip + static_cast<int>(i), columns[i].kind));
   }
-  return row;
 }
 
 Value Assignable(const Column& column, const Value& value) {

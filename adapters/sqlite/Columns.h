@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,12 +35,19 @@ struct Column {
 // The result columns of a prepared statement, but for the first `skip`.
 [[nodiscard]] std::vector<Column> DescribeColumns(const Statement& statement, int skip = 0);
 
-// The place of a column by its name, without case; the first of several. Raises `kNoSuchField`.
+// The same of a kept statement: described once, and anew when the tables have changed since.
+[[nodiscard]] const std::shared_ptr<const std::vector<Column>>& ColumnsOf(Statement& statement, int skip = 0);
+
+// The place of a column by its name, without case; the first of several.
+[[nodiscard]] std::optional<std::size_t> FindColumn(const std::vector<Column>& columns, std::string_view name);
+// The same; raises `kNoSuchField`.
 [[nodiscard]] std::size_t ColumnIndex(const std::vector<Column>& columns, std::string_view name);
 
 // The current row, one value a column. A text in a date column that is no date, and a text in a column of numbers, come
 // out as the text.
 [[nodiscard]] std::vector<Value> ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip = 0);
+// The same into a row that has its memory already.
+void ReadRow(const Statement& statement, const std::vector<Column>& columns, int skip, std::vector<Value>& row);
 
 // What the column will hold once `value` is assigned: texts become the dates and numbers that they name, numbers and
 // dates the texts. Raises `kConversion` where there is none; an empty text is neither a date nor a number.

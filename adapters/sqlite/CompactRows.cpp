@@ -98,7 +98,8 @@ class Reader {
 }  // namespace
 
 void CompactRows::Add(const std::vector<Value>& row) {
-  std::string bytes;
+  auto& bytes = row_;
+  bytes.clear();
   for (const auto& value : row) std::visit(Writer{bytes}, value);
   if (blocks_.empty() || blocks_.back().size() + bytes.size() > kBlock) {
     blocks_.emplace_back();

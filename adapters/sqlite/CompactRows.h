@@ -27,6 +27,7 @@ class CompactRows {
     std::uint32_t begin = 0;
   };
 
+  std::string row_;  // that is being added; kept for its memory
   std::vector<std::string> blocks_;
   std::vector<Place> places_;
 };

@@ -2,12 +2,17 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "adapters/sqlite/Collations.h"
 #include "adapters/sqlite/Failure.h"
 #include "adapters/sqlite/SqlTokens.h"
+#include "adapters/storage/Opening.h"
+#include "platform/Text.h"
 
 namespace twqb::sqlite {
 
@@ -43,10 +48,21 @@ std::filesystem::path PathOf(const std::string& file) { return {std::u8string(fi
 
 std::unique_ptr<sqlite3, Engine::Closer> OpenHandle(const std::string& file, int flags) {
   sqlite3* raw = nullptr;
-  const int code = sqlite3_open_v2(file.c_str(), &raw, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+  const int code = storage::Open(file, flags | SQLITE_OPEN_EXRESCODE, &raw);
   std::unique_ptr<sqlite3, Engine::Closer> handle(raw);
   if (code != SQLITE_OK) throw CannotOpen(file, raw == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(raw));
   return handle;
+}
+
+// What the text of a statement tells of what it leaves behind; of one that begins with a comment, nothing.
+Leaves LeftBy(std::string_view sql) {
+  constexpr std::array<std::string_view, 11> kOnRows = {"SELECT", "INSERT", "UPDATE", "DELETE",   "REPLACE", "VALUES",
+                                                        "WITH",   "BEGIN",  "COMMIT", "ROLLBACK", "END"};
+  const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+  const auto begin = std::ranges::find_if_not(sql, [](char c) { return c == ' ' || c == '\r' || c == '\n'; });
+  const std::string_view word(begin, std::find_if_not(begin, sql.end(), isLetter));
+  const bool isOnRows = std::ranges::any_of(kOnRows, [word](std::string_view known) { return SameName(known, word); });
+  return isOnRows ? Leaves::RowsAlone : Leaves::More;
 }
 
 }  // namespace
@@ -75,6 +91,11 @@ bool Statement::Step() {
   const auto failure = FailureOf(sqlite3_db_handle(raw()), code);
   Reset();
   throw failure;
+}
+
+int Statement::TimesPreparedAnew() const {
+  constexpr int kAndGoOnCounting = 0;
+  return sqlite3_stmt_status(raw(), SQLITE_STMTSTATUS_REPREPARE, kAndGoOnCounting);
 }
 
 void Statement::Reset() noexcept {
@@ -118,8 +139,17 @@ void Database::Begin(const std::string& file, std::chrono::milliseconds patience
   auto* handle = engine_.handle.get();
   try {
     if (isNew) SetUp();
+    // Ahead of the patience: who is just writing is waited for once.
+    if (const auto why = isNew ? storage::MakeReadable(handle) : std::string(); !why.empty()) {
+      throw PlatformError(error::kCannotOpen, fmt::format("{}: {}.", file, why));
+    }
     Check(sqlite3_busy_timeout(handle, static_cast<int>(patience.count())));
-    if (Look() == Schema::Changed) engine_.statements.clear();
+    // Of a file that is written ahead a handle that is kept has a hold, and no reader has to wait.
+    if (!engine_.writeAhead.HasBegun()) {
+      Refresh();
+      hasJustLooked_ = true;
+      if (!isNew) engine_.writeAhead.AfterLook(handle);
+    }
     if (isNew) {
       Check(storage::SetUp(handle));
       // A log that is beside the file though nobody has it open is a dead process'.
@@ -144,10 +174,13 @@ void Database::SetUp() {
 Database::Schema Database::Look() {
   auto& look = Kept("SELECT 1 FROM sqlite_schema LIMIT 1");
   const ResetAtEnd reset(look);
+  const int before = look.TimesPreparedAnew();
   look.Step();
-  constexpr int kFromZero = 1;
-  const bool isAnother = sqlite3_stmt_status(look.raw(), SQLITE_STMTSTATUS_REPREPARE, kFromZero) > 0;
-  return isAnother ? Schema::Changed : Schema::AsBefore;
+  return look.TimesPreparedAnew() > before ? Schema::Changed : Schema::AsBefore;
+}
+
+void Database::Refresh() {
+  if (!std::exchange(hasJustLooked_, false) && Look() == Schema::Changed) engine_.statements.clear();
 }
 
 void Database::Create(const std::string& file) {
@@ -176,6 +209,7 @@ Statement Database::Prepare(std::string_view sql, Use use) {
       sqlite3_prepare_v3(engine_.handle.get(), sql.data(), static_cast<int>(sql.size()), flags, &raw, &tail);
   Statement statement(raw);
   if (code != SQLITE_OK) throw FailureOf(engine_.handle.get(), code);
+  if (LeftBy(sql) == Leaves::More) engine_.leaves = Leaves::More;
   if (statement.IsEmpty()) throw Failure(error::kBadSyntax, "The statement is empty.");
   for (const auto& token : SignificantTokens(sql.substr(static_cast<std::size_t>(tail - sql.data())))) {
     if (!token.IsSymbol(';')) {

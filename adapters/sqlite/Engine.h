@@ -22,6 +22,8 @@
 
 namespace twqb::sqlite {
 
+struct Column;  // Columns.h
+
 // How often a statement will run; the engine keeps its memory accordingly.
 enum class Use : std::uint8_t { Once, Again };
 
@@ -44,6 +46,15 @@ class Statement {
   bool Step();
   void Reset() noexcept;
 
+  // How often the engine has prepared it anew: because it found the tables changed.
+  [[nodiscard]] int TimesPreparedAnew() const;
+  // What its result columns are, for who keeps it: ColumnsOf (Columns.h).
+  struct Description {
+    std::shared_ptr<const std::vector<Column>> columns;  // not described yet: nothing
+    int timesPreparedAnew = 0;                           // at that time
+  };
+  [[nodiscard]] Description& Described() { return described_; }
+
  private:
   void Check(int code);
 
@@ -51,10 +62,15 @@ class Statement {
     void operator()(sqlite3_stmt* raw) const { sqlite3_finalize(raw); }
   };
   std::unique_ptr<sqlite3_stmt, Finalizer> raw_;
+  Description described_;
 };
 
 // What a connection may do with the file.
 enum class Access : std::uint8_t { ReadWrite, Read };
+
+// What statements of its users may have left on a handle: settings, attached files and temporary tables last as long as
+// it does, and are not for the next one to find.
+enum class Leaves : std::uint8_t { RowsAlone, More };
 
 struct Engine {
   // Statements may outlive the close; the engine then lets go of the file with the last of them.
@@ -66,6 +82,7 @@ struct Engine {
   Access access = Access::ReadWrite;
   std::unique_ptr<sqlite3, Closer> handle;
   storage::WriteAhead writeAhead = {};
+  Leaves leaves = Leaves::RowsAlone;
   // By their text; they go ahead of the handle. Each is reset behind each use, so that all who use one share it.
   std::map<std::string, Statement, std::less<>> statements = {};
   std::chrono::steady_clock::time_point closed = {};
@@ -78,7 +95,7 @@ class EnginePool {
   // without a handle.
   [[nodiscard]] Engine Open(const std::string& path, Access access);
   // Counts it out. The last one leaves the file in its ordinary form, unless others have it open.
-  void Close(Engine engine);
+  void Close(Engine engine) noexcept;
 
  private:
   struct File {

@@ -35,6 +35,7 @@ bool HasOthersStatements(const Engine& engine) {
 Engine EnginePool::Open(const std::string& path, Access access) {
   const std::lock_guard lock(mutex_);
   auto& file = files_[path];
+  file.kept.reserve(kMostKept);  // to close one takes no memory
   ++file.connections;
   std::vector<Engine> unfit;  // closed behind the loop
   while (!file.kept.empty()) {
@@ -46,14 +47,15 @@ Engine EnginePool::Open(const std::string& path, Access access) {
   return {.path = path, .access = access};
 }
 
-void EnginePool::Close(Engine engine) {
+void EnginePool::Close(Engine engine) noexcept {
   const std::lock_guard lock(mutex_);
   const auto found = files_.find(engine.path);
   if (found == files_.end()) return;
   auto& file = found->second;
   const bool isLast = --file.connections == 0;
   if (isLast) file.kept.clear();
-  const bool isFit = engine.handle && !HasOthersStatements(engine) && IsInPlace(engine.handle.get());
+  const bool isFit = engine.handle && engine.leaves == Leaves::RowsAlone && !HasOthersStatements(engine) &&
+                     IsInPlace(engine.handle.get());
   if (isFit && engine.statements.size() > kMostStatements) engine.statements.clear();
   if (isFit && !isLast && file.kept.size() < kMostKept) {
     engine.closed = std::chrono::steady_clock::now();

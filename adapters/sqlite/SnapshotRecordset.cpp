@@ -35,7 +35,7 @@ std::int64_t SnapshotRecordset::RecordCount() const {
 void SnapshotRecordset::Find(std::string_view criterion) {
   RequireOpen();
   const auto [column, text] = ParseCriterion(criterion);
-  const auto index = ColumnIndex(columns(), column);
+  const auto index = IndexOf(column);
   while (current_ < rows_.Count() && !EqualsText(Current()[index], text)) ++current_;
 }
 

@@ -14,9 +14,10 @@ namespace twqb::sqlite {
 class SnapshotRecordset : public SqliteRecordset {
  public:
   // Closed: what a statement without rows answers.
-  SnapshotRecordset() : SqliteRecordset(nullptr, {}) {}
-  SnapshotRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, CompactRows rows)
-      : SqliteRecordset(std::move(database), std::move(columns)), rows_(std::move(rows)) {}
+  SnapshotRecordset() : SqliteRecordset(nullptr, nullptr) {}
+  SnapshotRecordset(std::shared_ptr<Database> database, Columns columns, CompactRows rows)
+      : SqliteRecordset(std::move(database), std::make_shared<const Columns>(std::move(columns))),
+        rows_(std::move(rows)) {}
 
   void Close() override;
 

@@ -29,7 +29,12 @@ std::chrono::milliseconds Patience(int timeoutSeconds) {
 std::unique_ptr<ado::Recordset> FetchAll(const std::shared_ptr<Database>& database, Statement& statement) {
   auto columns = DescribeColumns(statement);
   CompactRows rows;
-  while (statement.Step()) rows.Add(ReadRow(statement, columns));
+  constexpr int kSkipNone = 0;
+  std::vector<Value> row;
+  while (statement.Step()) {
+    ReadRow(statement, columns, kSkipNone, row);
+    rows.Add(row);
+  }
   return std::make_unique<SnapshotRecordset>(database, std::move(columns), std::move(rows));
 }
 

@@ -15,7 +15,7 @@ void SqliteRecordset::RequireOpen() const {
 }
 
 std::size_t SqliteRecordset::CheckedIndex(int index) const {
-  if (index < 0 || index >= static_cast<int>(columns_.size())) {
+  if (index < 0 || index >= static_cast<int>(columns().size())) {
     throw Failure(error::kNoSuchField, fmt::format("({})", index));
   }
   return static_cast<std::size_t>(index);
@@ -23,22 +23,23 @@ std::size_t SqliteRecordset::CheckedIndex(int index) const {
 
 int SqliteRecordset::FieldCount() const {
   RequireOpen();
-  return static_cast<int>(columns_.size());
+  return static_cast<int>(columns().size());
 }
 
 std::string SqliteRecordset::FieldName(int index) const {
   RequireOpen();
-  return columns_[CheckedIndex(index)].name;
+  return columns()[CheckedIndex(index)].name;
 }
 
 Value SqliteRecordset::Field(std::string_view name) const {
   RequireOpen();
-  return FieldAt(static_cast<int>(ColumnIndex(columns_, name)));
+  return FieldAt(static_cast<int>(IndexOf(name)));
 }
 
 int SqliteRecordset::DefinedSize(std::string_view name) const {
   RequireOpen();
-  return columns_[ColumnIndex(columns_, name)].definedSize;
+  const auto index = IndexOf(name);
+  return columns()[index].definedSize;
 }
 
 }  // namespace twqb::sqlite

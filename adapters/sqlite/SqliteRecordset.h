@@ -23,8 +23,10 @@ class SqliteRecordset : public ado::Recordset {
   [[nodiscard]] int DefinedSize(std::string_view name) const override;
 
  protected:
+  using Columns = std::vector<Column>;
+
   // Closed from the start without a database.
-  SqliteRecordset(std::shared_ptr<Database> database, std::vector<Column> columns)
+  SqliteRecordset(std::shared_ptr<Database> database, std::shared_ptr<const Columns> columns)
       : database_(std::move(database)), columns_(std::move(columns)) {}
 
   // Raises `kObjectClosed`.
@@ -32,12 +34,16 @@ class SqliteRecordset : public ado::Recordset {
   // Raises `kNoSuchField` for an index that is out of range.
   [[nodiscard]] std::size_t CheckedIndex(int index) const;
   [[nodiscard]] Database& database() const { return *database_; }
-  [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
+  [[nodiscard]] const Columns& columns() const { return *columns_; }
+  // What they are found to be by now.
+  void Describe(std::shared_ptr<const Columns> columns) const { columns_ = std::move(columns); }
+  // The place of a column; raises `kNoSuchField`.
+  [[nodiscard]] virtual std::size_t IndexOf(std::string_view name) const { return ColumnIndex(columns(), name); }
   void LetGo() { database_.reset(); }
 
  private:
   std::shared_ptr<Database> database_;
-  std::vector<Column> columns_;
+  mutable std::shared_ptr<const Columns> columns_;  // to read is what finds them changed
 };
 
 }  // namespace twqb::sqlite

@@ -26,13 +26,14 @@ std::string RowAtOrBehindText(std::string_view table, std::string_view condition
 std::unique_ptr<TableRecordset> TableRecordset::Open(std::shared_ptr<Database> database, const OpenedTable& opened) {
   auto quoted = QuoteName(opened.table);
   auto condition = opened.filledColumn.empty() ? "1" : QuoteName(opened.filledColumn) + " IS NOT NULL";
-  auto columns = DescribeColumns(database->Kept(RowAtOrBehindText(quoted, condition)), kSkipRowid);
+  database->Refresh();
+  auto columns = ColumnsOf(database->Kept(RowAtOrBehindText(quoted, condition)), kSkipRowid);
   return std::unique_ptr<TableRecordset>(
       new TableRecordset(std::move(database), std::move(columns), std::move(quoted), std::move(condition)));
 }
 
-TableRecordset::TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable,
-                               std::string condition)
+TableRecordset::TableRecordset(std::shared_ptr<Database> database, std::shared_ptr<const Columns> columns,
+                               std::string quotedTable, std::string condition)
     : SqliteRecordset(std::move(database), std::move(columns)),
       table_(std::move(quotedTable)),
       condition_(std::move(condition)),
@@ -57,6 +58,7 @@ void TableRecordset::Close() {
 bool TableRecordset::ReadFrom(Statement& statement) const {
   const bool found = statement.Step();
   if (found) {
+    Describe(ColumnsOf(statement, kSkipRowid));
     rowid_ = sqlite3_column_int64(statement.raw(), kRowidColumn);
     row_ = ReadRow(statement, columns(), kSkipRowid);
   }
@@ -109,7 +111,8 @@ std::int64_t TableRecordset::RecordCount() const {
 void TableRecordset::Find(std::string_view criterion) {
   RequireNoEdit();
   const auto [name, text] = ParseCriterion(criterion);
-  const auto& column = columns()[ColumnIndex(columns(), name)];
+  const auto index = IndexOf(name);
+  const auto& column = columns()[index];
   if (place_ == Place::Eof) return;
   // An index on the column holds the rowids in order, so it serves all of the condition and the sorting too.
   auto& statement =
@@ -119,6 +122,17 @@ void TableRecordset::Find(std::string_view criterion) {
   statement.BindText(1, text);
   statement.BindInteger(2, rowid_);
   ReadFrom(statement);
+}
+
+std::size_t TableRecordset::IndexOf(std::string_view name) const {
+  if (const auto index = FindColumn(columns(), name)) return *index;
+  // Another program may have added it since.
+  const auto before = columns();
+  database().Refresh();
+  Describe(ColumnsOf(database().Kept(RowAtOrBehindText(table_, condition_)), kSkipRowid));
+  for (auto& [column, value] : pending_) column = ColumnIndex(columns(), before[column].name);
+  if (place_ == Place::OnRow) place_ = Place::Exactly;  // to be read again, by the columns that there are
+  return ColumnIndex(columns(), name);
 }
 
 const Value* TableRecordset::Pending(std::size_t column) const {
@@ -153,7 +167,7 @@ void TableRecordset::AddNew() {
 
 void TableRecordset::SetField(std::string_view name, Value value) {
   RequireOpen();
-  const auto column = ColumnIndex(columns(), name);
+  const auto column = IndexOf(name);
   if (Eof()) throw PlatformError(error::kAtEof);
   auto assigned = Assignable(columns()[column], value);
   for (auto& [index, pending] : pending_) {

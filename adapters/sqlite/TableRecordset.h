@@ -1,8 +1,9 @@
 // A whole table opened for writing, or those of its rows that have a value in some column: the optimistic recordset.
 //
 // No row is read ahead. The recordset knows a row by its rowid and reads it when it is first asked for, so moving and
-// Find cost one indexed lookup each, whatever the size of the table, and see what others have written since. The row
-// read stays as it was until the recordset moves or updates it. No statement is left running between calls.
+// Find cost one indexed lookup each, whatever the size of the table, and see what others have written since, and which
+// columns the table has by then. The row read stays as it was until the recordset moves or updates it. No statement is
+// left running between calls.
 #pragma once
 
 #include <string>
@@ -52,8 +53,10 @@ class TableRecordset : public SqliteRecordset {
     Eof,
   };
 
-  TableRecordset(std::shared_ptr<Database> database, std::vector<Column> columns, std::string quotedTable,
+  TableRecordset(std::shared_ptr<Database> database, std::shared_ptr<const Columns> columns, std::string quotedTable,
                  std::string condition);
+
+  [[nodiscard]] std::size_t IndexOf(std::string_view name) const override;
 
   void RequireNoEdit() const;
   void Locate() const;
@@ -66,9 +69,9 @@ class TableRecordset : public SqliteRecordset {
   std::string table_;      // quoted
   std::string condition_;  // which rows it moves over, as SQL; a row that was added stays in hand, whatever it holds
   ado::EditMode edit_ = ado::EditMode::None;
-  std::vector<std::pair<std::size_t, Value>> pending_;  // columns in the order of their first assignment
 
-  // Looking at the current row is what reads it.
+  // Looking at the current row is what reads it, and at a column that was not there what finds others.
+  mutable std::vector<std::pair<std::size_t, Value>> pending_;  // columns in the order of their first assignment
   mutable Place place_;
   mutable std::int64_t rowid_;
   mutable std::vector<Value> row_;

@@ -1,18 +1,19 @@
 #include "adapters/storage/WriteAhead.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
+#include <new>
 #include <random>
 #include <string_view>
 #include <system_error>
 #include <thread>
+
+#include "adapters/storage/EndingTurn.h"
+#include "adapters/storage/Handles.h"
 
 #ifdef __linux__
 #include <sys/vfs.h>
@@ -21,25 +22,6 @@
 namespace twqb::storage {
 
 namespace {
-
-// How long something waits for others that can as well be done later.
-constexpr int kMoment = 20;  // milliseconds
-
-struct Closer {
-  void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
-};
-using Handle = std::unique_ptr<sqlite3, Closer>;
-
-bool Run(sqlite3* handle, const char* sql) { return sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
-
-// Reads the file, so that the engine learns in which form it is.
-bool Look(sqlite3* handle) { return Run(handle, "SELECT count(*) FROM sqlite_schema"); }
-
-// Empty for a database that is not in a file.
-std::string PathOf(sqlite3* handle) {
-  const char* path = sqlite3_db_filename(handle, "main");
-  return path == nullptr ? "" : path;
-}
 
 // Whether another file stands at the path by now: what is beside that one is not this handle's to touch.
 bool HasMoved(sqlite3* handle) {
@@ -53,11 +35,6 @@ bool HasRoom(const std::string& path) {
   std::error_code failed;
   const auto space = std::filesystem::space(path, failed);
   return !failed && space.available >= kRoom;
-}
-
-bool HasLog(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::exists(path + "-wal", ignored);
 }
 
 // For as long as this lives, the engine waits but a moment for others: what it is about can as well be done later.
@@ -80,47 +57,70 @@ class ShortPatience {
   int before_ = 0;
 };
 
-// Nothing when it can't be opened for writing.
-Handle Open(const std::string& path) {
-  sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
-  Handle handle(opened);
-  if (code != SQLITE_OK) handle.reset();
-  return handle;
+enum class Ending : std::uint8_t { Done, OthersAreInIt, Failed };
+
+// Puts the file into its ordinary form, if this handle is alone in it.
+Ending TryEnding(sqlite3* handle) {
+  if (HasMoved(handle)) return Ending::Done;
+  const ShortPatience patience(handle);
+  const auto failed = [handle] { return WasBusy(handle) ? Ending::OthersAreInIt : Ending::Failed; };
+  // One that has not read the file for a while knows it as it was then. Who keeps others from reading it is beginning
+  // or ending: how that comes out is not known yet.
+  if (!Look(handle) && (WasBusy(handle) || SaysWrittenAhead(handle))) return failed();
+  if (FormOf(handle) == Form::Ordinary) return Ending::Done;
+  if (!Run(handle, "PRAGMA journal_mode = DELETE") || FormOf(handle) == Form::WriteAhead) return failed();
+  // The engine takes the log away first and then writes that there is none: one that came in between has begun another.
+  return HasLog(PathOf(handle)) ? Ending::OthersAreInIt : Ending::Done;
 }
 
-// Where the memory for the log's index can't be had, the file could not even be read any more. A connection that holds
-// the file alone needs none.
-void TakeBack(const std::string& path) {
-  const auto handle = Open(path);
-  if (!handle) return;
-  Run(handle.get(), "PRAGMA locking_mode = EXCLUSIVE");
-  Run(handle.get(), "PRAGMA journal_mode = DELETE");
-}
-
+// The form that it is in then.
 Form TryToEnd(const std::string& path) {
-  const auto handle = Open(path);
-  if (!handle || !Look(handle.get())) return Form::Ordinary;  // no longer ours to put in order
-  return EndWriteAhead(handle.get());
+  auto handle = OpenToWrite(path);
+  if (!handle) return Form::Ordinary;  // no longer ours to put in order
+  sqlite3_busy_timeout(handle.get(), kMoment);
+  const EndingTurn turn(path);
+  const auto ending = TryEnding(handle.get());
+  handle.reset();
+  if (ending == Ending::Failed) return TakeBack(path);
+  return ending == Ending::Done ? Form::Ordinary : Form::WriteAhead;
 }
 
-// Two that close at the same moment each see the other, and then neither puts the file in order. So each looks again
-// once it has closed: if the log is still there somebody has the file open, who will look when he closes; if it is
-// gone, nobody has, or one who is looking, too.
+// Programs that take no turns may close at the same moment: then each sees the other, and neither puts the file in
+// order, nor takes the log away. So who was not alone looks again once it has closed. While the log stays somebody has
+// the file open, who will look when he closes, or they were two: that is tried a few times, at moments that chance
+// tells apart.
 void LookBehind(const std::string& path) {
   constexpr int kAttempts = 20;
-  constexpr int kLongestPause = 5;  // milliseconds
+  constexpr int kAttemptsBesideLog = 4;
+  constexpr int kLongestPause = 5'000;  // microseconds
   // Two processes began at other moments.
   std::minstd_rand random(
       static_cast<std::minstd_rand::result_type>(std::chrono::steady_clock::now().time_since_epoch().count()));
   std::uniform_int_distribution<int> pause(0, kLongestPause);
-  for (int i = 0; i < kAttempts && !HasLog(path); ++i) {
+  int besideLog = 0;
+  for (int i = 0; i < kAttempts; ++i) {
+    const bool hasLog = HasLog(path);
+    if (hasLog && ++besideLog > kAttemptsBesideLog) return;
+    if (i > 0 || hasLog) std::this_thread::sleep_for(std::chrono::microseconds(pause(random)));
     if (TryToEnd(path) == Form::Ordinary) return;
-    std::this_thread::sleep_for(std::chrono::milliseconds(pause(random)));
   }
 }
 
 }  // namespace
+
+Form TakeBack(const std::string& path) {
+  const auto handle = OpenToWrite(path);
+  if (!handle) return Form::WriteAhead;
+  sqlite3_busy_timeout(handle.get(), kMoment);
+  if (!Run(handle.get(), "PRAGMA locking_mode = EXCLUSIVE") || !Run(handle.get(), "PRAGMA journal_mode = DELETE") ||
+      FormOf(handle.get()) == Form::WriteAhead) {
+    return Form::WriteAhead;
+  }
+  // An index that a dead process has left goes while the file is still held.
+  std::error_code ignored;
+  std::filesystem::remove(path + "-shm", ignored);
+  return Form::Ordinary;
+}
 
 int SetUp(sqlite3* handle) {
   // Beyond FULL, the going of a rollback journal is durable, too.
@@ -159,7 +159,7 @@ Form BeginWriteAhead(sqlite3* handle) {
   const auto path = PathOf(handle);
   if (path.empty() || HasMoved(handle) || !TakesWriteAhead(path) || !HasRoom(path)) return Form::Ordinary;
   // By a handle of its own: one that has begun and then can't share the memory is of no use any more.
-  auto beginning = Open(path);
+  auto beginning = OpenToWrite(path);
   if (!beginning) return Form::Ordinary;
   sqlite3_busy_timeout(beginning.get(), kMoment);
   if (!Run(beginning.get(), "PRAGMA journal_mode = WAL") || FormOf(beginning.get()) == Form::Ordinary) {
@@ -170,8 +170,10 @@ Form BeginWriteAhead(sqlite3* handle) {
     TakeBack(path);
     return Form::Ordinary;
   }
-  Look(handle);  // is in it from now on, before the other one goes
-  return FormOf(handle);
+  // It is in it from now on, before the other one goes.
+  if (Look(handle) && FormOf(handle) == Form::WriteAhead) return Form::WriteAhead;
+  CloseInOrder(beginning.release());
+  return Form::Ordinary;
 }
 
 void WriteAhead::BeforeWrite(sqlite3* handle) {
@@ -183,18 +185,30 @@ void WriteAhead::BeforeWrite(sqlite3* handle) {
   form_ = BeginWriteAhead(handle);
 }
 
-Form EndWriteAhead(sqlite3* handle) {
-  if (HasMoved(handle)) return Form::Ordinary;
-  const ShortPatience patience(handle);
-  if (FormOf(handle) == Form::WriteAhead) Run(handle, "PRAGMA journal_mode = DELETE");
-  return FormOf(handle);
+Form EndWriteAhead(sqlite3* handle) noexcept {
+  try {
+    const EndingTurn turn(PathOf(handle));
+    return TryEnding(handle) == Ending::Done ? Form::Ordinary : Form::WriteAhead;
+  } catch (const std::bad_alloc&) {
+    return Form::WriteAhead;
+  }
 }
 
-void CloseInOrder(sqlite3* handle) {
-  const bool isLeft = EndWriteAhead(handle) == Form::WriteAhead;
-  const auto path = PathOf(handle);
-  sqlite3_close_v2(handle);
-  if (isLeft) LookBehind(path);
+void CloseInOrder(sqlite3* open) noexcept {
+  Handle handle(open);
+  try {
+    const auto path = PathOf(open);
+    auto ending = Ending::Done;
+    {
+      const EndingTurn turn(path);
+      ending = TryEnding(open);
+      handle.reset();
+      if (ending == Ending::Failed && TakeBack(path) == Form::Ordinary) return;
+    }
+    if (ending != Ending::Done) LookBehind(path);
+  } catch (const std::bad_alloc&) {
+    // Closed it is all the same; who opens the file next puts it in order.
+  }
 }
 
 }  // namespace twqb::storage

@@ -40,8 +40,11 @@ class WriteAhead {
   // Has the file written ahead where it can be. What was refused is tried again, a second later at the soonest: who is
   // in the way of it may be gone. Does nothing within a transaction.
   void BeforeWrite(sqlite3* handle);
-  // To be told when the file has been put into its ordinary form.
-  void Ended() { form_ = Form::Ordinary; }
+  // To be told that the handle has just read the file, which somebody else may have begun to write ahead.
+  void AfterLook(sqlite3* handle) { form_ = FormOf(handle); }
+  // Whether the handle is in a file that is written ahead: it has a hold on it then, and nobody puts it into another
+  // form.
+  [[nodiscard]] bool HasBegun() const { return form_ == Form::WriteAhead; }
 
  private:
   Form form_ = Form::Ordinary;
@@ -49,11 +52,11 @@ class WriteAhead {
 };
 
 // Puts the file into its ordinary form, with everything in it, when this connection is alone in it. Otherwise nothing
-// happens. The form that it is in then.
-Form EndWriteAhead(sqlite3* handle);
+// happens. The form that it is in then; written ahead, too, while others keep this one from looking.
+Form EndWriteAhead(sqlite3* handle) noexcept;
 
 // Closes the handle; the file is in its ordinary form then, unless others have it open: the last of them leaves it so.
 // A statement that was not finalized keeps the engine's hold on the file until it is.
-void CloseInOrder(sqlite3* handle);
+void CloseInOrder(sqlite3* handle) noexcept;
 
 }  // namespace twqb::storage

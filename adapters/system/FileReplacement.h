@@ -35,6 +35,7 @@ class FileReplacement {
 
   // The file that is being written.
   [[nodiscard]] const FileDescriptor& File() const { return file_; }
+  [[nodiscard]] const std::string& TemporaryPath() const { return temporary_; }
   // False, with `errno` set, when it could not be done; the target is then as it was.
   [[nodiscard]] bool Commit();
 

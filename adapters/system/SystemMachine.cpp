@@ -46,6 +46,18 @@ std::optional<std::tm> OtherSeason(std::time_t now, bool isDaylight) {
   return std::nullopt;
 }
 
+TimeZoneInformation ZoneAt(std::time_t now) {
+  const auto present = LocalTime(now);
+  const int offset = MinutesEast(present);
+  const auto other = OtherSeason(now, present.tm_isdst > 0);
+  if (!other) return {.bias = -offset, .daylightBias = 0, .state = TimeZoneState::Standard};
+  const int standard = std::min(offset, MinutesEast(*other));
+  const int daylight = std::max(offset, MinutesEast(*other));
+  return {.bias = -standard,
+          .daylightBias = standard - daylight,
+          .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
+}
+
 [[noreturn]] void Raise(ErrorNumber number, const std::string& path) {
   throw PlatformError(number, fmt::format("{}: {}", ErrorText(number), path));
 }
@@ -84,15 +96,11 @@ Date SystemMachine::Now() {
 
 TimeZoneInformation SystemMachine::GetTimeZoneInformation() {
   const auto now = std::time(nullptr);
-  const auto present = LocalTime(now);
-  const int offset = MinutesEast(present);
-  const auto other = OtherSeason(now, present.tm_isdst > 0);
-  if (!other) return {.bias = -offset, .daylightBias = 0, .state = TimeZoneState::Standard};
-  const int standard = std::min(offset, MinutesEast(*other));
-  const int daylight = std::max(offset, MinutesEast(*other));
-  return {.bias = -standard,
-          .daylightBias = standard - daylight,
-          .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
+  if (zoneAt_ != now) {
+    zone_ = ZoneAt(now);
+    zoneAt_ = now;
+  }
+  return zone_;
 }
 
 int SystemMachine::DaylightMinutes(Date standardTime) {
@@ -148,20 +156,21 @@ bool RemoveLogsOf(const std::string& database) {
 
 void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   const storage::StillDatabase still(from);
-  const auto image = still.Image();
-  if (still.CouldNotBeHeld() || (image && image->empty())) Raise(error::kFileAccess, from);
-  const auto source = image ? FileDescriptor() : OpenForReading(from);
-  if (!image && !source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
+  if (still.CouldNotBeHeld()) Raise(error::kFileAccess, from);
+  const bool byPages = still.HasLog();
+  const auto source = byPages ? FileDescriptor() : OpenForReading(from);
+  if (!byPages && !source) Raise(errno == ENOENT || errno == ENOTDIR ? error::kFileNotFound : error::kFileAccess, from);
   // A backup must not reach, by a link that somebody has put in its place, what it was not made for.
   auto copy = FileReplacement::Begin(to, Links::Replaced);
   if (!copy) RaiseForTarget(to);
   struct stat status = {};
   constexpr mode_t kPermissions = 0777;
-  // The rights come ahead of the content: nobody reads the copy who may not read the original.
-  const bool done = ::stat(from.c_str(), &status) == 0 &&
-                    ::fchmod(copy->File().Get(), status.st_mode & kPermissions) == 0 &&
-                    (image ? WriteAll(copy->File(), *image) : CopyBytes(source, copy->File())) &&
-                    (!still.IsHeld() || RemoveLogsOf(to)) && copy->Commit();
+  constexpr mode_t kOwnersAlone = 0600;
+  const auto allow = [&copy](mode_t rights) { return ::fchmod(copy->File().Get(), rights) == 0; };
+  // Nobody reads the copy in work who may not read the original.
+  const bool done = ::stat(from.c_str(), &status) == 0 && allow(kOwnersAlone) &&
+                    (byPages ? still.CopyTo(copy->TemporaryPath()) : CopyBytes(source, copy->File())) &&
+                    allow(status.st_mode & kPermissions) && (!still.IsHeld() || RemoveLogsOf(to)) && copy->Commit();
   if (!done) Raise(error::kFileAccess, to);
 }
 

@@ -5,6 +5,7 @@
 // that TZ or the system names when the machine is made. Not for several threads at once.
 #pragma once
 
+#include <ctime>
 #include <functional>
 #include <map>
 #include <optional>
@@ -61,7 +62,10 @@ class SystemMachine : public Machine {
   [[nodiscard]] ProfileFile& Profile(std::string_view path);
 
   SystemMachineOptions options_;
-  std::optional<int> standardBias_;  // found out when it is first asked for, which takes many looks at the calendar
+  // What takes many looks at the calendar is found out when it is first asked for, and what it is in this second, once.
+  std::optional<int> standardBias_;
+  std::time_t zoneAt_ = -1;
+  TimeZoneInformation zone_;
   std::mt19937_64 random_;
   std::map<std::string, ProfileFile, std::less<>> profiles_;  // by path
 };

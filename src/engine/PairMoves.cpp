@@ -1,9 +1,8 @@
 #include "engine/PairMoves.h"
 
-#include <fmt/format.h>
-
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -32,7 +31,8 @@ std::string Span(std::int64_t milliseconds) {
     const auto count = milliseconds / unit.length;
     milliseconds %= unit.length;
     if (shown > 0 || count > 0) ++shown;
-    if (count > 0 && shown <= kShown) text += fmt::format("{}{} {}", text.empty() ? "" : " ", count, unit.name);
+    if (count == 0 || shown > kShown) continue;
+    text.append(text.empty() ? "" : " ").append(std::to_string(count)).append(" ").append(unit.name);
   }
   return text.empty() ? "less than a second" : text;
 }
@@ -41,7 +41,7 @@ std::string WhoIsNewer(const ConflictCase& conflict) {
   if (conflict.billingTime == NeverUpdated()) return "its row has no date";
   const auto ahead = BillingAhead(conflict);
   if (ahead == 0) return "both sides are of the same time";
-  return fmt::format("{} is newer by {}", ahead > 0 ? "BillingDb" : "QuickBooks", Span(ahead > 0 ? ahead : -ahead));
+  return std::string(ahead > 0 ? "BillingDb" : "QuickBooks").append(" is newer by ").append(Span(std::abs(ahead)));
 }
 
 // Tells what the rule decided, and answers it.

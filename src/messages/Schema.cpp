@@ -1,7 +1,5 @@
 #include "messages/Schema.h"
 
-#include <fmt/core.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -25,6 +23,20 @@ bool EndsWithName(std::string_view text, std::string_view suffix) {
   return text.size() > suffix.size() && SameName(text.substr(text.size() - suffix.size()), suffix);
 }
 
+enum class Which : std::uint8_t { All, Repeating };
+
+// The first of that name, but for its case: forms that differ may each have a row of one name.
+const Element* FindRow(const Rows& rows, std::string_view name, Which which) {
+  if (rows.empty()) return nullptr;
+  const auto* slots = rows.Index()->slots;
+  const auto count = SlotCount(rows.size());
+  for (auto slot = FirstSlot(name, count); slots[slot] != 0; slot = NextSlot(slot, count)) {
+    const auto& row = rows[slots[slot] - 1U];
+    if ((row.repeating || which == Which::All) && SameName(row.name, name)) return &row;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::string_view CountryName(Country country) {
@@ -42,8 +54,8 @@ std::optional<Country> CountryFromName(std::string_view name) {
 }
 
 std::string FormTag(const Form& form) {
-  const auto country = form.country == Country::US ? std::string_view{} : CountryName(form.country);
-  return fmt::format("{}{}.{}", country, form.version.major, form.version.minor);
+  std::string tag(form.country == Country::US ? std::string_view{} : CountryName(form.country));
+  return tag.append(std::to_string(form.version.major)).append(".").append(std::to_string(form.version.minor));
 }
 
 std::optional<Form> FormFromTag(std::string_view tag) {
@@ -63,17 +75,10 @@ std::optional<Form> FormFromTag(std::string_view tag) {
   return form;
 }
 
-const Element* FindChild(std::span<const Element> children, std::string_view name) {
-  for (const auto& child : children) {
-    if (SameName(child.name, name)) return &child;
-  }
-  if (EndsWithName(name, kListSuffix)) {
-    const auto single = name.substr(0, name.size() - kListSuffix.size());
-    for (const auto& child : children) {
-      if (child.repeating && SameName(child.name, single)) return &child;
-    }
-  }
-  return nullptr;
+const Element* FindChild(const Rows& children, std::string_view name) {
+  if (const auto* row = FindRow(children, name, Which::All)) return row;
+  if (!EndsWithName(name, kListSuffix)) return nullptr;
+  return FindRow(children, name.substr(0, name.size() - kListSuffix.size()), Which::Repeating);
 }
 
 const Message* FindMessage(std::string_view name) {

@@ -14,6 +14,8 @@
 #include <string>
 #include <string_view>
 
+#include "messages/NameSlots.h"
+
 namespace twqb::messages {
 
 // The form of a message set: a country's dialect at a version. On the wire: "3.0", "CA3.0", "UK3.0", "AU3.0".
@@ -91,8 +93,11 @@ struct EnumValue {
   [[nodiscard]] constexpr bool KnownIn(const Form& form) const { return known.Covers(form); }
 };
 
-struct Element {  // NOLINT(clang-analyzer-optin.performance.Padding): in the order in which a row is read
-  std::string_view name;
+class Rows;
+struct RowIndex;
+
+struct Element {          // NOLINT(clang-analyzer-optin.performance.Padding): in the order in which a row is read
+  std::string_view name;  // of a literal: a zero stands behind it
   Type type = Type::Str;
   int maxLength = 0;  // characters; 0 is no limit
   bool optional = false;
@@ -101,10 +106,11 @@ struct Element {  // NOLINT(clang-analyzer-optin.performance.Padding): in the or
   Availability known;
   const Element* firstChild = nullptr;
   std::size_t childCount = 0;
+  const RowIndex* childIndex = nullptr;
   const EnumValue* firstValue = nullptr;
   std::size_t valueCount = 0;
 
-  [[nodiscard]] constexpr std::span<const Element> Children() const { return {firstChild, childCount}; }
+  [[nodiscard]] constexpr Rows Children() const;
   [[nodiscard]] constexpr std::span<const EnumValue> Values() const { return {firstValue, valueCount}; }
   [[nodiscard]] constexpr bool LeavesNoElement() const { return type == Type::Choice || type == Type::Step; }
   [[nodiscard]] constexpr bool HasChildren() const { return type == Type::Aggregate || LeavesNoElement(); }
@@ -112,15 +118,38 @@ struct Element {  // NOLINT(clang-analyzer-optin.performance.Padding): in the or
   [[nodiscard]] constexpr bool KnownIn(const Form& form) const { return known.Covers(form); }
 };
 
+// What is known of a list of rows beside the rows; made with them.
+struct RowIndex {
+  const NameSlot* slots = nullptr;
+  bool hasRequiredChoice = false;
+};
+
+// The rows of an aggregate, a step or a message, in the order of the wire.
+class Rows : public std::span<const Element> {
+ public:
+  constexpr Rows() = default;
+  // `index` may be missing for no rows alone.
+  constexpr Rows(const Element* first, std::size_t count, const RowIndex* index) : span(first, count), index_(index) {}
+
+  [[nodiscard]] constexpr const RowIndex* Index() const { return index_; }
+  // Whether there is a choice among them of which one branch must be there.
+  [[nodiscard]] constexpr bool HasRequiredChoice() const { return index_ != nullptr && index_->hasRequiredChoice; }
+
+ private:
+  const RowIndex* index_ = nullptr;
+};
+
+constexpr Rows Element::Children() const { return {firstChild, childCount, childIndex}; }
+
 // The child of that name, without regard to case. A repeating child "X" is found as "XList" too.
-[[nodiscard]] const Element* FindChild(std::span<const Element> children, std::string_view name);
+[[nodiscard]] const Element* FindChild(const Rows& children, std::string_view name);
 
 enum class MessageSet : std::uint8_t { Company, Subscription };
 
 struct Message {
   std::string_view name;  // without Rq and Rs: "CustomerAdd"
-  std::span<const Element> request;
-  std::span<const Element> response;
+  Rows request;
+  Rows response;
   Availability known;
   MessageSet set = MessageSet::Company;
 

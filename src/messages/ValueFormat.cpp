@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/Text.h"
+
 namespace twqb::messages {
 
 namespace {
@@ -101,7 +103,10 @@ std::string AmountText(Currency amount) {
   const auto rest = units % kCent;
   const auto cents = units / kCent + (rest >= kCent / 2 ? 1 : rest <= -kCent / 2 ? -1 : 0);
   const auto whole = cents / kCent;
-  return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", whole < 0 ? -whole : whole, std::abs(cents % kCent));
+  std::string text(cents < 0 ? "-" : "");
+  AppendPadded(text.append(std::to_string(whole < 0 ? -whole : whole)) += '.',
+               static_cast<int>(std::abs(cents % kCent)), 2);
+  return text;
 }
 
 std::string DecimalText(double value, int decimals) {
@@ -137,8 +142,8 @@ std::string DateTimeText(Date local, std::optional<int> offsetMinutes) {
   auto text = IsoDate(local).substr(0, kDateTimeLength);
   if (offsetMinutes) {
     const int minutes = std::abs(*offsetMinutes);
-    text += fmt::format("{}{:02}:{:02}", *offsetMinutes < 0 ? '-' : '+', minutes / kMinutesPerHour,
-                        minutes % kMinutesPerHour);
+    AppendPadded(text += *offsetMinutes < 0 ? '-' : '+', minutes / kMinutesPerHour, 2);
+    AppendPadded(text += ':', minutes % kMinutesPerHour, 2);
   }
   return text;
 }

@@ -2,12 +2,13 @@
 
 #include <fmt/core.h>
 
-#include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 
 namespace twqb {
 
@@ -163,8 +164,14 @@ std::string GeneralDate(Date date) {
 
 std::string IsoDate(Date date) {
   const auto c = date.ToCivil();
-  auto text = fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", c.year, c.month, c.day, c.hour, c.minute, c.second);
-  if (c.millisecond != 0) text += fmt::format(".{:03}", c.millisecond);
+  std::string text;
+  AppendPadded(text, c.year, 4);
+  for (const auto& [mark, part] :
+       {std::pair{'-', c.month}, {'-', c.day}, {'T', c.hour}, {':', c.minute}, {':', c.second}}) {
+    text += mark;
+    AppendPadded(text, part, 2);
+  }
+  if (c.millisecond != 0) AppendPadded(text += '.', c.millisecond, 3);
   return text;
 }
 

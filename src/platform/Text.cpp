@@ -5,7 +5,12 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
 
 namespace twqb {
 
@@ -49,6 +54,18 @@ bool XmlBars(UChar32 c) {
   return c == kFirstNoncharacter || c == kLastNoncharacter;
 }
 
+// How many characters at the front are ASCII, as far as can be told by eights.
+std::size_t AsciiLength(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::uint64_t eight = 0;
+  std::size_t length = 0;
+  for (; length + sizeof eight <= text.size(); length += sizeof eight) {
+    std::memcpy(&eight, text.data() + length, sizeof eight);
+    if ((eight & kHighBits) != 0) break;
+  }
+  return length;
+}
+
 void AppendCharacter(std::string& text, UChar32 c) {
   char buffer[U8_MAX_LENGTH];
   int length = 0;
@@ -56,12 +73,17 @@ void AppendCharacter(std::string& text, UChar32 c) {
   text.append(buffer, static_cast<std::size_t>(length));
 }
 
-// Applies a one-to-one mapping of code points; bytes that are no UTF-8 stay as they are.
+char UpperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - ('a' - 'A')) : c; }
+
+// Applies a one-to-one mapping of code points; bytes that are no UTF-8 stay as they are. `ofAscii` is the same mapping
+// for what most texts consist of.
 template <typename Mapping>
-std::string MapCharacters(std::string_view text, Mapping mapping) {
+std::string MapCharacters(std::string_view text, char (*ofAscii)(char), Mapping mapping) {
   std::string result;
   result.reserve(text.size());
-  CharacterWalk walk(text);
+  const auto ascii = AsciiLength(text);
+  std::ranges::transform(text.substr(0, ascii), std::back_inserter(result), ofAscii);
+  CharacterWalk walk(text.substr(ascii));
   for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
     int index = 0;
     const UChar32 c = NextCodePoint(bytes, index);
@@ -109,11 +131,11 @@ std::string Right(std::string_view text, std::size_t count) {
 }
 
 std::string UpperCase(std::string_view text) {
-  return MapCharacters(text, [](UChar32 c) { return u_toupper(c); });
+  return MapCharacters(text, UpperAscii, [](UChar32 c) { return u_toupper(c); });
 }
 
 std::string FoldCase(std::string_view text) {
-  return MapCharacters(text, [](UChar32 c) { return u_foldCase(c, U_FOLD_CASE_DEFAULT); });
+  return MapCharacters(text, LowerAscii, [](UChar32 c) { return u_foldCase(c, U_FOLD_CASE_DEFAULT); });
 }
 
 std::string Trim(std::string_view text) {
@@ -157,8 +179,17 @@ std::string Join(const std::vector<std::string_view>& texts, std::string_view se
   return joined;
 }
 
+void AppendPadded(std::string& text, int value, std::size_t width) {
+  std::array<char, 12> digits{};
+  const auto* end = std::to_chars(digits.data(), digits.data() + digits.size(), std::abs(value)).ptr;
+  const auto count = static_cast<std::size_t>(end - digits.data());
+  if (value < 0) text += '-';
+  const auto taken = count + (value < 0 ? 1 : 0);
+  text.append(width > taken ? width - taken : 0, '0').append(digits.data(), count);
+}
+
 bool SameName(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
+  return a == b || std::ranges::equal(a, b, [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
 }
 
 std::uint64_t HashOf(std::string_view text) {
@@ -171,6 +202,7 @@ std::uint64_t HashOf(std::string_view text) {
 }
 
 bool IsUtf8(std::string_view text) {
+  text.remove_prefix(AsciiLength(text));
   int index = 0;
   const int size = static_cast<int>(text.size());
   while (index < size) {

@@ -30,6 +30,9 @@ inline constexpr std::string_view kCrLf = "\r\n";
 // The texts one behind the other, with the separator between.
 [[nodiscard]] std::string Join(const std::vector<std::string>& texts, std::string_view separator);
 [[nodiscard]] std::string Join(const std::vector<std::string_view>& texts, std::string_view separator);
+// Appends a number with zeros ahead of it; a sign counts for the width. It takes less than reading a format string,
+// which shows where moments are written for each record.
+void AppendPadded(std::string& text, int value, std::size_t width);
 // Names of fields, columns, settings: ASCII letters compare without case.
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
 // The same number for the same bytes on every machine. It need not withstand anybody who looks for a collision.

@@ -2,13 +2,14 @@
 
 #include <fmt/core.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
+#include "quickbooks/RequestNode.h"
+#include "quickbooks/RequestWriter.h"
 
 namespace twqb {
 
@@ -16,127 +17,19 @@ using messages::Element;
 using messages::Form;
 using messages::Type;
 
-namespace detail {
-
-// One element, or one step of a path. The children of one row stand together, in the order in which they were added.
-struct RequestNode {
-  RequestNode(RequestNode* parentNode, const Element* rowOfNode) : parent(parentNode), row(rowOfNode) {}
-
-  RequestNode* parent;
-  const Element* row;                          // nullptr: a request
-  const messages::Message* message = nullptr;  // of a request
-  std::string value;
-  bool hasValue = false;
-  std::vector<std::unique_ptr<RequestNode>> children;
-
-  [[nodiscard]] std::span<const Element> Rows() const {
-    return message != nullptr ? message->request : row->Children();
-  }
-  [[nodiscard]] RequestNode* Child(const Element* of, std::size_t item) const {
-    for (const auto& child : children) {
-      if (child->row == of && item-- == 0) return child.get();
-    }
-    return nullptr;
-  }
-  RequestNode& AddChild(const Element* of) { return *children.emplace_back(std::make_unique<RequestNode>(this, of)); }
-  // Whether anything of it would go on the wire.
-  [[nodiscard]] bool IsFilled() const {
-    return hasValue ||
-           std::ranges::any_of(children, [](const std::unique_ptr<RequestNode>& child) { return child->IsFilled(); });
-  }
-};
-
-}  // namespace detail
-
 namespace {
 
 using detail::RequestNode;
 
+constexpr std::size_t kFirstMemory = 4096;  // of a set, in bytes; most need no more
+
 // Something below `node` was set: of every choice above it, the other branches go.
 void KeepToThisBranch(RequestNode& node) {
-  for (RequestNode* at = &node; at->parent != nullptr; at = at->parent) {
-    auto& above = *at->parent;
-    if (above.row == nullptr || above.row->type != Type::Choice) continue;
-    std::erase_if(above.children, [at](const std::unique_ptr<RequestNode>& child) { return child->row != at->row; });
+  for (auto* at = &node; at->Parent() != nullptr; at = at->Parent()) {
+    auto& above = *at->Parent();
+    if (above.Row() != nullptr && above.Row()->type == Type::Choice) above.KeepOnly(at->Row());
   }
 }
-
-void AppendEscaped(std::string& out, std::string_view text) {
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      case '\r':
-        out += "&#13;";
-        break;
-      default:
-        out += c;
-    }
-  }
-}
-
-// Writes what is set, in the schema's order, and raises when a required choice of what is there is empty.
-class Writer {
- public:
-  // `mended` becomes true for a text that can't go as it is.
-  Writer(const Form& form, std::string& out, bool* mended) : form_(form), out_(out), mended_(mended) {}
-
-  void WriteChildren(const RequestNode& node) {
-    for (const auto& row : node.Rows()) {
-      if (!row.KnownIn(form_)) continue;
-      bool any = false;
-      for (const auto& child : node.children) {
-        if (child->row != &row || !child->IsFilled() || !IsValueKnown(*child)) continue;
-        any = true;
-        WriteNode(*child);
-      }
-      if (!any && row.type == Type::Choice && !row.optional) {
-        throw PlatformError(error::kRequestIncomplete,
-                            fmt::format("{} ({})", ErrorText(error::kRequestIncomplete), row.name));
-      }
-    }
-  }
-
- private:
-  // Of an enumeration the form may have the field, but not the value.
-  [[nodiscard]] bool IsValueKnown(const RequestNode& node) const {
-    return node.row->type != Type::Enum || messages::IsWellFormed(*node.row, node.value, form_);
-  }
-
-  void WriteNode(const RequestNode& node) {
-    if (node.row->LeavesNoElement()) {
-      WriteChildren(node);
-      return;
-    }
-    out_.append("<").append(node.row->name).append(">");
-    if (node.row->type == Type::Aggregate) {
-      WriteChildren(node);
-    } else {
-      WriteValue(node);
-    }
-    out_.append("</").append(node.row->name).append(">");
-  }
-
-  void WriteValue(const RequestNode& node) {
-    if (IsXmlText(node.value)) return AppendEscaped(out_, node.value);
-    AppendEscaped(out_, XmlText(node.value));
-    if (mended_ != nullptr) *mended_ = true;
-  }
-
-  const Form& form_;
-  std::string& out_;
-  bool* mended_;
-};
 
 std::string EnumText(const Element& row, double number) {
   for (const auto& value : row.Values()) {
@@ -176,6 +69,9 @@ std::string NumberText(const Element& row, double number) {
   }
 }
 
+// A text of a type that takes any.
+bool GoesAsItIs(const Element& row) { return row.type == Type::Str || row.type == Type::Id; }
+
 std::string TextValueText(const Element& row, std::string_view text) {
   switch (row.type) {
     case Type::Bool:
@@ -204,7 +100,7 @@ RequestNode* RequestField::FindNode() const { return row_ == nullptr ? parent_ :
 RequestNode& RequestField::Node() const {
   if (row_ == nullptr) return *parent_;
   auto* node = parent_->Child(row_, item_);
-  return node != nullptr ? *node : parent_->AddChild(row_);
+  return node != nullptr ? *node : parent_->AddChild(*row_);
 }
 
 RequestField RequestField::operator[](std::string_view name) const {
@@ -221,14 +117,17 @@ const Element& RequestField::ValueRow() const {
   return *row_;
 }
 
-void RequestField::Store(std::string wireText) const {
+void RequestField::Store(std::string_view wireText) const {
   auto& node = Node();
-  node.value = std::move(wireText);
-  node.hasValue = true;
+  node.SetValue(wireText);
   KeepToThisBranch(node);
 }
 
-void RequestField::SetValue(std::string_view text) const { Store(TextValueText(ValueRow(), text)); }
+void RequestField::SetValue(std::string_view text) const {
+  const auto& row = ValueRow();
+  if (GoesAsItIs(row)) return Store(text);
+  Store(TextValueText(row, text));
+}
 void RequestField::SetValue(bool value) const {
   const auto& row = ValueRow();
   Store(row.type == Type::Bool ? messages::BoolText(value) : TextValueText(row, value ? "True" : "False"));
@@ -255,16 +154,13 @@ void RequestField::SetNumber(double number) const { Store(NumberText(ValueRow(),
 
 void RequestField::Unset() const {
   auto* node = FindNode();
-  if (node == nullptr) return;
-  node->value.clear();
-  node->hasValue = false;
-  node->children.clear();
+  if (node != nullptr) node->Clear();
 }
 
 void RequestField::Keep() const {
   if (row_ == nullptr || row_->type != Type::Aggregate) throw PlatformError(error::kNameUnknown);
   auto& node = Node();
-  node.hasValue = true;
+  node.Keep();
   KeepToThisBranch(node);
 }
 
@@ -285,10 +181,7 @@ RequestField RequestField::Append() const {
   return added;
 }
 
-std::size_t RequestField::Count() const {
-  return static_cast<std::size_t>(std::ranges::count_if(
-      parent_->children, [this](const std::unique_ptr<RequestNode>& child) { return child->row == row_; }));
-}
+std::size_t RequestField::Count() const { return parent_->Count(row_); }
 
 RequestField RequestField::GetAt(std::size_t index) const {
   if (index >= Count()) throw PlatformError(error::kBadArgument);
@@ -297,7 +190,7 @@ RequestField RequestField::GetAt(std::size_t index) const {
 
 std::string RequestField::GetValue() const {
   const auto* node = FindNode();
-  return node == nullptr ? std::string() : node->value;
+  return node == nullptr ? std::string() : std::string(node->Value());
 }
 
 bool RequestField::IsSet() const {
@@ -322,7 +215,8 @@ int RequestField::ORType() const {
   return -1;
 }
 
-MsgSetRequest::MsgSetRequest(Form form, messages::MessageSet kind) : form_(form), kind_(kind) {}
+MsgSetRequest::MsgSetRequest(Form form, messages::MessageSet kind)
+    : form_(form), kind_(kind), memory_(std::make_unique<std::pmr::monotonic_buffer_resource>(kFirstMemory)) {}
 MsgSetRequest::~MsgSetRequest() = default;
 MsgSetRequest::MsgSetRequest(MsgSetRequest&&) noexcept = default;
 MsgSetRequest& MsgSetRequest::operator=(MsgSetRequest&&) noexcept = default;
@@ -333,37 +227,38 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), requestName));
   }
   names_.emplace_back();
-  auto& request = requests_.emplace_back(std::make_unique<RequestNode>(nullptr, nullptr));
-  request->message = message;
+  auto* request = requests_.emplace_back(
+      std::pmr::polymorphic_allocator<>(memory_.get()).new_object<RequestNode>(*memory_, *message));
   // Of most messages the fields stand in one aggregate of the message's own name: that is the request object.
   const auto rows = message->request;
   const bool wrapped = rows.size() == 1 && rows[0].type == Type::Aggregate && rows[0].name == message->name;
-  return {request.get(), wrapped ? rows.data() : nullptr, 0};
+  return {request, wrapped ? rows.data() : nullptr, 0};
 }
 
-std::string_view MsgSetRequest::LastRequest() const { return requests_.back()->message->name; }
+std::string_view MsgSetRequest::LastRequest() const { return requests_.back()->Message()->name; }
 
 std::string MsgSetRequest::ToXMLString(bool* mended, const MessageSetIds* ids) const {
   const bool company = kind_ == messages::MessageSet::Company;
   const std::string_view set = company ? "QBXMLMsgsRq" : "QBXMLSubscriptionMsgsRq";
-  auto xml = fmt::format("<?xml version=\"1.0\"?><?qbxml version=\"{}\"?><QBXML><{}", messages::FormTag(form_), set);
-  if (company) xml += fmt::format(" onError=\"{}\"", onError_ == OnError::Continue ? "continueOnError" : "stopOnError");
-  if (ids != nullptr && !ids->newId.empty()) xml += fmt::format(" newMessageSetID=\"{}\"", ids->newId);
-  if (ids != nullptr && !ids->oldId.empty()) xml += fmt::format(" oldMessageSetID=\"{}\"", ids->oldId);
+  std::string xml("<?xml version=\"1.0\"?><?qbxml version=\"");
+  xml.append(messages::FormTag(form_)).append("\"?><QBXML><").append(set);
+  if (company) xml.append(" onError=\"").append(onError_ == OnError::Continue ? "continueOnError\"" : "stopOnError\"");
+  if (ids != nullptr && !ids->newId.empty()) xml.append(" newMessageSetID=\"").append(ids->newId).append("\"");
+  if (ids != nullptr && !ids->oldId.empty()) xml.append(" oldMessageSetID=\"").append(ids->oldId).append("\"");
   xml += ">";
   for (std::size_t i = 0; i < requests_.size(); ++i) {
-    const auto name = requests_[i]->message->RequestName();
-    xml += fmt::format("<{} requestID=\"", name);
+    const auto name = requests_[i]->Message()->RequestName();
+    xml.append("<").append(name).append(" requestID=\"");
     if (ids != nullptr && !names_[i].empty()) {
-      AppendEscaped(xml, names_[i]);
+      detail::AppendEscaped(xml, names_[i]);
     } else {
-      xml += fmt::format("{}", i + 1);
+      xml.append(std::to_string(i + 1));
     }
     xml += "\">";
-    Writer(form_, xml, mended).WriteChildren(*requests_[i]);
-    xml += fmt::format("</{}>", name);
+    detail::WriteRequest(*requests_[i], form_, xml, mended);
+    xml.append("</").append(name).append(">");
   }
-  return xml + fmt::format("</{}></QBXML>", set);
+  return xml.append("</").append(set).append("></QBXML>");
 }
 
 }  // namespace twqb

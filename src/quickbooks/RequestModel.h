@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,7 @@ namespace twqb {
 enum class OnError : std::uint8_t { Stop = 0, Continue = 1 };
 
 namespace detail {
-struct RequestNode;
+class RequestNode;
 }
 
 // A place in a request: a field, an aggregate, a list, a choice group or a filter group. A handle; copying it copies no
@@ -75,7 +76,7 @@ class RequestField {
   [[nodiscard]] const messages::Element& ValueRow() const;
   [[nodiscard]] detail::RequestNode& Node() const;      // made when it is not there yet
   [[nodiscard]] detail::RequestNode* FindNode() const;  // nullptr when it is not there
-  void Store(std::string wireText) const;
+  void Store(std::string_view wireText) const;
 
   detail::RequestNode* parent_;
   const messages::Element* row_;  // nullptr: the request itself
@@ -117,7 +118,8 @@ class MsgSetRequest {
   messages::Form form_;
   messages::MessageSet kind_;
   OnError onError_ = OnError::Stop;
-  std::vector<std::unique_ptr<detail::RequestNode>> requests_;
+  std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_;  // of the nodes
+  std::vector<detail::RequestNode*> requests_;
   std::vector<std::string> names_;  // of the requests; empty: it has none
 };
 

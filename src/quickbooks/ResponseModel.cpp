@@ -34,26 +34,28 @@ bool StandsFor(pugi::xml_node node, const Element& row) {
 }  // namespace
 
 pugi::xml_node Record::FindElement(const Element& row) const {
+  // A row's name has an end as the texts of C have it: made out of literals.
+  if (!row.LeavesNoElement()) return node_.child(row.name.data());
   return node_.find_child([&row](pugi::xml_node child) { return StandsFor(child, row); });
 }
 
 bool Record::IsEntry() const { return row_->type == messages::Type::Choice && row_->repeating; }
 
-Record Record::operator[](std::string_view name) const {
+Record Record::Member(std::shared_ptr<const AnswerDocument> document, std::string_view name) const {
   if (IsNothing()) throw PlatformError(error::kObjectNothing);
   const auto* child = messages::FindChild(row_->Children(), name);
   if (child == nullptr) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), name));
   }
-  if (IsEntry()) return StandsFor(node_, *child) ? Record(document_, node_, child) : Record();
+  if (IsEntry()) return StandsFor(node_, *child) ? Record(std::move(document), node_, child) : Record();
   const auto element = FindElement(*child);
   if (!element) return {};
-  return {document_, child->LeavesNoElement() && !child->repeating ? node_ : element, child};
+  return {std::move(document), child->LeavesNoElement() && !child->repeating ? node_ : element, child};
 }
 
 std::string Record::GetValue() const {
   if (IsNothing()) throw PlatformError(error::kObjectNothing);
-  return node_.text().get();
+  return node_.child_value();
 }
 
 bool Record::GetBoolean() const {

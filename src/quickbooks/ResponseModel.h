@@ -32,9 +32,10 @@ class Record {
 
   // The member of that name, nothing when the answer lacks it. Raises 438 for a name that no version or country has,
   // and 91 on nothing.
-  [[nodiscard]] Record operator[](std::string_view name) const;
+  [[nodiscard]] Record operator[](std::string_view name) const& { return Member(document_, name); }
+  [[nodiscard]] Record operator[](std::string_view name) && { return Member(std::move(document_), name); }
   [[nodiscard]] Record Field(std::string_view name) const { return (*this)[name]; }
-  [[nodiscard]] bool IsNothing() const { return !node_; }
+  [[nodiscard]] bool IsNothing() const { return row_ == nullptr; }
 
   // The value; each raises 91 on nothing, and 13 when the text does not convert. A date is a day;
   // a moment, which QuickBooks writes as the wall clock showed it, comes as standard time, summer and winter, and
@@ -62,6 +63,7 @@ class Record {
   friend class Response;
   Record(std::shared_ptr<const AnswerDocument> document, pugi::xml_node node, const messages::Element* row)
       : document_(std::move(document)), node_(node), row_(row) {}
+  [[nodiscard]] Record Member(std::shared_ptr<const AnswerDocument> document, std::string_view name) const;
   // The first element below `node_` that stands for `row`: its own or, of a step without one, any below it.
   [[nodiscard]] pugi::xml_node FindElement(const messages::Element& row) const;
   // Whether this is one entry of a repeating choice.
@@ -71,7 +73,7 @@ class Record {
   // Of a step without an element: the element that the step belongs to. Of an entry of a repeating choice: the
   // branch's.
   pugi::xml_node node_;
-  const messages::Element* row_ = nullptr;
+  const messages::Element* row_ = nullptr;  // of nothing
 };
 
 // Records under keys, in the order in which they were added.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "messages/Schema.h"
+#include "platform/Text.h"
 
 namespace twqb::messages {
 namespace {
@@ -291,6 +292,34 @@ TEST(Schema, Children_are_found_without_regard_to_case) {
   EXPECT_EQ(FindChild(rows, "companyname"), FindChild(rows, "CompanyName"));
   EXPECT_EQ(FindChild(rows, "Company"), nullptr);
   EXPECT_EQ(FindChild(rows, ""), nullptr);
+}
+
+// Of each list of rows below these: what a walk over it finds of a name is what the look-up finds.
+void ExpectAllFound(const Rows& rows) {
+  for (const auto& row : rows) {
+    const auto first = std::ranges::find(rows, row.name, &Element::name);
+    EXPECT_EQ(FindChild(rows, row.name), &*first) << row.name;
+    EXPECT_EQ(FindChild(rows, UpperCase(row.name)), &*first) << row.name;
+    const auto list = std::string(row.name) + "List";
+    const auto repeating =
+        std::ranges::find_if(rows, [&row](const Element& other) { return other.name == row.name && other.repeating; });
+    if (std::ranges::find(rows, list, &Element::name) == rows.end()) {
+      EXPECT_EQ(FindChild(rows, list), repeating == rows.end() ? nullptr : &*repeating) << list;
+    }
+    EXPECT_EQ(FindChild(rows, "No" + std::string(row.name)), nullptr) << row.name;
+    const bool needsChoice = std::ranges::any_of(
+        row.Children(), [](const Element& child) { return child.type == Type::Choice && !child.optional; });
+    EXPECT_EQ(row.Children().HasRequiredChoice(), needsChoice) << row.name;
+    ExpectAllFound(row.Children());
+  }
+}
+
+TEST(Schema, Every_row_of_every_message_is_found_by_its_name) {
+  for (const auto& message : AllMessages()) {
+    SCOPED_TRACE(message.name);
+    ExpectAllFound(message.request);
+    ExpectAllFound(message.response);
+  }
 }
 
 TEST(Schema, The_list_of_a_repeating_child_is_found_by_its_name_with_List) {

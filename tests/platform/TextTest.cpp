@@ -19,6 +19,37 @@ std::string Joined(std::initializer_list<std::string_view> parts) {
   return text;
 }
 
+// Texts are read by eights as long as they are ASCII.
+TEST(Text, What_is_beyond_ascii_counts_wherever_it_stands) {
+  for (std::size_t before = 0; before < 20; ++before) {
+    for (const std::size_t behind : {0U, 3U, 9U}) {
+      const auto around = [&](std::string_view middle) {
+        return Joined({std::string(before, 'a'), middle, std::string(behind, 'b')});
+      };
+      EXPECT_EQ(UpperCase(around("ü")), std::string(before, 'A') + "Ü" + std::string(behind, 'B'));
+      EXPECT_EQ(FoldCase(UpperCase(around("ü"))), around("ü"));
+      EXPECT_TRUE(IsUtf8(around(kClef)));
+      for (const auto bad : {kSurrogate, kOverlong, kCutShort}) {
+        EXPECT_FALSE(IsUtf8(around(bad))) << before << " " << behind;
+        EXPECT_EQ(UpperCase(around(bad)), std::string(before, 'A') + std::string(bad) + std::string(behind, 'B'));
+      }
+    }
+  }
+}
+
+TEST(Text, A_number_is_padded_with_zeros) {
+  const auto padded = [](int value, std::size_t width) {
+    std::string text(":");
+    AppendPadded(text, value, width);
+    return text;
+  };
+  EXPECT_EQ(padded(7, 2), ":07");
+  EXPECT_EQ(padded(0, 4), ":0000");
+  EXPECT_EQ(padded(2008, 4), ":2008");
+  EXPECT_EQ(padded(12345, 4), ":12345");
+  EXPECT_EQ(padded(-1, 4), ":-001");
+}
+
 TEST(Text, A_character_is_a_code_point) {
   EXPECT_EQ(CharacterCount(""), 0U);
   EXPECT_EQ(CharacterCount("abc"), 3U);

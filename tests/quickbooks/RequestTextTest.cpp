@@ -54,6 +54,29 @@ TEST(RequestText, Of_a_subscription_set_has_its_own_element) {
             "</QBXMLSubscriptionMsgsRq></QBXML>");
 }
 
+TEST(RequestText, Has_every_field_once_whatever_order_all_were_set_in) {
+  const auto* message = messages::FindMessage("CustomerAddRq");
+  std::vector<const messages::Element*> texts;
+  for (const auto& row : message->request.front().Children()) {
+    if (row.type == messages::Type::Str && row.KnownIn({})) texts.push_back(&row);
+  }
+  ASSERT_GT(texts.size(), 10U);
+  std::string expected;
+  for (const auto* row : texts) expected += fmt::format("<{0}>2 {0}</{0}>", row->name);
+  // Each order begins somewhere else and leaps by a number that meets all of them.
+  for (const std::size_t leap : {std::size_t{1}, texts.size() - 1}) {
+    for (std::size_t begin = 0; begin < texts.size(); ++begin) {
+      auto set = SetOf(Country::US, {3, 0});
+      const auto customer = set.Append("CustomerAddRq");
+      for (std::size_t i = 0; i < 2 * texts.size(); ++i) {
+        const auto name = texts[(begin + i * leap) % texts.size()]->name;
+        customer[name].SetValue(fmt::format("{} {}", i / texts.size() + 1, name));
+      }
+      EXPECT_EQ(Inside(set), fmt::format("<CustomerAdd>{}</CustomerAdd></CustomerAdd", expected));
+    }
+  }
+}
+
 TEST(RequestText, Has_the_elements_in_the_published_order_whatever_order_they_were_set_in) {
   auto set = SetOf(Country::US, {3, 0});
   const auto customer = set.Append("CustomerAddRq");

@@ -2,74 +2,17 @@
 // whoever comes next, however the one before ended.
 
 #include <sqlite3.h>
-#include <sys/wait.h>
 
 #include <array>
 #include <chrono>
 #include <csignal>
-#include <functional>
 #include <thread>
 
-#include "TemporaryDatabase.h"
-#include "adapters/storage/StillDatabase.h"
+#include "WrittenAhead.h"
 #include "tests/support/WatchedFiles.h"
 
 namespace twqb::sqlite {
 namespace {
-
-// Carries `body` out in a process of its own. The signal that it died of, or its exit status.
-int InAnotherProcess(const std::function<void()>& body) {
-  const pid_t child = fork();
-  if (child == 0) {
-    alarm(60);
-    body();
-    _exit(0);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
-}
-
-class WriteAhead : public TemporaryDatabase {
- protected:
-  WriteAhead() {
-    Execute("CREATE TABLE Kept (a INTEGER)");
-    connection_->Close();
-  }
-
-  [[nodiscard]] bool HasLog() const { return std::filesystem::exists(File() + "-wal"); }
-  // Whether the file alone is all there is, and says so of itself.
-  [[nodiscard]] bool IsPlain() const {
-    for (const char* suffix : {"-wal", "-shm", "-journal"}) {
-      if (std::filesystem::exists(File() + suffix)) return false;
-    }
-    constexpr std::size_t kVersions = 18;  // to write it and to read it
-    std::ifstream file(File(), std::ios::binary);
-    std::array<char, kVersions + 2> head{};
-    file.read(head.data(), head.size());
-    return head[kVersions] == 1 && head[kVersions + 1] == 1;
-  }
-  // The rows of a copy of the one file, which goes again.
-  [[nodiscard]] std::string RowsOfACopy(const std::string& bytes = {}) const {
-    const auto copy = PathTo("copy.db");
-    if (bytes.empty()) {
-      std::filesystem::copy_file(File(), copy);
-    } else {
-      std::ofstream(copy, std::ios::binary) << bytes;
-    }
-    const auto connection = Unopened("Provider=SQLITE;Data Source=" + copy);
-    connection->Open();
-    const auto integrity = ToText(connection->Execute("PRAGMA integrity_check", nullptr)->FieldAt(0));
-    auto rows = ToText(connection->Execute("SELECT count(*) FROM Kept", nullptr)->FieldAt(0));
-    connection->Close();
-    std::filesystem::remove(copy);
-    return integrity == "ok" ? rows : integrity;
-  }
-  static void Add(ado::Connection& connection) { connection.Execute("INSERT INTO Kept VALUES (1)", nullptr); }
-  static std::string Count(ado::Connection& connection) {
-    return ToText(connection.Execute("SELECT count(*) FROM Kept", nullptr)->FieldAt(0));
-  }
-};
 
 TEST_F(WriteAhead, Begins_with_the_first_write_and_ends_with_the_last_close) {
   EXPECT_TRUE(IsPlain());
@@ -319,73 +262,6 @@ TEST_F(WriteAhead, Costs_a_statement_one_durable_write_and_opens_nothing) {
     EXPECT_EQ(opens, 0);
     EXPECT_LE(locks, 6 * kStatements);
   }
-}
-
-TEST_F(WriteAhead, A_connection_that_is_opened_for_each_row_opens_the_file_once) {
-  connection_.reset();
-  int opens = 0;
-  {
-    const WatchedFiles files([&](FileCall call, std::string_view) {
-      opens += call == FileCall::Open ? 1 : 0;
-      return SQLITE_OK;
-    });
-    SqliteProvider provider;
-    const auto open = [&] {
-      auto connection = provider.CreateConnection();
-      connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
-      connection->Open();
-      return connection;
-    };
-    const auto shared = open();
-    Add(*shared);
-    const auto addRow = [&] {
-      const auto own = open();
-      const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
-      rows->AddNew();
-      rows->SetField("a", std::int64_t{1});
-      rows->Update();
-    };
-    addRow();
-    opens = 0;
-    for (int i = 0; i < 19; ++i) addRow();
-    EXPECT_EQ(opens, 0);
-    EXPECT_EQ(Count(*shared), "21");
-  }
-  EXPECT_TRUE(IsPlain());
-}
-
-TEST_F(WriteAhead, A_kept_connection_reads_tables_as_others_have_changed_them) {
-  SqliteProvider provider;
-  const auto shared = provider.CreateConnection();
-  const auto own = provider.CreateConnection();
-  for (auto* connection : {shared.get(), own.get()}) {
-    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
-    connection->Open();
-  }
-  const auto fields = [&] {
-    return own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic)->FieldCount();
-  };
-  EXPECT_EQ(fields(), 1);
-  own->Close();
-  shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
-  own->Open();
-  EXPECT_EQ(fields(), 2);
-}
-
-TEST_F(WriteAhead, A_file_held_still_is_handed_out_whole_while_others_write_to_it) {
-  EXPECT_EQ(storage::StillDatabase(File()).Image(), std::nullopt) << "at rest its bytes are all of it";
-  connection_->Open();
-  for (int i = 0; i < 30; ++i) Add(*connection_);
-  {
-    const storage::StillDatabase still(File());
-    Add(*connection_);  // nobody waits for the copy
-    const auto image = still.Image();
-    ASSERT_TRUE(image);
-    EXPECT_EQ(RowsOfACopy(*image), "30");
-  }
-  EXPECT_EQ(Count(*connection_), "31");
-  connection_->Close();
-  EXPECT_TRUE(IsPlain());
 }
 
 }  // namespace

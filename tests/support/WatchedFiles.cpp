@@ -20,6 +20,7 @@ using OpenDirectory = int (*)(const char* path, int* descriptor);
 // What the watched layer stands on.
 struct Below {
   FileWatcher watcher;
+  Reads reads = Reads::Untold;
   const sqlite3_io_methods* methods = nullptr;
   sqlite3_vfs* vfs = nullptr;
   sqlite3_vfs watched = {};
@@ -82,8 +83,13 @@ int TellOf(FileCall call, sqlite3_file* file) { return Tell(call, Of(file).path 
 const sqlite3_io_methods kMethods = {
     .iVersion = 3,
     .xClose = [](sqlite3_file* file) { return Inner(file)->pMethods->xClose(Inner(file)); },
-    .xRead = [](sqlite3_file* file, void* bytes, int count,
-                sqlite3_int64 at) { return Inner(file)->pMethods->xRead(Inner(file), bytes, count, at); },
+    .xRead =
+        [](sqlite3_file* file, void* bytes, int count, sqlite3_int64 at) {
+          if (TheLayer()->reads == Reads::Told) {
+            if (const int answer = TellOf(FileCall::Read, file); answer != SQLITE_OK) return answer;
+          }
+          return Inner(file)->pMethods->xRead(Inner(file), bytes, count, at);
+        },
     .xWrite =
         [](sqlite3_file* file, const void* bytes, int count, sqlite3_int64 at) {
           if (const int answer = TellOf(FileCall::Write, file); answer != SQLITE_OK) return answer;
@@ -148,11 +154,12 @@ int DeleteWatched(sqlite3_vfs* /*vfs*/, const char* path, int syncDirectory) {
 
 }  // namespace
 
-WatchedFiles::WatchedFiles(FileWatcher watcher, SharedMemory memory) {
+WatchedFiles::WatchedFiles(FileWatcher watcher, SharedMemory memory, Reads reads) {
   auto& layer = TheLayer();
   if (layer) throw std::logic_error("files are watched already");
   layer = std::make_unique<Below>();
   layer->watcher = std::move(watcher);
+  layer->reads = reads;
   layer->methods = memory == SharedMemory::Yes ? &kMethods : &kMethodsWithoutMemory;
   layer->vfs = sqlite3_vfs_find(nullptr);
   layer->fcntl = SystemCall<Fcntl>(layer->vfs, "fcntl");

@@ -14,6 +14,7 @@ namespace twqb {
 enum class FileCall : std::uint8_t {
   Open,           // of a file, by the system
   Lock,           // one call to the system that takes or gives back a lock, or asks for one
+  Read,           // of pages; told to those alone who ask for it
   Write,          // of pages
   Sync,           // a file's content is made durable
   SyncDirectory,  // that a file is there is made durable
@@ -29,9 +30,11 @@ using FileWatcher = std::function<int(FileCall call, std::string_view path)>;
 // Whether files can have memory that processes share, which a log is not to be had without.
 enum class SharedMemory : std::uint8_t { Yes, No };
 
+enum class Reads : std::uint8_t { Untold, Told };
+
 class WatchedFiles {
  public:
-  explicit WatchedFiles(FileWatcher watcher, SharedMemory memory = SharedMemory::Yes);
+  explicit WatchedFiles(FileWatcher watcher, SharedMemory memory = SharedMemory::Yes, Reads reads = Reads::Untold);
   ~WatchedFiles();
   WatchedFiles(const WatchedFiles&) = delete;
   WatchedFiles& operator=(const WatchedFiles&) = delete;

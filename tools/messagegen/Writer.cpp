@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <array>
 #include <set>
 #include <utility>
@@ -109,7 +110,23 @@ class Writer {
     declared.insert(Declaration(list));
     auto text = fmt::format("constinit const Element k{}[] = {{\n", list.name);
     for (const auto& row : list.rows) text += "    " + RowText(row, declared) + ",\n";
-    return text + "};\n";
+    return text + "};\n" + Index(list);
+  }
+
+  // Where each name stands among the rows; of one that stands there twice, the first.
+  static std::string Index(const RowList& list) {
+    std::vector<messages::NameSlot> slots(messages::SlotCount(list.rows.size()));
+    for (std::size_t i = 0; i < list.rows.size(); ++i) {
+      auto slot = messages::FirstSlot(list.rows[i].name, slots.size());
+      while (slots[slot] != 0) slot = messages::NextSlot(slot, slots.size());
+      slots[slot] = static_cast<messages::NameSlot>(i + 1);
+    }
+    const bool hasRequiredChoice =
+        std::ranges::any_of(list.rows, [](const Row& row) { return row.type == Type::Choice && !row.optional; });
+    return fmt::format(
+        "constexpr NameSlot k{0}Slots[] = {{{1}}};\n"
+        "constinit const RowIndex k{0}Index = {{.slots = k{0}Slots, .hasRequiredChoice = {2}}};\n",
+        list.name, fmt::join(slots, ", "), hasRequiredChoice);
   }
 
   std::string RowText(const Row& row, std::set<std::string>& declared) const {
@@ -122,7 +139,8 @@ class Writer {
     if (row.children) {
       const auto& list = table_.rowLists[*row.children];
       declared.insert(Declaration(list));
-      text += fmt::format(", .firstChild = k{}, .childCount = {}", list.name, list.rows.size());
+      text +=
+          fmt::format(", .firstChild = k{0}, .childCount = {1}, .childIndex = &k{0}Index", list.name, list.rows.size());
     }
     if (row.values) {
       const auto& list = table_.valueLists[*row.values];
@@ -133,7 +151,7 @@ class Writer {
   }
 
   static std::string Declaration(const RowList& list) {
-    return fmt::format("extern const Element k{}[];\n", list.name);
+    return fmt::format("extern const Element k{0}[];\nextern const RowIndex k{0}Index;\n", list.name);
   }
   static std::string Declaration(const ValueList& list) {
     return fmt::format("extern const EnumValue k{}[];\n", list.name);
@@ -157,7 +175,7 @@ class Writer {
     if (!rows) return {};
     const auto& list = table_.rowLists[*rows];
     declared.insert(Declaration(list));
-    return fmt::format(", .{} = {{k{}, {}}}", field, list.name, list.rows.size());
+    return fmt::format(", .{0} = {{k{1}, {2}, &k{1}Index}}", field, list.name, list.rows.size());
   }
 
   const Table& table_;

@@ -1,0 +1,140 @@
+// What stays behind the seam of a connection that was closed, and what must not.
+
+#include <sqlite3.h>
+
+#include "WrittenAhead.h"
+#include "tests/support/LackingMemory.h"
+#include "tests/support/WatchedFiles.h"
+
+namespace twqb::sqlite {
+namespace {
+
+class KeptConnections : public WriteAhead {
+ protected:
+  // An open connection of the one provider.
+  [[nodiscard]] std::unique_ptr<ado::Connection> Opened() { return Opened(provider_); }
+  [[nodiscard]] std::unique_ptr<ado::Connection> Opened(SqliteProvider& provider) const {
+    auto connection = provider.CreateConnection();
+    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
+    connection->Open();
+    return connection;
+  }
+  static std::string ScalarOf(ado::Connection& connection, std::string_view statement) {
+    return ToText(connection.Execute(statement, nullptr)->FieldAt(0));
+  }
+
+  SqliteProvider provider_;
+};
+
+TEST_F(KeptConnections, A_connection_that_is_opened_for_each_row_opens_the_file_once) {
+  connection_.reset();
+  int opens = 0;
+  {
+    const WatchedFiles files([&](FileCall call, std::string_view) {
+      opens += call == FileCall::Open ? 1 : 0;
+      return SQLITE_OK;
+    });
+    SqliteProvider provider;
+    const auto shared = Opened(provider);
+    Add(*shared);
+    const auto addRow = [&] {
+      const auto own = Opened(provider);
+      const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
+      rows->AddNew();
+      rows->SetField("a", std::int64_t{1});
+      rows->Update();
+    };
+    addRow();
+    opens = 0;
+    for (int i = 0; i < 19; ++i) addRow();
+    EXPECT_EQ(opens, 0);
+    EXPECT_EQ(Count(*shared), "21");
+  }
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(KeptConnections, Read_tables_as_others_have_changed_them) {
+  SqliteProvider provider;
+  const auto shared = provider.CreateConnection();
+  const auto own = provider.CreateConnection();
+  for (auto* connection : {shared.get(), own.get()}) {
+    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
+    connection->Open();
+  }
+  const auto fields = [&] {
+    return own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic)->FieldCount();
+  };
+  EXPECT_EQ(fields(), 1);
+  own->Close();
+  shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
+  own->Open();
+  EXPECT_EQ(fields(), 2);
+}
+
+TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead) {
+  connection_.reset();
+  int locks = 0;
+  {
+    const WatchedFiles files([&](FileCall call, std::string_view) {
+      locks += call == FileCall::Lock ? 1 : 0;
+      return SQLITE_OK;
+    });
+    SqliteProvider provider;
+    const auto shared = Opened(provider);
+    Add(*shared);
+    for (int i = 0; i < 2; ++i) {
+      const auto own = Opened(provider);
+      EXPECT_EQ(Count(*own), "1");
+      own->Close();
+    }
+    locks = 0;
+    const auto own = Opened(provider);
+    EXPECT_EQ(locks, 0);
+    shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
+    const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
+    EXPECT_EQ(rows->FieldCount(), 2) << "what has changed shows all the same";
+    own->Close();
+    shared->Close();
+  }
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(KeptConnections, Have_nothing_on_them_of_what_their_last_user_set) {
+  const auto shared = Opened();
+  const auto fresh = ScalarOf(*shared, "PRAGMA busy_timeout");
+  for (const char* statement :
+       {"PRAGMA busy_timeout = 7", "PRAGMA query_only = 1", " pragma recursive_triggers = 1",
+        "ATTACH DATABASE ':memory:' AS other", "CREATE TEMP TABLE Own (a INTEGER)",
+        "CREATE TEMPORARY VIEW Mine AS SELECT 1", "/* kept */ PRAGMA case_sensitive_like = 1"}) {
+    SCOPED_TRACE(statement);
+    auto own = Opened();
+    own->Execute(statement, nullptr);
+    own->Close();
+    own = Opened();
+    EXPECT_EQ(ScalarOf(*own, "PRAGMA busy_timeout"), fresh);
+    EXPECT_EQ(ScalarOf(*own, "PRAGMA query_only"), "0");
+    EXPECT_EQ(ScalarOf(*own, "PRAGMA recursive_triggers"), "0");
+    EXPECT_EQ(ScalarOf(*own, "SELECT 'a' LIKE 'A'"), "1");
+    EXPECT_EQ(ScalarOf(*own, "SELECT count(*) FROM pragma_database_list WHERE name NOT IN ('main', 'temp')"), "0");
+    EXPECT_EQ(ScalarOf(*own, "SELECT count(*) FROM sqlite_temp_schema"), "0");
+  }
+}
+
+TEST_F(KeptConnections, Are_closed_though_there_is_no_memory) {
+  for (const bool another : {false, true}) {
+    auto shared = another ? Opened() : nullptr;
+    auto own = Opened();
+    Add(*own);
+    {
+      const LackingMemory lacking;
+      own.reset();
+    }
+    shared.reset();
+    Opened()->Close();
+    EXPECT_TRUE(IsPlain());
+  }
+  EXPECT_EQ(RowsOfACopy(), "2");
+}
+
+}  // namespace
+}  // namespace twqb::sqlite
