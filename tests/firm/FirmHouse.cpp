@@ -1,0 +1,132 @@
+#include "tests/firm/FirmHouse.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <span>
+#include <utility>
+
+#include "bridge/modTWQBBridge.h"
+#include "platform/Text.h"
+#include "samples/firm/Firm.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb {
+
+namespace {
+
+// The tag of the version line that a company file takes.
+std::string TagOf(const company::CompanyOptions& options) {
+  // An Australian file answers everything but the host query in the form of the United States.
+  const auto country = options.country == messages::Country::AU ? messages::Country::US : options.country;
+  return messages::FormTag({.country = country});
+}
+
+// A bridge that works with saved filters.
+class Bridge : public CTWQBBridge {
+ public:
+  explicit Bridge(TestHouse& house) {
+    SetConnectString(house.ConnectString());
+    SetTWSettingsPath(house.Path("twqb.ini"));
+    SetUsePreferencesTW(true);
+    SetNoProgressBar(true);
+  }
+};
+
+HouseOptions WithAnswers(HouseOptions options) {
+  if (options.answers.empty()) options.answers = "default yes\n";
+  return options;
+}
+
+}  // namespace
+
+firm::FirmPlan TinyFirm(unsigned number) {
+  constexpr std::uint64_t kSeedsOfRound = 1'000'000;
+  const char* round = std::getenv("TWQB_ROUND");
+  const auto first = round == nullptr ? 0 : std::strtoull(round, nullptr, 10) * kSeedsOfRound;
+  return {.clients = 1 + static_cast<int>(number % 3), .seed = first + number, .months = 2, .hours = 2};
+}
+
+FirmHouse::FirmHouse(const firm::FirmPlan& plan, HouseOptions options) : FirmHouse(options) {
+  FillBilling(plan);
+  FillCompany(plan, options.company);
+}
+
+FirmHouse::FirmHouse(HouseOptions options) : TestHouse(WithAnswers(std::move(options))) {
+  pull = GetTableFromQB;
+  std::ofstream(Path("twqb.ini")) << "[GENERAL]\r\nFIRST_TIME=False\r\n";
+}
+
+void FirmHouse::FillBilling(const firm::FirmPlan& plan) {
+  Sql("BEGIN");
+  firm::WriteBilling(plan, [&](const std::string& statement) { Sql(statement); });
+  Sql("COMMIT");
+}
+
+void FirmHouse::FillCompany(const firm::FirmPlan& plan, const company::CompanyOptions& options) {
+  company::CompanyFile file(Path("company.twq"), machine);
+  const auto versionLine = "version=\"" + TagOf(options) + "\"?>\n<QBXML>";
+  firm::WriteCompany(plan, [&](const std::string& document) {
+    const auto answer = file.Process(ReplaceAll(document, "version=\"3.0\"?>\n<QBXML>", versionLine));
+    EXPECT_EQ(answer.find("statusSeverity=\"Error\""), std::string::npos)
+        << plan.seed << ": " << answer.substr(answer.rfind("statusCode"));
+  });
+}
+
+void FirmHouse::Send(enTables table) {
+  Enter();
+  machine.Advance(Date::kHour);
+  EXPECT_TRUE(Bridge(*this).SendDataToQB(table)) << table << ": " << (BoxTexts().empty() ? "" : BoxTexts().back());
+}
+
+void FirmHouse::Get(enTables table) {
+  Enter();
+  machine.Advance(Date::kHour);
+  EXPECT_TRUE(Bridge(*this).GetDataFromQB(table)) << table << ": " << (BoxTexts().empty() ? "" : BoxTexts().back());
+}
+
+std::vector<Fields> FirmHouse::RowsOf(const std::string& statement) {
+  const auto connection = database.CreateConnection();
+  connection->SetConnectionString(ConnectString());
+  connection->Open();
+  const auto rows = connection->OpenRecordset(statement, ado::CursorType::Static, ado::LockType::ReadOnly);
+  std::vector<Fields> found;
+  for (; !rows->Eof(); rows->MoveNext()) {
+    Fields fields;
+    for (int i = 0; i < rows->FieldCount(); ++i) {
+      const auto value = rows->FieldAt(i);
+      fields[rows->FieldName(i)] = IsNull(value) ? std::nullopt : std::optional(ToText(value));
+    }
+    found.push_back(std::move(fields));
+  }
+  return found;
+}
+
+Counts FirmHouse::CountRows() {
+  Counts counts;
+  for (const auto* table :
+       {"Employee", "Client", "Project", "Activity", "Expense", "AccountList", "TimeEntry", "ExpenseLog",
+        "TransactionTable", "ManInvDetail", "Payment", "VendorBill", "Budget", "BudgetActivity", "BudgetExpense"}) {
+    counts[table] = std::stoll(Scalar(std::string("SELECT COUNT(*) FROM ") + table));
+  }
+  return counts;
+}
+
+Counts FirmHouse::CountRecords() {
+  Counts counts;
+  for (const auto& kind : company::CompanyFile(Path("company.twq"), machine).Summary().kinds) {
+    counts[kind.name] = kind.records;
+  }
+  return counts;
+}
+
+void CopyCompany(const FirmHouse& house, const std::string& folder) {
+  for (const auto& entry : std::filesystem::directory_iterator(house.Folder())) {
+    const auto name = entry.path().filename().string();
+    if (name.starts_with("company.twq")) std::filesystem::copy_file(entry.path(), folder + "/" + name);
+  }
+}
+
+}  // namespace twqb
