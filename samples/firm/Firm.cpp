@@ -37,7 +37,7 @@ void WriteBilling(const FirmPlan& plan, const TakeStatement& take) {
 void WriteCompany(const FirmPlan& plan, const TakeDocument& take) {
   if (!FaultOf(plan).empty()) return;
   Requests requests(take);
-  const auto records = AddOwnLists(plan, requests);
+  const auto records = AddOwnLists(MakeModel(plan), requests);
   AddOwnTime(plan, records, requests);
   AddOwnMoney(plan, records, requests);
   AddOwnCosts(plan, records, requests);

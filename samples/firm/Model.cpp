@@ -94,11 +94,11 @@ std::vector<std::string> Codes(Dice& dice, std::int64_t count) {
 Model MakeModel(const FirmPlan& plan) {
   auto dice = DiceFor(plan, Purpose::Model);
   Model model = {.plan = plan};
-  model.employees = Workers(dice, "E", 1 + plan.clients * 2 / 5);
+  model.employees = Workers(dice, "E", 2 + plan.clients * 2 / 5);
   model.vendors = Workers(dice, "V", 1 + plan.clients / 8);
   for (std::int64_t i = 1; i <= plan.clients; ++i) {
     auto key = KeyOf(LastName(dice), i);
-    if (dice.OnceIn(15)) key = fmt::format("THE OFFICE OF THE COUNTY ENGINEER AND SURVEYOR {}", i);
+    if (dice.OnceIn(15)) key = fmt::format("{} OFFICE OF THE COUNTY ENGINEER AND SURVEYOR", i);
     if (dice.OnceIn(15)) key = fmt::format("ÅS & CIE. {}", i);
     model.clients.push_back({.key = std::move(key), .size = SizeOf(i)});
   }

@@ -54,8 +54,8 @@ constexpr std::array kJobTypes = {"Fixed", "Hourly", "Hourly Not To Exceed", "Pe
 
 class OwnListsOfAFirm {
  public:
-  OwnListsOfAFirm(const FirmPlan& plan, Requests& requests)
-      : plan_(plan), requests_(requests), dice_(DiceFor(plan, Purpose::OwnLists)) {}
+  OwnListsOfAFirm(const Model& model, Requests& requests)
+      : model_(model), plan_(model.plan), requests_(requests), dice_(DiceFor(model.plan, Purpose::OwnLists)) {}
 
   OwnRecords Add() {
     AddAccounts();
@@ -63,8 +63,9 @@ class OwnListsOfAFirm {
     const auto people = 1 + plan_.clients / 10;
     for (std::int64_t i = 1; i <= people; ++i) AddVendor(i);
     for (std::int64_t i = 1; i <= people; ++i) AddEmployee(i);
-    const auto customers = 1 + plan_.clients / 4;
+    const auto customers = 2 + plan_.clients / 4;
     for (std::int64_t i = 1; i <= customers; ++i) AddCustomer(i);
+    AddNamesInUse();
     const auto items = std::min<std::int64_t>(2 + plan_.clients / 5, 60);
     for (std::int64_t i = 1; i <= items; ++i) AddService(i);
     for (std::int64_t i = 1; i <= items; ++i) AddCharge(i);
@@ -176,6 +177,20 @@ class OwnListsOfAFirm {
     if (level < 3 && dice_.OnceIn(3)) AddJob(fullName, level + 1);
   }
 
+  // What clients and activities would be called.
+  void AddNamesInUse() {
+    const auto& client = dice_.OneOf(model_.clients).key;
+    // Behind one that is full no counter would fit.
+    const bool isShort = CharacterCount(client) < 40;
+    if (dice_.OnceIn(3) && isShort) requests_.Add(Request("Customer").Put("Name", client));
+    const auto activity = Trim(ReplaceAll(dice_.OneOf(model_.activities), ":", " "));
+    if (!dice_.OnceIn(3)) return;
+    Request request("ItemService");
+    request.Put("Name", Left(activity, 31));
+    PutPrices(request);
+    requests_.Add(request);
+  }
+
   // Sold alone, or bought, too: then dearer than it costs.
   void PutPrices(Request& request) {
     const auto cost = dice_.Of(1, 900) * 25;
@@ -228,6 +243,7 @@ class OwnListsOfAFirm {
     }
   }
 
+  const Model& model_;
   const FirmPlan& plan_;
   Requests& requests_;
   Dice dice_;
@@ -236,6 +252,6 @@ class OwnListsOfAFirm {
 
 }  // namespace
 
-OwnRecords AddOwnLists(const FirmPlan& plan, Requests& requests) { return OwnListsOfAFirm(plan, requests).Add(); }
+OwnRecords AddOwnLists(const Model& model, Requests& requests) { return OwnListsOfAFirm(model, requests).Add(); }
 
 }  // namespace twqb::firm

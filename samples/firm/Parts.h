@@ -55,7 +55,8 @@ struct OwnRecords {
   std::vector<std::string> services;
   std::vector<std::string> charges;  // other charges and goods
 };
-[[nodiscard]] OwnRecords AddOwnLists(const FirmPlan& plan, Requests& requests);
+// The model tells which names its rows would like to have, of which QuickBooks has some in use.
+[[nodiscard]] OwnRecords AddOwnLists(const Model& model, Requests& requests);
 void AddOwnTime(const FirmPlan& plan, const OwnRecords& records, Requests& requests);
 void AddOwnMoney(const FirmPlan& plan, const OwnRecords& records, Requests& requests);
 void AddOwnCosts(const FirmPlan& plan, const OwnRecords& records, Requests& requests);

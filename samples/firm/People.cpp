@@ -39,7 +39,7 @@ Name AnyName(Dice& dice, Kind kind) {
   Name name = {.first = FirstName(dice), .last = LastName(dice)};
   switch (dice.Of(0, 11)) {
     case 0:
-      name.first = fmt::format("{}-{} {}", *name.first, *name.first, "Bartholomew");
+      name.first = Left(fmt::format("{0}-{0} Bartholomew", *name.first), 30);
       break;
     case 1:
       name.last = "Missing Data";
@@ -52,6 +52,10 @@ Name AnyName(Dice& dice, Kind kind) {
       break;
     case 4:
       if (kind == Kind::Vendor) name = {};
+      break;
+    case 5:
+      // QuickBooks knows people by their names, of which it takes each once.
+      name = {.first = "Ann", .last = "Lee"};
       break;
     default:
       break;

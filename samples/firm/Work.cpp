@@ -99,7 +99,7 @@ class WorkOfAFirm {
     Row row;
     row.Put("TEID", RowKey(kTimeKeys, ++times_)).Moment("TEDate", day).Put("EmployeeID", person.key);
     row.Put("ProjectID", job.key).Put("ProjectName", job.code);
-    // Some for no activity: the item stays empty in QuickBooks.
+    // Those of no activity stay here.
     row.Put("ActivityID", dice.OnceIn(20) ? Text() : dice.OneOf(model_.activities));
     row.Number("TEHours", hours, 3).Number("aHours", hours, 3);
     row.Put("TEDescription", AnyText(dice, Task(dice), 255));

@@ -11,7 +11,7 @@
 #include "bridge/modTWQBBridge.h"
 #include "platform/Text.h"
 #include "samples/firm/Firm.h"
-#include "twqb/CTWQBBridge.h"
+#include "tests/support/Bridge.h"
 
 namespace twqb {
 
@@ -21,19 +21,8 @@ namespace {
 std::string TagOf(const company::CompanyOptions& options) {
   // An Australian file answers everything but the host query in the form of the United States.
   const auto country = options.country == messages::Country::AU ? messages::Country::US : options.country;
-  return messages::FormTag({.country = country});
+  return std::string(messages::FormTag({.country = country}));
 }
-
-// A bridge that works with saved filters.
-class Bridge : public CTWQBBridge {
- public:
-  explicit Bridge(TestHouse& house) {
-    SetConnectString(house.ConnectString());
-    SetTWSettingsPath(house.Path("twqb.ini"));
-    SetUsePreferencesTW(true);
-    SetNoProgressBar(true);
-  }
-};
 
 HouseOptions WithAnswers(HouseOptions options) {
   if (options.answers.empty()) options.answers = "default yes\n";
@@ -46,15 +35,18 @@ firm::FirmPlan TinyFirm(unsigned number) {
   constexpr std::uint64_t kSeedsOfRound = 1'000'000;
   const char* round = std::getenv("TWQB_ROUND");
   const auto first = round == nullptr ? 0 : std::strtoull(round, nullptr, 10) * kSeedsOfRound;
-  return {.clients = 1 + static_cast<int>(number % 3), .seed = first + number, .months = 2, .hours = 2};
+  return {.clients = 1 + static_cast<int>(number % 3),
+          .seed = first + number,
+          .months = number % 4 == 0 ? 2 : 1,
+          .hours = 2};
 }
 
 FirmHouse::FirmHouse(const firm::FirmPlan& plan, HouseOptions options) : FirmHouse(options) {
   FillBilling(plan);
-  FillCompany(plan, options.company);
+  FillCompany(plan);
 }
 
-FirmHouse::FirmHouse(HouseOptions options) : TestHouse(WithAnswers(std::move(options))) {
+FirmHouse::FirmHouse(HouseOptions options) : TestHouse(WithAnswers(options)), tag_(TagOf(options.company)) {
   pull = GetTableFromQB;
   std::ofstream(Path("twqb.ini")) << "[GENERAL]\r\nFIRST_TIME=False\r\n";
 }
@@ -65,9 +57,9 @@ void FirmHouse::FillBilling(const firm::FirmPlan& plan) {
   Sql("COMMIT");
 }
 
-void FirmHouse::FillCompany(const firm::FirmPlan& plan, const company::CompanyOptions& options) {
+void FirmHouse::FillCompany(const firm::FirmPlan& plan) {
   company::CompanyFile file(Path("company.twq"), machine);
-  const auto versionLine = "version=\"" + TagOf(options) + "\"?>\n<QBXML>";
+  const auto versionLine = "version=\"" + tag_ + "\"?>\n<QBXML>";
   firm::WriteCompany(plan, [&](const std::string& document) {
     const auto answer = file.Process(ReplaceAll(document, "version=\"3.0\"?>\n<QBXML>", versionLine));
     EXPECT_EQ(answer.find("statusSeverity=\"Error\""), std::string::npos)
@@ -85,6 +77,13 @@ void FirmHouse::Get(enTables table) {
   Enter();
   machine.Advance(Date::kHour);
   EXPECT_TRUE(Bridge(*this).GetDataFromQB(table)) << table << ": " << (BoxTexts().empty() ? "" : BoxTexts().back());
+}
+
+pugi::xml_document FirmHouse::Ask(const std::string& request) {
+  pugi::xml_document document;
+  const auto answer = Company(request, tag_);
+  EXPECT_TRUE(document.load_string(answer.c_str())) << answer;
+  return document;
 }
 
 std::vector<Fields> FirmHouse::RowsOf(const std::string& statement) {

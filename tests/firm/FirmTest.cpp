@@ -37,8 +37,8 @@ TEST(Firm, Of_the_same_plan_is_the_same_on_every_machine) {
   const auto texts = TextsOf(plan);
   EXPECT_EQ(texts, TextsOf(plan));
   // Whoever changes what a firm is writes the new numbers here. Anybody else has a compiler or a library that differs.
-  EXPECT_EQ(HashOf(texts.billing), 13751352356161645075U);
-  EXPECT_EQ(HashOf(texts.company), 7977030204530193571U);
+  EXPECT_EQ(HashOf(texts.billing), 5273700084010042484U);
+  EXPECT_EQ(HashOf(texts.company), 4636264495957638104U);
 }
 
 TEST(Firm, Of_another_seed_is_another_one_on_both_sides) {
@@ -109,16 +109,20 @@ TEST_P(TinyFirms, Pay_no_invoice_twice_and_apply_all_that_was_paid) {
 
 TEST_P(TinyFirms, Refer_to_rows_that_are_there) {
   for (const auto* statement :
-       {"SELECT COUNT(*) FROM Project WHERE ClientID NOT IN (SELECT ClientID FROM Client)",
-        "SELECT COUNT(*) FROM Project WHERE ParentProjectID NOT IN (SELECT ProjectID FROM Project)",
-        "SELECT COUNT(*) FROM TimeEntry WHERE ProjectID NOT IN (SELECT ProjectID FROM Project)",
-        "SELECT COUNT(*) FROM TimeEntry WHERE EmployeeID NOT IN (SELECT EmployeeID FROM Employee)",
-        "SELECT COUNT(*) FROM TimeEntry WHERE ActivityID NOT IN (SELECT ActivityID FROM Activity)",
-        "SELECT COUNT(*) FROM TimeEntry WHERE TransactionID NOT IN (SELECT TransactionID FROM TransactionTable)",
-        "SELECT COUNT(*) FROM ExpenseLog WHERE ExpID NOT IN (SELECT ExpID FROM Expense)",
-        "SELECT COUNT(*) FROM ExpenseLog WHERE VendorBillID NOT IN (SELECT VendorBillID FROM VendorBill)",
-        "SELECT COUNT(*) FROM TransactionTable WHERE PayID NOT IN (SELECT PayID FROM Payment)",
-        "SELECT COUNT(*) FROM AccountList WHERE ParentAccountID NOT IN (SELECT AccountID FROM AccountList)"}) {
+       {"SELECT COUNT(*) FROM Project WHERE ClientID <> '' AND ClientID NOT IN (SELECT ClientID FROM Client)",
+        "SELECT COUNT(*) FROM Project WHERE ParentProjectID <> '' AND ParentProjectID NOT IN (SELECT ProjectID FROM "
+        "Project)",
+        "SELECT COUNT(*) FROM TimeEntry WHERE ProjectID <> '' AND ProjectID NOT IN (SELECT ProjectID FROM Project)",
+        "SELECT COUNT(*) FROM TimeEntry WHERE EmployeeID <> '' AND EmployeeID NOT IN (SELECT EmployeeID FROM Employee)",
+        "SELECT COUNT(*) FROM TimeEntry WHERE ActivityID <> '' AND ActivityID NOT IN (SELECT ActivityID FROM Activity)",
+        "SELECT COUNT(*) FROM TimeEntry WHERE TransactionID <> '' AND TransactionID NOT IN (SELECT TransactionID FROM "
+        "TransactionTable)",
+        "SELECT COUNT(*) FROM ExpenseLog WHERE ExpID <> '' AND ExpID NOT IN (SELECT ExpID FROM Expense)",
+        "SELECT COUNT(*) FROM ExpenseLog WHERE VendorBillID <> '' AND VendorBillID NOT IN (SELECT VendorBillID FROM "
+        "VendorBill)",
+        "SELECT COUNT(*) FROM TransactionTable WHERE PayID <> '' AND PayID NOT IN (SELECT PayID FROM Payment)",
+        "SELECT COUNT(*) FROM AccountList WHERE ParentAccountID <> '' AND ParentAccountID NOT IN (SELECT AccountID "
+        "FROM AccountList)"}) {
     EXPECT_EQ(house_.Scalar(statement), "0") << statement;
   }
 }
