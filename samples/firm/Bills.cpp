@@ -21,7 +21,7 @@ class BillsOfAFirm {
   void Add() {
     for (const auto& vendor : model_.vendors) {
       for (int month = 0; month < model_.plan.months; ++month) {
-        if (dice_.OnceIn(2)) AddBill(vendor, month);
+        if (!dice_.OnceIn(3)) AddBill(vendor, month);
       }
     }
   }

@@ -13,13 +13,6 @@ namespace {
 
 constexpr std::size_t kLongestKey = 36;
 
-// Names of clients need not be the only ones of their kind.
-Text ClientCompany(Dice& dice) {
-  const auto company = CompanyWords(dice);
-  if (dice.OnceIn(10)) return std::nullopt;
-  return AnyText(dice, company, 80);
-}
-
 void AddProject(Dice& dice, const Model& model, const Job& job, Rows& rows) {
   const bool isPhase = !job.parent.empty();
   const auto place = Place(dice);
@@ -27,8 +20,9 @@ void AddProject(Dice& dice, const Model& model, const Job& job, Rows& rows) {
   // Names that begin with their key, and names with colons, which QuickBooks keeps for its own.
   if (dice.OnceIn(8)) name = fmt::format("{}-{} {}", job.code, job.phase, place);
   if (dice.OnceIn(8)) name = fmt::format("{}: west", place);
-  // A key that fills QuickBooks' name by itself is left out of it, so that there must be a name.
-  if (CharacterCount(job.key) > kLongestKey) name = SomeText(dice, fmt::format("{} {}", place, job.phase), 100);
+  // A key that fills QuickBooks' name by itself is left out of it, so that there must be a name, with room for a
+  // counter.
+  if (CharacterCount(job.key) > kLongestKey) name = dice.OnceIn(2) ? "Gauges" : SomeText(dice, place, kLongestKey);
   const bool works = job.months > 0;
   constexpr std::array kIdle = {"Inactive", "Completed", "Hold", "Main"};
   Row row;
@@ -54,7 +48,7 @@ void AddClients(const Model& model, Rows& rows) {
   auto dice = DiceFor(model.plan, Purpose::Clients);
   for (const auto& client : model.clients) {
     Row row;
-    row.Put("ClientID", client.key).Put("ClientCompany", ClientCompany(dice));
+    row.Put("ClientID", client.key).Put("ClientCompany", client.company);
     row.Put("ClientFName", AnyText(dice, FirstName(dice), 30)).Put("ClientLName", AnyText(dice, LastName(dice), 30));
     row.Put("ClientMI", dice.OnceIn(3) ? Text("J") : Text()).Put("ClientMainSalt", Salutation(dice));
     row.Put("ClientStreet", AnyText(dice, Street(dice), 60)).Put("ClientStreet2", AnyText(dice, "3rd Floor", 60));

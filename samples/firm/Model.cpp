@@ -6,6 +6,7 @@
 #include <array>
 #include <string_view>
 
+#include "platform/Text.h"
 #include "samples/firm/Shapes.h"
 
 namespace twqb::firm {
@@ -37,6 +38,14 @@ std::vector<Worker> Workers(Dice& dice, std::string_view prefix, std::int64_t co
 ClientSize SizeOf(std::int64_t number) {
   if (number % 20 == 1) return ClientSize::Big;
   return number % 7 == 2 ? ClientSize::Middling : ClientSize::Small;
+}
+
+// Companies need not be the only ones of their name; a colon QuickBooks would not take in one.
+Text CompanyOf(Dice& dice) {
+  if (dice.OnceIn(10)) return std::nullopt;
+  auto company = AnyText(dice, CompanyWords(dice), 80);
+  if (company) *company = ReplaceAll(*company, ":", ";");
+  return company;
 }
 
 void SetWork(Job& job, ClientSize size, const Model& model, Dice& dice) {
@@ -100,7 +109,7 @@ Model MakeModel(const FirmPlan& plan) {
     auto key = KeyOf(LastName(dice), i);
     if (dice.OnceIn(15)) key = fmt::format("{} OFFICE OF THE COUNTY ENGINEER AND SURVEYOR", i);
     if (dice.OnceIn(15)) key = fmt::format("ÅS & CIE. {}", i);
-    model.clients.push_back({.key = std::move(key), .size = SizeOf(i)});
+    model.clients.push_back({.key = std::move(key), .company = CompanyOf(dice), .size = SizeOf(i)});
   }
   for (std::size_t i = 0; i < model.clients.size(); ++i) AddJobs(model, i, dice);
   model.activities = Codes(dice, std::min<std::int64_t>(3 + plan.clients / 5, 80));

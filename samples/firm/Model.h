@@ -11,6 +11,7 @@
 #include "platform/Date.h"
 #include "samples/firm/Dice.h"
 #include "samples/firm/FirmPlan.h"
+#include "samples/firm/Rows.h"
 
 namespace twqb::firm {
 
@@ -48,6 +49,7 @@ enum class ClientSize : std::uint8_t { Small, Middling, Big };
 
 struct Payer {
   std::string key;
+  Text company;
   ClientSize size = ClientSize::Small;
 };
 

@@ -65,7 +65,7 @@ class OwnListsOfAFirm {
     for (std::int64_t i = 1; i <= people; ++i) AddEmployee(i);
     const auto customers = 2 + plan_.clients / 4;
     for (std::int64_t i = 1; i <= customers; ++i) AddCustomer(i);
-    AddNamesInUse();
+    for (std::int64_t i = 0; i <= plan_.clients / 10; ++i) AddNameInUse(static_cast<std::size_t>(i) * 10);
     const auto items = std::min<std::int64_t>(2 + plan_.clients / 5, 60);
     for (std::int64_t i = 1; i <= items; ++i) AddService(i);
     for (std::int64_t i = 1; i <= items; ++i) AddCharge(i);
@@ -177,16 +177,18 @@ class OwnListsOfAFirm {
     if (level < 3 && dice_.OnceIn(3)) AddJob(fullName, level + 1);
   }
 
-  // What clients and activities would be called.
-  void AddNamesInUse() {
-    const auto& client = dice_.OneOf(model_.clients).key;
+  // What a client or an activity would be called.
+  void AddNameInUse(std::size_t number) {
+    const auto& client = model_.clients[number % model_.clients.size()];
+    const auto company = client.company.value_or("");
+    const auto name = company.empty() ? client.key : fmt::format("{} ({})", company, client.key);
     // Behind one that is full no counter would fit.
-    const bool isShort = CharacterCount(client) < 40;
-    if (dice_.OnceIn(3) && isShort) requests_.Add(Request("Customer").Put("Name", client));
-    const auto activity = Trim(ReplaceAll(dice_.OneOf(model_.activities), ":", " "));
-    if (!dice_.OnceIn(3)) return;
+    const bool isShort = CharacterCount(name) < 40 && Trim(name) == name;
+    if (dice_.OnceIn(3) && isShort) requests_.Add(Request("Customer").Put("Name", name));
+    const auto activity = number / 10;
+    if (!dice_.OnceIn(3) || activity >= model_.activities.size()) return;
     Request request("ItemService");
-    request.Put("Name", Left(activity, 31));
+    request.Put("Name", Trim(ReplaceAll(model_.activities[activity], ":", " ")));
     PutPrices(request);
     requests_.Add(request);
   }

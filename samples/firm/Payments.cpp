@@ -78,7 +78,10 @@ class PaymentsOfAFirm {
   void AddRetainer(std::size_t client, const Open& first) {
     const auto amount = dice_.Of(4, 40) * 25'000;
     auto payment = Begin(client, first, amount, "1", true);
-    Apply(payment, "0", dice_.OnceIn(2) ? "{CLIENT RETAINER}" : model_.jobs[first.job].key, amount);
+    // One for the client as a whole makes the customer a project, which one with an apostrophe can't become.
+    const bool mayBeProject = model_.clients[client].company.value_or("").find('\'') == std::string::npos;
+    const bool isForAll = dice_.OnceIn(2) && mayBeProject;
+    Apply(payment, "0", isForAll ? "{CLIENT RETAINER}" : model_.jobs[first.job].key, amount);
     retainer_ = amount;
     retainerOf_ = client;
   }

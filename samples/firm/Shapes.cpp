@@ -157,7 +157,7 @@ Text State(Dice& dice) {
 
 Text Salutation(Dice& dice) {
   if (dice.OnceIn(4)) return std::nullopt;
-  if (dice.OnceIn(12)) return dice.OnceIn(2) ? "" : "  ";
+  if (dice.OnceIn(8)) return dice.OnceIn(2) ? "" : "  ";
   return std::string(dice.OneOf(kSalutations));
 }
 
