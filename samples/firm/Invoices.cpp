@@ -65,7 +65,7 @@ class InvoicesOfAFirm {
     if (dice_.OnceIn(9)) invoice.miscellaneous = dice_.Of(1, 5'000);
     if (dice_.OnceIn(9)) invoice.discount = Divided(invoice.services, 10);
     if (dice_.OnceIn(60)) invoice.discount = invoice.Total();
-    invoice.isDraft = dice_.OnceIn(30);
+    invoice.isDraft = dice_.OnceIn(30) && numbers_ > 0;
     Write(std::move(invoice));
   }
 

@@ -34,9 +34,9 @@ std::vector<Worker> Workers(Dice& dice, std::string_view prefix, std::int64_t co
   return workers;
 }
 
-// One in twenty is big, three are middling; the first of all is big, so that even two clients have a big one.
+// One in twenty is big, three are middling: of three clients there is one of each size.
 ClientSize SizeOf(std::int64_t number) {
-  if (number % 20 == 1) return ClientSize::Big;
+  if (number % 20 == 3) return ClientSize::Big;
   return number % 7 == 2 ? ClientSize::Middling : ClientSize::Small;
 }
 
@@ -68,7 +68,8 @@ void AddJobs(Model& model, std::size_t client, Dice& dice) {
     if (dice.OnceIn(12)) top.code = fmt::format("ÉCOLE {}", number);
     top.key = top.code + ":";
     top.contract = dice.OneOf(kContracts);
-    if (!dice.OnceIn(10)) SetWork(top, size, model, dice);
+    // There is work at least on the first one.
+    if (!dice.OnceIn(10) || number == 1) SetWork(top, size, model, dice);
     model.jobs.push_back(top);
     if (size == ClientSize::Small && !dice.OnceIn(5)) continue;
     const auto phases = dice.Of(1, size == ClientSize::Big ? 3 : 2);

@@ -65,8 +65,8 @@ class WorkOfAFirm {
     for (std::size_t i = 0; i < model_.jobs.size(); ++i) {
       const auto& job = model_.jobs[i];
       for (int month = job.firstMonth; month < job.firstMonth + job.months; ++month) {
-        // Not everything is billed yet.
-        const bool isBilled = !hours_.OnceIn(8);
+        // Not everything is billed yet, but something is.
+        const bool isBilled = !hours_.OnceIn(8) || invoices_ == 0;
         Billed billed = {.key = isBilled ? RowKey(kInvoiceKeys, ++invoices_) : "", .job = i, .month = month};
         AddMonth(job, billed);
         if (isBilled) months.push_back(std::move(billed));
