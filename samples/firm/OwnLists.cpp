@@ -65,7 +65,7 @@ class OwnListsOfAFirm {
     for (std::int64_t i = 1; i <= people; ++i) AddEmployee(i);
     const auto customers = 2 + plan_.clients / 4;
     for (std::int64_t i = 1; i <= customers; ++i) AddCustomer(i);
-    for (std::int64_t i = 0; i <= plan_.clients / 10; ++i) AddNameInUse(static_cast<std::size_t>(i) * 10);
+    for (std::size_t i = 0; i < model_.clients.size(); i += 10) AddNamesInUse(i);
     const auto items = std::min<std::int64_t>(2 + plan_.clients / 5, 60);
     for (std::int64_t i = 1; i <= items; ++i) AddService(i);
     for (std::int64_t i = 1; i <= items; ++i) AddCharge(i);
@@ -177,9 +177,9 @@ class OwnListsOfAFirm {
     if (level < 3 && dice_.OnceIn(3)) AddJob(fullName, level + 1);
   }
 
-  // What a client or an activity would be called.
-  void AddNameInUse(std::size_t number) {
-    const auto& client = model_.clients[number % model_.clients.size()];
+  // What that client and the activity of a tenth of its number would be called.
+  void AddNamesInUse(std::size_t number) {
+    const auto& client = model_.clients[number];
     const auto company = client.company.value_or("");
     const auto name = company.empty() ? client.key : fmt::format("{} ({})", company, client.key);
     // Behind one that is full no counter would fit.

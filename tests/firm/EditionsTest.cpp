@@ -150,6 +150,18 @@ TEST(FirmDifferences, Are_all_met_in_one_larger_firm) {
     EXPECT_TRUE(met.contains(&difference)) << difference.column << " is never met";
 }
 
+TEST(FirmEdition, Below_version_3_does_not_end_alike_for_the_hours_of_an_employee_who_was_sent_are_refused) {
+  constexpr int kSpeaksVersion2 = 12;
+  FirmHouse house({.clients = 3, .months = 1}, HouseOptions{.company = {.hostVersion = kSpeaksVersion2}});
+  house.TrySend(enAll);
+  ASSERT_FALSE(house.BoxTexts().empty());
+  EXPECT_TRUE(house.BoxTexts().back().starts_with("Error: 3310\r\n")) << house.BoxTexts().back();
+  const std::string sent =
+      "SELECT COUNT(*) FROM TimeEntry AS t JOIN Employee AS e ON e.EmployeeID = t.EmployeeID WHERE t.QBLinkID <> '' ";
+  EXPECT_EQ(house.Scalar(sent + "AND e.IsSub = 0"), "0");
+  EXPECT_EQ(house.Scalar("SELECT COUNT(*) FROM TransactionTable WHERE QBLinkID <> ''"), "0") << "the run has ended";
+}
+
 INSTANTIATE_TEST_SUITE_P(Firm, FirmEditions, testing::Range(0U, kPartsOfFirms));
 
 }  // namespace

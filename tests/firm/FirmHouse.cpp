@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <span>
@@ -12,6 +11,7 @@
 #include "platform/Text.h"
 #include "samples/firm/Firm.h"
 #include "tests/support/Bridge.h"
+#include "tests/support/Chance.h"
 
 namespace twqb {
 
@@ -32,11 +32,8 @@ HouseOptions WithAnswers(HouseOptions options) {
 }  // namespace
 
 firm::FirmPlan TinyFirm(unsigned number) {
-  constexpr std::uint64_t kSeedsOfRound = 1'000'000;
-  const char* round = std::getenv("TWQB_ROUND");
-  const auto first = round == nullptr ? 0 : std::strtoull(round, nullptr, 10) * kSeedsOfRound;
   return {.clients = 1 + static_cast<int>(number % 3),
-          .seed = first + number,
+          .seed = SeedOfRound(number),
           .months = number % 4 == 0 ? 2 : 1,
           .hours = 2};
 }

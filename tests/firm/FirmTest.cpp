@@ -74,6 +74,14 @@ TEST(Firm, Of_a_hundred_clients_is_a_year_of_some_thousand_invoices_and_twenty_t
       0.5);
 }
 
+TEST(Firm, Of_any_size_is_taken_by_both_sides) {
+  for (const int clients : {1, 10, 11, 100, 310}) {
+    FirmHouse house({.clients = clients, .seed = 3, .months = 1, .hours = 1});
+    EXPECT_EQ(house.Scalar("SELECT COUNT(*) FROM Client"), std::to_string(clients));
+    EXPECT_GT(house.CountRecords().at("Customer"), clients / 4);
+  }
+}
+
 class TinyFirms : public testing::TestWithParam<unsigned> {
  protected:
   FirmHouse house_{TinyFirm(GetParam())};
