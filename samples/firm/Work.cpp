@@ -120,7 +120,7 @@ class WorkOfAFirm {
   void AddExpense(const Job& job, Billed& billed) {
     auto& dice = expenses_;
     const bool onInvoice = !billed.key.empty() && !dice.OnceIn(6);
-    const bool isVendor = !onInvoice && dice.OnceIn(4);
+    const bool isVendor = !onInvoice && dice.OnceIn(2);
     const bool isBillable = !dice.OnceIn(10);
     const auto units = dice.OnceIn(2) ? dice.Of(1, 20) * 100 : dice.Of(1, 5'000);
     const auto cost = dice.OnceIn(6) ? dice.Of(1, 99'999) : dice.Of(1, 4'000) * 100;

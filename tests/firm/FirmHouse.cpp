@@ -71,6 +71,15 @@ void FirmHouse::Send(enTables table) {
   EXPECT_TRUE(Bridge(*this).SendDataToQB(table)) << table << ": " << (BoxTexts().empty() ? "" : BoxTexts().back());
 }
 
+void FirmHouse::SendExpenses(const std::vector<std::string>& keys) {
+  Enter();
+  machine.Advance(Date::kMinute);
+  Bridge bridge(*this);
+  bridge.SetUsePreferencesTW(false);
+  bridge.SetPassedID("'" + Join(keys, "','") + "'");
+  EXPECT_TRUE(bridge.SendDataToQB(enExpenseLog)) << (BoxTexts().empty() ? "" : BoxTexts().back());
+}
+
 void FirmHouse::TrySend(enTables table) {
   Enter();
   machine.Advance(Date::kMinute);

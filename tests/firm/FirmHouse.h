@@ -35,6 +35,8 @@ class FirmHouse : public TestHouse {
   // All tables an hour behind the transfer before, or one of them a minute. The test fails unless it is done.
   void Send(enTables table = enAll);
   void Get(enTables table = enAll);
+  // Expenses of those keys, which go when they are named.
+  void SendExpenses(const std::vector<std::string>& keys);
   // A send that need not be done.
   void TrySend(enTables table);
 

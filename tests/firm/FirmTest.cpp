@@ -37,7 +37,7 @@ TEST(Firm, Of_the_same_plan_is_the_same_on_every_machine) {
   const auto texts = TextsOf(plan);
   EXPECT_EQ(texts, TextsOf(plan));
   // Whoever changes what a firm is writes the new numbers here. Anybody else has a compiler or a library that differs.
-  EXPECT_EQ(HashOf(texts.billing), 5311529962891858754U);
+  EXPECT_EQ(HashOf(texts.billing), 18274834578128135835U);
   EXPECT_EQ(HashOf(texts.company), 18255053104182887934U);
 }
 
