@@ -459,10 +459,8 @@ INSTANTIATE_TEST_SUITE_P(Firm, FirmReturn, testing::Range(0U, kPartsOfFirms));
 
 TEST(FirmExceptions, Are_all_met_in_a_few_larger_firms) {
   Exceptions exceptions;
-  const auto isNeverMet = [](const auto& exception) { return exception.second == 0; };
-  for (std::uint64_t seed = 1; seed <= 6; ++seed) {
+  for (const std::uint64_t seed : {11, 1, 2, 3}) {
     SendAndCompare({.clients = 80, .seed = seed, .months = 1, .hours = 1}, exceptions);
-    if (std::ranges::none_of(exceptions, isNeverMet)) break;
   }
   for (const auto& [exception, times] : exceptions) EXPECT_GT(times, 0) << exception << " is never met";
 }
