@@ -1,4 +1,5 @@
-// Transfers of all tables, again and again: what goes and comes the first time, and that nothing is added from then on.
+// Transfers of all tables, again and again: what goes and comes the first time, that both sides come to the same, and
+// that nothing is added from then on.
 
 #include <fmt/core.h>
 #include <gtest/gtest.h>
@@ -6,7 +7,7 @@
 #include <set>
 #include <span>
 
-#include "tests/firm/FirmHouse.h"
+#include "tests/firm/Sums.h"
 
 namespace twqb {
 namespace {
@@ -91,15 +92,17 @@ std::int64_t RetainersOf(FirmHouse& house) {
 
 class FirmRounds : public AnyFirm {};
 
-TEST_P(FirmRounds, Move_all_that_is_to_move_and_add_nothing_from_the_second_one_on_but_retainers_that_came_in) {
+TEST_P(FirmRounds, Move_all_that_moves_to_the_same_sums_and_add_nothing_from_the_second_on_but_retainers_that_came_in) {
   ForEachFirm([](const firm::FirmPlan& plan) {
     FirmHouse house(plan);
     const auto own = IdentifiersOf(house, kTransactions);
+    const auto ownTime = TimeOfQuickBooks(house);
     const auto retainers = RetainersOf(house);
     house.Send();
     ExpectThatAllWentThatGoes(house);
     house.Get();
     ExpectThatAllCameThatComes(house, own);
+    ExpectThatSumsAgree(house, ownTime);
     auto records = house.CountRecords();
     auto rows = house.CountRows();
     // The manager of jobs who came in is added once.
