@@ -21,6 +21,7 @@
 #include "cli/TextFile.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
+#include "samples/firm/Firm.h"
 
 namespace twqb::cli {
 
@@ -45,18 +46,24 @@ void EndWhereAsked() {
   if (EndSignals::Came() != 0) throw EndedBySignal();
 }
 
-void MakeBilling(const Workplace& made, Content content) {
+void MakeBilling(const Workplace& made, const FolderPlan& plan) {
   CreateSqliteDatabase((fs::path(made.folder) / kBillingFile).string());
   const auto connection = SqliteProvider().CreateConnection();
   connection->SetConnectionString(made.billing);
   connection->Open();
   connection->Execute("BEGIN", nullptr);
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
-  if (content == Content::Sample) {
+  if (plan.content == Content::Sample) {
     for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(),
                               SampleInvoices(), SamplePayments(), SampleExpenses()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
     }
+  }
+  if (plan.content == Content::Firm) {
+    firm::WriteBilling(plan.firm, [&](const std::string& statement) {
+      EndWhereAsked();
+      connection->Execute(statement, nullptr);
+    });
   }
   connection->Execute("COMMIT", nullptr);
   connection->Close();
@@ -107,14 +114,18 @@ void MakeCompany(const Workplace& made, const FolderPlan& plan, Machine& machine
   company::CompanyFile file(made.company, machine);
   const auto form = FormFor(plan.company);
   const auto versionLine = fmt::format("<?qbxml version=\"{}\"?>", messages::FormTag(form));
+  const auto process = [&](std::string_view document) {
+    EndWhereAsked();
+    // No other field of the documents is known to some forms alone.
+    RequireSuccess(file.Process(ReplaceAll(document, "<?qbxml version=\"3.0\"?>", versionLine)));
+  };
+  if (plan.content == Content::Firm) return firm::WriteCompany(plan.firm, process);
   const auto isIn = [](messages::Country country, messages::Countries countries) {
     return (static_cast<messages::Countries>(country) & countries) != 0;
   };
   for (const auto& sample : kSampleDocuments) {
     if (!isIn(plan.company.country, sample.editions) || !isIn(form.country, sample.forms)) continue;
-    // No other field of the documents is known to some forms alone.
-    EndWhereAsked();
-    RequireSuccess(file.Process(ReplaceAll(sample.text(), "<?qbxml version=\"3.0\"?>", versionLine)));
+    process(sample.text());
   }
 }
 
@@ -137,7 +148,7 @@ std::string InPlace(std::string_view text, const MakingFolder& making, const fs:
 
 void MakeIn(const MakingFolder& making, const fs::path& folder, const FolderPlan& plan, Machine& machine) {
   const auto made = WorkplaceIn(making.Path());
-  MakeBilling(made, plan.content);
+  MakeBilling(made, plan);
   EndWhereAsked();
   MakeCompany(made, plan, machine);
   EndWhereAsked();

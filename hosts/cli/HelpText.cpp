@@ -9,7 +9,7 @@ Keeps a time-and-billing database (BillingDb) and a QuickBooks company file in
 step. QuickBooks is stood in for by a company file of twqb's own.
 
 Commands
-  init [--sample]              make billing.db, company.twq, twqb.ini, registry.ini
+  init [--sample [--size N]]   make billing.db, company.twq, twqb.ini, registry.ini
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
   delete-billing TABLE ID      delete the record of BillingDb linked to ID

@@ -4,7 +4,7 @@
 #include "bridge/modTWQBBridge.h"
 #include "services/Errors.h"
 #include "tests/engine/SpiedHouse.h"
-#include "twqb/CTWQBBridge.h"
+#include "tests/support/Bridge.h"
 
 namespace twqb {
 
@@ -27,16 +27,6 @@ class BridgeHouse : public SpiedHouse {
   }
   [[nodiscard]] std::string LastSend() { return SettingOf("QBSEND_", "Clients_LastSendAt"); }
   [[nodiscard]] std::string LastGet() { return SettingOf("QBGET_", "Customers_LastSendAt"); }
-};
-
-// A bridge that works with saved filters.
-class Bridge : public CTWQBBridge {
- public:
-  explicit Bridge(TestHouse& house) {
-    SetConnectString(house.ConnectString());
-    SetTWSettingsPath(house.Path("twqb.ini"));
-    SetUsePreferencesTW(true);
-  }
 };
 
 // Whether another program gets a session with the company file that a bridge has open.

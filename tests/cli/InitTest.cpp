@@ -54,6 +54,51 @@ TEST(Init, The_sample_is_on_both_sides_and_nothing_is_linked) {
   EXPECT_THAT(folder.Done({"company", "show"}), testing::ContainsRegex("Customer +15\n"));
 }
 
+TEST(Init, A_size_is_the_number_of_clients_of_a_firm_that_stands_on_both_sides) {
+  const WorkFolder folder;
+  EXPECT_THAT(folder.Done({"init", "--sample", "--size", "3"}), HasSubstr(", with a firm of 3 clients.\n"));
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM Client"), "3");
+  EXPECT_NE(folder.Scalar("SELECT COUNT(*) FROM TimeEntry"), "0");
+  EXPECT_EQ(folder.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+  EXPECT_THAT(folder.Done({"company", "show"}), testing::ContainsRegex("Customer +[1-9]"));
+}
+
+TEST(Init, A_seed_chooses_among_firms_of_a_size) {
+  const auto keys = [](const std::string& seed) {
+    const WorkFolder folder;
+    folder.Done({"init", "--sample", "--size", "4", "--seed", seed});
+    return folder.Scalar("SELECT group_concat(ClientID) FROM Client");
+  };
+  EXPECT_EQ(keys("2"), keys("2"));
+  EXPECT_NE(keys("2"), keys("3"));
+}
+
+TEST(Init, A_size_that_makes_no_sense_or_stands_without_the_sample_makes_nothing) {
+  const WorkFolder folder;
+  for (const std::string size : {"0", "-1", "10001", "many", "1.5"}) {
+    const auto ended = folder.Twqb({"init", "--sample", "--size", size});
+    EXPECT_EQ(ended.status, 2) << size;
+    EXPECT_THAT(ended.err, HasSubstr("--size: Value " + size + " not in range 1 to 10000."));
+  }
+  EXPECT_THAT(folder.Twqb({"init", "--size", "3"}).err, HasSubstr("--size requires --sample."));
+  EXPECT_THAT(folder.Twqb({"init", "--sample", "--seed", "3"}).err, HasSubstr("--seed requires --size."));
+  EXPECT_THAT(folder.Names(), IsEmpty());
+}
+
+class FirmsOfCountries : public testing::TestWithParam<std::string> {};
+
+TEST_P(FirmsOfCountries, Are_made_and_go_to_QuickBooks_and_come_back_as_a_whole) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample", "--size", "1", "--country", GetParam()});
+  folder.Write("yes.txt", "default yes\n");
+  for (const std::string verb : {"send", "get"}) {
+    EXPECT_THAT(folder.Done({verb, "all", "--answers", "yes.txt", "--no-progress"}),
+                HasSubstr("\n" + verb + " all: done"));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Init, FirmsOfCountries, testing::Values("US", "CA", "UK", "AU"));
+
 TEST(Init, The_sample_has_rows_in_every_table_that_is_sent) {
   const WorkFolder folder;
   folder.Done({"init", "--sample"});

@@ -17,9 +17,16 @@
 
 namespace twqb {
 
+// The seed that stands for this one in the round of ./run soak.
+inline std::uint64_t SeedOfRound(unsigned seed) {
+  constexpr std::uint64_t kSeedsOfRound = 1'000'000;
+  const char* round = std::getenv("TWQB_ROUND");
+  return seed + kSeedsOfRound * (round == nullptr ? 0 : std::strtoull(round, nullptr, 10));
+}
+
 class Chance {
  public:
-  explicit Chance(unsigned seed) : random_(seed + kSeedsOfRound * Round()) {}
+  explicit Chance(unsigned seed) : random_(SeedOfRound(seed)) {}
 
   // Both ends included.
   std::int64_t Of(std::int64_t from, std::int64_t to) {
@@ -31,12 +38,6 @@ class Chance {
   std::size_t Place(std::size_t count) { return static_cast<std::size_t>(Of(0, static_cast<std::int64_t>(count) - 1)); }
 
  private:
-  static constexpr std::uint64_t kSeedsOfRound = 1'000'000;
-  static std::uint64_t Round() {
-    const char* round = std::getenv("TWQB_ROUND");
-    return round == nullptr ? 0 : std::strtoull(round, nullptr, 10);
-  }
-
   std::mt19937_64 random_;
 };
 

@@ -1,0 +1,22 @@
+// Both sides of a firm as texts that can be compared with those of another run: without identifiers and times, which
+// differ between runs, and without an order. A link is told by the record that it leads to.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "tests/firm/FirmHouse.h"
+
+namespace twqb {
+
+struct Books {
+  std::multiset<std::string> records;  // of QuickBooks
+  std::multiset<std::string> rows;     // of BillingDb, those of tables that are sent
+};
+[[nodiscard]] Books ReadBooks(FirmHouse& house);
+
+// What one has and the other has not, a few of each, for a failure's message.
+[[nodiscard]] std::string DifferenceOf(const std::multiset<std::string>& one, const std::multiset<std::string>& other);
+
+}  // namespace twqb

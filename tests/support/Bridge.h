@@ -1,0 +1,18 @@
+// A bridge object to a house, as a host has one that works with saved filters.
+#pragma once
+
+#include "tests/support/TestHouse.h"
+#include "twqb/CTWQBBridge.h"
+
+namespace twqb {
+
+class Bridge : public CTWQBBridge {
+ public:
+  explicit Bridge(TestHouse& house) {
+    SetConnectString(house.ConnectString());
+    SetTWSettingsPath(house.Path("twqb.ini"));
+    SetUsePreferencesTW(true);
+  }
+};
+
+}  // namespace twqb
