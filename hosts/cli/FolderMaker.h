@@ -11,7 +11,8 @@
 
 namespace twqb::cli {
 
-enum class Content : std::uint8_t { Empty, Sample };
+// The sample firm with all that stands in its books, or with nothing booked in QuickBooks yet.
+enum class Content : std::uint8_t { Empty, Sample, SampleWithoutBookings };
 
 struct FolderPlan {
   company::CompanyOptions company;
