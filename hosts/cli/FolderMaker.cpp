@@ -53,7 +53,7 @@ void MakeBilling(const Workplace& made, Content content) {
   connection->Open();
   connection->Execute("BEGIN", nullptr);
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
-  if (content != Content::Empty) {
+  if (content == Content::Sample || content == Content::SampleWithoutBookings) {
     for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(),
                               SampleInvoices(), SamplePayments(), SampleExpenses()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
