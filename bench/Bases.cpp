@@ -467,20 +467,22 @@ void MakeBase(const std::string& folder, const std::vector<std::string>& request
   CreateSqliteDatabase(folder + "/billing.db");
   seams.machine.SetNow(Date::FromUnixSeconds(kCreated).PlusMinutes(-300));
   company::CreateCompanyFile(folder + "/company.twq", {}, seams.machine);
-  for (const auto& document : requests) {
-    const auto answer =
-        company::CompanyFile(folder + "/company.twq", seams.machine)
-            .Process("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
-                     document + "</QBXMLMsgsRq></QBXML>");
-    const auto refused = answer.find("statusSeverity=\"Error\"");
-    if (refused != std::string::npos) throw std::runtime_error(answer.substr(refused, 200));
-  }
+  for (const auto& document : requests) RunRequests(folder, seams.machine, document);
   const auto cn = OpenBilling(seams);
   MakeBillingSchema(*cn);
   Sql(*cn, "BEGIN");
   addRows(*cn);
   Sql(*cn, "COMMIT");
-  WriteWholeFile(seams.settings, "[GENERAL]\r\nFIRST_TIME=False\r\n");
+  WriteWholeFile(seams.settings, std::string(kBaseSettings));
+}
+
+void RunRequests(const std::string& folder, Machine& machine, const std::string& requests) {
+  const auto answer =
+      company::CompanyFile(folder + "/company.twq", machine)
+          .Process("<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
+                   requests + "</QBXMLMsgsRq></QBXML>");
+  const auto refused = answer.find("statusSeverity=\"Error\"");
+  if (refused != std::string::npos) throw std::runtime_error(answer.substr(refused, 200));
 }
 
 }  // namespace twqb

@@ -125,4 +125,10 @@ void MakeBase(const std::string& folder, const BenchTable& table, const Base& ba
 void MakeBase(const std::string& folder, const std::vector<std::string>& requests,
               const std::function<void(ado::Connection& cn)>& addRows);
 
+// The settings of a base: the question of the first run is behind it.
+inline constexpr std::string_view kBaseSettings = "[GENERAL]\r\nFIRST_TIME=False\r\n";
+
+// Runs requests against the company file of a folder, and raises std::runtime_error when one is refused.
+void RunRequests(const std::string& folder, Machine& machine, const std::string& requests);
+
 }  // namespace twqb

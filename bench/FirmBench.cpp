@@ -1,5 +1,5 @@
-// All tables in a row for a whole firm: the first send, and two second ones of an unchanged firm, each against its
-// floor in the same run.
+// All lists in a row for a whole firm: the first send, and two second ones of an unchanged firm, each against its floor
+// in the same run. What a firm books in a year is YearBench's.
 //
 // Prints tables for docs/performance.md: seconds, ratio to the floor, durable writes and peak memory of each send, and
 // where its time goes, by table and seam. Exit status 1 when a ratio is above 1.3.
@@ -17,13 +17,14 @@
 #include "bench/OwnProcess.h"
 #include "bench/Report.h"
 #include "bench/Runs.h"
+#include "bench/WholeRuns.h"
 #include "tests/support/Process.h"
 
 namespace twqb {
 namespace {
 
-constexpr double kGoalRatio = 1.3;
-constexpr int kClients = 2'000;
+constexpr int kClients = 500;
+constexpr int kAllClients = 2'000;
 constexpr int kLeastClients = 100;
 constexpr int kMostClients = 100'000;
 constexpr TimedRun kSendAll = {.table = enAll, .direction = Direction::Send};
@@ -86,61 +87,13 @@ void CheckAllLinked(const std::string& folder) {
   }
 }
 
-struct Peak {
-  std::size_t start = 0;  // bytes
-  std::size_t all = 0;
-};
-
-Peak PeakOf(const std::string& base) {
-  const TemporaryFolder folder;
-  CopyBase(base, folder.Path());
-  return InOwnProcess<Peak>([&] {
-    const auto start = PeakMemory();
-    TimeLibrary(folder.Path(), kSendAll);
-    return Peak{.start = start, .all = PeakMemory()};
-  });
-}
-
-struct Send {
-  std::string_view name;
-  std::string base;
-  Peak peak;
-};
-
-void PrintShares(const Send& send, const Firm& firm) {
-  const auto shares = SharesOf(send.base, kSendAll);
-  TableShare all{.name = "all"};
-  for (const auto& share : shares) {
-    all.whole += share.whole;
-    all.database += share.database;
-    all.quickBooks += share.quickBooks;
-    all.settings += share.settings;
-  }
-  fmt::print("\n### {}, by table\n\n", send.name);
-  PrintHead({"table", "rows", "s", "of all", "BillingDb, s", "QuickBooks, s", "settings, s", "library, s",
-             "library, µs a row"});
-  const auto print = [&](const TableShare& share, int rows) {
-    const double library = share.Library();
-    PrintLine({share.name, Grouped(rows), fmt::format("{:.3f}", share.whole),
-               fmt::format("{:.0f} %", 100 * share.whole / all.whole), fmt::format("{:.3f}", share.database),
-               fmt::format("{:.3f}", share.quickBooks), fmt::format("{:.3f}", share.settings),
-               fmt::format("{:.3f}", library), rows == 0 ? "" : fmt::format("{:.1f}", library / rows * 1e6)});
-  };
-  for (const auto& share : shares) {
-    const auto table = std::ranges::find(
-        kBenchTables, share.name, [](const BenchTable& made) { return GetTableName(Direction::Send, made.table); });
-    if (table != kBenchTables.end()) print(share, firm.Rows(table->table));
-  }
-  print(all, firm.AllRows());
-}
-
 Goals Main(const Firm& firm) {
   // The first is sent as it is. What stands in the second folder has been sent; the third is the same, and told to look
   // at every row again.
   const std::array<TemporaryFolder, 3> folders;
-  std::array<Send, 3> sends = {Send{.name = "first send", .base = folders[0].Path()},
-                               Send{.name = "second send", .base = folders[1].Path()},
-                               Send{.name = "second send of all rows", .base = folders[2].Path()}};
+  const std::vector<WholeRun> sends = {{.name = "first send", .base = folders[0].Path(), .run = kSendAll},
+                                       {.name = "second send", .base = folders[1].Path(), .run = kSendAll},
+                                       {.name = "second send of all rows", .base = folders[2].Path(), .run = kSendAll}};
   fmt::print(stderr, "a firm of {} rows: making it, and peak memory ...\n", Grouped(firm.AllRows()));
   (void)InOwnProcess<int>([&] {
     MakeFirm(sends[0].base, firm);
@@ -156,23 +109,10 @@ Goals Main(const Firm& firm) {
     }
     return 0;
   });
-  for (auto& send : sends) send.peak = PeakOf(send.base);
-
-  bool met = true;
-  fmt::print("### all tables, {} rows\n\n", Grouped(firm.AllRows()));
-  PrintHead({"send all", "library, s", "floor, s", "ratio", "durable writes", "of the floor", "peak memory",
-             "above the start"});
-  for (const auto& send : sends) {
-    fmt::print(stderr, "{} ...\n", send.name);
-    const auto measured = Measure(send.base, kSendAll);
-    met = met && measured.Ratio() <= kGoalRatio;
-    PrintLine({std::string(send.name), fmt::format("{:.3f}", measured.library), fmt::format("{:.3f}", measured.floor),
-               fmt::format("{:.2f}", measured.Ratio()), Grouped(measured.libraryFiles.durable),
-               Grouped(measured.floorFiles.durable), InMegabytes(send.peak.all),
-               InMegabytes(send.peak.all - send.peak.start)});
-  }
-  PrintShares(sends[0], firm);
-  PrintShares(sends[2], firm);
+  const bool met = PrintWholeRuns(fmt::format("the lists of a firm, {} rows", Grouped(firm.AllRows())), sends);
+  const auto records = [&firm](enTables table) { return firm.Rows(table); };
+  PrintShares(sends[0], records);
+  PrintShares(sends[2], records);
   return met ? Goals::Met : Goals::Missed;
 }
 
@@ -181,12 +121,16 @@ Goals Main(const Firm& firm) {
 
 int main(int argc, char** argv) {
   using namespace twqb;
-  CLI::App app("Measures `send all` for a whole firm against its floor.");
+  CLI::App app("Measures `send all` for the lists of a whole firm against its floor.");
   Firm firm;
-  app.add_option("--clients", firm.clients,
-                 "clients of the firm: for each three projects and phases, and for each hundred of them ten employees, "
-                 "five vendors, 25 activities, 25 expense codes and three accounts")
-      ->capture_default_str()
-      ->check(CLI::Range(kLeastClients, kMostClients));
+  auto* clients =
+      app.add_option("--clients", firm.clients,
+                     "clients of the firm: for each three projects and phases, and for each hundred of them ten "
+                     "employees, five vendors, 25 activities, 25 expense codes and three accounts")
+          ->capture_default_str()
+          ->check(CLI::Range(kLeastClients, kMostClients));
+  app.add_flag_callback(
+         "--all", [&firm] { firm.clients = kAllClients; }, fmt::format("a firm of {} clients", Grouped(kAllClients)))
+      ->excludes(clients);
   return RunBench(app, argc, argv, [&] { return Main(firm); });
 }

@@ -52,9 +52,11 @@ if(IS_DIRECTORY /dev/shm)
   list(APPEND TWQB_TEST_ENVIRONMENT "TMPDIR=/dev/shm")
 endif()
 
-# One test program for a folder under tests/. MATCHERS: its files use those of gmock.
+# One test program for a folder under tests/; its tests are labelled with the folder's name. MATCHERS: its files use those
+# of gmock. COST: about how many seconds one of its tests takes, of a program whose tests have to begin ahead of the short
+# ones, so that all cores end together; ctest knows the others by what they took the last time.
 function(twqb_tests folder)
-  cmake_parse_arguments(ARG "MATCHERS" "" "LINK" ${ARGN})
+  cmake_parse_arguments(ARG "MATCHERS" "COST" "LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "House\\.cpp$")  # libraries, for they serve more than one program
   if(NOT sources)
@@ -74,6 +76,10 @@ function(twqb_tests folder)
   endif()
   set_target_properties(test_${folder} PROPERTIES POSITION_INDEPENDENT_CODE OFF
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+  set(cost)
+  if(ARG_COST)
+    set(cost COST ${ARG_COST})
+  endif()
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES PROPERTIES TIMEOUT 300
-    ENVIRONMENT "${TWQB_TEST_ENVIRONMENT}")
+    LABELS ${folder} ${cost} ENVIRONMENT "${TWQB_TEST_ENVIRONMENT}")
 endfunction()

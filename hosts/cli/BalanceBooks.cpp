@@ -184,4 +184,14 @@ BookedSide ReadBookedSide(const Workplace& place, Machine& machine, const Payers
   return side;
 }
 
+std::vector<Balance> CompareBooks(const Workplace& place, ado::Provider& database, Machine& machine) {
+  const auto billing = database.CreateConnection();
+  billing->SetConnectionString(place.billing + ";Mode=Read");
+  billing->Open();
+  const auto payers = ReadPayers(*billing);
+  const auto billed = ReadBilledSide(*billing, payers);
+  billing->Close();
+  return CompareBalances(billed, ReadBookedSide(place, machine, payers));
+}
+
 }  // namespace twqb::cli

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "cli/Balances.h"
 #include "cli/Options.h"
@@ -24,5 +25,8 @@ struct Payers {
 
 // Raises PlatformError, and std::runtime_error when QuickBooks refuses or answers an amount that is none.
 [[nodiscard]] BookedSide ReadBookedSide(const Workplace& place, Machine& machine, const Payers& payers);
+
+// All balances, each read and compared with the other side's. Raises as these do.
+[[nodiscard]] std::vector<Balance> CompareBooks(const Workplace& place, ado::Provider& database, Machine& machine);
 
 }  // namespace twqb::cli

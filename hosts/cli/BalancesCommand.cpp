@@ -5,6 +5,7 @@
 
 #include "adapters/transcript/TranscriptWriter.h"
 #include "cli/BalanceBooks.h"
+#include "cli/BalanceTable.h"
 #include "cli/Balances.h"
 #include "cli/BridgeRun.h"
 #include "cli/Checks.h"
@@ -13,46 +14,16 @@
 #include "cli/Output.h"
 #include "cli/RowText.h"
 #include "cli/TextTable.h"
-#include "messages/ValueFormat.h"
 
 namespace twqb::cli {
 
 namespace {
 
-constexpr std::string_view kNone = "-";
-
-std::string MoneyText(Currency amount) {
-  constexpr int kTenThousandthsOfACent = 100;
-  // BillingDb has fractions of a cent, which may be all that differs.
-  return amount.TenThousandths() % kTenThousandthsOfACent == 0 ? messages::AmountText(amount) : ToText(amount);
+std::string MoneyOrNone(Currency amount) {
+  return TextOrNone(amount == Currency() ? std::string() : MoneyText(amount));
 }
-std::string MoneyOrNone(Currency amount) { return amount == Currency() ? std::string(kNone) : MoneyText(amount); }
-std::string TextOrNone(const std::string& text) { return text.empty() ? std::string(kNone) : text; }
 
 // --- For people ------------------------------------------------------------------------------------------------------
-
-// A customer without a link stands where the project does.
-TableLine LineOf(const Payer& payer) {
-  return {TextOrNone(payer.client), TextOrNone(payer.customer.empty() ? payer.project : payer.customer)};
-}
-
-void AddMoney(TableLine& line, Currency billing, Currency quickBooks) {
-  for (const auto amount : {billing, quickBooks, billing - quickBooks}) line.push_back(MoneyText(amount));
-}
-
-void PrintLines(const std::vector<Balance>& balances) {
-  constexpr std::array kAlignments = {Align::Left, Align::Left, Align::Right, Align::Right, Align::Right};
-  std::vector<TableLine> lines = {{"CLIENT", "PROJECT", "BILLINGDB", "QUICKBOOKS", "DIFFERENCE"}};
-  Currency billing;
-  Currency quickBooks;
-  for (const auto& balance : balances) {
-    billing = billing + balance.billing;
-    quickBooks = quickBooks + balance.quickBooks;
-    AddMoney(lines.emplace_back(LineOf(balance.payer)), balance.billing, balance.quickBooks);
-  }
-  AddMoney(lines.emplace_back(TableLine{"TOTAL", ""}), billing, quickBooks);
-  Print(TextTable(lines, kAlignments));
-}
 
 void PrintRecords(const std::vector<Balance>& balances) {
   constexpr std::array kAlignments = {Align::Left,  Align::Left,  Align::Left, Align::Left,
@@ -61,7 +32,7 @@ void PrintRecords(const std::vector<Balance>& balances) {
       {"CLIENT", "PROJECT", "INVOICE", "PAYMENT", "BILLINGDB", "QUICKBOOKS", "DIFFERENCE", "CAUSE"}};
   for (const auto& balance : balances) {
     for (const auto& record : balance.records) {
-      auto& line = lines.emplace_back(LineOf(balance.payer));
+      auto& line = lines.emplace_back(CellsOf(balance.payer));
       line.push_back(TextOrNone(record.invoice));
       line.push_back(TextOrNone(record.payment));
       line.push_back(MoneyOrNone(record.billing + record.billingUnused));
@@ -114,24 +85,13 @@ Workplace Checked(const Options& options) {
   return place;
 }
 
-std::vector<Balance> Compare(Composition& composition) {
-  const auto& place = composition.Place();
-  const auto billing = composition.Seams().database->CreateConnection();
-  billing->SetConnectionString(place.billing + ";Mode=Read");
-  billing->Open();
-  const auto payers = ReadPayers(*billing);
-  const auto billed = ReadBilledSide(*billing, payers);
-  billing->Close();
-  return CompareBalances(billed, ReadBookedSide(place, composition.RealMachine(), payers));
-}
-
 ExitStatus Balances(const Options& options, RowForm form) {
   Composition composition(Checked(options), ReadSurroundings(options));
-  const auto balances = Compare(composition);
+  const auto balances = CompareBooks(composition.Place(), *composition.Seams().database, composition.RealMachine());
   if (form == RowForm::Json) {
     for (const auto& balance : balances) Print(JsonOf(balance));
   } else {
-    PrintLines(balances);
+    Print(BalanceTable(balances));
     PrintRecords(balances);
   }
   FlushOutput();

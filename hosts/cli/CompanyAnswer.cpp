@@ -8,6 +8,12 @@
 
 namespace twqb::cli {
 
+void RequireTaken(pugi::xml_node response) {
+  if (response.attribute("statusCode").as_int(-1) == status::kOk) return;
+  throw std::runtime_error(
+      fmt::format("The company file refuses a record of the sample: {}", response.attribute("statusMessage").value()));
+}
+
 CompanyAnswer::CompanyAnswer(company::CompanyFile file, const messages::Form& form, const std::string& request) {
   const auto answer =
       file.Process(fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"{}\"?>\n"

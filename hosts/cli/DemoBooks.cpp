@@ -2,7 +2,7 @@
 
 #include <fmt/core.h>
 
-#include <vector>
+#include <iterator>
 
 #include "adapters/sqlite/SqliteProvider.h"
 #include "cli/CompanyAnswer.h"
@@ -15,46 +15,6 @@ namespace twqb::cli {
 namespace {
 
 constexpr const char* kCustomerRecord = "CustomerRet";
-
-// Kinds of records, and of a kind that two lists share, whether those with a parent are wanted.
-enum class Level : std::uint8_t { Any, Top, Below };
-struct ListContent {
-  std::vector<std::string_view> kinds;
-  Level level = Level::Any;
-  std::string_view query = "<ActiveStatus>All</ActiveStatus>";
-  const char* identifier = "ListID";
-};
-
-ListContent TransactionsOf(std::string_view kind) { return {.kinds = {kind}, .query = {}, .identifier = "TxnID"}; }
-
-ListContent ContentOf(DemoBooks::ListedIn list) {
-  using enum DemoBooks::ListedIn;
-  switch (list) {
-    case Employees:
-      return {.kinds = {"Employee"}};
-    case Vendors:
-      return {.kinds = {"Vendor"}};
-    case Customers:
-      return {.kinds = {"Customer"}, .level = Level::Top};
-    case Jobs:
-      return {.kinds = {"Customer"}, .level = Level::Below};
-    case ServiceItems:
-      return {.kinds = {"ItemService"}};
-    case OtherItems:
-      return {.kinds = {"ItemOtherCharge", "ItemInventory", "ItemNonInventory"}};
-    case Accounts:
-      return {.kinds = {"Account"}};
-    case TimeEntries:
-      return TransactionsOf("TimeTracking");
-    case Invoices:
-      return TransactionsOf("Invoice");
-    case Payments:
-      return TransactionsOf("ReceivePayment");
-    case Bills:
-      return TransactionsOf("Bill");
-  }
-  return {};
-}
 
 std::string CustomerQuery(std::string_view listId) {
   return fmt::format("<CustomerQueryRq><ListID>{}</ListID></CustomerQueryRq>", listId);
@@ -73,25 +33,36 @@ std::string DemoBooks::FirstField(const std::string& statement) {
   return rows->Eof() ? std::string() : ToText(rows->FieldAt(0));
 }
 
-DemoBooks::RowCount DemoBooks::Rows(std::string_view table, std::string_view condition) {
-  const auto count = [&](std::string_view andLinked) {
-    return TextToInteger(FirstField(fmt::format("SELECT COUNT(*) FROM {} WHERE {}{}", table, condition, andLinked)));
-  };
-  return {.rows = count(""), .linked = count(" AND QBLinkID <> ''")};
+std::int64_t DemoBooks::Rows(std::string_view table, std::string_view condition) {
+  return TextToInteger(FirstField(fmt::format("SELECT COUNT(*) FROM {} WHERE {}", table, condition)));
 }
 
-DemoBooks::Records DemoBooks::RecordsOf(ListedIn list) {
-  const auto content = ContentOf(list);
-  Records records;
-  for (const auto kind : content.kinds) {
-    const CompanyAnswer answer(company_, machine_, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, content.query));
-    for (const auto& record : answer.Response().children()) {
-      const auto level = record.child("ParentRef") ? Level::Below : Level::Top;
-      if (content.level != Level::Any && content.level != level) continue;
-      records.emplace(record.child_value(content.identifier), record.child_value("EditSequence"));
-    }
+std::int64_t DemoBooks::SharedLinks(std::string_view table, std::string_view condition) {
+  return TextToInteger(FirstField(
+      fmt::format("SELECT COUNT(*) - COUNT(DISTINCT QBLinkID) FROM {} WHERE QBLinkID <> '' AND {}", table, condition)));
+}
+
+DemoBooks::Count DemoBooks::ListedOf(std::string_view kind) {
+  const CompanyAnswer answer(company_, machine_,
+                             fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", kind));
+  Count count;
+  for (const auto& record : answer.Response().children()) {
+    ++count.all;
+    if (record.child("ParentRef")) ++count.below;
   }
-  return records;
+  return count;
+}
+
+std::int64_t DemoBooks::BookedOf(std::string_view kind) {
+  const CompanyAnswer answer(company_, machine_, fmt::format("<{0}QueryRq></{0}QueryRq>", kind));
+  return std::ranges::distance(answer.Response().children());
+}
+
+std::vector<std::string> DemoBooks::Keys(const std::string& statement) {
+  std::vector<std::string> keys;
+  const auto rows = billing_->Execute(statement, nullptr);
+  for (; !rows->Eof(); rows->MoveNext()) keys.push_back(ToText(rows->FieldAt(0)));
+  return keys;
 }
 
 std::string DemoBooks::LinkOf(std::string_view client) {

@@ -5,10 +5,10 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/Options.h"
 #include "platform/ado.h"
@@ -21,29 +21,21 @@ class DemoBooks {
   // `machine` tells the time of each change, and must outlive the object.
   DemoBooks(const Workplace& place, Machine& machine);
 
-  // The rows of a table of BillingDb that a condition holds for, and how many of them are linked.
-  struct RowCount {
-    std::int64_t rows = 0;
-    std::int64_t linked = 0;
+  // How many rows of a table of BillingDb a condition holds for.
+  [[nodiscard]] std::int64_t Rows(std::string_view table, std::string_view condition);
+  // How many rows of a table have a link that another of its rows has, too.
+  [[nodiscard]] std::int64_t SharedLinks(std::string_view table, std::string_view condition);
+  // How many records QuickBooks has of a kind ("Customer"), inactive ones too; those with a parent, where it can have
+  // one.
+  struct Count {
+    std::int64_t all = 0;
+    std::int64_t below = 0;
   };
-  [[nodiscard]] RowCount Rows(std::string_view table, std::string_view condition);
-  // The part of QuickBooks that a table of BillingDb is linked with.
-  enum class ListedIn : std::uint8_t {
-    Employees,
-    Vendors,
-    Customers,
-    Jobs,
-    ServiceItems,
-    OtherItems,
-    Accounts,
-    TimeEntries,
-    Invoices,
-    Payments,
-    Bills
-  };
-  // Its records, inactive ones too: the edit sequence of each by its identifier.
-  using Records = std::map<std::string, std::string>;
-  [[nodiscard]] Records RecordsOf(ListedIn list);
+  [[nodiscard]] Count ListedOf(std::string_view kind);
+  // The same of a kind of transactions ("Bill").
+  [[nodiscard]] std::int64_t BookedOf(std::string_view kind);
+  // The keys of rows, in their order.
+  [[nodiscard]] std::vector<std::string> Keys(const std::string& statement);
 
   // The e-mail address of a client on either side; the side of QuickBooks is found by the client's link. Empty where
   // there is none.

@@ -48,15 +48,18 @@ ExitStatus Demonstrate(const Options& options) {
 }  // namespace
 
 CommandSyntax DemoCommand() {
-  return {.name = "demo",
-          .text = "Show the link at work on a sample firm; asks nothing, changes no file",
-          .footer =
-              "It makes the sample firm in a new folder for temporary files, or in the one of -C, sends the clients, "
-              "changes\n"
-              "some on both sides, transfers both ways, and shows which side won. The folder stays. Status 1: the two "
-              "sides\n"
-              "are not as they should be.",
-          .run = Demonstrate};
+  return {
+      .name = "demo",
+      .text = "Show the link at work on a sample firm; asks nothing, changes no file",
+      .footer =
+          "It makes the sample firm in a new folder for temporary files, or in the one of -C, and keeps it for a "
+          "quarter:\n"
+          "month by month both sides are written to, and everything is sent and got. At the end the two books stand "
+          "side by\n"
+          "side, with what differs and why. The folder stays. The time is the firm's; of --clock the zone counts. "
+          "Status 1:\n"
+          "the two sides are not as they should be.",
+      .run = Demonstrate};
 }
 
 }  // namespace twqb::cli

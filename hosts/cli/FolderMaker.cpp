@@ -13,6 +13,7 @@
 #include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/system/ProfileText.h"
 #include "adapters/terminal/EndSignals.h"
+#include "cli/CompanyAnswer.h"
 #include "cli/ExitStatus.h"
 #include "cli/MakingFolder.h"
 #include "cli/Options.h"
@@ -53,7 +54,7 @@ void MakeBilling(const Workplace& made, const FolderPlan& plan) {
   connection->Open();
   connection->Execute("BEGIN", nullptr);
   for (const auto& statement : SplitStatements(BillingSchema())) connection->Execute(statement, nullptr);
-  if (plan.content == Content::Sample) {
+  if (plan.content == Content::Sample || plan.content == Content::SampleWithoutBookings) {
     for (const auto script : {SampleFirm(), SampleWork(), SampleProjects(), SampleCodes(), SampleHours(),
                               SampleInvoices(), SamplePayments(), SampleExpenses()}) {
       for (const auto& statement : SplitStatements(script)) connection->Execute(statement, nullptr);
@@ -70,8 +71,10 @@ void MakeBilling(const Workplace& made, const FolderPlan& plan) {
 }
 
 // One document of the sample, and the company files that it goes into.
+enum class Holds : bool { Lists, Bookings };
 struct SampleDocument {
   std::string_view (*text)();
+  Holds holds = Holds::Lists;
   messages::Countries editions = messages::kEverywhere;
   messages::Countries forms = messages::kEverywhere;
 };
@@ -83,11 +86,14 @@ constexpr SampleDocument kSampleDocuments[] = {
     {.text = SampleVendors},
     {.text = SampleEmployees},
     {.text = SampleItems},
-    {.text = SampleTime},
-    {.text = SampleMoney},
-    {.text = SampleCosts},
+    {.text = SampleTime, .holds = Holds::Bookings},
+    {.text = SampleMoney, .holds = Holds::Bookings},
+    {.text = SampleCosts, .holds = Holds::Bookings},
     {.text = SampleSalesTaxItems, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
-    {.text = SampleTaxedMoney, .editions = messages::kUnitedStates, .forms = messages::kUnitedStates},
+    {.text = SampleTaxedMoney,
+     .holds = Holds::Bookings,
+     .editions = messages::kUnitedStates,
+     .forms = messages::kUnitedStates},
 };
 
 // A form that the company file answers in.
@@ -101,11 +107,7 @@ messages::Form FormFor(const company::CompanyOptions& options) {
 void RequireSuccess(const std::string& answer) {
   pugi::xml_document document;
   document.load_string(answer.c_str());
-  for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs")) {
-    if (response.attribute("statusCode").as_int(-1) == 0) continue;
-    throw std::runtime_error(fmt::format("The company file refuses a record of the sample: {}",
-                                         response.attribute("statusMessage").value()));
-  }
+  for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs")) RequireTaken(response);
 }
 
 void MakeCompany(const Workplace& made, const FolderPlan& plan, Machine& machine) {
@@ -124,6 +126,7 @@ void MakeCompany(const Workplace& made, const FolderPlan& plan, Machine& machine
     return (static_cast<messages::Countries>(country) & countries) != 0;
   };
   for (const auto& sample : kSampleDocuments) {
+    if (plan.content == Content::SampleWithoutBookings && sample.holds == Holds::Bookings) continue;
     if (!isIn(plan.company.country, sample.editions) || !isIn(form.country, sample.forms)) continue;
     process(sample.text());
   }

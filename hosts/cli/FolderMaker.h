@@ -13,8 +13,9 @@
 
 namespace twqb::cli {
 
-// The sample firm is the one of samples/billing and samples/company; others are made by a plan.
-enum class Content : std::uint8_t { Empty, Sample, Firm };
+// The sample firm is the one of samples/billing and samples/company, with all that stands in its books, or with nothing
+// booked in QuickBooks yet; others are made by a plan.
+enum class Content : std::uint8_t { Empty, Sample, SampleWithoutBookings, Firm };
 
 struct FolderPlan {
   company::CompanyOptions company;

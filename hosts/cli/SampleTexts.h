@@ -23,6 +23,8 @@ namespace twqb::cli {
 [[nodiscard]] std::string_view SampleExpenses();
 // Payments that are held back, which the firm comes without.
 [[nodiscard]] std::string_view SampleHeldPayments();
+// A retainer of QuickBooks' as it is entered in BillingDb in its place.
+[[nodiscard]] std::string_view SampleRetainerAtTheDesk();
 // qbXML documents of the United States form, version 3.0. Each refers to records of those before it alone.
 [[nodiscard]] std::string_view SampleCustomers();
 [[nodiscard]] std::string_view SampleAccounts();

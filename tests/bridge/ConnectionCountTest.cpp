@@ -4,6 +4,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -16,20 +17,53 @@ namespace {
 
 enum class Store : std::uint8_t { File, Table };
 
-// A house with something to add, to modify, to insert and to update, and an object to it.
+// The files of a house with something to add, to modify, to insert and to update: made once, for hundreds of runs that
+// each begin with them.
+class PreparedFiles {
+ public:
+  PreparedFiles() {
+    std::filesystem::create_directory(House());
+    {
+      BridgeHouse house({.folder = House()});
+      const auto addAccount = [&](const std::string& fields) {
+        return BridgeHouse::TextOf(house.Company("<AccountAddRq><AccountAdd>" + fields +
+                                                 "<AccountType>Expense</AccountType></AccountAdd></AccountAddRq>"),
+                                   "ListID");
+      };
+      const auto id = house.AddCustomer("<Name>Acme</Name>");
+      house.AddCustomer("<Name>Baker</Name>");
+      house.Client("ClientID, QBLinkID, LastUpdated", "'ACME', '" + id + "', '2008-03-05 15:00:00'");
+      house.Client("ClientID", "'NEW'");
+      addAccount("<Name>Travel</Name>");
+      subAccount_ = addAccount("<Name>Fares</Name><ParentRef><FullName>Travel</FullName></ParentRef>");
+      house.Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('GENERAL_FIRST_TIME', 'False')");
+      house.Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('GENERAL_AC_EXPENSE_ACCOUNT', 'Old')");
+    }
+    std::filesystem::copy(House(), root_ / "prepared");
+  }
+
+  // The folder in which they stand anew.
+  [[nodiscard]] std::string Restored() const {
+    std::filesystem::remove_all(House());
+    std::filesystem::copy(root_ / "prepared", House());
+    return House();
+  }
+  [[nodiscard]] const std::string& SubAccount() const { return subAccount_; }  // its parent is not in BillingDb
+
+ private:
+  [[nodiscard]] std::string House() const { return root_ / "house"; }
+
+  TemporaryFolder root_;
+  std::string subAccount_;
+};
+
+// A house with these files, and an object to it.
 class CountedHouse : public BridgeHouse {
  public:
-  CountedHouse(std::string_view answer, Store store)
-      : BridgeHouse({.answers = "default " + std::string(answer)}), store_(store) {
-    const auto id = AddCustomer("<Name>Acme</Name>");
-    AddCustomer("<Name>Baker</Name>");
-    Client("ClientID, QBLinkID, LastUpdated", "'ACME', '" + id + "', '2008-03-05 15:00:00'");
-    Client("ClientID", "'NEW'");
-    AddAccount("<Name>Travel</Name>");
-    subAccount = AddAccount("<Name>Fares</Name><ParentRef><FullName>Travel</FullName></ParentRef>");
-    Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('GENERAL_FIRST_TIME', 'False')");
-    Sql("INSERT INTO TWSTable (ParamName, ParamValue) VALUES ('GENERAL_AC_EXPENSE_ACCOUNT', 'Old')");
-  }
+  CountedHouse(const PreparedFiles& files, std::string_view answer, Store store)
+      : BridgeHouse({.answers = "default " + std::string(answer), .folder = files.Restored()}),
+        subAccount(files.SubAccount()),
+        store_(store) {}
   ~CountedHouse() { bridge.reset(); }
   CountedHouse(const CountedHouse&) = delete;
   CountedHouse& operator=(const CountedHouse&) = delete;
@@ -41,15 +75,9 @@ class CountedHouse : public BridgeHouse {
   }
 
   std::optional<Bridge> bridge;
-  std::string subAccount;  // its parent is not here
+  std::string subAccount;
 
  private:
-  std::string AddAccount(const std::string& fields) {
-    return TextOf(Company("<AccountAddRq><AccountAdd>" + fields +
-                          "<AccountType>Expense</AccountType></AccountAdd></AccountAddRq>"),
-                  "ListID");
-  }
-
   Store store_;
 };
 
@@ -159,9 +187,9 @@ class ConnectionCount : public testing::TestWithParam<CountCase> {
     std::int16_t count = 0;  // behind it
     bool heals = false;      // the next use of the connection works and closes it, whatever the broken one left
   };
-  static Calls Run(std::optional<std::size_t> k, FaultTiming timing) {
+  [[nodiscard]] Calls Run(std::optional<std::size_t> k, FaultTiming timing) const {
     const auto& [operation, store, answer] = GetParam();
-    CountedHouse house(answer, store);
+    CountedHouse house(files_, answer, store);
     operation.before(house);
     Calls calls;
     calls.before = house.Faults().CallCount();
@@ -176,6 +204,9 @@ class ConnectionCount : public testing::TestWithParam<CountCase> {
   static bool IsOfDatabase(std::string_view name) {
     return name.starts_with("Connection.") || name.starts_with("Recordset.");
   }
+
+ private:
+  PreparedFiles files_;
 };
 
 TEST_P(ConnectionCount, Is_0_whatever_call_to_the_database_fails_and_the_next_use_works) {

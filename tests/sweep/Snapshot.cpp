@@ -44,24 +44,39 @@ constexpr std::string_view kNull = "\\N";
 constexpr std::array<std::string_view, 5> kTimes = {"LastUpdated", "PayLastModifiedOn", "created", "modified",
                                                     "edit_sequence"};
 
+// Opened when something is asked of it that was not asked of such a file before.
 class RawFile {
  public:
-  explicit RawFile(const std::string& path) {
+  explicit RawFile(const std::string& path) : path_(path), readings_(path) {}
+
+  void ForEachRow(std::string_view sql, const std::function<void(Fields)>& take) {
+    auto rows = readings_.Find(sql);
+    if (!rows) {
+      rows = Read(sql);
+      readings_.Keep(sql, *rows);
+    }
+    for (auto& row : *rows) take(std::move(row));
+  }
+
+ private:
+  void Open() {
     sqlite3* handle = nullptr;
-    const int opened = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+    const int opened = sqlite3_open_v2(path_.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     handle_.reset(handle);
-    if (opened != SQLITE_OK) throw std::runtime_error(path + " can't be opened");
+    if (opened != SQLITE_OK) throw std::runtime_error(path_ + " can't be opened");
     if (sqlite::RegisterCollations(handle) != SQLITE_OK) throw std::runtime_error("no collations");
   }
 
-  void ForEachRow(std::string_view sql, const std::function<void(Fields)>& take) {
+  std::vector<Fields> Read(std::string_view sql) {
+    if (!handle_) Open();
     sqlite3_stmt* made = nullptr;
     const int prepared = sqlite3_prepare_v2(handle_.get(), sql.data(), static_cast<int>(sql.size()), &made, nullptr);
     const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(made, sqlite3_finalize);
     if (prepared != SQLITE_OK) throw std::runtime_error(sqlite3_errmsg(handle_.get()));
+    std::vector<Fields> rows;
     int step = 0;
     while ((step = sqlite3_step(made)) == SQLITE_ROW) {
-      Fields fields;
+      auto& fields = rows.emplace_back();
       for (int column = 0; column < sqlite3_column_count(made); ++column) {
         const bool isNull = sqlite3_column_type(made, column) == SQLITE_NULL;
         std::string text(kNull);
@@ -71,12 +86,13 @@ class RawFile {
         }
         fields.emplace(sqlite3_column_name(made, column), std::move(text));
       }
-      take(std::move(fields));
     }
     if (step != SQLITE_DONE) throw std::runtime_error(sqlite3_errmsg(handle_.get()));
+    return rows;
   }
 
- private:
+  std::string path_;
+  Readings readings_;
   std::unique_ptr<sqlite3, decltype(&sqlite3_close)> handle_{nullptr, sqlite3_close};
 };
 

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Readings.h"
+
 namespace twqb::sweep {
 
 // How many rows a get makes of one record.
@@ -32,8 +34,6 @@ struct LinkedTable {
   std::string_view select = {};
   RowsOfARecord perRecord = RowsOfARecord::One;
 };
-
-using Fields = std::map<std::string, std::string>;  // by column; NULL is "\N"
 
 inline constexpr std::string_view kLinkColumn = "QBLinkID";
 // What a link that leads to a record reads as: this and the record's name in the snapshot.

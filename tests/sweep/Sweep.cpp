@@ -100,6 +100,7 @@ bool RunTransfers(TestHouse& house, const Scenario& scenario) {
 }
 
 Sweep::Sweep(const Scenario& scenario) : scenario_(scenario) {
+  KeepReadings(root_ / "readings");
   fs::create_directory(House());
   {
     auto options = Options();

@@ -1,0 +1,26 @@
+// Balances as a table for people.
+//
+// For whoever shows them: the command, and the demonstration at its end. What the balances are is worked out elsewhere
+// (Balances), and what they differ by is told by whoever shows them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Balances.h"
+#include "cli/TextTable.h"
+#include "platform/Currency.h"
+
+namespace twqb::cli {
+
+// "-2830.00"; with fractions of a cent where it has them.
+[[nodiscard]] std::string MoneyText(Currency amount);
+// "-" for a text that is empty.
+[[nodiscard]] std::string TextOrNone(const std::string& text);
+
+// Client and project; a customer without a link stands where the project does.
+[[nodiscard]] TableLine CellsOf(const Payer& payer);
+// A line for each balance, and their sums.
+[[nodiscard]] std::string BalanceTable(const std::vector<Balance>& balances);
+
+}  // namespace twqb::cli
