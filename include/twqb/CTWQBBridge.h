@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <span>
+#include <stdexcept>
 #include <string>
 
 #include "platform/Platform.h"
@@ -32,9 +33,17 @@ struct Table;
 // becomes of records (services/RunObserver.h) and is not owned either; nothing: nobody does.
 void Compose(const Platform& platform, std::span<const Table* const> tables = {}, RunObserver* observer = nullptr);
 
+// An object was asked for while something is missing that the library stands on: a mistake of the host, which `what()`
+// tells it.
+class NotComposed : public std::logic_error {
+ public:
+  using std::logic_error::logic_error;
+};
+
 class CTWQBBridge {
  public:
-  // Writes three lines to the log and puts QBHostVer to 0, even when a session stands.
+  // Writes three lines to the log and puts QBHostVer to 0, even when a session stands. Raises NotComposed ahead of
+  // Compose, and where one of the five seams has nothing behind it.
   CTWQBBridge();
   // Ends the session, of the other objects too.
   ~CTWQBBridge();
