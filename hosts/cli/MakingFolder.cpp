@@ -147,7 +147,7 @@ void RemoveUnfinished(const fs::path& above, FileNames names) {
 }
 
 MakingFolder::MakingFolder(const fs::path& above, FileNames names) : above_(above), names_(names) {
-  auto pattern = (above / (std::string(kFolderName) + "XXXXXX")).string();
+  auto pattern = (above / fmt::format("{}XXXXXX", kFolderName)).string();
   if (::mkdtemp(pattern.data()) == nullptr) {
     throw UsageError(fmt::format("Nothing can be made in the folder {}: {}.", above.string(),
                                  std::generic_category().message(errno)));

@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# The libraries that a build for Windows compiles itself, as Debian's own sources and headers:
+#   sources.sh FOLDER
+# leaves FOLDER/{sqlite,pugixml,fmt} with sources and FOLDER/include with the libraries that are headers alone. Nothing of
+# the machine's list of sources is changed. A folder that is complete is left as it is.
+set -euo pipefail
+
+folder=$(mkdir -p "$1" && cd "$1" && pwd)
+[ ! -e "$folder/complete" ] || exit 0
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+mkdir -p "$work/lists/partial" "$work/packages"
+for list in /etc/apt/sources.list.d/*.sources /etc/apt/sources.list; do
+  [ ! -e "$list" ] || case $list in
+    *.sources) sed -E 's/^Types:.*/Types: deb-src/' "$list" >"$work/from.sources" ;;
+    *) sed -nE 's/^deb(-src)? /deb-src /p' "$list" >"$work/from.list" ;;
+  esac
+done
+from=$(ls "$work"/from.* | head -1)
+apt=(apt-get -qq -o "Dir::Etc::sourcelist=$from" -o Dir::Etc::sourceparts=- -o "Dir::State::lists=$work/lists"
+  -o APT::Sandbox::User=root)
+"${apt[@]}" update
+(cd "$work/packages" && "${apt[@]}" source --download-only sqlite3 pugixml fmtlib)
+
+# The one archive of a package with its sources, unpacked without the folder that it names.
+unpack() {
+  mkdir -p "$2"
+  tar -xf "$(ls "$work/packages/$1"_*.orig.tar.?z)" --strip-components=1 -C "$2"
+}
+
+unpack sqlite3 "$work/sqlite"
+(cd "$work/sqlite" && ./configure --disable-readline && make sqlite3.c) >"$work/sqlite.log" 2>&1 ||
+  { cat "$work/sqlite.log" >&2; exit 1; }
+mkdir -p "$folder/sqlite" "$folder/include"
+cp "$work/sqlite/sqlite3.c" "$work/sqlite/sqlite3.h" "$folder/sqlite"
+unpack pugixml "$folder/pugixml"
+unpack fmtlib "$folder/fmt"
+cp -R /usr/include/CLI /usr/include/nlohmann "$folder/include"
+touch "$folder/complete"
