@@ -10,16 +10,17 @@ folder=$(mkdir -p "$1" && cd "$1" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-mkdir -p "$work/lists/partial" "$work/packages"
-for list in /etc/apt/sources.list.d/*.sources /etc/apt/sources.list; do
-  [ ! -e "$list" ] || case $list in
-    *.sources) sed -E 's/^Types:.*/Types: deb-src/' "$list" >"$work/from.sources" ;;
-    *) sed -nE 's/^deb(-src)? /deb-src /p' "$list" >"$work/from.list" ;;
+mkdir -p "$work/lists/partial" "$work/packages" "$work/parts"
+# Debian's own archives alone: others need not have sources.
+for list in /etc/apt/sources.list.d/*.sources /etc/apt/sources.list.d/*.list /etc/apt/sources.list; do
+  [ -e "$list" ] && grep -q '/debian' "$list" || continue
+  case $list in
+    *.sources) sed -E 's/^Types:.*/Types: deb-src/' "$list" >"$work/parts/$(basename "$list")" ;;
+    *) sed -nE 's/^deb(-src)? (.*\/debian.*)/deb-src \2/p' "$list" | sort -u >"$work/parts/$(basename "$list" .list).list" ;;
   esac
 done
-from=$(ls "$work"/from.* | head -1)
-apt=(apt-get -qq -o "Dir::Etc::sourcelist=$from" -o Dir::Etc::sourceparts=- -o "Dir::State::lists=$work/lists"
-  -o APT::Sandbox::User=root)
+apt=(apt-get -qq -o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$work/parts"
+  -o "Dir::State::lists=$work/lists" -o APT::Sandbox::User=root)
 "${apt[@]}" update
 (cd "$work/packages" && "${apt[@]}" source --download-only sqlite3 pugixml fmtlib)
 

@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "com/AccountTexts.h"
-#include "com/Module.h"
 
 namespace twqb::com {
 
@@ -13,28 +12,7 @@ constexpr const wchar_t* kGetQBAccounts = L"GetQBAccounts";
 
 }  // namespace
 
-BridgeObject::BridgeObject(windows::Reference<ITypeInfo> type) : type_(std::move(type)) { Module::Hold(); }
-BridgeObject::~BridgeObject() { Module::LetGo(); }
-
-HRESULT BridgeObject::QueryInterface(REFIID wanted, void** result) {
-  if (result == nullptr) return E_POINTER;
-  *result = nullptr;
-  if (!IsEqualIID(wanted, IID_IUnknown) && !IsEqualIID(wanted, IID_IDispatch) &&
-      !IsEqualIID(wanted, IID__CTWQBBridge)) {
-    return E_NOINTERFACE;
-  }
-  *result = static_cast<_CTWQBBridge*>(this);
-  AddRef();
-  return S_OK;
-}
-
-ULONG BridgeObject::AddRef() { return ++references_; }
-
-ULONG BridgeObject::Release() {
-  const auto left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
+BridgeObject::BridgeObject(windows::Reference<ITypeInfo> type) : Counted(IID__CTWQBBridge), type_(std::move(type)) {}
 
 HRESULT BridgeObject::GetTypeInfoCount(UINT* count) {
   if (count == nullptr) return E_POINTER;

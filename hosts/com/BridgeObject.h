@@ -5,25 +5,17 @@
 // types or too few arguments are answered with the standard numbers of COM.
 #pragma once
 
-#include <atomic>
-
 #include "adapters/windows/late/Owned.h"
+#include "com/Counted.h"
 #include "com/Interface.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb::com {
 
-class BridgeObject : public _CTWQBBridge {
+class BridgeObject : public Counted<_CTWQBBridge> {
  public:
   // With one reference. The library must be composed.
   explicit BridgeObject(windows::Reference<ITypeInfo> type);
-  virtual ~BridgeObject();
-  BridgeObject(const BridgeObject&) = delete;
-  BridgeObject& operator=(const BridgeObject&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** result) override;
-  ULONG STDMETHODCALLTYPE AddRef() override;
-  ULONG STDMETHODCALLTYPE Release() override;
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override;
@@ -94,7 +86,6 @@ class BridgeObject : public _CTWQBBridge {
   // The accounts into a variable of a script, or an array of texts.
   HRESULT InvokeGetQBAccounts(const DISPPARAMS& parameters, VARIANT* result);
 
-  std::atomic<ULONG> references_ = 1;
   windows::Reference<ITypeInfo> type_;
   CTWQBBridge bridge_;
 };

@@ -3,18 +3,27 @@
 #include <optional>
 
 #include "adapters/companyfile/CompanyTransport.h"
+#include "adapters/sqlite/ConnectionText.h"
 #include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/system/ProfileFile.h"
+#include "adapters/windows/ado/AdoProvider.h"
+#include "adapters/windows/ado/BillingProvider.h"
 #include "adapters/windows/desk/WindowsDesk.h"
 #include "adapters/windows/machine/WindowsMachine.h"
 #include "adapters/windows/qbfc/HostCallback.h"
 #include "adapters/windows/qbfc/QbfcTransport.h"
 #include "com/Module.h"
+#include "platform/Text.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb::com {
 
 namespace {
+
+bool IsOfEmbeddedEngine(const std::string& connection) {
+  const auto provider = sqlite::ParseConnectionText(connection).provider;
+  return SameName(provider, "SQLITE") || SameName(provider, "JETLITE");
+}
 
 class House {
  public:
@@ -32,7 +41,9 @@ class House {
 
  private:
   windows::WindowsMachine machine_;
-  SqliteProvider database_;
+  SqliteProvider engine_;
+  windows::AdoProvider ado_;
+  windows::BillingProvider database_{engine_, ado_, IsOfEmbeddedEngine};
   windows::QbfcTransportFactory quickbooks_;
   std::optional<company::CompanyTransportFactory> embedded_;
   windows::WindowsDesk desk_;

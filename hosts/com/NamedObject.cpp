@@ -2,30 +2,15 @@
 
 #include <algorithm>
 
-#include "com/Module.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
 namespace twqb::com {
 
-NamedObject::NamedObject() { Module::Hold(); }
-NamedObject::~NamedObject() { Module::LetGo(); }
+NamedObject::NamedObject() : Counted(IID_IDispatch) {}
 
-HRESULT NamedObject::QueryInterface(REFIID wanted, void** result) {
-  if (result == nullptr) return E_POINTER;
-  *result = nullptr;
-  if (!IsEqualIID(wanted, IID_IUnknown) && !IsEqualIID(wanted, IID_IDispatch)) return E_NOINTERFACE;
-  *result = static_cast<IDispatch*>(this);
-  AddRef();
-  return S_OK;
-}
-
-ULONG NamedObject::AddRef() { return ++references_; }
-
-ULONG NamedObject::Release() {
-  const auto left = --references_;
-  if (left == 0) delete this;
-  return left;
+void NamedObject::SetMember(const std::string& name, const windows::Variant& /*value*/) {
+  throw PlatformError(error::kNameUnknown, std::string(ErrorText(error::kNameUnknown)) + ": " + name);
 }
 
 HRESULT NamedObject::GetTypeInfoCount(UINT* count) {
@@ -52,12 +37,17 @@ HRESULT NamedObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT co
 HRESULT NamedObject::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD kind, DISPPARAMS* parameters,
                             VARIANT* result, EXCEPINFO* failure, UINT* /*wrongArgument*/) {
   const auto place = static_cast<std::size_t>(id) - 1;
-  if (place >= names_.size() || (kind & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) == 0) return DISP_E_MEMBERNOTFOUND;
+  if (place >= names_.size()) return DISP_E_MEMBERNOTFOUND;
   if (parameters == nullptr) return E_POINTER;
   try {
     std::vector<windows::Variant> arguments;
     for (UINT i = parameters->cArgs; i > 0; --i) {
       arguments.push_back(windows::Variant::CopyOf(parameters->rgvarg[i - 1]));
+    }
+    if ((kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
+      if (arguments.size() != 1) return DISP_E_BADPARAMCOUNT;
+      SetMember(names_[place], arguments.front());
+      return S_OK;
     }
     auto value = Member(names_[place], arguments);
     if (result != nullptr) *result = value.Release();

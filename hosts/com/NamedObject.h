@@ -7,24 +7,18 @@
 #include <oaidl.h>
 #include <windows.h>
 
-#include <atomic>
 #include <string>
 #include <vector>
 
 #include "adapters/windows/late/Owned.h"
+#include "com/Counted.h"
 
 namespace twqb::com {
 
-class NamedObject : public IDispatch {
+class NamedObject : public Counted<IDispatch> {
  public:
   NamedObject();
-  virtual ~NamedObject();
-  NamedObject(const NamedObject&) = delete;
-  NamedObject& operator=(const NamedObject&) = delete;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** result) override;
-  ULONG STDMETHODCALLTYPE AddRef() override;
-  ULONG STDMETHODCALLTYPE Release() override;
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override;
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
@@ -38,9 +32,10 @@ class NamedObject : public IDispatch {
   // The member's value, with the arguments in their order.
   [[nodiscard]] virtual windows::Variant Member(const std::string& name,
                                                 const std::vector<windows::Variant>& arguments) const = 0;
+  // Sets the member; raises 438 unless a class says otherwise.
+  virtual void SetMember(const std::string& name, const windows::Variant& value);
 
  private:
-  std::atomic<ULONG> references_ = 1;
   std::vector<std::string> names_;  // asked for so far; a member's number is its place here
 };
 

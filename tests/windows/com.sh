@@ -106,7 +106,7 @@ check "BillingDb and the company file hold the same numbers of records, worth th
 check "As many rows are linked" same_by linked WHERE
 check "Clients owe the same on both sides" same_by owed WHERE
 # What else a row holds hangs on which side was the newer by a second.
-for table in Client:ClientID Employee:EmployeeID Project:ProjectID Activity:ActivityID ExpenseCode:ExpID; do
+for table in Client:ClientID Employee:EmployeeID Project:ProjectID Activity:ActivityID Expense:ExpID; do
   check "Rows of ${table%:*} are the same, and linked" same_by statement WHERE \
     "SELECT ${table#*:}, QBLinkID IS NULL FROM ${table%:*} ORDER BY 1"
 done
@@ -131,6 +131,13 @@ check "Once it has been confirmed" grep -q 'Are you sure you want to Cancel' "$w
 check "And that is told" grep -q 'Operation cancelled!' "$work/boxes"
 check "Not all clients went" sh -c "'$here' -C '$work/cancel' status | grep clients | grep -vE 'clients +64 +64'"
 
+# The forms alone.
+forms() { wine "$built/tests/windows/desk_host.exe" "$1" | tr -d '\r'; }
+pressing "vendor 1" forms vendor >"$work/got" || true
+check "The vendor that is chosen is the one picked" grep -qx 'Böhm & Söhne' "$work/got"
+pressing cancel forms progress >"$work/got" || true
+check "A press of Cancel comes at the next pump" grep -qx pressed "$work/got"
+
 # By slots.
 in_folder slots
 "$here" -C "$work/slots" settings set GENERAL FIRST_TIME False
@@ -152,4 +159,28 @@ check "The library takes its registration back" wine regsvr32 /s /u "$(there "$l
 classes after
 check "Nothing is left of it for the machine" diff "$work/before.HKLM" "$work/after.HKLM"
 check "Nor for the user" sh -c "[ ! -e '$work/after.HKCU' ] || diff '$work/before.HKCU' '$work/after.HKCU'"
+
+# By late binding: doubles stand under the names of ADO and of QuickBooks' session library.
+double() {
+  local id="{7A1B000$1-5C44-4E1B-9D20-0B3C5177E906}"
+  wine reg add "HKLM\\Software\\Classes\\$2\\CLSID" /ve /d "$id" /f >/dev/null
+  wine reg add "HKLM\\Software\\Classes\\CLSID\\$id\\InprocServer32" /ve \
+    /d "$(there "$built/tests/windows/doubles.dll")" /f >/dev/null
+}
+double 1 ADODB.Connection
+double 2 ADODB.Recordset
+double 3 QBFC5.QBSessionManager
+wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
+in_folder late
+rm "$library/TWQBClient90.ini"
+"$here" -C "$work/late" settings set GENERAL FIRST_TIME False
+sed 's/Provider=SQLITE/Provider=SQLOLEDB/' "$tests/demo.vbs" >"$work/late.vbs"
+TWQB_DOUBLE_COMPANY=$(there "$work/late/company.twq") \
+  pressing "" script "$work/late.vbs" "$(there "$work/late")" >"$work/got" || true
+check "By ADO and QuickBooks' session library all is sent and fetched, too" \
+  diff <(printf 'sent: True\nfetched: True\n') "$work/got"
+ends_alike() { diff <("$1" here) <("$1" late); }
+for what in counted linked owed; do
+  check "And both sides end alike by that road ($what)" ends_alike "$what"
+done
 conclude

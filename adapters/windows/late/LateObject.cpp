@@ -50,6 +50,13 @@ class Told {
   EXCEPINFO about_ = {};
 };
 
+LateObject ObjectOf(Variant result) {
+  if (result.Value().vt != VT_DISPATCH || result.Value().pdispVal == nullptr) {
+    throw PlatformError(error::kObjectNothing);
+  }
+  return LateObject(result.Release().pdispVal);
+}
+
 }  // namespace
 
 LateObject LateObject::Create(std::string_view className) {
@@ -80,11 +87,19 @@ void LateObject::Put(std::string_view property, Variant value) {
 }
 
 LateObject LateObject::CallObject(std::string_view method, std::vector<Variant> arguments) {
-  auto result = Call(method, std::move(arguments));
-  if (result.Value().vt != VT_DISPATCH || result.Value().pdispVal == nullptr) {
-    throw PlatformError(error::kObjectNothing);
-  }
-  return LateObject(result.Release().pdispVal);
+  return ObjectOf(Call(method, std::move(arguments)));
+}
+
+LateObject LateObject::GetObject(std::string_view property, std::vector<Variant> arguments) {
+  return ObjectOf(Get(property, std::move(arguments)));
+}
+
+Variant LateObject::AsVariant() const {
+  Variant object;
+  object.Get()->vt = VT_DISPATCH;
+  object.Get()->pdispVal = object_.Get();
+  if (object_) object_->AddRef();
+  return object;
 }
 
 Variant LateObject::Invoke(std::string_view name, WORD kind, std::vector<Variant> arguments) {

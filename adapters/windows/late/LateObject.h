@@ -25,8 +25,11 @@ class LateObject {
   Variant Call(std::string_view method, std::vector<Variant> arguments = {});
   [[nodiscard]] Variant Get(std::string_view property, std::vector<Variant> arguments = {});
   void Put(std::string_view property, Variant value);
-  // An object that a call gave.
+  // An object that a call, or a property, gave; raises 91 where it gave none.
   [[nodiscard]] LateObject CallObject(std::string_view method, std::vector<Variant> arguments = {});
+  [[nodiscard]] LateObject GetObject(std::string_view property, std::vector<Variant> arguments = {});
+  // This object as an argument of another one's call.
+  [[nodiscard]] Variant AsVariant() const;
 
  private:
   Variant Invoke(std::string_view name, WORD kind, std::vector<Variant> arguments);
