@@ -1,11 +1,12 @@
 #include "adapters/companyfile/CompanyStore.h"
 
+#include <fcntl.h>
 #include <fmt/core.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -17,6 +18,8 @@
 namespace twqb::company {
 
 namespace {
+
+constexpr mode_t kRights = 0666;  // less what the process masks out
 
 constexpr std::string_view kSelect =
     "SELECT r.list_id, r.parent_id, p.full_name, r.name, r.full_name, r.full_key, r.sublevel, r.active, r.created, "
@@ -93,14 +96,14 @@ void InsertPresets(SqliteDatabase& database, const CompanyOptions& options, std:
 
 void CompanyStore::Create(const std::string& path, const CompanyOptions& options, std::int64_t now) {
   // Made by the system call that fails when it is there, so that no file is ever overwritten.
-  std::FILE* made = std::fopen(path.c_str(), "wbx");
-  if (made == nullptr) {
+  const int made = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kRights);
+  if (made < 0) {
     const int reason = errno;
     throw PlatformError(
         reason == ENOENT ? error::kPathNotFound : error::kFileAccess,
         fmt::format("The company data file \"{}\" can't be made: {}.", path, std::generic_category().message(reason)));
   }
-  std::fclose(made);
+  ::close(made);
   try {
     SqliteDatabase database(path);
     database.SetUp();
@@ -118,7 +121,8 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
     InsertPresets(database, options, now, kNoFormat);
     database.RunScript("COMMIT");
   } catch (...) {
-    std::remove(path.c_str());
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
     throw;
   }
 }

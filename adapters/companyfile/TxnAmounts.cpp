@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
+#include "platform/Wide.h"
+
 namespace twqb::company {
 
 namespace {
-
-__extension__ using Wide = __int128;
 
 constexpr std::int64_t kCent = 100;                           // in ten-thousandths
 constexpr std::int64_t kMostCents = 999'999'999'999'999;      // thirteen digits before the point

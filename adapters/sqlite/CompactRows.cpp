@@ -70,7 +70,7 @@ class Reader {
       case Tag::Moment:
         return Date::FromMilliseconds(Unfolded(Number()));
       case Tag::Text:
-        return Text(Number());
+        return Text(static_cast<std::size_t>(Number()));
     }
     return Null{};
   }

@@ -10,13 +10,13 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <ctime>
 #include <thread>
 
 #include "adapters/storage/StillDatabase.h"
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
 #include "adapters/system/RandomValues.h"
+#include "adapters/system/Zone.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
@@ -25,38 +25,6 @@ namespace twqb {
 namespace {
 
 constexpr std::string_view kRegistryRoot = "SOFTWARE\\OFS\\";
-constexpr int kSecondsPerMinute = 60;
-
-std::tm LocalTime(std::time_t at) {
-  std::tm fields = {};
-  ::localtime_r(&at, &fields);
-  return fields;
-}
-
-int MinutesEast(const std::tm& fields) { return static_cast<int>(fields.tm_gmtoff / kSecondsPerMinute); }
-
-// The nearest coming time in which the zone keeps the other of its two times; nothing when there is none in a year.
-std::optional<std::tm> OtherSeason(std::time_t now, bool isDaylight) {
-  constexpr std::time_t kStep = std::time_t{14} * 24 * 60 * 60;  // the shortest season is a month
-  constexpr int kStepsInYear = 26;
-  for (int step = 1; step <= kStepsInYear; ++step) {
-    const auto fields = LocalTime(now + step * kStep);
-    if ((fields.tm_isdst > 0) != isDaylight) return fields;
-  }
-  return std::nullopt;
-}
-
-TimeZoneInformation ZoneAt(std::time_t now) {
-  const auto present = LocalTime(now);
-  const int offset = MinutesEast(present);
-  const auto other = OtherSeason(now, present.tm_isdst > 0);
-  if (!other) return {.bias = -offset, .daylightBias = 0, .state = TimeZoneState::Standard};
-  const int standard = std::min(offset, MinutesEast(*other));
-  const int daylight = std::max(offset, MinutesEast(*other));
-  return {.bias = -standard,
-          .daylightBias = standard - daylight,
-          .state = offset > standard ? TimeZoneState::Daylight : TimeZoneState::Standard};
-}
 
 [[noreturn]] void Raise(ErrorNumber number, const std::string& path) {
   throw PlatformError(number, fmt::format("{}: {}", ErrorText(number), path));
@@ -81,32 +49,23 @@ bool CopyBytes(const FileDescriptor& from, const FileDescriptor& to) {
 
 SystemMachine::SystemMachine(SystemMachineOptions options)
     : options_(std::move(options)), random_(std::random_device{}()) {
-  ::tzset();
+  ReadZone();
 }
 
-Date SystemMachine::Now() {
-  const auto fields = LocalTime(std::time(nullptr));
-  return Date::FromCivil({.year = fields.tm_year + 1900,
-                          .month = fields.tm_mon + 1,
-                          .day = fields.tm_mday,
-                          .hour = fields.tm_hour,
-                          .minute = fields.tm_min,
-                          .second = fields.tm_sec});
-}
+Date SystemMachine::Now() { return WallClockNow(); }
 
 TimeZoneInformation SystemMachine::GetTimeZoneInformation() {
   const auto now = std::time(nullptr);
   if (zoneAt_ != now) {
-    zone_ = ZoneAt(now);
+    zone_ = ZoneNow();
     zoneAt_ = now;
   }
   return zone_;
 }
 
 int SystemMachine::DaylightMinutes(Date standardTime) {
-  if (!standardBias_) standardBias_ = SystemMachine::GetTimeZoneInformation().bias;
-  const auto fields = LocalTime(static_cast<std::time_t>(standardTime.PlusMinutes(*standardBias_).UnixSeconds()));
-  return std::max(MinutesEast(fields) + *standardBias_, 0);
+  if (!standardBias_) standardBias_ = ZoneNow().bias;
+  return std::max(MinutesAheadAt(standardTime.PlusMinutes(*standardBias_)) + *standardBias_, 0);
 }
 
 void SystemMachine::Sleep(std::int64_t milliseconds) {

@@ -1,48 +1,28 @@
 #include "adapters/terminal/TextLayout.h"
 
-#include <unicode/uchar.h>
-
+#include "adapters/terminal/CharacterKinds.h"
 #include "platform/Text.h"
 
 namespace twqb {
 
 namespace {
 
+constexpr char32_t kNoUtf8 = 0xFFFFFFFF;
+
 // `bytes` is one character as CharacterWalk gives it: well-formed, or a single byte that is no UTF-8.
-UChar32 CodePoint(std::string_view bytes) {
+char32_t CodePoint(std::string_view bytes) {
   const auto lead = static_cast<unsigned char>(bytes.front());
-  if (bytes.size() == 1) return lead < 0x80 ? lead : U_SENTINEL;
-  UChar32 c = lead & (0x7F >> bytes.size());
-  for (const char next : bytes.substr(1)) c = (c << 6) | (static_cast<unsigned char>(next) & 0x3F);
+  if (bytes.size() == 1) return lead < 0x80 ? lead : kNoUtf8;
+  char32_t c = lead & (0x7FU >> bytes.size());
+  for (const char next : bytes.substr(1)) c = (c << 6U) | (static_cast<unsigned char>(next) & 0x3FU);
   return c;
 }
 
-bool SteersTerminal(UChar32 c) {
-  if (c < 0) return true;
-  switch (u_charType(c)) {
-    case U_CONTROL_CHAR:
-    case U_LINE_SEPARATOR:
-    case U_PARAGRAPH_SEPARATOR:
-      return true;
-    default:
-      return u_hasBinaryProperty(c, UCHAR_BIDI_CONTROL) != 0;
-  }
-}
+bool MayNotBeShown(char32_t c) { return c == kNoUtf8 || SteersTerminal(c); }
 
 std::size_t CharacterColumns(std::string_view bytes) {
-  constexpr UChar32 kSoftHyphen = 0xAD;
-  const UChar32 c = CodePoint(bytes);
-  if (c < 0x300) return 1;
-  switch (u_charType(c)) {
-    case U_NON_SPACING_MARK:
-    case U_ENCLOSING_MARK:
-    case U_FORMAT_CHAR:
-      return c == kSoftHyphen ? 1 : 0;
-    default:
-      break;
-  }
-  const int width = u_getIntPropertyValue(c, UCHAR_EAST_ASIAN_WIDTH);
-  return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+  const auto c = CodePoint(bytes);
+  return c == kNoUtf8 ? 1 : ColumnsOf(c);
 }
 
 // Bytes of the longest beginning that takes at most `columns`.
@@ -93,7 +73,7 @@ std::string Printable(std::string_view text) {
   for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
     if (bytes == "\t") {
       result += ' ';
-    } else if (SteersTerminal(CodePoint(bytes))) {
+    } else if (MayNotBeShown(CodePoint(bytes))) {
       result += '?';
     } else {
       result += bytes;

@@ -1,4 +1,5 @@
 #include <fmt/core.h>
+#include <unistd.h>  // mkdtemp, where <cstdlib> has none
 
 #include <cerrno>
 #include <cstdlib>  // mkdtemp

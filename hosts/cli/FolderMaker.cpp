@@ -150,7 +150,7 @@ std::string InPlace(std::string_view text, const MakingFolder& making, const fs:
 }
 
 void MakeIn(const MakingFolder& making, const fs::path& folder, const FolderPlan& plan, Machine& machine) {
-  const auto made = WorkplaceIn(making.Path());
+  const auto made = WorkplaceIn(making.Path().string());
   MakeBilling(made, plan);
   EndWhereAsked();
   MakeCompany(made, plan, machine);

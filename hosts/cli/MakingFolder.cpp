@@ -35,14 +35,14 @@ constexpr std::chrono::minutes kYoung{1};
 
 // The lock by which others know that the folder is in work.
 FileDescriptor TryLock(const fs::path& folder) {
-  FileDescriptor handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW));
+  FileDescriptor handle(::open(folder.string().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW));
   if (handle && ::flock(handle.Get(), LOCK_EX | LOCK_NB) != 0) handle.Close();
   return handle;
 }
 
 bool IsOwn(const fs::path& path) {
   struct stat status = {};
-  return ::lstat(path.c_str(), &status) == 0 && status.st_uid == ::geteuid();
+  return ::lstat(path.string().c_str(), &status) == 0 && status.st_uid == ::geteuid();
 }
 
 // Whether nothing is in the folder that a making does not put there: files of the names, with what databases and
@@ -111,7 +111,7 @@ void RemoveLeftFolder(const fs::path& left, const fs::path& above, FileNames nam
 // Under the name `to`, unless something is there.
 void PutOneInPlace(const fs::path& from, const fs::path& to) {
   // One name from the first moment: with a second one, that a kill would leave, the file is refused by transfers.
-  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+  if (::renameat2(AT_FDCWD, from.string().c_str(), AT_FDCWD, to.string().c_str(), RENAME_NOREPLACE) == 0) return;
   if (errno == EEXIST) RefuseExisting(to);
   std::error_code failure;
   // A link fails where a renaming would overwrite. Not every file system has both of these.
@@ -147,7 +147,7 @@ void RemoveUnfinished(const fs::path& above, FileNames names) {
 }
 
 MakingFolder::MakingFolder(const fs::path& above, FileNames names) : above_(above), names_(names) {
-  auto pattern = (above / (std::string(kFolderName) + "XXXXXX")).string();
+  auto pattern = (above / fmt::format("{}XXXXXX", kFolderName)).string();
   if (::mkdtemp(pattern.data()) == nullptr) {
     throw UsageError(fmt::format("Nothing can be made in the folder {}: {}.", above.string(),
                                  std::generic_category().message(errno)));

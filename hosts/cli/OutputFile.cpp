@@ -46,7 +46,7 @@ class Opening {
     if (::stat(path_.c_str(), &status) != 0) {
       RefuseUnlessNew();
       const auto above = std::filesystem::absolute(path_).parent_path();
-      if (::access(above.c_str(), W_OK | X_OK) != 0) Fail(errno);
+      if (::access(above.string().c_str(), W_OK | X_OK) != 0) Fail(errno);
     } else if (!StandardStream(status)) {
       if (S_ISREG(status.st_mode)) static_cast<void>(OpenExisting());
       RefuseKind(status);

@@ -49,7 +49,7 @@ void RefuseLinkedLog(const Workplace& place, const Options& options) {
 // A text has no zero bytes but as UTF-16, which settings are not written in.
 bool IsText(const std::string& path) {
   constexpr std::size_t kLookedAt = 4096;
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(std::filesystem::path(path), std::ios::binary);
   std::string beginning(kLookedAt, ' ');
   file.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
   beginning.resize(static_cast<std::size_t>(file.gcount()));

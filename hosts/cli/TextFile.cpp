@@ -51,7 +51,7 @@ std::string ReadTextFile(const std::string& path) {
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) Refuse(path, "read", EISDIR);
   errno = 0;
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(std::filesystem::path(path), std::ios::binary);
   if (!file) Refuse(path, "read", errno);
   auto text = ReadUpTo(file, kMaxText + 1);
   if (file.bad()) Refuse(path, "read", errno);

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <span>
+#include <stdexcept>
 #include <string>
 
 #include "platform/Platform.h"
@@ -36,9 +37,17 @@ enum class LostLinks : bool { Leave, FindAgain };
 void Compose(const Platform& platform, std::span<const Table* const> tables = {}, RunObserver* observer = nullptr,
              LostLinks lostLinks = LostLinks::FindAgain);
 
+// An object was asked for while something is missing that the library stands on: a mistake of the host, which `what()`
+// tells it.
+class NotComposed : public std::logic_error {
+ public:
+  using std::logic_error::logic_error;
+};
+
 class CTWQBBridge {
  public:
-  // Writes three lines to the log and puts QBHostVer to 0, even when a session stands.
+  // Writes three lines to the log and puts QBHostVer to 0, even when a session stands. Raises NotComposed ahead of
+  // Compose, and where one of the five seams has nothing behind it.
   CTWQBBridge();
   // Ends the session, of the other objects too.
   ~CTWQBBridge();

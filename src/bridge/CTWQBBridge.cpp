@@ -1,11 +1,13 @@
 #include "twqb/CTWQBBridge.h"
 
 #include <string_view>
+#include <vector>
 
 #include "bridge/Deletion.h"
 #include "bridge/Lookups.h"
 #include "bridge/modTWQBBridge.h"
 #include "events/modSubscribe.h"
+#include "platform/Text.h"
 #include "quickbooks/LookupLists.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Session.h"
@@ -24,6 +26,19 @@ LookupScope ScopeOf(bool GetAll) { return GetAll ? LookupScope::All : LookupScop
 
 std::string Now() { return GeneralDate(TheMachine().Now()); }
 
+// A host that forgot a seam would end with its first call through it.
+void RequireAllSeams(const Platform& platform) {
+  std::vector<std::string_view> missing;
+  if (platform.database == nullptr) missing.emplace_back("database");
+  if (platform.quickbooks == nullptr) missing.emplace_back("quickbooks");
+  if (platform.desk == nullptr) missing.emplace_back("desk");
+  if (platform.machine == nullptr) missing.emplace_back("machine");
+  if (platform.callback == nullptr) missing.emplace_back("callback");
+  if (missing.empty()) return;
+  throw NotComposed("A CTWQBBridge needs all five seams of the platform, and nothing stands behind " +
+                    Join(missing, ", ") + ". Call twqb::Compose with them ahead of the first object.");
+}
+
 }  // namespace
 
 void Compose(const Platform& platform, std::span<const Table* const> tables, RunObserver* observer,
@@ -37,6 +52,7 @@ void Compose(const Platform& platform, std::span<const Table* const> tables, Run
 }
 
 CTWQBBridge::CTWQBBridge() {
+  RequireAllSeams(Vars().platform);
   Vars().g_QBHostVer = 0;
   const std::string rule(kRuleLength, '*');
   WriteLog(rule);

@@ -8,12 +8,11 @@
 #include <string_view>
 
 #include "platform/PlatformError.h"
+#include "platform/Wide.h"
 
 namespace twqb {
 
 namespace {
-
-__extension__ using Wide = __int128;
 
 constexpr Wide kMostDigits = 999'999'999'999'999'999;
 constexpr int kTen = 10;

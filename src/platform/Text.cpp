@@ -1,8 +1,5 @@
 #include "platform/Text.h"
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -12,44 +9,66 @@
 #include <cstring>
 #include <iterator>
 
+#include "platform/CaseMapping.h"
+
 namespace twqb {
 
 namespace {
 
 char LowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c + ('a' - 'A')) : c; }
 
-// The code point at `index`, which moves behind it; negative for bytes that are no UTF-8.
-#if defined(__GNUC__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wconversion"  // in the expansion of ICU's macro
-#endif
-UChar32 NextCodePoint(std::string_view text, int& index) {
-  UChar32 c = 0;
-  const char* bytes = text.data();
-  U8_NEXT(bytes, index, static_cast<int>(text.size()), c);
+constexpr std::size_t kLongestCharacter = 4;  // bytes
+constexpr unsigned kTailBits = 6;
+constexpr char32_t kNoCharacter = 0xFFFFFFFF;
+constexpr char32_t kFirstOfThreeBytes = 0x800;
+constexpr char32_t kFirstOfFourBytes = 0x10000;
+constexpr char32_t kLast = 0x10FFFF;
+
+bool IsSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+
+// How many bytes follow the one that a character of several bytes begins with; none for a byte that begins none.
+std::size_t BytesBehind(unsigned char lead) {
+  if (lead >= 0xC2 && lead < 0xE0) return 1;
+  if (lead >= 0xE0 && lead < 0xF0) return 2;
+  return lead >= 0xF0 && lead < 0xF5 ? 3 : 0;
+}
+
+// The code point at `index`, which moves behind it; kNoCharacter, and behind one byte, for bytes that are no UTF-8.
+char32_t NextCodePoint(std::string_view text, std::size_t& index) {
+  const auto lead = static_cast<unsigned char>(text[index++]);
+  if (lead < 0x80) return lead;
+  const auto behind = BytesBehind(lead);
+  if (behind == 0 || text.size() - index < behind) return kNoCharacter;
+  char32_t c = lead & (0x3FU >> behind);
+  for (std::size_t i = 0; i < behind; ++i) {
+    const auto next = static_cast<unsigned char>(text[index + i]);
+    if ((next & 0xC0U) != 0x80) return kNoCharacter;
+    c = (c << kTailBits) | (next & 0x3FU);
+  }
+  // Longer than it need be, or of a kind that has no place in a text.
+  const bool isOverlong = (behind == 2 && c < kFirstOfThreeBytes) || (behind == 3 && c < kFirstOfFourBytes);
+  if (isOverlong || IsSurrogate(c) || c > kLast) return kNoCharacter;
+  index += behind;
   return c;
 }
-#if defined(__GNUC__)
-#pragma GCC diagnostic pop
-#endif
 
 // What Windows-1252 has in the place of the control characters 0x80 to 0x9F; the five that it leaves open stay those.
 constexpr unsigned kFirstOfWindows = 0x80;
-constexpr std::array<UChar32, 32> kWindows1252 = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
-                                                  0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+constexpr std::array<char32_t, 32> kWindows1252 = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                                   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-UChar32 InWindows1252(char byte) {
+char32_t InWindows1252(char byte) {
   const unsigned code = static_cast<unsigned char>(byte);
   const auto place = code - kFirstOfWindows;
-  return place < kWindows1252.size() ? kWindows1252[place] : static_cast<UChar32>(code);
+  return place < kWindows1252.size() ? kWindows1252[place] : static_cast<char32_t>(code);
 }
 
-bool XmlBars(UChar32 c) {
-  constexpr UChar32 kFirstPrintable = 0x20;
-  constexpr UChar32 kFirstNoncharacter = 0xFFFE;
-  constexpr UChar32 kLastNoncharacter = 0xFFFF;
+bool XmlBars(char32_t c) {
+  constexpr char32_t kFirstPrintable = 0x20;
+  constexpr char32_t kFirstNoncharacter = 0xFFFE;
+  constexpr char32_t kLastNoncharacter = 0xFFFF;
   if (c < kFirstPrintable) return c != '\t' && c != '\n' && c != '\r';
   return c == kFirstNoncharacter || c == kLastNoncharacter;
 }
@@ -66,11 +85,17 @@ std::size_t AsciiLength(std::string_view text) {
   return length;
 }
 
-void AppendCharacter(std::string& text, UChar32 c) {
-  char buffer[U8_MAX_LENGTH];
-  int length = 0;
-  U8_APPEND_UNSAFE(buffer, length, c);
-  text.append(buffer, static_cast<std::size_t>(length));
+void AppendCharacter(std::string& text, char32_t c) {
+  const auto tail = [&](unsigned shift) { return static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
+  if (c < 0x80) {
+    text += static_cast<char>(c);
+  } else if (c < kFirstOfThreeBytes) {
+    text += {static_cast<char>(0xC0U | (c >> kTailBits)), tail(0)};
+  } else if (c < kFirstOfFourBytes) {
+    text += {static_cast<char>(0xE0U | (c >> (2 * kTailBits))), tail(kTailBits), tail(0)};
+  } else {
+    text += {static_cast<char>(0xF0U | (c >> (3 * kTailBits))), tail(2 * kTailBits), tail(kTailBits), tail(0)};
+  }
 }
 
 char UpperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - ('a' - 'A')) : c; }
@@ -85,9 +110,9 @@ std::string MapCharacters(std::string_view text, char (*ofAscii)(char), Mapping 
   std::ranges::transform(text.substr(0, ascii), std::back_inserter(result), ofAscii);
   CharacterWalk walk(text.substr(ascii));
   for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
-    int index = 0;
-    const UChar32 c = NextCodePoint(bytes, index);
-    if (c < 0) {
+    std::size_t index = 0;
+    const char32_t c = NextCodePoint(bytes, index);
+    if (c == kNoCharacter) {
       result.append(bytes);
       continue;
     }
@@ -100,10 +125,10 @@ std::string MapCharacters(std::string_view text, char (*ofAscii)(char), Mapping 
 
 std::string_view CharacterWalk::Next() {
   if (rest_.empty()) return {};
-  int index = 0;
-  if (NextCodePoint(rest_.substr(0, U8_MAX_LENGTH), index) < 0) index = 1;
-  const auto bytes = rest_.substr(0, static_cast<std::size_t>(index));
-  rest_.remove_prefix(static_cast<std::size_t>(index));
+  std::size_t index = 0;
+  static_cast<void>(NextCodePoint(rest_.substr(0, kLongestCharacter), index));
+  const auto bytes = rest_.substr(0, index);
+  rest_.remove_prefix(index);
   return bytes;
 }
 
@@ -130,13 +155,9 @@ std::string Right(std::string_view text, std::size_t count) {
   return all <= count ? std::string(text) : std::string(text.substr(Left(text, all - count).size()));
 }
 
-std::string UpperCase(std::string_view text) {
-  return MapCharacters(text, UpperAscii, [](UChar32 c) { return u_toupper(c); });
-}
+std::string UpperCase(std::string_view text) { return MapCharacters(text, UpperAscii, UpperCaseOf); }
 
-std::string FoldCase(std::string_view text) {
-  return MapCharacters(text, LowerAscii, [](UChar32 c) { return u_foldCase(c, U_FOLD_CASE_DEFAULT); });
-}
+std::string FoldCase(std::string_view text) { return MapCharacters(text, LowerAscii, FoldedCaseOf); }
 
 std::string Trim(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
@@ -203,10 +224,8 @@ std::uint64_t HashOf(std::string_view text) {
 
 bool IsUtf8(std::string_view text) {
   text.remove_prefix(AsciiLength(text));
-  int index = 0;
-  const int size = static_cast<int>(text.size());
-  while (index < size) {
-    if (NextCodePoint(text, index) < 0) return false;
+  for (std::size_t index = 0; index < text.size();) {
+    if (NextCodePoint(text, index) == kNoCharacter) return false;
   }
   return true;
 }
@@ -244,11 +263,9 @@ std::string WithoutControls(std::string_view text) {
 }
 
 bool IsXmlText(std::string_view text) {
-  int index = 0;
-  const int size = static_cast<int>(text.size());
-  while (index < size) {
+  for (std::size_t index = 0; index < text.size();) {
     const auto c = NextCodePoint(text, index);
-    if (c < 0 || XmlBars(c)) return false;
+    if (c == kNoCharacter || XmlBars(c)) return false;
   }
   return true;
 }
@@ -258,9 +275,9 @@ std::string XmlText(std::string_view text) {
   result.reserve(text.size());
   CharacterWalk walk(text);
   for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
-    int index = 0;
+    std::size_t index = 0;
     const auto c = NextCodePoint(bytes, index);
-    if (c < 0) {
+    if (c == kNoCharacter) {
       AppendCharacter(result, InWindows1252(bytes[0]));
     } else if (!XmlBars(c)) {
       result.append(bytes);

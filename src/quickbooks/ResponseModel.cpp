@@ -93,6 +93,11 @@ messages::TimeInterval Record::GetTimeInterval() const {
   return *span;
 }
 
+messages::Type Record::ValueType() const {
+  if (IsNothing()) throw PlatformError(error::kObjectNothing);
+  return row_->type;
+}
+
 std::string Record::GetAsString() const {
   if (IsNothing()) throw PlatformError(error::kObjectNothing);
   return row_->HasChildren() ? std::string(row_->name) : GetValue();

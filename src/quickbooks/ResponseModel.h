@@ -47,6 +47,8 @@ class Record {
   [[nodiscard]] Currency GetAmount() const;
   [[nodiscard]] Date GetDate() const;
   [[nodiscard]] messages::TimeInterval GetTimeInterval() const;
+  // In which form the value is written; raises 91 on nothing.
+  [[nodiscard]] messages::Type ValueType() const;
   // The wire name of an enumeration; of a record, its element's name.
   [[nodiscard]] std::string GetAsString() const;
   // The text, or "" on nothing.

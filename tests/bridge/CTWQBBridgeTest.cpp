@@ -25,6 +25,32 @@ TEST(BridgeObject, Its_start_and_end_are_logged) {
   EXPECT_TRUE(house.BoxTexts().empty());
 }
 
+std::string WhatIsMissing() {
+  try {
+    const CTWQBBridge bridge;
+  } catch (const NotComposed& failure) {
+    return failure.what();
+  }
+  return {};
+}
+
+TEST(BridgeObject, Asked_for_ahead_of_Compose_raises_what_is_missing) {
+  EXPECT_EQ(WhatIsMissing(),
+            "A CTWQBBridge needs all five seams of the platform, and nothing stands behind database, quickbooks, desk, "
+            "machine, callback. Call twqb::Compose with them ahead of the first object.");
+}
+
+TEST(BridgeObject, Asked_for_with_one_seam_that_is_empty_raises_which_one) {
+  const BridgeHouse house;
+  auto seams = Vars().platform;
+  seams.desk = nullptr;
+  Compose(seams);
+  EXPECT_EQ(WhatIsMissing(),
+            "A CTWQBBridge needs all five seams of the platform, and nothing stands behind desk. Call twqb::Compose "
+            "with them ahead of the first object.");
+  EXPECT_TRUE(house.Log().empty());
+}
+
 TEST(BridgeObject, A_log_that_cannot_be_written_is_lost_without_a_word) {
   BridgeHouse house({}, "log 1 raise 75\nlog 2 raise 75");
   { const CTWQBBridge bridge; }

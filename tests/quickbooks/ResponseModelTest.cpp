@@ -46,6 +46,14 @@ TEST(Response, Without_records_has_nothing_as_its_detail) {
   EXPECT_EQ(NumberOf([&] { (void)answer.GetAt(0).Detail(); }), error::kObjectNothing);
 }
 
+TEST(Record, Tells_in_which_form_a_value_is_written) {
+  const auto customer = Customer("<Name>A</Name><IsActive>true</IsActive><Balance>1.00</Balance>");
+  EXPECT_EQ(customer["Name"].ValueType(), messages::Type::Str);
+  EXPECT_EQ(customer["IsActive"].ValueType(), messages::Type::Bool);
+  EXPECT_EQ(customer["Balance"].ValueType(), messages::Type::Amt);
+  EXPECT_EQ(NumberOf([&] { (void)customer["Phone"].ValueType(); }), error::kObjectNothing);
+}
+
 TEST(Response, Gives_its_records_in_order) {
   const MsgSetResponse answer(CannedAnswer("CustomerQueryRs", kStatusOk,
                                            "\n  <CustomerRet>\n<Name>A</Name>\n</CustomerRet>\n"

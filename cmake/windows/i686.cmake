@@ -1,0 +1,3 @@
+# For Windows on 32 bits.
+set(TWQB_WINDOWS_PROCESSOR i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

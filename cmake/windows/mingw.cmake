@@ -1,0 +1,16 @@
+# Compiling on Linux for Windows, for the processor that TWQB_WINDOWS_PROCESSOR names, with the threads of POSIX, which
+# those of the standard library stand on.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR ${TWQB_WINDOWS_PROCESSOR})
+set(TWQB_WINDOWS_TOOLS ${TWQB_WINDOWS_PROCESSOR}-w64-mingw32)
+
+set(CMAKE_C_COMPILER ${TWQB_WINDOWS_TOOLS}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${TWQB_WINDOWS_TOOLS}-g++-posix)
+set(CMAKE_RC_COMPILER ${TWQB_WINDOWS_TOOLS}-windres)
+
+# Nothing of this machine's own libraries.
+set(CMAKE_FIND_ROOT_PATH /usr/${TWQB_WINDOWS_TOOLS})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)

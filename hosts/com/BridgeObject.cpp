@@ -1,0 +1,80 @@
+#include "com/BridgeObject.h"
+
+#include <vector>
+
+#include "com/AccountTexts.h"
+
+namespace twqb::com {
+
+namespace {
+
+constexpr const wchar_t* kGetQBAccounts = L"GetQBAccounts";
+
+}  // namespace
+
+BridgeObject::BridgeObject(windows::Reference<ITypeInfo> type) : Counted(IID__CTWQBBridge), type_(std::move(type)) {}
+
+HRESULT BridgeObject::GetTypeInfoCount(UINT* count) {
+  if (count == nullptr) return E_POINTER;
+  *count = 1;
+  return S_OK;
+}
+
+HRESULT BridgeObject::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** result) {
+  if (result == nullptr) return E_POINTER;
+  *result = nullptr;
+  if (index != 0) return DISP_E_BADINDEX;
+  type_->AddRef();
+  *result = type_.Get();
+  return S_OK;
+}
+
+HRESULT BridgeObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/, DISPID* ids) {
+  return type_->GetIDsOfNames(names, count, ids);
+}
+
+HRESULT BridgeObject::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD kind, DISPPARAMS* parameters,
+                             VARIANT* result, EXCEPINFO* failure, UINT* wrongArgument) {
+  if (parameters == nullptr) return E_POINTER;
+  DISPID accounts = DISPID_UNKNOWN;
+  auto* name = const_cast<LPOLESTR>(kGetQBAccounts);
+  if (SUCCEEDED(type_->GetIDsOfNames(&name, 1, &accounts)) && id == accounts) {
+    return InvokeGetQBAccounts(*parameters, result);
+  }
+  // Scripts hand their variables over by reference, which not every system's call looks up.
+  std::vector<windows::Variant> owned;
+  std::vector<VARIANT> given;
+  for (UINT i = 0; i < parameters->cArgs; ++i) {
+    owned.push_back(windows::Variant::CopyOf(parameters->rgvarg[i]));
+  }
+  for (auto& argument : owned) given.push_back(argument.Value());
+  DISPPARAMS looked = *parameters;
+  looked.rgvarg = given.data();
+  return type_->Invoke(static_cast<_CTWQBBridge*>(this), id, kind, &looked, result, failure, wrongArgument);
+}
+
+HRESULT BridgeObject::InvokeGetQBAccounts(const DISPPARAMS& parameters, VARIANT* result) {
+  if (parameters.cArgs != 1) return DISP_E_BADPARAMCOUNT;
+  VARIANT& given = parameters.rgvarg[0];
+  VARIANT_BOOL done = VARIANT_FALSE;
+  if (given.vt == (VT_BYREF | VT_ARRAY | VT_BSTR)) {
+    GetQBAccounts(given.pparray, &done);
+  } else if (given.vt == (VT_BYREF | VT_VARIANT)) {
+    AccountArray accounts;
+    if (bridge_.GetQBAccounts(accounts)) {
+      windows::Variant filled;
+      filled.Get()->parray = ArrayOf(accounts, VT_VARIANT);
+      if (filled.Value().parray == nullptr) return E_OUTOFMEMORY;
+      filled.Get()->vt = VT_ARRAY | VT_VARIANT;
+      if (FAILED(VariantClear(given.pvarVal))) return DISP_E_ARRAYISLOCKED;
+      *given.pvarVal = filled.Release();
+      done = VARIANT_TRUE;
+    }
+  } else {
+    return DISP_E_TYPEMISMATCH;
+  }
+  if (result != nullptr) *result = windows::Variant(done != VARIANT_FALSE).Release();
+  return S_OK;
+}
+
+}  // namespace twqb::com

@@ -1,0 +1,186 @@
+#!/usr/bin/env bash
+# TWQBClient90.dll as hosts load it: registered, called by script and by slots, on the sample firm, with boxes that are
+# pressed; compared with what twqb here does on the same firm.
+#   com.sh TWQB BUILD-FOLDER-FOR-WINDOWS
+set -euo pipefail
+here=$1
+built=$2
+tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$tests/Wine.sh"
+# Windows without a display; what has begun already has none at all.
+wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
+wineserver -k
+wineserver -w
+
+# As Windows spells a path.
+there() { sed 's#/#\\#g; s#^#Z:#' <<<"$1"; }
+
+library=$work/lib
+mkdir "$library"
+cp "$built/hosts/com/TWQBClient90.dll" "$library"
+
+# in_folder NAME: a new firm, whose company file QuickBooks has open.
+in_folder() {
+  mkdir "$work/$1"
+  "$here" -C "$work/$1" init --sample >/dev/null
+  printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/$1/company.twq")" >"$library/TWQBClient90.ini"
+  wine reg add 'HKCU\SOFTWARE\OFS\TW80' /v Database /d "$(there "$work/$1/billing.db")" /f >/dev/null
+}
+
+# pressing ORDERS COMMAND...: runs it while boxes are pressed; what they said goes to $work/boxes.
+pressing() {
+  local orders=$1 status=0
+  shift
+  rm -f "$work/stop"
+  # shellcheck disable=SC2086  # orders are words
+  wine "$built/tests/windows/presser.exe" "$(there "$work/boxes")" "$(there "$work/stop")" $orders &
+  "$@" || status=$?
+  touch "$work/stop"
+  wait $! || true
+  return "$status"
+}
+
+script() { timeout 300 wine cscript //nologo "$(there "$1")" "${@:2}" | tr -d '\r'; }
+# classes NAME: what the registry holds of classes, of the machine and of the user.
+classes() {
+  local whose
+  for whose in HKLM HKCU; do
+    wine reg export "$whose\Software\Classes" "$(there "$work/exported")" /y >/dev/null 2>&1 || continue
+    iconv -f UTF-16 -t UTF-8 "$work/exported" >"$work/$1.$whose"
+  done
+}
+
+# What the script host itself registers when it is first used is none of the library's.
+echo >"$work/nothing.vbs"
+script "$work/nothing.vbs"
+classes before
+check "The library registers itself" wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
+check "The class is found by its name" \
+  wine reg query 'HKLM\Software\Classes\TWQBClient90.CTWQBBridge\CLSID'
+
+# By script.
+in_folder script
+"$here" -C "$work/script" settings set GENERAL FIRST_TIME False
+cat >"$work/expected" <<'TEXT'
+customers 14, with those that are inactive 15
+version 16 US Boolean
+Boolean Double Date String Long
+no middle name: True, a fax: (413) 555-0197
+accounts True, rows 3, columns True, String
+once more True
+no such field: 1B6
+behind the last: BB9
+too few arguments: 1C2
+wrong type: D
+not to be set: True
+no array: True
+TEXT
+pressing "" script "$tests/script.vbs" "$(there "$work/script")" >"$work/got" || true
+check "A script reaches properties, lists, arrays and errors" diff "$work/expected" "$work/got"
+check "No box came up for that" test ! -s "$work/boxes"
+
+# The demonstration firm, by a script of ten lines and by twqb.
+in_folder there
+mkdir "$work/here"
+"$here" -C "$work/here" init --sample >/dev/null
+pressing "" script "$tests/demo.vbs" "$(there "$work/there")" >"$work/got" || true
+cp "$work/boxes" "$work/boxes.there"
+check "The script says that all was sent and fetched" diff <(printf 'sent: True\nfetched: True\n') "$work/got"
+echo 'default yes' >"$work/here/answers"
+for direction in send get; do
+  "$here" -C "$work/here" --answers "$work/here/answers" --transcript "$work/here/$direction.jsonl" $direction all \
+    >/dev/null 2>&1 || true
+done
+
+statement() { "$here" -C "$work/$1" billing run -e "$2"; }
+# same_by COMMAND...: WHERE in it is each of the two firms; what it prints is the same, and something.
+same_by() {
+  "${@/WHERE/here}" >"$work/by.here" && "${@/WHERE/there}" >"$work/by.there" && [ -s "$work/by.here" ] &&
+    diff "$work/by.here" "$work/by.there"
+}
+counted() { "$here" -C "$work/$1" billing show && "$here" -C "$work/$1" company show | grep -vE '^(File|Made) '; }
+# Without what changed since, which hangs on the second in which each record went.
+linked() { "$here" -C "$work/$1" status | cut -c1-40; }
+owed() { "$here" -C "$work/$1" balances --json | sed -E 's/[0-9A-F]+-[0-9]{8,}/ID/g'; }
+check "BillingDb and the company file hold the same numbers of records, worth the same" same_by counted WHERE
+check "As many rows are linked" same_by linked WHERE
+check "Clients owe the same on both sides" same_by owed WHERE
+# What else a row holds hangs on which side was the newer by a second.
+for table in Client:ClientID Employee:EmployeeID Project:ProjectID Activity:ActivityID Expense:ExpID; do
+  check "Rows of ${table%:*} are the same, and linked" same_by statement WHERE \
+    "SELECT ${table#*:}, QBLinkID IS NULL FROM ${table%:*} ORDER BY 1"
+done
+check "The same boxes were shown" diff \
+  <(python3 "$tests/boxes.py" "$work/here/send.jsonl" "$work/here/get.jsonl") <(tr -d '\r' <"$work/boxes.there" |
+    sed -E "s#Z:$(sed 's#/#\\\\+#g' <<<"$work")\\\\+there\\\\#FOLDER/#g")
+check "The log stands beside the library" grep -q 'TWTWClient Terminated on' "$library"/TWQBLog*.txt
+
+# The progress form and its Cancel.
+in_folder cancel
+"$here" -C "$work/cancel" settings set GENERAL FIRST_TIME False
+cat >"$work/cancel.vbs" <<'TEXT'
+Set link = CreateObject("TWQBClient90.CTWQBBridge")
+link.ConnectString = "Provider=SQLITE;Data Source=" & WScript.Arguments(0) & "\billing.db"
+link.TWSettingsPath = WScript.Arguments(0) & "\twqb.ini"
+link.UsePreferencesTW = True
+WScript.Echo "sent: " & link.SendDataToQB(2)
+TEXT
+pressing cancel script "$work/cancel.vbs" "$(there "$work/cancel")" >"$work/got" || true
+check "Cancel on the progress form ends the run" grep -q False "$work/got"
+check "Once it has been confirmed" grep -q 'Are you sure you want to Cancel' "$work/boxes"
+check "And that is told" grep -q 'Operation cancelled!' "$work/boxes"
+check "Not all clients went" sh -c "'$here' -C '$work/cancel' status | grep clients | grep -vE 'clients +64 +64'"
+
+# The forms alone.
+forms() { wine "$built/tests/windows/desk_host.exe" "$1" | tr -d '\r'; }
+pressing "vendor 1" forms vendor >"$work/got" || true
+check "The vendor that is chosen is the one picked" grep -qx 'Böhm & Söhne' "$work/got"
+pressing cancel forms progress >"$work/got" || true
+check "A press of Cancel comes at the next pump" grep -qx pressed "$work/got"
+
+# By slots.
+in_folder slots
+"$here" -C "$work/slots" settings set GENERAL FIRST_TIME False
+pressing "" timeout 300 wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")" >"$work/got" 2>&1 || true
+check "A host of C++ finds every slot as it should be" grep -q ' 0 failed' "$work/got"
+[ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
+
+# Without QuickBooks.
+rm "$library/TWQBClient90.ini"
+cat >"$work/without.vbs" <<'TEXT'
+Set link = CreateObject("TWQBClient90.CTWQBBridge")
+WScript.Echo "connected: " & link.ConnectToQB(True)
+TEXT
+pressing "" script "$work/without.vbs" >"$work/got" || true
+check "Without QuickBooks' library a connection fails" grep -q False "$work/got"
+check "And the person is told, with its number" grep -q -- '-2147024770' "$work/boxes"
+
+check "The library takes its registration back" wine regsvr32 /s /u "$(there "$library/TWQBClient90.dll")"
+classes after
+check "Nothing is left of it for the machine" diff "$work/before.HKLM" "$work/after.HKLM"
+check "Nor for the user" sh -c "[ ! -e '$work/after.HKCU' ] || diff '$work/before.HKCU' '$work/after.HKCU'"
+
+# By late binding: doubles stand under the names of ADO and of QuickBooks' session library.
+double() {
+  local id="{7A1B000$1-5C44-4E1B-9D20-0B3C5177E906}"
+  wine reg add "HKLM\\Software\\Classes\\$2\\CLSID" /ve /d "$id" /f >/dev/null
+  wine reg add "HKLM\\Software\\Classes\\CLSID\\$id\\InprocServer32" /ve \
+    /d "$(there "$built/tests/windows/doubles.dll")" /f >/dev/null
+}
+double 1 ADODB.Connection
+double 2 ADODB.Recordset
+double 3 QBFC5.QBSessionManager
+wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
+in_folder late
+rm "$library/TWQBClient90.ini"
+"$here" -C "$work/late" settings set GENERAL FIRST_TIME False
+sed 's/Provider=SQLITE/Provider=SQLOLEDB/' "$tests/demo.vbs" >"$work/late.vbs"
+TWQB_DOUBLE_COMPANY=$(there "$work/late/company.twq") \
+  pressing "" script "$work/late.vbs" "$(there "$work/late")" >"$work/got" || true
+check "By ADO and QuickBooks' session library all is sent and fetched, too" \
+  diff <(printf 'sent: True\nfetched: True\n') "$work/got"
+ends_alike() { diff <("$1" here) <("$1" late); }
+for what in counted linked owed; do
+  check "And both sides end alike by that road ($what)" ends_alike "$what"
+done
+conclude
