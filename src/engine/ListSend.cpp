@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 
+#include "engine/AddedRecords.h"
 #include "engine/ListTable.h"
 #include "engine/LostAdditions.h"
 #include "engine/PairMoves.h"

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 
+#include "engine/AddedRecords.h"
 #include "engine/Mapping.h"
 #include "engine/RowWalk.h"
 #include "messages/StatusCodes.h"

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/AddedRecords.h"
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"

@@ -1,12 +1,13 @@
 // The links of payments that got lost: what QuickBooks has of them, by the outcome or by what their requests say.
 #include <memory>
 
+#include "engine/AddedRecords.h"
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/SelectionQueries.h"
 #include "platform/Value.h"
-#include "services/Conversions.h"
 #include "quickbooks/Requests.h"
+#include "services/Conversions.h"
 #include "services/Database.h"
 #include "transactions/PaymentParts.h"
 #include "transactions/PaymentsOut.h"

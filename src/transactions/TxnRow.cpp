@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "engine/AddedRecords.h"
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/AddedRecords.h"
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RowWalk.h"

@@ -53,12 +53,14 @@ constexpr ListTable kVendors = {
 
 void SendVendors(const SendCall& call) { SendList(kPlainVendorsTable, kVendors, call); }
 void GetVendors(const GetCall& call) { GetList(kVendors, call); }
+TakenUp TakeUpVendorLink(const LostAddition& lost) { return TakeUpListLink(kPlainVendorsTable, kVendors, lost); }
 
 // Names, selection, reads and deletion are those of the table in whose place this one stands.
 Table InPlaceOf(const Table& table) {
   auto own = table;
   own.send = SendVendors;
   own.get = GetVendors;
+  own.lostLink.takeUp = TakeUpVendorLink;
   return own;
 }
 
