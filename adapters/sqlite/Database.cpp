@@ -6,7 +6,6 @@
 #include <array>
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 #include "adapters/sqlite/Collations.h"
 #include "adapters/sqlite/Failure.h"
@@ -147,7 +146,6 @@ void Database::Begin(const std::string& file, std::chrono::milliseconds patience
     // Of a file that is written ahead a handle that is kept has a hold, and no reader has to wait.
     if (!engine_.writeAhead.HasBegun()) {
       Refresh();
-      hasJustLooked_ = true;
       if (!isNew) engine_.writeAhead.AfterLook(handle);
     }
     if (isNew) {
@@ -180,7 +178,16 @@ Database::Schema Database::Look() {
 }
 
 void Database::Refresh() {
-  if (!std::exchange(hasJustLooked_, false) && Look() == Schema::Changed) engine_.statements.clear();
+  engine_.changesSeen = pool_->Changes();
+  engine_.looked = std::chrono::steady_clock::now();
+  if (Look() == Schema::Changed) engine_.statements.clear();
+}
+
+void Database::RefreshAtTimes() {
+  constexpr auto kMoments = std::chrono::seconds(1);
+  const bool isFresh =
+      engine_.changesSeen == pool_->Changes() && std::chrono::steady_clock::now() - engine_.looked < kMoments;
+  if (!isFresh) Refresh();
 }
 
 void Database::Create(const std::string& file) {
@@ -209,7 +216,10 @@ Statement Database::Prepare(std::string_view sql, Use use) {
       sqlite3_prepare_v3(engine_.handle.get(), sql.data(), static_cast<int>(sql.size()), flags, &raw, &tail);
   Statement statement(raw);
   if (code != SQLITE_OK) throw FailureOf(engine_.handle.get(), code);
-  if (LeftBy(sql) == Leaves::More) engine_.leaves = Leaves::More;
+  if (LeftBy(sql) == Leaves::More) {
+    engine_.leaves = Leaves::More;
+    pool_->NoteChange();
+  }
   if (statement.IsEmpty()) throw Failure(error::kBadSyntax, "The statement is empty.");
   for (const auto& token : SignificantTokens(sql.substr(static_cast<std::size_t>(tail - sql.data())))) {
     if (!token.IsSymbol(';')) {

@@ -51,9 +51,11 @@ class Database {
   [[nodiscard]] Statement Prepare(std::string_view sql, Use use);
   // The same for one that recordsets run again and again: it is prepared once and kept. To be reset behind each use.
   [[nodiscard]] Statement& Kept(const std::string& sql);
-  // Has the kept statements know the tables as they are by now; where it was not for nothing, none of them may be in
-  // use. Behind the opening the first call does nothing: it has just been done.
+  // Has the kept statements know the tables as they are by now; none of them may be in use.
   void Refresh();
+  // The same if it may be that tables have changed: when a connection of the pool ran what may change them, or the last
+  // look was a while ago. What another program changes within moments shows with the next row that is read.
+  void RefreshAtTimes();
   // To be called ahead of a statement's first step: a write has the file written ahead from then on.
   void BeforeRun(const Statement& statement);
   // Runs a statement to its end; rows are dropped.
@@ -73,7 +75,6 @@ class Database {
 
   std::shared_ptr<EnginePool> pool_;
   Engine engine_;
-  bool hasJustLooked_ = false;
 };
 
 }  // namespace twqb::sqlite

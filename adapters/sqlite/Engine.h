@@ -9,6 +9,7 @@
 
 #include <sqlite3.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -86,6 +87,9 @@ struct Engine {
   // By their text; they go ahead of the handle. Each is reset behind each use, so that all who use one share it.
   std::map<std::string, Statement, std::less<>> statements = {};
   std::chrono::steady_clock::time_point closed = {};
+  // When it last read which tables there are, and the pool's changes by then.
+  std::chrono::steady_clock::time_point looked = {};
+  unsigned changesSeen = 0;
 };
 
 // Handles of closed connections, for those that open the same file again. May be used by several threads.
@@ -97,12 +101,17 @@ class EnginePool {
   // Counts it out. The last one leaves the file in its ordinary form, unless others have it open.
   void Close(Engine engine) noexcept;
 
+  // Statements that may have changed tables, run by connections of the pool: how many there were.
+  void NoteChange() { ++changes_; }
+  [[nodiscard]] unsigned Changes() const { return changes_; }
+
  private:
   struct File {
     int connections = 0;
     std::vector<Engine> kept;
   };
 
+  std::atomic<unsigned> changes_ = 0;
   std::mutex mutex_;
   std::map<std::string, File> files_;  // by path
 };

@@ -26,7 +26,7 @@ std::string RowAtOrBehindText(std::string_view table, std::string_view condition
 std::unique_ptr<TableRecordset> TableRecordset::Open(std::shared_ptr<Database> database, const OpenedTable& opened) {
   auto quoted = QuoteName(opened.table);
   auto condition = opened.filledColumn.empty() ? "1" : QuoteName(opened.filledColumn) + " IS NOT NULL";
-  database->Refresh();
+  database->RefreshAtTimes();
   auto columns = ColumnsOf(database->Kept(RowAtOrBehindText(quoted, condition)), kSkipRowid);
   return std::unique_ptr<TableRecordset>(
       new TableRecordset(std::move(database), std::move(columns), std::move(quoted), std::move(condition)));

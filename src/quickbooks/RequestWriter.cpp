@@ -46,20 +46,6 @@ constexpr auto kWritten = [] {
 
 Written HowWritten(char c) { return kWritten[PlaceOf(c)]; }
 
-}  // namespace
-
-void AppendEscaped(std::string& out, std::string_view text) {
-  while (!text.empty()) {
-    const auto at = std::ranges::find(text, Written::Escaped, HowWritten);
-    out.append(text.begin(), at);
-    if (at == text.end()) return;
-    out.append(std::ranges::find(kEscapes, *at, &Escape::character)->written);
-    text = {at + 1, text.end()};
-  }
-}
-
-namespace {
-
 class Writer {
  public:
   Writer(const Form& form, std::string& out, bool* mended) : form_(form), out_(out), mended_(mended) {}
@@ -128,6 +114,16 @@ class Writer {
 };
 
 }  // namespace
+
+void AppendEscaped(std::string& out, std::string_view text) {
+  while (!text.empty()) {
+    const auto at = std::ranges::find(text, Written::Escaped, HowWritten);
+    out.append(text.begin(), at);
+    if (at == text.end()) return;
+    out.append(std::ranges::find(kEscapes, *at, &Escape::character)->written);
+    text = {at + 1, text.end()};
+  }
+}
 
 void WriteRequest(const RequestNode& request, const Form& form, std::string& out, bool* mended) {
   Writer(form, out, mended).WriteChildren(request);

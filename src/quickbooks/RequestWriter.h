@@ -14,7 +14,7 @@ namespace twqb::detail {
 // empty. `mended`, unless it is nullptr, becomes true for a text that XML can't carry as it is.
 void WriteRequest(const RequestNode& request, const messages::Form& form, std::string& out, bool* mended);
 
-// The same of a text for an element or an attribute, which XML can carry.
+// Appends a text that XML can carry, for content or between double quotes.
 void AppendEscaped(std::string& out, std::string_view text);
 
 }  // namespace twqb::detail

@@ -28,12 +28,8 @@ class KeptConnections : public WriteAhead {
 
 TEST_F(KeptConnections, A_connection_that_is_opened_for_each_row_opens_the_file_once) {
   connection_.reset();
-  int opens = 0;
   {
-    const WatchedFiles files([&](FileCall call, std::string_view) {
-      opens += call == FileCall::Open ? 1 : 0;
-      return SQLITE_OK;
-    });
+    CountedFiles files;
     SqliteProvider provider;
     const auto shared = Opened(provider);
     Add(*shared);
@@ -45,22 +41,17 @@ TEST_F(KeptConnections, A_connection_that_is_opened_for_each_row_opens_the_file_
       rows->Update();
     };
     addRow();
-    opens = 0;
+    files.CountFromZero();
     for (int i = 0; i < 19; ++i) addRow();
-    EXPECT_EQ(opens, 0);
+    EXPECT_EQ(files.Count(FileCall::Open), 0);
     EXPECT_EQ(Count(*shared), "21");
   }
   EXPECT_TRUE(IsPlain());
 }
 
 TEST_F(KeptConnections, Read_tables_as_others_have_changed_them) {
-  SqliteProvider provider;
-  const auto shared = provider.CreateConnection();
-  const auto own = provider.CreateConnection();
-  for (auto* connection : {shared.get(), own.get()}) {
-    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
-    connection->Open();
-  }
+  const auto shared = Opened();
+  const auto own = Opened();
   const auto fields = [&] {
     return own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic)->FieldCount();
   };
@@ -73,12 +64,8 @@ TEST_F(KeptConnections, Read_tables_as_others_have_changed_them) {
 
 TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead) {
   connection_.reset();
-  int locks = 0;
   {
-    const WatchedFiles files([&](FileCall call, std::string_view) {
-      locks += call == FileCall::Lock ? 1 : 0;
-      return SQLITE_OK;
-    });
+    CountedFiles files;
     SqliteProvider provider;
     const auto shared = Opened(provider);
     Add(*shared);
@@ -87,9 +74,9 @@ TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead
       EXPECT_EQ(Count(*own), "1");
       own->Close();
     }
-    locks = 0;
+    files.CountFromZero();
     const auto own = Opened(provider);
-    EXPECT_EQ(locks, 0);
+    EXPECT_EQ(files.Count(FileCall::Lock), 0);
     shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
     const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
     EXPECT_EQ(rows->FieldCount(), 2) << "what has changed shows all the same";

@@ -243,24 +243,16 @@ TEST_F(WriteAhead, Is_not_begun_where_files_have_no_shared_memory) {
 
 TEST_F(WriteAhead, Costs_a_statement_one_durable_write_and_opens_nothing) {
   connection_.reset();
-  int syncs = 0;
-  int opens = 0;
-  int locks = 0;
   {
-    const WatchedFiles files([&](FileCall call, std::string_view) {
-      syncs += call == FileCall::Sync || call == FileCall::SyncDirectory ? 1 : 0;
-      opens += call == FileCall::Open ? 1 : 0;
-      locks += call == FileCall::Lock ? 1 : 0;
-      return SQLITE_OK;
-    });
+    CountedFiles files;
     const auto connection = Connect();
     Add(*connection);
-    syncs = opens = locks = 0;
+    files.CountFromZero();
     constexpr int kStatements = 20;
     for (int i = 0; i < kStatements; ++i) Add(*connection);
-    EXPECT_EQ(syncs, kStatements);
-    EXPECT_EQ(opens, 0);
-    EXPECT_LE(locks, 6 * kStatements);
+    EXPECT_EQ(files.Count(FileCall::Sync) + files.Count(FileCall::SyncDirectory), kStatements);
+    EXPECT_EQ(files.Count(FileCall::Open), 0);
+    EXPECT_LE(files.Count(FileCall::Lock), 6 * kStatements);
   }
 }
 

@@ -8,8 +8,10 @@
 #include <array>
 #include <csignal>
 #include <functional>
+#include <map>
 
 #include "TemporaryDatabase.h"
+#include "tests/support/WatchedFiles.h"
 
 namespace twqb::sqlite {
 
@@ -25,6 +27,23 @@ inline int InAnotherProcess(const std::function<void()>& body) {
   waitpid(child, &status, 0);
   return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
 }
+
+// What the engine asks of the system while this lives, counted.
+class CountedFiles {
+ public:
+  [[nodiscard]] int Count(FileCall call) const {
+    const auto found = counts_.find(call);
+    return found == counts_.end() ? 0 : found->second;
+  }
+  void CountFromZero() { counts_.clear(); }
+
+ private:
+  std::map<FileCall, int> counts_;
+  WatchedFiles files_{[this](FileCall call, std::string_view) {
+    ++counts_[call];
+    return 0;
+  }};
+};
 
 class WriteAhead : public TemporaryDatabase {
  protected:
