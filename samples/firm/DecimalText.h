@@ -1,4 +1,6 @@
-// Numbers with a fixed count of decimals as text, out of whole digits: nothing is rounded, and no machine differs.
+// Numbers with a fixed count of decimals, as whole digits: their text, and the one division that rounds.
+//
+// Nothing here is floating point, so that no machine differs.
 #pragma once
 
 #include <fmt/format.h>

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
-#include <span>
 
 namespace twqb::firm {
 

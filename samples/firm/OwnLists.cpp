@@ -50,6 +50,11 @@ constexpr std::string_view kIncome = "Professional Fees";
 constexpr std::string_view kSurveys = "Professional Fees:Survey Fees";
 constexpr std::string_view kCosts = "Subcontractors";
 
+// All kinds of items share their names: the numbers of each begin elsewhere.
+constexpr std::int64_t kCharges = 500;
+constexpr std::int64_t kPlots = 1'000;
+constexpr std::int64_t kPins = 2'000;
+
 constexpr std::array kJobTypes = {"Fixed", "Hourly", "Hourly Not To Exceed", "Percentage", "Recurring"};
 
 class OwnListsOfAFirm {
@@ -207,9 +212,9 @@ class OwnListsOfAFirm {
   }
 
   void AddItem(const char* kind, std::int64_t number, std::vector<std::string>& names) {
-    const auto name = OwnName(dice_, fmt::format("{}{}", kind[4], Task(dice_)), number, 31);
+    const auto name = OwnName(dice_, Task(dice_), number, 31);
     // Below the one before, now and then.
-    const auto parent = number > 1 && dice_.OnceIn(4) ? names.back() : std::string();
+    const auto parent = !names.empty() && dice_.OnceIn(4) ? names.back() : std::string();
     const bool isTop = parent.empty() || parent.find(':') != std::string::npos;
     Request request(kind);
     request.Put("Name", name).Ref("ParentRef", isTop ? "" : parent);
@@ -218,18 +223,18 @@ class OwnListsOfAFirm {
     names.push_back(isTop ? name : fmt::format("{}:{}", parent, name));
   }
   void AddService(std::int64_t number) { AddItem("ItemService", number, records_.services); }
-  void AddCharge(std::int64_t number) { AddItem("ItemOtherCharge", number, records_.charges); }
+  void AddCharge(std::int64_t number) { AddItem("ItemOtherCharge", kCharges + number, records_.charges); }
 
   void AddGoods() {
     const auto goods = 1 + plan_.clients / 20;
     for (std::int64_t i = 1; i <= goods; ++i) {
-      const auto set = OwnName(dice_, "Plot Set", 1'000 + i, 31);
+      const auto set = OwnName(dice_, "Plot Set", kPlots + i, 31);
       Request plots("ItemNonInventory");
       plots.Put("Name", set);
       PutPrices(plots);
       requests_.Add(plots);
       records_.charges.push_back(set);
-      const auto pin = OwnName(dice_, "Iron Pin", 2'000 + i, 31);
+      const auto pin = OwnName(dice_, "Iron Pin", kPins + i, 31);
       const auto cost = dice_.Of(1, 900);
       requests_.Add(Request("ItemInventory")
                         .Put("Name", pin)

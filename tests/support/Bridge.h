@@ -1,4 +1,6 @@
 // A bridge object to a house, as a host has one that works with saved filters.
+//
+// For tests that make transfers through the public class. The house must have been entered.
 #pragma once
 
 #include "tests/support/TestHouse.h"
