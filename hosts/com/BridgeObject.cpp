@@ -1,5 +1,6 @@
 #include "com/BridgeObject.h"
 
+#include <new>
 #include <vector>
 
 #include "com/AccountTexts.h"
@@ -41,13 +42,17 @@ HRESULT BridgeObject::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WO
   if (SUCCEEDED(type_->GetIDsOfNames(&name, 1, &accounts)) && id == accounts) {
     return InvokeGetQBAccounts(*parameters, result);
   }
-  // Scripts hand their variables over by reference, which not every system's call looks up.
+  // Scripts and late-bound hosts hand their variables over by reference, which not every system's call looks up.
   std::vector<windows::Variant> owned;
   std::vector<VARIANT> given;
-  for (UINT i = 0; i < parameters->cArgs; ++i) {
-    owned.push_back(windows::Variant::CopyOf(parameters->rgvarg[i]));
+  try {
+    for (UINT i = 0; i < parameters->cArgs; ++i) {
+      owned.push_back(windows::Variant::ValueOf(parameters->rgvarg[i]));
+      given.push_back(owned.back().Value());
+    }
+  } catch (const std::bad_alloc&) {
+    return DISP_E_TYPEMISMATCH;
   }
-  for (auto& argument : owned) given.push_back(argument.Value());
   DISPPARAMS looked = *parameters;
   looked.rgvarg = given.data();
   return type_->Invoke(static_cast<_CTWQBBridge*>(this), id, kind, &looked, result, failure, wrongArgument);

@@ -98,6 +98,20 @@ void CheckOperations(_CTWQBBridge* link, const std::wstring& folder) {
   Expect(link->get_QBDB(&file) == S_OK && SysStringLen(file) > 0, "QBDB");
   SysFreeString(file);
   Expect(link->IsJob(unknown.Get(), &done) == S_OK && done == VARIANT_FALSE, "IsJob");
+  // As a late-bound host passes a variable of text.
+  wchar_t* isJob = const_cast<wchar_t*>(L"IsJob");
+  DISPID id = 0;
+  BSTR variable = unknown.Get();
+  VARIANTARG byReference = {};
+  byReference.vt = VT_BYREF | VT_BSTR;
+  byReference.pbstrVal = &variable;
+  DISPPARAMS one = {&byReference, nullptr, 1, 0};
+  VARIANT answer = {};
+  Expect(
+      link->GetIDsOfNames(IID_NULL, &isJob, 1, LOCALE_USER_DEFAULT, &id) == S_OK &&
+          link->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &one, &answer, nullptr, nullptr) == S_OK &&
+          answer.vt == VT_BOOL && answer.boolVal == VARIANT_FALSE,
+      "a text by reference");
   Expect(link->get_IsSubscribedToQBEvents(&done) == S_OK && done == VARIANT_FALSE, "IsSubscribedToQBEvents");
   Expect(link->DisplaySettings() == S_OK && link->CloseProgressScreen() == S_OK, "what does nothing");
   Expect(link->SendDataToQB(enClients, nullptr) == E_POINTER, "a result that goes nowhere");

@@ -18,6 +18,7 @@ class ProgressForm {
   void Update(const MsgFormState& state);
   // What Cancel runs, if it has been pressed since the last call; else nothing.
   [[nodiscard]] std::function<void()> TakePress();
+  [[nodiscard]] HWND Window() const { return form_.Window(); }
 
  private:
   void Tell(const MsgFormState& state);

@@ -145,6 +145,8 @@ void WindowsDesk::PumpMessages() {
       PostQuitMessage(static_cast<int>(next.wParam));  // the host's to hear
       break;
     }
+    // Keys that move within the form, and that press its button.
+    if (progress_ && IsDialogMessageW(progress_->Window(), &next) != 0) continue;
     TranslateMessage(&next);
     DispatchMessageW(&next);
   }

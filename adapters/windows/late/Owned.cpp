@@ -76,6 +76,12 @@ Variant Variant::CopyOf(const VARIANT& other) {
   return copy;
 }
 
+Variant Variant::ValueOf(const VARIANT& other) {
+  Variant copy;
+  if (FAILED(VariantCopyInd(&copy.value_, const_cast<VARIANT*>(&other)))) throw std::bad_alloc();
+  return copy;
+}
+
 Variant& Variant::operator=(Variant&& other) noexcept {
   std::swap(value_, other.value_);
   return *this;

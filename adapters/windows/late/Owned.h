@@ -43,8 +43,10 @@ class Variant {
   explicit Variant(long value);
   // An argument that is left out.
   [[nodiscard]] static Variant Missing();
-  // The deep copy of another one; what is passed by reference as a variant is looked up.
+  // The deep copy of another one; what is passed by reference as a variant is looked up, other references stay.
   [[nodiscard]] static Variant CopyOf(const VARIANT& other);
+  // The same, with every reference looked up.
+  [[nodiscard]] static Variant ValueOf(const VARIANT& other);
   Variant(Variant&& other) noexcept : value_(other.value_) { VariantInit(&other.value_); }
   Variant& operator=(Variant&& other) noexcept;
   Variant(const Variant&) = delete;
