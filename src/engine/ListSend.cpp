@@ -71,7 +71,10 @@ class ListSendWork final : public RowWork {
     walk.BeginRow(kCallbackRecord);
     ReadRow();
     NoteIdentifier(record_.linkId);
-    if (record_.passedOver) {
+    if (WasTakenUp(table_, record_.key, session_)) {
+      // Its link was written just now, which does not make it newer than its twin.
+      NoteFate(Fate::LeftAsItWas, "it was found again in QuickBooks");
+    } else if (record_.passedOver) {
       NoteFateAtLast(Fate::PassedOver, "the table does not send such rows");
     } else {
       SendRow();

@@ -213,7 +213,11 @@ void TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
   }
   auto& recovery = session.Recovery();
   if (taken.end == TakenUp::End::Linked || taken.end == TakenUp::End::KnewIt) recovery.NoteTakenUp(added.row);
-  recovery.Settle();
+  if (taken.end == TakenUp::End::NotAdded) {
+    recovery.SettleNotRun();
+  } else {
+    recovery.Settle(taken.rest);
+  }
   TellTakenUp(table.lostLink, key, added, taken, session);
 }
 
@@ -239,7 +243,7 @@ void SettleOpen(QBSessionManager& session) {
     return TakeUpOutcome(
         *outcome.answer, open.row, [&](std::int32_t /*number*/) { return open.table; }, session);
   }
-  if (!outcome.mayHaveRun) return recovery.Settle();
+  if (!outcome.mayHaveRun) return recovery.SettleNotRun();
   TakeUp(*open.table,
          {.row = open.row,
           .request = open.request,
@@ -315,7 +319,8 @@ void DropWhatIsSettled(QBSessionManager& session) {
 }
 
 bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {
-  return session.Recovery().WasTakenUp(NameOfRow(table.number, key));
+  const auto& recovery = session.Recovery();
+  return recovery.HasTakenUp() && recovery.WasTakenUp(NameOfRow(table.number, key));
 }
 
 void NoteTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {

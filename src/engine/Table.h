@@ -107,6 +107,7 @@ struct TakenUp {
   End end = End::Open;
   std::string identifier = {};
   std::string why = {};
+  RestOfRow rest = RestOfRow::None;
 };
 
 // Where the keys stand by which additions name their rows.

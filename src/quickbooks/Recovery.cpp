@@ -88,6 +88,8 @@ MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& se
   const MessageSetIds ids = {.newId = ids_[next_], .oldId = ids_[Other(next_)]};
   // What can't be written raises ahead of the call, and nothing has gone.
   const auto document = session.DocumentOf(set, &ids);
+  keptBefore_ = kept_;
+  restFollowed_ = restFollows_;
   last_ = next_;
   kept_ = true;
   isOpen_ = true;
@@ -121,6 +123,11 @@ KeptOutcome Recovery::AskAgain(QBSessionManager& session) {
   auto stored = StatusOf(session, last_);
   kept_ = stored.answer.has_value();
   next_ = kept_ ? Other(last_) : last_;
+  if (!kept_ && keptBefore_) {
+    // A set that did not arrive has dropped nothing.
+    last_ = Other(last_);
+    kept_ = true;
+  }
   stored.mayHaveRun = stored.mayHaveRun || mayHaveRun_;
   return stored;
 }

@@ -78,6 +78,8 @@ class Recovery {
     isOpen_ = false;
     restFollows_ = rest == RestOfRow::Follows;
   }
+  // It is settled by not having been carried out: what was before it counts.
+  void SettleNotRun() { Settle(restFollowed_ ? RestOfRow::Follows : RestOfRow::None); }
   [[nodiscard]] bool RestFollows() const { return restFollows_; }
 
   // Rows that may be in QuickBooks already, which nobody could settle: they must not go in this session.
@@ -85,6 +87,7 @@ class Recovery {
   [[nodiscard]] bool IsHeld(std::string_view row) const { return held_.contains(row); }
   // Rows that were found again in the send in hand.
   void NoteTakenUp(std::string row) { takenUp_.insert(std::move(row)); }
+  [[nodiscard]] bool HasTakenUp() const { return !takenUp_.empty(); }
   [[nodiscard]] bool WasTakenUp(std::string_view row) const { return takenUp_.contains(row); }
   void ForgetTakenUp() { takenUp_.clear(); }
 
@@ -110,6 +113,8 @@ class Recovery {
   bool isOpen_ = false;      // the last one is not settled
   bool mayHaveRun_ = false;  // though QuickBooks has no answer, as it said itself
   bool restFollows_ = false;
+  bool keptBefore_ = false;    // an outcome was, ahead of the last set
+  bool restFollowed_ = false;  //
   OpenAddition open_;
   Names held_;
   Names takenUp_;

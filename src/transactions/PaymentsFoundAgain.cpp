@@ -62,7 +62,7 @@ TakenUp TakeUpAllocationLink(const LostAddition& lost) {
   const auto payment = OpenPayment(lost, payId);
   if (payment->Eof()) return {.end = TakenUp::End::RowGone};
   const auto& read = kPaymentsTable.reads.front();
-  const auto added = FindAdded(lost, ColumnText(*allocation, "QBLinkID"), read, [&] {
+  auto added = FindAdded(lost, ColumnText(*allocation, "QBLinkID"), read, [&] {
     auto set = RequireMsgSetRequest(lost.session);
     const auto request = set.Append(kPaymentRequest);
     if (FillPayment(request, *payment, *allocation) == Applied::AppliedRetainer) AssignNoMoney(request);
@@ -79,7 +79,10 @@ TakenUp TakeUpAllocationLink(const LostAddition& lost) {
     WriteAllocationLinks(lost.connection, payId, *allocation, added.taken.identifier,
                          IsNull(allocation->Field("LastUpdated")));
     // The payment's own link keeps it from being sent, and with it what did not get its turn.
-    if (PaymentLacksLinks(payId)) NoteTakenUp(kPaymentsTable, payId, lost.session);
+    if (PaymentLacksLinks(payId)) {
+      NoteTakenUp(kPaymentsTable, payId, lost.session);
+      added.taken.rest = RestOfRow::Follows;
+    }
   }
   return added.taken;
 }

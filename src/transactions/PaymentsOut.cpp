@@ -177,6 +177,7 @@ class PaymentSend final : public RowWork {
 
   RowEnd Allocate(RowWalk& walk) {
     // A payment that was sent is never sent again; of one that was broken off the rest goes.
+    isUnread_ = false;
     isBrokenOff_ = WasTakenUp(kPaymentsTable, record_.key, session_);
     if (!isBrokenOff_ && IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
     const auto allocations =
@@ -195,7 +196,7 @@ class PaymentSend final : public RowWork {
       break;
     }
     NoteFateAtLast(Fate::PassedOver, "it goes to no invoice");
-    if (!IsAdditionOpen(session_)) CloseAddition(session_);
+    if (!IsAdditionOpen(session_)) CloseAddition(session_, isUnread_ ? RestOfRow::Follows : RestOfRow::None);
     allocations->Close();
     return end;
   }
@@ -248,6 +249,7 @@ class PaymentSend final : public RowWork {
     RecordList found;
     if (!ApplyQBFiltersAndReadRecords(kInvoicesTable, kInvoicesTable.reads.front(), found, session_,
                                       {.strID = invoice.id}, run_)) {
+      isUnread_ = true;
       NoteFateAtLast(Fate::PassedOver, "its invoice can't be found in QuickBooks");
       return std::nullopt;
     }
@@ -330,6 +332,7 @@ class PaymentSend final : public RowWork {
   QBSessionManager& session_;
   Run& run_;
   SendRecord record_;
+  bool isUnread_ = false;     // the invoice of a part of the payment in hand could not be
   bool isBrokenOff_ = false;  // the payment in hand: a part of it went in a run that ended there
   HeldBack manual_;           // QuickBooks expects nothing more
   HeldBack exceeding_;        // it expects less

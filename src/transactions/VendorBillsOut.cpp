@@ -98,11 +98,13 @@ bool KnowsTwin(std::string_view billId, std::string_view txnId) {
   return GetScalarFromSQL(Sql("SELECT QBLinkID FROM VendorBill WHERE VendorBillID = '{}';", billId)) == txnId;
 }
 
-// Whether rows know lines of the bill: it is one that went before.
-bool IsKnownByLines(const Record& bill) {
-  return std::ranges::any_of(LinesOfBill(bill), [](const std::string& line) {
+// Whether other rows than those of the bill in hand know lines of the record: it is a bill that went before.
+bool IsKnownByLines(const Record& record, const BillInHand& bill) {
+  return std::ranges::any_of(LinesOfBill(record), [&](const std::string& line) {
     return std::ranges::any_of(kLineTables, [&](const LineTable& table) {
-      return GetScalarFromSQL(Sql("SELECT COUNT(*) FROM {} WHERE QBLinkID = '{}';", table.name, line)) != "0";
+      const auto count = GetScalarFromSQL(Sql("SELECT COUNT(*) FROM {} WHERE QBLinkID = '{}' AND {} NOT IN ({});",
+                                              table.name, line, table.keyColumn, bill.Keys()));
+      return count != "0";
     });
   });
 }
@@ -225,7 +227,8 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
   auto added = FindAdded(lost, ColumnText(*row, "QBLinkID"), read, [&] {
     auto found = UnlinkedRecordsLike(lost, "VendorBill", read, bill.Request());
     // Bills of the expense log are no bills here, but their lines are known.
-    std::erase_if(found, [&](const Record& record) { return !HasLinesOf(record, bill) || IsKnownByLines(record); });
+    std::erase_if(found,
+                  [&](const Record& record) { return !HasLinesOf(record, bill) || IsKnownByLines(record, bill); });
     return found;
   });
   const bool isOurs = added.taken.end == TakenUp::End::Linked || added.taken.end == TakenUp::End::KnewIt;

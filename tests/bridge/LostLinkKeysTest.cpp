@@ -198,5 +198,20 @@ TEST_P(LostLinkRows, A_row_that_is_none_that_is_sent_now_is_held_and_told) {
             std::set<std::string>{third.Scalar("SELECT QBLinkID FROM TimeEntry")});
 }
 
+TEST_P(LostLinkRows, An_employee_of_a_second_name_is_found_and_not_added_under_a_third) {
+  LoseAt(
+      "<EmployeeAddRq",
+      [&](Process& first) {
+        LostLinksFirm::AddNamed(first, "Vendor", "Bob Ray");
+        first.Sql("INSERT INTO Employee (EmployeeID, IsSub, EmpFName, EmpLName) VALUES ('BRAY', 0, 'Bob', 'Ray')");
+      },
+      enEmployees, 2);
+  Process second(firm.Folder(), {.now = kLater});
+  const auto before = LostLinksFirm::AllOf(second, "Employee", "ListID");
+  static_cast<void>(second.Send(enEmployees));
+  EXPECT_EQ(second.told.found.size(), 1U);
+  EXPECT_EQ(LostLinksFirm::AllOf(second, "Employee", "ListID"), before) << Join(second.wire.documents, "\n");
+}
+
 }  // namespace
 }  // namespace twqb

@@ -133,20 +133,11 @@ std::vector<Kind> KindsOfOneLink() {
   return kinds;
 }
 
-INSTANTIATE_TEST_SUITE_P(Answers, LostLinksOfEachKind,
-                         testing::Combine(testing::ValuesIn(kKinds), testing::Values(Lost::TheAnswer),
+INSTANTIATE_TEST_SUITE_P(All, LostLinksOfEachKind,
+                         testing::Combine(testing::ValuesIn(kKinds),
+                                          testing::Values(Lost::TheAnswer, Lost::TheWrittenLink),
                                           testing::Values(Finder::TheSameRun, Finder::TheNextProcess),
                                           testing::Values("strict", "lenient")),
-                         CaseName);
-INSTANTIATE_TEST_SUITE_P(Writes, LostLinksOfEachKind,
-                         testing::Combine(testing::ValuesIn(KindsOfOneLink()), testing::Values(Lost::TheWrittenLink),
-                                          testing::Values(Finder::TheSameRun, Finder::TheNextProcess),
-                                          testing::Values("strict", "lenient")),
-                         CaseName);
-INSTANTIATE_TEST_SUITE_P(WritesOfSeveral, LostLinksOfEachKind,
-                         testing::Combine(testing::Values(kKinds[5]), testing::Values(Lost::TheWrittenLink),
-                                          testing::Values(Finder::TheSameRun, Finder::TheNextProcess),
-                                          testing::Values("lenient")),
                          CaseName);
 
 TEST_P(LostLinksOfEachKind, A_lost_link_is_found_again_told_once_and_nothing_is_doubled) {

@@ -380,5 +380,36 @@ TEST_P(OpenAdditions, A_payment_whose_last_part_was_found_again_in_its_run_never
   ExpectBothPaidOnce(process);
 }
 
+TEST_P(SplitPayments, Of_one_that_was_broken_off_the_rest_goes_with_the_next_send_of_the_session) {
+  const auto& [reading, broken] = GetParam();
+  LostLinksFirm firm(reading);
+  Process process(firm.Folder());
+  AddSplitPayment(process);
+  // Behind an answer the call that breaks is the next one.
+  process.wire.breaks = {.at = "<ReceivePaymentAddRq",
+                         .when = broken.when,
+                         .nth = broken.nth,
+                         .alsoFailing = broken.when == When::BehindTheAnswer ? 1 : 0};
+  static_cast<void>(process.Send(enPayments));
+  EXPECT_TRUE(process.Send(enPayments));
+  EXPECT_TRUE(process.told.open.empty()) << process.told.open[0];
+  ExpectBothPaidOnce(process);
+  EXPECT_TRUE(process.Send(enPayments));
+  ExpectBothPaidOnce(process);
+}
+
+TEST_P(OpenAdditions, Of_a_payment_that_was_found_again_in_its_run_the_rest_goes_with_the_next_process) {
+  {
+    Process first(firm.Folder());
+    AddSplitPayment(first);
+    first.wire.breaks = {.at = "<ReceivePaymentAddRq"};
+    static_cast<void>(first.Send(enPayments));
+    EXPECT_EQ(first.told.found.size(), 1U);
+  }
+  Process second(firm.Folder(), {.now = kLater});
+  EXPECT_TRUE(second.Send(enPayments));
+  ExpectBothPaidOnce(second);
+}
+
 }  // namespace
 }  // namespace twqb
