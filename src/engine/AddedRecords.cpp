@@ -168,10 +168,14 @@ Record RecordOf(const QuickBooksRead& read, std::string_view identifier, QBSessi
 AddedRecord FindAdded(const LostAddition& lost, std::string_view link, const QuickBooksRead& read,
                       const std::function<std::vector<Record>()>& recordsLike) {
   using End = TakenUp::End;
+  const auto leadsSomewhere = [&] {
+    return !link.empty() && link != lost.replaces && !RecordOf(read, link, lost.session).IsNothing();
+  };
   auto record = lost.record;
   if (record.IsNothing()) {
     auto found = recordsLike();
-    if (found.empty() && !link.empty()) return {.taken = {.end = End::KnewIt, .identifier = std::string(link)}};
+    // Nothing is without a row: what was added is what the link leads to, unless that is dead, or was there before.
+    if (found.empty() && leadsSomewhere()) return {.taken = {.end = End::KnewIt, .identifier = std::string(link)}};
     if (found.empty() && !lost.isCertain) return {.taken = {.end = End::NotAdded}};
     if (found.empty()) return {.taken = {.why = "QuickBooks says that it was added, but has no such record"}};
     if (found.size() > 1) {
@@ -183,9 +187,7 @@ AddedRecord FindAdded(const LostAddition& lost, std::string_view link, const Qui
   const auto identifier = IdentifierOf(record);
   if (link == identifier) return {.taken = {.end = End::KnewIt, .identifier = identifier}};
   // A link from before leads nowhere any more, or to what the addition replaces. Any other was written since.
-  if (!link.empty() && link != lost.replaces && !RecordOf(read, link, lost.session).IsNothing()) {
-    return {.taken = {.end = End::Other, .identifier = std::string(link)}};
-  }
+  if (leadsSomewhere()) return {.taken = {.end = End::Other, .identifier = std::string(link)}};
   return {.taken = {.end = End::Linked, .identifier = identifier}, .record = std::move(record)};
 }
 
