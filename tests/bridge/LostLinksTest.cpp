@@ -126,13 +126,6 @@ std::string CaseName(const testing::TestParamInfo<Case>& test) {
                      finder == Finder::TheSameRun ? "same_run" : "next_process", reading);
 }
 
-// A vendor bill writes the links of its lines all the same where its own can't be written.
-std::vector<Kind> KindsOfOneLink() {
-  std::vector<Kind> kinds(std::begin(kKinds), std::end(kKinds));
-  std::erase_if(kinds, [](const Kind& kind) { return kind.name == "VendorBill"; });
-  return kinds;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, LostLinksOfEachKind,
                          testing::Combine(testing::ValuesIn(kKinds),
                                           testing::Values(Lost::TheAnswer, Lost::TheWrittenLink),
