@@ -14,7 +14,8 @@ function(twqb_message_table target function)
   endforeach()
   add_custom_command(OUTPUT ${made}
     COMMAND twqb_messagegen ${function} ${folder} ${ARG_FILES}
-    DEPENDS twqb_messagegen ${ARG_FILES}
+    # By its file, too: one that comes from another build is imported, and a change of it would not be seen.
+    DEPENDS twqb_messagegen $<TARGET_FILE:twqb_messagegen> ${ARG_FILES}
     COMMENT "Messages for ${target}" VERBATIM)
   target_sources(${target} PRIVATE ${made})
 endfunction()

@@ -28,8 +28,11 @@ firm() {
   cd "$work"
 }
 
-# Where a path is told, each system tells its own.
-told() { sed -E "s#$work/here#FOLDER#g; s#Z:$(sed 's#/#\\\\+#g' <<<"$work")\\\\+there#FOLDER#g; s#FOLDER(/|\\\\+)#FOLDER/#g" "$1"; }
+# Where a path is told, each system tells its own; and by the path of BillingDb its message sets are told apart.
+told() {
+  sed -E "s#$work/here#FOLDER#g; s#Z:$(sed 's#/#\\\\+#g' <<<"$work")\\\\+there#FOLDER#g; s#FOLDER(/|\\\\+)#FOLDER/#g
+    s#TW[0-9A-F]{16}([AB])\b#OWNER\1#g" "$1"
+}
 same() { diff <(told "$work/here/$1") <(told "$work/there/$1"); }
 
 firm here "$here"
@@ -40,6 +43,9 @@ for command in "${commands[@]}"; do
   check "\"twqb $command\" tells the same on the way" same "$file.err"
   [ ! -e "$work/here/$file.jsonl" ] || check "\"twqb $command\" makes the same calls" same "$file.jsonl"
 done
+owners() { grep -ohE 'SetID=\\"TW[0-9A-F]{16}' "$work/$1"/*.jsonl | sed 's/.*TW//' | sort -u | wc -l; }
+one_owner_each() { [ "$(owners here)" = 1 ] && [ "$(owners there)" = 1 ]; }
+check "All message sets of a firm go under one owner" one_owner_each
 check "The log has the same lines" same TWQBLog20083.txt
 check "The first send moved something" grep -qE '^clients: +[0-9]+ added' "$work/there/send-all---strict.out"
 
