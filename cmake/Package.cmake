@@ -33,7 +33,7 @@ foreach(header
     src/platform/Currency.h src/platform/Date.h src/platform/Decimal.h src/platform/Flagged.h src/platform/Forwarding.h
     src/platform/Platform.h src/platform/PlatformError.h src/platform/Text.h src/platform/Value.h src/platform/ado.h
     src/platform/callback.h src/platform/desk.h src/platform/machine.h src/platform/transport.h
-    src/messages/Schema.h src/messages/ValueFormat.h
+    src/messages/NameSlots.h src/messages/Schema.h src/messages/ValueFormat.h
     src/services/Direction.h src/services/RunObserver.h
     src/quickbooks/ResponseModel.h
     adapters/sqlite/SqliteProvider.h
