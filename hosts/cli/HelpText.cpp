@@ -37,6 +37,7 @@ Files (the defaults stand in the working folder)
 How a transfer runs (options may stand before or behind the command)
   --answers FILE               answer its questions: yes, no, retry, default yes ...
   --wait SECONDS               wait for another transfer on the same files to end
+  --no-recovery                don't look for links that got lost
   --single-user  --no-progress  --leave-open
   --report FILE                send, get: each record and why, as JSON Lines
   --strict                     send, get: errors and refusals end with status 1
