@@ -131,7 +131,8 @@ bool WritesAnything(const RequestSet& set) {
 std::string RequestProcessor::Process(std::string_view document, std::optional<messages::MessageSet> kind) {
   const RequestSet set(document, kind, FormsOf(store_.Options().accepts));
   CheckRequests(set);
-  MessageSetMemory memory(store_, session_.application, set, machine_);
+  // Reads in the transaction, so that it takes no locks of its own.
+  std::optional<MessageSetMemory> memory;
   auto macros = session_.macros;
   std::optional<SetAnswer> answer;
   bool runs = false;
@@ -139,12 +140,13 @@ std::string RequestProcessor::Process(std::string_view document, std::optional<m
     using Purpose = SqliteTransaction::Purpose;
     const bool writes = WritesAnything(set) || set.Attributes().Any();
     auto transaction = store_.Begin(writes ? Purpose::Write : Purpose::Read);
-    answer = memory.AnswerWithoutRunning();
+    memory.emplace(store_, session_.application, set, machine_);
+    answer = memory->AnswerWithoutRunning();
     runs = !answer;
-    if (runs) answer = memory.Finish(CarryOut(set, macros));
+    if (runs) answer = memory->Finish(CarryOut(set, macros));
     transaction.Commit();
   }
-  if (runs) memory.RememberAfterwards(*answer);
+  if (runs) memory->RememberAfterwards(*answer);
   session_.macros = std::move(macros);
   return Enveloped(set, *answer);
 }
