@@ -220,14 +220,14 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
   Vars().g_IsSubscribed = HasEvents() && IsSubscribed();
   int modeBefore = 0;
   if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
-  const bool sends = transfer.direction == Direction::Send;
   // Held here: a table may end the session.
   const auto session = Vars().g_QBSession;
   Outcome outcome;
-  if (!sends || TakeUpLostLinks(*session)) {
+  // Ahead of a get, too: it would bring in as a new row what a row has lost the link to.
+  if (TakeUpLostLinks(*session)) {
     outcome = table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
   }
-  if (sends) DropWhatIsSettled(*session);
+  DropWhatIsSettled(*session);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
 }

@@ -44,11 +44,11 @@ void CloseAddition(QBSessionManager& session, RestOfRow rest = RestOfRow::None);
 // Finds the table of a number; nothing where there is none.
 using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
 
-// Ahead of the first row of a send: takes up what an earlier process left. Raises when QuickBooks can't be asked.
+// Ahead of the first row of a transfer: takes up what an earlier process left. Raises when QuickBooks can't be asked.
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable);
 // Behind the last row of a table: settles an addition that is still open. Errors go to the log.
 void SettleOpenAddition(QBSessionManager& session);
-// Behind a send: has QuickBooks drop what is settled. Errors are ignored; the next process finds it settled.
+// Behind a transfer: has QuickBooks drop what is settled. Errors are ignored; the next process finds it settled.
 void DropWhatIsSettled(QBSessionManager& session);
 
 // Whether the row was taken up in this send, of a table that sends what it is told to, linked or not.
