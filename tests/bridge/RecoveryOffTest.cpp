@@ -91,11 +91,15 @@ TEST(RecoveryOff, What_is_kept_while_it_is_off_is_found_once_it_is_on_again) {
   EXPECT_EQ(on.ColumnOf("NEW", "QBLinkID"), on.ListIdOf("New Company (NEW)"));
 }
 
-TEST(RecoveryOff, A_get_asks_for_nothing_and_carries_no_identifier) {
+TEST(RecoveryOn, A_get_asks_what_was_left_and_no_request_of_its_own_carries_an_identifier) {
   LostLinksFirm firm;
   Process process(firm.Folder());
   EXPECT_TRUE(process.bridge->GetDataFromQB(enClients));
-  EXPECT_FALSE(process.UsesIdentifiers());
+  EXPECT_TRUE(process.UsesIdentifiers());
+  for (const auto& document : process.wire.documents) {
+    if (document.find("MessageSetID") == std::string::npos) continue;
+    EXPECT_EQ(document.find("requestID"), std::string::npos) << document;
+  }
 }
 
 // --- A QuickBooks that does not know them ----------------------------------------------------------------------------
