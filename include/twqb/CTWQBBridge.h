@@ -31,9 +31,9 @@ enum class LostLinks : bool { Leave, FindAgain };
 // Sets what the library stands on. Nothing in `platform` is owned; all of it must outlive every object. Forgets all
 // state of the process, so it must not be called while an object exists. `tables` are a host's own in the place of the
 // built-in ones (bridge/Tables.h), in the order of a run over all; none: the built-in ones. `observer` hears what
-// becomes of records (services/RunObserver.h) and is not owned either; nothing: nobody does. `lostLinks` says whether a
-// send looks for links that an earlier one did not get to write, and adds so that this can be done for it; a setting
-// (GENERAL, FindLostLinks, "False") says No for all hosts.
+// becomes of records (services/RunObserver.h) and is not owned either; nothing: nobody does. `lostLinks` says whether
+// transfers look for links that an earlier send did not get to write, and sends add so that this can be done for them; a
+// setting (GENERAL, FindLostLinks, "False") says No for all hosts.
 void Compose(const Platform& platform, std::span<const Table* const> tables = {}, RunObserver* observer = nullptr,
              LostLinks lostLinks = LostLinks::FindAgain);
 

@@ -156,8 +156,8 @@ void TellTakenUp(const LostLink& names, std::string_view key, const Added& added
       return WriteLog(fmt::format("The {} {} has another link by now, {}; what was added for it is left alone.",
                                   names.row, key, taken.identifier));
     case TakenUp::End::RowGone:
-      return WriteLog(fmt::format("A {} was added for the {} {}, which is no longer there; it is left alone.",
-                                  names.record, names.row, key));
+      return WriteLog(fmt::format("The {} {} is no longer there; the {} that was added for it is left alone.",
+                                  names.row, key, names.record));
     case TakenUp::End::Open:
       return LeaveOpen(names, added, key, taken.why, session);
   }
@@ -295,12 +295,15 @@ std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view 
 
 bool IsAdditionOpen(QBSessionManager& session) { return session.Recovery().IsOpen(); }
 bool FindsLostLinks(QBSessionManager& session) { return session.Recovery().HasBegun(); }
-void CloseAddition(QBSessionManager& session, RestOfRow rest) { session.Recovery().Settle(rest); }
+void CloseAddition(QBSessionManager& session, RestOfRow rest) {
+  // Nothing is kept for a rest where nothing is kept at all.
+  if (session.Recovery().IsOn()) session.Recovery().Settle(rest);
+}
 
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable) {
   auto& recovery = session.Recovery();
   // What this session has left itself: an addition that could not be settled, or a row whose rest did not go.
-  if (recovery.IsOpen() || recovery.RestFollows()) return SettleOpen(session);
+  if (recovery.IsOn() && (recovery.IsOpen() || recovery.RestFollows())) return SettleOpen(session);
   for (const auto& outcome : recovery.AskFirst(session)) TakeUpOutcome(outcome, {}, findTable, session);
   recovery.DropOldest(session);
 }
@@ -313,10 +316,7 @@ void SettleOpenAddition(QBSessionManager& session) {
   }
 }
 
-void DropWhatIsSettled(QBSessionManager& session) {
-  session.Recovery().ForgetTakenUp();
-  IgnoreErrors([&] { session.Recovery().Drop(session); });
-}
+void ForgetTakenUp(QBSessionManager& session) { session.Recovery().ForgetTakenUp(); }
 
 bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {
   const auto& recovery = session.Recovery();

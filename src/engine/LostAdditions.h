@@ -48,8 +48,8 @@ using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable);
 // Behind the last row of a table: settles an addition that is still open. Errors go to the log.
 void SettleOpenAddition(QBSessionManager& session);
-// Behind a transfer: has QuickBooks drop what is settled. Errors are ignored; the next process finds it settled.
-void DropWhatIsSettled(QBSessionManager& session);
+// Behind a transfer: what was taken up goes like any other row from the next one on.
+void ForgetTakenUp(QBSessionManager& session);
 
 // Whether the row was taken up in this send, of a table that sends what it is told to, linked or not.
 [[nodiscard]] bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session);

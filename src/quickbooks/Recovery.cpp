@@ -123,7 +123,7 @@ KeptOutcome Recovery::AskAgain(QBSessionManager& session) {
   auto stored = StatusOf(session, last_);
   kept_ = stored.answer.has_value();
   next_ = kept_ ? Other(last_) : last_;
-  if (!kept_ && keptBefore_) {
+  if (!kept_ && std::exchange(keptBefore_, false)) {
     // A set that did not arrive has dropped nothing.
     last_ = Other(last_);
     kept_ = true;

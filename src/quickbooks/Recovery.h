@@ -91,7 +91,7 @@ class Recovery {
   [[nodiscard]] bool WasTakenUp(std::string_view row) const { return takenUp_.contains(row); }
   void ForgetTakenUp() { takenUp_.clear(); }
 
-  // The orderly end: has QuickBooks drop what it keeps, if that is settled.
+  // The orderly end of the session: has QuickBooks drop what it keeps, if that is settled.
   void Drop(QBSessionManager& session);
 
  private:

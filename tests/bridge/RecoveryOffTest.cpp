@@ -72,6 +72,19 @@ TEST(RecoveryOff, A_host_that_leaves_lost_links_alone_sends_without_identifiers)
   }
 }
 
+TEST(RecoveryOff, A_payment_that_broke_off_between_two_invoices_leaves_nothing_to_ask_for) {
+  LostLinksFirm firm;
+  Process process(firm.Folder(), {.findsLostLinks = false});
+  for (const auto* invoice : {"I-1", "I-2"}) LostLinksFirm::AddLinkedInvoice(process, invoice);
+  LostLinksFirm::AddPayment(process, "P", false);
+  for (const auto* invoice : {"I-1", "I-2"}) LostLinksFirm::AddPart(process, "P", invoice);
+  process.wire.breaks = {.at = "<ReceivePaymentAddRq", .when = WireBreak::When::NeverGoes, .nth = 2};
+  static_cast<void>(process.Send(enPayments));
+  EXPECT_TRUE(process.Send(enPayments));
+  EXPECT_FALSE(process.UsesIdentifiers());
+  EXPECT_EQ(LostLinksFirm::AllOf(process, "ReceivePayment", "TxnID").size(), 1U);
+}
+
 TEST(RecoveryOff, What_is_kept_while_it_is_off_is_found_once_it_is_on_again) {
   LostLinksFirm firm;
   {
