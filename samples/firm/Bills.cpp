@@ -71,6 +71,8 @@ class BillsOfAFirm {
         .Money("ELChgAmt", dice_.Of(0, 90'000))
         .Flag("ELBillable", !dice_.OnceIn(5));
     row.Put("ELBilled", "N").Flag("ELPosted", true).Flag("isSub", true).Put("VendorBillID", bill);
+    row.Flag("Reimbursable", dice_.OnceIn(3));
+    for (const std::string_view tax : {"ELTax1", "ELTax2", "ELTax3"}) row.Number(tax, AnyTaxRate(dice_), 2);
     row.Moment("LastUpdated", dice_.OnceIn(3) ? std::optional<Date>() : day.PlusHours(18));
     rows_.Add("ExpenseLog", row);
   }

@@ -23,9 +23,9 @@ Halves HalvesOf(const std::string& key) {
 // Taxes and flags that both kinds have.
 void PutCommon(Dice& dice, Row& row) {
   for (const std::string_view tax : {"Tax1_Rate", "Tax2_Rate", "Tax3_Rate"}) {
-    row.Number(tax, dice.OnceIn(3) ? std::nullopt : std::optional<std::int64_t>(0));
+    row.Number(tax, dice.OnceIn(3) ? std::nullopt : std::optional(AnyTaxRate(dice)), 2);
   }
-  row.Number("IsInActive", dice.OnceIn(9) ? std::nullopt : std::optional<std::int64_t>(0));
+  row.Number("IsInActive", dice.OnceIn(9) ? std::nullopt : std::optional<std::int64_t>(dice.OnceIn(9) ? -1 : 0));
   row.Put("QBAccountID1", dice.OnceIn(2) ? Text("") : Text()).Moment("LastUpdated", AnyMoment(dice));
 }
 

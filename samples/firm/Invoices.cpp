@@ -24,13 +24,16 @@ struct Invoice {
   std::int64_t serviceTax = 0;
   std::int64_t expenseTax = 0;
   std::int64_t mainServiceTax = 0;
+  std::int64_t mainExpenseTax = 0;
   std::int64_t miscellaneous = 0;
   std::int64_t discount = 0;
+  std::int64_t retainer = 0;  // used up
   bool isDraft = false;
   bool isByHand = false;
 
   [[nodiscard]] std::int64_t Total() const {
-    return services + expenses + serviceTax + expenseTax + mainServiceTax + miscellaneous - discount;
+    return services + expenses + serviceTax + expenseTax + mainServiceTax + mainExpenseTax + miscellaneous - discount -
+           retainer;
   }
 };
 
@@ -62,8 +65,10 @@ class InvoicesOfAFirm {
     if (dice_.OnceIn(4)) invoice.serviceTax = Divided(invoice.services, 20);
     if (dice_.OnceIn(6)) invoice.expenseTax = Divided(invoice.expenses, 20);
     if (dice_.OnceIn(9)) invoice.mainServiceTax = Divided(invoice.services, 100);
+    if (dice_.OnceIn(9)) invoice.mainExpenseTax = Divided(invoice.expenses, 100);
     if (dice_.OnceIn(9)) invoice.miscellaneous = dice_.Of(1, 5'000);
     if (dice_.OnceIn(9)) invoice.discount = Divided(invoice.services, 10);
+    if (dice_.OnceIn(9)) invoice.retainer = Divided(invoice.Total(), 4);
     if (dice_.OnceIn(60)) invoice.discount = invoice.Total();
     invoice.isDraft = dice_.OnceIn(30) && numbers_ > 0;
     Write(std::move(invoice));
@@ -76,11 +81,16 @@ class InvoicesOfAFirm {
     const auto sign = dice_.OnceIn(5) ? -1 : 1;
     for (auto left = dice_.Of(1, 3); left > 0; --left) {
       const auto amount = sign * dice_.Of(1'000, 90'000);
+      const auto percent = dice_.OnceIn(4) ? dice_.Of(1, 20) : 0;
+      const auto tax = Divided(amount * percent, 100);
       invoice.services += amount;
+      invoice.serviceTax += tax;
       Row row;
       row.Put("ManInvDetailID", RowKey(kDetailKeys, ++details_)).Put("TransactionID", invoice.key);
       row.Put("ManInvDetailDesc", AnyMemo(dice_, Task(dice_))).Money("ManInvDetailAmt", amount);
-      row.Number("ManInvDetailTaxPerc", 0).Money("ManInvDetailTaxAmt", 0).Money("ManInvDetailTot", amount);
+      row.Number("ManInvDetailTaxPerc", percent)
+          .Money("ManInvDetailTaxAmt", tax)
+          .Money("ManInvDetailTot", amount + tax);
       rows_.Add("ManInvDetail", row);
     }
     if (sign > 0) invoice.expenses = dice_.OnceIn(2) ? dice_.Of(100, 5'000) : 0;
@@ -104,9 +114,10 @@ class InvoicesOfAFirm {
     row.Money("ServiceTaxAmt", invoice.serviceTax)
         .Money("ExpAmt", invoice.expenses)
         .Money("ExpTaxAmt", invoice.expenseTax);
-    row.Money("MainServiceTaxAmt", invoice.mainServiceTax).Money("MainExpenseTaxAmt", 0);
+    row.Money("MainServiceTaxAmt", invoice.mainServiceTax).Money("MainExpenseTaxAmt", invoice.mainExpenseTax);
     row.Money("TransactionManInvMiscAmt", invoice.miscellaneous).Money("TransactionInvDiscount", invoice.discount);
-    row.Money("InvRetainerAmtApplied", 0).Put("TransactionMemo", AnyMemo(dice_, "With the bounds as set"));
+    row.Money("InvRetainerAmtApplied", invoice.retainer)
+        .Put("TransactionMemo", AnyMemo(dice_, "With the bounds as set"));
     row.Moment("LastUpdated", dice_.OnceIn(3) ? std::optional<Date>() : day.PlusHours(21));
     rows_.Add("TransactionTable", row);
     if (invoice.isDraft || invoice.Total() <= 0) return;

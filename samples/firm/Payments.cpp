@@ -112,7 +112,7 @@ class PaymentsOfAFirm {
     row.Put("ClientID", model_.clients[payment.client].key).Put("ProjectID", project).Put("PayID", payment.key);
     row.Moment("TransactionDate", payment.day)
         .Money("TransactionPayAmtApplied", amount)
-        .Money("TransactionPayLateFeeRecd", 0);
+        .Money("TransactionPayLateFeeRecd", dice_.OnceIn(12) ? dice_.Of(1, 20) * 250 : 0);
     row.Moment("LastUpdated", dice_.OnceIn(3) ? std::optional<Date>() : payment.day.PlusHours(16));
     rows_.Add("TransactionTable", row);
   }

@@ -11,9 +11,22 @@ namespace {
 
 enum class Kind : std::uint8_t { Employee, Vendor };
 
+// A social insurance number as the link takes it: eight digits of which the sixth counts twice, so that nine are looked
+// at. Every other one of those counts double, and all of them come to tens.
+std::string SocialInsurance(Dice& dice) {
+  auto digits = fmt::format("{:07}", dice.Of(1'000'000, 9'999'999));
+  int sum = 0;
+  int place = 0;
+  for (const char c : digits.substr(0, 6) + digits.substr(5)) {
+    const int value = (c - '0') * (++place % 2 == 0 ? 2 : 1);
+    sum += value / 10 + value % 10;
+  }
+  return digits + std::to_string((10 - sum % 10) % 10);
+}
+
 // Social security, social insurance and national insurance numbers, and what people type in for want of one.
 Text AnyNumber(Dice& dice) {
-  switch (dice.Of(0, 8)) {
+  switch (dice.Of(0, 10)) {
     case 0:
       return std::nullopt;
     case 1:
@@ -24,6 +37,9 @@ Text AnyNumber(Dice& dice) {
       return "AB123456C";
     case 4:
       return "046454286";
+    case 5:
+    case 6:
+      return SocialInsurance(dice);
     default:
       return fmt::format("98765{:04}", dice.Of(1, 9999));
   }

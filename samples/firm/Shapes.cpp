@@ -187,6 +187,8 @@ Text Phone(Dice& dice) {
   }
 }
 
+std::int64_t AnyTaxRate(Dice& dice) { return dice.OnceIn(6) ? dice.Of(1, 9) * 125 : 0; }
+
 std::string KeyOf(std::string_view text, std::int64_t number) {
   std::string letters;
   for (const char c : text) {

@@ -35,6 +35,9 @@ namespace twqb::firm {
 // In one of the ways in which people write them; at most 30 characters, with more digits or fewer than it should have.
 [[nodiscard]] Text Phone(Dice& dice);
 
+// Of a tax, in hundredths of a percent; of most there is none, for what taxes come to stands on the invoice.
+[[nodiscard]] std::int64_t AnyTaxRate(Dice& dice);
+
 // A key of BillingDb: capitals out of the text, and the number, which makes it the only one of its kind.
 [[nodiscard]] std::string KeyOf(std::string_view text, std::int64_t number);
 

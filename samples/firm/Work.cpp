@@ -108,7 +108,7 @@ class WorkOfAFirm {
     row.Put("TEBillStatus", onInvoice ? "B" : "N").Number("WUD", factor, 3);
     row.Flag("TEOT", dice.OnceIn(15)).Number("TECompTime", dice.OnceIn(20) ? 1 : 0).Flag("TEXtraWork", dice.OnceIn(30));
     row.Flag("TEPosted", isPosted).Flag("TEFlag1", dice.OnceIn(9)).Flag("TEFlag2", dice.OnceIn(9));
-    for (const std::string_view tax : {"TETax1", "TETax2", "TETax3"}) row.Number(tax, 0);
+    for (const std::string_view tax : {"TETax1", "TETax2", "TETax3"}) row.Number(tax, AnyTaxRate(dice), 2);
     row.Flag("isSub", isVendor).Put("TransactionID", onInvoice ? Text(billed.key) : Text());
     row.Moment("LastUpdated", dice.OnceIn(3) ? std::optional<Date>() : day.PlusHours(22));
     rows_.Add("TimeEntry", row);
@@ -139,6 +139,7 @@ class WorkOfAFirm {
         .Flag("ELBillable", isBillable)
         .Put("ELBilled", onInvoice ? "P" : "N");
     row.Flag("ELPosted", !dice.OnceIn(20)).Flag("Reimbursable", dice.OnceIn(3)).Flag("isSub", isVendor);
+    for (const std::string_view tax : {"ELTax1", "ELTax2", "ELTax3"}) row.Number(tax, AnyTaxRate(dice), 2);
     row.Put("TransactionID", onInvoice ? Text(billed.key) : Text());
     row.Moment("LastUpdated", dice.OnceIn(3) ? std::optional<Date>() : day.PlusHours(20));
     rows_.Add("ExpenseLog", row);

@@ -43,13 +43,14 @@ constexpr std::string_view kOfTheRun[] = {"ListID",       "TxnID",        "TxnLi
 using Links = std::map<std::string, std::string>;
 
 // The record or line as text; `links` learns what its identifier stands for.
-std::string TextOf(const pugi::xml_node& node, Links& links) {
+std::string TextOf(const pugi::xml_node& node, const std::set<std::string>& without, Links& links) {
   std::string text = fmt::format("<{}>", node.name());
   std::string id;
   for (const auto& child : node.children()) {
     const std::string_view name = child.name();
+    if (without.contains(fmt::format("{}.{}", node.name(), name))) continue;
     if (std::ranges::find(kOfTheRun, name) == std::end(kOfTheRun)) {
-      text += child.first_child().type() == pugi::node_element ? TextOf(child, links)
+      text += child.first_child().type() == pugi::node_element ? TextOf(child, without, links)
                                                                : fmt::format("{}={};", name, child.child_value());
     } else if (name.ends_with("ID")) {
       id = child.child_value();
@@ -63,11 +64,15 @@ std::string TextOf(const pugi::xml_node& node, Links& links) {
 constexpr const char* kTables[] = {"Employee",  "Client",           "Project", "Activity",   "Expense",   "AccountList",
                                    "TimeEntry", "TransactionTable", "Payment", "VendorBill", "ExpenseLog"};
 
-std::string TextOf(const std::string& table, const Fields& row, const Links& links) {
-  auto text = table;
+std::string TextOf(const std::string& table, const Fields& row, const std::set<std::string>& without,
+                   const Links& links) {
+  const bool isVendor = table == "Employee" && row.at("IsSub") == "-1";
+  auto text = isVendor ? "Vendor" : table;
+  const auto kind = text;
   for (const auto& [column, value] : row) {
     // Stamps of the run.
-    if (column == "LastUpdated" || column == "LastUpdate") continue;
+    if (without.contains(fmt::format("{}.{}", kind, column)) || column == "LastUpdated" || column == "LastUpdate")
+      continue;
     if (column != "QBLinkID" || value.value_or("").empty()) {
       text += fmt::format(" {}={}", column, value.value_or("NULL"));
     } else {
@@ -80,15 +85,16 @@ std::string TextOf(const std::string& table, const Fields& row, const Links& lin
 
 }  // namespace
 
-Books ReadBooks(FirmHouse& house) {
+Books ReadBooks(FirmHouse& house, const std::set<std::string>& without) {
   Books books;
   Links links;
   for (const auto& kind : kKinds) {
     house.ForEachRecord(kind.name, kind.fields,
-                        [&](const pugi::xml_node& record) { books.records.insert(TextOf(record, links)); });
+                        [&](const pugi::xml_node& record) { books.records.insert(TextOf(record, without, links)); });
   }
   for (const std::string table : kTables) {
-    for (const auto& row : house.RowsOf("SELECT * FROM " + table)) books.rows.insert(TextOf(table, row, links));
+    for (const auto& row : house.RowsOf("SELECT * FROM " + table))
+      books.rows.insert(TextOf(table, row, without, links));
   }
   return books;
 }

@@ -14,7 +14,10 @@ struct Books {
   std::multiset<std::string> records;  // of QuickBooks
   std::multiset<std::string> rows;     // of BillingDb, those of tables that are sent
 };
-[[nodiscard]] Books ReadBooks(FirmHouse& house);
+
+// Fields and columns by what they stand in: "CustomerRet.JobStatus", "VendorAddress.Addr1", "Project.ProjectStatus"; a
+// row of Employee is an Employee or a Vendor.
+[[nodiscard]] Books ReadBooks(FirmHouse& house, const std::set<std::string>& without = {});
 
 // What one has and the other has not, a few of each, for a failure's message.
 [[nodiscard]] std::string DifferenceOf(const std::multiset<std::string>& one, const std::multiset<std::string>& other);

@@ -66,7 +66,8 @@ Order Backwards() {
 
 void ExpectTheSame(const Books& one, const Books& other) {
   EXPECT_GT(one.rows.size(), 10U);
-  EXPECT_EQ(std::ranges::count_if(one.rows, [](const auto& row) { return row.ends_with("-> nothing"); }), 0);
+  EXPECT_EQ(
+      std::ranges::count_if(one.rows, [](const auto& row) { return row.find(" -> nothing") != std::string::npos; }), 0);
   EXPECT_TRUE(one.records == other.records) << DifferenceOf(one.records, other.records);
   EXPECT_TRUE(one.rows == other.rows) << DifferenceOf(one.rows, other.rows);
 }
@@ -111,7 +112,7 @@ Invoiced InvoicedIn(FirmHouse& house) {
   return invoiced;
 }
 
-constexpr firm::FirmPlan kFirm = {.clients = 12, .months = 1, .hours = 4};
+constexpr firm::FirmPlan kFirm = {.clients = 24, .seed = 2, .months = 1, .hours = 4};
 
 TEST(FirmOrder, In_which_invoices_go_ahead_of_codes_leaves_their_lines_without_items_for_good) {
   FirmHouse all(kFirm);

@@ -7,6 +7,7 @@
 #include <set>
 #include <span>
 
+#include "tests/firm/Books.h"
 #include "tests/firm/Sums.h"
 
 namespace twqb {
@@ -90,6 +91,37 @@ std::int64_t RetainersOf(FirmHouse& house) {
   return retainers;
 }
 
+// What moves for one more round, or with each: the company of a vendor goes on down the lines of the street; a job that
+// has come in as closed is in progress behind the next change; an item without words of its own has its name for them,
+// and that grows the blank of a key without a sub-code.
+const std::set<std::string> kMoving = {"VendorAddress.Addr1",   "VendorAddress.Addr2",        "VendorAddress.Addr3",
+                                       "Vendor.EmpStreet",      "Vendor.EmpStreet2",          "CustomerRet.JobStatus",
+                                       "Project.ProjectStatus", "ItemInventoryRet.SalesDesc", "Expense.ExpDescription",
+                                       "Expense.Exp_Memo"};
+
+// What the second get brings in the form that QuickBooks has got it in: telephones as digits alone.
+const std::set<std::string> kMovingOnce = {"Client.ClientPhone", "Client.ClientMainPhone",   "Client.ClientFax",
+                                           "Employee.EmpHPhone", "Employee.EmpContactPhone", "Employee.MobileNumber",
+                                           "Vendor.EmpHPhone",   "Vendor.EmpContactPhone",   "Vendor.EmpHFax"};
+
+enum class Settled : std::uint8_t { InRecords, InAll };
+
+// All of both sides that a further round leaves as it is: without retainers, which come and go once more, and without
+// the manager of jobs, whose row is filled by the get behind the addition.
+Books SettledBooks(FirmHouse& house, Settled settled) {
+  auto without = kMoving;
+  if (settled == Settled::InRecords) without.insert(kMovingOnce.begin(), kMovingOnce.end());
+  auto books = ReadBooks(house, without);
+  std::erase_if(books.records, [](const std::string& record) {
+    return record.starts_with("<Invoice") && record.find("TWRetainerPayment") != std::string::npos;
+  });
+  std::erase_if(books.rows, [](const std::string& row) {
+    return row.find(" PayRetainer=-1") != std::string::npos || row.find(" TransactionInvNum=0 ") != std::string::npos ||
+           row.find(" EmployeeID=From QuickBooks IsSub=0 ") != std::string::npos;
+  });
+  return books;
+}
+
 class FirmRounds : public AnyFirm {};
 
 TEST_P(FirmRounds, Move_all_that_moves_to_the_same_sums_and_add_nothing_from_the_second_on_but_retainers_that_came_in) {
@@ -115,6 +147,7 @@ TEST_P(FirmRounds, Move_all_that_moves_to_the_same_sums_and_add_nothing_from_the
       EXPECT_EQ(house.CountRows(), rows);
     };
     expectOnSend({{"Employee", hasManager ? 1 : 0}});
+    auto settled = SettledBooks(house, Settled::InRecords);
     const int rounds = plan.seed % 5 == 0 ? 3 : 2;
     for (int round = 2; round <= rounds; ++round) {
       house.Get();
@@ -122,6 +155,10 @@ TEST_P(FirmRounds, Move_all_that_moves_to_the_same_sums_and_add_nothing_from_the
       EXPECT_EQ(house.CountRows(), rows);
       EXPECT_EQ(house.CountRecords(), records);
       expectOnSend({});
+      const auto books = SettledBooks(house, round == 2 ? Settled::InRecords : Settled::InAll);
+      EXPECT_TRUE(books.records == settled.records) << DifferenceOf(settled.records, books.records);
+      EXPECT_TRUE(books.rows == settled.rows) << DifferenceOf(settled.rows, books.rows);
+      if (round < rounds) settled = SettledBooks(house, Settled::InAll);
     }
     EXPECT_TRUE(house.BoxTexts().empty()) << house.BoxTexts().front();
   });

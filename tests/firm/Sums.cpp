@@ -7,17 +7,16 @@
 #include <map>
 #include <set>
 
-#include "cli/BalanceBooks.h"
-#include "cli/Options.h"
+#include "platform/Text.h"
 #include "platform/Value.h"
+#include "tests/firm/Amounts.h"
+#include "tests/support/Chance.h"
 
 namespace twqb {
 namespace {
 
 // By what it is of, such as "employee, project".
 using Sums = std::map<std::string, std::int64_t>;
-
-std::int64_t Cents(std::string_view amount) { return amount.empty() ? 0 : std::llround(TextToNumber(amount) * 100); }
 
 // The keys of a table by their links.
 std::map<std::string, std::string> KeysOf(FirmHouse& house, const std::string& table, const std::string& key) {
@@ -87,34 +86,9 @@ void CompareHours(FirmHouse& house, const std::set<std::string>& own) {
   ExpectTheSame(here, there);
 }
 
-// Why the two balances of anybody may differ in a firm in which everything goes that can.
-bool MayDiffer(const cli::BalanceRecord& record) {
-  switch (record.cause) {
-    case cli::Cause::BelowNothing:  // never goes
-    case cli::Cause::NotInBilling:  // without a number, or pending
-    case cli::Cause::NotApplied:    // adds nothing
-      return true;
-    default:
-      return false;
-  }
-}
-
-void CompareWhatClientsOwe(FirmHouse& house) {
-  const auto connection = house.database.CreateConnection();
-  connection->SetConnectionString(house.ConnectString());
-  connection->Open();
-  const auto payers = cli::ReadPayers(*connection);
-  const auto booked = cli::ReadBookedSide(cli::WorkplaceIn(house.Folder()), house.machine, payers);
-  for (const auto& balance : cli::CompareBalances(cli::ReadBilledSide(*connection, payers), booked)) {
-    Currency difference;
-    for (const auto& record : balance.records) {
-      EXPECT_TRUE(MayDiffer(record)) << cli::CauseName(record.cause) << " " << balance.payer.project << " "
-                                     << record.invoice << " " << record.payment;
-      difference = difference + record.Difference();
-    }
-    EXPECT_EQ(balance.Difference(), difference);
-  }
-  EXPECT_FALSE(booked.documents.empty());
+// Without a number, or pending: it stays in QuickBooks.
+bool IsUnfinished(const pugi::xml_node& record) {
+  return std::string(record.child_value("RefNumber")).empty() || std::string(record.child_value("IsPending")) == "true";
 }
 
 void CompareInvoices(FirmHouse& house) {
@@ -122,20 +96,129 @@ void CompareInvoices(FirmHouse& house) {
   for (const auto& row :
        house.RowsOf("SELECT ProjectID, TransactionInvBillAmt FROM TransactionTable WHERE PayID IS NULL AND "
                     "IsDraft = 0 AND (TransactionInvBillAmt >= 0 OR TransactionInvNum LIKE 'CM%')")) {
-    here[row.at("ProjectID").value()] += Cents(row.at("TransactionInvBillAmt").value());
+    here[row.at("ProjectID").value()] += InCents(row.at("TransactionInvBillAmt").value());
   }
   auto projects = KeysOf(house, "Project", "ProjectID");
   Sums there;
   const auto add = [&](const pugi::xml_node& record, std::int64_t amount) {
-    const std::string number = record.child_value("RefNumber");
-    if (number.empty() || std::string(record.child_value("IsPending")) == "true") return;
+    if (IsUnfinished(record)) return;
     there[projects[record.child("CustomerRef").child_value("ListID")]] += amount;
   };
   house.ForEachRecord("Invoice", "", [&](const pugi::xml_node& record) {
-    add(record, Cents(record.child_value("BalanceRemaining")) - Cents(record.child_value("AppliedAmount")));
+    add(record, InCents(record.child_value("BalanceRemaining")) - InCents(record.child_value("AppliedAmount")));
   });
   house.ForEachRecord("CreditMemo", "",
-                      [&](const pugi::xml_node& record) { add(record, -Cents(record.child_value("TotalAmount"))); });
+                      [&](const pugi::xml_node& record) { add(record, -InCents(record.child_value("TotalAmount"))); });
+  ExpectTheSame(here, there);
+}
+
+// Whose a customer of QuickBooks is: of its project, or its own.
+std::map<std::string, std::string> ClientsOfCustomers(FirmHouse& house) {
+  auto clients = KeysOf(house, "Client", "ClientID");
+  clients.merge(KeysOf(house, "Project", "ClientID"));
+  return clients;
+}
+
+// The customers of invoices that have a number and are not pending: no others come.
+std::map<std::string, std::string> CustomersOfInvoices(FirmHouse& house) {
+  std::map<std::string, std::string> customers;
+  house.ForEachRecord("Invoice", "", [&](const pugi::xml_node& record) {
+    if (IsUnfinished(record)) return;
+    customers[record.child_value("TxnID")] = record.child("CustomerRef").child_value("ListID");
+  });
+  return customers;
+}
+
+constexpr const char* kLines = "<IncludeLineItems>true</IncludeLineItems>";
+
+// What payments and discounts have settled, by the project whose invoices they were applied to.
+void CompareWhatWasApplied(FirmHouse& house) {
+  Sums here;
+  for (const auto& row : house.RowsOf("SELECT t.ProjectID, t.TransactionPayAmtApplied FROM TransactionTable AS t JOIN "
+                                      "Payment AS p ON p.PayID = t.PayID WHERE p.PayRetainer = 0")) {
+    here[row.at("ProjectID").value()] += InCents(row.at("TransactionPayAmtApplied").value());
+  }
+  auto projects = KeysOf(house, "Project", "ProjectID");
+  auto customers = CustomersOfInvoices(house);
+  Sums there;
+  house.ForEachRecord("ReceivePayment", kLines, [&](const pugi::xml_node& record) {
+    for (const auto applied : record.children("AppliedToTxnRet")) {
+      const auto customer = customers.find(applied.child_value("TxnID"));
+      ASSERT_NE(customer, customers.end()) << "a payment of an invoice that does not come";
+      there[projects[customer->second]] +=
+          InCents(applied.child_value("Amount")) + InCents(applied.child_value("DiscountAmount"));
+    }
+  });
+  ExpectTheSame(here, there);
+}
+
+// What clients have paid, discounts with it. A retainer of BillingDb is an invoice of nothing in QuickBooks, with the
+// money as one of its lines, taken off; one of QuickBooks' own is a payment of nothing yet.
+void CompareWhatClientsPaid(FirmHouse& house) {
+  Sums here;
+  Sums retainersHere;
+  for (const auto& row : house.RowsOf("SELECT ClientID, PayAmt, PayRetainer FROM Payment")) {
+    auto& sums = row.at("PayRetainer") == "0" ? here : retainersHere;
+    sums[row.at("ClientID").value()] += InCents(row.at("PayAmt").value());
+  }
+  auto clients = ClientsOfCustomers(house);
+  const auto clientOf = [&](const pugi::xml_node& record) {
+    return clients[record.child("CustomerRef").child_value("ListID")];
+  };
+  Sums there;
+  Sums retainersThere;
+  house.ForEachRecord("ReceivePayment", kLines, [&](const pugi::xml_node& record) {
+    auto& sums = record.child("AppliedToTxnRet") ? there : retainersThere;
+    sums[clientOf(record)] += InCents(record.child_value("TotalAmount"));
+    for (const auto applied : record.children("AppliedToTxnRet")) {
+      sums[clientOf(record)] += InCents(applied.child_value("DiscountAmount"));
+    }
+  });
+  house.ForEachRecord("Invoice", kLines, [&](const pugi::xml_node& record) {
+    for (const auto line : record.children("InvoiceLineRet")) {
+      if (std::string(line.child("ItemRef").child_value("FullName")) == "TWRetainerPayment") {
+        retainersThere[clientOf(record)] -= InCents(line.child_value("Amount"));
+      }
+    }
+  });
+  ExpectTheSame(here, there);
+  ExpectTheSame(retainersHere, retainersThere);
+}
+
+// What was spent, by person and project: lines of checks, charges and bills that are for a project.
+void CompareExpenses(FirmHouse& house) {
+  Sums here;
+  for (const auto& row : house.RowsOf("SELECT EmployeeID, ProjectID, ELUnits, ELCost, ELChgAmt FROM ExpenseLog WHERE "
+                                      "QBLinkID <> ''")) {
+    const auto units = TextToNumber(row.at("ELUnits").value());
+    // What is on an account has an amount alone.
+    here[fmt::format("{}, {}", row.at("EmployeeID").value(), row.at("ProjectID").value())] +=
+        units == 0 ? InCents(row.at("ELChgAmt").value()) : LineInCents(units, TextToNumber(row.at("ELCost").value()));
+  }
+  auto people = KeysOf(house, "Employee", "EmployeeID");
+  auto projects = KeysOf(house, "Project", "ProjectID");
+  auto codes = KeysOf(house, "Expense", "ExpID");
+  Sums there;
+  for (const auto& [kind, payee] : {std::pair("Check", "PayeeEntityRef"),
+                                    std::pair("CreditCardCharge", "PayeeEntityRef"), std::pair("Bill", "VendorRef")}) {
+    house.ForEachRecord(kind, kLines, [&, payee = payee](const pugi::xml_node& record) {
+      // A key without blanks at its ends.
+      const auto person = Trim(people[record.child(payee).child_value("ListID")]);
+      const auto add = [&](const pugi::xml_node& line, std::int64_t amount) {
+        if (!line.child("CustomerRef")) return;
+        there[fmt::format("{}, {}", person, projects[line.child("CustomerRef").child_value("ListID")])] += amount;
+      };
+      for (const auto line : record.children("ItemLineRet")) {
+        // Hours are told apart by their items.
+        if (codes.contains(line.child("ItemRef").child_value("ListID"))) add(line, InCents(line.child_value("Amount")));
+      }
+      for (const auto line : record.children("ExpenseLineRet")) {
+        // Comes at no charge.
+        const bool isBillable = std::string(line.child_value("BillableStatus")) != "NotBillable";
+        add(line, isBillable ? InCents(line.child_value("Amount")) : 0);
+      }
+    });
+  }
   ExpectTheSame(here, there);
 }
 
@@ -144,11 +227,8 @@ void CompareBills(FirmHouse& house) {
   for (const auto& row : house.RowsOf(
            "SELECT v.VendorID, t.ProjectID, t.TEHours, t.TECostRate FROM TimeExpense AS t JOIN VendorBill AS v ON "
            "v.VendorBillID = t.VendorBillID WHERE t.TEHours <> 0")) {
-    // Each line is rounded to cents.
-    const auto units = std::llround(TextToNumber(row.at("TEHours").value()) * 100);
-    const auto cost = std::llround(TextToNumber(row.at("TECostRate").value()) * 10'000);
     here[fmt::format("{}, {}", row.at("VendorID").value(), row.at("ProjectID").value())] +=
-        (units * cost + 5'000) / 10'000;
+        LineInCents(TextToNumber(row.at("TEHours").value()), TextToNumber(row.at("TECostRate").value()));
   }
   auto people = KeysOf(house, "Employee", "EmployeeID");
   auto projects = KeysOf(house, "Project", "ProjectID");
@@ -158,7 +238,7 @@ void CompareBills(FirmHouse& house) {
     // Lines on accounts come without units.
     for (const auto line : record.children("ItemLineRet")) {
       there[fmt::format("{}, {}", vendor, projects[line.child("CustomerRef").child_value("ListID")])] +=
-          Cents(line.child_value("Amount"));
+          InCents(line.child_value("Amount"));
     }
   });
   ExpectTheSame(here, there);
@@ -175,7 +255,9 @@ std::set<std::string> TimeOfQuickBooks(FirmHouse& house) {
 void ExpectThatSumsAgree(FirmHouse& house, const std::set<std::string>& ownTime) {
   CompareHours(house, ownTime);
   CompareInvoices(house);
-  CompareWhatClientsOwe(house);
+  CompareWhatWasApplied(house);
+  CompareWhatClientsPaid(house);
+  CompareExpenses(house);
   CompareBills(house);
 }
 

@@ -1,5 +1,5 @@
-// What each side adds up to, by client, project and person: hours, invoices, what clients owe, what vendors are owed.
-// Each side is added up by itself, from its own rows or records; links say alone who is who.
+// What each side adds up to, by client, project and person: hours, invoices, payments, retainers, expenses, what
+// vendors are owed. Each side is added up by itself, from its own rows or records; links say alone who is who.
 #pragma once
 
 #include <set>
