@@ -20,7 +20,7 @@ namespace twqb::firm {
 // The same for what runs over several lines.
 [[nodiscard]] Text AnyMemo(Dice& dice, std::string_view text);
 
-// People, places, work. Never empty, none longer than 25 characters but for tasks.
+// People, places, work. Never empty; whoever has a column for them cuts them to it.
 [[nodiscard]] std::string FirstName(Dice& dice);
 [[nodiscard]] std::string LastName(Dice& dice);
 [[nodiscard]] std::string CompanyWords(Dice& dice);

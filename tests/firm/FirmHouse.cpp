@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "adapters/faults/Faults.h"
 #include "bridge/modTWQBBridge.h"
 #include "platform/Text.h"
 #include "samples/firm/Firm.h"
@@ -69,6 +70,14 @@ void FirmHouse::Send(enTables table) {
   // One by one they are all done within the day, as a run over all is.
   machine.Advance(table == enAll ? Date::kHour : Date::kMinute);
   EXPECT_TRUE(Bridge(*this).SendDataToQB(table)) << table << ": " << (BoxTexts().empty() ? "" : BoxTexts().back());
+}
+
+std::size_t FirmHouse::SendAndCount() {
+  machine.Advance(Date::kHour);
+  const FaultPlatform counted(Seams(), {});
+  Enter(counted.Decorated());
+  EXPECT_TRUE(Bridge(*this).SendDataToQB(enAll)) << (BoxTexts().empty() ? "" : BoxTexts().back());
+  return counted.CallCount();
 }
 
 void FirmHouse::SendExpenses(const std::vector<std::string>& keys) {
@@ -134,10 +143,10 @@ Counts FirmHouse::CountRecords() {
   return counts;
 }
 
-void CopyCompany(const FirmHouse& house, const std::string& folder) {
-  for (const auto& entry : std::filesystem::directory_iterator(house.Folder())) {
+void CopyFiles(const std::string& from, const std::string& to, std::string_view beginning) {
+  for (const auto& entry : std::filesystem::directory_iterator(from)) {
     const auto name = entry.path().filename().string();
-    if (name.starts_with("company.twq")) std::filesystem::copy_file(entry.path(), folder + "/" + name);
+    if (name.starts_with(beginning)) std::filesystem::copy_file(entry.path(), to + "/" + name);
   }
 }
 

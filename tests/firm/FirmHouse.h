@@ -9,6 +9,7 @@
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adapters/companyfile/CompanyFile.h"
@@ -35,6 +36,8 @@ class FirmHouse : public TestHouse {
   // All tables an hour behind the transfer before, or one of them a minute. The test fails unless it is done.
   void Send(enTables table = enAll);
   void Get(enTables table = enAll);
+  // All of them; how many calls through the seams that took.
+  [[nodiscard]] std::size_t SendAndCount();
   // Expenses of those keys, which go when they are named.
   void SendExpenses(const std::vector<std::string>& keys);
   // A send that need not be done.
@@ -78,7 +81,7 @@ class AnyFirm : public testing::TestWithParam<unsigned> {
 };
 inline constexpr unsigned kPartsOfFirms = 10;
 
-// Copies the company file of a house that no transfer is at into another folder.
-void CopyCompany(const FirmHouse& house, const std::string& folder);
+// Copies the files of a house that no transfer is at into another folder: all of them, or those whose names begin so.
+void CopyFiles(const std::string& from, const std::string& to, std::string_view beginning = "");
 
 }  // namespace twqb
