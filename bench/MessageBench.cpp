@@ -241,5 +241,7 @@ Goals Main() {
 
 int main(int argc, char** argv) {
   CLI::App app("Measures the message objects against pugixml by hand.");
+  app.add_flag_callback(
+      "--all", [] {}, "the same: there is one size of it");
   return twqb::RunBench(app, argc, argv, [] { return twqb::Main(); });
 }

@@ -61,7 +61,7 @@ bool PrintWholeRuns(std::string_view title, const std::vector<WholeRun>& runs) {
   return met;
 }
 
-void PrintShares(const WholeRun& run, const RecordsOf& records, const WholeRun* smaller,
+bool PrintShares(const WholeRun& run, const RecordsOf& records, const WholeRun* smaller,
                  const RecordsOf& smallerRecords) {
   const auto shares = SharesOf(run.base, run.run);
   const auto before = smaller == nullptr ? std::vector<TableShare>() : SharesOf(smaller->base, smaller->run);
@@ -75,6 +75,8 @@ void PrintShares(const WholeRun& run, const RecordsOf& records, const WholeRun* 
   fmt::print("\n{}, by table:\n\n", run.name);
   PrintHead({"table", "records", "s", "of all", "BillingDb, s", "QuickBooks, s", "settings, s", "library, s",
              "µs a record", "library's", "growth"});
+  constexpr double kGoalGrowth = 1.2;
+  bool met = true;
   int sum = 0;
   const auto print = [&](const TableShare& share, int count, const std::string& growth) {
     const auto each = [count](double seconds) {
@@ -95,11 +97,14 @@ void PrintShares(const WholeRun& run, const RecordsOf& records, const WholeRun* 
     constexpr int kEnough = 100;
     if (const auto found = std::ranges::find(before, share.name, &TableShare::name);
         found != before.end() && smallerRecords(*table) >= kEnough) {
-      growth = fmt::format("{:.2f}", share.whole / count / (found->whole / smallerRecords(*table)));
+      const double grown = share.whole / count / (found->whole / smallerRecords(*table));
+      growth = fmt::format("{:.2f}", grown);
+      if (grown > kGoalGrowth) met = false;
     }
     print(share, count, growth);
   }
   print(all, sum, "");
+  return met;
 }
 
 }  // namespace twqb

@@ -28,8 +28,8 @@ using RecordsOf = std::function<int(enTables table)>;
 [[nodiscard]] bool PrintWholeRuns(std::string_view title, const std::vector<WholeRun>& runs);
 
 // Where the time of a run goes, by table and seam. `smaller`, where it is given, is the same run of a tenth of the
-// records, against which the time of a record is held.
-void PrintShares(const WholeRun& run, const RecordsOf& records, const WholeRun* smaller = nullptr,
+// records, against which the time of a record is held: true when no table's is more than 1.2 times as long.
+bool PrintShares(const WholeRun& run, const RecordsOf& records, const WholeRun* smaller = nullptr,
                  const RecordsOf& smallerRecords = {});
 
 }  // namespace twqb

@@ -1,6 +1,8 @@
 // A firm's year: its lists, and what it books on them, as it stands in BillingDb before anything has been sent.
 //
 // Every list is as long as the number of invoices asks for; what is booked goes round them. The same rows each time.
+// None of the made firms of samples/firm: what a record takes is held against a tenth of the year, so that each record
+// has to be of one shape, and there have to be as many as were asked for.
 #pragma once
 
 #include <string>
