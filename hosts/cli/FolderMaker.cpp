@@ -106,7 +106,7 @@ messages::Form FormFor(const company::CompanyOptions& options) {
 
 void RequireSuccess(const std::string& answer) {
   pugi::xml_document document;
-  document.load_string(answer.c_str());
+  if (!document.load_string(answer.c_str())) throw std::runtime_error("The company file gave no answer: " + answer);
   for (const auto& response : document.child("QBXML").child("QBXMLMsgsRs")) RequireTaken(response);
 }
 
