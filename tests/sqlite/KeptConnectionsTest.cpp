@@ -14,9 +14,13 @@ class KeptConnections : public WriteAhead {
   // An open connection of the one provider.
   [[nodiscard]] std::unique_ptr<ado::Connection> Opened() { return Opened(provider_); }
   [[nodiscard]] std::unique_ptr<ado::Connection> Opened(SqliteProvider& provider) const {
-    auto connection = provider.CreateConnection();
-    connection->SetConnectionString("Provider=SQLITE;Data Source=" + File());
+    auto connection = Unopened(provider, "Provider=SQLITE;Data Source=" + File());
     connection->Open();
+    return connection;
+  }
+  [[nodiscard]] static std::unique_ptr<ado::Connection> Unopened(SqliteProvider& provider, std::string text) {
+    auto connection = provider.CreateConnection();
+    connection->SetConnectionString(std::move(text));
     return connection;
   }
   static std::string ScalarOf(ado::Connection& connection, std::string_view statement) {
@@ -82,6 +86,51 @@ TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead
     EXPECT_EQ(rows->FieldCount(), 2) << "what has changed shows all the same";
     own->Close();
     shared->Close();
+  }
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(KeptConnections, Cost_the_one_that_stays_in_the_file_nothing_when_they_go) {
+  connection_.reset();
+  // The files that are opened when the last of some connections closes, the first of which wrote.
+  const auto opensAtTheEnd = [&](int connections) {
+    CountedFiles files;
+    SqliteProvider provider;
+    std::vector<std::unique_ptr<ado::Connection>> opened;
+    for (int i = 0; i < connections; ++i) opened.push_back(Opened(provider));
+    Add(*opened.front());
+    for (auto& connection : opened) EXPECT_NE(Count(*connection), "0");
+    for (; opened.size() > 1; opened.pop_back()) opened.back()->Close();
+    files.CountFromZero();
+    opened.front()->Close();
+    return files.Count(FileCall::Open);
+  };
+  const int ofOne = opensAtTheEnd(1);
+  constexpr int kMoreThanAreKept = 7;
+  for (const int connections : {2, 5, kMoreThanAreKept}) {
+    EXPECT_EQ(opensAtTheEnd(connections), ofOne) << connections;
+    EXPECT_TRUE(IsPlain());
+  }
+  EXPECT_EQ(RowsOfACopy(), "4");
+}
+
+TEST_F(KeptConnections, That_are_of_no_use_any_more_are_let_go_without_a_look_behind_them) {
+  connection_.reset();
+  {
+    CountedFiles files;
+    SqliteProvider provider;
+    const auto shared = Opened(provider);
+    Add(*shared);
+    Opened(provider)->Close();
+    const auto opens = [&](const std::function<void()>& body) {
+      files.CountFromZero();
+      body();
+      return files.Count(FileCall::Open);
+    };
+    auto reading = Unopened(provider, "Provider=SQLITE;Data Source=" + File() + ";Mode=Read");
+    EXPECT_LE(opens([&] { reading->Open(); }), 2) << "the file and its log, by itself";
+    reading->Execute("PRAGMA cache_size = 10", nullptr);
+    EXPECT_EQ(opens([&] { reading->Close(); }), 0);
   }
   EXPECT_TRUE(IsPlain());
 }
