@@ -18,8 +18,6 @@ namespace twqb::sqlite {
 
 namespace {
 
-// ADO's number for an operation that needs a closed object.
-
 std::chrono::milliseconds Patience(int timeoutSeconds) {
   constexpr std::chrono::milliseconds kWithoutEnd{std::numeric_limits<int>::max()};
   if (timeoutSeconds <= 0) return kWithoutEnd;
