@@ -214,12 +214,9 @@ Statement Database::Prepare(std::string_view sql, Use use) {
   const unsigned flags = use == Use::Again ? SQLITE_PREPARE_PERSISTENT : 0;
   const int code =
       sqlite3_prepare_v3(engine_.handle.get(), sql.data(), static_cast<int>(sql.size()), flags, &raw, &tail);
-  Statement statement(raw);
+  Statement statement(raw, LeftBy(sql));
   if (code != SQLITE_OK) throw FailureOf(engine_.handle.get(), code);
-  if (LeftBy(sql) == Leaves::More) {
-    engine_.leaves = Leaves::More;
-    pool_->NoteChange();
-  }
+  if (statement.Left() == Leaves::More) engine_.leaves = Leaves::More;
   if (statement.IsEmpty()) throw Failure(error::kBadSyntax, "The statement is empty.");
   for (const auto& token : SignificantTokens(sql.substr(static_cast<std::size_t>(tail - sql.data())))) {
     if (!token.IsSymbol(';')) {
@@ -241,11 +238,11 @@ void Database::BeforeRun(const Statement& statement) {
   }
 }
 
-void Database::Run(std::string_view sql) {
-  auto statement = Prepare(sql, Use::Once);
-  BeforeRun(statement);
-  while (statement.Step()) {
-  }
+void Database::AfterRun(const Statement& statement) {
+  if (statement.Left() == Leaves::More) mayHaveChanged_ = true;
+  if (!mayHaveChanged_) return;
+  pool_->NoteChange();
+  mayHaveChanged_ = sqlite3_get_autocommit(engine_.handle.get()) == 0;
 }
 
 std::int64_t Database::RowsChanged() const { return sqlite3_changes64(engine_.handle.get()); }

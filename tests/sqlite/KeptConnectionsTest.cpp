@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <functional>
+#include <utility>
+
 #include "WrittenAhead.h"
 #include "tests/support/LackingMemory.h"
 #include "tests/support/WatchedFiles.h"
@@ -64,6 +67,36 @@ TEST_F(KeptConnections, Read_tables_as_others_have_changed_them) {
   shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
   own->Open();
   EXPECT_EQ(fields(), 2);
+}
+
+TEST_F(KeptConnections, Read_tables_as_they_are_once_a_change_is_done) {
+  connection_.reset();
+  std::function<void()> amid = [] {};
+  const WatchedFiles files([&](FileCall call, std::string_view) {
+    if (call == FileCall::Write) std::exchange(amid, [] {})();
+    return 0;
+  });
+  SqliteProvider provider;
+  const auto shared = Opened(provider);
+  const auto own = Opened(provider);
+  const auto fields = [&] {
+    return own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic)->FieldCount();
+  };
+  Add(*shared);
+  EXPECT_EQ(fields(), 1);
+  int meanwhile = 0;
+  amid = [&] { meanwhile = fields(); };
+  shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
+  EXPECT_EQ(meanwhile, 1) << "it was looked at while the change was being written";
+  EXPECT_EQ(fields(), 2);
+
+  shared->Execute("BEGIN", nullptr);
+  shared->Execute("ALTER TABLE Kept ADD COLUMN c TEXT", nullptr);
+  EXPECT_EQ(fields(), 2);
+  shared->Execute("INSERT INTO Kept VALUES (1, 'b', 'c')", nullptr);
+  EXPECT_EQ(fields(), 2);
+  shared->Execute("END", nullptr);
+  EXPECT_EQ(fields(), 3);
 }
 
 TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead) {
