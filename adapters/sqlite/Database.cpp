@@ -10,6 +10,7 @@
 #include "adapters/sqlite/Collations.h"
 #include "adapters/sqlite/Failure.h"
 #include "adapters/sqlite/SqlTokens.h"
+#include "adapters/storage/NewFile.h"
 #include "adapters/storage/Opening.h"
 #include "platform/Text.h"
 
@@ -191,13 +192,16 @@ void Database::RefreshAtTimes() {
 }
 
 void Database::Create(const std::string& file) {
-  std::error_code ignored;
-  if (std::filesystem::exists(PathOf(file), ignored)) throw CannotOpen(file, "the file is there already");
-  const auto handle = OpenHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  storage::NewFile made(file);
+  if (const auto failure = made.Failure()) {
+    throw CannotOpen(file, failure == std::errc::file_exists ? "the file is there already" : failure.message());
+  }
+  const auto handle = OpenHandle(file, SQLITE_OPEN_READWRITE);
   // The engine writes the file with its first change alone. This one leaves nothing else behind.
   const int code =
       sqlite3_exec(handle.get(), "PRAGMA synchronous = EXTRA; PRAGMA user_version = 0", nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) throw FailureOf(handle.get(), code);
+  made.Keep();
 }
 
 void Database::Close() {
