@@ -12,6 +12,7 @@
 #include "WrittenAhead.h"
 #include "adapters/storage/EndingTurn.h"
 #include "adapters/storage/Opening.h"
+#include "adapters/storage/Replaceable.h"
 #include "adapters/storage/StillDatabase.h"
 #include "adapters/storage/WriteAhead.h"
 #include "tests/support/WatchedFiles.h"
@@ -266,6 +267,61 @@ TEST_F(Copies, Are_made_where_no_memory_is_shared_though_a_dead_process_left_a_l
     EXPECT_EQ(RowsOfACopy(), "1");
   }
   EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(Copies, Find_all_of_the_file_that_they_replace_in_the_one_file_before_it_is_replaced) {
+  connection_.reset();
+  LeaveALog();
+  EXPECT_TRUE(storage::MakeReplaceable(File()));
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "1");
+}
+
+TEST_F(Copies, Take_back_what_a_dead_process_had_not_done_in_the_file_that_they_replace) {
+  connection_.reset();
+  EXPECT_EQ(InAnotherProcess([&] {
+              const auto other = OpenedByAnother();
+              // A page goes to the file ahead of the end.
+              Run(other, "PRAGMA cache_size = 1; PRAGMA cache_spill = 1; BEGIN; INSERT INTO Kept VALUES (1)");
+              Run(other,
+                  "CREATE TABLE Large AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 99)"
+                  " SELECT randomblob(4000) FROM n");
+              std::raise(SIGKILL);
+            }),
+            SIGKILL);
+  ASSERT_TRUE(std::filesystem::exists(File() + "-journal"));
+  EXPECT_TRUE(storage::MakeReplaceable(File()));
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "0");
+}
+
+TEST_F(Copies, Do_not_replace_a_file_that_somebody_writes_to) {
+  connection_->Open();
+  Add(*connection_);
+  EXPECT_FALSE(storage::MakeReplaceable(File()));
+  EXPECT_TRUE(HasLog());
+  EXPECT_EQ(Count(*connection_), "1");
+  connection_->Close();
+  EXPECT_TRUE(IsPlain());
+
+  const auto other = OpenedByAnother();
+  ASSERT_EQ(Run(other, "BEGIN; INSERT INTO Kept VALUES (2)"), SQLITE_OK);
+  EXPECT_FALSE(storage::MakeReplaceable(File()));
+  ASSERT_EQ(Run(other, "COMMIT; PRAGMA journal_mode = PERSIST; INSERT INTO Kept VALUES (3)"), SQLITE_OK);
+  ASSERT_TRUE(std::filesystem::exists(File() + "-journal"));
+  EXPECT_TRUE(storage::MakeReplaceable(File())) << "what is beside it has served";
+  EXPECT_EQ(RowsOfACopy(), "3");
+}
+
+TEST_F(Copies, Leave_what_is_beside_the_file_behind_a_link_that_they_replace) {
+  const auto link = PathTo("link.db");
+  std::filesystem::create_symlink(File(), link);
+  connection_->Open();
+  Add(*connection_);
+  std::ofstream(link + "-wal") << "left by one that is gone";
+  EXPECT_TRUE(storage::MakeReplaceable(link));
+  EXPECT_FALSE(std::filesystem::exists(link + "-wal"));
+  EXPECT_TRUE(HasLog());
 }
 
 TEST_F(Copies, Are_not_made_of_pages_that_can_not_be_read_or_written) {
