@@ -47,11 +47,15 @@ TEST_F(KeptConnections, A_connection_that_is_opened_for_each_row_opens_the_file_
       rows->SetField("a", std::int64_t{1});
       rows->Update();
     };
-    addRow();
-    files.CountFromZero();
-    for (int i = 0; i < 19; ++i) addRow();
-    EXPECT_EQ(files.Count(FileCall::Open), 0);
-    EXPECT_EQ(Count(*shared), "21");
+    const int opens = WithinASecond([&] {
+      shared->Execute("DELETE FROM Kept", nullptr);
+      addRow();
+      files.CountFromZero();
+      for (int i = 0; i < 19; ++i) addRow();
+      return files.Count(FileCall::Open);
+    });
+    EXPECT_EQ(opens, 0);
+    EXPECT_EQ(Count(*shared), "20");
   }
   EXPECT_TRUE(IsPlain());
 }
@@ -106,14 +110,18 @@ TEST_F(KeptConnections, Are_opened_without_a_lock_once_the_file_is_written_ahead
     SqliteProvider provider;
     const auto shared = Opened(provider);
     Add(*shared);
-    for (int i = 0; i < 2; ++i) {
-      const auto own = Opened(provider);
-      EXPECT_EQ(Count(*own), "1");
-      own->Close();
-    }
-    files.CountFromZero();
-    const auto own = Opened(provider);
-    EXPECT_EQ(files.Count(FileCall::Lock), 0);
+    std::unique_ptr<ado::Connection> own;
+    const int locks = WithinASecond([&] {
+      for (int i = 0; i < 2; ++i) {
+        own = Opened(provider);
+        EXPECT_EQ(Count(*own), "1");
+        own->Close();
+      }
+      files.CountFromZero();
+      own = Opened(provider);
+      return files.Count(FileCall::Lock);
+    });
+    EXPECT_EQ(locks, 0);
     shared->Execute("ALTER TABLE Kept ADD COLUMN b TEXT", nullptr);
     const auto rows = own->OpenRecordset("SELECT * FROM Kept;", ado::CursorType::Static, ado::LockType::Optimistic);
     EXPECT_EQ(rows->FieldCount(), 2) << "what has changed shows all the same";
