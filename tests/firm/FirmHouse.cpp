@@ -72,12 +72,12 @@ void FirmHouse::Send(enTables table) {
   EXPECT_TRUE(Bridge(*this).SendDataToQB(table)) << table << ": " << (BoxTexts().empty() ? "" : BoxTexts().back());
 }
 
-std::size_t FirmHouse::SendAndCount() {
+std::vector<std::string> FirmHouse::SendAndName() {
   machine.Advance(Date::kHour);
   const FaultPlatform counted(Seams(), {});
   Enter(counted.Decorated());
   EXPECT_TRUE(Bridge(*this).SendDataToQB(enAll)) << (BoxTexts().empty() ? "" : BoxTexts().back());
-  return counted.CallCount();
+  return {counted.CallNames().begin(), counted.CallNames().end()};
 }
 
 void FirmHouse::SendExpenses(const std::vector<std::string>& keys) {

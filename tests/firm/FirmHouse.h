@@ -36,8 +36,8 @@ class FirmHouse : public TestHouse {
   // All tables an hour behind the transfer before, or one of them a minute. The test fails unless it is done.
   void Send(enTables table = enAll);
   void Get(enTables table = enAll);
-  // All of them; how many calls through the seams that took.
-  [[nodiscard]] std::size_t SendAndCount();
+  // All of them; the calls through the seams that that took, by their names.
+  [[nodiscard]] std::vector<std::string> SendAndName();
   // Expenses of those keys, which go when they are named.
   void SendExpenses(const std::vector<std::string>& keys);
   // A send that need not be done.

@@ -3,8 +3,8 @@
 // `prepared` is a folder with the files of the firm's house as they were ahead of the send.
 #pragma once
 
-#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "tests/firm/Books.h"
 #include "tests/firm/Returned.h"
@@ -14,10 +14,10 @@ namespace twqb {
 // The tables sent one by one in an order of the seed's own end as a run over all did.
 void ExpectThatOrdersEndAlike(const firm::FirmPlan& plan, const std::string& prepared, const Books& all);
 
-// Killed at a call of the seed's own, of the `calls` that a run makes, and sent again where links that got lost are
-// found again, the firm ends as the run over all did.
-void ExpectThatBrokenRunsEndAlike(const firm::FirmPlan& plan, const std::string& prepared, std::size_t calls,
-                                  const Books& all);
+// Killed at a call of the seed's own, of the `calls` that a run makes where lost links are found again, and sent once
+// more, the firm ends as the run over all did.
+void ExpectThatBrokenRunsEndAlike(const firm::FirmPlan& plan, const std::string& prepared,
+                                  const std::vector<std::string>& calls, const Books& all);
 
 // What went comes back into an empty BillingDb, but for exceptions that have a name. Sends expenses by their names,
 // too.

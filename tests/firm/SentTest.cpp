@@ -12,10 +12,10 @@ class FirmSent : public AnyFirm {};
 
 TEST_P(FirmSent, Ends_alike_in_any_order_and_behind_any_broken_off_run_and_comes_back_but_for_named_exceptions) {
   ForEachFirm([](const firm::FirmPlan& plan) {
-    FirmHouse house(plan);
+    FirmHouse house(plan, {.findsLostLinks = true});
     const TemporaryFolder prepared;
     CopyFiles(house.Folder(), prepared.Path());
-    const auto calls = house.SendAndCount();
+    const auto calls = house.SendAndName();
     const auto all = ReadBooks(house);
     ExpectThatOrdersEndAlike(plan, prepared.Path(), all);
     ExpectThatBrokenRunsEndAlike(plan, prepared.Path(), calls, all);
