@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/HelpLayout.h"
 #include "cli/HelpText.h"
 #include "cli/NearestName.h"
+#include "cli/Screen.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {
@@ -166,7 +168,7 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
     app.parse(argc, argv);
     line.options.command = DeepestCommand(app).name;
   } catch (const CLI::CallForHelp&) {
-    line.text = app.get_subcommands().empty() ? std::string(HelpText()) : app.help();
+    line.text = LaidOutHelp(app.get_subcommands().empty() ? std::string(HelpText()) : app.help(), ProseWidth());
   } catch (const CLI::CallForVersion& version) {
     line.text = version.what();
   } catch (const CLI::ParseError& failure) {

@@ -108,7 +108,7 @@ ExitStatus Bill(const Options& options, const std::string& invoice, const std::s
 std::string SetFooter() {
   std::string text = "Values, the first one being that of a new file, and what another one leads to:\n";
   for (const auto& condition : company::Conditions()) {
-    text += fmt::format("  {:<17}  {:<28}  {}\n", condition.name, condition.allowed, condition.meaning);
+    text += fmt::format("  {:<17}  {}: {}\n", condition.name, condition.allowed, condition.meaning);
   }
   return text +
          "They stand in the file; a session that has begun goes on. \"company run\" needs no session: it meets\n"

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <system_error>
 
@@ -13,6 +14,10 @@
 namespace twqb::cli {
 
 namespace {
+
+constexpr std::string_view kBold = "\x1b[1m";
+constexpr std::string_view kRed = "\x1b[31m";
+constexpr std::string_view kUsual = "\x1b[0m";
 
 [[noreturn]] void RaiseOutputError(int reason) {
   throw OutputError("Standard output can't be written: " + std::generic_category().message(reason) + ".");
@@ -59,6 +64,25 @@ void Print(std::string_view text) {
     // Whoever reads it may be a terminal in the end.
     Write(WithoutControls(text));
   }
+}
+
+bool OutputHasColor() {
+  static const bool hasColor = [] {
+    const auto variable = [](const char* name) {
+      const auto* value = std::getenv(name);
+      return std::string_view(value == nullptr ? "" : value);
+    };
+    const auto kind = variable("TERM");
+    return OutputIsTerminal() && variable("NO_COLOR").empty() && !kind.empty() && kind != "dumb";
+  }();
+  return hasColor;
+}
+
+void Print(std::string_view text, Look look) {
+  const bool isColored = look != Look::Plain && OutputHasColor();
+  if (isColored) Write(look == Look::Heading ? kBold : kRed);
+  Print(text);
+  if (isColored) Write(kUsual);
 }
 
 void FlushOutput() {

@@ -13,9 +13,9 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
+#include "cli/Screen.h"
 #include "cli/SettingsStore.h"
 #include "cli/TableArgument.h"
-#include "cli/TextTable.h"
 #include "cli/TimeLimit.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
@@ -110,14 +110,14 @@ std::string JsonOf(const TableStatus& status) {
   return JsonValues(kNames, values);
 }
 
-void PrintStatus(std::span<const TableStatus> tables, RowForm form) {
+void PrintStatus(const Options& options, std::span<const TableStatus> tables, RowForm form) {
   if (form == RowForm::Json) {
     for (const auto& table : tables) Print(JsonOf(table));
     return;
   }
   std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "LAST SEND", "LAST GET"}};
   for (const auto& table : tables) lines.push_back(LineOf(table));
-  Print(TextTable(lines, kAlignments));
+  PrintTable(options, lines, kAlignments);
 }
 
 ExitStatus Status(const Options& options, const StatusArguments& arguments) {
@@ -130,7 +130,7 @@ ExitStatus Status(const Options& options, const StatusArguments& arguments) {
       tables.push_back(StatusOf(settings, *table));
     }
   });
-  PrintStatus(tables, arguments.json ? RowForm::Json : RowForm::Readable);
+  PrintStatus(options, tables, arguments.json ? RowForm::Json : RowForm::Readable);
   FlushOutput();
   const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
   if (missing.empty()) return ExitStatus::Done;

@@ -2,7 +2,6 @@
 
 #include <fmt/core.h>
 
-#include "adapters/terminal/TextLayout.h"
 #include "bridge/Tables.h"
 #include "cli/ExitStatus.h"
 #include "cli/NearestName.h"
@@ -72,12 +71,9 @@ std::vector<std::string_view> BillingTablesOf(enTables table) {
 std::string TableNameList() { return Join(TypedNames(), ", "); }
 
 std::string TableHelpText(AllTables allTables) {
-  constexpr std::size_t kWidth = 76;
   auto names = TypedNames();
   if (allTables == AllTables::No) std::erase(names, TypedName(enAll));
-  std::string text = "TABLE is one of\n";
-  for (const auto& line : WrapText(Join(names, ", "), kWidth)) text += "  " + line + "\n";
-  return text + "\n";
+  return fmt::format("TABLE is one of\n  {}\n\n", Join(names, ", "));
 }
 
 }  // namespace twqb::cli

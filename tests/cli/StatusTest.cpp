@@ -123,7 +123,7 @@ TEST_F(Status, A_run_that_a_filter_narrowed_leaves_no_mark) {
 }
 
 TEST_F(Status, A_last_send_that_is_no_date_is_shown_and_nothing_is_compared_with_it) {
-  folder_.Done({"settings", "set", "QBSEND_", "Clients_LastSendAt", "lately"});
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_LastSendAt", "lately", "--force"});
   EXPECT_THAT(LineOf("clients"), ElementsAre("0", "0", "0", "-", "lately", "never"));
 }
 
