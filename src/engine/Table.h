@@ -42,6 +42,13 @@ struct BillingRows {
   std::string_view condition = "1 = 1";  // which of the table's rows
 };
 
+// A row of another table, or of its own, that a row is of: an hour's project, a phase's project.
+struct RowParent {
+  std::string_view column;  // that names it
+  std::string_view table;   // in which it stands
+  std::string_view key;     // by which it is found there
+};
+
 // What a table's send is called with.
 struct SendCall {
   const Sql& sql;  // the selection
@@ -131,6 +138,7 @@ struct Table {
   std::string_view name;  // of the member of enTables, without its prefix
   TableNames names;
   BillingRows rows;
+  std::span<const RowParent> parents = {};
 
   // The send. Its outcome is `g_TableOk`. Nothing: this version does not include it.
   Selection selection = {};

@@ -53,6 +53,10 @@ constexpr std::array kReads = {
     },
 };
 
+constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
+                                 RowParent{"EmployeeID", "Employee", "EmployeeID"},
+                                 RowParent{"ExpID", "Expense", "ExpID"}};
+
 }  // namespace
 
 constinit const Table kExpenseLogTable = {
@@ -60,6 +64,7 @@ constinit const Table kExpenseLogTable = {
     .name = "ExpenseLog",
     .names = {.send = "Expense Log", .get = "Expense Log (QB)"},
     .rows = {.table = "ExpenseLog"},
+    .parents = kParents,
     .selection = {.onlyPassed = true,
                   .base = "SELECT ELID, ExpID, ProjectID, EmployeeID, ELDescription,ELCost, ELMarkup, ELBillable, "
                           "ELDate, ELUnits, ELPosted,isSub, QBLinkID, LastUpdated FROM ExpenseLOG ",

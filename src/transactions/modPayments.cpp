@@ -27,6 +27,8 @@ constexpr std::array kReads = {QuickBooksRead{
     .transaction = TransactionQuery{.takesTransactionDates = true},
 }};
 
+constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"}};
+
 }  // namespace
 
 constinit const Table kPaymentsTable = {
@@ -34,6 +36,7 @@ constinit const Table kPaymentsTable = {
     .name = "Payments",
     .names = {.send = "Payments", .get = "Payments(QB)"},
     .rows = {.table = "Payment"},
+    .parents = kParents,
     .selection = {.base = "SELECT PayID, PayRetainer, PayDate, PayAmt, PayMethod, PayMemo, Payment.ClientID,  "
                           "Client.ClientCompany, Payment.LastUpdated, Payment.QBLinkID, PayRef  FROM Payment, Client "
                           "WHERE (Client.ClientID = Payment.ClientID)  AND PayMethod <> '6' ",

@@ -37,6 +37,8 @@ constexpr std::array kReads = {QuickBooksRead{
     .transaction = TransactionQuery{.takesTransactionDates = true, .names = NamePair::Entities},
 }};
 
+constexpr std::array kParents = {RowParent{"VendorID", "Employee", "EmployeeID"}};
+
 }  // namespace
 
 constinit const Table kVendorBillTable = {
@@ -44,6 +46,7 @@ constinit const Table kVendorBillTable = {
     .name = "VendorBill",
     .names = {.send = "Vendor Bill", .get = "Vendor Bill(QB)"},
     .rows = {.table = "VendorBill"},
+    .parents = kParents,
     .selection = {.base = "SELECT VendorBillID, BillNumber, BillDate, VendorID, BillMemo,BillDueDate, BillRef, "
                           "QBLinkID, LastUpdated FROM VendorBill ",
                   .clauses = kClauses,
