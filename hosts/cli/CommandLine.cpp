@@ -149,7 +149,7 @@ std::vector<CommandSyntax> AllCommands() {
   add(DeletionCommands());
   add({EventsCommand(), StatusCommand(), BalancesCommand()});
   add(LookupCommands());
-  add({SettingsCommand(), CompanyCommand(), BillingCommand(), DemoCommand()});
+  add({SettingsCommand(), CompanyCommand(), BillingCommand(), ImportCommand(), DemoCommand()});
   return all;
 }
 

@@ -25,6 +25,7 @@ Commands
   company bill INVOICE LINE    let an invoice take up a billable line
   company set NAME VALUE       how a connection to it is met
   billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)
+  import TABLE FILE.csv        add the rows of a file to a table of BillingDb
   demo                         all of it on a sample firm in its own folder
   COMMAND --help               more about a command, with its options
 

@@ -66,7 +66,9 @@ void PrintAsTable(const Options& options, const Rows& rows) {
     auto& line = lines.emplace_back();
     for (const auto& value : row) line.push_back(ToText(value));
   }
-  PrintTable(options, lines);
+  std::vector<Align> alignments;
+  for (const auto& name : rows.names) alignments.push_back(name.ends_with("ID") ? Align::Whole : Align::Left);
+  PrintTable(options, lines, alignments);
 }
 
 void PrintRows(const Options& options, const Rows& rows, RowForm form) {

@@ -1,5 +1,6 @@
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -53,7 +54,7 @@ constexpr std::string_view kUnknown = "-";
 // How the columns stand: numbers to the right.
 Align AlignmentOf(std::size_t column, std::size_t columns) {
   constexpr std::size_t kTimes = 2;
-  return column == 0 || column + kTimes >= columns ? Align::Left : Align::Right;
+  return column == 0 || column + kTimes >= columns ? Align::Whole : Align::Right;
 }
 
 // A table that is not there, or is another one, can't be counted.
@@ -161,13 +162,15 @@ void PrintStatus(const Options& options, std::span<const TableStatus> tables, Ro
     for (const auto& table : tables) Print(JsonOf(table));
     return;
   }
-  std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "NO PARENT"}};
+  std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "UNLINKED", "CHANGED", "ORPHANS"}};
   if (deep == Deep::Yes) lines.front().emplace_back("DEAD LINKS");
-  for (const auto* run : {"LAST SEND", "LAST GET"}) lines.front().push_back(fmt::format("{} ({})", run, zone));
+  for (const auto* run : {"LAST SEND", "LAST GET"}) lines.front().emplace_back(run);
   for (const auto& table : tables) lines.push_back(LineOf(table, deep));
   std::vector<Align> alignments;
   for (std::size_t i = 0; i < lines.front().size(); ++i) alignments.push_back(AlignmentOf(i, lines.front().size()));
   PrintTable(options, lines, alignments);
+  const bool hasTimes = std::ranges::any_of(tables, [](const auto& table) { return table.runs[0] || table.runs[1]; });
+  if (hasTimes) Print(fmt::format("Times are those of {}.\n", zone));
 }
 
 // Nothing when QuickBooks could not be asked, which has been told.
@@ -238,7 +241,8 @@ CommandSyntax StatusCommand() {
           "dates\n"
           "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. In JSON what can't be "
           "told\n"
-          "is null. NO PARENT counts the rows that name a client, project, employee, code or account that is not "
+          "is null. UNLINKED counts the rows that never were linked, ORPHANS the rows that name a client, project, "
+          "employee, code or account that is not "
           "there. "
           "DEAD LINKS counts those whose twin QuickBooks does not have any more. Status 1: BillingDb lacks a table, or "
           "one could not be counted in time.",

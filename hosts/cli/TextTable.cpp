@@ -22,8 +22,12 @@ std::vector<std::size_t> WidthsOf(std::span<const TableLine> lines) {
   return widths;
 }
 
+Align AlignOf(std::span<const Align> alignments, std::size_t column) {
+  return column < alignments.size() ? alignments[column] : Align::Left;
+}
+
 bool IsRight(std::span<const Align> alignments, std::size_t column) {
-  return column < alignments.size() && alignments[column] == Align::Right;
+  return AlignOf(alignments, column) == Align::Right;
 }
 
 std::string Laid(std::span<const TableLine> lines, std::span<const Align> alignments,
@@ -51,7 +55,7 @@ bool Shrink(std::vector<std::size_t>& widths, std::span<const Align> alignments,
   while (TotalOf(widths) > width) {
     std::size_t* widest = nullptr;
     for (std::size_t i = 0; i < widths.size(); ++i) {
-      if (IsRight(alignments, i) || widths[i] <= kLeastCell) continue;
+      if (AlignOf(alignments, i) != Align::Left || widths[i] <= kLeastCell) continue;
       if (widest == nullptr || widths[i] > *widest) widest = &widths[i];
     }
     if (widest == nullptr) return false;

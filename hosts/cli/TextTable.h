@@ -11,7 +11,8 @@
 
 namespace twqb::cli {
 
-enum class Align : std::uint8_t { Left, Right };
+// Whole: to the left, and not cut where there is no room. Half an identifier or half a date is another one.
+enum class Align : std::uint8_t { Left, Right, Whole };
 
 using TableLine = std::vector<std::string>;
 
@@ -25,8 +26,8 @@ struct FittedTable {
   bool isCut = false;                // cells end in an ellipsis
   std::vector<std::string> leftOut;  // headings of columns that found no room
 };
-// Cuts the widest columns first, none that stand to the right, since half a number is another number. Columns go from
-// the end where that is not enough; the first one stays.
+// Cuts the widest columns first, none that stand to the right or are to stay whole. Columns go from the end where that
+// is not enough; the first one stays.
 [[nodiscard]] FittedTable FitTable(std::span<const TableLine> lines, std::span<const Align> alignments,
                                    std::size_t width);
 

@@ -40,6 +40,7 @@ inline constexpr std::string_view kNoTableName = "All Tables";
 struct BillingRows {
   std::string_view table;
   std::string_view condition = "1 = 1";  // which of the table's rows
+  std::string_view madeKey = {};         // the key's column, where new rows get a GUID there
 };
 
 // A row of another table, or of its own, that a row is of: an hour's project, a phase's project.

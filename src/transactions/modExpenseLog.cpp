@@ -63,7 +63,7 @@ constinit const Table kExpenseLogTable = {
     .number = enExpenseLog,
     .name = "ExpenseLog",
     .names = {.send = "Expense Log", .get = "Expense Log (QB)"},
-    .rows = {.table = "ExpenseLog"},
+    .rows = {.table = "ExpenseLog", .madeKey = "ELID"},
     .parents = kParents,
     .selection = {.onlyPassed = true,
                   .base = "SELECT ELID, ExpID, ProjectID, EmployeeID, ELDescription,ELCost, ELMarkup, ELBillable, "

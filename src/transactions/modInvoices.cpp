@@ -66,7 +66,7 @@ constinit const Table kInvoicesTable = {
     .name = "Invoices",
     .names = {.send = "Invoices", .get = "Invoices(QB)"},
     // Allocations of payments stand in the same table.
-    .rows = {.table = "TransactionTable", .condition = "PayID IS NULL"},
+    .rows = {.table = "TransactionTable", .condition = "PayID IS NULL", .madeKey = "TransactionID"},
     .parents = kParents,
     .selection =
         {

@@ -35,7 +35,7 @@ constinit const Table kPaymentsTable = {
     .number = enPayments,
     .name = "Payments",
     .names = {.send = "Payments", .get = "Payments(QB)"},
-    .rows = {.table = "Payment"},
+    .rows = {.table = "Payment", .madeKey = "PayID"},
     .parents = kParents,
     .selection = {.base = "SELECT PayID, PayRetainer, PayDate, PayAmt, PayMethod, PayMemo, Payment.ClientID,  "
                           "Client.ClientCompany, Payment.LastUpdated, Payment.QBLinkID, PayRef  FROM Payment, Client "

@@ -409,7 +409,7 @@ constinit const Table kTimeEntriesTable = {
     .number = enTimeEntries,
     .name = "TimeEntries",
     .names = {.send = "Time Entries", .get = "Time Entries(QB)"},
-    .rows = {.table = "TimeEntry"},
+    .rows = {.table = "TimeEntry", .madeKey = "TEID"},
     .parents = kParents,
     .selection =
         {

@@ -45,7 +45,7 @@ constinit const Table kVendorBillTable = {
     .number = enVendorBill,
     .name = "VendorBill",
     .names = {.send = "Vendor Bill", .get = "Vendor Bill(QB)"},
-    .rows = {.table = "VendorBill"},
+    .rows = {.table = "VendorBill", .madeKey = "VendorBillID"},
     .parents = kParents,
     .selection = {.base = "SELECT VendorBillID, BillNumber, BillDate, VendorID, BillMemo,BillDueDate, BillRef, "
                           "QBLinkID, LastUpdated FROM VendorBill ",
