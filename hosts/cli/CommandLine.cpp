@@ -51,11 +51,6 @@ std::vector<std::string> OptionNames(const CLI::App& app) {
   return names;
 }
 
-std::string DidYouMean(std::string_view word, const std::vector<std::string>& names) {
-  const auto nearest = NearestName(word, names);
-  return nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "";
-}
-
 std::string UnknownWord(const Reached& reached, const std::string& word) {
   if (word.starts_with('-') && word.size() > 1) {
     return fmt::format("There is no option \"{}\".{}", word, DidYouMean(word, OptionNames(*reached.app)));

@@ -53,9 +53,8 @@ std::vector<std::string> ConditionNames() {
 const company::Condition& ConditionOf(const std::string& name) {
   if (const auto* condition = company::FindCondition(name)) return *condition;
   const auto names = ConditionNames();
-  const auto nearest = NearestName(name, names);
   throw UsageError(fmt::format("There is no \"{}\" of a company file to set.{}\nThe names are: {}.", name,
-                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", Join(names, ", ")));
+                               DidYouMean(name, names), Join(names, ", ")));
 }
 
 ExitStatus Set(const Options& options, const std::string& name, const std::string& value) {

@@ -24,11 +24,6 @@ namespace {
 constexpr std::string_view kLink = "QBLinkID";
 constexpr std::string_view kChanged = "LastUpdated";
 
-std::string DidYouMean(std::string_view word, const std::vector<std::string>& names) {
-  const auto nearest = NearestName(word, names);
-  return nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "";
-}
-
 // Keys as BillingDb compares them: without case, and without blanks at their end.
 std::string Folded(std::string_view key) {
   const auto end = key.find_last_not_of(' ');

@@ -105,9 +105,8 @@ std::vector<SettingDescription> SettingsAbout(std::string_view word) {
     names.push_back(setting.section);
   }
   for (const auto* table : Tables()) names.push_back(TypedName(table->number));
-  const auto near = NearestName(word, names);
   throw UsageError(fmt::format("No setting is about \"{}\".{}\n\"twqb settings describe\" shows all.", word,
-                               near ? fmt::format(" Did you mean \"{}\"?", *near) : ""));
+                               DidYouMean(word, names)));
 }
 
 std::string NearestSetting(std::string_view section, std::string_view key) {

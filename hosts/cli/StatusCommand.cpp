@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <span>
@@ -91,19 +90,6 @@ Value CountWithoutParent(const Table& table) {
                          table.rows.table, parent.column);
   }
   return CountOf(table.rows, lacks.empty() ? "1 = 0" : fmt::format("({})", lacks));
-}
-
-// "UTC-5", or "UTC+5:30": the zone in which the times of runs are meant.
-std::string ZoneName() {
-  constexpr int kMinutesOfHour = 60;
-  constexpr std::int64_t kMilliseconds = 60'000;
-  const auto now = TheMachine().Now();
-  const auto minutes = (now.Milliseconds() - LocalToUTC(now).Milliseconds()) / kMilliseconds;
-  const auto size = std::abs(minutes);
-  const auto rest = size % kMinutesOfHour;
-  if (minutes == 0) return "UTC";
-  return fmt::format("UTC{}{}{}", minutes < 0 ? "-" : "+", size / kMinutesOfHour,
-                     rest == 0 ? "" : fmt::format(":{:02}", rest));
 }
 
 // How far a table is; what can't be told is NULL.

@@ -49,9 +49,8 @@ enTables TableFromName(std::string_view name) {
     }
   }
   const auto names = TypedNames();
-  const auto nearest = NearestName(name, names);
-  throw UsageError(fmt::format("There is no table \"{}\".{}\nThe tables are: {}.", name,
-                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", TableNameList()));
+  throw UsageError(
+      fmt::format("There is no table \"{}\".{}\nThe tables are: {}.", name, DidYouMean(name, names), TableNameList()));
 }
 
 std::string TypedName(enTables table) { return FoldCase(NameOf(table)); }

@@ -98,6 +98,16 @@ bool IsDaylightTime() {
 Date LocalToUTC(Date date) { return date.PlusMinutes(BiasNow()); }
 Date UTCToLocal(Date date) { return date.PlusMinutes(-BiasNow()); }
 
+std::string ZoneName() {
+  constexpr int kMinutesOfHour = 60;
+  const auto ahead = -BiasNow();
+  if (ahead == 0) return "UTC";
+  const auto size = std::abs(ahead);
+  const auto rest = size % kMinutesOfHour;
+  return fmt::format("UTC{}{}{}", ahead < 0 ? "-" : "+", size / kMinutesOfHour,
+                     rest == 0 ? "" : fmt::format(":{:02}", rest));
+}
+
 std::string FormatSQLDate(Date date, DateForm form) {
   const auto c = date.ToCivil();
   auto text = fmt::format("{:02}/{:02}/{:04}", c.month, c.day, c.year);
