@@ -15,7 +15,7 @@ Commands
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back
-  status                       how far each table is linked, when it went last
+  status [--deep]              how far each table is linked, when it went last
   balances                     what clients owe on both sides, compared
   list KIND [--all]            print a list of QuickBooks, such as customers
   accounts | is-job ID         its accounts; whether a customer is a job

@@ -7,7 +7,9 @@
 #include <cstdlib>
 #include <string>
 #include <system_error>
+#include <vector>
 
+#include "adapters/terminal/Console.h"
 #include "adapters/terminal/TextLayout.h"
 #include "platform/Text.h"
 
@@ -90,10 +92,15 @@ void FlushOutput() {
 }
 
 void Tell(std::string_view message) {
+  constexpr std::string_view kIndent = "      ";
+  static const bool isTerminal = ::isatty(STDERR_FILENO) == 1;
   std::string shown = "twqb: ";
   for (const auto& line : Split(message, '\n')) {
-    if (shown.ends_with('\n')) shown += "      ";
-    shown += Printable(line.ends_with('\r') ? std::string_view(line).substr(0, line.size() - 1) : line) + "\n";
+    const auto text = line.ends_with('\r') ? std::string_view(line).substr(0, line.size() - 1) : line;
+    // Elsewhere a message is one line, for programs that look for it.
+    const auto parts = isTerminal ? WrapText(text, TerminalWidth(STDERR_FILENO) - kIndent.size())
+                                  : std::vector<std::string>{Printable(text)};
+    for (const auto& part : parts) shown.append(shown.ends_with('\n') ? kIndent : "").append(part).append("\n");
   }
   std::fwrite(shown.data(), 1, shown.size(), stderr);
 }

@@ -198,7 +198,7 @@ ExitStatus Status(const Options& options, const StatusArguments& arguments) {
     }
   });
   PrintStatus(options, tables, arguments.json ? RowForm::Json : RowForm::Readable,
-              arguments.deep ? Deep::Yes : Deep::No, ZoneName());
+              arguments.deep ? Deep::Yes : Deep::No, ZoneName(TheMachine()));
   FlushOutput();
   const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
   if (missing.empty()) return ExitStatus::Done;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kBetween = 2;
 // Less of a text tells nothing.
-constexpr std::size_t kLeastCell = 8;
+constexpr std::size_t kLeastCell = 6;
 
 std::vector<std::size_t> WidthsOf(std::span<const TableLine> lines) {
   std::vector<std::size_t> widths;
