@@ -28,7 +28,7 @@ std::string_view IconMark(BoxIcon icon) {
 std::string TopRule(const MessageBox& box, std::size_t width) {
   constexpr std::string_view kLead = "---- ";
   const auto title = box.title.empty() ? std::string(kDefaultBoxTitle) : OneLine(box.title);
-  auto rule = TrimToColumns(fmt::format("{}{}{} ", kLead, IconMark(box.icon), title), width);
+  auto rule = CutToColumns(fmt::format("{}{}{}", kLead, IconMark(box.icon), title), width - 1) + ' ';
   return rule.append(width - ColumnCount(rule), '-');
 }
 

@@ -7,7 +7,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <csignal>
+#include <cstdlib>
+#include <cstring>
 
 #include "adapters/terminal/EndSignals.h"
 #include "adapters/terminal/InterruptGuard.h"
@@ -55,12 +58,20 @@ void Console::Write(std::string_view text) {
   }
 }
 
-std::size_t Console::Width() const {
-  auto width = width_;
+std::size_t TerminalWidth(int fd) {
+  constexpr std::size_t kWidest = 9999;  // a mistyped number
+  std::size_t width = 0;
+  if (const auto* named = std::getenv("COLUMNS"); named != nullptr) {
+    const auto* end = named + std::strlen(named);
+    const auto read = std::from_chars(named, end, width);
+    if (read.ec != std::errc() || read.ptr != end || width > kWidest) width = 0;
+  }
   winsize size = {};
-  if (width == 0 && ioctl(outputFd_, TIOCGWINSZ, &size) == 0) width = size.ws_col;
+  if (width == 0 && ioctl(fd, TIOCGWINSZ, &size) == 0) width = size.ws_col;
   return std::max(width == 0 ? kUsualWidth : width, kLeastWidth);
 }
+
+std::size_t Console::Width() const { return width_ == 0 ? TerminalWidth(outputFd_) : std::max(width_, kLeastWidth); }
 
 bool Console::Ask(std::string_view prompt, const std::function<bool(const std::string&)>& accept) {
   bool interruptedBefore = false;

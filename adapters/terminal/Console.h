@@ -11,9 +11,13 @@
 
 namespace twqb {
 
+// Columns for what goes to a descriptor: those that the variable COLUMNS names, those of the terminal, or 80; at least
+// 20.
+[[nodiscard]] std::size_t TerminalWidth(int fd);
+
 class Console {
  public:
-  // `width` in columns; 0 asks the terminal each time and takes 80 where it does not tell.
+  // `width` in columns; 0 asks TerminalWidth each time.
   Console(int inputFd, int outputFd, std::size_t width) : inputFd_(inputFd), outputFd_(outputFd), width_(width) {}
 
   void Write(std::string_view text);

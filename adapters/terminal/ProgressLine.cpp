@@ -42,13 +42,14 @@ std::string FormatProgressLine(const MsgFormState& state, std::size_t width) {
   add(Bar(BarCells(room), std::clamp(state.percent, 0, 100)));
   if (state.position) add(fmt::format("{}{}", hasLabel ? kPositionLabel : "", PositionText(*state.position)));
   add(OneLine(state.record));
-  return TrimToColumns(line, width);
+  return CutToColumns(line, width);
 }
 
 void ProgressPainter::Begin(const MsgFormState& state) {
   const bool sameAction = state_ && state_->action == state.action;
   if (style_ == ProgressStyle::Plain) {
     if (!sameAction && !state.action.empty()) console_.Write(OneLine(state.action) + '\n');
+    if (!sameAction) paintedAt_ = std::chrono::steady_clock::now();
   } else if (!sameAction) {
     FinishLine();
   }
@@ -73,6 +74,10 @@ void ProgressPainter::Update(const MsgFormState& state) {
 }
 
 void ProgressPainter::PaintIfDue() {
+  if (style_ == ProgressStyle::Plain) {
+    SayHowFar();
+    return;
+  }
   if (std::chrono::steady_clock::now() - paintedAt_ >= kBetweenPaints) Paint();
 }
 
@@ -101,6 +106,15 @@ void ProgressPainter::Paint() {
   if (text == drawn_) return;
   console_.Write(fmt::format("\r{}{}", text, kClearToEnd));
   drawn_ = std::move(text);
+}
+
+void ProgressPainter::SayHowFar() {
+  if (!state_ || plainEvery_.count() == 0) return;
+  const auto now = std::chrono::steady_clock::now();
+  if (now - paintedAt_ < plainEvery_) return;
+  paintedAt_ = now;
+  const auto far = state_->position ? PositionText(*state_->position) : fmt::format("{}%", state_->percent);
+  console_.Write(fmt::format("{}{}{}\n", OneLine(state_->action), kGap, far));
 }
 
 void ProgressPainter::FinishLine() {

@@ -76,7 +76,8 @@ TerminalOptions TerminalOptions::Detect(int inputFd, int outputFd) {
 TerminalDesk::TerminalDesk(const TerminalOptions& options)
     : options_(options),
       console_(options.inputFd, options.outputFd, options.width),
-      progress_(console_, options.outputIsTerminal ? ProgressStyle::Rewritten : ProgressStyle::Plain) {}
+      progress_(console_, options.outputIsTerminal ? ProgressStyle::Rewritten : ProgressStyle::Plain,
+                options.plainEvery) {}
 
 TerminalDesk::~TerminalDesk() { progress_.End(); }
 

@@ -5,6 +5,7 @@
 // standard output belongs to results.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -27,8 +28,9 @@ struct TerminalOptions {
   int outputFd = 2;
   bool interactive = false;  // questions are asked; set when input and output are both terminals
   Interrupts interrupts = Interrupts::PressCancel;
-  bool outputIsTerminal = false;  // the progress line may be rewritten in place
-  std::size_t width = 0;          // in columns; 0: as wide as the terminal, 80 where it does not tell
+  bool outputIsTerminal = false;                                   // the progress line may be rewritten in place
+  std::chrono::milliseconds plainEvery = std::chrono::seconds(5);  // between lines of progress elsewhere; 0: none
+  std::size_t width = 0;  // in columns; 0: as wide as the terminal, 80 where it does not tell
 
   // Options for two descriptors as the system describes them.
   [[nodiscard]] static TerminalOptions Detect(int inputFd = 0, int outputFd = 2);

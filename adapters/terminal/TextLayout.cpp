@@ -102,6 +102,25 @@ std::string TrimToColumns(std::string_view text, std::size_t columns) {
   return std::string(text.substr(0, FittingBytes(text, columns)));
 }
 
+std::string CutToColumns(std::string_view text, std::size_t columns) {
+  constexpr std::string_view kEllipsis = "\u2026";
+  constexpr std::string_view kJoiner = "\u200D";
+  if (FittingBytes(text, columns) == text.size()) return std::string(text);
+  auto kept = text.substr(0, FittingBytes(text, columns - 1));
+  // What follows a joiner, or begins with one, is a part of the character before.
+  while (kept.ends_with(kJoiner) || (!kept.empty() && text.substr(kept.size()).starts_with(kJoiner))) {
+    std::size_t last = 0;
+    CharacterWalk walk(kept);
+    std::size_t at = 0;
+    for (auto next = walk.Next(); !next.empty(); next = walk.Next()) {
+      if (CharacterColumns(next) > 0) last = at;
+      at += next.size();
+    }
+    kept = kept.substr(0, last);
+  }
+  return std::string(kept.substr(0, kept.find_last_not_of(' ') + 1)).append(kEllipsis);
+}
+
 std::vector<std::string> WrapText(std::string_view text, std::size_t columns) {
   std::vector<std::string> lines;
   for (const auto& line : LinesOf(text)) AppendWrapped(Printable(line), columns, lines);

@@ -21,6 +21,9 @@ namespace twqb {
 [[nodiscard]] std::size_t ColumnCount(std::string_view text);
 // The longest beginning of a printable text that takes at most `columns`.
 [[nodiscard]] std::string TrimToColumns(std::string_view text, std::size_t columns);
+// A printable text that takes at most `columns` (at least 1): the whole of it, or its beginning and an ellipsis. What a
+// joiner holds together is not cut apart.
+[[nodiscard]] std::string CutToColumns(std::string_view text, std::size_t columns);
 // The printable lines of a text, none wider than `columns` (at least 2). Breaks at line ends and blanks, and inside a
 // word only where it alone is wider. Empty lines stay, except at the end.
 [[nodiscard]] std::vector<std::string> WrapText(std::string_view text, std::size_t columns);

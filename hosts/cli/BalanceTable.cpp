@@ -1,7 +1,5 @@
 #include "cli/BalanceTable.h"
 
-#include <array>
-
 #include "messages/ValueFormat.h"
 
 namespace twqb::cli {
@@ -26,8 +24,7 @@ TableLine CellsOf(const Payer& payer) {
   return {TextOrNone(payer.client), TextOrNone(payer.customer.empty() ? payer.project : payer.customer)};
 }
 
-std::string BalanceTable(const std::vector<Balance>& balances) {
-  constexpr std::array kAlignments = {Align::Left, Align::Left, Align::Right, Align::Right, Align::Right};
+std::vector<TableLine> BalanceLines(const std::vector<Balance>& balances) {
   std::vector<TableLine> lines = {{"CLIENT", "PROJECT", "BILLINGDB", "QUICKBOOKS", "DIFFERENCE"}};
   Currency billing;
   Currency quickBooks;
@@ -37,7 +34,7 @@ std::string BalanceTable(const std::vector<Balance>& balances) {
     AddMoney(lines.emplace_back(CellsOf(balance.payer)), balance.billing, balance.quickBooks);
   }
   AddMoney(lines.emplace_back(TableLine{"TOTAL", ""}), billing, quickBooks);
-  return TextTable(lines, kAlignments);
+  return lines;
 }
 
 }  // namespace twqb::cli

@@ -4,6 +4,7 @@
 // (Balances), and what they differ by is told by whoever shows them.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,8 @@ namespace twqb::cli {
 
 // Client and project; a customer without a link stands where the project does.
 [[nodiscard]] TableLine CellsOf(const Payer& payer);
-// A line for each balance, and their sums.
-[[nodiscard]] std::string BalanceTable(const std::vector<Balance>& balances);
+// A line for each balance below the heading, and their sums.
+[[nodiscard]] std::vector<TableLine> BalanceLines(const std::vector<Balance>& balances);
+inline constexpr std::array kBalanceAlignments = {Align::Left, Align::Left, Align::Right, Align::Right, Align::Right};
 
 }  // namespace twqb::cli

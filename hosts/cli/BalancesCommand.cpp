@@ -13,7 +13,7 @@
 #include "cli/Composition.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
-#include "cli/TextTable.h"
+#include "cli/Screen.h"
 
 namespace twqb::cli {
 
@@ -25,7 +25,7 @@ std::string MoneyOrNone(Currency amount) {
 
 // --- For people ------------------------------------------------------------------------------------------------------
 
-void PrintRecords(const std::vector<Balance>& balances) {
+void PrintRecords(const Options& options, const std::vector<Balance>& balances) {
   constexpr std::array kAlignments = {Align::Left,  Align::Left,  Align::Left, Align::Left,
                                       Align::Right, Align::Right, Align::Right};
   std::vector<TableLine> lines = {
@@ -42,7 +42,8 @@ void PrintRecords(const std::vector<Balance>& balances) {
     }
   }
   if (lines.size() == 1) return;
-  Print("\n" + TextTable(lines, kAlignments));
+  Print("\n");
+  PrintTable(options, lines, kAlignments);
 }
 
 // --- For programs ----------------------------------------------------------------------------------------------------
@@ -91,8 +92,8 @@ ExitStatus Balances(const Options& options, RowForm form) {
   if (form == RowForm::Json) {
     for (const auto& balance : balances) Print(JsonOf(balance));
   } else {
-    Print(BalanceTable(balances));
-    PrintRecords(balances);
+    PrintTable(options, BalanceLines(balances), kBalanceAlignments);
+    PrintRecords(options, balances);
   }
   FlushOutput();
   if (!composition.TranscriptIsWhole()) RefuseTranscript(options);

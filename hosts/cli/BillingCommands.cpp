@@ -7,9 +7,8 @@
 #include <vector>
 
 #include "adapters/transcript/Masking.h"
-#include "cli/Checks.h"
+#include "cli/BillingDb.h"
 #include "cli/Commands.h"
-#include "cli/Composition.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
 #include "cli/SqlScript.h"
@@ -26,30 +25,6 @@ struct RunArguments {
   std::string file;
   std::optional<std::string> statements;
   bool json = false;
-};
-
-// BillingDb as the options name it, open.
-class BillingDb {
- public:
-  explicit BillingDb(const Options& options)
-      : composition_(Checked(options), ReadSurroundings(options)),
-        connection_(composition_.Seams().database->CreateConnection()) {
-    connection_->SetMode(ado::ConnectMode::ReadWrite);
-    connection_->SetConnectionString(composition_.Place().billing);
-    connection_->Open();
-  }
-
-  [[nodiscard]] ado::Connection& Connection() { return *connection_; }
-
- private:
-  static Workplace Checked(const Options& options) {
-    auto place = WorkplaceOf(options);
-    CheckBilling(place);
-    return place;
-  }
-
-  Composition composition_;
-  std::unique_ptr<ado::Connection> connection_;
 };
 
 void PrintRows(ado::Recordset& rows, RowForm form) {

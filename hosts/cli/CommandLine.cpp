@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/HelpLayout.h"
 #include "cli/HelpText.h"
 #include "cli/NearestName.h"
+#include "cli/Screen.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {
@@ -47,11 +49,6 @@ std::vector<std::string> OptionNames(const CLI::App& app) {
     }
   }
   return names;
-}
-
-std::string DidYouMean(std::string_view word, const std::vector<std::string>& names) {
-  const auto nearest = NearestName(word, names);
-  return nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "";
 }
 
 std::string UnknownWord(const Reached& reached, const std::string& word) {
@@ -147,7 +144,7 @@ std::vector<CommandSyntax> AllCommands() {
   add(DeletionCommands());
   add({EventsCommand(), StatusCommand(), BalancesCommand()});
   add(LookupCommands());
-  add({SettingsCommand(), CompanyCommand(), BillingCommand(), DemoCommand()});
+  add({SettingsCommand(), CompanyCommand(), BillingCommand(), ImportCommand(), DemoCommand()});
   return all;
 }
 
@@ -166,7 +163,7 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
     app.parse(argc, argv);
     line.options.command = DeepestCommand(app).name;
   } catch (const CLI::CallForHelp&) {
-    line.text = app.get_subcommands().empty() ? std::string(HelpText()) : app.help();
+    line.text = LaidOutHelp(app.get_subcommands().empty() ? std::string(HelpText()) : app.help(), ProseWidth());
   } catch (const CLI::CallForVersion& version) {
     line.text = version.what();
   } catch (const CLI::ParseError& failure) {

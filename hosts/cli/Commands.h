@@ -18,6 +18,7 @@ namespace twqb::cli {
 [[nodiscard]] CommandSyntax SettingsCommand();
 [[nodiscard]] CommandSyntax CompanyCommand();
 [[nodiscard]] CommandSyntax BillingCommand();
+[[nodiscard]] CommandSyntax ImportCommand();
 [[nodiscard]] CommandSyntax DemoCommand();
 
 }  // namespace twqb::cli

@@ -53,9 +53,8 @@ std::vector<std::string> ConditionNames() {
 const company::Condition& ConditionOf(const std::string& name) {
   if (const auto* condition = company::FindCondition(name)) return *condition;
   const auto names = ConditionNames();
-  const auto nearest = NearestName(name, names);
   throw UsageError(fmt::format("There is no \"{}\" of a company file to set.{}\nThe names are: {}.", name,
-                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", Join(names, ", ")));
+                               DidYouMean(name, names), Join(names, ", ")));
 }
 
 ExitStatus Set(const Options& options, const std::string& name, const std::string& value) {
@@ -108,7 +107,7 @@ ExitStatus Bill(const Options& options, const std::string& invoice, const std::s
 std::string SetFooter() {
   std::string text = "Values, the first one being that of a new file, and what another one leads to:\n";
   for (const auto& condition : company::Conditions()) {
-    text += fmt::format("  {:<17}  {:<28}  {}\n", condition.name, condition.allowed, condition.meaning);
+    text += fmt::format("  {:<17}  {}: {}\n", condition.name, condition.allowed, condition.meaning);
   }
   return text +
          "They stand in the file; a session that has begun goes on. \"company run\" needs no session: it meets\n"

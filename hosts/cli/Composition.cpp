@@ -32,6 +32,8 @@ TerminalOptions TerminalFor(const Surroundings& surroundings) {
   auto options = TerminalOptions::Detect();
   options.interrupts = Interrupts::AreTheHosts;
   if (surroundings.answers) options.interactive = false;
+  // What is printed goes by the clock, and that stands still.
+  if (surroundings.clock) options.plainEvery = {};
   return options;
 }
 

@@ -246,7 +246,7 @@ class Demo {
     PrintParagraph("What clients owe for each project, in BillingDb and in QuickBooks:");
     const auto balances =
         CompareBooks(composition_.Place(), *composition_.Seams().database, composition_.RealMachine());
-    PrintLines(BalanceTable(balances));
+    PrintTable(BalanceLines(balances), kBalanceAlignments, 1);
     std::vector<ExpectedDifference> missing(kExpected.begin(), kExpected.end());
     PrintParagraph("Everything else agrees. What differs, and why:");
     Print("\n");

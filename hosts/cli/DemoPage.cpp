@@ -7,6 +7,7 @@
 
 #include "adapters/terminal/TextLayout.h"
 #include "cli/Output.h"
+#include "cli/Screen.h"
 #include "messages/ValueFormat.h"
 #include "platform/Text.h"
 
@@ -14,8 +15,13 @@ namespace twqb::cli {
 
 namespace {
 
-constexpr std::size_t kWidth = 96;
 constexpr std::string_view kIndent = "   ";
+
+// A report is as wide as it reads well, and on a terminal fits that.
+std::size_t PageWidth() {
+  constexpr std::size_t kWidth = 96;
+  return OutputIsTerminal() ? std::min(kWidth, ScreenWidth()) : kWidth;
+}
 
 void PrintUnderlined(std::string_view text, char line) {
   Print(fmt::format("\n{}\n{}\n", text, std::string(ColumnCount(text), line)));
@@ -39,12 +45,12 @@ void PrintHeading(std::string_view text) { PrintUnderlined(text, '-'); }
 
 void PrintParagraph(std::string_view text) {
   Print("\n");
-  for (const auto& line : WrapText(text, kWidth)) Print(line + "\n");
+  for (const auto& line : WrapText(text, PageWidth())) Print(line + "\n");
 }
 
 void PrintItem(std::string_view text) {
   std::string_view before = "   - ";
-  for (const auto& line : WrapText(text, kWidth - before.size())) {
+  for (const auto& line : WrapText(text, PageWidth() - before.size())) {
     Print(fmt::format("{}{}\n", before, line));
     before = "     ";
   }
@@ -67,8 +73,10 @@ void PrintTable(std::span<const TableLine> lines, std::span<const Align> alignme
   std::size_t others = kIndent.size();
   for (std::size_t i = 0; i < widths.size(); ++i) others += kBetween + (i == cutColumn ? 0 : widths[i]);
   std::vector<TableLine> cut(lines.begin(), lines.end());
-  for (auto& line : cut) line.at(cutColumn) = TrimToColumns(OneLine(line.at(cutColumn)), kWidth - others);
-  PrintLines(TextTable(cut, alignments));
+  constexpr std::size_t kLeastCut = 8;
+  const auto room = std::max(PageWidth() - std::min(PageWidth(), others), kLeastCut);
+  for (auto& line : cut) line.at(cutColumn) = CutToColumns(OneLine(line.at(cutColumn)), room);
+  PrintLines(FitTable(cut, alignments, PageWidth() - kIndent.size()).text);
 }
 
 std::string Money(Currency amount) {

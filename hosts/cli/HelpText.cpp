@@ -9,39 +9,42 @@ Keeps a time-and-billing database (BillingDb) and a QuickBooks company file in
 step. QuickBooks is stood in for by a company file of twqb's own.
 
 Commands
-  init [--sample [--size N]]   make billing.db, company.twq, twqb.ini, registry.ini
+  init [--sample [--size N]]   make the four files, empty or a sample firm
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back
-  status                       how far each table is linked, when it went last
-  balances                     what clients owe on both sides, and why it differs
-  list KIND [--all]            print a list of QuickBooks: customers, invoices ...
+  status [--deep]              how far each table is linked, when it went last
+  balances                     what clients owe on both sides, compared
+  list KIND [--all]            print a list of QuickBooks, such as customers
   accounts | is-job ID         its accounts; whether a customer is a job
-  settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)
+  settings get SECTION KEY     print a setting (or set it, or list them)
+  settings describe [WORD]     what settings there are, and what they do
   company run FILE | show      answer a qbXML document; what the file holds
   company bill INVOICE LINE    let an invoice take up a billable line
-  company set NAME VALUE       how a connection to it is met: permission, dialog ...
+  company set NAME VALUE       how a connection to it is met
   billing run FILE | -e SQL    run SQL on BillingDb  (billing show: its tables)
-  demo                         all of it on a sample firm, in a folder of its own
+  import TABLE FILE.csv        add the rows of a file to a table of BillingDb
+  demo                         all of it on a sample firm in its own folder
   COMMAND --help               more about a command, with its options
 
 Files (the defaults stand in the working folder)
   -C DIR                       work as if started in DIR; the log goes there too
   --billing CONNECT            "Provider=SQLITE;Data Source=FILE"   (billing.db)
-  --company FILE               company file that QuickBooks has open (company.twq)
-  --settings FILE              settings (twqb.ini), or --settings-table: in BillingDb
+  --company FILE               company file that is open (company.twq)
+  --settings FILE              settings (twqb.ini), or --settings-table
   --registry FILE              registry values of the user (registry.ini)
 
 How a transfer runs (options may stand before or behind the command)
-  --answers FILE               answer its questions: yes, no, retry, default yes ...
-  --wait SECONDS               wait for another transfer on the same files to end
+  --answers FILE               answer its questions: yes, no, retry ...
+  --wait SECONDS               wait for a transfer on the same files to end
   --no-recovery                don't look for links that got lost
   --single-user  --no-progress  --leave-open
+  --wide                       show tables whole, however wide the screen is
   --report FILE                send, get: each record and why, as JSON Lines
   --strict                     send, get: errors and refusals end with status 1
-  --transcript FILE            record the run as JSON Lines (--unmasked: passwords too)
+  --transcript FILE            record the run (--unmasked: passwords too)
   --faults FILE                let calls fail as the file tells
   --clock TIME                 stop the clock (--bias, --daylight-bias, --daylight,
                                --seed: time zone and random numbers)

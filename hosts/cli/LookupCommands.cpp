@@ -5,13 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "adapters/terminal/TextLayout.h"
 #include "cli/BridgeRun.h"
 #include "cli/Commands.h"
 #include "cli/LookupKinds.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
-#include "cli/TextTable.h"
+#include "cli/Screen.h"
 
 namespace twqb::cli {
 
@@ -57,7 +56,7 @@ Rows RowsOf(const AccountArray& accounts) {
   return rows;
 }
 
-void PrintAsTable(const Rows& rows) {
+void PrintAsTable(const Options& options, const Rows& rows) {
   if (rows.values.empty()) {
     Tell("QuickBooks has none.");
     return;
@@ -67,12 +66,14 @@ void PrintAsTable(const Rows& rows) {
     auto& line = lines.emplace_back();
     for (const auto& value : row) line.push_back(ToText(value));
   }
-  Print(TextTable(lines));
+  std::vector<Align> alignments;
+  for (const auto& name : rows.names) alignments.push_back(name.ends_with("ID") ? Align::Whole : Align::Left);
+  PrintTable(options, lines, alignments);
 }
 
-void PrintRows(const Rows& rows, RowForm form) {
+void PrintRows(const Options& options, const Rows& rows, RowForm form) {
   if (form == RowForm::Readable && OutputIsTerminal()) {
-    PrintAsTable(rows);
+    PrintAsTable(options, rows);
     return;
   }
   if (form == RowForm::Readable) Print(TabbedNames(rows.names));
@@ -110,7 +111,7 @@ std::optional<Rows> Look(Composition& composition, const Options& options, const
 }
 
 ExitStatus Finish(const Options& options, bool recorded, const std::optional<Rows>& rows, RowForm form) {
-  if (rows) PrintRows(*rows, form);
+  if (rows) PrintRows(options, *rows, form);
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
   return rows ? ExitStatus::Done : ExitStatus::Failed;
@@ -162,12 +163,7 @@ constexpr std::string_view kRowsHelp =
     "characters\n"
     "\\x1b and so on. Values are as QuickBooks writes them; of a record that is referred to, its full name.\n";
 
-std::string KindHelp() {
-  constexpr std::size_t kWidth = 76;
-  std::string text = "KIND is one of\n";
-  for (const auto& line : WrapText(LookupKindList(), kWidth)) text += "  " + line + "\n";
-  return text + "\n";
-}
+std::string KindHelp() { return fmt::format("KIND is one of\n  {}\n\n", LookupKindList()); }
 
 }  // namespace
 

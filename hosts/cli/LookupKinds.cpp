@@ -77,9 +77,8 @@ const LookupKind& LookupKindFromName(std::string_view name) {
   for (const auto& kind : kKinds) {
     if (SameName(name, kind.operation) || SameName(name, kind.operation.substr(kPrefix.size()))) return kind;
   }
-  const auto nearest = NearestName(name, TypedNames());
-  throw UsageError(fmt::format("There is no list \"{}\".{}\nThe lists are: {}.", name,
-                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", LookupKindList()));
+  throw UsageError(fmt::format("There is no list \"{}\".{}\nThe lists are: {}.", name, DidYouMean(name, TypedNames()),
+                               LookupKindList()));
 }
 
 std::string LookupKindList() { return Join(TypedNames(), ", "); }

@@ -1,5 +1,7 @@
 #include "cli/NearestName.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <limits>
 #include <numeric>
@@ -46,6 +48,11 @@ std::optional<std::string> NearestName(std::string_view word, std::span<const st
     nearest = name;
   }
   return nearest;
+}
+
+std::string DidYouMean(std::string_view word, std::span<const std::string> names) {
+  const auto nearest = NearestName(word, names);
+  return nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "";
 }
 
 }  // namespace twqb::cli

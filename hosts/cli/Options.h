@@ -42,6 +42,7 @@ struct Options {
   bool noProgress = false;
   bool leaveOpen = false;
   bool noRecovery = false;
+  bool wide = false;  // tables are not cut to the screen
   std::string answers;
   std::string faults;
   std::optional<FrozenOptions> clock;

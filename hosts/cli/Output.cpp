@@ -4,15 +4,22 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <system_error>
+#include <vector>
 
+#include "adapters/terminal/Console.h"
 #include "adapters/terminal/TextLayout.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {
 
 namespace {
+
+constexpr std::string_view kBold = "\x1b[1m";
+constexpr std::string_view kRed = "\x1b[31m";
+constexpr std::string_view kUsual = "\x1b[0m";
 
 [[noreturn]] void RaiseOutputError(int reason) {
   throw OutputError("Standard output can't be written: " + std::generic_category().message(reason) + ".");
@@ -61,15 +68,39 @@ void Print(std::string_view text) {
   }
 }
 
+bool OutputHasColor() {
+  static const bool hasColor = [] {
+    const auto variable = [](const char* name) {
+      const auto* value = std::getenv(name);
+      return std::string_view(value == nullptr ? "" : value);
+    };
+    const auto kind = variable("TERM");
+    return OutputIsTerminal() && variable("NO_COLOR").empty() && !kind.empty() && kind != "dumb";
+  }();
+  return hasColor;
+}
+
+void Print(std::string_view text, Look look) {
+  const bool isColored = look != Look::Plain && OutputHasColor();
+  if (isColored) Write(look == Look::Heading ? kBold : kRed);
+  Print(text);
+  if (isColored) Write(kUsual);
+}
+
 void FlushOutput() {
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) RaiseOutputError(errno);
 }
 
 void Tell(std::string_view message) {
+  constexpr std::string_view kIndent = "      ";
+  static const bool isTerminal = ::isatty(STDERR_FILENO) == 1;
   std::string shown = "twqb: ";
   for (const auto& line : Split(message, '\n')) {
-    if (shown.ends_with('\n')) shown += "      ";
-    shown += Printable(line.ends_with('\r') ? std::string_view(line).substr(0, line.size() - 1) : line) + "\n";
+    const auto text = line.ends_with('\r') ? std::string_view(line).substr(0, line.size() - 1) : line;
+    // Elsewhere a message is one line, for programs that look for it.
+    const auto parts = isTerminal ? WrapText(text, TerminalWidth(STDERR_FILENO) - kIndent.size())
+                                  : std::vector<std::string>{Printable(text)};
+    for (const auto& part : parts) shown.append(shown.ends_with('\n') ? kIndent : "").append(part).append("\n");
   }
   std::fwrite(shown.data(), 1, shown.size(), stderr);
 }

@@ -7,6 +7,8 @@
 
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "cli/SettingNames.h"
+#include "cli/SettingsDescribe.h"
 #include "cli/SettingsStore.h"
 
 namespace twqb::cli {
@@ -17,12 +19,13 @@ struct SettingsArguments {
   std::string section;
   std::string key;
   std::string value;
+  bool force = false;
 };
 
 ExitStatus Get(const Options& options, const SettingsArguments& entry) {
   const auto value = SettingsStore(options).Read(entry.section, entry.key);
   if (!value) {
-    Tell(fmt::format("[{}] {} is not set.", entry.section, entry.key));
+    Tell(fmt::format("{} is not set.", FullNameOf(entry.section, entry.key)));
     return ExitStatus::Failed;
   }
   Print(*value + "\n");
@@ -30,13 +33,14 @@ ExitStatus Get(const Options& options, const SettingsArguments& entry) {
 }
 
 ExitStatus Set(const Options& options, const SettingsArguments& entry) {
+  if (!entry.force) CheckSetting(options, entry.section, entry.key, entry.value);
   const SettingsStore store(options);
   if (!store.Write(entry.section, entry.key, entry.value)) return ExitStatus::Failed;  // the desk has told why
   // What the store gives back is what a transfer will go by: it trims values, and a file's have 254 characters at most.
   const auto kept = store.Read(entry.section, entry.key).value_or("");
   if (kept == entry.value) return ExitStatus::Done;
   throw UsageError(
-      fmt::format("[{}] {} can't hold that value: it reads back as \"{}\".", entry.section, entry.key, kept));
+      fmt::format("{} can't hold that value: it reads back as \"{}\".", FullNameOf(entry.section, entry.key), kept));
 }
 
 ExitStatus List(const Options& options) {
@@ -68,21 +72,41 @@ CommandSyntax SetCommand() {
                        .text = "The value; behind \"--\" where it begins with a dash",
                        .target = &entry->value,
                        .required = true});
+  arguments.push_back({.name = "--force",
+                       .text = "Set what the link does not read, too, or makes nothing of",
+                       .target = &entry->force});
   return {.name = "set",
           .text = "Change a value",
           .arguments = std::move(arguments),
-          .footer = "Example:\n  twqb settings set QBGET_ Customers_OptNever True",
+          .footer =
+              "A setting that there is not, and a value that it does not take, are refused.\n\nExample:\n  twqb "
+              "settings set QBGET_ Customers_OptNever True",
           .run = [entry](const Options& options) { return Set(options, *entry); }};
+}
+
+CommandSyntax DescribeCommand() {
+  const auto word = std::make_shared<std::string>();
+  const auto json = std::make_shared<bool>(false);
+  return {.name = "describe",
+          .text = "Print what settings there are, what they do, and what holds without them",
+          .arguments = {{.name = "WORD", .text = "A table, a section, or a part of a key", .target = word.get()},
+                        {.name = "--json", .text = "Print each setting as a JSON object", .target = json.get()}},
+          .footer = "Examples:\n  twqb settings describe\n  twqb settings describe clients",
+          .run = [word, json](const Options&) {
+            return DescribeSettings(*word, *json ? RowForm::Json : RowForm::Readable);
+          }};
 }
 
 }  // namespace
 
 CommandSyntax SettingsCommand() {
-  return {
-      .name = "settings",
-      .text = "Read and change the settings of the link",
-      .footer = "They stand in twqb.ini, or with --settings-table in the table TWSTable.",
-      .commands = {GetCommand(), SetCommand(), {.name = "list", .text = "Print every value that is set", .run = List}}};
+  return {.name = "settings",
+          .text = "Read and change the settings of the link",
+          .footer = "They stand in twqb.ini, or with --settings-table in the table TWSTable.",
+          .commands = {GetCommand(),
+                       SetCommand(),
+                       {.name = "list", .text = "Print every value that is set", .run = List},
+                       DescribeCommand()}};
 }
 
 }  // namespace twqb::cli

@@ -1,5 +1,6 @@
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <memory>
@@ -8,19 +9,22 @@
 #include <string>
 #include <vector>
 
+#include "bridge/DeadLinks.h"
 #include "bridge/Tables.h"
+#include "cli/BridgeRun.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
+#include "cli/Screen.h"
 #include "cli/SettingsStore.h"
 #include "cli/TableArgument.h"
-#include "cli/TextTable.h"
 #include "cli/TimeLimit.h"
 #include "platform/Value.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
+#include "services/msgForm.h"
 
 namespace twqb::cli {
 
@@ -31,6 +35,7 @@ constexpr int kLongestLimit = 24 * 60 * 60;
 
 struct StatusArguments {
   bool json = false;
+  bool deep = false;        // QuickBooks is asked, too
   int limit = kUsualLimit;  // seconds
 };
 
@@ -46,8 +51,10 @@ constexpr std::string_view kNever = "never";
 constexpr std::string_view kUnknown = "-";
 
 // How the columns stand: numbers to the right.
-constexpr std::array kAlignments = {Align::Left,  Align::Right, Align::Right, Align::Right,
-                                    Align::Right, Align::Left,  Align::Left};
+Align AlignmentOf(std::size_t column, std::size_t columns) {
+  constexpr std::size_t kTimes = 2;
+  return column == 0 || column + kTimes >= columns ? Align::Whole : Align::Right;
+}
 
 // A table that is not there, or is another one, can't be counted.
 Value CountOf(const BillingRows& rows, std::string_view condition) {
@@ -74,33 +81,58 @@ Value ChangedSince(const BillingRows& rows, const std::optional<std::string>& la
   }
 }
 
+// Rows that name a parent which is not there; nothing where the table, or one of its parents, can't be read.
+Value CountWithoutParent(const Table& table) {
+  std::string lacks;
+  for (const auto& parent : table.parents) {
+    lacks += fmt::format("{}({}.{} <> '' AND NOT EXISTS (SELECT 1 FROM {} AS parent WHERE parent.{} = {}.{}))",
+                         lacks.empty() ? "" : " OR ", table.rows.table, parent.column, parent.table, parent.key,
+                         table.rows.table, parent.column);
+  }
+  return CountOf(table.rows, lacks.empty() ? "1 = 0" : fmt::format("({})", lacks));
+}
+
 // How far a table is; what can't be told is NULL.
 struct TableStatus {
   std::string table;
-  std::array<Value, 4> counts;                     // rows, linked, never linked, changed
+  std::array<Value, 6> counts;                     // rows, linked, never linked, changed, without parent, dead links
   std::array<std::optional<std::string>, 2> runs;  // the last send and get, as stored
 };
 
-TableStatus StatusOf(const SettingsStore& settings, const Table& table) {
+Value DeadLinksOf(const Table& table, const std::optional<Identifiers>& known) {
+  if (!known) return Null();
+  try {
+    return CountDeadLinks(table, *known);
+  } catch (const PlatformError&) {
+    return Null();  // a table that is not there, or is another one
+  }
+}
+
+// `known`: what QuickBooks has; nothing where it is not asked.
+TableStatus StatusOf(const SettingsStore& settings, const Table& table, const std::optional<Identifiers>& known) {
   constexpr std::string_view kLinked = "QBLinkID <> ''";
   const auto& rows = table.rows;
   const auto lastSend = LastRun(settings, Direction::Send, table);
-  return {.table = TypedName(table.number),
-          .counts = {CountOf(rows, "1 = 1"), CountOf(rows, kLinked),
-                     CountOf(rows, "(QBLinkID IS NULL OR QBLinkID = '')"), ChangedSince(rows, lastSend, kLinked)},
-          .runs = {lastSend, LastRun(settings, Direction::Get, table)}};
+  return {
+      .table = TypedName(table.number),
+      .counts = {CountOf(rows, "1 = 1"), CountOf(rows, kLinked), CountOf(rows, "(QBLinkID IS NULL OR QBLinkID = '')"),
+                 ChangedSince(rows, lastSend, kLinked), CountWithoutParent(table), DeadLinksOf(table, known)},
+      .runs = {lastSend, LastRun(settings, Direction::Get, table)}};
 }
 
-TableLine LineOf(const TableStatus& status) {
+enum class Deep : bool { No, Yes };
+
+TableLine LineOf(const TableStatus& status, Deep deep) {
   TableLine line = {status.table};
-  for (const auto& count : status.counts) line.push_back(IsNull(count) ? std::string(kUnknown) : ToText(count));
+  const auto shown = std::span(status.counts).first(status.counts.size() - (deep == Deep::Yes ? 0 : 1));
+  for (const auto& count : shown) line.push_back(IsNull(count) ? std::string(kUnknown) : ToText(count));
   for (const auto& run : status.runs) line.push_back(run.value_or(std::string(kNever)));
   return line;
 }
 
 std::string JsonOf(const TableStatus& status) {
-  static const std::vector<std::string> kNames = {"table",   "rows",     "linked", "neverLinked",
-                                                  "changed", "lastSend", "lastGet"};
+  static const std::vector<std::string> kNames = {"table",         "rows",      "linked",   "neverLinked", "changed",
+                                                  "withoutParent", "deadLinks", "lastSend", "lastGet"};
   std::vector<Value> values = {status.table};
   values.insert(values.end(), status.counts.begin(), status.counts.end());
   for (const auto& run : status.runs) {
@@ -110,27 +142,63 @@ std::string JsonOf(const TableStatus& status) {
   return JsonValues(kNames, values);
 }
 
-void PrintStatus(std::span<const TableStatus> tables, RowForm form) {
+void PrintStatus(const Options& options, std::span<const TableStatus> tables, RowForm form, Deep deep,
+                 const std::string& zone) {
   if (form == RowForm::Json) {
     for (const auto& table : tables) Print(JsonOf(table));
     return;
   }
-  std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "NEVER LINKED", "CHANGED", "LAST SEND", "LAST GET"}};
-  for (const auto& table : tables) lines.push_back(LineOf(table));
-  Print(TextTable(lines, kAlignments));
+  std::vector<TableLine> lines = {{"TABLE", "ROWS", "LINKED", "UNLINKED", "CHANGED", "ORPHANS"}};
+  if (deep == Deep::Yes) lines.front().emplace_back("DEAD LINKS");
+  for (const auto* run : {"LAST SEND", "LAST GET"}) lines.front().emplace_back(run);
+  for (const auto& table : tables) lines.push_back(LineOf(table, deep));
+  std::vector<Align> alignments;
+  for (std::size_t i = 0; i < lines.front().size(); ++i) alignments.push_back(AlignmentOf(i, lines.front().size()));
+  PrintTable(options, lines, alignments);
+  const bool hasTimes = std::ranges::any_of(tables, [](const auto& table) { return table.runs[0] || table.runs[1]; });
+  if (hasTimes) Print(fmt::format("Times are those of {}.\n", zone));
+}
+
+// Nothing when QuickBooks could not be asked, which has been told.
+std::optional<Identifiers> AskQuickBooks(const Options& options) {
+  std::optional<Identifiers> known;
+  const bool recorded = RunComposed(options, Sides::Read, [&](Composition& composition) {
+    CTWQBBridge bridge;
+    SetUp(bridge, composition, options);
+    known = composition.Run(
+        "ReadIdentifiers", {},
+        [&]() -> std::optional<Identifiers> {
+          if (!bridge.ConnectToQB(true)) return std::nullopt;
+          auto found = ReadIdentifiers(*Vars().g_QBSession, Vars());
+          UnloadMsgForm();
+          return found;
+        },
+        [](const std::optional<Identifiers>& found) -> EventValue {
+          if (!found) return nullptr;
+          return found->size();
+        });
+  });
+  if (!recorded) RefuseTranscript(options);
+  return known;
 }
 
 ExitStatus Status(const Options& options, const StatusArguments& arguments) {
+  std::optional<Identifiers> known;
+  if (arguments.deep) {
+    known = AskQuickBooks(options);
+    if (!known) return ExitStatus::Failed;
+  }
   const SettingsStore settings(options, SettingsStore::Also::Billing);
   std::vector<TableStatus> tables;
   WithGlobalConnection([&] {
     Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
     for (const auto* table : Tables()) {
       const TimeLimit limit(std::chrono::seconds(arguments.limit), TooLong(*table, arguments.limit));
-      tables.push_back(StatusOf(settings, *table));
+      tables.push_back(StatusOf(settings, *table, known));
     }
   });
-  PrintStatus(tables, arguments.json ? RowForm::Json : RowForm::Readable);
+  PrintStatus(options, tables, arguments.json ? RowForm::Json : RowForm::Readable,
+              arguments.deep ? Deep::Yes : Deep::No, ZoneName(TheMachine()));
   FlushOutput();
   const auto missing = MissingTables(WorkplaceOf(options), BillingTablesOf(enAll));
   if (missing.empty()) return ExitStatus::Done;
@@ -146,6 +214,9 @@ CommandSyntax StatusCommand() {
       .name = "status",
       .text = "Show for each table how far it is linked and when it went last",
       .arguments = {{.name = "--json", .text = "Print each table as a JSON object", .target = &arguments->json},
+                    {.name = "--deep",
+                     .text = "Ask QuickBooks, too, and count the links that lead nowhere",
+                     .target = &arguments->deep},
                     {.name = "--limit",
                      .text = "Give up when a table has not been counted in SECONDS (60)",
                      .target = &arguments->limit,
@@ -156,7 +227,11 @@ CommandSyntax StatusCommand() {
           "dates\n"
           "tell. LAST SEND and LAST GET are full runs without a filter; others leave no mark. In JSON what can't be "
           "told\n"
-          "is null. Status 1: BillingDb lacks a table, or one could not be counted in time.",
+          "is null. UNLINKED counts the rows that never were linked, ORPHANS the rows that name a client, project, "
+          "employee, code or account that is not "
+          "there. "
+          "DEAD LINKS counts those whose twin QuickBooks does not have any more. Status 1: BillingDb lacks a table, or "
+          "one could not be counted in time.",
       .run = [arguments](const Options& options) { return Status(options, *arguments); }};
 }
 

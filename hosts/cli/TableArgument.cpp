@@ -2,7 +2,6 @@
 
 #include <fmt/core.h>
 
-#include "adapters/terminal/TextLayout.h"
 #include "bridge/Tables.h"
 #include "cli/ExitStatus.h"
 #include "cli/NearestName.h"
@@ -50,9 +49,8 @@ enTables TableFromName(std::string_view name) {
     }
   }
   const auto names = TypedNames();
-  const auto nearest = NearestName(name, names);
-  throw UsageError(fmt::format("There is no table \"{}\".{}\nThe tables are: {}.", name,
-                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : "", TableNameList()));
+  throw UsageError(
+      fmt::format("There is no table \"{}\".{}\nThe tables are: {}.", name, DidYouMean(name, names), TableNameList()));
 }
 
 std::string TypedName(enTables table) { return FoldCase(NameOf(table)); }
@@ -72,12 +70,9 @@ std::vector<std::string_view> BillingTablesOf(enTables table) {
 std::string TableNameList() { return Join(TypedNames(), ", "); }
 
 std::string TableHelpText(AllTables allTables) {
-  constexpr std::size_t kWidth = 76;
   auto names = TypedNames();
   if (allTables == AllTables::No) std::erase(names, TypedName(enAll));
-  std::string text = "TABLE is one of\n";
-  for (const auto& line : WrapText(Join(names, ", "), kWidth)) text += "  " + line + "\n";
-  return text + "\n";
+  return fmt::format("TABLE is one of\n  {}\n\n", Join(names, ", "));
 }
 
 }  // namespace twqb::cli

@@ -17,6 +17,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 #include "cli/Surroundings.h"
+#include "services/Conversions.h"
 
 namespace twqb::cli {
 
@@ -98,12 +99,18 @@ std::optional<InTheWay> TryAll(const std::vector<std::string>& files, const Hold
                                            : "Start again when it is through, or let this one wait with --wait."));
 }
 
+// By the clock of the system, whatever the run's is.
+std::string BeginningNow(const Workplace& place) {
+  const auto machine = MakeMachine(place, std::nullopt);
+  return fmt::format("{} {}", IsoDate(machine->Now()), ZoneName(*machine));
+}
+
 }  // namespace
 
 std::string BillingFileOf(const Workplace& place) { return sqlite::ParseConnectionText(place.billing).dataSource; }
 
 TransferLock::TransferLock(const Workplace& place, const Options& options)
-    : self_(ThisHolder(options.command, IsoDate(MakeMachine(place, std::nullopt)->Now()))), files_(FilesToHold(place)) {
+    : self_(ThisHolder(options.command, BeginningNow(place))), files_(FilesToHold(place)) {
   const auto end = steady_clock::now() + std::chrono::seconds(options.waitSeconds);
   for (bool told = false;;) {
     const auto other = TryAll(files_, self_, held_);

@@ -251,7 +251,9 @@ ReadFilters ReadFiltersOf(const QuickBooksRead& read, const SavedFilters& filter
 std::string LeftOut(const std::optional<Date>& changedSince, const SavedFilters& filters, const Run& run) {
   std::string text;
   const auto also = [&](const std::string& what) { text += (text.empty() ? "what " : ", or ") + what; };
-  if (changedSince) also("has not changed since the last send, " + GeneralDate(*changedSince));
+  if (changedSince)
+    also(fmt::format("has not changed since the last send, {} ({})", GeneralDate(*changedSince),
+                     ZoneName(TheMachine())));
   if (run.g_FiltersActive) also("the saved filters leave out");
   if (filters.ActiveOnly) also("is not active");
   return text;

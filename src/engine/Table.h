@@ -40,6 +40,14 @@ inline constexpr std::string_view kNoTableName = "All Tables";
 struct BillingRows {
   std::string_view table;
   std::string_view condition = "1 = 1";  // which of the table's rows
+  std::string_view madeKey = {};         // the key's column, where new rows get a GUID there
+};
+
+// A row of another table, or of its own, that a row is of: an hour's project, a phase's project.
+struct RowParent {
+  std::string_view column;  // that names it
+  std::string_view table;   // in which it stands
+  std::string_view key;     // by which it is found there
 };
 
 // What a table's send is called with.
@@ -131,6 +139,7 @@ struct Table {
   std::string_view name;  // of the member of enTables, without its prefix
   TableNames names;
   BillingRows rows;
+  std::span<const RowParent> parents = {};
 
   // The send. Its outcome is `g_TableOk`. Nothing: this version does not include it.
   Selection selection = {};

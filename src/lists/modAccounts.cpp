@@ -172,6 +172,8 @@ constexpr std::array kReads = {QuickBooksRead{
     .readingFrom = 2,
 }};
 
+constexpr std::array kParents = {RowParent{"ParentAccountID", "AccountList", "AccountID"}};
+
 }  // namespace
 
 constinit const Table kAccountsTable = {
@@ -179,6 +181,7 @@ constinit const Table kAccountsTable = {
     .name = "Accounts",
     .names = {.send = "Accounts", .get = "Accounts(QB)"},
     .rows = {.table = "AccountList"},
+    .parents = kParents,
     .selection =
         {
             .base = "SELECT AccountID, AccountTypeID, AccountName, ParentAccountID, AccountDesc,IsInActive, "

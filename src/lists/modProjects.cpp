@@ -293,6 +293,9 @@ constexpr std::array kReads = {QuickBooksRead{
     .keeps = Keeps::Jobs,
 }};
 
+constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"},
+                                 RowParent{"ParentProjectID", "Project", "ProjectID"}};
+
 }  // namespace
 
 constinit const Table kProjectsTable = {
@@ -300,6 +303,7 @@ constinit const Table kProjectsTable = {
     .name = "Projects",
     .names = {.send = "Projects", .get = "Jobs"},
     .rows = {.table = "Project"},
+    .parents = kParents,
     .selection =
         {
             // A project that shares its client's link is the client's default job and is not sent. Parents come before

@@ -128,6 +128,27 @@ int Record::ORType() const {
   return -1;
 }
 
+namespace {
+
+void AddIdentifiers(const pugi::xml_node& node, std::vector<std::string>& identifiers) {
+  for (const auto& child : node.children()) {
+    const std::string_view name = child.name();
+    if (name == "ListID" || name == "TxnID" || name == "TxnLineID") {
+      identifiers.emplace_back(child.child_value());
+    } else if (name.ends_with("LineRet") || name.ends_with("LineGroupRet")) {
+      AddIdentifiers(child, identifiers);
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> Record::Identifiers() const {
+  std::vector<std::string> identifiers;
+  if (!IsNothing()) AddIdentifiers(node_, identifiers);
+  return identifiers;
+}
+
 void RecordList::Add(Record record, const std::string& key) {
   if (!keys_.emplace(key, records_.size()).second) {
     throw PlatformError(error::kKeyInUse);

@@ -54,6 +54,9 @@ class Record {
   // The text, or "" on nothing.
   [[nodiscard]] std::string GetValueOrEmpty() const { return IsNothing() ? std::string() : GetValue(); }
 
+  // Under which identifiers QuickBooks keeps the record and its lines; not those of records that it refers to.
+  [[nodiscard]] std::vector<std::string> Identifiers() const;
+
   // Of a repeating field or choice: how often it stands there, and each of them. An entry of a repeating choice has the
   // branches as its members, and only the one that it is stands there.
   [[nodiscard]] std::size_t Count() const;

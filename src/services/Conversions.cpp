@@ -19,10 +19,12 @@ namespace {
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Minutes to add to local time for UTC.
-int BiasNow() {
-  const auto zone = TheMachine().GetTimeZoneInformation();
+int BiasOf(Machine& machine) {
+  const auto zone = machine.GetTimeZoneInformation();
   return zone.state == TimeZoneState::Daylight ? zone.bias + zone.daylightBias : zone.bias;
 }
+
+int BiasNow() { return BiasOf(TheMachine()); }
 
 struct LinkLookup {
   std::string_view kind;
@@ -97,6 +99,16 @@ bool IsDaylightTime() {
 
 Date LocalToUTC(Date date) { return date.PlusMinutes(BiasNow()); }
 Date UTCToLocal(Date date) { return date.PlusMinutes(-BiasNow()); }
+
+std::string ZoneName(Machine& machine) {
+  constexpr int kMinutesOfHour = 60;
+  const auto ahead = -BiasOf(machine);
+  if (ahead == 0) return "UTC";
+  const auto size = std::abs(ahead);
+  const auto rest = size % kMinutesOfHour;
+  return fmt::format("UTC{}{}{}", ahead < 0 ? "-" : "+", size / kMinutesOfHour,
+                     rest == 0 ? "" : fmt::format(":{:02}", rest));
+}
 
 std::string FormatSQLDate(Date date, DateForm form) {
   const auto c = date.ToCivil();

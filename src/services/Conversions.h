@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/Date.h"
+#include "platform/machine.h"
 
 namespace twqb {
 
@@ -24,6 +25,8 @@ namespace twqb {
 
 // Whether the clock is on daylight time now. Errors read as False.
 [[nodiscard]] bool IsDaylightTime();
+// "UTC-5", or "UTC+5:30": the zone of a computer, now.
+[[nodiscard]] std::string ZoneName(Machine& machine);
 // Both use the offset of this moment for every date, whatever the date's own season.
 [[nodiscard]] Date LocalToUTC(Date date);
 [[nodiscard]] Date UTCToLocal(Date date);

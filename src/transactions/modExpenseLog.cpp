@@ -53,13 +53,18 @@ constexpr std::array kReads = {
     },
 };
 
+constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
+                                 RowParent{"EmployeeID", "Employee", "EmployeeID"},
+                                 RowParent{"ExpID", "Expense", "ExpID"}};
+
 }  // namespace
 
 constinit const Table kExpenseLogTable = {
     .number = enExpenseLog,
     .name = "ExpenseLog",
     .names = {.send = "Expense Log", .get = "Expense Log (QB)"},
-    .rows = {.table = "ExpenseLog"},
+    .rows = {.table = "ExpenseLog", .madeKey = "ELID"},
+    .parents = kParents,
     .selection = {.onlyPassed = true,
                   .base = "SELECT ELID, ExpID, ProjectID, EmployeeID, ELDescription,ELCost, ELMarkup, ELBillable, "
                           "ELDate, ELUnits, ELPosted,isSub, QBLinkID, LastUpdated FROM ExpenseLOG ",

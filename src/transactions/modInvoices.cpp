@@ -56,6 +56,9 @@ constexpr std::array kReads = {
     },
 };
 
+constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
+                                 RowParent{"ClientID", "Client", "ClientID"}};
+
 }  // namespace
 
 constinit const Table kInvoicesTable = {
@@ -63,7 +66,8 @@ constinit const Table kInvoicesTable = {
     .name = "Invoices",
     .names = {.send = "Invoices", .get = "Invoices(QB)"},
     // Allocations of payments stand in the same table.
-    .rows = {.table = "TransactionTable", .condition = "PayID IS NULL"},
+    .rows = {.table = "TransactionTable", .condition = "PayID IS NULL", .madeKey = "TransactionID"},
+    .parents = kParents,
     .selection =
         {
             // Neither drafts, nor the rows of retainers, nor the allocations of payments.

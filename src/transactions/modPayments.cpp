@@ -27,13 +27,16 @@ constexpr std::array kReads = {QuickBooksRead{
     .transaction = TransactionQuery{.takesTransactionDates = true},
 }};
 
+constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"}};
+
 }  // namespace
 
 constinit const Table kPaymentsTable = {
     .number = enPayments,
     .name = "Payments",
     .names = {.send = "Payments", .get = "Payments(QB)"},
-    .rows = {.table = "Payment"},
+    .rows = {.table = "Payment", .madeKey = "PayID"},
+    .parents = kParents,
     .selection = {.base = "SELECT PayID, PayRetainer, PayDate, PayAmt, PayMethod, PayMemo, Payment.ClientID,  "
                           "Client.ClientCompany, Payment.LastUpdated, Payment.QBLinkID, PayRef  FROM Payment, Client "
                           "WHERE (Client.ClientID = Payment.ClientID)  AND PayMethod <> '6' ",

@@ -399,13 +399,18 @@ constexpr std::array kReads = {QuickBooksRead{
     .readingFrom = 2,
 }};
 
+constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
+                                 RowParent{"EmployeeID", "Employee", "EmployeeID"},
+                                 RowParent{"ActivityID", "Activity", "ActivityID"}};
+
 }  // namespace
 
 constinit const Table kTimeEntriesTable = {
     .number = enTimeEntries,
     .name = "TimeEntries",
     .names = {.send = "Time Entries", .get = "Time Entries(QB)"},
-    .rows = {.table = "TimeEntry"},
+    .rows = {.table = "TimeEntry", .madeKey = "TEID"},
+    .parents = kParents,
     .selection =
         {
             // An entry goes to QuickBooks only once: a linked one is not selected again, even if it changed.

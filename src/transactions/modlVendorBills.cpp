@@ -37,13 +37,16 @@ constexpr std::array kReads = {QuickBooksRead{
     .transaction = TransactionQuery{.takesTransactionDates = true, .names = NamePair::Entities},
 }};
 
+constexpr std::array kParents = {RowParent{"VendorID", "Employee", "EmployeeID"}};
+
 }  // namespace
 
 constinit const Table kVendorBillTable = {
     .number = enVendorBill,
     .name = "VendorBill",
     .names = {.send = "Vendor Bill", .get = "Vendor Bill(QB)"},
-    .rows = {.table = "VendorBill"},
+    .rows = {.table = "VendorBill", .madeKey = "VendorBillID"},
+    .parents = kParents,
     .selection = {.base = "SELECT VendorBillID, BillNumber, BillDate, VendorID, BillMemo,BillDueDate, BillRef, "
                           "QBLinkID, LastUpdated FROM VendorBill ",
                   .clauses = kClauses,

@@ -251,7 +251,7 @@ TEST_F(Account, Nothing_selected_says_what_was_left_out) {
   Sql("UPDATE Client SET LastUpdated = '2008-03-05 08:00:00'");
   EXPECT_EQ(Run("send", "clients", 12).out,
             "clients: nothing was selected; left out is what has not changed since the last send, 3/5/2008 11:00:00 "
-            "AM\nsend clients: done\n");
+            "AM (UTC)\nsend clients: done\n");
   folder_.Done({"settings", "set", "QBSEND_", "Clients_ChkSkip", "True"});
   EXPECT_EQ(Run("send", "clients", 13).out, "clients: the settings skip this table\nsend clients: done\n");
 }

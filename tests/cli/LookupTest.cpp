@@ -2,12 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
 
 #include "Program.h"
 
@@ -47,33 +43,6 @@ class Lookup : public testing::Test {
     const auto begin = out.rfind('\n', end) + 1;
     return out.substr(begin, end - begin);
   }
-  // What the program prints on a terminal of its own.
-  [[nodiscard]] std::string OnATerminal(const std::vector<std::string>& arguments) const {
-    int terminal = -1;
-    const auto child = forkpty(&terminal, nullptr, nullptr, nullptr);
-    if (child == 0) {
-      if (::chdir(folder_.Path().c_str()) != 0) _exit(127);
-      std::string program = TWQB_PROGRAM;
-      auto copies = arguments;
-      std::vector<char*> words = {program.data()};
-      for (auto& copy : copies) words.push_back(copy.data());
-      words.push_back(nullptr);
-      ::execv(program.c_str(), words.data());
-      _exit(127);
-    }
-    std::string out;
-    std::array<char, 4096> buffer{};
-    for (;;) {
-      const auto count = ::read(terminal, buffer.data(), buffer.size());
-      if (count <= 0) break;
-      out.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    ::close(terminal);
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << out;
-    return out;
-  }
 
   WorkFolder folder_;
 };
@@ -99,11 +68,11 @@ TEST_F(Lookup, Json_is_one_object_a_line) {
 
 TEST_F(Lookup, On_a_terminal_the_rows_are_a_table) {
   AddCustomers();
-  const auto out = OnATerminal({"list", "customers"});
-  EXPECT_THAT(out, AllOf(ContainsRegex("ListID +FullName +CompanyName +Sublevel +IsActive\r\n"),
-                         ContainsRegex("  Acme       Acme & Co    0         true\r\n"),
-                         ContainsRegex("  Acme:Barn               1         true\r\n"), Not(HasSubstr("\t"))));
-  EXPECT_THAT(OnATerminal({"list", "employees"}), HasSubstr("QuickBooks has none."));
+  const auto out = folder_.OnTerminal({"list", "customers"});
+  EXPECT_THAT(out, AllOf(ContainsRegex("ListID +FullName +CompanyName +Sublevel +IsActive\x1b\\[0m\n"),
+                         ContainsRegex("  Acme       Acme & Co    0         true\n"),
+                         ContainsRegex("  Acme:Barn               1         true\n"), Not(HasSubstr("\t"))));
+  EXPECT_THAT(folder_.OnTerminal({"list", "employees"}), HasSubstr("QuickBooks has none."));
 }
 
 TEST_F(Lookup, Of_a_transaction_the_full_names_of_what_it_refers_to_are_shown) {

@@ -1,10 +1,15 @@
 #include "Program.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <sstream>
 #include <stdexcept>
+
+#include "platform/Text.h"
+#include "tests/support/TerminalSession.h"
 
 namespace twqb::cli {
 
@@ -32,6 +37,28 @@ Ended WorkFolder::Twqb(const std::vector<std::string>& arguments, const RunOptio
 Ended WorkFolder::Shell(const std::string& line) const {
   auto result = RunProcess({"/bin/sh", "-c", line, TWQB_PROGRAM}, {.folder = folder_.Path()});
   return {.status = result.exitStatus, .out = std::move(result.output), .err = std::move(result.errors)};
+}
+
+std::string WorkFolder::OnTerminal(const std::vector<std::string>& arguments, const TerminalKind& kind) const {
+  auto words = Command(arguments);
+  TerminalSession session(
+      [&] {
+        if (::chdir(folder_.Path().c_str()) != 0) return 127;
+        for (const auto* name : {"COLUMNS", "NO_COLOR"}) ::unsetenv(name);
+        ::setenv("TERM", "xterm", 1);
+        for (const auto& entry : kind.environment) {
+          const auto sign = entry.find('=');
+          ::setenv(entry.substr(0, sign).c_str(), entry.substr(sign + 1).c_str(), 1);
+        }
+        std::vector<char*> pointers;
+        for (auto& word : words) pointers.push_back(word.data());
+        pointers.push_back(nullptr);
+        ::execv(pointers.front(), pointers.data());
+        return 127;
+      },
+      kind.columns);
+  EXPECT_EQ(session.ExitStatus(), 0) << session.All();
+  return ReplaceAll(session.All(), kCrLf, "\n");
 }
 
 std::unique_ptr<RunningProcess> WorkFolder::Start(const std::vector<std::string>& arguments) const {

@@ -32,6 +32,12 @@ struct RunOptions {
   Unanswered unanswered = Unanswered::Failure;
 };
 
+// The terminal that a program is given: as it is usually, 80 columns wide and with colours.
+struct TerminalKind {
+  unsigned short columns = 80;
+  std::vector<std::string> environment = {};  // "NAME=value", beside TERM=xterm
+};
+
 // A temporary folder that goes at the end.
 class WorkFolder {
  public:
@@ -41,6 +47,8 @@ class WorkFolder {
   Ended Twqb(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
   // Runs a line of the shell there; "$0" in it is the program.
   [[nodiscard]] Ended Shell(const std::string& line) const;
+  // What the program prints on a terminal of its own, to both streams; the test fails unless the status is 0.
+  [[nodiscard]] std::string OnTerminal(const std::vector<std::string>& arguments, const TerminalKind& kind = {}) const;
   // Starts the program there, and lets it run.
   [[nodiscard]] std::unique_ptr<RunningProcess> Start(const std::vector<std::string>& arguments) const;
   // Runs it; the test fails unless the status is 0. Gives what it printed.

@@ -16,7 +16,7 @@ TEST(CommandLine, Help_and_version_go_to_standard_output) {
   EXPECT_THAT(folder.Done({"--help"}), AllOf(StartsWith("Usage: twqb"), HasSubstr("Exit status")));
   EXPECT_THAT(folder.Done({"send", "--help"}), AllOf(HasSubstr("Usage: twqb send"), HasSubstr("expensecodes")));
   EXPECT_THAT(folder.Done({"billing", "run", "--help"}), HasSubstr("Usage: twqb billing run"));
-  EXPECT_THAT(folder.Done({"--help"}), AllOf(HasSubstr("  status "), HasSubstr("or list)")));
+  EXPECT_THAT(folder.Done({"--help"}), AllOf(HasSubstr("  status "), HasSubstr("or list them)")));
   EXPECT_THAT(folder.Done({"status", "--help"}), AllOf(HasSubstr("Usage: twqb status"), HasSubstr("LAST SEND")));
   EXPECT_THAT(folder.Done({"settings", "list", "--help"}),
               AllOf(HasSubstr("Usage: twqb settings list"), HasSubstr("TWSTable")));

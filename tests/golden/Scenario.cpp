@@ -19,6 +19,7 @@
 #include "adapters/system/SystemMachine.h"
 #include "events/SubscriptionSets.h"
 #include "platform/desk.h"
+#include "tests/golden/DescribedSettings.h"
 #include "tests/golden/Expectation.h"
 #include "tests/golden/LibraryHost.h"
 #include "tests/support/PlainVendors.h"
@@ -207,12 +208,14 @@ class ScenarioRun {
   }
   void Call(const std::string& rest, const std::string& line) {
     if (!host_) throw std::runtime_error("no object to call: " + line);
+    const auto words = Words(InFolder(rest));
     try {
-      host_->Call(Words(InFolder(rest)));
+      host_->Call(words);
     } catch (const DeskGaveUp& unanswered) {
       throw std::runtime_error(line + "\n" + unanswered.question());
     }
-    TakeHostsRecord();
+    // The routines of the settings themselves are called with any key.
+    RecordRun(host_->TakeRecord(), words.at(0).starts_with("gf_") ? KeysOf::TheStep : KeysOf::TheLibrary);
   }
   void Release(const std::string& /*rest*/, const std::string& line) {
     if (!host_) throw std::runtime_error("no object to release: " + line);
@@ -295,7 +298,11 @@ class ScenarioRun {
     const auto key = entry.find(' ') + 1;
     const auto value = entry.find(' ', key) + 1;
     if (key == 0 || value == 0) throw std::runtime_error("SECTION KEY VALUE is needed: " + entry);
-    return {"settings", "set", entry.substr(0, key - 1), entry.substr(key, value - key - 1),
+    return {"settings",
+            "set",
+            "--force",
+            entry.substr(0, key - 1),
+            entry.substr(key, value - key - 1),
             InFolder(entry.substr(value))};
   }
 
@@ -346,10 +353,16 @@ class ScenarioRun {
   }
 
   void Record(const Json& event) { record_ += OutOfFolder(event.dump()) + "\n"; }
+  // Who chose the keys of settings that were read.
+  enum class KeysOf { TheLibrary, TheStep };
   // Of what a run recorded of itself.
-  void RecordRun(const std::string& events) {
+  void RecordRun(const std::string& events, KeysOf keys = KeysOf::TheLibrary) {
     for (const auto& event : Lines(events)) {
       const auto subject = SubjectOf(event);
+      const auto undescribed = UndescribedSetting(event);
+      if (undescribed && keys == KeysOf::TheLibrary) {
+        throw std::runtime_error("a setting that the list of settings does not describe: " + *undescribed);
+      }
       if (!subject || kept_.contains(*subject)) record_ += OutOfFolder(event) + "\n";
     }
   }

@@ -15,8 +15,8 @@ constexpr unsigned kPatience = 20;  // seconds
 
 }  // namespace
 
-TerminalSession::TerminalSession(const std::function<int()>& body) {
-  const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
+TerminalSession::TerminalSession(const std::function<int()>& body, unsigned short columns) {
+  const winsize size{.ws_row = 24, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
   child_ = forkpty(&terminal_, nullptr, nullptr, &size);
   if (child_ != 0) return;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, SIG_DFL);

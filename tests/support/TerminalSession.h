@@ -16,7 +16,7 @@ class TerminalSession {
  public:
   // Runs `body` in a child whose terminal this is; its result is the child's exit status. Signals do with it what they
   // usually do. A child that hangs is ended.
-  explicit TerminalSession(const std::function<int()>& body);
+  explicit TerminalSession(const std::function<int()>& body, unsigned short columns = 80);
   // Kills the child, unless its end has been waited for.
   ~TerminalSession();
   TerminalSession(const TerminalSession&) = delete;

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
+#include <thread>
 
+#include "TestPipe.h"
 #include "adapters/terminal/ProgressLine.h"
 #include "adapters/terminal/TextLayout.h"
 
@@ -35,7 +38,7 @@ TEST(ProgressLine, Has_the_label_of_the_position_where_the_bar_need_not_shrink_f
 TEST(ProgressLine, Shrinks_the_bar_and_cuts_the_end_on_a_narrow_terminal) {
   EXPECT_EQ(FormatProgressLine(kState, 79),
             "Sending Clients to QuickBooks...  [##---]  45%  12/64 --> 00:00:03  ACME1");
-  EXPECT_EQ(FormatProgressLine(kState, 40), "Sending Clients to QuickBooks...  [##---");
+  EXPECT_EQ(FormatProgressLine(kState, 40), "Sending Clients to QuickBooks...  [##--\u2026");
 }
 
 TEST(ProgressLine, The_bar_does_not_move_with_the_record_in_hand) {
@@ -60,6 +63,29 @@ TEST(ProgressLine, Texts_of_records_can_not_steer_the_terminal) {
 TEST(ProgressLine, A_per_cent_outside_the_bar_is_held_at_its_ends) {
   EXPECT_EQ(FormatProgressLine({.percent = 250}, 120), "[####################] 100%");
   EXPECT_EQ(FormatProgressLine({.percent = -1}, 120), "[--------------------]   0%");
+}
+
+TEST(ProgressLine, In_a_pipe_an_action_that_lasts_says_how_far_it_is) {
+  const TestPipe pipe;
+  Console console(-1, pipe.WriteEnd(), 80);
+  ProgressPainter painter(console, ProgressStyle::Plain, std::chrono::milliseconds(20));
+  painter.Begin(kState);
+  painter.Update(kState);
+  EXPECT_EQ(pipe.Drain(), "Sending Clients to QuickBooks...\n");
+  std::this_thread::sleep_for(std::chrono::milliseconds(25));
+  painter.PaintIfDue();
+  painter.PaintIfDue();
+  EXPECT_EQ(pipe.Drain(), "Sending Clients to QuickBooks...  12/64 --> 00:00:03\n");
+}
+
+TEST(ProgressLine, In_a_pipe_it_says_no_more_than_the_action_where_that_is_off) {
+  const TestPipe pipe;
+  Console console(-1, pipe.WriteEnd(), 80);
+  ProgressPainter painter(console, ProgressStyle::Plain);
+  painter.Begin(kState);
+  std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  painter.PaintIfDue();
+  EXPECT_EQ(pipe.Drain(), "Sending Clients to QuickBooks...\n");
 }
 
 }  // namespace

@@ -168,7 +168,7 @@ TEST(TerminalSession, No_line_of_progress_is_as_wide_as_the_terminal) {
     return 0;
   });
   EXPECT_EQ(session.ExitStatus(), 0);
-  EXPECT_THAT(session.All(), HasSubstr(std::string(79, 'x')));
+  EXPECT_THAT(session.All(), HasSubstr(std::string(78, 'x') + "\u2026"));
   EXPECT_THAT(session.All(), Not(HasSubstr(std::string(80, 'x'))));
 }
 

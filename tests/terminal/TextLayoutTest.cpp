@@ -44,6 +44,24 @@ TEST(TextLayout, Trimming_never_cuts_a_character_in_half) {
   EXPECT_EQ(TrimToColumns("abc", 10), "abc");
 }
 
+TEST(TextLayout, What_is_cut_ends_in_an_ellipsis_and_holds_no_half_character) {
+  EXPECT_EQ(CutToColumns("Harbor", 6), "Harbor");
+  EXPECT_EQ(CutToColumns("Harbor", 5), "Harb\u2026");
+  EXPECT_EQ(CutToColumns("Har bor", 5), "Har\u2026");
+  EXPECT_EQ(CutToColumns("\u6771\u4EAC\u6771", 5), "\u6771\u4EAC\u2026");
+  EXPECT_EQ(CutToColumns("\u6771\u4EAC\u6771", 4), "\u6771\u2026");
+  EXPECT_EQ(CutToColumns("e\u0308\u0301xyz", 2), "e\u0308\u0301\u2026");
+  EXPECT_EQ(CutToColumns("abc", 1), "\u2026");
+}
+
+TEST(TextLayout, What_joiners_hold_together_is_cut_as_one) {
+  const std::string family = "\U0001F468\u200D\U0001F469\u200D\U0001F467";
+  for (std::size_t columns = 2; columns < 8; ++columns) {
+    EXPECT_EQ(CutToColumns("a" + family + "bc", columns), "a\u2026") << columns;
+  }
+  EXPECT_EQ(CutToColumns("a" + family + "bc", 8), "a" + family + "\u2026");
+}
+
 TEST(TextLayout, Long_lines_break_at_blanks) {
   EXPECT_THAT(WrapText("the client was not sent", 10), ElementsAre("the client", "was not", "sent"));
 }

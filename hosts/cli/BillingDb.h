@@ -1,0 +1,24 @@
+// BillingDb as the options name it, open: for commands that work on it alone, without a bridge object.
+#pragma once
+
+#include <memory>
+
+#include "cli/Composition.h"
+#include "cli/Options.h"
+#include "platform/ado.h"
+
+namespace twqb::cli {
+
+class BillingDb {
+ public:
+  // Raises UsageError for one that can't be used, and PlatformError when it can't be opened.
+  explicit BillingDb(const Options& options);
+
+  [[nodiscard]] ado::Connection& Connection() { return *connection_; }
+
+ private:
+  Composition composition_;
+  std::unique_ptr<ado::Connection> connection_;
+};
+
+}  // namespace twqb::cli

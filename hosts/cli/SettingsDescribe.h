@@ -1,0 +1,15 @@
+// `twqb settings describe`: what settings there are, and what they do, for people and as JSON Lines.
+#pragma once
+
+#include <string>
+
+#include "cli/ExitStatus.h"
+#include "cli/RowText.h"
+
+namespace twqb::cli {
+
+// Prints the settings that a word is about. Without one all of them: for people those of tables once, with TABLE in the
+// place of their names, as JSON each by itself.
+[[nodiscard]] ExitStatus DescribeSettings(const std::string& word, RowForm form);
+
+}  // namespace twqb::cli
