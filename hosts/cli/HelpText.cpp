@@ -12,6 +12,7 @@ Commands
   init [--sample [--size N]]   make billing.db, company.twq, twqb.ini, registry.ini
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
+  send|get TABLE --preview     show what that would do; nothing is changed
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back

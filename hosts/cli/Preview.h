@@ -83,16 +83,11 @@ struct Preview {
   std::string troubles = {};          // "1 error was told"; empty: none
 };
 
-// What is done to the copies ahead of the run, by who asks what would be if.
-struct Arrangement {
-  // A connection string to a copy of BillingDb, and the path of a copy of the settings. It is called twice: for the
-  // copies that the run works on, and for those that they are compared with.
-  std::function<void(const std::string& billing, const std::string& settings)> arrange = {};
-  bool usesSavedFilters = true;  // without an id; else all records that the table moves
-};
+// What is done to the copies ahead of the run, by who asks what would be if. It is called twice: for the copies that
+// the run works on, and for those that they are compared with. It must not raise.
+using Arrange = std::function<void(const Workplace& copies)>;
 
 // Raises UsageError for a file that can't be used, in the words of a transfer.
-[[nodiscard]] Preview RunPreview(const Options& options, const TransferRequest& request,
-                                 const Arrangement& arrangement = {});
+[[nodiscard]] Preview RunPreview(const Options& options, const TransferRequest& request, const Arrange& arrange = {});
 
 }  // namespace twqb::cli
