@@ -118,15 +118,20 @@ class Attribution {
   Index byKey_;
 };
 
+}  // namespace
+
+bool IsDateOfRow(std::string_view column) { return SameName(column, "LastUpdated") || SameName(column, "LastUpdate"); }
+
+namespace {
+
 // Whether it is nothing but a row that gets its link.
 bool OnlyLinks(const PreviewedRecord& record) {
   const auto isLink = [](const FieldChange& field) { return SameName(field.field, "QBLinkID"); };
   const auto links = [&](const RecordChange& change) {
     return change.side == ChangedSide::Billing && change.kind == ChangeKind::Changed &&
            std::ranges::any_of(change.fields, isLink) &&
-           std::ranges::all_of(change.fields, [&](const FieldChange& field) {
-             return isLink(field) || SameName(field.field, "LastUpdated");
-           });
+           std::ranges::all_of(change.fields,
+                               [&](const FieldChange& field) { return isLink(field) || IsDateOfRow(field.field); });
   };
   return record.account.standing == Standing::Record && !record.changes.empty() &&
          std::ranges::all_of(record.changes, links);

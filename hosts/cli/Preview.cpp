@@ -55,10 +55,11 @@ void CheckCopies(const PreviewSeams& seams) {
   }
 }
 
-void Run(const Workplace& place, const Options& options, const Surroundings& surroundings, Preview& preview) {
+void Run(const Workplace& place, const Options& options, const Surroundings& surroundings,
+         const TransferRequest& request, Preview& preview) {
   Composition composition(place, surroundings);
   try {
-    preview.done = RunTransfer(composition, options, preview.request);
+    preview.done = RunTransfer(composition, options, request);
   } catch (const DeskGaveUp& gaveUp) {
     preview.unanswered = gaveUp.question();
   }
@@ -77,6 +78,10 @@ void AddChanges(const Workplace& place, PreviewSeams& seams, Machine& machine, P
 }  // namespace
 
 Preview RunPreview(const Options& options, const TransferRequest& request, const Arrange& arrange) {
+  return RunPreview(options, std::vector{request}, arrange);
+}
+
+Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests, const Arrange& arrange) {
   const auto place = WorkplaceOf(options);
   auto surroundings = ReadSurroundings(options);
   CheckApart(place, options);
@@ -89,19 +94,22 @@ Preview RunPreview(const Options& options, const TransferRequest& request, const
     arrange(seams.Worked());
     arrange(seams.Before());
   }
-  Preview preview{.request = request};
+  Preview preview{.request = requests.back()};
   RunAccount account(seams.Copied());
   PreviewAccount observer(account, preview);
   surroundings.instead = &seams.Seams();
   surroundings.observer = &observer;
   surroundings.log = nullptr;
-  account.Expect(TablesOf(request));
-  Run(place, options, surroundings, preview);
+  for (const auto& request : requests) {
+    account.Expect(TablesOf(request));
+    Run(place, options, surroundings, request, preview);
+    if (!preview.done || preview.unanswered) break;
+  }
   if (EndSignals::Came() != 0) throw EndedBySignal();
   AddChanges(place, seams, *machine, preview);
   preview.boxes = seams.Asked().Boxes();
   preview.log = seams.Copied().Log();
-  preview.summary = account.Summary(request);
+  preview.summary = account.Summary(preview.request);
   preview.troubles = account.Troubles();
   return preview;
 }

@@ -71,7 +71,7 @@ struct SettingChange {
 
 struct Preview {
   TransferRequest request;
-  bool done = false;                           // the transfer returned True
+  bool done = false;                           // the transfer returned True; each of them
   std::optional<std::string> unanswered = {};  // the question of which --answers has no answer: the run ended there
   std::vector<PreviewedRecord> records = {};   // in the order in which they were told
   std::vector<RecordChange> beside = {};       // what changes with no record that was told
@@ -84,10 +84,15 @@ struct Preview {
 };
 
 // What is done to the copies ahead of the run, by who asks what would be if. It is called twice: for the copies that
-// the run works on, and for those that they are compared with. It must not raise.
+// the run works on, and for those that they are compared with. What it raises ends the preview.
 using Arrange = std::function<void(const Workplace& copies)>;
 
 // Raises UsageError for a file that can't be used, in the words of a transfer.
 [[nodiscard]] Preview RunPreview(const Options& options, const TransferRequest& request, const Arrange& arrange = {});
+
+// The same of several transfers, one behind the other on the same copies; what is told of the request is the last
+// one's. Ends behind the first that is not done.
+[[nodiscard]] Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests,
+                                 const Arrange& arrange = {});
 
 }  // namespace twqb::cli

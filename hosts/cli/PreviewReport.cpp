@@ -11,11 +11,12 @@
 #include "cli/ReportFile.h"
 #include "cli/TableArgument.h"
 #include "platform/Text.h"
-#include "services/Errors.h"
 
 namespace twqb::cli {
 
 namespace {
+
+constexpr std::string_view kFirst = "preview";  // the field that each line of JSON begins with
 
 struct DoingWords {
   Doing doing;
@@ -101,11 +102,6 @@ std::string RecordsText(const Preview& preview) {
 
 EventValue TextOrNull(const std::optional<std::string>& text) { return text ? EventValue(*text) : EventValue(nullptr); }
 
-void AddTable(EventFields& fields, const TableInHand& table) {
-  fields["table"] = TypedName(static_cast<enTables>(table.number));
-  fields["direction"] = table.direction == Direction::Send ? "send" : "get";
-}
-
 EventList ChangeList(const std::vector<RecordChange>& changes) {
   EventList list;
   for (const auto& change : changes) list.emplace_back(ChangeFields(change));
@@ -113,26 +109,9 @@ EventList ChangeList(const std::vector<RecordChange>& changes) {
 }
 
 EventFields RecordFields(const PreviewedRecord& record) {
-  EventFields fields = {{"preview", record.account.standing == Standing::Record ? "record" : "line"}};
-  AddTable(fields, record.account.table);
-  fields["key"] = record.account.key;
-  fields["identifier"] = record.account.identifier;
+  auto fields = AccountFields(kFirst, record.account);
   fields["would"] = DoingWord(record.doing);
-  fields["done"] = FateWord(record.account.fate);
-  fields["why"] = record.account.why;
-  if (!record.account.former.empty()) fields["former"] = record.account.former;
   fields["changes"] = ChangeList(record.changes);
-  return fields;
-}
-
-EventFields ErrorFields(const ErrorAccount& error) {
-  EventFields fields = {{"preview", "error"}};
-  if (error.table) AddTable(fields, *error.table);
-  fields["key"] = error.key;
-  fields["identifier"] = error.identifier;
-  fields["routine"] = error.routine;
-  fields["number"] = std::int64_t{SignedNumber(error.number)};
-  fields["text"] = error.text;
   return fields;
 }
 
@@ -186,16 +165,22 @@ std::string ChangeText(const RecordChange& change, std::string_view indent) {
   return text;
 }
 
-EventFields ChangeFields(const RecordChange& change) {
-  EventList fields;
-  for (const auto& field : change.fields) {
-    fields.emplace_back(
-        EventFields{{"field", field.field}, {"before", TextOrNull(field.before)}, {"after", TextOrNull(field.after)}});
+EventList FieldList(const std::vector<FieldChange>& fields) {
+  EventList list;
+  for (const auto& [field, before, after] : fields) {
+    list.emplace_back(EventFields{{"field", field}, {"before", TextOrNull(before)}, {"after", TextOrNull(after)}});
   }
-  return {{"side", SideWord(change.side)}, {"what", KindWord(change.kind)},
-          {"place", change.place},         {"key", change.key},
-          {"name", change.name},           {"identifier", change.identifier},
-          {"fields", std::move(fields)}};
+  return list;
+}
+
+EventFields ChangeFields(const RecordChange& change) {
+  return {{"side", SideWord(change.side)},
+          {"what", KindWord(change.kind)},
+          {"place", change.place},
+          {"key", change.key},
+          {"name", change.name},
+          {"identifier", change.identifier},
+          {"fields", FieldList(change.fields)}};
 }
 
 std::string PreviewText(const Preview& preview) {
@@ -226,7 +211,7 @@ std::string PreviewJson(const Preview& preview, std::string_view verdict) {
     fields["change"] = ChangeFields(change);
     add(fields);
   }
-  for (const auto& error : preview.errors) add(ErrorFields(error));
+  for (const auto& error : preview.errors) add(AccountFields(kFirst, error));
   for (const auto& box : preview.boxes) {
     add({{"preview", "box"},
          {"title", box.title},

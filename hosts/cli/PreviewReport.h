@@ -21,6 +21,8 @@ namespace twqb::cli {
 [[nodiscard]] std::string FieldText(const std::optional<std::string>& value);
 // The row or record in a line, and each field in one of its own below it, behind `indent`.
 [[nodiscard]] std::string ChangeText(const RecordChange& change, std::string_view indent);
+// Each with "field", "before" and "after", null for what is not there.
+[[nodiscard]] EventList FieldList(const std::vector<FieldChange>& fields);
 [[nodiscard]] EventFields ChangeFields(const RecordChange& change);
 
 // All but how it ends, which is the command's: a record with its changes after the other, what changes beside them,

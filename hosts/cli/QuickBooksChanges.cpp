@@ -63,9 +63,8 @@ std::string NameIn(pugi::xml_node record) {
 class CompanyReader {
  public:
   CompanyReader(const std::string& path, Machine& machine) : path_(path), machine_(machine) {
-    const auto accepts = company::CompanyFile(path, machine).Summary().options.accepts;
-    // Australia has no documents of its own, and takes the American ones.
-    if (!accepts.empty() && accepts.front() != messages::Country::AU) form_.country = accepts.front();
+    company::CompanyFile file(path, machine);
+    form_ = FormOf(file);
   }
 
   // Those of one kind, some at a time.

@@ -16,6 +16,7 @@
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/system/ProfileFile.h"
 #include "cli/Composition.h"
+#include "cli/Diff.h"
 #include "cli/FolderMaker.h"
 #include "cli/Preview.h"
 #include "cli/ReportFile.h"
@@ -76,13 +77,18 @@ class FirmFolder {
 
   // An hour later than the last one: the preview, that it changed nothing, the transfer, and that it did what was said.
   void ExpectPreviewThenTransfer(const TransferRequest& request) {
-    clock_.now = clock_.now.PlusHours(1);
-    clock_.seed += 1;
+    const auto options = OptionsAnHourLater();
     SCOPED_TRACE(fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", int{request.table}));
     const auto bytes = BytesOf(files_.folder);
-    const auto preview = cli::RunPreview({.noProgress = true, .clock = clock_}, request);
+    const auto preview = cli::RunPreview(options, request);
     EXPECT_TRUE(BytesOf(files_.folder) == bytes);
     ExpectTransferLike(preview);
+  }
+
+  [[nodiscard]] cli::Options OptionsAnHourLater() {
+    clock_.now = clock_.now.PlusHours(1);
+    clock_.seed += 1;
+    return {.noProgress = true, .clock = clock_};
   }
 
   // Runs a statement on BillingDb.
@@ -217,6 +223,39 @@ TEST_P(FirmPreview, Says_what_the_transfer_behind_it_does_and_changes_nothing) {
 // Each firm is read whole four times: less of them do.
 constexpr unsigned kParts = 4;
 INSTANTIATE_TEST_SUITE_P(Firm, FirmPreview, testing::Range(0U, kParts));
+
+// What of a preview of a send is in QuickBooks already, by identifier.
+std::map<std::string, std::vector<cli::FieldChange>> ChangedRecords(const Preview& preview) {
+  std::map<std::string, std::vector<cli::FieldChange>> changed;
+  for (const auto& record : preview.records) {
+    for (const auto& change : record.changes) {
+      const bool isTwin = change.side == ChangedSide::QuickBooks && change.kind == cli::ChangeKind::Changed;
+      if (isTwin && !change.fields.empty()) changed[change.key] = change.fields;
+    }
+  }
+  return changed;
+}
+
+class FirmDifference : public AnyFirm {};
+
+TEST_P(FirmDifference, Is_what_a_send_in_which_the_newer_side_wins_writes_where_it_takes_its_side) {
+  ForEachFirm([](const firm::FirmPlan& plan) {
+    FirmFolder folder({.content = cli::Content::Firm, .firm = plan});
+    folder.ExpectPreviewThenTransfer(kSendAll);
+    ChangeSomething(folder);
+    const auto options = folder.OptionsAnHourLater();
+    const auto written = ChangedRecords(
+        cli::RunPreview(options, {.direction = Direction::Send, .table = enClients, .id = "", .sync = true}));
+    std::map<std::string, std::vector<cli::FieldChange>> said;
+    for (const auto& pair : cli::FindDifference(options, enClients, std::nullopt).pairs) {
+      if (pair.send == cli::Takes::Yes && !pair.inQuickBooks.empty()) said[pair.identifier] = pair.inQuickBooks;
+    }
+    EXPECT_FALSE(said.empty());
+    EXPECT_TRUE(said == written);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Firm, FirmDifference, testing::Range(0U, 1U));
 
 TEST(DemonstrationFirmPreview, Says_what_a_run_over_all_does_in_both_directions) {
   FirmFolder folder({.content = cli::Content::Sample});
