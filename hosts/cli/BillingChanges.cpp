@@ -10,6 +10,7 @@
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
+#include "services/Errors.h"
 
 namespace twqb::cli {
 
@@ -40,20 +41,21 @@ class TableDifference {
       columns_.push_back({.name = ToText(columns->FieldAt(0)),
                           .placeInKey = static_cast<int>(LeadingNumber(ToText(columns->FieldAt(1))))});
     }
+    if (!HasRowNumbers()) FindRowsByKey();
   }
 
   void AddTo(std::vector<RecordChange>& changes) {
+    if (number_.empty()) return;
     std::string differs;
     for (const auto& column : columns_) {
       // Whatever the column's own collation calls equal: upper and lower case differ.
       differs += fmt::format(" OR a.{0} COLLATE BINARY IS NOT b.{0}", Quoted(column.name));
     }
-    TakeRows(
-        fmt::format("{} LEFT JOIN before_run.{} AS b ON a.rowid = b.rowid WHERE b.rowid IS NULL{} ORDER BY a.rowid",
-                    Selected("main", "a", "b"), Quoted(table_), differs),
-        [&](const Row& row) { changes.push_back(ChangeOf(row.first, row.second, row.isThere)); });
-    TakeRows(fmt::format("{} LEFT JOIN main.{} AS a ON a.rowid = b.rowid WHERE a.rowid IS NULL ORDER BY b.rowid",
-                         Selected("before_run", "b", "a"), Quoted(table_)),
+    TakeRows(fmt::format("{0} LEFT JOIN before_run.{1} AS b ON {2} WHERE b.{3} IS NULL{4} ORDER BY a.{3}",
+                         Selected("main", "a", "b"), Quoted(table_), sameRow_, number_, differs),
+             [&](const Row& row) { changes.push_back(ChangeOf(row.first, row.second, row.isThere)); });
+    TakeRows(fmt::format("{0} LEFT JOIN main.{1} AS a ON {2} WHERE a.{3} IS NULL ORDER BY b.{3}",
+                         Selected("before_run", "b", "a"), Quoted(table_), sameRow_, number_),
              [&](const Row& row) {
                auto change = ChangeOf(row.first, row.second, false);
                change.kind = ChangeKind::Removed;
@@ -65,26 +67,47 @@ class TableDifference {
  private:
   using Texts = std::vector<std::optional<std::string>>;
   struct Row {
-    std::string number;
     bool isThere = false;  // on the second side
     Texts first;
     Texts second;
   };
 
   [[nodiscard]] std::string Selected(std::string_view side, std::string_view first, std::string_view second) const {
-    auto list = fmt::format("SELECT {}.rowid, {}.rowid IS NOT NULL", first, second);
+    auto list = fmt::format("SELECT {0}.{2}, {1}.{2} IS NOT NULL", first, second, number_);
     for (const auto& alias : {first, second}) {
       for (const auto& column : columns_) list += fmt::format(", {}.{}", alias, Quoted(column.name));
     }
     return fmt::format("{} FROM {}.{} AS {}", list, side, Quoted(table_), first);
   }
 
+  // Copies are made page by page, so that a row has one number on both sides.
+  [[nodiscard]] bool HasRowNumbers() const {
+    bool has = false;
+    IgnoreErrors([&] {
+      connection_.Execute(fmt::format("SELECT rowid FROM main.{} WHERE 1 = 0", Quoted(table_)), nullptr);
+      has = true;
+    });
+    return has;
+  }
+
+  void FindRowsByKey() {
+    std::vector<std::string> same;
+    number_.clear();
+    for (const auto& column : columns_) {
+      if (column.placeInKey == 0) continue;
+      number_ = Quoted(column.name);
+      same.push_back(fmt::format("a.{0} = b.{0}", number_));
+    }
+    sameRow_ = Join(same, " AND ");
+  }
+
   template <typename Take>
   void TakeRows(const std::string& statement, Take take) {
     const auto rows = connection_.Execute(statement, nullptr);
     for (; !rows->Eof(); rows->MoveNext()) {
-      number_ = ToText(rows->FieldAt(0));
-      Row row = {.number = number_, .isThere = ToText(rows->FieldAt(1)) != "0"};
+      rowInHand_ = ToText(rows->FieldAt(0));
+      Row row;
+      row.isThere = ToText(rows->FieldAt(1)) != "0";
       constexpr std::size_t kAhead = 2;
       for (std::size_t i = 0; i < columns_.size(); ++i) {
         row.first.push_back(TextOf(rows->FieldAt(static_cast<int>(kAhead + i))));
@@ -116,13 +139,15 @@ class TableDifference {
         if (columns_[i].placeInKey == place) parts.push_back(values[i].value_or(""));
       }
     }
-    return parts.empty() ? fmt::format("row {}", number_) : Join(parts, ",");
+    return parts.empty() ? fmt::format("row {}", rowInHand_) : Join(parts, ",");
   }
 
   ado::Connection& connection_;
   std::string table_;
   std::vector<Column> columns_;
-  std::string number_;  // of the row in hand
+  std::string number_ = "rowid";               // the column that no row is without; empty: there is none
+  std::string sameRow_ = "a.rowid = b.rowid";  // on both sides
+  std::string rowInHand_;
 };
 
 }  // namespace

@@ -70,6 +70,7 @@ bool IsChangedRow(const RecordChange& change) {
 Takes TakesOf(Fate fate) {
   switch (fate) {
     case Fate::Added:
+      return Takes::AddsOnceMore;
     case Fate::Changed:
       return Takes::Yes;
     case Fate::LeftAsItWas:
@@ -158,7 +159,6 @@ class PairFinder {
       auto* pair = PairOf(record);
       if (pair == nullptr) continue;
       if (isMod) sent_.insert(RowName(record.account.table.number, record.account.key));
-      if (record.account.fate == Fate::Refused) Refuse(*pair, record.account.why);
       for (const auto& change : record.changes) {
         if (change.side != ChangedSide::QuickBooks || change.kind != ChangeKind::Changed) continue;
         pair->name = change.name;
@@ -237,21 +237,16 @@ class PairFinder {
  private:
   using Name = std::pair<std::int32_t, std::string>;  // table and identifier
 
-  static void Refuse(DiffPair& pair, const std::string& why) {
-    pair.send = Takes::Refused;
-    pair.whySend = why;
-  }
-
   // nullptr of a record that no row was linked to ahead of the run.
   DiffPair* PairOf(const PreviewedRecord& record) {
     const auto& account = record.account;
-    if (account.identifier.empty() || !links_.contains(account.identifier) || account.fate == Fate::Added) {
-      return nullptr;
-    }
-    const Name name(account.table.number, account.identifier);
-    auto [found, isNew] = pairs_.try_emplace(
-        name, DiffPair{.table = account.table.number, .standing = account.standing, .identifier = account.identifier});
-    if (isNew) order_.push_back(name);
+    const auto& link = account.former.empty() ? account.identifier : account.former;
+    const bool isNew = account.fate == Fate::Added && account.former.empty();
+    if (isNew || link.empty() || !links_.contains(link)) return nullptr;
+    const Name name(account.table.number, link);
+    auto [found, isFirst] = pairs_.try_emplace(
+        name, DiffPair{.table = account.table.number, .standing = account.standing, .identifier = link});
+    if (isFirst) order_.push_back(name);
     if (found->second.key.empty()) found->second.key = account.key;
     return &found->second;
   }

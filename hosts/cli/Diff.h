@@ -18,10 +18,11 @@ namespace twqb::cli {
 
 // What a transfer that lets the newer side win does with a pair.
 enum class Takes : std::uint8_t {
-  No,       // it leaves the pair alone
-  Yes,      // it writes its side over the other
-  Refused,  // QuickBooks would not have it, or an error was told
-  Unknown,  // it does not come to it
+  No,            // it leaves the pair alone
+  Yes,           // it writes its side over the other
+  AddsOnceMore,  // a send, for the twin can't get its name
+  Refused,       // QuickBooks would not have it, or an error was told
+  Unknown,       // it does not come to it
 };
 
 struct DiffPair {

@@ -25,6 +25,8 @@ std::string TakesText(std::string_view transfer, std::string_view side, Takes ta
       return fmt::format("a {} takes {}{}", transfer, side, Behind(why));
     case Takes::No:
       return fmt::format("a {} leaves it{}", transfer, Behind(why));
+    case Takes::AddsOnceMore:
+      return fmt::format("a {} adds it once more{}", transfer, Behind(why));
     case Takes::Refused:
       return fmt::format("a {} would be refused{}", transfer, Behind(why));
     case Takes::Unknown:
@@ -136,6 +138,8 @@ std::string_view TakesWord(Takes takes) {
       return "leaves";
     case Takes::Yes:
       return "takes";
+    case Takes::AddsOnceMore:
+      return "addsOnceMore";
     case Takes::Refused:
       return "refused";
     case Takes::Unknown:

@@ -40,14 +40,14 @@ class PreviewDesk : public ForwardingDesk {
     return path;
   }
 
-  // A press of Cancel goes by the form, wherever it comes from.
+  // A press of Cancel goes by the form, wherever it comes from. "Sending" alone would frighten.
   void ShowMsgForm(const MsgFormState& state, std::function<void()> onCancel) override {
     if (script_) script_->ShowMsgForm(state, onCancel);
-    ForwardingDesk::ShowMsgForm(state, std::move(onCancel));
+    ForwardingDesk::ShowMsgForm(OnCopies(state), std::move(onCancel));
   }
   void UpdateMsgForm(const MsgFormState& state) override {
     if (script_) script_->UpdateMsgForm(state);
-    ForwardingDesk::UpdateMsgForm(state);
+    ForwardingDesk::UpdateMsgForm(OnCopies(state));
   }
   void UnloadMsgForm() override {
     if (script_) script_->UnloadMsgForm();
@@ -60,6 +60,11 @@ class PreviewDesk : public ForwardingDesk {
 
  private:
   static constexpr const char* kNothing = "nothing";
+
+  static MsgFormState OnCopies(MsgFormState state) {
+    state.action = "On copies: " + state.action;
+    return state;
+  }
 
   static BoxAnswer DefaultAnswer(BoxButtons buttons) {
     switch (buttons) {

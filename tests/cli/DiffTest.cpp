@@ -154,6 +154,14 @@ TEST_F(Compared, Tells_of_costs_what_a_get_would_write) {
   }
 }
 
+TEST_F(Compared, Tells_of_a_twin_whose_name_is_in_use_that_a_send_adds_it_once_more) {
+  folder_.Done(At("05T11:00:00", {"send", "employees", "--answers", "yes.txt"}));
+  const auto pairs = DiffLines({"employees", "ALEE2"}, "pair");
+  ASSERT_EQ(pairs.size(), 1U);
+  EXPECT_EQ(pairs[0]["send"], "addsOnceMore");
+  EXPECT_THAT(std::string(pairs[0]["whySend"]), HasSubstr("its name is in use"));
+}
+
 TEST_F(Compared, Changes_no_file_and_leaves_none_behind) {
   std::filesystem::create_directory(folder_.Path() / "tmp");
   std::map<std::string, std::string> before;

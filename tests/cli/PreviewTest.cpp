@@ -16,13 +16,10 @@ namespace {
 
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
-const std::vector<std::string> kLater = {"--no-progress", "--clock", "2008-03-06T10:00:00"};
-
-std::vector<std::string> operator+(std::vector<std::string> words, const std::vector<std::string>& more) {
-  words.insert(words.end(), more.begin(), more.end());
+std::vector<std::string> Later(std::vector<std::string> words) {
+  words.insert(words.end(), {"--no-progress", "--clock", "2008-03-06T10:00:00"});
   return words;
 }
 
@@ -56,7 +53,7 @@ class Previewed : public testing::Test {
 };
 
 TEST_F(Previewed, Shows_a_change_field_by_field_and_why_it_goes) {
-  const auto out = folder_.Done(std::vector<std::string>{"send", "clients", "--id", "ABBOTT", "--preview"} + kLater);
+  const auto out = folder_.Done(Later({"send", "clients", "--id", "ABBOTT", "--preview"}));
   EXPECT_THAT(out,
               testing::MatchesRegex("clients ABBOTT would be changed: it goes, whichever side is newer\n"
                                     "  QuickBooks: Customer Abbott Land Survey .ABBOTT. .[0-9A-F]+-[0-9]+.\n"
@@ -70,15 +67,14 @@ TEST_F(Previewed, Shows_a_change_field_by_field_and_why_it_goes) {
 }
 
 TEST_F(Previewed, Says_why_a_record_would_stay) {
-  const auto out = folder_.Done(std::vector<std::string>{"send", "clients", "--sync", "--preview"} + kLater);
+  const auto out = folder_.Done(Later({"send", "clients", "--sync", "--preview"}));
   EXPECT_THAT(out, AllOf(HasSubstr("clients ABBOTT would be changed: BillingDb is newer by 10 h\n"),
                          HasSubstr("clients EASTON would be left as it is: QuickBooks is newer by "),
                          HasSubstr("clients: 2 changed, 33 left as they were\n")));
 }
 
 TEST_F(Previewed, Is_an_object_a_line_for_programs) {
-  const auto lines = Lines(
-      folder_.Done(std::vector<std::string>{"send", "clients", "--id", "ABBOTT", "--preview", "--json"} + kLater));
+  const auto lines = Lines(folder_.Done(Later({"send", "clients", "--id", "ABBOTT", "--preview", "--json"})));
   const auto& record = lines.front();
   EXPECT_EQ(record["preview"], "record");
   EXPECT_EQ(record["table"], "clients");
@@ -110,6 +106,7 @@ TEST_F(Previewed, Changes_no_file_and_leaves_none_behind) {
     const auto ended = folder_.Shell("TMPDIR=\"$PWD/tmp\" \"$0\" " + direction + " all --preview");
     EXPECT_EQ(ended.status, 0) << ended.err;
     EXPECT_THAT(ended.out, HasSubstr("nothing has been changed"));
+    EXPECT_THAT(ended.err, HasSubstr("On copies: "));
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path() / "tmp"));
   }
   EXPECT_TRUE(Bytes() == before);
@@ -117,30 +114,43 @@ TEST_F(Previewed, Changes_no_file_and_leaves_none_behind) {
 
 TEST_F(Previewed, Shows_what_stands_in_the_table_of_settings_as_rows) {
   const auto before = Bytes();
-  const auto out = folder_.Done(std::vector<std::string>{"get", "clients", "--preview", "--settings-table"} + kLater);
+  const auto out = folder_.Done(Later({"get", "clients", "--preview", "--settings-table"}));
   EXPECT_THAT(out, AllOf(HasSubstr("BillingDb: TWSTable QBGET__Customers_LastSendAt, new\n"),
                          Not(HasSubstr("Settings that would be written"))));
   EXPECT_TRUE(Bytes() == before);
 }
 
+TEST_F(Previewed, Passes_views_and_tables_of_others_by) {
+  folder_.Done({"billing", "run", "-e",
+                "CREATE TABLE Other (A TEXT PRIMARY KEY) WITHOUT ROWID; ALTER TABLE Activity RENAME TO ActivityBase; "
+                "CREATE VIEW Activity AS SELECT * FROM ActivityBase"});
+  EXPECT_THAT(folder_.Done(Later({"send", "clients", "--id", "ABBOTT", "--preview"})),
+              HasSubstr("    Email: kabbott@abbottland.example -> new@abbott.example\n"));
+}
+
+TEST_F(Previewed, Tells_of_a_row_without_a_number_by_its_key) {
+  folder_.Done({"billing", "run", "-e",
+                "ALTER TABLE TWSTable RENAME TO Old; CREATE TABLE TWSTable (ParamName VARCHAR(100) NOT NULL PRIMARY "
+                "KEY, ParamValue TEXT) WITHOUT ROWID; DROP TABLE Old"});
+  EXPECT_THAT(folder_.Done(Later({"send", "clients", "--preview", "--settings-table"})),
+              HasSubstr("BillingDb: TWSTable QBSEND__Clients_LastSendAt, new\n"));
+}
+
 TEST_F(Previewed, Tells_of_a_box_and_goes_on) {
   folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "True"});
-  const auto ended = folder_.Twqb(std::vector<std::string>{"send", "clients", "--id", "ABBOTT", "--preview"} + kLater);
+  const auto ended = folder_.Twqb(Later({"send", "clients", "--id", "ABBOTT", "--preview"}));
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.out, AllOf(HasSubstr("Boxes that would come:\n  It appears you are using"),
                                HasSubstr("    the preview goes on with Yes\n"), HasSubstr("Backup completed!")));
   EXPECT_THAT(ended.err, Not(HasSubstr("Backup")));
-  EXPECT_THAT(
-      folder_.Done(std::vector<std::string>{"send", "clients", "--id", "ABBOTT", "--preview", "--answers", "yes.txt"} +
-                   kLater),
-      HasSubstr("    the preview goes on with Yes, from the answers file\n"));
+  EXPECT_THAT(folder_.Done(Later({"send", "clients", "--id", "ABBOTT", "--preview", "--answers", "yes.txt"})),
+              HasSubstr("    the preview goes on with Yes, from the answers file\n"));
 }
 
 TEST_F(Previewed, Ends_where_the_answers_end) {
   folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "True"});
-  const auto ended =
-      folder_.Twqb(std::vector<std::string>{"send", "clients", "--preview", "--answers", "none.txt"} + kLater,
-                   {.unanswered = Unanswered::Expected});
+  const auto ended = folder_.Twqb(Later({"send", "clients", "--preview", "--answers", "none.txt"}),
+                                  {.unanswered = Unanswered::Expected});
   EXPECT_EQ(ended.status, 3);
   EXPECT_THAT(ended.out, HasSubstr("preview of send clients: it would end at a question without an answer"));
 }
@@ -150,7 +160,7 @@ TEST_F(Previewed, Tells_a_refusal_as_the_transfer_would_and_ends_with_its_status
   const auto before = Bytes();
   const auto command =
       std::vector<std::string>{"send", "clients", "--id", "ABBOTT", "--preview", "--strict", "--faults", "faults.txt"};
-  const auto ended = folder_.Twqb(command + kLater);
+  const auto ended = folder_.Twqb(Later(command));
   EXPECT_EQ(ended.status, 1);
   EXPECT_THAT(ended.out, AllOf(HasSubstr("clients ABBOTT would be refused: "), HasSubstr("scripted"),
                                HasSubstr("it would be done, but 1 record was refused; nothing has been changed")));
