@@ -52,9 +52,8 @@ class QuickBooks {
  public:
   QuickBooks(const Workplace& place, Machine& machine, const Payers& payers)
       : company_(place.company), machine_(machine), payers_(payers) {
-    const auto accepts = company::CompanyFile(company_, machine_).Summary().options.accepts;
-    // Australia has no documents of its own, and takes the American ones.
-    if (!accepts.empty() && accepts.front() != messages::Country::AU) form_.country = accepts.front();
+    company::CompanyFile file(company_, machine_);
+    form_ = FormOf(file);
   }
 
   // Calls `take` with each record of a kind.

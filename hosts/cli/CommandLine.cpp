@@ -142,7 +142,7 @@ std::vector<CommandSyntax> AllCommands() {
   };
   add(TransferCommands());
   add(DeletionCommands());
-  add({EventsCommand(), StatusCommand(), BalancesCommand()});
+  add({EventsCommand(), StatusCommand(), BalancesCommand(), DiffCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), ImportCommand(), DemoCommand()});
   return all;

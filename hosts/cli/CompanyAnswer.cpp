@@ -14,6 +14,13 @@ void RequireTaken(pugi::xml_node response) {
       fmt::format("The company file refuses a record of the sample: {}", response.attribute("statusMessage").value()));
 }
 
+messages::Form FormOf(company::CompanyFile& file) {
+  const auto accepts = file.Summary().options.accepts;
+  // Australia has no documents of its own, and takes the American ones.
+  if (accepts.empty() || accepts.front() == messages::Country::AU) return {};
+  return {.country = accepts.front()};
+}
+
 CompanyAnswer::CompanyAnswer(company::CompanyFile file, const messages::Form& form, const std::string& request) {
   const auto answer =
       file.Process(fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"{}\"?>\n"

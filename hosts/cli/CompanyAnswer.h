@@ -15,6 +15,9 @@ namespace twqb::cli {
 // Raises std::runtime_error with QuickBooks' words when it refuses a record of the sample firm.
 void RequireTaken(pugi::xml_node response);
 
+// The form in which the file takes documents.
+[[nodiscard]] messages::Form FormOf(company::CompanyFile& file);
+
 class CompanyAnswer {
  public:
   // Asks in the form given; raises std::runtime_error with QuickBooks' words when it refuses. Finding nothing is no

@@ -65,18 +65,8 @@ struct Composition::Parts {
         machine(MakeMachine(workplace, surroundings.clock)),
         quickbooks(workplace.company, *machine),
         terminal(TerminalFor(surroundings)) {
-    if (surroundings.answers) {
-      answered.emplace(script.emplace(*surroundings.answers, &terminal), terminal, *machine);
-    }
-    ending.emplace(answered ? static_cast<Desk&>(*answered) : terminal,
-                   TerminalFor(surroundings).interactive ? Confirms::Yes : Confirms::No);
-    seams = {.database = &database,
-             .quickbooks = surroundings.companyOpened
-                               ? static_cast<TransportFactory*>(&opened.emplace(quickbooks, surroundings.companyOpened))
-                               : &quickbooks,
-             .desk = &naming.emplace(*ending),
-             .machine = machine.get(),
-             .callback = &callback};
+    seams = surroundings.instead != nullptr ? *surroundings.instead : OwnSeams(surroundings);
+    seams.desk = &naming.emplace(*seams.desk);
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
     if (!surroundings.transcript.empty()) {
       record.emplace(surroundings.transcript, kTranscript, FilesOfRun(workplace, *machine, surroundings.read));
@@ -86,6 +76,22 @@ struct Composition::Parts {
     seams.desk = &told.emplace(*seams.desk);
     if (surroundings.observer != nullptr) observer.emplace(*surroundings.observer, *naming);
     seams.machine = &copies.emplace(*seams.machine, surroundings.log);
+  }
+
+  // The files of the workplace and the person, or who answers for them.
+  Platform OwnSeams(const Surroundings& surroundings) {
+    if (surroundings.answers) {
+      answered.emplace(script.emplace(*surroundings.answers, &terminal), terminal, *machine);
+    }
+    ending.emplace(answered ? static_cast<Desk&>(*answered) : terminal,
+                   TerminalFor(surroundings).interactive ? Confirms::Yes : Confirms::No);
+    return {.database = &database,
+            .quickbooks = surroundings.companyOpened
+                              ? static_cast<TransportFactory*>(&opened.emplace(quickbooks, surroundings.companyOpened))
+                              : &quickbooks,
+            .desk = &*ending,
+            .machine = machine.get(),
+            .callback = &callback};
   }
 
   Workplace place;

@@ -12,11 +12,13 @@ Commands
   init [--sample [--size N]]   make the four files, empty or a sample firm
   send TABLE [--id ID]         send a table, or one record, to QuickBooks
   get TABLE [--id ID]          get a table, or one record, from QuickBooks
+  send|get TABLE --preview     show what that would do; nothing is changed
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back
   status [--deep]              how far each table is linked, when it went last
   balances                     what clients owe on both sides, compared
+  diff [TABLE] [ID]            in what linked pairs differ, whose side is taken
   list KIND [--all]            print a list of QuickBooks, such as customers
   accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting (or set it, or list them)

@@ -13,6 +13,7 @@ namespace twqb::cli {
 namespace {
 
 constexpr RecordKind kReport = {.called = "report", .option = "--report", .beginning = R"({"twqb":")"};
+constexpr std::string_view kFirst = "twqb";  // as it begins
 
 // What the run reads or writes, its transcript among it.
 std::vector<RunFile> FilesBeside(const Options& options, Machine& machine) {
@@ -38,27 +39,8 @@ void AddTable(EventFields& fields, const TableInHand& table) {
 ReportFile::ReportFile(const std::string& path, const Options& options, Machine& machine)
     : file_(path, kReport, FilesBeside(options, machine)) {}
 
-void ReportFile::Write(const RecordAccount& record) {
-  EventFields fields = {{"twqb", record.standing == Standing::Record ? "record" : "line"}};
-  AddTable(fields, record.table);
-  fields["key"] = record.key;
-  fields["identifier"] = record.identifier;
-  fields["done"] = FateWord(record.fate);
-  fields["why"] = record.why;
-  if (!record.former.empty()) fields["former"] = record.former;
-  WriteLine(fields);
-}
-
-void ReportFile::Write(const ErrorAccount& error) {
-  EventFields fields = {{"twqb", "error"}};
-  if (error.table) AddTable(fields, *error.table);
-  fields["key"] = error.key;
-  fields["identifier"] = error.identifier;
-  fields["routine"] = error.routine;
-  fields["number"] = std::int64_t{SignedNumber(error.number)};
-  fields["text"] = error.text;
-  WriteLine(fields);
-}
+void ReportFile::Write(const RecordAccount& record) { WriteLine(AccountFields(kFirst, record)); }
+void ReportFile::Write(const ErrorAccount& error) { WriteLine(AccountFields(kFirst, error)); }
 
 void ReportFile::WriteLine(const EventFields& fields) {
   constexpr int kAtOnce = 100;
@@ -66,6 +48,28 @@ void ReportFile::WriteLine(const EventFields& fields) {
   if (++waiting_ < kAtOnce) return;
   waiting_ = 0;
   Flush();
+}
+
+EventFields AccountFields(std::string_view first, const RecordAccount& record) {
+  EventFields fields = {{std::string(first), record.standing == Standing::Record ? "record" : "line"}};
+  AddTable(fields, record.table);
+  fields["key"] = record.key;
+  fields["identifier"] = record.identifier;
+  fields["done"] = FateWord(record.fate);
+  fields["why"] = record.why;
+  if (!record.former.empty()) fields["former"] = record.former;
+  return fields;
+}
+
+EventFields AccountFields(std::string_view first, const ErrorAccount& error) {
+  EventFields fields = {{std::string(first), "error"}};
+  if (error.table) AddTable(fields, *error.table);
+  fields["key"] = error.key;
+  fields["identifier"] = error.identifier;
+  fields["routine"] = error.routine;
+  fields["number"] = std::int64_t{SignedNumber(error.number)};
+  fields["text"] = error.text;
+  return fields;
 }
 
 std::string_view FateWord(Fate fate) {

@@ -34,6 +34,10 @@ class ReportFile {
   int waiting_ = 0;  // lines
 };
 
+// What a report says of a record and of an error, behind a first field of that name with "record", "line" or "error".
+[[nodiscard]] EventFields AccountFields(std::string_view first, const RecordAccount& record);
+[[nodiscard]] EventFields AccountFields(std::string_view first, const ErrorAccount& error);
+
 // "added": as reports call what became of a record.
 [[nodiscard]] std::string_view FateWord(Fate fate);
 

@@ -15,7 +15,7 @@
 #include "adapters/transcript/Masking.h"
 #include "cli/OpenedCompany.h"
 #include "cli/Options.h"
-#include "platform/machine.h"
+#include "platform/Platform.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb::cli {
@@ -30,8 +30,9 @@ struct Surroundings {
   CompanyOpened companyOpened = {};           // none: nobody asks
   std::span<const Table* const> tables = {};  // none: those of the library
   LostLinks lostLinks = LostLinks::FindAgain;
-  RunObserver* observer = nullptr;  // nothing: nobody hears what becomes of records
-  LogOfRun* log = nullptr;          // nothing: nobody hears of its lost lines
+  RunObserver* observer = nullptr;    // nothing: nobody hears what becomes of records
+  LogOfRun* log = nullptr;            // nothing: nobody hears of its lost lines
+  const Platform* instead = nullptr;  // what a run stands on in the place of the files and the person; nothing: on them
 };
 
 // Reads the files that the options name. Raises UsageError naming file and line.

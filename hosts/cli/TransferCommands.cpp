@@ -9,6 +9,8 @@
 #include "cli/Checks.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "cli/Preview.h"
+#include "cli/PreviewReport.h"
 #include "cli/ReportFile.h"
 #include "cli/RunAccount.h"
 #include "cli/Surroundings.h"
@@ -27,6 +29,8 @@ struct TransferArguments {
   bool sync = false;
   bool strict = false;
   std::string report;
+  bool preview = false;
+  bool json = false;
 };
 
 // An invoice is named by its project and its number. Without the number all invoices would go.
@@ -53,6 +57,10 @@ std::string VerdictOf(bool done, const std::string& troubles, LogOfRun log) {
                      log == LogOfRun::Whole ? ": see the log" : ", and the log could not be written");
 }
 
+std::string LabelOf(const TransferRequest& request) {
+  return fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
+}
+
 ExitStatus Transfer(const Options& options, const TransferRequest& request, const TransferArguments& arguments) {
   const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
   std::optional<ReportFile> report;
@@ -67,8 +75,7 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
     account.Expect(TablesOf(request));
     if (!arguments.report.empty()) account.ReportTo(report.emplace(arguments.report, options, *machine));
   };
-  const auto label =
-      fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", TypedName(request.table));
+  const auto label = LabelOf(request);
   const auto endingOf = [&](bool done) {
     returnedTrue = done;
     const auto troubles = account.Troubles();
@@ -98,6 +105,21 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
   return status;
 }
 
+// The same, on copies of everything.
+ExitStatus ShowPreview(const Options& options, const TransferRequest& request, const TransferArguments& arguments) {
+  const auto preview = RunPreview(options, request);
+  const auto ends = preview.unanswered ? std::string("it would end at a question without an answer")
+                    : preview.troubles.empty()
+                        ? std::string(preview.done ? "it would be done" : "it would fail")
+                        : fmt::format("it would {} {}", preview.done ? "be done, but" : "fail;", preview.troubles);
+  const auto verdict = fmt::format("preview of {}: {}; nothing has been changed", LabelOf(request), ends);
+  Print(arguments.json ? PreviewJson(preview, verdict) : fmt::format("{}{}\n", PreviewText(preview), verdict));
+  FlushOutput();
+  if (preview.unanswered) throw DeskGaveUp(*preview.unanswered);
+  const bool clean = preview.done && (!arguments.strict || preview.troubles.empty());
+  return clean ? ExitStatus::Done : ExitStatus::Failed;
+}
+
 CommandSyntax SyntaxOf(Direction direction) {
   const bool sends = direction == Direction::Send;
   const auto arguments = std::make_shared<TransferArguments>();
@@ -121,16 +143,26 @@ CommandSyntax SyntaxOf(Direction direction) {
            {.name = "--report",
             .text = "Write what became of each record to FILE, and why, as JSON Lines",
             .target = TakesFileName(arguments->report),
-            .value = "FILE"}},
+            .value = "FILE"},
+           {.name = "--preview",
+            .text = "Show what would be done, record by record and field by field, and change nothing",
+            .target = &arguments->preview,
+            .excludes = "--report"},
+           {.name = "--json",
+            .text = "Of a preview: print each record as a JSON object",
+            .target = &arguments->json,
+            .needs = "--preview"}},
       .footer = TableHelpText(AllTables::Yes) +
                 (sends ? "ID of timeentries is a list of identifiers without their braces, with commas between; ID of "
                          "invoices is a\nproject and an invoice number with a comma between.\n\n"
-                         "Examples:\n  twqb send clients\n  twqb send clients --id ABBOTT\n"
+                         "Examples:\n  twqb send clients --preview\n  twqb send clients\n"
+                         "  twqb send clients --id ABBOTT\n"
                          "  twqb send invoices --id HARBOR:SURVEY,1041\n"
                          "  twqb send clients --answers answers.txt --transcript run.jsonl"
-                       : "Examples:\n  twqb get clients\n  twqb get clients --sync"),
+                       : "Examples:\n  twqb get clients --preview\n  twqb get clients\n  twqb get clients --sync"),
       .run = [arguments, direction](const Options& options) {
-        return Transfer(options, RequestOf(direction, *arguments), *arguments);
+        const auto request = RequestOf(direction, *arguments);
+        return arguments->preview ? ShowPreview(options, request, *arguments) : Transfer(options, request, *arguments);
       }};
 }
 

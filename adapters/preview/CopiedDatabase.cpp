@@ -1,0 +1,56 @@
+#include "adapters/preview/CopiedDatabase.h"
+
+#include <fmt/core.h>
+
+#include <utility>
+
+#include "adapters/sqlite/ConnectionText.h"
+#include "platform/Forwarding.h"
+#include "platform/Text.h"
+
+namespace twqb::preview {
+
+namespace {
+
+class CopiedConnection : public ado::ForwardingConnection {
+ public:
+  CopiedConnection(std::unique_ptr<ado::Connection> inner, ScratchFiles& files)
+      : ForwardingConnection(std::move(inner)), files_(files) {}
+
+  [[nodiscard]] std::string ConnectionString() const override { return text_; }
+  void SetConnectionString(std::string text) override {
+    text_ = std::move(text);
+    ForwardingConnection::SetConnectionString(text_);
+  }
+
+  void Open() override {
+    const auto file = sqlite::ParseConnectionText(text_).dataSource;
+    if (!file.empty()) ForwardingConnection::SetConnectionString(ConnectionTo(text_, files_.Of(file).worked));
+    files_.Translated([&] { ForwardingConnection::Open(); });
+  }
+
+  std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
+    return files_.Translated([&] { return ForwardingConnection::Execute(statement, rowsAffected); });
+  }
+  std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
+                                                ado::LockType lock) override {
+    return files_.Translated([&] { return ForwardingConnection::OpenRecordset(statement, cursor, lock); });
+  }
+
+ private:
+  ScratchFiles& files_;
+  std::string text_;
+};
+
+}  // namespace
+
+std::unique_ptr<ado::Connection> CopiedProvider::CreateConnection() {
+  return std::make_unique<CopiedConnection>(inner_.CreateConnection(), files_);
+}
+
+// Of two parts with one key the last one counts.
+std::string ConnectionTo(const std::string& connection, const std::string& file) {
+  return fmt::format("{};Data Source=\"{}\"", connection, ReplaceAll(file, "\"", "\"\""));
+}
+
+}  // namespace twqb::preview

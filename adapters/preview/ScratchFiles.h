@@ -1,0 +1,55 @@
+// Copies of files in a folder of their own, which goes at the end: what a run works on that must change nothing.
+//
+// Of each file there are two, the one that is worked on, and what it was like before. The decorators of this folder put
+// them in the place of the files that the library names, and put the files' own names into what it is told.
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "platform/PlatformError.h"
+#include "platform/machine.h"
+
+namespace twqb::preview {
+
+struct ScratchFile {
+  std::string original;  // as it was named first
+  std::string worked;    // the copy that a run works on
+  std::string before;    // the copy that stays as it was
+};
+
+class ScratchFiles {
+ public:
+  // Makes the folder, for its owner alone, among the system's temporary files. `machine` copies; it must outlive the
+  // object. Raises 76 when there is no place for it.
+  explicit ScratchFiles(Machine& machine);
+  ~ScratchFiles();
+  ScratchFiles(const ScratchFiles&) = delete;
+  ScratchFiles& operator=(const ScratchFiles&) = delete;
+
+  // The copies of the file that the path leads to, made when it is named first, each one state of it whoever writes to
+  // it meanwhile. Where there is no file there are no copies, only their names. Raises 75 for what can't be copied.
+  const ScratchFile& Of(const std::string& path);
+  // All that were named so far.
+  [[nodiscard]] const std::deque<ScratchFile>& All() const { return files_; }
+
+  // A text with the files' own names in the place of the copies'.
+  [[nodiscard]] std::string InOwnNames(std::string text) const;
+
+  // Calls `body`; a PlatformError comes out of it with the files' own names.
+  template <typename Body>
+  decltype(auto) Translated(Body&& body) const {
+    try {
+      return body();
+    } catch (const PlatformError& raised) {
+      throw PlatformError(raised.number(), InOwnNames(raised.description()));
+    }
+  }
+
+ private:
+  Machine& machine_;
+  std::string folder_;
+  std::deque<ScratchFile> files_;  // references to them stay good
+};
+
+}  // namespace twqb::preview
