@@ -145,6 +145,7 @@ std::vector<CommandSyntax> AllCommands() {
   };
   add(TransferCommands());
   add(DeletionCommands());
+  add(BackupCommands());
   add({EventsCommand(), StatusCommand(), BalancesCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), DemoCommand()});

@@ -19,5 +19,6 @@ namespace twqb::cli {
 [[nodiscard]] CommandSyntax CompanyCommand();
 [[nodiscard]] CommandSyntax BillingCommand();
 [[nodiscard]] CommandSyntax DemoCommand();
+[[nodiscard]] std::vector<CommandSyntax> BackupCommands();
 
 }  // namespace twqb::cli

@@ -55,6 +55,7 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
   RunAccount account(*machine);
   auto observed = options;
   observed.observer = &account;
+  observed.label = label;
   return RunOperation(observed,
                       {.name = deletion.operation,
                        .arguments = {DeclaredName(table), arguments.id},

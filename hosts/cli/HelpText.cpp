@@ -15,6 +15,9 @@ Commands
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back
+  backup [--list]              keep both sides and the settings as a set; list sets
+  restore [SET]                put a set back, or one side of it, after asking
+  undo                         take the last transfer back
   status                       how far each table is linked, when it went last
   balances                     what clients owe on both sides, and why it differs
   list KIND [--all]            print a list of QuickBooks: customers, invoices ...
@@ -38,6 +41,7 @@ How a transfer runs (options may stand before or behind the command)
   --answers FILE               answer its questions: yes, no, retry, default yes ...
   --wait SECONDS               wait for another transfer on the same files to end
   --no-recovery                don't look for links that got lost
+  --no-backup                  make no backup ahead of what is written
   --single-user  --no-progress  --leave-open
   --report FILE                send, get: each record and why, as JSON Lines
   --strict                     send, get: errors and refusals end with status 1
