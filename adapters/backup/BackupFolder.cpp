@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <fmt/core.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -53,7 +52,12 @@ std::optional<std::string> ReadText(const std::string& path) {
 }
 
 void MakeFolder(const std::string& path) {
-  if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) RaiseForFile(path, "made");
+  std::error_code failure;
+  if (fs::create_directory(path, failure)) {
+    fs::permissions(path, fs::perms::owner_all, failure);  // names and amounts are in it, as in the databases
+  } else if (failure) {
+    RaiseForFile(path, "made", failure.value());
+  }
 }
 
 // What a set knows of a file that is as it was; nothing where none does.

@@ -145,6 +145,7 @@ std::vector<CommandSyntax> AllCommands() {
   };
   add(TransferCommands());
   add(DeletionCommands());
+  add({DeletionsCommand()});
   add(BackupCommands());
   add({EventsCommand(), StatusCommand(), BalancesCommand()});
   add(LookupCommands());

@@ -18,6 +18,7 @@ namespace twqb::cli {
 [[nodiscard]] CommandSyntax SettingsCommand();
 [[nodiscard]] CommandSyntax CompanyCommand();
 [[nodiscard]] CommandSyntax BillingCommand();
+[[nodiscard]] CommandSyntax DeletionsCommand();
 [[nodiscard]] CommandSyntax DemoCommand();
 [[nodiscard]] std::vector<CommandSyntax> BackupCommands();
 

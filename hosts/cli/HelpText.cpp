@@ -15,6 +15,7 @@ Commands
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back
+  deletions [TABLE] [--list]   what is gone on one side alone, asking for each
   backup [--list]              keep both sides and the settings as a set; list sets
   restore [SET]                put a set back, or one side of it, after asking
   undo                         take the last transfer back
