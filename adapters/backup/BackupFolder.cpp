@@ -122,8 +122,8 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
   MakeFolder(fmt::format("{}/{}", folder_, kBackupFolder));
   const Hold hold(Path(kLock));
   RemoveHalfSets();
-  RemoveOldSets();
-  const auto sets = Sets();
+  auto sets = Sets();
+  RemoveOldSets(sets);
   Set set{.name = FreeName(stamp, sets), .manifest = manifest};
   try {
     for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
@@ -132,7 +132,7 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
     WriteManifest(set);
   } catch (...) {
     RemoveSet(set.name);
-    RemoveUnusedPieces();
+    RemoveUnusedPieces(sets);
     throw;
   }
   SynchroniseFolderOf(Path(set.name));
@@ -150,7 +150,7 @@ void BackupFolder::Add(Set& set, const PartFile& file) {
 
 void BackupFolder::NoteEnd(const Set& set, const std::string& at) {
   const Hold hold(Path(kLock));
-  const auto sets = Sets();
+  auto sets = Sets();
   EndNote end{.at = at};
   bool isChanged = false;
   for (const auto& before : set.manifest.files) {
@@ -165,7 +165,9 @@ void BackupFolder::NoteEnd(const Set& set, const std::string& at) {
   }
   pieces_.Settle();
   Write(Path(set.name) + "/" + kEnd, TextOf(end, folder_));
-  RemoveOldSets();
+  const auto own = std::ranges::find(sets, set.name, &Set::name);
+  if (own != sets.end()) own->end = std::move(end);
+  RemoveOldSets(sets);
 }
 
 void BackupFolder::MarkUndone(const std::string& set) const {
@@ -268,19 +270,21 @@ void BackupFolder::RemoveHalfSets() const {
   for (const auto& name : half) RemoveSet(name);
 }
 
-void BackupFolder::RemoveOldSets() const {
-  std::vector<std::string> automatic;
-  for (const auto& set : Sets()) {
-    if (set.IsAutomatic()) automatic.push_back(set.name);
-  }
-  if (automatic.size() <= kKeptSets) return;
-  automatic.resize(automatic.size() - kKeptSets);
-  for (const auto& name : automatic) RemoveSet(name);
-  RemoveUnusedPieces();
+void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
+  auto tooMany = static_cast<std::size_t>(std::ranges::count_if(sets, &Set::IsAutomatic));
+  if (tooMany <= kKeptSets) return;
+  tooMany -= kKeptSets;
+  // The oldest come first.
+  std::erase_if(sets, [&](const Set& set) {
+    if (tooMany == 0 || !set.IsAutomatic()) return false;
+    --tooMany;
+    RemoveSet(set.name);
+    return true;
+  });
+  RemoveUnusedPieces(sets);
 }
 
-void BackupFolder::RemoveUnusedPieces() const {
-  const auto sets = Sets();
+void BackupFolder::RemoveUnusedPieces(const std::vector<Set>& sets) const {
   std::unordered_set<std::string_view> used;
   const auto use = [&](const std::vector<KeptFile>& files) {
     for (const auto& file : files) {

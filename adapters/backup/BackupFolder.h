@@ -63,8 +63,9 @@ class BackupFolder {
   void WriteManifest(const Set& set) const;
   void RemoveSet(const std::string& name) const;
   void RemoveHalfSets() const;
-  void RemoveOldSets() const;
-  void RemoveUnusedPieces() const;
+  // Those that go are taken out of `sets`, too, which must be all.
+  void RemoveOldSets(std::vector<Set>& sets) const;
+  void RemoveUnusedPieces(const std::vector<Set>& sets) const;
 
   std::string folder_;
   std::function<bool()> goOn_;

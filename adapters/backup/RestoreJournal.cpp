@@ -10,6 +10,7 @@
 
 #include "adapters/backup/BackupError.h"
 #include "adapters/backup/BackupFolder.h"
+#include "adapters/storage/Replaceable.h"
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
 
@@ -25,11 +26,6 @@ void Remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) RaiseForFile(path, "removed");
 }
 
-// What stands beside the database that goes belongs to that one: with the new one it would be taken for its own.
-void RemoveLogsOf(const std::string& database) {
-  for (const auto* suffix : {"-journal", "-wal", "-shm"}) Remove(database + suffix);
-}
-
 void CarryOut(const RestoreStep& step) {
   if (!step.isThere) {
     Remove(step.target);
@@ -43,7 +39,7 @@ void CarryOut(const RestoreStep& step) {
     return;  // it is in place
   }
   if (IsDatabase(step.part)) {
-    RemoveLogsOf(step.target);
+    RequireReplaceable(step.target);
     SynchroniseFolderOf(step.target);
   }
   fs::rename(staged, step.target, failure);
@@ -52,6 +48,11 @@ void CarryOut(const RestoreStep& step) {
 }
 
 }  // namespace
+
+void RequireReplaceable(const std::string& database) {
+  if (storage::MakeReplaceable(database)) return;
+  throw BackupError(fmt::format("{} can't be replaced: another program has it open and writes to it.", database));
+}
 
 std::string StagedName(const std::string& target) { return target + ".restoring"; }
 

@@ -18,6 +18,8 @@ namespace twqb::backup {
 [[nodiscard]] std::string StagedName(const std::string& target);
 // Removes such a file, of a run that died before it began. Never fails.
 void RemoveStaged(const std::string& target);
+// Has nothing stand beside a database that is about to be replaced. Raises BackupError while somebody writes to it.
+void RequireReplaceable(const std::string& database);
 
 struct RestoreStep {
   Part part = Part::Billing;

@@ -141,12 +141,12 @@ std::vector<SideDifferences> PuttingBack::ChangedSince(const backup::EndNote& en
 
 // Who has a database open and writes to it ahead would go on with the one that is replaced.
 void PuttingBack::RequireAlone() const {
-  for (const auto& path : DatabasesOf(files_)) {
-    if (!IsFile(path + "-wal")) continue;
-    throw UsageError(
-        fmt::format("Another program has {} open. Nothing has been put back.\nClose it there, then start "
-                    "again.",
-                    path));
+  try {
+    for (const auto& path : DatabasesOf(files_)) {
+      if (IsFile(path)) backup::RequireReplaceable(path);
+    }
+  } catch (const BackupError& failure) {
+    throw UsageError(fmt::format("Nothing has been put back. {}\nClose it there, then start again.", failure.what()));
   }
 }
 

@@ -112,11 +112,11 @@ void RunBackup::OrRefuse(Body body) {
   try {
     body();
   } catch (const backup::BackupEnded&) {
-    Tell("Nothing has been transferred.");
+    Tell("Nothing has been changed.");
     throw EndedBySignal();
   } catch (const BackupError& failure) {
     throw UsageError(
-        fmt::format("Nothing has been transferred: the backup before it could not be made.\n{}\nMake room, or let this "
+        fmt::format("Nothing has been changed: the backup ahead of it could not be made.\n{}\nMake room, or let this "
                     "folder take files; or go on without a backup, with --no-backup.",
                     failure.what()));
   }

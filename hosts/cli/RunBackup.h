@@ -30,7 +30,7 @@ namespace twqb::cli {
 class RunBackup {
  public:
   // Makes the set, unless the options say not to. Both sides must be held. Raises UsageError, which says what to do,
-  // and EndedBySignal; nothing has been transferred then.
+  // and EndedBySignal; nothing has been changed then.
   RunBackup(const Workplace& place, const Options& options);
   // The same of these files, ahead of something else than a transfer.
   RunBackup(const Workplace& place, const Options& options, const std::vector<backup::PartFile>& parts,

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "HeldTransfer.h"
+#include "LockedFile.h"
 #include "Program.h"
 #include "platform/Text.h"
 
@@ -131,8 +132,7 @@ TEST_F(Backups, A_run_whose_set_can_t_be_made_changes_nothing_and_says_what_to_d
   const auto before = Bytes();
   const auto ended = folder_.Twqb({"send", "clients", "--answers", "yes.txt"});
   EXPECT_EQ(ended.status, 2);
-  EXPECT_THAT(ended.err,
-              AllOf(HasSubstr("Nothing has been transferred"), HasSubstr("backups"), HasSubstr("--no-backup")));
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("Nothing has been changed"), HasSubstr("backups"), HasSubstr("--no-backup")));
   EXPECT_EQ(Bytes(), before);
   EXPECT_EQ(folder_.Read("backups"), "somebody's own");
   Send({"--no-backup"});
@@ -145,7 +145,7 @@ TEST_F(Backups, A_disk_that_takes_no_more_stops_the_run_before_anything_is_writt
   const auto ended = folder_.Shell("trap '' XFSZ; ulimit -f 40; \"$0\" send clients --answers yes.txt");
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err,
-              AllOf(HasSubstr("Nothing has been transferred"), HasSubstr("Make room"), HasSubstr("--no-backup")));
+              AllOf(HasSubstr("Nothing has been changed"), HasSubstr("Make room"), HasSubstr("--no-backup")));
   EXPECT_EQ(Bytes(), before);
   EXPECT_THAT(Sets(), IsEmpty());
   std::size_t pieces = 0;
@@ -213,6 +213,34 @@ TEST_F(Backups, A_set_with_a_damaged_file_is_refused_and_nothing_is_changed) {
   const auto ended = folder_.Twqb({"restore", set, "--answers", "yes.txt"});
   EXPECT_EQ(ended.status, 2);
   EXPECT_THAT(ended.err, AllOf(HasSubstr(set), HasSubstr("damaged"), HasSubstr("nothing has been changed")));
+  EXPECT_EQ(Bytes(), after);
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(Backups, A_side_that_was_destroyed_or_is_gone_comes_back) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto before = Bytes();
+  folder_.Write("billing.db", "what somebody has made of it");
+  fs::remove(folder_.Path() / "company.twq");
+  const auto ended = folder_.Twqb({"restore", set, "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_THAT(ended.out, AllOf(testing::ContainsRegex("billing +can't be compared"),
+                               testing::ContainsRegex("company +can't be compared")));
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(Backups, A_restore_is_refused_while_another_program_writes_to_a_side) {
+  folder_.Done({"backup"});
+  Send();
+  const auto after = Bytes();
+  const auto set = Sets().front().at("set").get<std::string>();
+  {
+    const LockedFile held(folder_.Path() / "billing.db");
+    const auto refused = folder_.Twqb({"restore", set, "--answers", "yes.txt"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("another program is writing to it"));
+  }
   EXPECT_EQ(Bytes(), after);
   ExpectNothingLeftBehind();
 }
