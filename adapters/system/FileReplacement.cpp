@@ -76,14 +76,14 @@ bool MayBeReplaced(const std::string& path, const struct stat& status) {
   return ::access(path.c_str(), W_OK) == 0;
 }
 
-// Makes the rename itself durable. The file is in place already, so a failure has nothing left to undo.
-void SynchroniseFolder(const std::string& file) {
+}  // namespace
+
+// What is done in the folder is in place already, so a failure has nothing left to undo.
+void SynchroniseFolderOf(const std::string& file) {
   const auto folder = std::filesystem::path(file).parent_path().string();
   const FileDescriptor handle(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (handle) ::fsync(handle.Get());
 }
-
-}  // namespace
 
 std::optional<FileReplacement> FileReplacement::Begin(const std::string& target, Links links) {
   static std::atomic<unsigned> counter = 0;
@@ -127,7 +127,7 @@ bool FileReplacement::Commit() {
   if (std::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
   temporary_.clear();
   file_.Close();  // what is on the disk already can't fail any more
-  SynchroniseFolder(target_);
+  SynchroniseFolderOf(target_);
   return true;
 }
 

@@ -55,4 +55,7 @@ void RemoveAbandonedReplacements(const std::string& target);
 // Replaces the contents of `target` by `bytes`. False, with `errno` set, on failure.
 [[nodiscard]] bool ReplaceFile(const std::string& target, std::string_view bytes);
 
+// Makes durable what was made, renamed or removed in the folder of `file`. Never fails.
+void SynchroniseFolderOf(const std::string& file);
+
 }  // namespace twqb

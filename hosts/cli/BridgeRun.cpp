@@ -4,10 +4,12 @@
 
 #include <optional>
 
+#include "adapters/backup/RestoreJournal.h"
 #include "adapters/system/FileReplacement.h"
 #include "adapters/terminal/EndSignals.h"
 #include "cli/Checks.h"
 #include "cli/ExitStatus.h"
+#include "cli/RunBackup.h"
 #include "cli/RunFiles.h"
 #include "cli/TransferLock.h"
 
@@ -21,7 +23,20 @@ void RemoveWhatKillsLeft(const Workplace& place) {
   RemoveAbandonedReplacements(place.settings);
   RemoveAbandonedReplacements(place.company + kBackup);
   if (const auto billing = BillingFileOf(place); !billing.empty()) RemoveAbandonedReplacements(billing + kBackup);
+  for (const auto& part : PartsOf(place)) backup::RemoveStaged(part.path);
 }
+
+// What the run leaves is noted on every way out of it.
+class NotedEnd {
+ public:
+  explicit NotedEnd(RunBackup& backup) : backup_(backup) {}
+  ~NotedEnd() { backup_.NoteEnd(); }
+  NotedEnd(const NotedEnd&) = delete;
+  NotedEnd& operator=(const NotedEnd&) = delete;
+
+ private:
+  RunBackup& backup_;
+};
 
 }  // namespace
 
@@ -43,11 +58,17 @@ bool RunComposed(const Options& options, Sides sides, const std::function<void(C
   CheckCompany(place);
   std::optional<EndSignals> signals;
   std::optional<TransferLock> held;
+  std::optional<RunBackup> backup;
+  std::optional<NotedEnd> end;
   if (sides == Sides::Written) {
     signals.emplace();
     held.emplace(place, options);
     RemoveWhatKillsLeft(place);
-    surroundings.companyOpened = [&held](const std::string& path) { held->HoldToo(path); };
+    end.emplace(backup.emplace(place, options));
+    surroundings.companyOpened = [&](const std::string& path) {
+      held->HoldToo(path);
+      backup->CompanyOpened(path);
+    };
   }
   Composition composition(place, surroundings);
   work(composition);

@@ -142,6 +142,8 @@ std::vector<CommandSyntax> AllCommands() {
   };
   add(TransferCommands());
   add(DeletionCommands());
+  add({DeletionsCommand()});
+  add(BackupCommands());
   add({EventsCommand(), StatusCommand(), BalancesCommand(), DiffCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), ImportCommand(), DemoCommand()});

@@ -20,6 +20,8 @@ namespace twqb::cli {
 [[nodiscard]] CommandSyntax CompanyCommand();
 [[nodiscard]] CommandSyntax BillingCommand();
 [[nodiscard]] CommandSyntax ImportCommand();
+[[nodiscard]] CommandSyntax DeletionsCommand();
 [[nodiscard]] CommandSyntax DemoCommand();
+[[nodiscard]] std::vector<CommandSyntax> BackupCommands();
 
 }  // namespace twqb::cli

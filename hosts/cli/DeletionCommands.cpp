@@ -4,11 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "bridge/Tables.h"
 #include "cli/Commands.h"
 #include "cli/Operations.h"
+#include "cli/Output.h"
 #include "cli/RunAccount.h"
 #include "cli/Surroundings.h"
 #include "cli/TableArgument.h"
+#include "cli/TwinNames.h"
 
 namespace twqb::cli {
 
@@ -45,6 +48,16 @@ constexpr Deletion kDeletions[] = {
                "Example:\n  twqb delete-quickbooks clients 80000001-1204731000"},
 };
 
+// Ahead of a question that knows the identifier alone.
+void TellName(const Workplace& place, Machine& machine, const Table& table, const std::string& id) {
+  const auto row = NameOfLinkedRow(place, table, id);
+  const auto record = NameOfRecord(place, machine, table, id);
+  const auto word = WordForRow(table);
+  const auto inBilling = row.empty() ? fmt::format("no {} of BillingDb", word) : fmt::format("the {} {}", word, row);
+  const auto inQuickBooks = record.empty() ? std::string() : fmt::format(", in QuickBooks \"{}\"", record);
+  Tell(fmt::format("{} belongs to {}{}.", id, inBilling, inQuickBooks));
+}
+
 ExitStatus Delete(const Options& options, const Deletion& deletion, const DeletionArguments& arguments) {
   const auto table = TableFromName(arguments.table);
   if (table == enAll) throw UsageError("A record is deleted in one table: name the table instead of all.");
@@ -55,10 +68,12 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
   RunAccount account(*machine);
   auto observed = options;
   observed.observer = &account;
+  observed.label = label;
   return RunOperation(observed,
                       {.name = deletion.operation,
                        .arguments = {DeclaredName(table), arguments.id},
-                       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); }},
+                       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); },
+                       .prepare = [&] { TellName(WorkplaceOf(options), *machine, *FindTable(table), arguments.id); }},
                       [&](bool done) {
                         const auto troubles = account.Troubles();
                         if (done && troubles.empty()) return Ending{.text = label + ": done"};

@@ -16,6 +16,10 @@ Commands
   delete-billing TABLE ID      delete the record of BillingDb linked to ID
   delete-quickbooks TABLE ID   delete the record ID in QuickBooks
   events on | off | status     subscribe to QuickBooks events, or take it back
+  deletions [TABLE] [--list]   what is gone on one side alone, asking for each
+  backup [--list]              keep both sides and the settings as a set
+  restore [SET]                put a set back, or one side of it, after asking
+  undo                         take the last transfer back
   status [--deep]              how far each table is linked, when it went last
   balances                     what clients owe on both sides, compared
   diff [TABLE] [ID]            in what linked pairs differ, whose side is taken
@@ -42,6 +46,7 @@ How a transfer runs (options may stand before or behind the command)
   --answers FILE               answer its questions: yes, no, retry ...
   --wait SECONDS               wait for a transfer on the same files to end
   --no-recovery                don't look for links that got lost
+  --no-backup                  make no backup ahead of what is written
   --single-user  --no-progress  --leave-open
   --wide                       show tables whole, however wide the screen is
   --report FILE                send, get: each record and why, as JSON Lines

@@ -31,7 +31,8 @@ enum class LogOfRun : std::uint8_t { Whole, Torn };
 
 // Texts are empty where the option was not given.
 struct Options {
-  std::string command;  // as it is called, with the program: "twqb send"
+  std::string command;     // as it is called, with the program: "twqb send"
+  std::string label = {};  // what a command calls what it does, with its table: "send clients"
   std::string folder;
   std::string billing;  // a connection string
   std::string company;
@@ -43,6 +44,7 @@ struct Options {
   bool leaveOpen = false;
   bool noRecovery = false;
   bool wide = false;  // tables are not cut to the screen
+  bool noBackup = false;
   std::string answers;
   std::string faults;
   std::optional<FrozenOptions> clock;

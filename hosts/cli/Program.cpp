@@ -8,6 +8,7 @@
 #include "adapters/terminal/EndSignals.h"
 #include "cli/CommandLine.h"
 #include "cli/Output.h"
+#include "cli/PuttingBack.h"
 #include "cli/TransferLock.h"
 #include "platform/PlatformError.h"
 #include "platform/desk.h"
@@ -22,6 +23,7 @@ ExitStatus Run(int argc, const char* const* argv, std::span<const Table* const> 
   if (line.command && line.text.empty()) {
     line.options.tables = tables;
     EnterFolder(line.options);
+    CompleteRestore(line.options);
     status = line.command(line.options);
   } else {
     Print(line.text);

@@ -68,6 +68,8 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
   auto observed = options;
   observed.observer = &account;
   observed.log = &account.Log();
+  observed.label = fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get",
+                               RecordName(request.table, request.id.value_or("")));
   bool returnedTrue = false;
   auto operation = TransferOperation(request);
   // Behind the lock: what stands in the file may be the report of a transfer at work.

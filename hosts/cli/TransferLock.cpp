@@ -44,9 +44,9 @@ void RefuseSeveralNames(const std::string& file) {
 }
 
 // In the order of their names, so that two transfers which need both meet at the same one.
-std::vector<std::string> FilesToHold(const Workplace& place) {
+std::vector<std::string> FilesToHold(const std::vector<std::string>& paths) {
   std::vector<std::string> files;
-  for (const auto& path : {BillingFileOf(place), place.company}) {
+  for (const auto& path : paths) {
     if (path.empty() || !IdentityOf(path)) continue;
     RefuseSeveralNames(path);
     files.push_back(ResolvedPath(path));
@@ -100,8 +100,8 @@ std::optional<InTheWay> TryAll(const std::vector<std::string>& files, const Hold
 }
 
 // By the clock of the system, whatever the run's is.
-std::string BeginningNow(const Workplace& place) {
-  const auto machine = MakeMachine(place, std::nullopt);
+std::string BeginningNow() {
+  const auto machine = MakeMachine({}, std::nullopt);
   return fmt::format("{} {}", IsoDate(machine->Now()), ZoneName(*machine));
 }
 
@@ -110,7 +110,10 @@ std::string BeginningNow(const Workplace& place) {
 std::string BillingFileOf(const Workplace& place) { return sqlite::ParseConnectionText(place.billing).dataSource; }
 
 TransferLock::TransferLock(const Workplace& place, const Options& options)
-    : self_(ThisHolder(options.command, BeginningNow(place))), files_(FilesToHold(place)) {
+    : TransferLock(std::vector{BillingFileOf(place), place.company}, options) {}
+
+TransferLock::TransferLock(const std::vector<std::string>& files, const Options& options)
+    : self_(ThisHolder(options.command, BeginningNow())), files_(FilesToHold(files)) {
   const auto end = steady_clock::now() + std::chrono::seconds(options.waitSeconds);
   for (bool told = false;;) {
     const auto other = TryAll(files_, self_, held_);

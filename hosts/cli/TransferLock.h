@@ -28,6 +28,8 @@ class TransferLock {
   // Holds both files of `place`, those that are there. Waits for others as long as the options say, telling so on
   // standard error. Raises HeldByOther, and UsageError when a file of the lock can't be used.
   TransferLock(const Workplace& place, const Options& options);
+  // The same for files by their paths.
+  TransferLock(const std::vector<std::string>& files, const Options& options);
 
   // A company file that turns out to be the one of the run; one that is held already is fine. Does not wait: the run
   // holds BillingDb. Raises as above.

@@ -1,10 +1,12 @@
 #include "HeldTransfer.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <stdexcept>
 
 namespace twqb::cli {
@@ -16,8 +18,14 @@ RecordPipe::RecordPipe(const WorkFolder& folder) : path_((folder.Path() / "held.
 
 bool RecordPipe::ReadTo(std::string_view text) {
   constexpr int kSmallest = 4096;
-  pipe_ = FileDescriptor(open(path_.c_str(), O_RDONLY | O_CLOEXEC));
-  fcntl(pipe_.Get(), F_SETPIPE_SZ, kSmallest);
+  // Small ahead of the first who writes: a program that nobody waits for would have written all of its run by then.
+  pipe_ = FileDescriptor(open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!pipe_ || fcntl(pipe_.Get(), F_SETPIPE_SZ, kSmallest) < 0) throw std::runtime_error("no small pipe");
+  fcntl(pipe_.Get(), F_SETFL, 0);
+  // Until somebody has opened it to write, its end would be read.
+  pollfd first = {.fd = pipe_.Get(), .events = POLLIN, .revents = 0};
+  while (poll(&first, 1, -1) < 0 && errno == EINTR) {
+  }
   while (read_.find(text) == std::string::npos) {
     if (!ReadMore()) return false;
   }

@@ -16,7 +16,7 @@
 
 #include "Checks.h"
 #include "Child.h"
-#include "Killer.h"
+#include "tests/support/Killer.h"
 #include "Trace.h"
 #include "adapters/faults/FaultScript.h"
 #include "engine/Table.h"

@@ -1,4 +1,4 @@
-#include "Killer.h"
+#include "tests/support/Killer.h"
 
 #include <sys/ptrace.h>
 #include <sys/wait.h>
@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <thread>
 
-namespace twqb::sweep {
+namespace twqb {
 
 namespace {
 
@@ -35,7 +35,7 @@ pid_t Start(const std::function<void()>& body, Watched watched) {
 std::uint64_t PassSystemCalls(pid_t child, std::uint64_t n, int& status) {
   waitpid(child, &status, 0);
   if (!WIFSTOPPED(status)) throw std::runtime_error("a child process can't be watched here");
-  ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+  ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL | PTRACE_O_TRACEEXEC);
   constexpr int kAtSystemCall = SIGTRAP | 0x80;
   std::uint64_t count = 0;
   int signal = 0;
@@ -48,7 +48,7 @@ std::uint64_t PassSystemCalls(pid_t child, std::uint64_t n, int& status) {
       ++count;
       signal = 0;
     } else {
-      signal = stop;
+      signal = stop == SIGTRAP ? 0 : stop;  // it has become another program
     }
   }
   return count;
@@ -89,4 +89,4 @@ bool KillInChild(const std::function<void()>& body, const KillPlan& plan) {
   return KillNow(child);
 }
 
-}  // namespace twqb::sweep
+}  // namespace twqb

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <functional>
 
-namespace twqb::sweep {
+namespace twqb {
 
 struct KillPlan {
   enum class At : std::uint8_t { SystemCall, Microsecond };
@@ -25,4 +25,4 @@ struct Length {
 // Whether it was killed; otherwise it came to its end before.
 [[nodiscard]] bool KillInChild(const std::function<void()>& body, const KillPlan& plan);
 
-}  // namespace twqb::sweep
+}  // namespace twqb

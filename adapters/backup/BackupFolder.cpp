@@ -1,0 +1,302 @@
+#include "adapters/backup/BackupFolder.h"
+
+#include <fcntl.h>
+#include <fmt/core.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
+
+#include "adapters/backup/BackupError.h"
+#include "adapters/backup/FileState.h"
+#include "adapters/backup/Sha256.h"
+#include "adapters/storage/StillDatabase.h"
+#include "adapters/system/FileDescriptor.h"
+#include "adapters/system/FileReplacement.h"
+
+namespace twqb::backup {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kManifest = "manifest.json";
+constexpr const char* kEnd = "end.json";
+constexpr const char* kUndone = "undone";
+constexpr const char* kPieces = "pieces";
+constexpr const char* kLock = "lock";
+constexpr const char* kCopy = "copy";
+constexpr mode_t kOwnersAlone = 0600;
+
+// A name of Make's: nothing else in the folder is this program's to remove.
+bool IsSetName(std::string_view name) {
+  constexpr std::string_view kForm = "0000-00-00-000000";
+  if (name.size() < kForm.size()) return false;
+  for (std::size_t i = 0; i < kForm.size(); ++i) {
+    const bool isDigit = name[i] >= '0' && name[i] <= '9';
+    if (kForm[i] == '0' ? !isDigit : name[i] != kForm[i]) return false;
+  }
+  return true;
+}
+
+std::optional<std::string> ReadText(const std::string& path) {
+  const auto file = OpenForReading(path);
+  std::string text;
+  if (!file || !ReadRest(file, text)) return std::nullopt;
+  return text;
+}
+
+void MakeFolder(const std::string& path) {
+  std::error_code failure;
+  if (fs::create_directory(path, failure)) {
+    fs::permissions(path, fs::perms::owner_all, failure);  // names and amounts are in it, as in the databases
+  } else if (failure) {
+    RaiseForFile(path, "made", failure.value());
+  }
+}
+
+// What a set knows of a file that is as it was; nothing where none does.
+const KeptFile* FindKnown(const std::vector<Set>& sets, const KeptFile& file, const std::string& identity) {
+  if (identity.empty()) return nullptr;
+  const auto in = [&](const std::vector<KeptFile>& files) -> const KeptFile* {
+    const auto known = std::ranges::find_if(files, [&](const KeptFile& other) {
+      return other.part == file.part && other.path == file.path && other.identity == identity;
+    });
+    return known == files.end() ? nullptr : &*known;
+  };
+  for (const auto& set : sets) {
+    if (const auto* known = in(set.manifest.files)) return known;
+    if (const auto* known = set.end ? in(set.end->files) : nullptr) return known;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+// Two runs on other files may use the folder at once: what one has not named in a manifest yet the other must not take
+// for unused.
+class BackupFolder::Hold {
+ public:
+  explicit Hold(const std::string& path) : file_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kOwnersAlone)) {
+    if (!file_) RaiseForFile(path, "written");
+    while (::flock(file_.Get(), LOCK_EX) != 0 && errno == EINTR) {
+    }
+  }
+
+ private:
+  FileDescriptor file_;
+};
+
+BackupFolder::BackupFolder(std::string folder, std::function<bool()> goOn)
+    : folder_(std::move(folder)), goOn_(std::move(goOn)), pieces_(Path(kPieces)) {}
+
+std::string BackupFolder::Path(std::string_view name) const {
+  return fmt::format("{}/{}/{}", folder_, kBackupFolder, name);
+}
+
+std::vector<Set> BackupFolder::Sets() const {
+  std::vector<Set> sets;
+  std::error_code failure;
+  for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
+    const auto name = entry.path().filename().string();
+    if (!IsSetName(name)) continue;
+    const auto text = ReadText((entry.path() / kManifest).string());
+    auto manifest = text ? ManifestFrom(*text, folder_) : std::nullopt;
+    if (!manifest) continue;
+    Set set{.name = name, .manifest = std::move(*manifest)};
+    if (const auto end = ReadText((entry.path() / kEnd).string())) set.end = EndNoteFrom(*end, folder_);
+    std::error_code ignored;
+    set.isUndone = fs::exists(entry.path() / kUndone, ignored);
+    sets.push_back(std::move(set));
+  }
+  std::ranges::sort(sets, {}, &Set::name);
+  return sets;
+}
+
+Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp) {
+  MakeFolder(fmt::format("{}/{}", folder_, kBackupFolder));
+  const Hold hold(Path(kLock));
+  RemoveHalfSets();
+  auto sets = Sets();
+  RemoveOldSets(sets);
+  Set set{.name = FreeName(stamp, sets), .manifest = manifest};
+  try {
+    for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
+    pieces_.Settle();
+    MakeFolder(Path(set.name));
+    WriteManifest(set);
+  } catch (...) {
+    RemoveSet(set.name);
+    RemoveUnusedPieces(sets);
+    throw;
+  }
+  SynchroniseFolderOf(Path(set.name));
+  return set;
+}
+
+void BackupFolder::Add(Set& set, const PartFile& file) {
+  const Hold hold(Path(kLock));
+  auto kept = Keep(file, Sets());
+  pieces_.Settle();
+  std::erase_if(set.manifest.files, [&](const KeptFile& other) { return other.part == file.part; });
+  set.manifest.files.push_back(std::move(kept));
+  WriteManifest(set);
+}
+
+void BackupFolder::NoteEnd(const Set& set, const std::string& at) {
+  const Hold hold(Path(kLock));
+  auto sets = Sets();
+  EndNote end{.at = at};
+  bool isChanged = false;
+  for (const auto& before : set.manifest.files) {
+    WaitUntilSettled(before.path);
+    end.files.push_back(Keep({.part = before.part, .path = before.path}, sets));
+    const auto& now = end.files.back();
+    isChanged = isChanged || now.isThere != before.isThere || now.content != before.content;
+  }
+  if (!isChanged) {
+    RemoveSet(set.name);
+    return;
+  }
+  pieces_.Settle();
+  Write(Path(set.name) + "/" + kEnd, TextOf(end, folder_));
+  const auto own = std::ranges::find(sets, set.name, &Set::name);
+  if (own != sets.end()) own->end = std::move(end);
+  RemoveOldSets(sets);
+}
+
+void BackupFolder::MarkUndone(const std::string& set) const {
+  std::error_code ignored;
+  if (fs::exists(Path(set), ignored)) Write(Path(set) + "/" + kUndone, "\n");
+}
+
+KeptFile BackupFolder::Look(const PartFile& file) {
+  const Hold hold(Path(kLock));
+  auto kept = Keep(file, Sets());
+  pieces_.Settle();
+  return kept;
+}
+
+void BackupFolder::WriteTo(const KeptFile& file, const std::string& path) const {
+  FileDescriptor target(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersAlone));
+  if (!target) RaiseForFile(path, "made");
+  try {
+    pieces_.Read(file.content, [&](std::string_view piece) {
+      if (!goOn_()) throw BackupEnded();
+      if (!WriteAll(target, piece)) RaiseForFile(path, "written");
+    });
+    if (::fsync(target.Get()) != 0 || !target.Close()) RaiseForFile(path, "written");
+  } catch (...) {
+    ::unlink(path.c_str());
+    throw;
+  }
+  SynchroniseFolderOf(path);
+}
+
+// What is known of a file that has not changed since is not read again.
+KeptFile BackupFolder::Keep(const PartFile& file, const std::vector<Set>& sets) {
+  KeptFile kept{.part = file.part, .path = file.path};
+  std::error_code ignored;
+  kept.isThere = fs::exists(file.path, ignored);
+  if (!kept.isThere) return kept;
+  if (!IsDatabase(file.part)) {
+    kept.content = pieces_.Keep(file.path, goOn_);
+    return kept;
+  }
+  // Ahead of the hold: closing the file, which this does, would drop the engine's locks.
+  const auto identity = IdentityTextOf(file.path);
+  {
+    const storage::StillDatabase still(file.path);
+    if (still.CouldNotBeHeld()) {
+      throw BackupError(fmt::format("{} can't be read as one state: another program is writing to it.", file.path));
+    }
+    if (still.HasLog()) {
+      const auto copy = Path(kCopy);
+      {
+        const FileDescriptor made(::open(copy.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kOwnersAlone));
+        if (!made) RaiseForFile(copy, "written");
+      }
+      const bool isCopied = still.CopyTo(copy);
+      if (isCopied) kept.content = pieces_.Keep(copy, goOn_);
+      ::unlink(copy.c_str());
+      if (!isCopied) throw BackupError(fmt::format("{} can't be written: is there room?", copy));
+      return kept;
+    }
+    if (const auto* known = FindKnown(sets, kept, identity)) return *known;
+    kept.content = pieces_.Keep(file.path, goOn_);
+  }
+  if (IdentityTextOf(file.path) == identity) kept.identity = identity;
+  return kept;
+}
+
+std::string BackupFolder::FreeName(std::string_view stamp, const std::vector<Set>& sets) const {
+  if (sets.empty() || sets.back().name < stamp) return std::string(stamp);
+  // The clock was put back, or it is still the same second.
+  constexpr std::size_t kStampLength = 17;
+  const auto& newest = sets.back().name;
+  const auto rest = newest.size() > kStampLength ? std::stoul(newest.substr(kStampLength + 1)) : 1UL;
+  return fmt::format("{}.{:04}", newest.substr(0, kStampLength), rest + 1);
+}
+
+void BackupFolder::Write(const std::string& path, const std::string& text) const {
+  if (!ReplaceFile(path, text)) RaiseForFile(path, "written");
+}
+
+void BackupFolder::WriteManifest(const Set& set) const {
+  Write(Path(set.name) + "/" + kManifest, TextOf(set.manifest, folder_));
+}
+
+// The manifest first: without it there is no set.
+void BackupFolder::RemoveSet(const std::string& name) const {
+  std::error_code ignored;
+  fs::remove(Path(name) + "/" + kManifest, ignored);
+  fs::remove_all(Path(name), ignored);
+}
+
+void BackupFolder::RemoveHalfSets() const {
+  std::error_code failure;
+  std::vector<std::string> half;
+  for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
+    std::error_code ignored;
+    if (IsSetName(entry.path().filename().string()) && !fs::exists(entry.path() / kManifest, ignored)) {
+      half.push_back(entry.path().filename().string());
+    }
+  }
+  for (const auto& name : half) RemoveSet(name);
+}
+
+void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
+  auto tooMany = static_cast<std::size_t>(std::ranges::count_if(sets, &Set::IsAutomatic));
+  if (tooMany <= kKeptSets) return;
+  tooMany -= kKeptSets;
+  // The oldest come first.
+  std::erase_if(sets, [&](const Set& set) {
+    if (tooMany == 0 || !set.IsAutomatic()) return false;
+    --tooMany;
+    RemoveSet(set.name);
+    return true;
+  });
+  RemoveUnusedPieces(sets);
+}
+
+void BackupFolder::RemoveUnusedPieces(const std::vector<Set>& sets) const {
+  std::unordered_set<std::string_view> used;
+  const auto use = [&](const std::vector<KeptFile>& files) {
+    for (const auto& file : files) {
+      const std::string_view pieces = file.content.pieces;
+      for (std::size_t at = 0; at < pieces.size(); at += kDigestLength) used.insert(pieces.substr(at, kDigestLength));
+    }
+  };
+  for (const auto& set : sets) {
+    use(set.manifest.files);
+    if (set.end) use(set.end->files);
+  }
+  pieces_.RemoveAllBut(used);
+}
+
+}  // namespace twqb::backup

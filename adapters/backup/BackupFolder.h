@@ -1,0 +1,75 @@
+// The folder of the backups: sets that are made whole or not at all, and go again when there are too many.
+//
+// Stands in the working folder, as the log does. A set is a folder of its own with a manifest; one without is half and
+// is cleared up. Databases are copied as one state, whoever has them open. It puts nothing back (RestoreJournal.h).
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/backup/Manifest.h"
+#include "adapters/backup/PieceStore.h"
+
+namespace twqb::backup {
+
+inline constexpr const char* kBackupFolder = "backups";
+// Of sets that were made by themselves; those made by hand stay.
+inline constexpr std::size_t kKeptSets = 10;
+
+struct PartFile {
+  Part part;
+  std::string path;
+};
+
+class BackupFolder {
+ public:
+  // `folder` is the working folder, whose backups need not exist yet. `goOn` is asked now and then while files are
+  // read: False ends it by BackupEnded.
+  explicit BackupFolder(
+      std::string folder, std::function<bool()> goOn = [] { return true; });
+
+  [[nodiscard]] const std::string& Folder() const { return folder_; }
+
+  // Those that are whole, the oldest first.
+  [[nodiscard]] std::vector<Set> Sets() const;
+
+  // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there.
+  // Raises BackupError, and leaves nothing behind.
+  [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp);
+  // A file that turns out to belong to a set, too. Raises likewise.
+  void Add(Set& set, const PartFile& file);
+  // Notes how the files are now, when what the set was made before has ended. A set whose files are all as they were
+  // goes. Raises likewise.
+  void NoteEnd(const Set& set, const std::string& at);
+  // What it was made before has been taken back.
+  void MarkUndone(const std::string& set) const;
+
+  // How the file is now, its pieces among those of the folder until sets go. Raises likewise.
+  [[nodiscard]] KeptFile Look(const PartFile& file);
+  // Writes the file into `path`, which must be free, onto the disk. Raises BackupError, too, for pieces that are not
+  // what they were; nothing is left then.
+  void WriteTo(const KeptFile& file, const std::string& path) const;
+
+ private:
+  class Hold;
+
+  [[nodiscard]] std::string Path(std::string_view name) const;
+  [[nodiscard]] KeptFile Keep(const PartFile& file, const std::vector<Set>& sets);
+  [[nodiscard]] std::string FreeName(std::string_view stamp, const std::vector<Set>& sets) const;
+  void Write(const std::string& path, const std::string& text) const;
+  void WriteManifest(const Set& set) const;
+  void RemoveSet(const std::string& name) const;
+  void RemoveHalfSets() const;
+  // Those that go are taken out of `sets`, too, which must be all.
+  void RemoveOldSets(std::vector<Set>& sets) const;
+  void RemoveUnusedPieces(const std::vector<Set>& sets) const;
+
+  std::string folder_;
+  std::function<bool()> goOn_;
+  PieceStore pieces_;
+};
+
+}  // namespace twqb::backup

@@ -1,0 +1,67 @@
+// What a set of a backup tells of itself: when and before what it was made, and of which pieces its files are.
+//
+// Stands as JSON in the set's folder. Paths within the working folder are told from there, so that a folder which is
+// moved takes its sets along.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/backup/PieceStore.h"
+
+namespace twqb::backup {
+
+enum class Part : std::uint8_t { Billing, Company, Settings, Registry };
+
+// "billing", as a user names it; nothing for a name that is none.
+[[nodiscard]] std::string_view NameOf(Part part);
+[[nodiscard]] std::optional<Part> PartFrom(std::string_view name);
+// "BillingDb", as a sentence calls it.
+[[nodiscard]] std::string_view CalledOf(Part part);
+[[nodiscard]] inline bool IsDatabase(Part part) { return part == Part::Billing || part == Part::Company; }
+
+struct KeptFile {
+  Part part = Part::Billing;
+  std::string path;     // full
+  bool isThere = true;  // a file that was not there is kept as such
+  Content content = {};
+  std::string identity = {};  // by which the file is known to be unchanged without reading it; empty: it can't be
+};
+
+enum class MadeBy : std::uint8_t { Hand, Transfer, Restore, Undo };
+
+struct Manifest {
+  std::string made;  // local time with its zone
+  MadeBy by = MadeBy::Hand;
+  std::string before = {};   // the command: "send clients"
+  std::string version = {};  // of twqb
+  std::vector<KeptFile> files = {};
+  std::vector<std::string> lacking = {};  // sentences about what could not be backed up
+};
+
+// How the files were when the command had ended.
+struct EndNote {
+  std::string at;
+  std::vector<KeptFile> files = {};
+};
+
+struct Set {
+  std::string name;
+  Manifest manifest;
+  std::optional<EndNote> end = {};
+  bool isUndone = false;
+
+  [[nodiscard]] bool IsAutomatic() const { return manifest.by != MadeBy::Hand; }
+  [[nodiscard]] const KeptFile* Find(Part part) const;
+};
+
+// `folder` is the working folder. Nothing for a text that is no manifest of this kind.
+[[nodiscard]] std::string TextOf(const Manifest& manifest, const std::string& folder);
+[[nodiscard]] std::string TextOf(const EndNote& note, const std::string& folder);
+[[nodiscard]] std::optional<Manifest> ManifestFrom(const std::string& text, const std::string& folder);
+[[nodiscard]] std::optional<EndNote> EndNoteFrom(const std::string& text, const std::string& folder);
+
+}  // namespace twqb::backup

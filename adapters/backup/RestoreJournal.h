@@ -1,0 +1,44 @@
+// Files put back, all of them whenever the process dies: what is to be done stands in a journal before it begins, and
+// the next run completes it.
+//
+// The new files stand beside those that they replace by then, whole and on the disk, so each step is a rename; a step
+// that is done already does no harm. Without a journal nothing has begun, and what stands beside is cleared up. Whoever
+// carries it out must hold the files against others.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapters/backup/Manifest.h"
+
+namespace twqb::backup {
+
+// Where the new file stands until it takes the place of `target`.
+[[nodiscard]] std::string StagedName(const std::string& target);
+// Removes such a file, of a run that died before it began. Never fails.
+void RemoveStaged(const std::string& target);
+// Has nothing stand beside a database that is about to be replaced. Raises BackupError while somebody writes to it.
+void RequireReplaceable(const std::string& database);
+
+struct RestoreStep {
+  Part part = Part::Billing;
+  std::string target;   // full
+  bool isThere = true;  // it is to be; otherwise it goes
+};
+
+struct RestoreJournal {
+  std::string set;
+  std::vector<RestoreStep> steps = {};
+  bool isUndo = false;  // the run that the set was made before counts as taken back in the end
+};
+
+// `folder` is the working folder. Nothing when no restore has begun. Raises BackupError for a journal that can't be
+// read: the files may be half put back, so nothing else must be done then.
+[[nodiscard]] std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder);
+// From here on the restore is carried out, now or by a later run. Raises BackupError, and nothing has begun.
+void BeginRestore(const std::string& folder, const RestoreJournal& journal);
+// Raises BackupError when a step can't be done; the journal stays.
+void CarryOutRestore(const std::string& folder, const RestoreJournal& journal);
+
+}  // namespace twqb::backup

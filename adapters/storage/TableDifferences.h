@@ -1,0 +1,33 @@
+// What differs between two states of a database, table by table: how many rows, and how many of them are new, changed,
+// gone.
+//
+// Rows are the same row by their number or their key, and equal when every column of both states is. A table whose rows
+// are of kinds, told in a column of that name, counts as one table for each kind. It only reads, and compares no words:
+// rules of order that a database has of its own need not be known.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace twqb::storage {
+
+struct TableDifference {
+  std::string table;
+  std::string kind;  // empty for a table without
+  std::int64_t before = 0;
+  std::int64_t now = 0;
+  std::int64_t added = 0;
+  std::int64_t changed = 0;
+  std::int64_t gone = 0;
+
+  [[nodiscard]] bool IsNone() const { return added == 0 && changed == 0 && gone == 0; }
+};
+
+// Of every table of either state, in the order of their names. `before` must stand still. Nothing when one of them
+// can't be read.
+[[nodiscard]] std::optional<std::vector<TableDifference>> TableDifferences(const std::string& now,
+                                                                           const std::string& before);
+
+}  // namespace twqb::storage

@@ -1,0 +1,328 @@
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "adapters/backup/BackupError.h"
+#include "adapters/terminal/EndSignals.h"
+#include "cli/Checks.h"
+#include "cli/Commands.h"
+#include "cli/Composition.h"
+#include "cli/NearestName.h"
+#include "cli/Output.h"
+#include "cli/PuttingBack.h"
+#include "cli/RowText.h"
+#include "cli/RunBackup.h"
+#include "cli/Surroundings.h"
+#include "cli/TextTable.h"
+#include "platform/Text.h"
+
+namespace twqb::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using backup::MadeBy;
+using backup::Part;
+using backup::Set;
+
+struct BackupArguments {
+  bool list = false;
+  bool json = false;
+};
+
+struct RestoreArguments {
+  std::string set;
+  std::string only;
+  std::string to;
+  bool json = false;
+};
+
+// "before send clients", as a list says what a set was made for.
+std::string MadeFor(const Set& set) {
+  return set.manifest.by == MadeBy::Hand ? "by hand" : fmt::format("before {}", set.manifest.before);
+}
+
+std::uint64_t SizeOf(const Set& set) {
+  std::uint64_t sum = 0;
+  for (const auto& file : set.manifest.files) sum += file.content.size;
+  return sum;
+}
+
+std::string InMegabytes(std::uint64_t bytes) {
+  constexpr double kMegabyte = 1024 * 1024;
+  return fmt::format("{:.1f} MB", static_cast<double>(bytes) / kMegabyte);
+}
+
+std::string StateOf(const Set& set) {
+  if (set.isUndone) return "taken back";
+  if (set.IsAutomatic() && !set.end) return "broken off";
+  return {};
+}
+
+std::string JsonOf(const Set& set) {
+  static const std::vector<std::string> kNames = {"set",     "made",  "by",     "before",  "bytes", "billing",
+                                                  "company", "ended", "undone", "lacking", "twqb"};
+  static constexpr std::array<const char*, 4> kBy = {"hand", "transfer", "restore", "undo"};
+  const auto has = [&](Part part) {
+    const auto* file = set.Find(part);
+    return file != nullptr && file->isThere;
+  };
+  return JsonValues(kNames, std::vector<Value>{set.name, set.manifest.made,
+                                               std::string(kBy.at(static_cast<std::size_t>(set.manifest.by))),
+                                               set.manifest.before.empty() ? Value(Null()) : Value(set.manifest.before),
+                                               static_cast<std::int64_t>(SizeOf(set)), has(Part::Billing),
+                                               has(Part::Company), set.end ? Value(set.end->at) : Value(Null()),
+                                               set.isUndone, Join(set.manifest.lacking, " "), set.manifest.version});
+}
+
+ExitStatus List(const Options& options, const BackupArguments& arguments) {
+  const auto sets = BackupsOf(WorkplaceOf(options)).Sets();
+  if (arguments.json) {
+    for (const auto& set : sets) Print(JsonOf(set));
+    return ExitStatus::Done;
+  }
+  if (sets.empty()) {
+    Tell("There is no set in this folder. \"twqb backup\" makes one.");
+    return ExitStatus::Done;
+  }
+  std::vector<TableLine> lines = {{"SET", "MADE", "FOR", "SIZE", ""}};
+  for (const auto& set : sets) {
+    lines.push_back({set.name, set.manifest.made, MadeFor(set), InMegabytes(SizeOf(set)), StateOf(set)});
+  }
+  Print(TextTable(lines, std::array{Align::Left, Align::Left, Align::Left, Align::Right, Align::Left}));
+  return ExitStatus::Done;
+}
+
+ExitStatus Backup(const Options& options, const BackupArguments& arguments) {
+  if (arguments.list) return List(options, arguments);
+  const auto place = WorkplaceOf(options);
+  CheckBilling(place);
+  const EndSignals signals;
+  const TransferLock held(place, options);
+  auto folder = BackupsOf(place);
+  try {
+    const auto set = MakeSet(folder, place, options, PartsOf(place), MadeBy::Hand, {});
+    if (arguments.json) {
+      Print(JsonOf(set));
+    } else {
+      Print(fmt::format("Made the set {} in {}: {} of files.\n", set.name, backup::kBackupFolder,
+                        InMegabytes(SizeOf(set))));
+    }
+    for (const auto& sentence : set.manifest.lacking) Tell(sentence);
+    return ExitStatus::Done;
+  } catch (const backup::BackupEnded&) {
+    throw EndedBySignal();
+  } catch (const backup::BackupError& failure) {
+    throw UsageError(fmt::format("No backup has been made. {}", failure.what()));
+  }
+}
+
+// The set of that name, or of that beginning of one; the newest one without a name.
+Set FindSet(const backup::BackupFolder& folder, const std::string& name) {
+  const auto sets = folder.Sets();
+  if (sets.empty()) throw UsageError("There is no set in this folder to put back. \"twqb backup\" makes one.");
+  if (name.empty()) return sets.back();
+  std::vector<Set> found;
+  std::vector<std::string> names;
+  for (const auto& set : sets) {
+    names.push_back(set.name);
+    if (set.name == name) return set;
+    if (set.name.starts_with(name)) found.push_back(set);
+  }
+  if (found.size() == 1) return found.front();
+  if (found.size() > 1) {
+    throw UsageError(fmt::format("{} sets begin with \"{}\". See \"twqb backup --list\".", found.size(), name));
+  }
+  const auto nearest = NearestName(name, names);
+  throw UsageError(fmt::format("There is no set \"{}\".{}\nSee \"twqb backup --list\".", name,
+                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : ""));
+}
+
+std::optional<Part> PartOf(const std::string& name) {
+  if (name.empty()) return std::nullopt;
+  // As people call the other side.
+  const auto part = backup::PartFrom(name == "quickbooks" ? "company" : name);
+  if (part) return part;
+  static const std::vector<std::string> kNames = {"billing", "quickbooks", "settings", "registry"};
+  const auto nearest = NearestName(name, kNames);
+  throw UsageError(fmt::format("--only takes billing, quickbooks, settings or registry, and not \"{}\".{}", name,
+                               nearest ? fmt::format(" Did you mean \"{}\"?", *nearest) : ""));
+}
+
+bool Asks(const Options& options, const std::string& text) {
+  Composition composition(WorkplaceOf(options), ReadSurroundings(options));
+  return composition.Seams().desk->ShowMessageBox(
+             {.text = text, .title = "Restore", .icon = BoxIcon::Warning, .buttons = BoxButtons::YesNo}) ==
+         BoxAnswer::Yes;
+}
+
+ExitStatus CopyOut(const backup::BackupFolder& folder, const Set& set, std::optional<Part> only,
+                   const std::string& to) {
+  std::error_code failure;
+  if (!fs::is_directory(to, failure)) throw UsageError(fmt::format("There is no folder {}.", to));
+  try {
+    for (const auto& file : set.manifest.files) {
+      if (!file.isThere || (only && *only != file.part)) continue;
+      const auto copy = (fs::path(to) / fs::path(file.path).filename()).string();
+      folder.WriteTo(file, copy);
+      Print(copy + "\n");
+    }
+  } catch (const backup::BackupError& reason) {
+    throw UsageError(fmt::format("Not all of the set {} has been copied. {}", set.name, reason.what()));
+  }
+  return ExitStatus::Done;
+}
+
+void PrintDifferences(const std::vector<SideDifferences>& sides, bool json) {
+  Print(json ? DifferenceLines(sides) : DifferenceTable(sides));
+}
+
+bool AreNone(const std::vector<SideDifferences>& sides) { return std::ranges::all_of(sides, &SideDifferences::IsNone); }
+
+void PrintDone(const std::string& what, const Set& set, const std::string& kept, bool json) {
+  if (json) {
+    static const std::vector<std::string> kNames = {"done", "set", "kept"};
+    Print(JsonValues(kNames, std::vector<Value>{what, set.name, kept.empty() ? Value(Null()) : Value(kept)}));
+    return;
+  }
+  Print(fmt::format("{}: done\n", what));
+  if (!kept.empty()) {
+    Print(fmt::format("What was there before is kept: \"twqb restore {}\" brings it back.\n", kept));
+  }
+}
+
+ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
+  const auto only = PartOf(arguments.only);
+  const auto place = WorkplaceOf(options);
+  const auto set = FindSet(BackupsOf(place), arguments.set);
+  if (!arguments.to.empty()) return CopyOut(BackupsOf(place), set, only, arguments.to);
+  PuttingBack putting(options, set, only);
+  const auto differences = putting.Differences();
+  const auto label = fmt::format("restore {}", set.name);
+  if (AreNone(differences)) {
+    Tell(fmt::format("Nothing has changed since the set {} was made, {}, {}.", set.name, set.manifest.made,
+                     MadeFor(set)));
+    if (arguments.json) PrintDone(label, set, {}, arguments.json);
+    return ExitStatus::Done;
+  }
+  if (!arguments.json) {
+    Print(fmt::format("The set {} was made {}, {}. Since then:\n\n", set.name, set.manifest.made, MadeFor(set)));
+  }
+  PrintDifferences(differences, arguments.json);
+  FlushOutput();
+  for (const auto& sentence : set.manifest.lacking) Tell(sentence);
+  const auto question = fmt::format(
+      "Do you want to put back the set {}?\r\n\r\nWhat is new or was changed since {} goes; what is gone comes back.",
+      set.name, set.manifest.made);
+  if (!Asks(options, question)) {
+    Print(fmt::format("{}: not done\n", label));
+    return ExitStatus::Failed;
+  }
+  PrintDone(label, set, putting.PutBack(MadeBy::Restore, label), arguments.json);
+  return ExitStatus::Done;
+}
+
+// The last run that wrote, of those that have not been taken back.
+Set LastRun(const backup::BackupFolder& folder) {
+  auto sets = folder.Sets();
+  std::erase_if(sets,
+                [](const Set& set) { return !set.IsAutomatic() || set.isUndone || set.manifest.by == MadeBy::Undo; });
+  if (sets.empty()) {
+    throw UsageError("There is nothing to take back: no transfer with a set before it is known in this folder.");
+  }
+  return sets.back();
+}
+
+ExitStatus Undo(const Options& options, bool json) {
+  const auto place = WorkplaceOf(options);
+  const auto set = LastRun(BackupsOf(place));
+  const auto label = fmt::format("undo {}", set.manifest.before);
+  if (!set.end) {
+    throw UsageError(
+        fmt::format("\"{}\" of {} was broken off, so what it did and what came later can't be told apart.\n\"twqb "
+                    "restore {}\" puts back how everything was before it, after showing what has changed.",
+                    set.manifest.before, set.manifest.made, set.name));
+  }
+  PuttingBack putting(options, set, std::nullopt);
+  const auto since = putting.ChangedSince(*set.end);
+  if (!since.empty()) {
+    PrintDifferences(since, json);
+    FlushOutput();
+    std::string entries;
+    for (const auto& side : since) {
+      for (const auto& entry : side.entries) entries += fmt::format("\nchanged: {}", entry);
+    }
+    throw UsageError(
+        fmt::format("\"{}\" is not taken back: something has changed since it ended, {}, and would be lost.{}\n\"twqb "
+                    "restore {}\" puts back how everything was before it all the same, after asking.",
+                    set.manifest.before, set.end->at, entries, set.name));
+  }
+  if (!json) {
+    Print(fmt::format("\"{}\" of {} is taken back. It had done:\n\n", set.manifest.before, set.manifest.made));
+  }
+  PrintDifferences(putting.Differences(), json);
+  FlushOutput();
+  const auto kept = putting.PutBack(MadeBy::Undo, label);
+  PrintDone(label, set, kept, json);
+  return ExitStatus::Done;
+}
+
+CommandSyntax BackupSyntax() {
+  const auto arguments = std::make_shared<BackupArguments>();
+  return {
+      .name = "backup",
+      .text = "Keep both sides, the settings and the registry values as one set",
+      .arguments = {{.name = "--list", .text = "List the sets instead, the oldest first", .target = &arguments->list},
+                    {.name = "--json", .text = "Print each set as a JSON object", .target = &arguments->json}},
+      .footer =
+          "Sets stand in the folder backups. One is made before every run that writes both sides, and the last ten of\n"
+          "these are kept; those made by this command stay until they are removed by hand. See restore and undo.",
+      .run = [arguments](const Options& options) { return Backup(options, *arguments); }};
+}
+
+CommandSyntax RestoreSyntax() {
+  const auto arguments = std::make_shared<RestoreArguments>();
+  return {
+      .name = "restore",
+      .text = "Put a set back, or one side of it, after showing what has changed since",
+      .arguments = {{.name = "SET", .text = "Its name, or the beginning of it (the newest)", .target = &arguments->set},
+                    {.name = "--only",
+                     .text = "Put back one part alone: billing, quickbooks, settings or registry",
+                     .target = &arguments->only,
+                     .value = "PART"},
+                    {.name = "--to",
+                     .text = "Write the files of the set into DIR instead, and change nothing",
+                     .target = TakesFileName(arguments->to),
+                     .value = "DIR"},
+                    {.name = "--json", .text = "Print what has changed as JSON objects", .target = &arguments->json}},
+      .footer =
+          "How everything was before is kept as a set, too. A restore that is broken off is completed by the next run\n"
+          "of twqb in the folder.\n\nExamples:\n  twqb restore\n  twqb restore 2026-11-22-1430 --only billing",
+      .run = [arguments](const Options& options) { return Restore(options, *arguments); }};
+}
+
+CommandSyntax UndoSyntax() {
+  const auto json = std::make_shared<bool>(false);
+  return {.name = "undo",
+          .text = "Take the last transfer back, from the set that was made before it",
+          .arguments = {{.name = "--json", .text = "Print what it had done as JSON objects", .target = json.get()}},
+          .footer =
+              "It refuses when either side has changed since the transfer ended, and says where. Another undo takes "
+              "back the\ntransfer before.",
+          .run = [json](const Options& options) { return Undo(options, *json); }};
+}
+
+}  // namespace
+
+std::vector<CommandSyntax> BackupCommands() { return {BackupSyntax(), RestoreSyntax(), UndoSyntax()}; }
+
+}  // namespace twqb::cli

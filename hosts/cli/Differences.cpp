@@ -1,0 +1,132 @@
+#include "cli/Differences.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
+#include <system_error>
+#include <utility>
+
+#include "adapters/system/ProfileFile.h"
+#include "cli/RowText.h"
+#include "cli/TextTable.h"
+
+namespace twqb::cli {
+
+namespace {
+
+using backup::Part;
+using storage::TableDifference;
+
+constexpr std::string_view kOther = "other entries";
+
+std::map<std::string, std::string> EntriesOf(const std::string& path) {
+  std::map<std::string, std::string> entries;
+  if (path.empty()) return entries;
+  for (const auto& entry : ProfileFile(path).Entries()) {
+    entries.insert_or_assign(fmt::format("[{}] {}", entry.section, entry.key), entry.value);
+  }
+  return entries;
+}
+
+SideDifferences SettingsDifferences(Part part, const std::string& now, const std::string& before) {
+  SideDifferences side{.part = part};
+  const auto present = EntriesOf(now);
+  const auto past = EntriesOf(before);
+  TableDifference sum{.table = "entries",
+                      .before = static_cast<std::int64_t>(past.size()),
+                      .now = static_cast<std::int64_t>(present.size())};
+  for (const auto& [name, value] : present) {
+    const auto was = past.find(name);
+    if (was != past.end() && was->second == value) continue;
+    ++(was == past.end() ? sum.added : sum.changed);
+    side.entries.push_back(name);
+  }
+  for (const auto& [name, value] : past) {
+    if (present.contains(name)) continue;
+    ++sum.gone;
+    side.entries.push_back(name);
+  }
+  if (!sum.IsNone()) side.tables.push_back(sum);
+  return side;
+}
+
+// The company file counts its records by kinds. What else stands in it says nothing to anybody.
+void Fold(SideDifferences& side, const TableDifference& table) {
+  if (side.part != Part::Company || !table.kind.empty()) {
+    auto named = table;
+    if (!table.kind.empty()) named.table = table.kind;
+    const auto same = std::ranges::find(side.tables, named.table, &TableDifference::table);
+    if (same == side.tables.end()) side.tables.push_back(named);
+    return;
+  }
+  auto other = std::ranges::find(side.tables, kOther, &TableDifference::table);
+  if (other == side.tables.end()) other = side.tables.insert(other, {.table = std::string(kOther)});
+  for (auto field : {&TableDifference::before, &TableDifference::now, &TableDifference::added,
+                     &TableDifference::changed, &TableDifference::gone}) {
+    *other.*field += table.*field;
+  }
+}
+
+// Names of kinds stand in the tables of records and of transactions; the others with a kind are about them.
+bool IsOfRecords(const TableDifference& table) { return table.table == "record" || table.table == "txn"; }
+
+}  // namespace
+
+SideDifferences DifferencesOf(Part part, const std::string& now, const std::string& before) {
+  std::error_code ignored;
+  const auto present = std::filesystem::exists(now, ignored) ? now : std::string();
+  if (!backup::IsDatabase(part)) return SettingsDifferences(part, present, before);
+  SideDifferences side{.part = part};
+  const auto tables = present.empty() || before.empty() ? std::nullopt : storage::TableDifferences(present, before);
+  if (!tables) {
+    side.isUnreadable = !present.empty() || !before.empty();
+    return side;
+  }
+  for (auto table : *tables) {
+    if (table.IsNone()) continue;
+    if (part == Part::Company && !IsOfRecords(table)) table.kind.clear();
+    Fold(side, table);
+  }
+  // What is told as one stands last.
+  std::ranges::stable_partition(side.tables, [](const TableDifference& table) { return table.table != kOther; });
+  return side;
+}
+
+std::string DifferenceTable(const std::vector<SideDifferences>& sides) {
+  constexpr std::array kAlignments = {Align::Left,  Align::Left,  Align::Right, Align::Right,
+                                      Align::Right, Align::Right, Align::Right};
+  std::vector<TableLine> lines = {{"WHERE", "WHAT", "THEN", "NOW", "NEW SINCE", "CHANGED", "GONE"}};
+  for (const auto& side : sides) {
+    const auto where = std::string(backup::NameOf(side.part));
+    if (side.isUnreadable) lines.push_back({where, "can't be compared", "-", "-", "-", "-", "-"});
+    for (const auto& table : side.tables) {
+      lines.push_back({where, table.table, std::to_string(table.before), std::to_string(table.now),
+                       std::to_string(table.added), std::to_string(table.changed), std::to_string(table.gone)});
+    }
+  }
+  return lines.size() == 1 ? std::string() : TextTable(lines, kAlignments);
+}
+
+std::string DifferenceLines(const std::vector<SideDifferences>& sides) {
+  static const std::vector<std::string> kNames = {"where", "what", "then", "now", "newSince", "changed", "gone"};
+  std::string text;
+  for (const auto& side : sides) {
+    const auto where = std::string(backup::NameOf(side.part));
+    if (side.isUnreadable) {
+      text += JsonValues(kNames, std::vector<Value>{where, Null(), Null(), Null(), Null(), Null(), Null()});
+    }
+    for (const auto& table : side.tables) {
+      std::vector<Value> values = {where, table.table};
+      for (const auto count : {table.before, table.now, table.added, table.changed, table.gone}) {
+        values.emplace_back(count);
+      }
+      text += JsonValues(kNames, values);
+    }
+  }
+  return text;
+}
+
+}  // namespace twqb::cli

@@ -1,0 +1,59 @@
+// Files of a set put back in the place of those that are there: held against others, laid ready, compared, replaced.
+//
+// restore and undo stand on it. Until PutBack nothing is changed, and what was laid ready goes again. It asks nothing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapters/backup/RestoreJournal.h"
+#include "adapters/companyfile/FileLock.h"
+#include "adapters/terminal/EndSignals.h"
+#include "cli/Differences.h"
+#include "cli/RunBackup.h"
+#include "cli/TransferLock.h"
+
+namespace twqb::cli {
+
+class PuttingBack {
+ public:
+  // Of the parts named, or of all that the set has. Raises UsageError for files that can't be held or made ready, and
+  // for a set that is damaged; HeldByOther; EndedBySignal.
+  PuttingBack(const Options& options, backup::Set set, std::optional<backup::Part> only);
+  ~PuttingBack();
+  PuttingBack(const PuttingBack&) = delete;
+  PuttingBack& operator=(const PuttingBack&) = delete;
+
+  [[nodiscard]] const backup::Set& WhichSet() const { return set_; }
+
+  // What differs between the files as they are and as they were, the earlier ones being those of the set.
+  [[nodiscard]] std::vector<SideDifferences> Differences() const;
+  // What differs between the files as they are and as the note of an end tells them.
+  [[nodiscard]] std::vector<SideDifferences> ChangedSince(const backup::EndNote& end);
+
+  // Keeps how the files are as a set of its own, and puts those of this set in their place. The name of the set that
+  // was kept; empty where the options say to keep none. Raises UsageError.
+  std::string PutBack(backup::MadeBy by, const std::string& what);
+
+ private:
+  void HoldCompany();
+  void LayReady();
+  void RequireAlone() const;
+  void RemoveLaidReady() const;
+
+  const Options& options_;
+  Workplace place_;
+  backup::Set set_;
+  std::vector<backup::KeptFile> files_;
+  EndSignals signals_;
+  std::optional<TransferLock> held_;
+  std::optional<company::FileLock> session_;
+  backup::BackupFolder folder_;
+};
+
+// Completes a restore that a killed run has left in the current folder, ahead of anything else there. Raises UsageError
+// when it can't be done, and HeldByOther while it is at work.
+void CompleteRestore(const Options& options);
+
+}  // namespace twqb::cli

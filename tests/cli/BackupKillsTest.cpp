@@ -1,0 +1,117 @@
+// Restores and undos that are killed at their system calls: the next run completes them, or nothing has begun.
+#include <fmt/core.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "Program.h"
+#include "platform/Text.h"
+#include "tests/support/Chance.h"
+#include "tests/support/Killer.h"
+
+namespace twqb::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+using State = std::vector<std::string>;
+
+class Killed : public testing::TestWithParam<std::vector<std::string>> {
+ protected:
+  Killed() {
+    folder_.Done({"init"});
+    folder_.Write("yes.txt", "default yes\n");
+    folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
+    folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID) VALUES ('ACME'), ('BOLT')"});
+    before_ = Now();
+    folder_.Done({"send", "clients", "--answers", "yes.txt"});
+    after_ = Now();
+    for (const auto& entry : fs::directory_iterator(folder_.Path() / "backups")) {
+      if (fs::exists(entry.path() / "manifest.json")) set_ = entry.path().filename().string();
+    }
+    fs::copy(folder_.Path(), start_ / "all", fs::copy_options::recursive);
+  }
+
+  State Now() const {
+    State state;
+    for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
+      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder_.Read(name))));
+    }
+    return state;
+  }
+  // The folder as it was ahead of the first kill, under the same path.
+  void Again() const {
+    for (const auto& entry : fs::directory_iterator(folder_.Path())) fs::remove_all(entry.path());
+    fs::copy(start_ / "all", folder_.Path(), fs::copy_options::recursive);
+  }
+  // In the child.
+  void Become(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> words = {TWQB_PROGRAM};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    if (arguments.front() == "restore") words.push_back(set_);
+    std::vector<char*> argv;
+    for (auto& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    const auto silent = folder_.Path() / "silent";
+    if (std::freopen(silent.c_str(), "w", stdout) == nullptr || std::freopen(silent.c_str(), "w", stderr) == nullptr) {
+      return;
+    }
+    if (chdir(folder_.Path().c_str()) == 0) execv(argv[0], argv.data());
+  }
+
+  WorkFolder folder_;
+  TemporaryFolder start_;
+  std::string set_;  // of before the send
+  State before_;
+  State after_;
+};
+
+TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
+  constexpr int kKills = 40;
+  const auto body = [this] { Become(GetParam()); };
+  const auto length = MeasureInChild(body);
+  ASSERT_EQ(Now(), before_) << "it is one that puts back";
+  Chance chance(static_cast<unsigned>(HashOf(GetParam().front())));
+  int completed = 0;
+  int begun = 0;
+  for (int i = 0; i < kKills; ++i) {
+    // Most of them near the end, where files are replaced.
+    const auto last = std::min<std::uint64_t>(length.systemCalls, 1000);
+    const auto from = i % 4 == 0 ? 0 : length.systemCalls - last;
+    const KillPlan plan{.n = from + 1 + chance.Place(length.systemCalls - from)};
+    SCOPED_TRACE(fmt::format("killed at call {} of {}", plan.n, length.systemCalls));
+    Again();
+    if (!KillInChild(body, plan)) continue;
+    const bool hasBegun = fs::exists(folder_.Path() / "backups" / "restore.json");
+    if (hasBegun) ++begun;
+    // Whatever command comes next.
+    const auto next = folder_.Twqb({"status"});
+    EXPECT_EQ(next.status, 0) << next.err;
+    EXPECT_EQ(next.err.find("that is completed now") != std::string::npos, hasBegun) << next.err;
+    const auto now = Now();
+    if (hasBegun) {
+      EXPECT_EQ(now, before_);
+    }
+    EXPECT_TRUE(now == before_ || now == after_);
+    if (now == before_) ++completed;
+    EXPECT_FALSE(fs::exists(folder_.Path() / "backups" / "restore.json"));
+    // And the one after that finds a folder as any other: what was laid ready is gone.
+    EXPECT_EQ(folder_.Twqb({"send", "clients", "--answers", "yes.txt"}).status, 0);
+    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+    EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
+    for (const auto& set : fs::directory_iterator(folder_.Path() / "backups")) {
+      const bool isSet = set.path().filename().string().starts_with("20");
+      EXPECT_TRUE(!isSet || fs::exists(set.path() / "manifest.json"));
+    }
+  }
+  EXPECT_GT(completed, 0);
+  EXPECT_GT(begun, 0) << "some kill has met it between the journal and its end";
+}
+
+INSTANTIATE_TEST_SUITE_P(Runs, Killed,
+                         testing::Values(std::vector<std::string>{"undo"},
+                                         std::vector<std::string>{"restore", "--answers", "yes.txt"}),
+                         [](const auto& suite) { return suite.param.front(); });
+
+}  // namespace
+}  // namespace twqb::cli

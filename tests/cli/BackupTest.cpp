@@ -1,0 +1,345 @@
+// Sets that are made by hand and by themselves, put back, and taken back.
+#include <fmt/core.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "HeldTransfer.h"
+#include "LockedFile.h"
+#include "Program.h"
+#include "platform/Text.h"
+
+namespace twqb::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+using testing::AllOf;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+// Tells one content of a file from another, in a line.
+std::string Mark(const std::string& bytes) { return fmt::format("{} bytes {:016x}", bytes.size(), HashOf(bytes)); }
+
+const std::vector<std::string> kFiles = {"billing.db", "company.twq", "twqb.ini", "registry.ini"};
+
+// Two clients that stand on one side, with the first transfer's question behind them.
+class Backups : public testing::Test {
+ protected:
+  Backups() {
+    folder_.Done({"init"});
+    folder_.Write("yes.txt", "default yes\n");
+    folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
+    Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ACME', 'Acme'), ('BOLT', 'Bolt')");
+  }
+
+  void Sql(const std::string& statements) const { folder_.Done({"billing", "run", "-e", statements}); }
+  void Send(const std::vector<std::string>& options = {}) const {
+    std::vector<std::string> words = {"send", "clients", "--answers", "yes.txt"};
+    words.insert(words.end(), options.begin(), options.end());
+    folder_.Done(words);
+  }
+  [[nodiscard]] std::vector<std::string> Bytes() const {
+    std::vector<std::string> bytes;
+    for (const auto& name : kFiles) bytes.push_back(Mark(folder_.Read(name)));
+    return bytes;
+  }
+  // The sets as the program tells them, the oldest first.
+  [[nodiscard]] std::vector<nlohmann::json> Sets() const {
+    std::istringstream lines(folder_.Done({"backup", "--list", "--json"}));
+    std::vector<nlohmann::json> sets;
+    for (std::string line; std::getline(lines, line);) sets.push_back(nlohmann::json::parse(line));
+    return sets;
+  }
+  [[nodiscard]] std::string Newest() const { return Sets().back().at("set"); }
+  [[nodiscard]] std::string Linked() const {
+    return folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''");
+  }
+  // Everything but the sets' own folder, and what a file is replaced by.
+  void ExpectNothingLeftBehind() const {
+    for (const auto& name : folder_.Names()) EXPECT_THAT(name, Not(HasSubstr(".restoring")));
+    EXPECT_FALSE(fs::exists(folder_.Path() / "backups" / "restore.json"));
+  }
+
+  WorkFolder folder_;
+};
+
+TEST_F(Backups, A_set_made_by_hand_tells_what_it_is_of) {
+  EXPECT_THAT(folder_.Done({"backup"}), HasSubstr("Made the set "));
+  const auto sets = Sets();
+  ASSERT_EQ(sets.size(), 1U);
+  EXPECT_EQ(sets[0].at("by"), "hand");
+  const auto manifest =
+      nlohmann::json::parse(folder_.Read("backups/" + sets[0].at("set").get<std::string>() + "/manifest.json"));
+  EXPECT_THAT(manifest.at("made").get<std::string>(), testing::ContainsRegex("T[0-9:]+[+-][0-9][0-9]:[0-9][0-9]$"));
+  EXPECT_FALSE(manifest.at("twqb").get<std::string>().empty());
+  ASSERT_EQ(manifest.at("files").size(), 4U);
+  for (std::size_t i = 0; i < kFiles.size(); ++i) {
+    const auto& file = manifest.at("files").at(i);
+    EXPECT_EQ(file.at("name"), kFiles[i]);
+    EXPECT_EQ(file.at("size"), fs::file_size(folder_.Path() / kFiles[i]));
+    EXPECT_EQ(file.at("sha256").get<std::string>().size(), 64U);
+  }
+}
+
+TEST_F(Backups, A_set_is_written_out_as_the_files_that_it_was_made_of) {
+  const auto before = Bytes();
+  folder_.Done({"backup"});
+  Send();
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", Sets().front().at("set"), "--to", "out"});
+  for (std::size_t i = 0; i < kFiles.size(); ++i)
+    EXPECT_EQ(Mark(folder_.Read("out/" + kFiles[i])), before[i]) << kFiles[i];
+  EXPECT_EQ(Linked(), "2");
+}
+
+TEST_F(Backups, One_is_made_before_each_run_that_writes_and_ten_are_kept_beside_those_made_by_hand) {
+  folder_.Done({"backup"});
+  const auto byHand = Newest();
+  for (int i = 0; i < 12; ++i) {
+    Sql("UPDATE Client SET ClientCity = 'Town " + std::to_string(i) + "', LastUpdated = '2030-01-01'");
+    Send();
+  }
+  const auto sets = Sets();
+  ASSERT_EQ(sets.size(), 11U);
+  EXPECT_EQ(sets.front().at("set"), byHand);
+  for (std::size_t i = 1; i < sets.size(); ++i) {
+    EXPECT_EQ(sets[i].at("before"), "send clients");
+    EXPECT_GT(sets[i].at("set"), sets[i - 1].at("set"));
+  }
+  // Pieces that no set has go with the sets that had them: what is left still is all of each.
+  fs::create_directory(folder_.Path() / "out");
+  for (const auto& set : sets) {
+    folder_.Done({"restore", set.at("set"), "--to", "out"});
+    for (const auto& name : kFiles) fs::remove(folder_.Path() / "out" / name);
+  }
+}
+
+TEST_F(Backups, None_is_made_with_no_backup_nor_by_what_only_reads_nor_kept_of_what_changed_nothing) {
+  Send({"--no-backup"});
+  folder_.Done({"status"});
+  folder_.Done({"list", "customers"});
+  EXPECT_THAT(Sets(), IsEmpty());
+  EXPECT_EQ(folder_.Twqb({"delete-billing", "clients", "80000001-1"}).status, 1) << "nobody said yes";
+  EXPECT_THAT(Sets(), IsEmpty());
+}
+
+TEST_F(Backups, A_run_whose_set_can_t_be_made_changes_nothing_and_says_what_to_do) {
+  folder_.Write("backups", "somebody's own");
+  const auto before = Bytes();
+  const auto ended = folder_.Twqb({"send", "clients", "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("Nothing has been changed"), HasSubstr("backups"), HasSubstr("--no-backup")));
+  EXPECT_EQ(Bytes(), before);
+  EXPECT_EQ(folder_.Read("backups"), "somebody's own");
+  Send({"--no-backup"});
+  EXPECT_EQ(Linked(), "2");
+}
+
+TEST_F(Backups, A_disk_that_takes_no_more_stops_the_run_before_anything_is_written) {
+  const auto before = Bytes();
+  // No file may become larger than a few blocks.
+  const auto ended = folder_.Shell("trap '' XFSZ; ulimit -f 40; \"$0\" send clients --answers yes.txt");
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err,
+              AllOf(HasSubstr("Nothing has been changed"), HasSubstr("Make room"), HasSubstr("--no-backup")));
+  EXPECT_EQ(Bytes(), before);
+  EXPECT_THAT(Sets(), IsEmpty());
+  std::size_t pieces = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "backups" / "pieces")) {
+    if (entry.is_regular_file()) ++pieces;
+  }
+  EXPECT_EQ(pieces, 0U) << "what was written of it goes again";
+}
+
+TEST_F(Backups, Restore_shows_what_would_be_lost_asks_and_puts_everything_back) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto before = Bytes();
+  Send();
+  Sql("INSERT INTO Client (ClientID) VALUES ('NEW')");
+  const auto after = Bytes();
+
+  folder_.Write("no.txt", "default no\n");
+  const auto refused = folder_.Twqb({"restore", set, "--answers", "no.txt"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.out,
+              AllOf(testing::ContainsRegex("billing +Client +2 +3 +1 +2 +0\n"),
+                    testing::ContainsRegex("company +Customer +0 +2 +2 +0 +0\n"), HasSubstr(": not done\n")));
+  EXPECT_EQ(Bytes(), after);
+  ExpectNothingLeftBehind();
+
+  const auto done = folder_.Done({"restore", set, "--answers", "yes.txt"});
+  EXPECT_THAT(done, HasSubstr("restore " + set + ": done\n"));
+  EXPECT_EQ(Bytes(), before);
+  ExpectNothingLeftBehind();
+
+  // And what was there before is a set itself.
+  folder_.Done({"restore", Newest(), "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), after);
+}
+
+TEST_F(Backups, Restore_takes_one_side_alone) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto before = Bytes();
+  Send();
+  const auto after = Bytes();
+  folder_.Done({"restore", set, "--only", "quickbooks", "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), (std::vector{after[0], before[1], after[2], after[3]}));
+  folder_.Done({"restore", set, "--only", "billing", "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), (std::vector{before[0], before[1], after[2], after[3]}));
+  folder_.Done({"restore", set, "--only", "settings", "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), before);
+  const auto mistyped = folder_.Twqb({"restore", set, "--only", "biling"});
+  EXPECT_EQ(mistyped.status, 2);
+  EXPECT_THAT(mistyped.err, HasSubstr("Did you mean \"billing\"?"));
+}
+
+TEST_F(Backups, A_set_with_a_damaged_file_is_refused_and_nothing_is_changed) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  Send();
+  const auto after = Bytes();
+  for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "backups" / "pieces")) {
+    if (!entry.is_regular_file()) continue;
+    auto bytes = ReadWholeFile(entry.path().string());
+    bytes.back() = static_cast<char>(bytes.back() ^ 1);
+    WriteWholeFile(entry.path().string(), bytes);
+  }
+  const auto ended = folder_.Twqb({"restore", set, "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, AllOf(HasSubstr(set), HasSubstr("damaged"), HasSubstr("nothing has been changed")));
+  EXPECT_EQ(Bytes(), after);
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(Backups, A_side_that_was_destroyed_or_is_gone_comes_back) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto before = Bytes();
+  folder_.Write("billing.db", "what somebody has made of it");
+  fs::remove(folder_.Path() / "company.twq");
+  const auto ended = folder_.Twqb({"restore", set, "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_THAT(ended.out, AllOf(testing::ContainsRegex("billing +can't be compared"),
+                               testing::ContainsRegex("company +can't be compared")));
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(Backups, A_restore_is_refused_while_another_program_writes_to_a_side) {
+  folder_.Done({"backup"});
+  Send();
+  const auto after = Bytes();
+  const auto set = Sets().front().at("set").get<std::string>();
+  {
+    const LockedFile held(folder_.Path() / "billing.db");
+    const auto refused = folder_.Twqb({"restore", set, "--answers", "yes.txt"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("another program is writing to it"));
+  }
+  EXPECT_EQ(Bytes(), after);
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(Backups, Undo_takes_back_one_transfer_after_the_other) {
+  std::vector<std::vector<std::string>> states = {Bytes()};
+  Send();
+  states.push_back(Bytes());
+  Sql("INSERT INTO Client (ClientID) VALUES ('NEW')");
+  states.push_back(Bytes());
+  Send();
+
+  const auto undone = folder_.Done({"undo"});
+  EXPECT_THAT(undone, AllOf(HasSubstr("\"send clients\" of "), testing::ContainsRegex("company +Customer +2 +3 +1 "),
+                            HasSubstr("undo send clients: done\n")));
+  EXPECT_EQ(Bytes(), states[2]);
+
+  // A row came in between: that is nobody's to take back.
+  const auto refused = folder_.Twqb({"undo"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.out, testing::ContainsRegex("billing +Client +2 +3 +1 +0 +0\n"));
+  EXPECT_THAT(refused.err, HasSubstr("something has changed since it ended"));
+  EXPECT_EQ(Bytes(), states[2]);
+
+  Sql("DELETE FROM Client WHERE ClientID = 'NEW'");
+  folder_.Done({"undo"});
+  EXPECT_EQ(Linked(), "0");
+  EXPECT_EQ(Mark(folder_.Read("company.twq")), states[0][1]);
+  EXPECT_EQ(Mark(folder_.Read("billing.db")), states[0][0]);
+  EXPECT_EQ(folder_.Twqb({"undo"}).status, 2) << "nothing is left to take back";
+  ExpectNothingLeftBehind();
+}
+
+TEST_F(Backups, Undo_refuses_after_a_change_in_QuickBooks_or_of_a_setting_and_says_where) {
+  Send();
+  folder_.Write("vendor.xml",
+                "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">"
+                "<VendorAddRq><VendorAdd><Name>Hill</Name></VendorAdd></VendorAddRq></QBXMLMsgsRq></QBXML>");
+  folder_.Done({"company", "run", "vendor.xml"});
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_OptNever", "True"});
+  const auto after = Bytes();
+  const auto refused = folder_.Twqb({"undo"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.out, AllOf(testing::ContainsRegex("company +Vendor +0 +1 +1 +0 +0\n"),
+                                 testing::ContainsRegex("settings +entries .*")));
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("[QBSEND_] Clients_OptNever"), HasSubstr("twqb restore ")));
+  EXPECT_EQ(Bytes(), after);
+}
+
+TEST_F(Backups, A_transfer_that_was_killed_is_not_undone_but_can_be_restored) {
+  const auto before = Bytes();
+  {
+    HeldTransfer transfer(folder_, {"send", "clients", "--answers", "yes.txt"}, "CustomerAddRs");
+    transfer.Process().Signal(SIGKILL);
+    static_cast<void>(transfer.Finish());
+  }
+  const auto refused = folder_.Twqb({"undo"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("was broken off"), HasSubstr("twqb restore " + Newest())));
+  folder_.Done({"restore", Newest(), "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(Backups, A_restore_is_refused_while_a_transfer_or_a_session_is_at_work) {
+  Send();
+  HeldTransfer transfer(folder_, {"get", "clients", "--answers", "yes.txt"}, "CustomerQueryRs");
+  const auto refused = folder_.Twqb({"restore", "--answers", "yes.txt"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("A transfer is at work"));
+  EXPECT_EQ(transfer.Finish().exitStatus, 0);
+}
+
+// What holds of any firm.
+class BackupsOfFirms : public testing::TestWithParam<int> {};
+
+TEST_P(BackupsOfFirms, What_was_is_again_byte_for_byte) {
+  const WorkFolder folder;
+  folder.Done({"init", "--sample", "--size", "2", "--seed", std::to_string(GetParam())});
+  folder.Write("yes.txt", "default yes\n");
+  const auto bytes = [&] {
+    std::vector<std::string> all;
+    for (const auto& name : kFiles) all.push_back(Mark(folder.Read(name)));
+    return all;
+  };
+  std::vector<std::vector<std::string>> states = {bytes()};
+  folder.Done({"backup"});
+  for (const auto* verb : {"send", "get"}) {
+    static_cast<void>(folder.Twqb({verb, "all", "--answers", "yes.txt"}, {.unanswered = Unanswered::Expected}));
+    states.push_back(bytes());
+  }
+  EXPECT_NE(states[0], states[1]);
+  EXPECT_NE(states[1], states[2]);
+  folder.Done({"undo"});
+  EXPECT_EQ(bytes(), states[1]);
+  folder.Done({"undo"});
+  EXPECT_EQ(bytes(), states[0]);
+}
+
+INSTANTIATE_TEST_SUITE_P(Made, BackupsOfFirms, testing::Values(1, 2, 3));
+
+}  // namespace
+}  // namespace twqb::cli
