@@ -145,7 +145,7 @@ std::vector<CommandSyntax> AllCommands() {
   };
   add(TransferCommands());
   add(DeletionCommands());
-  add({EventsCommand(), StatusCommand(), BalancesCommand()});
+  add({EventsCommand(), StatusCommand(), BalancesCommand(), LinkCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), DemoCommand()});
   return all;

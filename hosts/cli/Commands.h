@@ -14,6 +14,7 @@ namespace twqb::cli {
 [[nodiscard]] CommandSyntax EventsCommand();
 [[nodiscard]] CommandSyntax StatusCommand();
 [[nodiscard]] CommandSyntax BalancesCommand();
+[[nodiscard]] CommandSyntax LinkCommand();
 [[nodiscard]] std::vector<CommandSyntax> LookupCommands();
 [[nodiscard]] CommandSyntax SettingsCommand();
 [[nodiscard]] CommandSyntax CompanyCommand();

@@ -17,6 +17,7 @@ Commands
   events on | off | status     subscribe to QuickBooks events, or take it back
   status                       how far each table is linked, when it went last
   balances                     what clients owe on both sides, and why it differs
+  link [TABLE] [--apply]       link rows to records that both sides have already
   list KIND [--all]            print a list of QuickBooks: customers, invoices ...
   accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)

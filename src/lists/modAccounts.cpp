@@ -9,6 +9,7 @@
 #include "engine/DependentPull.h"
 #include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
+#include "lists/SharedNames.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
@@ -172,6 +173,8 @@ constexpr std::array kReads = {QuickBooksRead{
     .readingFrom = 2,
 }};
 
+constexpr std::array<std::string_view, 1> kAccountCalled = {"Name"};
+
 }  // namespace
 
 constinit const Table kAccountsTable = {
@@ -188,7 +191,8 @@ constinit const Table kAccountsTable = {
     .send = MoveAccountsToQB,
     .lostLink = {.row = "account",
                  .record = "account",
-                 .keys = {"AccountList", "AccountID"},
+                 .keys = {.table = "AccountList", .column = "AccountID", .adds = "AccountAdd"},
+                 .called = {.elements = kAccountCalled, .sharing = kListsOfAccounts, .number = "AccountNumber"},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kAccountsTable, kAccounts, lost); }},
     .reads = kReads,
     .get = MoveAccountsToTW,

@@ -16,6 +16,7 @@
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
+#include "engine/RowLook.h"
 #include "engine/RowWalk.h"
 #include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
@@ -336,7 +337,8 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
     std::erase_if(bills, [](const Record& bill) { return bill.IsNothing(); });
   } else {
     const auto [from, to] = rows.Days();
-    bills = RecordsOfDays(BillRead(), from, to, lost.session);
+    bills = lost.look != nullptr ? lost.look->RecordsOfDays(BillRead(), from, to)
+                                 : RecordsOfDays(BillRead(), from, to, lost.session);
     // An employee's bill is some vendor's whom the user picked.
     const auto vendor = IsTrueFlag(*row, "isSub") ? LinkOfPerson(person) : std::string();
     std::erase_if(bills, [&](const Record& bill) {
@@ -344,6 +346,10 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
     });
   }
   std::erase_if(bills, [&](const Record& bill) { return !rows.Fits(bill); });
+  if (lost.look != nullptr) {
+    lost.look->Take(std::move(bills));
+    return {.end = TakenUp::End::NotAdded};
+  }
   if (bills.size() != 1) {
     if (bills.empty() && !lost.isCertain) return {.end = TakenUp::End::NotAdded};
     return {.why = fmt::format("QuickBooks has {} bills with its lines that nothing is linked to", bills.size())};

@@ -53,6 +53,8 @@ constexpr std::array kReads = {
     },
 };
 
+constexpr std::array kLines = {KeyPlace{.table = "ExpenseLog", .column = "ELID"}};
+
 }  // namespace
 
 constinit const Table kExpenseLogTable = {
@@ -67,7 +69,11 @@ constinit const Table kExpenseLogTable = {
     .sends = SentRows::NamedAlone,
     .send = MoveExpenseLogToQB,
     .afterSend = ReviewTransferredBill,
-    .lostLink = {.row = "expense", .record = "bill", .keys = {"ExpenseLog", "ELID"}, .takeUp = TakeUpExpenseLinks},
+    .lostLink = {.row = "expense",
+                 .record = "bill",
+                 .keys = {.table = "ExpenseLog", .column = "ELID", .adds = "BillAdd", .condition = "ELPosted = -1"},
+                 .lines = kLines,
+                 .takeUp = TakeUpExpenseLinks},
     .reads = kReads,
     .beforeReads = TellVersion1,
     .get = MoveExpenseLogToTW,

@@ -37,6 +37,9 @@ constexpr std::array kReads = {QuickBooksRead{
     .transaction = TransactionQuery{.takesTransactionDates = true, .names = NamePair::Entities},
 }};
 
+constexpr std::array kLines = {KeyPlace{.table = "TimeEntry", .column = "TEID"},
+                               KeyPlace{.table = "ExpenseLog", .column = "ELID"}};
+
 }  // namespace
 
 constinit const Table kVendorBillTable = {
@@ -51,7 +54,8 @@ constinit const Table kVendorBillTable = {
     .send = MoveVendorBillToQB,
     .lostLink = {.row = "vendor bill",
                  .record = "bill",
-                 .keys = {"VendorBill", "VendorBillID"},
+                 .keys = {.table = "VendorBill", .column = "VendorBillID", .adds = "BillAdd"},
+                 .lines = kLines,
                  .takeUp = TakeUpVendorBillLinks},
     .reads = kReads,
     .get = MoveVendorBillToTW,
