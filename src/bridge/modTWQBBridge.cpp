@@ -229,7 +229,7 @@ bool InSession(bool isQBSingleMode, Work&& work) {
   Outcome outcome;
   // Ahead of a get, too: it would bring in as a new row what a row has lost the link to.
   if (TakeUpLostLinks(*session)) outcome = std::forward<Work>(work)(*session);
-  ForgetTakenUp(*session);
+  DropWhatIsSettled(*session);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
 }
