@@ -145,7 +145,7 @@ std::vector<CommandSyntax> AllCommands() {
   };
   add(TransferCommands());
   add(DeletionCommands());
-  add({EventsCommand(), StatusCommand(), BalancesCommand(), LinkCommand()});
+  add({EventsCommand(), StatusCommand(), BalancesCommand(), LinkCommand(), CheckCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), DemoCommand()});
   return all;

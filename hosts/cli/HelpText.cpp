@@ -18,6 +18,7 @@ Commands
   status                       how far each table is linked, when it went last
   balances                     what clients owe on both sides, and why it differs
   link [TABLE] [--apply]       link rows to records that both sides have already
+  check [TABLE]                what a send would refuse, cut or leave behind
   list KIND [--all]            print a list of QuickBooks: customers, invoices ...
   accounts | is-job ID         its accounts; whether a customer is a job
   settings get SECTION KEY     print a setting    (set SECTION KEY VALUE, or list)

@@ -29,12 +29,16 @@ struct RowAsSent {
 // Why a row does not go.
 enum class Stays : std::uint8_t {
   Never,   // its table does not send such rows
-  Lacking  // what it belongs to has no link yet
+  Lacking,  // what it belongs to has no link yet
+  InPart,   // it goes without some of its lines
 };
 
 class RowLook {
  public:
   virtual ~RowLook() = default;
+
+  // Whether it asks what QuickBooks has of the row, or no more than what the row would be there.
+  [[nodiscard]] virtual bool WantsRecords() const { return true; }
 
   // A list's row, ahead of all else.
   virtual void NoteRow(const ado::Recordset& row) = 0;
@@ -51,5 +55,8 @@ class RowLook {
   // Which of them the table's own rules leave.
   virtual void Take(std::vector<Record> records) = 0;
 };
+
+// Whether the request of a transaction has nobody whom QuickBooks knows where it has a place for one.
+[[nodiscard]] bool LacksPerson(const RequestField& request);
 
 }  // namespace twqb

@@ -101,7 +101,9 @@ class TableLook final : public RowLook {
     }
     seen_.face.called.push_back(person);
   }
-  void NoteStays(Stays /*stays*/, std::string /*why*/) override { seen_.stays = true; }
+  void NoteStays(Stays stays, std::string /*why*/) override {
+    if (stays != Stays::InPart) seen_.stays = true;
+  }
   void NoteUnreadableDate() override {}
   void NoteAtTop() override {
     if (atTop_ == AtTop::Stays) seen_.stays = true;
@@ -153,16 +155,6 @@ class TableLook final : public RowLook {
   }
 
  private:
-  // Whether a transaction has no person that QuickBooks knows: theirs has no link yet.
-  static bool LacksPerson(const RequestField& request) {
-    return std::ranges::any_of(kPersons, [&](std::string_view person) {
-      bool lacks = false;
-      // A request that has no such person lacks none.
-      IgnoreErrors([&] { lacks = request[person]["ListID"].GetValue().empty(); });
-      return lacks;
-    });
-  }
-
   static std::string_view KeyOf(const QuickBooksRead& read) { return read.requests.front(); }
 
   void NoteDays(const QuickBooksRead& read, Date from, Date to) {

@@ -341,6 +341,13 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
                                                  ado::CursorType::Static, ado::LockType::ReadOnly);
   if (row->Eof()) return {.end = TakenUp::End::RowGone};
   const auto person = ColumnText(*row, "EmployeeID");
+  if (lost.look != nullptr) {
+    BillInHand bill(lost.session);
+    if (!bill.AppendLine(*row, kColumns, kExpenseCodes)) {
+      lost.look->NoteStays(Stays::InPart, "its project or its code has no link yet");
+    }
+    if (!lost.look->WantsRecords()) return {.end = TakenUp::End::NotAdded};
+  }
   BillOfRows rows(lost, person);
   auto bills = std::vector<Record>();
   if (!lost.record.IsNothing()) {
