@@ -144,7 +144,8 @@ std::vector<CommandSyntax> AllCommands() {
   add(DeletionCommands());
   add({DeletionsCommand()});
   add(BackupCommands());
-  add({EventsCommand(), StatusCommand(), BalancesCommand(), DiffCommand()});
+  add({EventsCommand(), StatusCommand(), BalancesCommand(), DiffCommand(), LinkCommand(),
+       CheckCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), ImportCommand(), DemoCommand()});
   return all;

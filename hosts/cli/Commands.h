@@ -15,6 +15,8 @@ namespace twqb::cli {
 [[nodiscard]] CommandSyntax StatusCommand();
 [[nodiscard]] CommandSyntax BalancesCommand();
 [[nodiscard]] CommandSyntax DiffCommand();
+[[nodiscard]] CommandSyntax LinkCommand();
+[[nodiscard]] CommandSyntax CheckCommand();
 [[nodiscard]] std::vector<CommandSyntax> LookupCommands();
 [[nodiscard]] CommandSyntax SettingsCommand();
 [[nodiscard]] CommandSyntax CompanyCommand();

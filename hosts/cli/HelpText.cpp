@@ -22,6 +22,8 @@ Commands
   undo                         take the last transfer back
   status [--deep]              how far each table is linked, when it went last
   balances                     what clients owe on both sides, compared
+  link [TABLE] [--apply]       link rows to records that both sides have already
+  check [TABLE]                what a send would refuse, cut or leave behind
   diff [TABLE] [ID]            in what linked pairs differ, whose side is taken
   list KIND [--all]            print a list of QuickBooks, such as customers
   accounts | is-job ID         its accounts; whether a customer is a job

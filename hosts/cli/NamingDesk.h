@@ -50,6 +50,7 @@ class NamingObserver final : public RunObserver {
   }
   void WalkEnded(const TableInHand& table, const Extent& extent) override { inner_.WalkEnded(table, extent); }
   void LostLinkTold(const LostLinkAccount& link) override { inner_.LostLinkTold(link); }
+  void LikelyTwinsTold(const LikelyTwinsAccount& twins) override { inner_.LikelyTwinsTold(twins); }
   void TableSkipped(const TableInHand& table) override { inner_.TableSkipped(table); }
   void TableEnded(const TableInHand& table, std::string_view narrowed) override {
     desk_.NameInNextBox({});

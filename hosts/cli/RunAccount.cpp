@@ -90,6 +90,14 @@ void RunAccount::LostLinkTold(const LostLinkAccount& link) {
   Tell(link.text);
 }
 
+void RunAccount::LikelyTwinsTold(const LikelyTwinsAccount& twins) {
+  const auto name = TypedName(static_cast<enTables>(twins.table.number));
+  const auto rows = twins.rows == 1 ? fmt::format("1 row of {} without a link looks like a record", name)
+                                    : fmt::format("{} rows of {} without a link look like records", twins.rows, name);
+  Tell(fmt::format("{} that QuickBooks has already.{} See \"twqb link {}\".", rows,
+                   twins.stops ? " Nothing is sent." : "", name));
+}
+
 void RunAccount::TableSkipped(const TableInHand& table) { TallyOf(table.number).skipped = true; }
 
 void RunAccount::TableEnded(const TableInHand& table, std::string_view narrowed) {

@@ -34,6 +34,7 @@ class RunAccount final : public RunObserver {
   void ErrorTold(const ErrorAccount& error) override;
   void WalkEnded(const TableInHand& table, const Extent& extent) override;
   void LostLinkTold(const LostLinkAccount& link) override;
+  void LikelyTwinsTold(const LikelyTwinsAccount& twins) override;
   void TableSkipped(const TableInHand& table) override;
   void TableEnded(const TableInHand& table, std::string_view narrowed) override;
 

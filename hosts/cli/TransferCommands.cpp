@@ -46,7 +46,11 @@ TransferRequest RequestOf(Direction direction, const TransferArguments& argument
   // An empty one would be no filter at all.
   if (arguments.id && arguments.id->empty()) throw UsageError("--id needs the identifier of a record.");
   if (arguments.id && table == enInvoices && direction == Direction::Send) RequireProjectAndNumber(*arguments.id);
-  return {.direction = direction, .table = table, .id = arguments.id, .sync = arguments.sync};
+  return {.direction = direction,
+          .table = table,
+          .id = arguments.id,
+          .sync = arguments.sync,
+          .likelyTwins = arguments.strict ? LikelyTwins::Stop : LikelyTwins::Told};
 }
 
 // What the last line says of a transfer.
@@ -140,7 +144,10 @@ CommandSyntax SyntaxOf(Direction direction) {
             .text = "Of two linked records the newer one wins, whatever the settings say",
             .target = &arguments->sync},
            {.name = "--strict",
-            .text = "Exit status 1 when an error was told, or a record refused, though the transfer went on",
+            .text = sends
+                        ? "Exit status 1 when an error was told, or a record refused, though the transfer went on; and "
+                          "nothing is sent when rows look like records that QuickBooks has"
+                        : "Exit status 1 when an error was told, or a record refused, though the transfer went on",
             .target = &arguments->strict},
            {.name = "--report",
             .text = "Write what became of each record to FILE, and why, as JSON Lines",

@@ -20,6 +20,7 @@ BridgeOperation TransferOperation(const TransferRequest& request) {
   return {.name = sends ? "SendDataToQB" : "GetDataFromQB",
           .arguments = {DeclaredName(request.table)},
           .run = [request, sends](CTWQBBridge& bridge) {
+            Vars().likelyTwins = request.likelyTwins;
             bridge.SetUsePreferencesTW(!request.id.has_value());
             bridge.SetPassedID(request.id.value_or(""));
             bridge.SetIsSync(request.sync);

@@ -8,6 +8,7 @@
 
 #include "cli/Operations.h"
 #include "services/Direction.h"
+#include "services/ModuleVariables.h"
 #include "twqb/enTables.h"
 
 namespace twqb::cli {
@@ -17,6 +18,7 @@ struct TransferRequest {
   enTables table = enAll;
   std::optional<std::string> id = {};  // the one record; nothing: what the saved filters let through
   bool sync = false;                   // the newer record wins, whatever the settings say
+  LikelyTwins likelyTwins = LikelyTwins::NotLookedFor;
 };
 
 // The tables that it moves by itself, in their order; what it pulls beside them is not among them. Those of the library

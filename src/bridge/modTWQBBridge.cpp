@@ -2,10 +2,13 @@
 
 #include <fmt/core.h>
 
+#include <set>
+
 #include "bridge/Tables.h"
 #include "engine/LostAdditions.h"
 #include "engine/RecordReader.h"
 #include "engine/SelectionQueries.h"
+#include "engine/TwinFinder.h"
 #include "events/modSubscribe.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
@@ -214,9 +217,10 @@ bool TakeUpLostLinks(QBSessionManager& session) {
   });
 }
 
-bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
-  Run& run = Vars();
-  if (!CheckQBSession(true, options.isQBSingleMode)) return false;
+// Runs `work` in a session, with the call-back held and lost links taken up.
+template <typename Work>
+bool InSession(bool isQBSingleMode, Work&& work) {
+  if (!CheckQBSession(true, isQBSingleMode)) return false;
   Vars().g_IsSubscribed = HasEvents() && IsSubscribed();
   int modeBefore = 0;
   if (Vars().g_IsSubscribed) HoldCallback(modeBefore);
@@ -224,12 +228,56 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
   const auto session = Vars().g_QBSession;
   Outcome outcome;
   // Ahead of a get, too: it would bring in as a new row what a row has lost the link to.
-  if (TakeUpLostLinks(*session)) {
-    outcome = table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
-  }
+  if (TakeUpLostLinks(*session)) outcome = std::forward<Work>(work)(*session);
   DropWhatIsSettled(*session);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
+}
+
+bool IsSkipped(const Transfer& transfer, const Table& table, Run& run) {
+  return FilterReader(transfer.section, table.names.Of(transfer.direction), run).Flag("_ChkSkip");
+}
+
+// Ahead of a send: whether it goes, now that it was told which rows would be in QuickBooks twice.
+bool GoesBesideTwins(const Transfer& transfer, std::int32_t number, const TransferOptions& options,
+                     QBSessionManager& session) {
+  Run& run = Vars();
+  const auto wish = Vars().likelyTwins;
+  if (wish == LikelyTwins::NotLookedFor || transfer.direction != Direction::Send) return true;
+  bool goes = true;
+  for (const auto* table : Tables()) {
+    if (number == enAll ? !GoesWithAll(*table, Direction::Send) : table->number != number) continue;
+    PairSearch search;
+    if (!options.usePreferencesTW) {
+      // A transaction is named otherwise than by its key.
+      if (table->reads.front().transaction) continue;
+      search.key = Vars().g_PassedID;
+    } else if (IsSkipped(transfer, *table, run)) {
+      continue;
+    }
+    std::set<std::string> rows;
+    const auto raised = CatchError([&] {
+      for (const auto& pair : FindLikelyPairs(*table, Tables(), session, search).pairs) rows.insert(pair.key);
+    });
+    // What can't be read is the send's to tell of; but who wants to stop must not go on blindly.
+    if (raised && wish == LikelyTwins::Stop) throw PlatformError(*raised);
+    if (rows.empty()) continue;
+    if (wish == LikelyTwins::Stop) goes = false;
+    if (auto* observer = Vars().observer) {
+      observer->LikelyTwinsTold({.table = {.number = table->number, .direction = Direction::Send},
+                                 .rows = rows.size(),
+                                 .stops = wish == LikelyTwins::Stop});
+    }
+  }
+  return goes;
+}
+
+bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOptions& options) {
+  Run& run = Vars();
+  return InSession(options.isQBSingleMode, [&](QBSessionManager& session) {
+    if (!GoesBesideTwins(transfer, table, options, session)) return Outcome();
+    return table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
+  });
 }
 
 // The filters of a get, as the reader takes them.
@@ -279,6 +327,15 @@ bool SendData(std::int32_t table, const TransferOptions& options) {
 
 bool GetData(std::int32_t table, const TransferOptions& options) {
   return RunAs("GetDataFromQB", false, [&] { return RunTransfer(kGet, table, options); });
+}
+
+bool LinkRows(bool isQBSingleMode, const std::function<void(QBSessionManager& session)>& work) {
+  return RunAs("LinkRows", false, [&] {
+    return InSession(isQBSingleMode, [&](QBSessionManager& session) {
+      work(session);
+      return Outcome{.result = true};
+    });
+  });
 }
 
 bool GetSavedFilters(std::string_view strPrefix, std::int32_t table, SavedFilters& filters) {

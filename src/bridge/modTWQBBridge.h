@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "engine/SavedFilters.h"
 #include "platform/ado.h"
+#include "quickbooks/QBSessionManager.h"
 #include "twqb/enTables.h"
 
 namespace twqb {
@@ -21,6 +23,10 @@ struct TransferOptions {
 // The two transfers; False when something failed, which the user has been told.
 bool SendData(std::int32_t table, const TransferOptions& options);
 bool GetData(std::int32_t table, const TransferOptions& options);
+
+// What writes links to rows beside the transfers (bridge/Linking.h): `work` in a session of its own, what an earlier
+// send left taken up ahead of it. False when there is none, or it raised, which the user has been told.
+bool LinkRows(bool isQBSingleMode, const std::function<void(QBSessionManager& session)>& work);
 
 // Reads the saved filters of a table. Clears nothing: a text whose option is off stays as it was. Of a table to be left
 // out nothing else is read. False after ErrorHandler.

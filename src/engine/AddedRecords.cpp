@@ -9,6 +9,7 @@
 
 #include "engine/Mapping.h"
 #include "engine/ReadQueries.h"
+#include "engine/RowLook.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
@@ -21,7 +22,8 @@ namespace twqb {
 
 namespace {
 
-std::string NameForComparison(std::string_view name) { return FoldCase(Trim(name)); }
+// The end of a line comes back as one character.
+std::string NameForComparison(std::string_view name) { return FoldCase(Trim(ReplaceAll(name, kCrLf, "\n"))); }
 
 // What tells one transaction from another, of those that the request has.
 constexpr std::array<std::string_view, 11> kTelling = {"TxnDate",
@@ -36,37 +38,15 @@ constexpr std::array<std::string_view, 11> kTelling = {"TxnDate",
                                                        "Memo",
                                                        "PaymentMethodRef.FullName"};
 
-// The field of the record as text; nothing where this kind of record has none.
-std::optional<std::string> TextAt(const Record& record, std::string_view path) {
-  std::optional<std::string> text;
-  IgnoreErrors([&] {
-    auto field = record;
-    for (const auto& step : Split(path, '.')) {
-      if (field.IsNothing()) break;
-      field = field[step];
-    }
-    text = field.GetValueOrEmpty();
-  });
-  return text;
-}
-
 // The same of a request; nothing where it has none, or leaves it empty.
 std::optional<std::string> TextAt(const RequestField& request, std::string_view path) {
   std::optional<std::string> text;
   IgnoreErrors([&] {
     const auto field = FieldAtPath(request, path);
-    if (field.IsSet()) text = field.GetValue();
+    // As it goes on the wire.
+    if (field.IsSet()) text = XmlText(field.GetValue());
   });
   return text;
-}
-
-// Whether two texts of a field mean the same.
-bool MeanTheSame(std::string_view a, std::string_view b) {
-  if (NameForComparison(a) == NameForComparison(b)) return true;
-  if (const auto span = messages::ParseTimeInterval(a)) return span == messages::ParseTimeInterval(b);
-  bool same = false;
-  IgnoreErrors([&] { same = TextToNumber(a) == TextToNumber(b); });
-  return same;
 }
 
 bool IsLike(const Record& record, const RequestField& request, std::string_view name, bool isTransaction) {
@@ -112,6 +92,27 @@ bool IsLinked(std::string_view table, const std::string& identifier, ado::Connec
 
 }  // namespace
 
+std::optional<std::string> TextAt(const Record& record, std::string_view path) {
+  std::optional<std::string> text;
+  IgnoreErrors([&] {
+    auto field = record;
+    for (const auto& step : Split(path, '.')) {
+      if (field.IsNothing()) break;
+      field = field[step];
+    }
+    text = field.GetValueOrEmpty();
+  });
+  return text;
+}
+
+bool MeanTheSame(std::string_view a, std::string_view b) {
+  if (NameForComparison(a) == NameForComparison(b)) return true;
+  if (const auto span = messages::ParseTimeInterval(a)) return span == messages::ParseTimeInterval(b);
+  bool same = false;
+  IgnoreErrors([&] { same = TextToNumber(a) == TextToNumber(b); });
+  return same;
+}
+
 bool IsCarriedOut(const Response& response) {
   constexpr std::int32_t kFirstRefusal = 1000;
   return response.StatusCode() >= 0 && response.StatusCode() < kFirstRefusal;
@@ -128,6 +129,9 @@ std::string IdentifierOf(const Record& record) {
 
 std::vector<Record> UnlinkedRecordsLike(const LostAddition& lost, std::string_view linkedIn, const QuickBooksRead& read,
                                         const RequestField& request, std::string_view name) {
+  if (lost.look != nullptr) {
+    return lost.look->RecordsLike({.linkedIn = linkedIn, .read = read, .request = request, .name = name});
+  }
   constexpr std::string_view kAdd = "Add";
   const auto element = fmt::format("{}Ret", lost.request.substr(0, lost.request.size() - kAdd.size()));
   const bool isTransaction = read.transaction.has_value();
@@ -148,14 +152,19 @@ std::vector<Record> UnlinkedRecordsLike(const LostAddition& lost, std::string_vi
   return found;
 }
 
+std::vector<Record> AllRecords(const QuickBooksRead& read, QBSessionManager& session) {
+  return RecordsOf(read, {}, session);
+}
+
 std::vector<Record> RecordsOfDays(const QuickBooksRead& read, Date from, Date to, QBSessionManager& session) {
   return RecordsOf(read, {.strTxnFrom = messages::DateText(from), .strTxnTo = messages::DateText(to)}, session);
 }
 
 bool SaysTheSame(const Record& record, const RequestField& request, std::span<const std::string_view> paths) {
   return std::ranges::all_of(paths, [&](std::string_view path) {
-    const auto asked = TextAt(request, path).value_or("");
-    const auto found = TextAt(record, path).value_or("");
+    // Blanks are nothing to QuickBooks.
+    const auto asked = Trim(TextAt(request, path).value_or(""));
+    const auto found = Trim(TextAt(record, path).value_or(""));
     return asked.empty() == found.empty() && (asked.empty() || MeanTheSame(asked, found));
   });
 }
@@ -171,6 +180,10 @@ AddedRecord FindAdded(const LostAddition& lost, std::string_view link, const Qui
   const auto leadsSomewhere = [&] {
     return !link.empty() && link != lost.replaces && !RecordOf(read, link, lost.session).IsNothing();
   };
+  if (lost.look != nullptr) {
+    lost.look->Take(recordsLike());
+    return {.taken = {.end = End::NotAdded}};
+  }
   auto record = lost.record;
   if (record.IsNothing()) {
     auto found = recordsLike();

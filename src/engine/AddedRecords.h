@@ -6,6 +6,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -32,6 +33,13 @@ namespace twqb {
                                                       const QuickBooksRead& read, const RequestField& request,
                                                       std::string_view name = {});
 
+// The field of a record as text, "" where it stands there without one; nothing where this kind of record has none.
+[[nodiscard]] std::optional<std::string> TextAt(const Record& record, std::string_view path);
+// Whether two texts of a field mean the same.
+[[nodiscard]] bool MeanTheSame(std::string_view a, std::string_view b);
+
+// All that a read finds, active or not, of every kind that it asks for.
+[[nodiscard]] std::vector<Record> AllRecords(const QuickBooksRead& read, QBSessionManager& session);
 // The transactions of those days.
 [[nodiscard]] std::vector<Record> RecordsOfDays(const QuickBooksRead& read, Date from, Date to,
                                                 QBSessionManager& session);

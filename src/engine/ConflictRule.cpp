@@ -7,12 +7,14 @@ TwinRule TwinRuleOf(bool never, bool newerWins) {
   return newerWins ? TwinRule::NewerWins : TwinRule::Overwrite;
 }
 
-std::int64_t BillingAhead(const ConflictCase& conflict) {
+Date OnTheClock(Date quickBooksTime, TimeZoneState clock) {
   // QuickBooks' time is standard time all year, and the billing time is on the clock of now, summer and winter: the
   // shift hangs on that clock and not on the record's own date.
-  const auto quickBooksTime =
-      conflict.clock == TimeZoneState::Daylight ? conflict.quickBooksTime.PlusHours(1) : conflict.quickBooksTime;
-  return conflict.billingTime.Milliseconds() - quickBooksTime.Milliseconds();
+  return clock == TimeZoneState::Daylight ? quickBooksTime.PlusHours(1) : quickBooksTime;
+}
+
+std::int64_t BillingAhead(const ConflictCase& conflict) {
+  return conflict.billingTime.Milliseconds() - OnTheClock(conflict.quickBooksTime, conflict.clock).Milliseconds();
 }
 
 bool RecordMoves(const ConflictCase& conflict) {

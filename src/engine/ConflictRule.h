@@ -26,6 +26,9 @@ struct ConflictCase {
   Date billingTime;                               // local time, as GetTWDateOfUpdation gives it
 };
 
+// QuickBooks' time as the clock of that moment shows it, on which the billing time is, too.
+[[nodiscard]] Date OnTheClock(Date quickBooksTime, TimeZoneState clock);
+
 // By how many milliseconds BillingDb's side is the later one; below nothing where QuickBooks' side is. Regards nothing
 // but the times and the clock.
 [[nodiscard]] std::int64_t BillingAhead(const ConflictCase& conflict);

@@ -8,6 +8,7 @@
 #include "engine/LostAdditions.h"
 #include "engine/PairMoves.h"
 #include "engine/RecordReader.h"
+#include "engine/RowLook.h"
 #include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
 #include "messages/StatusCodes.h"
@@ -50,6 +51,22 @@ void WriteListLink(const ListTable& list, const SendRecord& record, const std::s
   WriteLink(connection, place, listId);
   Vars().g_NewQBLinkID = listId;
   if (record.lastUpdatedIsNull) StampRow(list, place, record.key, connection);
+}
+
+// --- A look at a row -------------------------------------------------------------------------------------------------
+
+void NoteAdmission(const ListSend& send, const ado::Recordset& row, RowLook& look) {
+  look.NoteRow(row);
+  const auto admission = send.admit == nullptr ? Admission::Admitted : send.admit(row);
+  if (admission == Admission::PassedOver) look.NoteStays(Stays::Never, {});
+  if (admission == Admission::Lacking) look.NoteStays(Stays::Lacking, "what it belongs to has no link yet");
+}
+
+void NoteRead(const ListTable& list, const ado::Recordset& row, const SendRecord& record, RowLook& look) {
+  if (record.passedOver) look.NoteStays(Stays::Never, {});
+  if (record.isAtTop) look.NoteAtTop();
+  const auto date = record.date ? *record.date : RowDate(list, row);
+  if (!date) look.NoteUnreadableDate();
 }
 
 class ListSendWork final : public RowWork {
@@ -348,7 +365,9 @@ TakenUp TakeUpListLink(const Table& table, const ListTable& list, const LostAddi
   const auto& send = list.send;
   SendRecord record;
   record.key = lost.key;
+  if (lost.look != nullptr) NoteAdmission(send, *row, *lost.look);
   ReadSendRecord(send, *row, record);
+  if (lost.look != nullptr) NoteRead(list, *row, record, *lost.look);
   const auto link = record.linkId;
   record.linkId.clear();
   record.countedName = CountedName(record.countedName, lost.attempt);

@@ -1,6 +1,7 @@
 #include "engine/Mapping.h"
 
 #include "platform/Text.h"
+#include "services/ModuleVariables.h"
 
 namespace twqb {
 
@@ -22,7 +23,7 @@ bool Applies(SendField::When when, const Value& value, std::string_view text) {
 
 void SetField(const RequestField& target, const SendField& field, std::string_view text) {
   if (field.length > 0) {
-    target.SetValue(Left(text, field.length));
+    SetCutTo(target, text, field.length);
   } else if (field.cut == SendField::Cut::ToMaxLength) {
     SetCut(target, text);
   } else {
@@ -64,7 +65,18 @@ Record FieldAtPath(const Record& record, std::string_view path) {
 }
 
 void SetCut(const RequestField& field, std::string_view text) {
-  field.SetValue(Left(text, static_cast<std::size_t>(field.GetMaxLength())));
+  SetCutTo(field, text, static_cast<std::size_t>(field.GetMaxLength()));
+}
+
+void SetCutTo(const RequestField& field, std::string_view text, std::size_t length) {
+  const auto kept = Left(text, length);
+  NoteCut(field, text, kept);
+  field.SetValue(kept);
+}
+
+void NoteCut(const RequestField& field, std::string_view text, std::string_view kept) {
+  if (Vars().cuts == nullptr || kept.size() >= text.size()) return;
+  Vars().cuts->push_back({.field = std::string(field.Name()), .text = std::string(text), .kept = std::string(kept)});
 }
 
 int SendFields(const RequestField& request, const ado::Recordset& row, std::span<const SendField> fields) {

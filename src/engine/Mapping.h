@@ -34,8 +34,19 @@ struct SendField {
 // Answers how many of the fields were set.
 int SendFields(const RequestField& request, const ado::Recordset& row, std::span<const SendField> fields);
 
-// Sets a text, cut to the field's greatest length as QuickBooks tells it.
+// Sets a text, cut to the field's greatest length as QuickBooks tells it; to a length of the table's own.
 void SetCut(const RequestField& field, std::string_view text);
+void SetCutTo(const RequestField& field, std::string_view text, std::size_t length);
+
+// A text on its way to QuickBooks that was cut, for who looks at what would be lost.
+struct CutText {
+  std::string field;
+  std::string text;
+  std::string kept;
+};
+// Notes it, where somebody does and something is lost. A table calls it that cuts otherwise.
+void NoteCut(const RequestField& field, std::string_view text, std::string_view kept);
+
 // Refers to what has that identifier; without one, by name.
 void AssignReference(const RequestField& reference, std::string_view listID, std::string_view name);
 // The field at a path whose steps are separated by dots.

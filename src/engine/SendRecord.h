@@ -15,6 +15,7 @@ struct SendRecord {
   std::string linkId;  // empty: no twin
   bool lastUpdatedIsNull = false;
   std::string countedName;  // as built; the request cuts it
+  bool isAtTop = false;     // what it belongs under has no link yet, so it would go above its place
   std::string parentLink;   // what it hangs under in QuickBooks, where a hook looked for it
   Record twin;              // nothing where there is none
   bool passedOver = false;  // a hook wants no more of the row than its progress

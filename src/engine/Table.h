@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/ConflictRule.h"
 #include "engine/QuickBooksRead.h"
@@ -89,6 +90,8 @@ struct QuickBooksDeletion {
   std::int32_t accepted = 0;                   // a status that counts as success
 };
 
+class RowLook;
+
 // An addition of which QuickBooks keeps the outcome, while the link of its row may be missing.
 struct LostAddition {
   std::string_view key;      // as the addition named its row
@@ -99,6 +102,7 @@ struct LostAddition {
   std::string replaces;      // the twin in the place of which it was added; "" for none
   ado::Connection& connection;
   QBSessionManager& session;
+  RowLook* look = nullptr;  // not nothing: it is no addition, and nothing is written (engine/RowLook.h)
 };
 
 // What came of it.
@@ -122,6 +126,18 @@ struct TakenUp {
 struct KeyPlace {
   std::string_view table = {};
   std::string_view column = {};
+  std::string_view adds = {};            // the request that adds such a row: "CustomerAdd"
+  std::string_view condition = "1 = 1";  // which of the table's rows
+};
+
+// What people call a row and its twin, of a list: the name that the send gives the twin is one of them. Transactions go
+// by number, date and person.
+struct Called {
+  std::span<const std::string_view> columns = {};   // of the selection: each holds a name
+  std::span<const std::string_view> person = {};    // together they are one, in this order
+  std::span<const std::string_view> elements = {};  // of the record
+  std::span<const std::string_view> sharing = {};   // the queries whose records can't have the same name
+  std::string_view number = {};                     // of request and record; nobody else has it: "AccountNumber"
 };
 
 // How a row gets a link that was lost.
@@ -130,6 +146,8 @@ struct LostLink {
   std::string_view record;  // and its twin: "customer"
   KeyPlace keys;            //
   KeyPlace otherKeys = {};  // where a table names rows of two tables
+  Called called = {};
+  std::span<const KeyPlace> lines = {};  // where rows stand that are linked to lines of the record
   // Writes what the send would have written behind its answer. May raise.
   TakenUp (*takeUp)(const LostAddition& lost) = nullptr;
 };
@@ -146,6 +164,7 @@ struct Table {
   SentRows sends = SentRows::Selected;
   void (*send)(const SendCall& call) = nullptr;
   void (*afterSend)(QBSessionManager& session) = nullptr;  // of named rows
+  std::vector<std::string> (*secures)() = nullptr;         // names of records that it adds ahead of its rows
   LostLink lostLink = {};                                  // of a table that adds
 
   // The get, likewise.

@@ -20,8 +20,12 @@ void WriteLink(ado::Connection& connection, const RowPlace& place, std::string_v
 }
 
 void WriteStamp(ado::Connection& connection, const RowPlace& place) {
-  const auto now = FormatSQLDate(LocalToUTC(TheMachine().Now()), DateForm::WithTime);
-  connection.Execute(Sql("UPDATE {} SET LastUpdated = '{}' WHERE {};", place.table, now, place.condition), nullptr);
+  WriteStamp(connection, place, LocalToUTC(TheMachine().Now()));
+}
+
+void WriteStamp(ado::Connection& connection, const RowPlace& place, Date utc) {
+  const auto moment = FormatSQLDate(utc, DateForm::WithTime);
+  connection.Execute(Sql("UPDATE {} SET LastUpdated = '{}' WHERE {};", place.table, moment, place.condition), nullptr);
 }
 
 }  // namespace twqb

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Date.h"
 #include "platform/ado.h"
 #include "services/Sql.h"
 
@@ -25,5 +26,7 @@ void WriteLink(ado::Connection& connection, const RowPlace& place, std::string_v
 
 // Stamps the rows with the present moment.
 void WriteStamp(ado::Connection& connection, const RowPlace& place);
+// The same with another one.
+void WriteStamp(ado::Connection& connection, const RowPlace& place, Date utc);
 
 }  // namespace twqb

@@ -9,6 +9,7 @@
 #include "engine/DependentPull.h"
 #include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
+#include "lists/SharedNames.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
@@ -173,6 +174,7 @@ constexpr std::array kReads = {QuickBooksRead{
 }};
 
 constexpr std::array kParents = {RowParent{"ParentAccountID", "AccountList", "AccountID"}};
+constexpr std::array<std::string_view, 1> kAccountCalled = {"Name"};
 
 }  // namespace
 
@@ -191,7 +193,8 @@ constinit const Table kAccountsTable = {
     .send = MoveAccountsToQB,
     .lostLink = {.row = "account",
                  .record = "account",
-                 .keys = {"AccountList", "AccountID"},
+                 .keys = {.table = "AccountList", .column = "AccountID", .adds = "AccountAdd"},
+                 .called = {.elements = kAccountCalled, .sharing = kListsOfAccounts, .number = "AccountNumber"},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kAccountsTable, kAccounts, lost); }},
     .reads = kReads,
     .get = MoveAccountsToTW,

@@ -9,6 +9,7 @@
 #include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
 #include "lists/Items.h"
+#include "lists/SharedNames.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
@@ -222,6 +223,10 @@ constexpr std::array kReads = {QuickBooksRead{
     .readingText = "Reading Projects from QuickBooks...",
 }};
 
+// A sub-item's full name is a key of two parts.
+constexpr std::array<std::string_view, 1> kCalled = {"ActivityID"};
+constexpr std::array<std::string_view, 2> kItemCalled = {"Name", "FullName"};
+
 }  // namespace
 
 constinit const Table kActivitiesTable = {
@@ -240,7 +245,8 @@ constinit const Table kActivitiesTable = {
     .send = MoveActivityToQB,
     .lostLink = {.row = "activity",
                  .record = "item",
-                 .keys = {"Activity", "ActivityID"},
+                 .keys = {.table = "Activity", .column = "ActivityID", .adds = "ItemServiceAdd"},
+                 .called = {.columns = kCalled, .elements = kItemCalled, .sharing = kListsOfItems},
                  .takeUp =
                      [](const LostAddition& lost) { return TakeUpListLink(kActivitiesTable, kActivities, lost); }},
     .reads = kReads,

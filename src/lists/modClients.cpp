@@ -5,6 +5,7 @@
 #include <array>
 #include <vector>
 
+#include "lists/SharedNames.h"
 #include "platform/Text.h"
 #include "quickbooks/IsCustomer.h"
 #include "services/Conversions.h"
@@ -171,6 +172,9 @@ constexpr std::array kReads = {QuickBooksRead{
     .keeps = Keeps::Customers,
 }};
 
+constexpr std::array<std::string_view, 2> kCalled = {"ClientID", "ClientCompany"};
+constexpr std::array<std::string_view, 2> kCustomerCalled = {"Name", "CompanyName"};
+
 }  // namespace
 
 constinit const Table kClientsTable = {
@@ -189,7 +193,8 @@ constinit const Table kClientsTable = {
     .send = MoveClientsToQB,
     .lostLink = {.row = "client",
                  .record = "customer",
-                 .keys = {"Client", "ClientID"},
+                 .keys = {.table = "Client", .column = "ClientID", .adds = "CustomerAdd"},
+                 .called = {.columns = kCalled, .elements = kCustomerCalled, .sharing = kListsOfPeople},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kClientsTable, kClients, lost); }},
     .reads = kReads,
     .get = MoveClientsToTW,

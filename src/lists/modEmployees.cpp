@@ -10,6 +10,7 @@
 
 #include "lists/EmployeeNumbers.h"
 #include "lists/EmployeeRefusals.h"
+#include "lists/SharedNames.h"
 #include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Countries.h"
@@ -147,16 +148,16 @@ std::optional<std::string> FirstNameOf(const ado::Recordset& row, const SendReco
 void AssignNames(const RequestField& request, const ado::Recordset& row, RequestKind kind, const SendRecord& record,
                  IsVendor isVendor) {
   const auto first = FirstNameOf(row, record);
-  if (first) request["FirstName"].SetValue(Left(*first, 25));
+  if (first) SetCutTo(request["FirstName"], *first, 25);
   const auto last = ColumnText(row, "EmpLName");
-  if (last != kUnknownName && !IsNull(row.Field("EmpLName"))) request["LastName"].SetValue(Left(last, 25));
+  if (last != kUnknownName && !IsNull(row.Field("EmpLName"))) SetCutTo(request["LastName"], last, 25);
   if (kind != RequestKind::Add) return;
   if (isVendor == IsVendor::Yes) {
     const auto joined =
         JoinNames({first.value_or(""), ColumnText(row, "EmpMI"), last == kUnknownName ? std::string() : last});
-    request["Name"].SetValue(Left(joined.empty() ? record.key : joined, 41));
+    SetCutTo(request["Name"], joined.empty() ? record.key : joined, 41);
   } else if (Vars().g_QBMajorVer < 3) {
-    request["Name"].SetValue(Left(record.key, 41));
+    SetCutTo(request["Name"], record.key, 41);
   }
 }
 
@@ -173,7 +174,7 @@ void AssignSalutation(const RequestField& request, const ado::Recordset& row) {
 void AssignAddress(const RequestField& address, const ado::Recordset& row, IsVendor isVendor) {
   const auto state = ColumnText(row, "EmpState");
   if (!Trim(state).empty()) {
-    for (const auto& field : kStateFields) address[field].SetValue(Left(state, 21));
+    for (const auto& field : kStateFields) SetCutTo(address[field], state, 21);
   } else if (isVendor == IsVendor::No) {
     for (const auto& field : kStateFields) address[field].SetValue(kNoState);
   }
@@ -402,6 +403,12 @@ void Get(const GetCall& call) {
   MoveEmployeesToTW(call, isVendor);
 }
 
+constexpr std::array<std::string_view, 2> kPerson = {"EmpFName", "EmpLName"};
+constexpr std::array<std::string_view, 1> kEmployeeColumns = {"EmployeeID"};
+constexpr std::array<std::string_view, 1> kEmployeeCalled = {"Name"};
+constexpr std::array<std::string_view, 2> kVendorColumns = {"EmployeeID", "EmpCompany"};
+constexpr std::array<std::string_view, 2> kVendorCalled = {"Name", "CompanyName"};
+
 }  // namespace
 
 constinit const Table kEmployeesTable = {
@@ -413,7 +420,11 @@ constinit const Table kEmployeesTable = {
     .send = Send<IsVendor::No>,
     .lostLink = {.row = "employee",
                  .record = "employee",
-                 .keys = {"Employee", "EmployeeID"},
+                 .keys = {.table = "Employee", .column = "EmployeeID", .adds = "EmployeeAdd", .condition = "IsSub = 0"},
+                 .called = {.columns = kEmployeeColumns,
+                            .person = kPerson,
+                            .elements = kEmployeeCalled,
+                            .sharing = kListsOfPeople},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kEmployeesTable, kEmployees, lost); }},
     .reads = kEmployeeReads,
     .get = Get<IsVendor::No>,
@@ -428,10 +439,12 @@ constinit const Table kVendorsTable = {
     .rows = {.table = "Employee", .condition = "IsSub = -1"},
     .selection = PeopleWhere(" WHERE IsSub = -1 "),
     .send = Send<IsVendor::Yes>,
-    .lostLink = {.row = "vendor",
-                 .record = "vendor",
-                 .keys = {"Employee", "EmployeeID"},
-                 .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kVendorsTable, kVendors, lost); }},
+    .lostLink =
+        {.row = "vendor",
+         .record = "vendor",
+         .keys = {.table = "Employee", .column = "EmployeeID", .adds = "VendorAdd", .condition = "IsSub = -1"},
+         .called = {.columns = kVendorColumns, .person = kPerson, .elements = kVendorCalled, .sharing = kListsOfPeople},
+         .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kVendorsTable, kVendors, lost); }},
     .reads = kVendorReads,
     .get = Get<IsVendor::Yes>,
     .billingDeletion = {.rows = "Employee"},

@@ -10,6 +10,7 @@
 #include "engine/InvalidReference.h"
 #include "lists/ActiveFlag.h"
 #include "lists/Items.h"
+#include "lists/SharedNames.h"
 #include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
 #include "platform/Text.h"
@@ -253,6 +254,10 @@ constexpr std::array kReads = {QuickBooksRead{
     .choice = "ORListQuery",
 }};
 
+// A sub-item's full name is a key of two parts.
+constexpr std::array<std::string_view, 1> kCalled = {"ExpID"};
+constexpr std::array<std::string_view, 2> kItemCalled = {"Name", "FullName"};
+
 }  // namespace
 
 constinit const Table kExpenseCodesTable = {
@@ -270,7 +275,8 @@ constinit const Table kExpenseCodesTable = {
     .send = MoveExpenseCodesToQB,
     .lostLink = {.row = "expense code",
                  .record = "item",
-                 .keys = {"Expense", "ExpID"},
+                 .keys = {.table = "Expense", .column = "ExpID", .adds = "ItemOtherChargeAdd"},
+                 .called = {.columns = kCalled, .elements = kItemCalled, .sharing = kListsOfItems},
                  .takeUp =
                      [](const LostAddition& lost) { return TakeUpListLink(kExpenseCodesTable, kExpenseCodes, lost); }},
     .reads = kReads,

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <vector>
 
 #include "engine/FreeKey.h"
+#include "lists/SharedNames.h"
 #include "lists/modClients.h"
 #include "messages/StatusCodes.h"
 #include "platform/Text.h"
@@ -90,6 +92,7 @@ void ReadProjectRow(const ado::Recordset& row, SendRecord& record) {
   if (!IsPhase(row)) return;
   const auto parent = RequireScalarFromSQL(
       Sql("SELECT QBLinkID FROM Project WHERE ProjectID = '{}';", ColumnText(row, "ParentProjectID")));
+  record.isAtTop = parent.empty();
   if (!parent.empty()) record.parentLink = parent;
 }
 
@@ -295,6 +298,9 @@ constexpr std::array kReads = {QuickBooksRead{
 
 constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"},
                                  RowParent{"ParentProjectID", "Project", "ProjectID"}};
+// Below their client, or the project above them.
+constexpr std::array<std::string_view, 2> kCalled = {"ProjectID", "ProjectName"};
+constexpr std::array<std::string_view, 1> kJobCalled = {"Name"};
 
 }  // namespace
 
@@ -323,7 +329,8 @@ constinit const Table kProjectsTable = {
     .send = MoveProjectsToQB,
     .lostLink = {.row = "project",
                  .record = "job",
-                 .keys = {"Project", "ProjectID"},
+                 .keys = {.table = "Project", .column = "ProjectID", .adds = "CustomerAdd"},
+                 .called = {.columns = kCalled, .elements = kJobCalled, .sharing = kListsOfPeople},
                  .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kProjectsTable, kProjects, lost); }},
     .reads = kReads,
     .get = MoveProjectsToTW,
@@ -361,7 +368,9 @@ void AssignProjectFldValues(const RequestField& request, const ado::Recordset& r
   }
   if (kind == RequestKind::Add) {
     const auto target = request["Name"];
-    SetCut(target, GetQBProjectName(record.key, record.countedName, target.GetMaxLength()));
+    const auto name = GetQBProjectName(record.key, record.countedName, target.GetMaxLength());
+    NoteCut(target, GetQBProjectName(record.key, record.countedName, std::numeric_limits<int>::max()), name);
+    SetCut(target, name);
   }
   SendFields(request, row, kSendManager);
   SendFields(request["ShipAddress"], row, kSendAddress);

@@ -93,6 +93,23 @@ std::string TextValueText(const Element& row, std::string_view text) {
   }
 }
 
+void CollectValues(const RequestNode& node, const std::string& above, const Form& form,
+                   std::vector<FieldText>& values) {
+  for (const auto* child = node.FirstChild(); child != nullptr; child = child->Next()) {
+    const auto& row = *child->Row();
+    if (row.repeating || !row.KnownIn(form) || !child->IsFilled()) continue;
+    const auto path = above.empty() ? std::string(row.name) : above + "." + std::string(row.name);
+    if (row.HasChildren()) {
+      CollectValues(*child, path, form, values);
+    } else {
+      values.push_back({.path = path,
+                        .text = XmlText(child->Value()),
+                        .isMended = !IsXmlText(child->Value()),
+                        .maxLength = row.maxLength});
+    }
+  }
+}
+
 }  // namespace
 
 RequestNode* RequestField::FindNode() const { return row_ == nullptr ? parent_ : parent_->Child(row_, item_); }
@@ -186,6 +203,12 @@ std::size_t RequestField::Count() const { return parent_->Count(row_); }
 RequestField RequestField::GetAt(std::size_t index) const {
   if (index >= Count()) throw PlatformError(error::kBadArgument);
   return {parent_, row_, index};
+}
+
+std::vector<FieldText> RequestField::Values(const Form& form) const {
+  std::vector<FieldText> values;
+  if (const auto* node = FindNode()) CollectValues(*node, "", form, values);
+  return values;
 }
 
 std::string RequestField::GetValue() const {

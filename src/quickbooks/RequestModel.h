@@ -26,6 +26,14 @@ namespace detail {
 class RequestNode;
 }
 
+// A value of a request.
+struct FieldText {
+  std::string path;
+  std::string text;
+  bool isMended = false;  // without what XML can't carry
+  int maxLength = 0;      // in characters; 0: no limit
+};
+
 // A place in a request: a field, an aggregate, a list, a choice group or a filter group. A handle; copying it copies no
 // data. It lasts as long as its message set, but no longer than its place: unsetting something above it, or setting
 // another branch of a choice above it, ends it. Names match without regard to case.
@@ -59,9 +67,14 @@ class RequestField {
   [[nodiscard]] std::size_t Count() const;
   [[nodiscard]] RequestField GetAt(std::size_t index) const;
 
+  // The field's own name: "City"; "" of a request.
+  [[nodiscard]] std::string_view Name() const { return row_ == nullptr ? std::string_view() : row_->name; }
   // The value as it goes on the wire; empty when not set.
   [[nodiscard]] std::string GetValue() const;
   [[nodiscard]] bool IsSet() const;
+  // What is set below, as a message set of that form has it on the wire: each value with its path from here
+  // ("BillAddress.City"). Lines and what else repeats are left out.
+  [[nodiscard]] std::vector<FieldText> Values(const messages::Form& form) const;
   // Greatest length of a text, in characters.
   [[nodiscard]] int GetMaxLength() const;
   // Of a choice group: the index of the branch that is set, -1 for none.
@@ -106,6 +119,7 @@ class MsgSetRequest {
   // one, and in any other set, that is its number.
   void NameLast(std::string name) { names_.back() = std::move(name); }
 
+  [[nodiscard]] const messages::Form& GetForm() const { return form_; }
   [[nodiscard]] std::size_t Count() const { return requests_.size(); }
   // What the request appended last is ("CustomerAdd"), and the name of the first one.
   [[nodiscard]] std::string_view LastRequest() const;

@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/Platform.h"
 #include "services/Run.h"
@@ -17,6 +18,7 @@
 namespace twqb {
 
 enum class ActiveOnly : std::int16_t;
+struct CutText;
 class QBSessionManager;
 class RecordInHand;
 class RunObserver;
@@ -34,12 +36,18 @@ struct MsgForm {
   Date startTime;
 };
 
+// What a send does about rows without a link that look like records which QuickBooks has.
+enum class LikelyTwins : std::uint8_t { NotLookedFor, Told, Stop };
+
 struct ModuleVariables : Run {
   Platform platform;
   std::span<const Table* const> tables;  // that a host brings in place of the built-in ones; empty: these
   GetTableRoutine pull = nullptr;        // nothing while no dispatch stands above
 
-  bool findsLostLinks = false;  // of the host; a setting can say No
+  bool findsLostLinks = false;                          // of the host; a setting can say No
+  LikelyTwins likelyTwins = LikelyTwins::NotLookedFor;  // of the host
+
+  std::vector<CutText>* cuts = nullptr;  // where texts that are cut are noted (engine/Mapping.h); nothing: nobody asks
 
   RunObserver* observer = nullptr;           // of the host; nothing: nobody hears what becomes of records
   const TableInHand* tableInHand = nullptr;  // what it hears of; nothing between tables

@@ -4,6 +4,7 @@
 // called in the middle of a run, so it must not raise, and must not call the library.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -79,6 +80,13 @@ struct LostLinkAccount {
   std::string text;  // a sentence
 };
 
+// Rows without a link that look like records which QuickBooks has, ahead of a send.
+struct LikelyTwinsAccount {
+  TableInHand table;
+  std::size_t rows = 0;
+  bool stops = false;  // nothing is sent
+};
+
 class RunObserver {
  public:
   virtual ~RunObserver() = default;
@@ -90,6 +98,8 @@ class RunObserver {
   virtual void WalkEnded(const TableInHand& /*table*/, const Extent& /*extent*/) {}
   // Ahead of the first table, or between two records.
   virtual void LostLinkTold(const LostLinkAccount& /*link*/) {}
+  // Ahead of the first table.
+  virtual void LikelyTwinsTold(const LikelyTwinsAccount& /*twins*/) {}
   // The settings skip it.
   virtual void TableSkipped(const TableInHand& /*table*/) {}
   // `narrowed` tells in words what kept records out beside the table's own rules; empty: nothing did.

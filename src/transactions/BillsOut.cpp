@@ -105,9 +105,11 @@ RequestField BillInHand::LineAt(std::size_t place) const {
 }
 
 bool IsSameLine(const Record& line, const RequestField& request) {
-  constexpr std::array<std::string_view, 5> kPaths = {"ItemRef.ListID", "Desc", "Quantity", "Amount",
-                                                      "CustomerRef.ListID"};
-  return SaysTheSame(line, request, kPaths);
+  constexpr std::array<std::string_view, 4> kPaths = {"ItemRef.ListID", "Quantity", "Amount", "CustomerRef.ListID"};
+  constexpr std::array<std::string_view, 1> kText = {"Desc"};
+  // A line without a text gets that of its item.
+  const bool hasText = request["Desc"].IsSet() && !Trim(request["Desc"].GetValue()).empty();
+  return SaysTheSame(line, request, kPaths) && (!hasText || SaysTheSame(line, request, kText));
 }
 
 bool HasLinesOf(const Record& record, const BillInHand& bill) {

@@ -16,6 +16,7 @@
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
 #include "engine/RecordReader.h"
+#include "engine/RowLook.h"
 #include "engine/RowWalk.h"
 #include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
@@ -340,6 +341,13 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
                                                  ado::CursorType::Static, ado::LockType::ReadOnly);
   if (row->Eof()) return {.end = TakenUp::End::RowGone};
   const auto person = ColumnText(*row, "EmployeeID");
+  if (lost.look != nullptr) {
+    BillInHand bill(lost.session);
+    if (!bill.AppendLine(*row, kColumns, kExpenseCodes)) {
+      lost.look->NoteStays(Stays::InPart, "its project or its code has no link yet");
+    }
+    if (!lost.look->WantsRecords()) return {.end = TakenUp::End::NotAdded};
+  }
   BillOfRows rows(lost, person);
   auto bills = std::vector<Record>();
   if (!lost.record.IsNothing()) {
@@ -353,7 +361,8 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
     }
   } else {
     const auto [from, to] = rows.Days();
-    bills = RecordsOfDays(BillRead(), from, to, lost.session);
+    bills = lost.look != nullptr ? lost.look->RecordsOfDays(BillRead(), from, to)
+                                 : RecordsOfDays(BillRead(), from, to, lost.session);
     // An employee's bill is some vendor's whom the user picked.
     const auto vendor = IsTrueFlag(*row, "isSub") ? LinkOfPerson(person) : std::string();
     std::erase_if(bills, [&](const Record& bill) {
@@ -361,6 +370,10 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
     });
   }
   std::erase_if(bills, [&](const Record& bill) { return !rows.Fits(bill); });
+  if (lost.look != nullptr) {
+    lost.look->Take(std::move(bills));
+    return {.end = TakenUp::End::NotAdded};
+  }
   if (bills.size() != 1) {
     if (bills.empty() && !lost.isCertain) return {.end = TakenUp::End::NotAdded};
     return {.why = fmt::format("QuickBooks has {} bills with its lines that nothing is linked to", bills.size())};

@@ -143,6 +143,12 @@ bool SecureWageItems(QBSessionManager& session) {
   return false;
 }
 
+std::vector<std::string> WageItemNames() {
+  std::vector<std::string> names;
+  for (const auto& item : WageItems()) names.emplace_back(item.name);
+  return names;
+}
+
 std::string PayrollItemFor(const ado::Recordset& row) {
   // What can't be read counts as not there.
   std::string defaultItem;

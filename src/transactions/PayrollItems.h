@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/ado.h"
 #include "quickbooks/QBSessionManager.h"
@@ -17,6 +18,9 @@ bool AddPayrollItemWage(QBSessionManager& session, const std::string& expenseAcc
 // Makes sure of them, paid from the usual account or the one that the settings name. False, which may have been told:
 // they can't be had.
 [[nodiscard]] bool SecureWageItems(QBSessionManager& session);
+
+// Their names.
+[[nodiscard]] std::vector<std::string> WageItemNames();
 
 // The item for an entry: by the employee's own choices, else by the kind of time, else the default.
 [[nodiscard]] std::string PayrollItemFor(const ado::Recordset& row);

@@ -2,6 +2,7 @@
 
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
+#include "engine/RowLook.h"
 #include "engine/SelectionQueries.h"
 #include "engine/SendRecord.h"
 #include "messages/StatusCodes.h"
@@ -143,13 +144,21 @@ TakenUp TakeUpTransactionLink(const Table& table, const TxnTable& txn, const Los
   const auto row = lost.connection.OpenRecordset(SelectRows(table, txn.keyColumn, lost.key), ado::CursorType::Static,
                                                  ado::LockType::ReadOnly);
   if (row->Eof()) return {.end = TakenUp::End::RowGone};
+  if (lost.look != nullptr && txn.send.admit != nullptr && !txn.send.admit(*row)) {
+    lost.look->NoteStays(Stays::Never, {});
+  }
+  const auto links = LinksOf(txn.send, *row);
+  if (links.size() < txn.send.links.size()) {
+    const auto column = txn.send.links[links.size()].column;
+    if (lost.look != nullptr) lost.look->NoteStays(Stays::Lacking, WhyUnlinked(column, ColumnText(*row, column)));
+    return {.why = "what it belongs to has no link any more"};
+  }
   SendRecord record;
   record.key = lost.key;
   record.linkId = ColumnText(*row, "QBLinkID");
   record.lastUpdatedIsNull = IsNull(row->Field("LastUpdated"));
-  return TakeUpTxnLink(
-      lost, PlaceOf(txn, record.key), record, txn.send.addRequest, table.reads.front(),
-      [&](const RequestField& request) { static_cast<void>(txn.send.fill(request, *row, LinksOf(txn.send, *row))); });
+  return TakeUpTxnLink(lost, PlaceOf(txn, record.key), record, txn.send.addRequest, table.reads.front(),
+                       [&](const RequestField& request) { static_cast<void>(txn.send.fill(request, *row, links)); });
 }
 
 void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::span<const std::string> identifiers) {

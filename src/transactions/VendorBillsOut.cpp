@@ -10,6 +10,7 @@
 #include "engine/AddedRecords.h"
 #include "engine/LostAdditions.h"
 #include "engine/Mapping.h"
+#include "engine/RowLook.h"
 #include "engine/RowWalk.h"
 #include "engine/SelectionQueries.h"
 #include "engine/WriteBack.h"
@@ -58,8 +59,10 @@ void AssignHeader(const RequestField& request, const ado::Recordset& row) {
   if (const auto number = row.Field("BillNumber"); !IsNull(number)) request["RefNumber"].SetValue(ToText(number));
 }
 
+enum class Lines : bool { InPart, All };
+
 // Up to the first that lacks something.
-void AppendLines(BillInHand& bill, std::string_view billId, ado::Connection& connection) {
+Lines AppendLines(BillInHand& bill, std::string_view billId, ado::Connection& connection) {
   // Each dialect has its own way to write an identifier.
   const auto id = Vars().g_DbKind == "SQL" ? Sql("'{}'", billId) : Sql("{{guid {}}}", Sql::Name(billId));
   const auto lines = connection.OpenRecordset(Sql("SELECT * FROM TimeExpense WHERE VendorBillID ={};", id),
@@ -74,9 +77,11 @@ void AppendLines(BillInHand& bill, std::string_view billId, ado::Connection& con
     });
     if (isAppended) continue;
     TellRowsBehind(*lines, kColumns.key);
-    break;
+    lines->Close();
+    return Lines::InPart;
   }
   lines->Close();
+  return Lines::All;
 }
 
 void WriteLinks(const BillInHand& bill, std::string_view billId, const SentBill& sent, ado::Connection& connection) {
@@ -156,7 +161,7 @@ class VendorBillSend final : public RowWork {
     }
     bill.Request()["VendorRef"]["ListID"].SetValue(vendor);
     AssignHeader(bill.Request(), row);
-    AppendLines(bill, record_.key, walk.Connection());
+    static_cast<void>(AppendLines(bill, record_.key, walk.Connection()));
     if (bill.HasLines()) return Send(bill, walk);
     NoteFateAtLast(Fate::PassedOver, "it has no lines");
     return RowEnd::Done;
@@ -239,7 +244,10 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
   AssignHeader(bill.Request(), *row);
   // One without a date was of the day on which it was sent.
   if (IsNull(row->Field("BillDate"))) bill.Request()["TxnDate"].Unset();
-  AppendLines(bill, lost.key, lost.connection);
+  const auto lines = AppendLines(bill, lost.key, lost.connection);
+  if (lost.look != nullptr && lines == Lines::InPart) {
+    lost.look->NoteStays(Stays::InPart, "the project or the code of one of its lines has no link yet");
+  }
   const auto& read = kVendorBillTable.reads.front();
   auto added = FindAdded(lost, ColumnText(*row, "QBLinkID"), read, [&] {
     auto found = UnlinkedRecordsLike(lost, "VendorBill", read, bill.Request());

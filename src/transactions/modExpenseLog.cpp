@@ -56,6 +56,7 @@ constexpr std::array kReads = {
 constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
                                  RowParent{"EmployeeID", "Employee", "EmployeeID"},
                                  RowParent{"ExpID", "Expense", "ExpID"}};
+constexpr std::array kLines = {KeyPlace{.table = "ExpenseLog", .column = "ELID"}};
 
 }  // namespace
 
@@ -72,7 +73,11 @@ constinit const Table kExpenseLogTable = {
     .sends = SentRows::NamedAlone,
     .send = MoveExpenseLogToQB,
     .afterSend = ReviewTransferredBill,
-    .lostLink = {.row = "expense", .record = "bill", .keys = {"ExpenseLog", "ELID"}, .takeUp = TakeUpExpenseLinks},
+    .lostLink = {.row = "expense",
+                 .record = "bill",
+                 .keys = {.table = "ExpenseLog", .column = "ELID", .adds = "BillAdd", .condition = "ELPosted = -1"},
+                 .lines = kLines,
+                 .takeUp = TakeUpExpenseLinks},
     .reads = kReads,
     .beforeReads = TellVersion1,
     .get = MoveExpenseLogToTW,

@@ -426,9 +426,10 @@ constinit const Table kTimeEntriesTable = {
             .passed = Passed,
         },
     .send = MoveTimeEntryToQB,
+    .secures = WageItemNames,
     .lostLink = {.row = "time entry",
                  .record = "time activity",
-                 .keys = {"TimeEntry", "TEID"},
+                 .keys = {.table = "TimeEntry", .column = "TEID", .adds = "TimeTrackingAdd"},
                  .takeUp =
                      [](const LostAddition& lost) {
                        LoadActivityCodes();

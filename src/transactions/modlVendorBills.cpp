@@ -38,6 +38,8 @@ constexpr std::array kReads = {QuickBooksRead{
 }};
 
 constexpr std::array kParents = {RowParent{"VendorID", "Employee", "EmployeeID"}};
+constexpr std::array kLines = {KeyPlace{.table = "TimeEntry", .column = "TEID"},
+                               KeyPlace{.table = "ExpenseLog", .column = "ELID"}};
 
 }  // namespace
 
@@ -54,7 +56,8 @@ constinit const Table kVendorBillTable = {
     .send = MoveVendorBillToQB,
     .lostLink = {.row = "vendor bill",
                  .record = "bill",
-                 .keys = {"VendorBill", "VendorBillID"},
+                 .keys = {.table = "VendorBill", .column = "VendorBillID", .adds = "BillAdd"},
+                 .lines = kLines,
                  .takeUp = TakeUpVendorBillLinks},
     .reads = kReads,
     .get = MoveVendorBillToTW,

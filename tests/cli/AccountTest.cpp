@@ -346,7 +346,7 @@ TEST_F(Account, Of_all_tables_on_a_full_disk_the_errors_are_counted_too) {
   EXPECT_THAT(ended.out, HasSubstr(std::to_string(errors) + " errors were told: see the log\n"));
 }
 
-TEST_F(Account, Strict_leaves_a_clean_run_alone) { EXPECT_EQ(Run("send", "clients", 11, {"--strict"}).status, 0); }
+TEST_F(Account, Strict_leaves_a_clean_run_alone) { EXPECT_EQ(Run("send", "vendors", 11, {"--strict"}).status, 0); }
 
 TEST_F(Account, A_refused_record_is_counted_and_the_box_about_it_shown_with_its_answer_and_logged) {
   folder_.Write("faults.txt", "CustomerAddRq 1 status 3090 Error \"There was an error when storing.\"\n");

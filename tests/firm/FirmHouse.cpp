@@ -39,9 +39,9 @@ firm::FirmPlan TinyFirm(unsigned number) {
           .hours = 2};
 }
 
-FirmHouse::FirmHouse(const firm::FirmPlan& plan, HouseOptions options) : FirmHouse(options) {
+FirmHouse::FirmHouse(const firm::FirmPlan& plan, HouseOptions options, Books books) : FirmHouse(options) {
   FillBilling(plan);
-  FillCompany(plan);
+  if (books == Books::Both) FillCompany(plan);
 }
 
 FirmHouse::FirmHouse(HouseOptions options) : TestHouse(WithAnswers(options)), tag_(TagOf(options.company)) {

@@ -28,8 +28,9 @@ using Counts = std::map<std::string, std::int64_t>;
 
 class FirmHouse : public TestHouse {
  public:
-  // The firm on both sides.
-  explicit FirmHouse(const firm::FirmPlan& plan, HouseOptions options = {});
+  // The firm on both sides; or its rows alone.
+  enum class Books : bool { BillingAlone, Both };
+  explicit FirmHouse(const firm::FirmPlan& plan, HouseOptions options = {}, Books books = Books::Both);
   // A house without rows, for `folder`, which has a company file already.
   explicit FirmHouse(HouseOptions options);
 

@@ -1,0 +1,157 @@
+// What the program finds of rows that a send would refuse, cut or leave behind, before it is sent.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Program.h"
+
+namespace twqb::cli {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class Checks : public testing::Test {
+ protected:
+  Checks() {
+    folder_.Done({"init", "--clock", "2008-03-05T10:00:00"});
+    folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
+  }
+
+  void Sql(const std::string& statements) const { folder_.Done({"billing", "run", "-e", statements}); }
+  void Company(const std::string& requests) const {
+    folder_.Write("add.xml",
+                  "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
+                      requests + "</QBXMLMsgsRq></QBXML>");
+    folder_.Done({"company", "run", "add.xml"});
+  }
+  [[nodiscard]] std::string Check(const std::string& table) const { return folder_.Done({"check", table}); }
+
+  WorkFolder folder_;
+};
+
+TEST_F(Checks, Of_sound_rows_find_nothing) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany, LastUpdated) VALUES ('ABBOTT', 'Abbott Roofing', '2008-03-01 "
+      "10:00:00')");
+  EXPECT_EQ(Check("clients"), "clients: 1 row looked at, nothing found\n");
+}
+
+TEST_F(Checks, Change_nothing_on_either_side) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('A''B', 'Abbott: Roofing')");
+  // Whoever meets QuickBooks remembers its file.
+  folder_.Done({"list", "customers"});
+  const auto company = folder_.Read("company.twq");
+  const auto rows = folder_.Done({"billing", "run", "-e", "SELECT * FROM Client", "--json"});
+  const auto settings = folder_.Read("twqb.ini");
+  static_cast<void>(Check("all"));
+  EXPECT_EQ(folder_.Read("company.twq"), company);
+  EXPECT_EQ(folder_.Done({"billing", "run", "-e", "SELECT * FROM Client", "--json"}), rows);
+  EXPECT_EQ(folder_.Read("twqb.ini"), settings);
+}
+
+TEST_F(Checks, Find_a_key_with_a_quotation_mark) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara')");
+  EXPECT_THAT(Check("clients"), AllOf(HasSubstr("client O'HARA: Its key has a quotation mark in it"),
+                                      HasSubstr("    Give the row a key without the mark.\n")));
+}
+
+TEST_F(Checks, Find_a_name_with_a_colon) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing')");
+  EXPECT_THAT(Check("clients"),
+              HasSubstr("QuickBooks takes no colon in a name, and \"Abbott: Roofing (ABBOTT)\" has one."));
+}
+
+TEST_F(Checks, Find_texts_that_would_be_cut_and_say_what_would_arrive) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany, ClientCity) VALUES ('ABBOTT', 'Abbott', "
+      "'Llanfairpwllgwyngyllgogerychwyrndro')");
+  EXPECT_THAT(Check("clients"),
+              HasSubstr("City takes 31 characters in QuickBooks: of \"Llanfairpwllgwyngyllgogerychwyrndro\" only "
+                        "\"Llanfairpwllgwyngyllgogerychwyr\" would arrive."));
+}
+
+// The name of a vendor's company is cut to more than QuickBooks takes.
+TEST_F(Checks, Find_texts_that_are_not_cut_but_refused) {
+  Sql("INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub, EmpCompany) VALUES ('V', 'Ann', 'Lee', -1, "
+      "'Harbor and Inland Ports Authority, Rotterdam')");
+  EXPECT_THAT(Check("vendors"),
+              HasSubstr("CompanyName takes 41 characters in QuickBooks, and \"Harbor and Inland Ports "
+                        "Authority, Rotterdam\" has 44: the record would be refused."));
+}
+
+TEST_F(Checks, Find_characters_that_no_message_can_carry) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany, ClientStreet) VALUES ('ABBOTT', 'Abbott', 'Main' || char(7) || "
+      "'Street')");
+  EXPECT_THAT(Check("clients"), HasSubstr("BillAddress.Addr2 has characters that no message can carry: they would be "
+                                          "left out of \"MainStreet\"."));
+}
+
+TEST_F(Checks, Find_dates_that_can_not_be_read) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany, LastUpdated) VALUES ('ABBOTT', 'Abbott Roofing', 'yesterday')");
+  EXPECT_THAT(Check("clients"),
+              HasSubstr("client ABBOTT \"Abbott Roofing (ABBOTT)\": When the row changed last can't be read"));
+}
+
+TEST_F(Checks, Find_rows_whose_parents_have_no_link) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott');"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('A:', 'A', 'Survey', 'ABBOTT')");
+  EXPECT_THAT(Check("projects"),
+              AllOf(HasSubstr("project A: \"A- Survey\": It can't go yet: what it belongs to has no link yet."),
+                    HasSubstr("a send of all tables does it in that order.")));
+}
+
+TEST_F(Checks, Find_names_that_another_list_of_the_same_names_has) {
+  Sql("INSERT INTO Client (ClientID) VALUES ('HARBOR')");
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('BELL', 'Bell Bakery')");
+  Sql("INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub) VALUES ('B', 'Bell', 'Bakery (BELL)', -1)");
+  Company("<VendorAddRq><VendorAdd><Name>Harbor</Name></VendorAdd></VendorAddRq>");
+  EXPECT_THAT(Check("all"),
+              AllOf(HasSubstr("QuickBooks has a record of the name \"HARBOR\" already: vendor 8"),
+                    HasSubstr("The vendor B would have the name \"Bell Bakery (BELL)\" in QuickBooks, too.")));
+  EXPECT_THAT(Check("vendors"), HasSubstr("vendors: 1 row looked at, nothing found"));
+}
+
+TEST_F(Checks, Find_accounts_that_QuickBooks_lacks) {
+  Sql("INSERT INTO Activity (ActivityID, ActivityCode, QBAccountID1, QBAccountID2) VALUES ('GEN:', 'GEN', '', "
+      "'NOWHERE-1')");
+  EXPECT_THAT(
+      Check("activities"),
+      AllOf(HasSubstr("QuickBooks has no account \"NOWHERE-1\", which the row is to be booked on."),
+            HasSubstr("    Add the account in QuickBooks, or choose another one for the row or in the settings.\n")));
+}
+
+TEST_F(Checks, Leave_the_name_of_a_linked_row_alone) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany, QBLinkID) VALUES ('ABBOTT', 'Abbott: Roofing', '80000001-1')");
+  EXPECT_THAT(Check("clients"), Not(HasSubstr("colon")));
+}
+
+TEST_F(Checks, In_JSON_are_an_object_for_each_finding) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing')");
+  const auto out = folder_.Done({"check", "clients", "--json"});
+  EXPECT_THAT(out,
+              HasSubstr("{\"table\":\"clients\",\"key\":\"ABBOTT\",\"name\":\"Abbott: Roofing (ABBOTT)\",\"check\":"
+                        "\"colonInName\",\"rule\":\"QuickBooks takes no colon in a name"));
+  EXPECT_THAT(out, HasSubstr("\"advice\":\"Take the colon out of the name.\"}\n"));
+}
+
+TEST_F(Checks, Of_the_sample_firm_come_to_their_end_for_each_table) {
+  WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  const auto ended = firm.Twqb({"check"});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  for (const std::string table : {"employees", "vendors", "clients", "projects", "activities", "expensecodes",
+                                  "accounts", "expenselog", "timeentries", "invoices", "payments", "vendorbill"}) {
+    EXPECT_THAT(ended.out, HasSubstr("\n" + table + ": "));
+  }
+}
+
+TEST_F(Checks, Of_a_table_that_never_goes_are_refused) {
+  const auto ended = folder_.Twqb({"check", "estimates"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("never go to QuickBooks"));
+  EXPECT_THAT(ended.out, IsEmpty());
+}
+
+}  // namespace
+}  // namespace twqb::cli
