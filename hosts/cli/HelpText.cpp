@@ -31,6 +31,7 @@ Files (the defaults stand in the working folder)
   -C DIR                       work as if started in DIR; the log goes there too
   --billing CONNECT            "Provider=SQLITE;Data Source=FILE"   (billing.db)
   --company FILE               company file that QuickBooks has open (company.twq)
+  --quickbooks                 on Windows: QuickBooks itself in that file's place
   --settings FILE              settings (twqb.ini), or --settings-table: in BillingDb
   --registry FILE              registry values of the user (registry.ini)
 

@@ -100,7 +100,11 @@ std::optional<InTheWay> TryAll(const std::vector<std::string>& files, const Hold
 
 }  // namespace
 
-std::string BillingFileOf(const Workplace& place) { return sqlite::ParseConnectionText(place.billing).dataSource; }
+std::string BillingFileOf(const Workplace& place) {
+  // What others call a data source may be a server.
+  if (!sqlite::NamesEmbeddedEngine(place.billing)) return {};
+  return sqlite::ParseConnectionText(place.billing).dataSource;
+}
 
 TransferLock::TransferLock(const Workplace& place, const Options& options)
     : self_(ThisHolder(options.command, IsoDate(MakeMachine(place, std::nullopt)->Now()))), files_(FilesToHold(place)) {

@@ -12,9 +12,6 @@ wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
 wineserver -k
 wineserver -w
 
-# As Windows spells a path.
-there() { sed 's#/#\\#g; s#^#Z:#' <<<"$1"; }
-
 library=$work/lib
 mkdir "$library"
 cp "$built/hosts/com/TWQBClient90.dll" "$library"
@@ -160,16 +157,8 @@ classes after
 check "Nothing is left of it for the machine" diff "$work/before.HKLM" "$work/after.HKLM"
 check "Nor for the user" sh -c "[ ! -e '$work/after.HKCU' ] || diff '$work/before.HKCU' '$work/after.HKCU'"
 
-# By late binding: doubles stand under the names of ADO and of QuickBooks' session library.
-double() {
-  local id="{7A1B000$1-5C44-4E1B-9D20-0B3C5177E906}"
-  wine reg add "HKLM\\Software\\Classes\\$2\\CLSID" /ve /d "$id" /f >/dev/null
-  wine reg add "HKLM\\Software\\Classes\\CLSID\\$id\\InprocServer32" /ve \
-    /d "$(there "$built/tests/windows/doubles.dll")" /f >/dev/null
-}
-double 1 ADODB.Connection
-double 2 ADODB.Recordset
-double 3 QBFC5.QBSessionManager
+# By late binding.
+register_doubles "$built/tests/windows/doubles.dll"
 wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
 in_folder late
 rm "$library/TWQBClient90.ini"
