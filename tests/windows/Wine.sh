@@ -2,7 +2,7 @@
 # goes at the end; and checks that are counted.
 
 work=$(mktemp -d)
-export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES='mscoree,mshtml='
+export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
 
