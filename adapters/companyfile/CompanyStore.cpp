@@ -1,11 +1,8 @@
 #include "adapters/companyfile/CompanyStore.h"
 
-#include <fcntl.h>
 #include <fmt/core.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <system_error>
@@ -13,13 +10,12 @@
 #include "adapters/companyfile/CompanyErrors.h"
 #include "adapters/companyfile/CompanyFormat.h"
 #include "adapters/companyfile/Presets.h"
+#include "adapters/storage/NewFile.h"
 #include "platform/Text.h"
 
 namespace twqb::company {
 
 namespace {
-
-constexpr mode_t kRights = 0666;  // less what the process masks out
 
 constexpr std::string_view kSelect =
     "SELECT r.list_id, r.parent_id, p.full_name, r.name, r.full_name, r.full_key, r.sublevel, r.active, r.created, "
@@ -95,36 +91,27 @@ void InsertPresets(SqliteDatabase& database, const CompanyOptions& options, std:
 }  // namespace
 
 void CompanyStore::Create(const std::string& path, const CompanyOptions& options, std::int64_t now) {
-  // Made by the system call that fails when it is there, so that no file is ever overwritten.
-  const int made = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kRights);
-  if (made < 0) {
-    const int reason = errno;
-    throw PlatformError(
-        reason == ENOENT ? error::kPathNotFound : error::kFileAccess,
-        fmt::format("The company data file \"{}\" can't be made: {}.", path, std::generic_category().message(reason)));
+  storage::NewFile made(path);
+  if (const auto failure = made.Failure()) {
+    throw PlatformError(failure == std::errc::no_such_file_or_directory ? error::kPathNotFound : error::kFileAccess,
+                        fmt::format("The company data file \"{}\" can't be made: {}.", path, failure.message()));
   }
-  ::close(made);
-  try {
-    SqliteDatabase database(path);
-    database.SetUp();
-    // One transaction is all: to write ahead for it would cost more.
-    database.RunScript("BEGIN");
-    TakeSteps(database, kNoFormat);
-    const auto hostVersion = std::to_string(options.hostVersion);
-    const auto accepts = AcceptsText(options);
-    const auto created = std::to_string(now);
-    constexpr std::string_view kInsert = "INSERT INTO setting VALUES (?, ?)";
-    database.Execute(kInsert, {"country", messages::CountryName(options.country)});
-    database.Execute(kInsert, {"host_version", std::string_view(hostVersion)});
-    database.Execute(kInsert, {"accepts", std::string_view(accepts)});
-    database.Execute(kInsert, {"created", std::string_view(created)});
-    InsertPresets(database, options, now, kNoFormat);
-    database.RunScript("COMMIT");
-  } catch (...) {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-    throw;
-  }
+  SqliteDatabase database(path);
+  database.SetUp();
+  // One transaction is all: to write ahead for it would cost more.
+  database.RunScript("BEGIN");
+  TakeSteps(database, kNoFormat);
+  const auto hostVersion = std::to_string(options.hostVersion);
+  const auto accepts = AcceptsText(options);
+  const auto created = std::to_string(now);
+  constexpr std::string_view kInsert = "INSERT INTO setting VALUES (?, ?)";
+  database.Execute(kInsert, {"country", messages::CountryName(options.country)});
+  database.Execute(kInsert, {"host_version", std::string_view(hostVersion)});
+  database.Execute(kInsert, {"accepts", std::string_view(accepts)});
+  database.Execute(kInsert, {"created", std::string_view(created)});
+  InsertPresets(database, options, now, kNoFormat);
+  database.RunScript("COMMIT");
+  made.Keep();
 }
 
 CompanyStore::CompanyStore(const std::string& path) try : database_(RequireFile(path)) {

@@ -10,6 +10,7 @@
 #include "adapters/sqlite/Collations.h"
 #include "adapters/sqlite/Failure.h"
 #include "adapters/sqlite/SqlTokens.h"
+#include "adapters/storage/NewFile.h"
 #include "adapters/storage/Opening.h"
 #include "platform/Text.h"
 
@@ -191,13 +192,16 @@ void Database::RefreshAtTimes() {
 }
 
 void Database::Create(const std::string& file) {
-  std::error_code ignored;
-  if (std::filesystem::exists(PathOf(file), ignored)) throw CannotOpen(file, "the file is there already");
-  const auto handle = OpenHandle(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  storage::NewFile made(file);
+  if (const auto failure = made.Failure()) {
+    throw CannotOpen(file, failure == std::errc::file_exists ? "the file is there already" : failure.message());
+  }
+  const auto handle = OpenHandle(file, SQLITE_OPEN_READWRITE);
   // The engine writes the file with its first change alone. This one leaves nothing else behind.
   const int code =
       sqlite3_exec(handle.get(), "PRAGMA synchronous = EXTRA; PRAGMA user_version = 0", nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) throw FailureOf(handle.get(), code);
+  made.Keep();
 }
 
 void Database::Close() {
@@ -214,12 +218,9 @@ Statement Database::Prepare(std::string_view sql, Use use) {
   const unsigned flags = use == Use::Again ? SQLITE_PREPARE_PERSISTENT : 0;
   const int code =
       sqlite3_prepare_v3(engine_.handle.get(), sql.data(), static_cast<int>(sql.size()), flags, &raw, &tail);
-  Statement statement(raw);
+  Statement statement(raw, LeftBy(sql));
   if (code != SQLITE_OK) throw FailureOf(engine_.handle.get(), code);
-  if (LeftBy(sql) == Leaves::More) {
-    engine_.leaves = Leaves::More;
-    pool_->NoteChange();
-  }
+  if (statement.Left() == Leaves::More) engine_.leaves = Leaves::More;
   if (statement.IsEmpty()) throw Failure(error::kBadSyntax, "The statement is empty.");
   for (const auto& token : SignificantTokens(sql.substr(static_cast<std::size_t>(tail - sql.data())))) {
     if (!token.IsSymbol(';')) {
@@ -241,11 +242,11 @@ void Database::BeforeRun(const Statement& statement) {
   }
 }
 
-void Database::Run(std::string_view sql) {
-  auto statement = Prepare(sql, Use::Once);
-  BeforeRun(statement);
-  while (statement.Step()) {
-  }
+void Database::AfterRun(const Statement& statement) {
+  if (statement.Left() == Leaves::More) mayHaveChanged_ = true;
+  if (!mayHaveChanged_) return;
+  pool_->NoteChange();
+  mayHaveChanged_ = sqlite3_get_autocommit(engine_.handle.get()) == 0;
 }
 
 std::int64_t Database::RowsChanged() const { return sqlite3_changes64(engine_.handle.get()); }

@@ -58,8 +58,9 @@ class Database {
   void RefreshAtTimes();
   // To be called ahead of a statement's first step: a write has the file written ahead from then on.
   void BeforeRun(const Statement& statement);
-  // Runs a statement to its end; rows are dropped.
-  void Run(std::string_view sql);
+  // To be called behind the last step of one that isn't kept: the other connections of the pool are told that tables
+  // may have changed, and told again when the transaction ends, as they saw none of it before.
+  void AfterRun(const Statement& statement);
 
   [[nodiscard]] std::int64_t RowsChanged() const;       // by the last INSERT, UPDATE or DELETE
   [[nodiscard]] std::int64_t TotalRowsChanged() const;  // since the file was opened
@@ -75,6 +76,7 @@ class Database {
 
   std::shared_ptr<EnginePool> pool_;
   Engine engine_;
+  bool mayHaveChanged_ = false;  // tables, in the transaction that is open
 };
 
 }  // namespace twqb::sqlite

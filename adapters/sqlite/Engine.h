@@ -28,14 +28,19 @@ struct Column;  // Columns.h
 // How often a statement will run; the engine keeps its memory accordingly.
 enum class Use : std::uint8_t { Once, Again };
 
+// What statements of its users may have left on a handle: settings, attached files and temporary tables last as long as
+// it does, and are not for the next one to find. Changes of tables count among them.
+enum class Leaves : std::uint8_t { RowsAlone, More };
+
 // One prepared statement. Must be reset once its rows are read: until then it keeps the file locked against writers.
 class Statement {
  public:
-  explicit Statement(sqlite3_stmt* raw) : raw_(raw) {}
+  Statement(sqlite3_stmt* raw, Leaves leaves) : raw_(raw), leaves_(leaves) {}
 
   [[nodiscard]] bool IsEmpty() const { return raw_ == nullptr; }
   [[nodiscard]] int ColumnCount() const;
   [[nodiscard]] sqlite3_stmt* raw() const { return raw_.get(); }
+  [[nodiscard]] Leaves Left() const { return leaves_; }
 
   // Parameters count from 1. The text is copied.
   void BindNull(int parameter);
@@ -63,15 +68,12 @@ class Statement {
     void operator()(sqlite3_stmt* raw) const { sqlite3_finalize(raw); }
   };
   std::unique_ptr<sqlite3_stmt, Finalizer> raw_;
+  Leaves leaves_;
   Description described_;
 };
 
 // What a connection may do with the file.
 enum class Access : std::uint8_t { ReadWrite, Read };
-
-// What statements of its users may have left on a handle: settings, attached files and temporary tables last as long as
-// it does, and are not for the next one to find.
-enum class Leaves : std::uint8_t { RowsAlone, More };
 
 struct Engine {
   // Statements may outlive the close; the engine then lets go of the file with the last of them.

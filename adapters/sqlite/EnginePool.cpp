@@ -30,6 +30,13 @@ bool HasOthersStatements(const Engine& engine) {
   return statements != engine.statements.size();
 }
 
+// Closes a handle while another stays in its file, or is about to open it, and leaves it in order when it goes: were
+// this one to see to that, it would find the other there, and look behind it for nothing.
+void Release(Engine& engine) {
+  engine.statements.clear();
+  sqlite3_close_v2(engine.handle.release());
+}
+
 }  // namespace
 
 Engine EnginePool::Open(const std::string& path, Access access) {
@@ -37,25 +44,27 @@ Engine EnginePool::Open(const std::string& path, Access access) {
   auto& file = files_[path];
   file.kept.reserve(kMostKept);  // to close one takes no memory
   ++file.connections;
-  std::vector<Engine> unfit;  // closed behind the loop
   while (!file.kept.empty()) {
     auto engine = std::move(file.kept.back());
     file.kept.pop_back();
     if (engine.access == access && IsFresh(engine) && IsInPlace(engine.handle.get())) return engine;
-    unfit.push_back(std::move(engine));
+    Release(engine);
   }
   return {.path = path, .access = access};
 }
 
 void EnginePool::Close(Engine engine) noexcept {
-  const std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
   const auto found = files_.find(engine.path);
   if (found == files_.end()) return;
   auto& file = found->second;
   const bool isLast = --file.connections == 0;
-  if (isLast) file.kept.clear();
-  const bool isFit = engine.handle && engine.leaves == Leaves::RowsAlone && !HasOthersStatements(engine) &&
-                     IsInPlace(engine.handle.get());
+  const bool isInPlace = engine.handle && IsInPlace(engine.handle.get());
+  if (isLast && isInPlace) {
+    for (auto& kept : file.kept) Release(kept);
+  }
+  if (isLast) file.kept.clear();  // in order, where the last one is not in the file
+  const bool isFit = isInPlace && engine.leaves == Leaves::RowsAlone && !HasOthersStatements(engine);
   if (isFit && engine.statements.size() > kMostStatements) engine.statements.clear();
   if (isFit && !isLast && file.kept.size() < kMostKept) {
     engine.closed = std::chrono::steady_clock::now();
@@ -68,6 +77,12 @@ void EnginePool::Close(Engine engine) noexcept {
     file.kept.push_back(std::move(engine));
   }
   if (isLast && file.kept.empty()) files_.erase(found);
+  lock.unlock();
+  // The others of the pool have the file open, unless it is another one that stands at the path by now.
+  if (!isLast && isInPlace && engine.handle) {
+    storage::EndWriteAhead(engine.handle.get());
+    Release(engine);
+  }
 }
 
 }  // namespace twqb::sqlite

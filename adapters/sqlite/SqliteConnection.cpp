@@ -18,8 +18,6 @@ namespace twqb::sqlite {
 
 namespace {
 
-// ADO's number for an operation that needs a closed object.
-
 std::chrono::milliseconds Patience(int timeoutSeconds) {
   constexpr std::chrono::milliseconds kWithoutEnd{std::numeric_limits<int>::max()};
   if (timeoutSeconds <= 0) return kWithoutEnd;
@@ -89,6 +87,7 @@ std::unique_ptr<ado::Recordset> SqliteConnection::Execute(std::string_view state
     prepared.Step();
     recordset = std::make_unique<SnapshotRecordset>();
   }
+  database_->AfterRun(prepared);
   // The engine's count of the last change outlives statements that change nothing.
   if (rowsAffected != nullptr) *rowsAffected = database_->TotalRowsChanged() == before ? 0 : database_->RowsChanged();
   return recordset;
@@ -101,7 +100,9 @@ std::unique_ptr<ado::Recordset> SqliteConnection::OpenRecordset(std::string_view
   auto prepared = database_->Prepare(TranslateSql(statement), Use::Once);
   if (prepared.ColumnCount() == 0) throw Failure(error::kBadSyntax, "The statement answers no rows.");
   database_->BeforeRun(prepared);
-  return FetchAll(database_, prepared);
+  auto recordset = FetchAll(database_, prepared);
+  database_->AfterRun(prepared);
+  return recordset;
 }
 
 }  // namespace twqb::sqlite

@@ -7,6 +7,7 @@
 #include "adapters/sqlite/Failure.h"
 #include "adapters/sqlite/Phrases.h"
 #include "adapters/sqlite/SqlTokens.h"
+#include "platform/Text.h"
 
 namespace twqb::sqlite {
 
@@ -124,28 +125,42 @@ void TableRecordset::Find(std::string_view criterion) {
   ReadFrom(statement);
 }
 
-std::size_t TableRecordset::IndexOf(std::string_view name) const {
-  if (const auto index = FindColumn(columns(), name)) return *index;
-  // Another program may have added it since.
-  const auto before = columns();
+void TableRecordset::HaveRow() const {
+  if (edit_ != ado::EditMode::Add) Locate();
+}
+
+void TableRecordset::DescribeAnew() const {
   database().Refresh();
   Describe(ColumnsOf(database().Kept(RowAtOrBehindText(table_, condition_)), kSkipRowid));
-  for (auto& [column, value] : pending_) column = ColumnIndex(columns(), before[column].name);
-  if (place_ == Place::OnRow) place_ = Place::Exactly;  // to be read again, by the columns that there are
+  if (place_ != Place::OnRow) return;
+  place_ = Place::Exactly;  // to be read again, by the columns that there are
+  HaveRow();
+}
+
+std::size_t TableRecordset::IndexOf(std::string_view name) const {
+  if (const auto index = FindColumn(columns(), name)) return *index;
+  DescribeAnew();  // another program may have added it since
   return ColumnIndex(columns(), name);
 }
 
-const Value* TableRecordset::Pending(std::size_t column) const {
-  for (const auto& [index, value] : pending_) {
-    if (index == column) return &value;
+const Value* TableRecordset::Pending(std::string_view column) const {
+  for (const auto& [name, value] : pending_) {
+    if (SameName(name, column)) return &value;
   }
   return nullptr;
 }
 
+Value TableRecordset::Field(std::string_view name) const {
+  RequireOpen();
+  HaveRow();
+  return FieldAt(static_cast<int>(IndexOf(name)));
+}
+
 Value TableRecordset::FieldAt(int index) const {
   RequireOpen();
+  HaveRow();
   const auto column = CheckedIndex(index);
-  if (const auto* value = Pending(column)) return *value;
+  if (const auto* value = Pending(columns()[column].name)) return *value;
   if (edit_ == ado::EditMode::Add) return Null{};
   if (Eof()) throw PlatformError(error::kAtEof);
   return row_[column];
@@ -167,16 +182,18 @@ void TableRecordset::AddNew() {
 
 void TableRecordset::SetField(std::string_view name, Value value) {
   RequireOpen();
-  const auto column = IndexOf(name);
+  HaveRow();
+  const auto index = IndexOf(name);
+  const auto& column = columns()[index];
   if (Eof()) throw PlatformError(error::kAtEof);
-  auto assigned = Assignable(columns()[column], value);
-  for (auto& [index, pending] : pending_) {
-    if (index == column) {
+  auto assigned = Assignable(column, value);
+  for (auto& [known, pending] : pending_) {
+    if (SameName(known, column.name)) {
       pending = std::move(assigned);
       return;
     }
   }
-  pending_.emplace_back(column, std::move(assigned));
+  pending_.emplace_back(column.name, std::move(assigned));
   if (edit_ == ado::EditMode::None) edit_ = ado::EditMode::InProgress;
 }
 
@@ -184,8 +201,8 @@ std::string TableRecordset::InsertText() const {
   if (pending_.empty()) return fmt::format("INSERT INTO {} DEFAULT VALUES", table_);
   std::string names;
   std::string places;
-  for (const auto& [index, value] : pending_) {
-    names.append(names.empty() ? "" : ", ").append(QuoteName(columns()[index].name));
+  for (const auto& [name, value] : pending_) {
+    names.append(names.empty() ? "" : ", ").append(QuoteName(name));
     places.append(places.empty() ? "?" : ", ?");
   }
   return fmt::format("INSERT INTO {} ({}) VALUES ({})", table_, names, places);
@@ -193,27 +210,38 @@ std::string TableRecordset::InsertText() const {
 
 std::string TableRecordset::UpdateText() const {
   std::string changes;
-  for (const auto& [index, value] : pending_) {
-    changes.append(changes.empty() ? "" : ", ").append(QuoteName(columns()[index].name)).append(" = ?");
+  for (const auto& [name, value] : pending_) {
+    changes.append(changes.empty() ? "" : ", ").append(QuoteName(name)).append(" = ?");
   }
   return fmt::format("UPDATE {} SET {} WHERE rowid = ?", table_, changes);
 }
 
-void TableRecordset::Update() {
-  RequireOpen();
-  if (edit_ == ado::EditMode::None) return;
+void TableRecordset::Write() {
   const bool isNew = edit_ == ado::EditMode::Add;
   auto& statement = database().Kept(isNew ? InsertText() : UpdateText());
   const ResetAtEnd reset(statement);
   database().BeforeRun(statement);
   int parameter = 0;
-  for (const auto& [index, value] : pending_) Bind(statement, ++parameter, value);
+  for (const auto& [name, value] : pending_) Bind(statement, ++parameter, value);
   if (!isNew) statement.BindInteger(++parameter, rowid_);
   statement.Step();
   if (!isNew && database().RowsChanged() == 0) throw PlatformError(error::kAtEof);
-
   if (isNew) rowid_ = database().LastRowId();
   place_ = Place::Exactly;  // defaults and rounding by the database show when the row is read again
+}
+
+void TableRecordset::Update() {
+  RequireOpen();
+  if (edit_ == ado::EditMode::None) return;
+  try {
+    Write();
+  } catch (const PlatformError& failure) {
+    if (failure.number() != error::kBadSyntax) throw;
+    // Another program may have removed a column that was assigned.
+    DescribeAnew();
+    for (const auto& [name, value] : pending_) static_cast<void>(ColumnIndex(columns(), name));
+    throw;
+  }
   CancelUpdate();
 }
 

@@ -32,6 +32,7 @@ class TableRecordset : public SqliteRecordset {
   // At Eof there is nothing behind, so it stays there; MoveFirst first. Raises `kBadArgument`, `kNoSuchField`.
   void Find(std::string_view criterion) override;
 
+  [[nodiscard]] Value Field(std::string_view name) const override;
   [[nodiscard]] Value FieldAt(int index) const override;
 
   [[nodiscard]] ado::EditMode EditState() const override;
@@ -39,7 +40,8 @@ class TableRecordset : public SqliteRecordset {
   // Raises `kConversion` for a value that the column can't hold; what was pending stays.
   void SetField(std::string_view name, Value value) override;
   // Writes the assigned columns alone, in the order of their first assignment; nothing when no edit is pending. A row
-  // added is the current row after it. Raises `kConstraint`, and `kAtEof` when someone has deleted the row.
+  // added is the current row after it. Raises `kConstraint`, `kAtEof` when someone has deleted the row, and
+  // `kNoSuchField` when someone has removed one of the columns; the edit stays pending then.
   void Update() override;
   // The row that was current before the edit is current after it.
   void CancelUpdate() override;
@@ -60,18 +62,25 @@ class TableRecordset : public SqliteRecordset {
 
   void RequireNoEdit() const;
   void Locate() const;
+  // To be called ahead of looking a column up for the current row: to read the row may find other columns, and then
+  // their places are others. A row that is being added has none to be read.
+  void HaveRow() const;
+  // The columns that there are by now.
+  void DescribeAnew() const;
   // Runs a statement for the rowid and the columns of a row. False when it answers none: then it is Eof.
   bool ReadFrom(Statement& statement) const;
   [[nodiscard]] std::string InsertText() const;
   [[nodiscard]] std::string UpdateText() const;
-  [[nodiscard]] const Value* Pending(std::size_t column) const;
+  [[nodiscard]] const Value* Pending(std::string_view column) const;
+  void Write();
 
   std::string table_;      // quoted
   std::string condition_;  // which rows it moves over, as SQL; a row that was added stays in hand, whatever it holds
   ado::EditMode edit_ = ado::EditMode::None;
+  // By the names of their columns, whose places may change, in the order of their first assignment.
+  std::vector<std::pair<std::string, Value>> pending_;
 
   // Looking at the current row is what reads it, and at a column that was not there what finds others.
-  mutable std::vector<std::pair<std::size_t, Value>> pending_;  // columns in the order of their first assignment
   mutable Place place_;
   mutable std::int64_t rowid_;
   mutable std::vector<Value> row_;

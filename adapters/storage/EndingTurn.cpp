@@ -18,8 +18,9 @@ namespace twqb::storage {
 #ifdef __linux__
 
 EndingTurn::EndingTurn(const std::string& file) {
-  constexpr int kAttempts = 1'000;
+  constexpr auto kMoment = std::chrono::seconds(1);
   constexpr auto kPause = std::chrono::milliseconds(1);
+  const auto began = std::chrono::steady_clock::now();
   struct stat status = {};
   if (::stat(file.c_str(), &status) != 0) return;
   // An address that begins with a zero is no file.
@@ -30,8 +31,8 @@ EndingTurn::EndingTurn(const std::string& file) {
   const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + named.size);
   name_ = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
   if (name_ < 0) return;
-  for (int i = 0; i < kAttempts; ++i) {
-    if (::bind(name_, reinterpret_cast<const sockaddr*>(&address), size) == 0 || errno != EADDRINUSE) return;
+  while (::bind(name_, reinterpret_cast<const sockaddr*>(&address), size) != 0 && errno == EADDRINUSE) {
+    if (std::chrono::steady_clock::now() - began >= kMoment) return;
     std::this_thread::sleep_for(kPause);
   }
 }

@@ -117,10 +117,8 @@ std::string MakeReadable(sqlite3* handle) {
            "written: copy it, with these files, into a folder that can be written, and open the copy";
   }
   return "a program on another machine, or one that shares no memory with this one, has it open and writes to it "
-         "ahead, "
-         "in files beside it (\"-wal\"): open it on the machine on whose disk it stands, or when no other program has "
-         "it "
-         "open";
+         "ahead, in files beside it (\"-wal\"): open it on the machine on whose disk it stands, or when no other "
+         "program has it open";
 }
 
 }  // namespace twqb::storage

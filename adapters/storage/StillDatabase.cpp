@@ -38,6 +38,8 @@ StillDatabase::StillDatabase(const std::string& path) {
   handle_.reset(opened);
   if (code == SQLITE_OK) {
     sqlite3_busy_timeout(opened, kPatience);
+    // Why it can't be read is not told here: it is not held then.
+    static_cast<void>(MakeReadable(opened));
     constexpr auto kHold = "BEGIN; SELECT count(*) FROM sqlite_schema";
     const int held = sqlite3_exec(opened, kHold, nullptr, nullptr, nullptr);
     if (held == SQLITE_OK) return;

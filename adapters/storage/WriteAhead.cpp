@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <new>
+#include <optional>
 #include <random>
 #include <string_view>
 #include <system_error>
@@ -59,14 +60,21 @@ class ShortPatience {
 
 enum class Ending : std::uint8_t { Done, OthersAreInIt, Failed };
 
-// Puts the file into its ordinary form, if this handle is alone in it.
-Ending TryEnding(sqlite3* handle) {
+// Puts the file into its ordinary form, if this handle is alone in it. The turn is taken where there is something to
+// end, and is the caller's to keep until the handle is closed. Who has nothing to end must not wait for it: one that is
+// suspended in its turn would have each who opens the file wait.
+Ending TryEnding(sqlite3* handle, std::optional<EndingTurn>& turn) {
   if (HasMoved(handle)) return Ending::Done;
   const ShortPatience patience(handle);
   const auto failed = [handle] { return WasBusy(handle) ? Ending::OthersAreInIt : Ending::Failed; };
   // One that has not read the file for a while knows it as it was then. Who keeps others from reading it is beginning
   // or ending: how that comes out is not known yet.
-  if (!Look(handle) && (WasBusy(handle) || SaysWrittenAhead(handle))) return failed();
+  const auto isKeptOut = [handle] { return !Look(handle) && (WasBusy(handle) || SaysWrittenAhead(handle)); };
+  const bool isUnknown = isKeptOut();
+  if (!isUnknown && FormOf(handle) == Form::Ordinary) return Ending::Done;
+  // Behind a look at a log the handle has a hold on the file, and the form stays as it was seen.
+  turn.emplace(PathOf(handle));
+  if (isUnknown && isKeptOut()) return failed();
   if (FormOf(handle) == Form::Ordinary) return Ending::Done;
   if (!Run(handle, "PRAGMA journal_mode = DELETE") || FormOf(handle) == Form::WriteAhead) return failed();
   // The engine takes the log away first and then writes that there is none: one that came in between has begun another.
@@ -78,8 +86,8 @@ Form TryToEnd(const std::string& path) {
   auto handle = OpenToWrite(path);
   if (!handle) return Form::Ordinary;  // no longer ours to put in order
   sqlite3_busy_timeout(handle.get(), kMoment);
-  const EndingTurn turn(path);
-  const auto ending = TryEnding(handle.get());
+  std::optional<EndingTurn> turn;
+  const auto ending = TryEnding(handle.get(), turn);
   handle.reset();
   if (ending == Ending::Failed) return TakeBack(path);
   return ending == Ending::Done ? Form::Ordinary : Form::WriteAhead;
@@ -88,17 +96,19 @@ Form TryToEnd(const std::string& path) {
 // Programs that take no turns may close at the same moment: then each sees the other, and neither puts the file in
 // order, nor takes the log away. So who was not alone looks again once it has closed. While the log stays somebody has
 // the file open, who will look when he closes, or they were two: that is tried a few times, at moments that chance
-// tells apart.
-void LookBehind(const std::string& path) {
+// tells apart. `began` is when the closing began: who took long to get his turn was among those who take turns, and the
+// one behind him looks.
+void LookBehind(const std::string& path, std::chrono::steady_clock::time_point began) {
   constexpr int kAttempts = 20;
   constexpr int kAttemptsBesideLog = 4;
   constexpr int kLongestPause = 5'000;  // microseconds
+  constexpr auto kInAll = std::chrono::milliseconds(500);
   // Two processes began at other moments.
   std::minstd_rand random(
       static_cast<std::minstd_rand::result_type>(std::chrono::steady_clock::now().time_since_epoch().count()));
   std::uniform_int_distribution<int> pause(0, kLongestPause);
   int besideLog = 0;
-  for (int i = 0; i < kAttempts; ++i) {
+  for (int i = 0; i < kAttempts && std::chrono::steady_clock::now() - began < kInAll; ++i) {
     const bool hasLog = HasLog(path);
     if (hasLog && ++besideLog > kAttemptsBesideLog) return;
     if (i > 0 || hasLog) std::this_thread::sleep_for(std::chrono::microseconds(pause(random)));
@@ -187,8 +197,8 @@ void WriteAhead::BeforeWrite(sqlite3* handle) {
 
 Form EndWriteAhead(sqlite3* handle) noexcept {
   try {
-    const EndingTurn turn(PathOf(handle));
-    return TryEnding(handle) == Ending::Done ? Form::Ordinary : Form::WriteAhead;
+    std::optional<EndingTurn> turn;
+    return TryEnding(handle, turn) == Ending::Done ? Form::Ordinary : Form::WriteAhead;
   } catch (const std::bad_alloc&) {
     return Form::WriteAhead;
   }
@@ -197,15 +207,16 @@ Form EndWriteAhead(sqlite3* handle) noexcept {
 void CloseInOrder(sqlite3* open) noexcept {
   Handle handle(open);
   try {
+    const auto began = std::chrono::steady_clock::now();
     const auto path = PathOf(open);
     auto ending = Ending::Done;
     {
-      const EndingTurn turn(path);
-      ending = TryEnding(open);
+      std::optional<EndingTurn> turn;
+      ending = TryEnding(open, turn);
       handle.reset();
       if (ending == Ending::Failed && TakeBack(path) == Form::Ordinary) return;
     }
-    if (ending != Ending::Done) LookBehind(path);
+    if (ending != Ending::Done) LookBehind(path, began);
   } catch (const std::bad_alloc&) {
     // Closed it is all the same; who opens the file next puts it in order.
   }

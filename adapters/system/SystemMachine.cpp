@@ -12,6 +12,7 @@
 #include <chrono>
 #include <thread>
 
+#include "adapters/storage/Replaceable.h"
 #include "adapters/storage/StillDatabase.h"
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
@@ -100,19 +101,6 @@ std::optional<std::string> SystemMachine::ReadRegistry(std::string_view key, std
   return Profile(options_.registryFile).Read(key.substr(kRegistryRoot.size()), name);
 }
 
-namespace {
-
-// What a killed process has left beside the database that the copy takes the place of belongs to that one: with the
-// copy it would be taken for its own.
-bool RemoveLogsOf(const std::string& database) {
-  for (const auto* suffix : {"-journal", "-wal", "-shm"}) {
-    if (::unlink((database + suffix).c_str()) != 0 && errno != ENOENT) return false;
-  }
-  return true;
-}
-
-}  // namespace
-
 void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   const storage::StillDatabase still(from);
   if (still.CouldNotBeHeld()) Raise(error::kFileAccess, from);
@@ -129,7 +117,8 @@ void SystemMachine::CopyFile(const std::string& from, const std::string& to) {
   // Nobody reads the copy in work who may not read the original.
   const bool done = ::stat(from.c_str(), &status) == 0 && allow(kOwnersAlone) &&
                     (byPages ? still.CopyTo(copy->TemporaryPath()) : CopyBytes(source, copy->File())) &&
-                    allow(status.st_mode & kPermissions) && (!still.IsHeld() || RemoveLogsOf(to)) && copy->Commit();
+                    allow(status.st_mode & kPermissions) && (!still.IsHeld() || storage::MakeReplaceable(to)) &&
+                    copy->Commit();
   if (!done) Raise(error::kFileAccess, to);
 }
 

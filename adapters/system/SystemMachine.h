@@ -48,7 +48,8 @@ class SystemMachine : public Machine {
 
   // A copy that fails leaves `to` as it was. Raises 53 when `from` is missing, 76 when the folder of `to` is, else 75;
   // the text names the path. The copy has the permissions of `from`, and is durable. That of a SQLite database is one
-  // state of it, in one file, whoever writes to it meanwhile. Where `to` is a symbolic link the copy takes the link's
+  // state of it, in one file, whoever writes to it meanwhile; the database at `to` is not replaced, and 75 raised,
+  // while somebody has written to that one and not closed it. Where `to` is a symbolic link the copy takes the link's
   // place, and what the link leads to stays as it is.
   void CopyFile(const std::string& from, const std::string& to) override;
   [[nodiscard]] std::string ComputerName() override;

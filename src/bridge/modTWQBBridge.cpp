@@ -227,7 +227,7 @@ bool RunTransfer(const Transfer& transfer, std::int32_t table, const TransferOpt
   if (TakeUpLostLinks(*session)) {
     outcome = table == enAll ? TransferAll(transfer, options, run) : TransferOne(transfer, table, options, run);
   }
-  ForgetTakenUp(*session);
+  DropWhatIsSettled(*session);
   if (outcome.releasesCallback) ReleaseCallback(modeBefore);
   return outcome.result;
 }

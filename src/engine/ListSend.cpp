@@ -72,7 +72,7 @@ class ListSendWork final : public RowWork {
     ReadRow();
     NoteIdentifier(record_.linkId);
     if (WasTakenUp(table_, record_.key, session_)) {
-      // Its link was written just now, which does not make it newer than its twin.
+      // What was written of it just now does not make it newer than its twin.
       NoteFate(Fate::LeftAsItWas, "it was found again in QuickBooks");
     } else if (record_.passedOver) {
       NoteFateAtLast(Fate::PassedOver, "the table does not send such rows");
@@ -365,6 +365,8 @@ TakenUp TakeUpListLink(const Table& table, const ListTable& list, const LostAddi
     // The date goes behind the link, so that it can be missing alone.
     StampRow(list, {.table = list.tableName, .condition = KeyCondition(list.keyColumn, record.key)}, record.key,
              lost.connection);
+    // Which does not make it newer than its twin.
+    NoteTakenUp(table, record.key, lost.session);
   }
   return added.taken;
 }

@@ -118,11 +118,15 @@ std::optional<Added> AddedBy(const MsgSetResponse& outcome) {
   for (std::size_t i = outcome.Count(); i-- > 0;) {
     const auto& response = outcome.GetAt(i);
     if (!IsCarriedOut(response) || !IsAdd(response)) continue;
-    return Added{.row = response.RequestID(),
-                 .request = response.RequestName(),
-                 .attempt = i,
-                 .record = response.DetailCount() > 0 ? response.Detail() : Record(),
-                 .replaces = TwinNamedBy(outcome.GetAt(0).RequestID())};
+    Added added = {.row = response.RequestID(),
+                   .request = response.RequestName(),
+                   .attempt = i,
+                   .replaces = TwinNamedBy(outcome.GetAt(0).RequestID())};
+    // One that can't be read is looked for like one that is not told.
+    IgnoreErrors([&] {
+      if (response.DetailCount() > 0) added.record = response.Detail();
+    });
+    return added;
   }
   return std::nullopt;
 }
@@ -204,7 +208,8 @@ TakenUp TakenUpBy(const Table& table, const Added& added, std::string& key, QBSe
   });
 }
 
-void TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
+// Whether the row's record is in QuickBooks, and its row knows.
+bool TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
   const AsideOfTheRow aside;
   auto key = ReadName(added.row).key;
   TakenUp taken;
@@ -212,30 +217,38 @@ void TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
     taken = {.why = raised->description()};
   }
   auto& recovery = session.Recovery();
-  if (taken.end == TakenUp::End::Linked || taken.end == TakenUp::End::KnewIt) recovery.NoteTakenUp(added.row);
+  const bool isLinked = taken.end == TakenUp::End::Linked || taken.end == TakenUp::End::KnewIt;
+  if (isLinked) recovery.Release(added.row);
+  // One that knew it goes like any other: it may have been changed since.
+  if (taken.end == TakenUp::End::Linked) recovery.NoteTakenUp(added.row);
   if (taken.end == TakenUp::End::NotAdded) {
     recovery.SettleNotRun();
   } else {
     recovery.Settle(taken.rest);
   }
   TellTakenUp(table.lostLink, key, added, taken, session);
+  return isLinked;
 }
 
 // `row` names what was added where the answer does not, as far as that is known.
-void TakeUpOutcome(const MsgSetResponse& outcome, std::string_view row, const FindTableRoutine& findTable,
+bool TakeUpOutcome(const MsgSetResponse& outcome, std::string_view row, const FindTableRoutine& findTable,
                    QBSessionManager& session) {
   auto added = AddedBy(outcome);
-  if (!added) return session.Recovery().Settle();
+  if (!added) {
+    session.Recovery().Settle();
+    return false;
+  }
   if (ReadName(added->row).table < 0) added->row = row;
   const auto* table = findTable(ReadName(added->row).table);
   if (table != nullptr && table->lostLink.takeUp != nullptr) return TakeUp(*table, *added, session);
   WriteLog(fmt::format("QuickBooks tells of an addition that no table here has made: \"{}\". It is left alone.",
                        added->row));
   session.Recovery().Settle();
+  return false;
 }
 
-// The addition that is open in this session.
-void SettleOpen(QBSessionManager& session) {
+// The addition that is open in this session. Whether its record is in QuickBooks, and its row knows.
+bool SettleOpen(QBSessionManager& session) {
   auto& recovery = session.Recovery();
   const auto open = recovery.Open();
   const auto outcome = recovery.AskAgain(session);
@@ -243,14 +256,17 @@ void SettleOpen(QBSessionManager& session) {
     return TakeUpOutcome(
         *outcome.answer, open.row, [&](std::int32_t /*number*/) { return open.table; }, session);
   }
-  if (!outcome.mayHaveRun) return recovery.SettleNotRun();
-  TakeUp(*open.table,
-         {.row = open.row,
-          .request = open.request,
-          .attempt = open.attempt,
-          .isCertain = false,
-          .replaces = TwinNamedBy(open.replaces)},
-         session);
+  if (!outcome.mayHaveRun) {
+    recovery.SettleNotRun();
+    return false;
+  }
+  return TakeUp(*open.table,
+                {.row = open.row,
+                 .request = open.request,
+                 .attempt = open.attempt,
+                 .isCertain = false,
+                 .replaces = TwinNamedBy(open.replaces)},
+                session);
 }
 
 }  // namespace
@@ -272,8 +288,8 @@ std::optional<MsgSetResponse> SendAddition(const Table& table, std::string_view 
   auto& recovery = session.Recovery();
   const auto row = NameOfRow(table.number, key);
   const bool isTheSame = recovery.IsOpen() && recovery.Open().row == row;
-  if (recovery.IsOpen()) SettleOpen(session);
-  if (isTheSame && recovery.WasTakenUp(row)) {
+  const bool isThere = recovery.IsOpen() && SettleOpen(session);
+  if (isTheSame && isThere) {
     NoteFate(Fate::LeftAsItWas, "it was found again in QuickBooks");
     return std::nullopt;
   }
@@ -302,21 +318,28 @@ void CloseAddition(QBSessionManager& session, RestOfRow rest) {
 
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable) {
   auto& recovery = session.Recovery();
-  // What this session has left itself: an addition that could not be settled, or a row whose rest did not go.
-  if (recovery.IsOn() && (recovery.IsOpen() || recovery.RestFollows())) return SettleOpen(session);
-  for (const auto& outcome : recovery.AskFirst(session)) TakeUpOutcome(outcome, {}, findTable, session);
-  recovery.DropOldest(session);
+  recovery.ForgetTakenUp();
+  // One that this session could not settle, and of which QuickBooks may have no outcome that tells.
+  if (recovery.IsOn() && recovery.IsOpen()) (void)SettleOpen(session);
+  // Two are of two processes that sent at the same time.
+  for (const auto& stored : recovery.Ask(session)) {
+    recovery.Drop(session);
+    recovery.TakeInHand(stored.slot);
+    (void)TakeUpOutcome(stored.answer, stored.row, findTable, session);
+  }
 }
 
 void SettleOpenAddition(QBSessionManager& session) {
   if (!session.Recovery().IsOpen()) return;
-  if (const auto raised = CatchError([&] { SettleOpen(session); })) {
+  if (const auto raised = CatchError([&] { (void)SettleOpen(session); })) {
     WriteLog(fmt::format("What became of the last addition can't be told now: {}. The next send asks again.",
                          raised->description()));
   }
 }
 
-void ForgetTakenUp(QBSessionManager& session) { session.Recovery().ForgetTakenUp(); }
+void DropWhatIsSettled(QBSessionManager& session) {
+  IgnoreErrors([&] { session.Recovery().Drop(session); });
+}
 
 bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session) {
   const auto& recovery = session.Recovery();

@@ -44,14 +44,14 @@ void CloseAddition(QBSessionManager& session, RestOfRow rest = RestOfRow::None);
 // Finds the table of a number; nothing where there is none.
 using FindTableRoutine = std::function<const Table*(std::int32_t number)>;
 
-// Ahead of the first row of a transfer: takes up what an earlier process left. Raises when QuickBooks can't be asked.
+// Ahead of the first row of a transfer: takes up what an earlier one left. Raises when QuickBooks can't be asked.
 void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTable);
 // Behind the last row of a table: settles an addition that is still open. Errors go to the log.
 void SettleOpenAddition(QBSessionManager& session);
-// Behind a transfer: what was taken up goes like any other row from the next one on.
-void ForgetTakenUp(QBSessionManager& session);
+// Behind a transfer: has QuickBooks drop what is settled. Errors are ignored; the next transfer finds it settled.
+void DropWhatIsSettled(QBSessionManager& session);
 
-// Whether the row was taken up in this send, of a table that sends what it is told to, linked or not.
+// Whether the row was taken up in this transfer: its link or its date was written just now.
 [[nodiscard]] bool WasTakenUp(const Table& table, std::string_view key, QBSessionManager& session);
 
 // --- For the tables --------------------------------------------------------------------------------------------------

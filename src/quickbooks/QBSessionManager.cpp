@@ -1,5 +1,7 @@
 #include "quickbooks/QBSessionManager.h"
 
+#include <utility>
+
 #include "platform/PlatformError.h"
 
 namespace twqb {
@@ -33,9 +35,11 @@ std::string QBSessionManager::DocumentOf(const MsgSetRequest& set, const Message
   return set.ToXMLString(&mended_, ids);
 }
 
-MsgSetResponse QBSessionManager::DoDocument(std::string_view document) {
-  return MsgSetResponse(transport_->ProcessDocument(document), machine_);
-}
+MsgSetResponse QBSessionManager::DoDocument(std::string_view document) { return Read(AnswerTo(document)); }
+
+std::string QBSessionManager::AnswerTo(std::string_view document) { return transport_->ProcessDocument(document); }
+
+MsgSetResponse QBSessionManager::Read(std::string answer) const { return MsgSetResponse(std::move(answer), machine_); }
 
 MsgSetRequest QBSessionManager::CreateSubscriptionMsgSetRequest(int major, int minor) {
   return {{.country = messages::Country::US, .version = {major, minor}}, messages::MessageSet::Subscription};

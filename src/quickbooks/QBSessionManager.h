@@ -35,8 +35,10 @@ class QBSessionManager {
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set);
   // The same for a set whose outcome QuickBooks is to keep, or is asked for. Nobody but Recovery calls it.
   [[nodiscard]] MsgSetResponse DoRequests(const MsgSetRequest& set, const MessageSetIds& ids);
-  // The same in its two steps.
+  // The same in its steps: written, sent, read.
   [[nodiscard]] std::string DocumentOf(const MsgSetRequest& set, const MessageSetIds* ids);
+  [[nodiscard]] std::string AnswerTo(std::string_view document);
+  [[nodiscard]] MsgSetResponse Read(std::string answer) const;
   [[nodiscard]] MsgSetResponse DoDocument(std::string_view document);
   // What QuickBooks keeps of the additions of this session.
   [[nodiscard]] twqb::Recovery& Recovery() { return recovery_; }

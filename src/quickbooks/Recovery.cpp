@@ -36,18 +36,21 @@ void Recovery::Begin(std::string_view owner, Date now) {
   if (state_ != State::NotBegun) return;
   ids_ = {fmt::format("{}A", owner), fmt::format("{}B", owner)};
   begunAt_ = now;
-  state_ = State::Begun;
+  state_ = State::Left;
 }
 
-KeptOutcome Recovery::StatusOf(QBSessionManager& session, std::size_t slot) {
-  const auto& id = ids_[slot];
-  auto answer = session.DoRequests(RequireMsgSetRequest(session), {.newId = id, .oldId = id});
+std::string Recovery::StatusDocument(QBSessionManager& session, std::size_t slot) const {
+  const MessageSetIds ids = {.newId = ids_[slot], .oldId = ids_[slot]};
+  return session.DocumentOf(RequireMsgSetRequest(session), &ids);
+}
+
+KeptOutcome Recovery::StatusOf(QBSessionManager& session, std::size_t slot, MsgSetResponse answer) {
   if (HasAnswers(answer)) return {.answer = std::move(answer)};
   const auto code = CodeOf(answer);
   // To ask for an identifier may take it, so that no set can come under it any more.
-  if (code != kNotKnown && code != kInOrder) Remove(session, slot);
+  if (code != kNotKnown) Remove(session, slot);
   if (code != kNotKnown && code != kInOrder && code != kNoStoredAnswer) {
-    WriteLog(fmt::format("QuickBooks answers {} where it is asked for the message set {}.", code, id));
+    WriteLog(fmt::format("QuickBooks answers {} where it is asked for the message set {}.", code, ids_[slot]));
   }
   // One that never came is told so; every other code may hide work that was done.
   return {.answer = std::nullopt, .mayHaveRun = code != kNotKnown};
@@ -57,31 +60,36 @@ void Recovery::Remove(QBSessionManager& session, std::size_t slot) {
   static_cast<void>(session.DoRequests(RequireMsgSetRequest(session), {.newId = {}, .oldId = ids_[slot]}));
 }
 
-std::vector<MsgSetResponse> Recovery::AskFirst(QBSessionManager& session) {
-  std::vector<MsgSetResponse> outcomes;
-  if (state_ != State::Begun) return outcomes;
-  try {
-    for (std::size_t slot = 0; slot < ids_.size(); ++slot) {
-      auto stored = StatusOf(session, slot);
-      if (!stored.answer) continue;
-      bothKept_ = !outcomes.empty();
-      outcomes.push_back(std::move(*stored.answer));
-      last_ = slot;
-      next_ = Other(slot);
-      kept_ = true;
+std::vector<StoredOutcome> Recovery::Ask(QBSessionManager& session) {
+  std::vector<StoredOutcome> stored;
+  if (state_ == State::NotBegun || state_ == State::NotKnown) return stored;
+  state_ = State::Left;
+  for (std::size_t slot = 0; slot < ids_.size(); ++slot) {
+    const auto document = StatusDocument(session, slot);
+    std::string text;
+    try {
+      text = session.AnswerTo(document);
+    } catch (const PlatformError& raised) {
+      if (raised.number() != error::kParse || slot > 0) throw;
+      WriteLog(
+          "QuickBooks keeps no outcomes of message sets in this version: a link that gets lost is not found again.");
+      state_ = State::NotKnown;
+      return stored;
     }
-  } catch (const PlatformError& raised) {
-    if (raised.number() != error::kParse) throw;
-    WriteLog("QuickBooks keeps no outcomes of message sets in this version: a link that gets lost is not found again.");
-    Leave();
-    return outcomes;
+    auto outcome = StatusOf(session, slot, session.Read(std::move(text)));
+    if (outcome.answer) stored.push_back({.slot = slot, .row = rows_[slot], .answer = std::move(*outcome.answer)});
   }
   state_ = State::On;
-  return outcomes;
+  kept_ = false;
+  keptBefore_ = false;
+  Settle();
+  return stored;
 }
 
-void Recovery::DropOldest(QBSessionManager& session) {
-  if (IsOn() && std::exchange(bothKept_, false)) Remove(session, Other(last_));
+void Recovery::TakeInHand(std::size_t slot) {
+  last_ = slot;
+  next_ = Other(slot);
+  kept_ = true;
 }
 
 MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& set, OpenAddition addition) {
@@ -95,6 +103,7 @@ MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& se
   isOpen_ = true;
   restFollows_ = false;
   mayHaveRun_ = false;
+  rows_[last_] = addition.row;
   open_ = std::move(addition);
   auto answer = session.DoDocument(document);
   const auto code = CodeOf(answer);
@@ -102,7 +111,7 @@ MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& se
     // Nothing was carried out: another process sends under the same identifiers, or QuickBooks does not take them.
     WriteLog(
         fmt::format("QuickBooks does not take the identifier {} of a message set (code {}): links that get lost "
-                    "in this session are not found again.",
+                    "in this transfer are not found again.",
                     ids.newId, code));
     kept_ = false;
     isOpen_ = false;
@@ -120,7 +129,7 @@ MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& se
 }
 
 KeptOutcome Recovery::AskAgain(QBSessionManager& session) {
-  auto stored = StatusOf(session, last_);
+  auto stored = StatusOf(session, last_, session.DoDocument(StatusDocument(session, last_)));
   kept_ = stored.answer.has_value();
   next_ = kept_ ? Other(last_) : last_;
   if (!kept_ && std::exchange(keptBefore_, false)) {

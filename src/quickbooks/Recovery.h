@@ -3,7 +3,8 @@
 //
 // Two identifiers alternate. They are made of what a later process knows by itself, so that nothing has to be written
 // down. One outcome is kept at a time: it must be settled (its row written, or known not to have gone) ahead of the
-// next set, which drops it. What a kept outcome means for a row is engine/LostAdditions' affair.
+// next set, which drops it. Each transfer asks at its beginning and has QuickBooks forget at its end, for between two
+// of them others may send. What a kept outcome means for a row is engine/LostAdditions' affair.
 #pragma once
 
 #include <array>
@@ -43,6 +44,13 @@ struct KeptOutcome {
   bool mayHaveRun = false;               // without an answer
 };
 
+// What it keeps under one of the two identifiers.
+struct StoredOutcome {
+  std::size_t slot = 0;
+  std::string row;  // whose addition this session sent under it; "" where another one did
+  MsgSetResponse answer;
+};
+
 class Recovery {
  public:
   // The beginning of both identifiers, of whatever tells one sender from another: letters and digits alone, the same in
@@ -57,14 +65,14 @@ class Recovery {
   [[nodiscard]] bool IsOn() const { return state_ == State::On; }
   // When it began: nothing that this session adds is older.
   [[nodiscard]] Date BegunAt() const { return begunAt_; }
-  // For the rest of the session additions go as they would without; what QuickBooks keeps stays there.
+  // For the rest of the transfer additions go as they would without; what QuickBooks keeps stays there.
   void Leave() { state_ = State::Left; }
 
-  // What an earlier process left, of both identifiers; nothing at any but the first call of a session. Where QuickBooks
-  // does not know identifiers, the log is told and it is left at that. Raises what other calls raise.
-  [[nodiscard]] std::vector<MsgSetResponse> AskFirst(QBSessionManager& session);
-  // Once that is settled.
-  void DropOldest(QBSessionManager& session);
+  // At the beginning of a transfer: what an earlier one left, of whatever process, under both identifiers. Where
+  // QuickBooks does not know identifiers, the log is told once and it is left at that. Raises what other calls raise.
+  [[nodiscard]] std::vector<StoredOutcome> Ask(QBSessionManager& session);
+  // One of these is the one that is settled next, and dropped by the next set.
+  void TakeInHand(std::size_t slot);
 
   // Sends a set that adds, without the identifiers where they turn out to be of no use. Raises what the call raises,
   // and where QuickBooks may have carried the set out but has no answer; the addition is open then.
@@ -82,8 +90,10 @@ class Recovery {
   void SettleNotRun() { Settle(restFollowed_ ? RestOfRow::Follows : RestOfRow::None); }
   [[nodiscard]] bool RestFollows() const { return restFollows_; }
 
-  // Rows that may be in QuickBooks already, which nobody could settle: they must not go in this session.
+  // Rows that may be in QuickBooks already, which nobody could settle: they must not go in this session, unless they
+  // are settled after all.
   void Hold(std::string row) { held_.insert(std::move(row)); }
+  void Release(const std::string& row) { held_.erase(row); }
   [[nodiscard]] bool IsHeld(std::string_view row) const { return held_.contains(row); }
   // Rows that were found again in the send in hand.
   void NoteTakenUp(std::string row) { takenUp_.insert(std::move(row)); }
@@ -91,27 +101,29 @@ class Recovery {
   [[nodiscard]] bool WasTakenUp(std::string_view row) const { return takenUp_.contains(row); }
   void ForgetTakenUp() { takenUp_.clear(); }
 
-  // The orderly end of the session: has QuickBooks drop what it keeps, if that is settled.
+  // The orderly end of a transfer: has QuickBooks drop what it keeps, if that is settled.
   void Drop(QBSessionManager& session);
 
  private:
-  enum class State : std::uint8_t { NotBegun, Begun, On, Left };
+  enum class State : std::uint8_t { NotBegun, Left, On, NotKnown };
   using Names = std::set<std::string, std::less<>>;
 
-  // What is stored under one of the two. Behind it the identifier can be used, or has the outcome that came back.
-  [[nodiscard]] KeptOutcome StatusOf(QBSessionManager& session, std::size_t slot);
+  // What is stored under one of the two, by the answer to the document that asks for it. Behind it the identifier can
+  // be used, or has the outcome that came back.
+  [[nodiscard]] std::string StatusDocument(QBSessionManager& session, std::size_t slot) const;
+  [[nodiscard]] KeptOutcome StatusOf(QBSessionManager& session, std::size_t slot, MsgSetResponse answer);
   void Remove(QBSessionManager& session, std::size_t slot);
   [[nodiscard]] static std::size_t Other(std::size_t slot) { return 1 - slot; }
 
   State state_ = State::NotBegun;
   Date begunAt_;
   std::array<std::string, 2> ids_;
-  std::size_t next_ = 0;     // the identifier of the next set
-  std::size_t last_ = 0;     // of the last one
-  bool kept_ = false;        // QuickBooks keeps an outcome under `last_`
-  bool bothKept_ = false;    // and one under the other, which an earlier process left
-  bool isOpen_ = false;      // the last one is not settled
-  bool mayHaveRun_ = false;  // though QuickBooks has no answer, as it said itself
+  std::array<std::string, 2> rows_;  // whose additions went under them in this session
+  std::size_t next_ = 0;             // the identifier of the next set
+  std::size_t last_ = 0;             // of the last one
+  bool kept_ = false;                // QuickBooks keeps an outcome under `last_`
+  bool isOpen_ = false;              // the last one is not settled
+  bool mayHaveRun_ = false;          // though QuickBooks has no answer, as it said itself
   bool restFollows_ = false;
   bool keptBefore_ = false;    // an outcome was, ahead of the last set
   bool restFollowed_ = false;  //

@@ -43,8 +43,6 @@ bool Connect(OpenMode mode) {
 
 void Disconnect() {
   if (!Vars().g_QBSession) return;
-  // What is kept and settled would only be looked at once more. Between transfers it may stay: the next set drops it.
-  IgnoreErrors([&] { Vars().g_QBSession->Recovery().Drop(*Vars().g_QBSession); });
   Vars().g_QBSession->EndSession();
   Vars().g_QBSession->CloseConnection();
   DropSession();

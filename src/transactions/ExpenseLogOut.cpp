@@ -248,6 +248,18 @@ class BillOfRows {
     return !taken_.empty() && taken_.front()->key == lost_.key;
   }
 
+  // Whether the row that the bill is named by knows a line of it. Those that do have gone.
+  [[nodiscard]] bool KnowLinesOf(const Record& bill) const {
+    const auto lines = LinesOfBill(bill);
+    bool named = false;
+    for (const auto& row : rows_) {
+      if (std::ranges::find(lines, row.link) == lines.end()) continue;
+      NoteTakenUp(kExpenseLogTable, row.key, lost_.session);
+      named = named || row.key == lost_.key;
+    }
+    return named;
+  }
+
   // Writes what is missing to the rows of a bill that fits; answers whether links were.
   bool WriteLinks(const Record& bill) const {
     std::vector<Sql> keys;
@@ -333,7 +345,12 @@ TakenUp TakeUpExpenseLinks(const LostAddition& lost) {
   if (!lost.record.IsNothing()) {
     // An outcome may tell the bill without its lines.
     bills = {RecordOf(BillRead(), lost.record["TxnID"].GetValue(), lost.session)};
-    std::erase_if(bills, [](const Record& bill) { return bill.IsNothing(); });
+    // Deleted since.
+    if (bills.front().IsNothing()) return {.end = TakenUp::End::NotAdded};
+    // Changed since, on this side or on the other.
+    if (!rows.Fits(bills.front()) && rows.KnowLinesOf(bills.front())) {
+      return {.end = TakenUp::End::KnewIt, .identifier = bills.front()["TxnID"].GetValue()};
+    }
   } else {
     const auto [from, to] = rows.Days();
     bills = RecordsOfDays(BillRead(), from, to, lost.session);

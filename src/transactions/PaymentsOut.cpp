@@ -178,6 +178,7 @@ class PaymentSend final : public RowWork {
   RowEnd Allocate(RowWalk& walk) {
     // A payment that was sent is never sent again; of one that was broken off the rest goes.
     isUnread_ = false;
+    hasGone_ = false;
     isBrokenOff_ = WasTakenUp(kPaymentsTable, record_.key, session_);
     if (!isBrokenOff_ && IsInQuickBooks(kPaymentsTable, record_, session_, run_)) return RowEnd::Done;
     const auto allocations =
@@ -196,7 +197,10 @@ class PaymentSend final : public RowWork {
       break;
     }
     NoteFateAtLast(Fate::PassedOver, "it goes to no invoice");
-    if (!IsAdditionOpen(session_)) CloseAddition(session_, isUnread_ ? RestOfRow::Follows : RestOfRow::None);
+    // The rest of another one is not this one's affair.
+    if ((hasGone_ || isBrokenOff_) && !IsAdditionOpen(session_)) {
+      CloseAddition(session_, isUnread_ ? RestOfRow::Follows : RestOfRow::None);
+    }
     allocations->Close();
     return end;
   }
@@ -326,12 +330,14 @@ class PaymentSend final : public RowWork {
     NoteIdentifier(txnId);
     WriteAllocationLinks(walk.Connection(), record_.key, allocation, txnId, record_.lastUpdatedIsNull);
     CloseAddition(session_, RestOfRow::Follows);
+    hasGone_ = true;
     return Allocated::Next;
   }
 
   QBSessionManager& session_;
   Run& run_;
   SendRecord record_;
+  bool hasGone_ = false;      // a part of the payment in hand, now
   bool isUnread_ = false;     // the invoice of a part of the payment in hand could not be
   bool isBrokenOff_ = false;  // the payment in hand: a part of it went in a run that ended there
   HeldBack manual_;           // QuickBooks expects nothing more

@@ -109,6 +109,23 @@ bool IsKnownByLines(const Record& record, const BillInHand& bill) {
   });
 }
 
+// Whether a row of the bill knows a line of the record, and none is without a link.
+bool KnowsLines(const BillInHand& bill, const Record& record) {
+  const auto lines = LinesOfBill(record);
+  bool knowsOne = false;
+  for (const auto& table : kLineTables) {
+    const auto rows = GlobalConnection().OpenRecordset(
+        Sql("SELECT QBLinkID FROM {} WHERE {} IN ({});", table.name, table.keyColumn, bill.Keys()),
+        ado::CursorType::Static, ado::LockType::ReadOnly);
+    for (; !rows->Eof(); rows->MoveNext()) {
+      const auto link = Trim(FirstField(*rows));
+      if (link.empty()) return false;
+      knowsOne = knowsOne || std::ranges::find(lines, link) != lines.end();
+    }
+  }
+  return knowsOne;
+}
+
 void StampLines(const BillInHand& bill, ado::Connection& connection) {
   for (const auto& table : kLineTables) {
     WriteStamp(connection, {.table = table.name, .condition = Sql("({} IN({}))", table.keyColumn, bill.Keys())});
@@ -236,6 +253,8 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
   // The lines go behind the bill, so that they can be missing alone; and an outcome may tell the bill without them.
   const auto record = RecordOf(read, added.taken.identifier, lost.session);
   if (record.IsNothing() || !HasLinesOf(record, bill)) {
+    // One whose rows were all written was changed since, on this side or on the other.
+    if (added.taken.end == TakenUp::End::KnewIt && (record.IsNothing() || KnowsLines(bill, record))) return added.taken;
     return {.why = "the lines of " + added.taken.identifier + " are not what its rows say now"};
   }
   WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(record)}, lost.connection);

@@ -190,11 +190,13 @@ TEST_P(LostLinkRows, A_row_that_is_none_that_is_sent_now_is_held_and_told) {
     ASSERT_EQ(second.told.open.size(), 1U);
     EXPECT_NE(second.told.open[0].find("time entry {E1}"), std::string::npos);
     EXPECT_EQ(LinesWith(second.Log(), second.told.open[0]).size(), 1U);
-    second.Sql("UPDATE TimeEntry SET ActivityID = 'DRAFT:' WHERE TEID = '{E1}'");
+    EXPECT_EQ(second.Scalar("SELECT QBLinkID FROM TimeEntry"), "NULL");
     static_cast<void>(second.Send(enTimeEntries));
-    EXPECT_EQ(second.Scalar("SELECT QBLinkID FROM TimeEntry"), "NULL") << "not in this session";
+    EXPECT_EQ(second.Scalar("SELECT QBLinkID FROM TimeEntry"), "NULL") << "each transfer tries again";
+    EXPECT_EQ(second.told.open.size(), 2U);
   }
   Process third(firm.Folder(), {.now = "2008-03-05T12:00:00"});
+  third.Sql("UPDATE TimeEntry SET ActivityID = 'DRAFT:' WHERE TEID = '{E1}'");
   EXPECT_TRUE(third.Send(enTimeEntries));
   EXPECT_EQ(third.told.found.size(), 1U);
   EXPECT_EQ(LostLinksFirm::AllOf(third, "TimeTracking", "TxnID"),

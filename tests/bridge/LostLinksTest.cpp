@@ -192,10 +192,22 @@ TEST(LostLinksBehind, What_is_settled_is_no_longer_kept_and_the_next_process_has
     Process first(firm.Folder());
     LostLinksFirm::AddClient(first, "NEW", "New Company");
     EXPECT_TRUE(first.Send(enClients));
+    LostLinksFirm::AddClient(first, "NEXT", "Next Company");
+    EXPECT_TRUE(first.Send(enClients));
   }
   Process second(firm.Folder());
+  std::vector<std::string> told;
+  second.wire.answers = [&](const std::string& document, const SendOn& sendOn) -> std::optional<std::string> {
+    const auto answer = sendOn(document);
+    if (document.find("newMessageSetID") != std::string::npos && document.find("requestID") == std::string::npos) {
+      told.push_back(answer);
+    }
+    return answer;
+  };
   LostLinksFirm::AddClient(second, "LATER", "Later Company");
   EXPECT_TRUE(second.Send(enClients));
+  EXPECT_EQ(told.size(), 2U);
+  EXPECT_TRUE(LinesWith(told, "<CustomerAddRs").empty());
   EXPECT_TRUE(LinesWith(second.Log(), "QuickBooks tells").empty());
   EXPECT_TRUE(second.told.found.empty());
   EXPECT_NE(second.ColumnOf("LATER", "QBLinkID"), "NULL");

@@ -48,7 +48,7 @@ class AskedHouse : public NotingHouse {
   }
   void Begin(std::string_view owner = "OWNER") {
     recovery.Begin(owner, kNow);
-    static_cast<void>(recovery.AskFirst(session));
+    static_cast<void>(recovery.Ask(session));
     documents.clear();
   }
   [[nodiscard]] std::string Attribute(std::string_view name, std::size_t document) const {
@@ -70,7 +70,7 @@ TEST(RecoveryIds, Have_at_most_23_letters_and_digits) {
   AskedHouse house;
   const auto owner = Recovery::OwnerOf("TWCLIENT", std::string(200, 'W'), "Data Source=C:\\a b\\\xC3\xBC.mdb;\"'<&");
   house.recovery.Begin(owner, kNow);
-  static_cast<void>(house.recovery.AskFirst(house.session));
+  static_cast<void>(house.recovery.Ask(house.session));
   ASSERT_EQ(house.documents.size(), 2U);
   for (std::size_t i = 0; i < 2; ++i) {
     const auto id = house.Attribute("newMessageSetID", i);
@@ -125,11 +125,12 @@ TEST(RecoveryIds, The_name_of_a_row_is_written_as_XML_has_it) {
   EXPECT_EQ(house.Attribute("requestID", 0), "2:A&amp;B &lt;&quot;C&quot;&gt;");
 }
 
-TEST(RecoveryCodes, What_is_kept_is_asked_for_once_a_session_and_dropped_at_its_end_when_it_is_settled) {
+TEST(RecoveryCodes, What_is_kept_is_asked_for_by_each_transfer_and_dropped_behind_it_when_it_is_settled) {
   AskedHouse house;
   house.Begin();
-  EXPECT_TRUE(house.recovery.AskFirst(house.session).empty());
-  EXPECT_TRUE(house.documents.empty()) << "not a second time";
+  EXPECT_TRUE(house.recovery.Ask(house.session).empty());
+  EXPECT_EQ(house.documents.size(), 2U) << "between two transfers others may send";
+  house.documents.clear();
   static_cast<void>(house.Send());
   house.recovery.Drop(house.session);
   EXPECT_EQ(house.documents.size(), 1U) << "not while its row is open";
@@ -138,6 +139,21 @@ TEST(RecoveryCodes, What_is_kept_is_asked_for_once_a_session_and_dropped_at_its_
   ASSERT_EQ(house.documents.size(), 2U);
   EXPECT_EQ(house.Attribute("newMessageSetID", 1), "(none)");
   EXPECT_EQ(house.Attribute("oldMessageSetID", 1), "OWNERA");
+  house.recovery.Drop(house.session);
+  EXPECT_EQ(house.documents.size(), 2U) << "not twice";
+}
+
+TEST(RecoveryCodes, An_identifier_that_QuickBooks_stores_by_being_asked_is_free_again_before_it_is_used) {
+  for (const auto& answer : {Coded(9002), Coded(9005), Coded(0), Answer("")}) {
+    AskedHouse house;
+    house.recovery.Begin("OWNER", kNow);
+    house.answer = [&](const std::string&) { return answer; };
+    EXPECT_TRUE(house.recovery.Ask(house.session).empty());
+    ASSERT_EQ(house.documents.size(), 4U) << answer;
+    EXPECT_EQ(house.Attribute("oldMessageSetID", 1), "OWNERA");
+    EXPECT_EQ(house.Attribute("newMessageSetID", 1), "(none)");
+    EXPECT_EQ(house.Attribute("oldMessageSetID", 3), "OWNERB");
+  }
 }
 
 class RefusedIdentifiers : public testing::TestWithParam<int> {};
@@ -192,28 +208,57 @@ TEST(RecoveryCodes, A_QuickBooks_that_can_not_read_the_question_is_left_at_that_
   AskedHouse house;
   house.recovery.Begin("OWNER", kNow);
   house.answer = [](const std::string&) -> std::string { throw PlatformError(0x80040408, "Broken."); };
-  EXPECT_THROW(static_cast<void>(house.recovery.AskFirst(house.session)), PlatformError);
+  EXPECT_THROW(static_cast<void>(house.recovery.Ask(house.session)), PlatformError);
+  EXPECT_FALSE(house.recovery.IsOn());
+  house.answer = [](const std::string&) -> std::string { return "<QBXML><QBXMLMsgsRs"; };
+  EXPECT_THROW(static_cast<void>(house.recovery.Ask(house.session)), PlatformError)
+      << "an answer that broke off is none";
   house.answer = [](const std::string&) -> std::string { throw PlatformError(error::kParse); };
-  EXPECT_TRUE(house.recovery.AskFirst(house.session).empty());
+  EXPECT_TRUE(house.recovery.Ask(house.session).empty());
   EXPECT_FALSE(house.recovery.IsOn());
   EXPECT_TRUE(house.recovery.HasBegun());
+  house.documents.clear();
+  EXPECT_TRUE(house.recovery.Ask(house.session).empty());
+  EXPECT_TRUE(house.documents.empty()) << "it is not asked again";
 }
 
-TEST(RecoveryCodes, Outcomes_of_both_identifiers_are_told_and_the_older_one_is_dropped) {
+TEST(RecoveryCodes, Outcomes_of_both_identifiers_are_told_and_the_one_in_hand_is_dropped) {
   AskedHouse house;
   house.recovery.Begin("OWNER", kNow);
   house.answer = [](const std::string&) {
     return Answer(" messageSetStatusCode=\"0\" newMessageSetID=\"X\"",
                   "<CustomerAddRs requestID=\"2:A\" statusCode=\"0\" statusSeverity=\"Info\" statusMessage=\"OK\"/>");
   };
-  const auto outcomes = house.recovery.AskFirst(house.session);
-  ASSERT_EQ(outcomes.size(), 2U);
-  EXPECT_EQ(outcomes[0].GetAt(0).RequestID(), "2:A");
+  const auto stored = house.recovery.Ask(house.session);
+  ASSERT_EQ(stored.size(), 2U);
+  EXPECT_EQ(stored[0].answer.GetAt(0).RequestID(), "2:A");
+  EXPECT_EQ(stored[0].row, "") << "another session sent it";
   house.documents.clear();
-  house.recovery.DropOldest(house.session);
-  ASSERT_EQ(house.documents.size(), 1U);
+  house.recovery.Drop(house.session);
+  EXPECT_TRUE(house.documents.empty()) << "none is settled";
+  for (const auto& outcome : stored) {
+    house.recovery.TakeInHand(outcome.slot);
+    house.recovery.Settle();
+    house.recovery.Drop(house.session);
+  }
+  ASSERT_EQ(house.documents.size(), 2U);
   EXPECT_EQ(house.Attribute("oldMessageSetID", 0), "OWNERA");
   EXPECT_EQ(house.Attribute("newMessageSetID", 0), "(none)");
+  EXPECT_EQ(house.Attribute("oldMessageSetID", 1), "OWNERB");
+}
+
+TEST(RecoveryCodes, An_outcome_is_that_of_the_row_which_this_session_sent_under_its_identifier) {
+  AskedHouse house;
+  house.Begin();
+  static_cast<void>(house.Send("2:FIRST"));
+  house.recovery.Settle();
+  static_cast<void>(house.Send("2:SECOND"));
+  house.recovery.Settle();
+  house.answer = [](const std::string&) { return kAdded; };
+  const auto stored = house.recovery.Ask(house.session);
+  ASSERT_EQ(stored.size(), 2U);
+  EXPECT_EQ(stored[0].row, "2:FIRST");
+  EXPECT_EQ(stored[1].row, "2:SECOND");
 }
 
 }  // namespace

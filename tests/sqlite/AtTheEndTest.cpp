@@ -6,10 +6,13 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <thread>
 
 #include "WrittenAhead.h"
+#include "adapters/storage/EndingTurn.h"
 #include "adapters/storage/Opening.h"
+#include "adapters/storage/Replaceable.h"
 #include "adapters/storage/StillDatabase.h"
 #include "adapters/storage/WriteAhead.h"
 #include "tests/support/WatchedFiles.h"
@@ -31,6 +34,16 @@ class AtTheEnd : public WriteAhead {
   }
   static int Run(const Other& other, const char* sql) {
     return sqlite3_exec(other.get(), sql, nullptr, nullptr, nullptr);
+  }
+  // Whether it can be done so fast: a machine that is busy may take longer at times, but not each time.
+  static bool IsDoneWithin(std::chrono::steady_clock::duration limit, const std::function<void()>& body) {
+    constexpr int kAttempts = 3;
+    for (int i = 0; i < kAttempts; ++i) {
+      const auto begin = std::chrono::steady_clock::now();
+      body();
+      if (std::chrono::steady_clock::now() - begin < limit) return true;
+    }
+    return false;
   }
   // A program that was killed has left a row in the log.
   void LeaveALog() {
@@ -116,6 +129,31 @@ TEST_F(AtTheEnd, Who_is_kept_from_looking_looks_again) {
   int status = 0;
   waitpid(child, &status, 0);
   EXPECT_EQ(status, 0);
+}
+
+TEST_F(AtTheEnd, Nobody_waits_for_one_that_is_suspended_in_its_turn_where_there_is_nothing_to_end) {
+  const storage::EndingTurn suspended(File());
+  EXPECT_TRUE(IsDoneWithin(std::chrono::milliseconds(500), [&] {
+    connection_->Open();
+    EXPECT_EQ(Count(*connection_), "0");
+    connection_->Close();
+  }));
+}
+
+TEST_F(AtTheEnd, Who_has_waited_for_one_that_is_suspended_in_its_turn_does_not_wait_again) {
+  connection_->Open();
+  Add(*connection_);
+  {
+    const storage::EndingTurn suspended(File());
+    // The turn is waited for a second, and was for another with each look behind.
+    EXPECT_TRUE(IsDoneWithin(std::chrono::seconds(2), [&] {
+      sqlite3* closing = nullptr;
+      EXPECT_EQ(storage::Open(File(), SQLITE_OPEN_READWRITE, &closing), SQLITE_OK);
+      storage::CloseInOrder(closing);
+    }));
+  }
+  connection_->Close();
+  EXPECT_TRUE(IsPlain());
 }
 
 TEST_F(AtTheEnd, A_log_is_taken_into_the_file_where_no_memory_is_shared) {
@@ -215,6 +253,75 @@ TEST_F(Copies, Are_whole_while_others_write) {
   EXPECT_EQ(Count(*connection_), "31");
   connection_->Close();
   EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(Copies, Are_made_where_no_memory_is_shared_though_a_dead_process_left_a_log) {
+  connection_.reset();
+  LeaveALog();
+  {
+    const WatchedFiles files([](FileCall, std::string_view) { return SQLITE_OK; }, SharedMemory::No);
+    const storage::StillDatabase still(File());
+    EXPECT_FALSE(still.CouldNotBeHeld());
+    ASSERT_TRUE(still.IsHeld());
+    EXPECT_FALSE(still.HasLog());
+    EXPECT_EQ(RowsOfACopy(), "1");
+  }
+  EXPECT_TRUE(IsPlain());
+}
+
+TEST_F(Copies, Find_all_of_the_file_that_they_replace_in_the_one_file_before_it_is_replaced) {
+  connection_.reset();
+  LeaveALog();
+  EXPECT_TRUE(storage::MakeReplaceable(File()));
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "1");
+}
+
+TEST_F(Copies, Take_back_what_a_dead_process_had_not_done_in_the_file_that_they_replace) {
+  connection_.reset();
+  EXPECT_EQ(InAnotherProcess([&] {
+              const auto other = OpenedByAnother();
+              // A page goes to the file ahead of the end.
+              Run(other, "PRAGMA cache_size = 1; PRAGMA cache_spill = 1; BEGIN; INSERT INTO Kept VALUES (1)");
+              Run(other,
+                  "CREATE TABLE Large AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 99)"
+                  " SELECT randomblob(4000) FROM n");
+              std::raise(SIGKILL);
+            }),
+            SIGKILL);
+  ASSERT_TRUE(std::filesystem::exists(File() + "-journal"));
+  EXPECT_TRUE(storage::MakeReplaceable(File()));
+  EXPECT_TRUE(IsPlain());
+  EXPECT_EQ(RowsOfACopy(), "0");
+}
+
+TEST_F(Copies, Do_not_replace_a_file_that_somebody_writes_to) {
+  connection_->Open();
+  Add(*connection_);
+  EXPECT_FALSE(storage::MakeReplaceable(File()));
+  EXPECT_TRUE(HasLog());
+  EXPECT_EQ(Count(*connection_), "1");
+  connection_->Close();
+  EXPECT_TRUE(IsPlain());
+
+  const auto other = OpenedByAnother();
+  ASSERT_EQ(Run(other, "BEGIN; INSERT INTO Kept VALUES (2)"), SQLITE_OK);
+  EXPECT_FALSE(storage::MakeReplaceable(File()));
+  ASSERT_EQ(Run(other, "COMMIT; PRAGMA journal_mode = PERSIST; INSERT INTO Kept VALUES (3)"), SQLITE_OK);
+  ASSERT_TRUE(std::filesystem::exists(File() + "-journal"));
+  EXPECT_TRUE(storage::MakeReplaceable(File())) << "what is beside it has served";
+  EXPECT_EQ(RowsOfACopy(), "3");
+}
+
+TEST_F(Copies, Leave_what_is_beside_the_file_behind_a_link_that_they_replace) {
+  const auto link = PathTo("link.db");
+  std::filesystem::create_symlink(File(), link);
+  connection_->Open();
+  Add(*connection_);
+  std::ofstream(link + "-wal") << "left by one that is gone";
+  EXPECT_TRUE(storage::MakeReplaceable(link));
+  EXPECT_FALSE(std::filesystem::exists(link + "-wal"));
+  EXPECT_TRUE(HasLog());
 }
 
 TEST_F(Copies, Are_not_made_of_pages_that_can_not_be_read_or_written) {

@@ -1,5 +1,8 @@
+#include <sqlite3.h>
+
 #include "TemporaryDatabase.h"
 #include "adapters/sqlite/ConnectionText.h"
+#include "tests/support/WatchedFiles.h"
 
 namespace twqb::sqlite {
 namespace {
@@ -115,6 +118,21 @@ TEST_F(SqliteConnection, Creating_a_database_makes_a_file_that_opens_and_is_neve
   EXPECT_EQ(Raised([&] { CreateSqliteDatabase(File()); }), error::kCannotOpen);
   EXPECT_EQ(Scalar("SELECT count(*) FROM t"), "0");
   EXPECT_EQ(Raised([&] { CreateSqliteDatabase(PathTo("no/such/folder.db")); }), error::kCannotOpen);
+}
+
+TEST_F(SqliteConnection, A_database_is_made_under_a_name_that_nothing_has_not_even_a_link_that_leads_nowhere) {
+  std::filesystem::create_symlink(PathTo("behind.db"), PathTo("link.db"));
+  const auto told = Description([&] { CreateSqliteDatabase(PathTo("link.db")); });
+  EXPECT_NE(told.find("the file is there already"), std::string::npos) << told;
+  EXPECT_FALSE(std::filesystem::exists(PathTo("behind.db")));
+}
+
+TEST_F(SqliteConnection, A_database_that_can_not_be_made_leaves_no_file) {
+  connection_.reset();
+  const WatchedFiles files(
+      [](FileCall call, std::string_view) { return call == FileCall::Write ? SQLITE_FULL : SQLITE_OK; });
+  EXPECT_NE(Raised([&] { CreateSqliteDatabase(PathTo("new.db")); }), 0U);
+  EXPECT_FALSE(std::filesystem::exists(PathTo("new.db")));
 }
 
 TEST_F(SqliteConnection, Opening_twice_is_refused) {

@@ -389,49 +389,5 @@ TEST_F(TableRecordset, Two_connections_used_in_turn_see_each_others_changes) {
   EXPECT_EQ(table_->RecordCount(), 4);
 }
 
-TEST_F(TableRecordset, Finds_a_column_that_another_program_has_added_since) {
-  const auto rows = OpenTable("Client");
-  const int before = rows->FieldCount();
-  const auto other = Connect();
-  other->Execute("ALTER TABLE Client ADD COLUMN Colour VARCHAR(7)", nullptr);
-  other->Execute("UPDATE Client SET Colour = 'red'", nullptr);
-  EXPECT_EQ(rows->DefinedSize("Colour"), 7);
-  EXPECT_EQ(ToText(rows->Field("Colour")), "red");
-  EXPECT_EQ(rows->FieldCount(), before + 1);
-  EXPECT_EQ(OpenTable("Client")->FieldCount(), before + 1);
-}
-
-TEST_F(TableRecordset, Reads_each_column_under_its_name_when_another_program_has_removed_one) {
-  const auto rows = OpenTable("Client");
-  const auto first = ToText(rows->Field("ClientID"));
-  const auto other = Connect();
-  other->Execute("UPDATE Client SET Rate = 4.5, QBLinkID = 'A-1'", nullptr);
-  other->Execute("ALTER TABLE Client DROP COLUMN Memo", nullptr);
-  other->Execute("ALTER TABLE Client RENAME COLUMN Rate TO Price", nullptr);
-  rows->MoveFirst();
-  EXPECT_EQ(ToText(rows->Field("ClientID")), first);
-  EXPECT_EQ(ToText(rows->Field("QBLinkID")), "A-1");
-  EXPECT_EQ(ToText(rows->Field("Price")), "4.5");
-  EXPECT_EQ(Raised([&] { (void)rows->Field("Memo"); }), error::kNoSuchField);
-  rows->Find("QBLinkID = 'A-1'");
-  rows->SetField("QBLinkID", std::string("B-2"));
-  rows->Update();
-  EXPECT_EQ(ToText(rows->Field("QBLinkID")), "B-2");
-}
-
-TEST_F(TableRecordset, Writes_what_is_pending_to_its_columns_though_the_table_has_changed_meanwhile) {
-  const auto rows = OpenTable("Client");
-  const auto key = ToText(rows->Field("ClientID"));
-  rows->SetField("QBLinkID", std::string("A-1"));
-  const auto other = Connect();
-  other->Execute("ALTER TABLE Client DROP COLUMN Memo", nullptr);
-  other->Execute("ALTER TABLE Client ADD COLUMN Colour VARCHAR(7)", nullptr);
-  rows->SetField("Colour", std::string("blue"));
-  EXPECT_EQ(ToText(rows->Field("QBLinkID")), "A-1");
-  rows->Update();
-  EXPECT_EQ(Column("SELECT ClientID || QBLinkID || Colour FROM Client WHERE Colour IS NOT NULL"),
-            Texts({key + "A-1blue"}));
-}
-
 }  // namespace
 }  // namespace twqb::sqlite

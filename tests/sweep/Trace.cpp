@@ -379,32 +379,42 @@ std::string_view WhyIgnored(const Trace& trace, std::size_t k, FaultTiming timin
   return {};
 }
 
-bool StaysInProcess(std::string_view callName) {
-  constexpr std::array<std::string_view, 22> kCalls = {
+bool OnlyReads(std::string_view callName) {
+  constexpr std::array<std::string_view, 17> kCalls = {
       "Connection.ConnectionString",
       "Connection.Provider",
-      "Connection.SetConnectionString",
-      "Connection.SetConnectionTimeout",
-      "Connection.SetCursorLocation",
-      "Connection.SetMode",
       "Connection.State",
-      "Desk.Beep",
-      "Desk.PumpMessages",
-      "Desk.SetPointer",
-      "Desk.UpdateMsgForm",
+      "Machine.GetPrivateProfileString",
       "Machine.GetTimeZoneInformation",
       "Machine.LibraryFolder",
       "Machine.Now",
+      "Machine.ReadRegistry",
       "Recordset.DefinedSize",
       "Recordset.EditState",
       "Recordset.Eof",
       "Recordset.Field",
       "Recordset.FieldAt",
       "Recordset.RecordCount",
-      "Recordset.SetField",
       "Recordset.State",
+      "Transport.GetCurrentCompanyFileName",
+      "Transport.GetVersion",
   };
   return std::ranges::find(kCalls, callName) != kCalls.end();
+}
+
+bool LeavesNoTrace(std::string_view callName) {
+  constexpr std::array<std::string_view, 9> kCalls = {
+      "Connection.SetConnectionString",
+      "Connection.SetConnectionTimeout",
+      "Connection.SetCursorLocation",
+      "Connection.SetMode",
+      "Desk.Beep",
+      "Desk.PumpMessages",
+      "Desk.SetPointer",
+      "Desk.UpdateMsgForm",
+      "Recordset.SetField",
+  };
+  return OnlyReads(callName) || std::ranges::find(kCalls, callName) != kCalls.end();
 }
 
 }  // namespace twqb::sweep

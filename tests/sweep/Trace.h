@@ -122,8 +122,12 @@ enum class NameInUse : std::uint8_t { TriesNext, PassesOver };
 // bring it.
 [[nodiscard]] bool PassesOverSilently(const Trace& trace, std::size_t k);
 
-// Whether the call reads or changes nothing but this process's own memory (a field of a row that is fetched, the clock,
-// the screen). A process that dies at it leaves just what one leaves that dies at the call before.
-[[nodiscard]] bool StaysInProcess(std::string_view callName);
+// Whether the call tells something (a field of a row that is fetched, the clock, a setting) and changes nothing. An
+// error in front of it and one behind it are the same.
+[[nodiscard]] bool OnlyReads(std::string_view callName);
+
+// Whether the call changes nothing but this process's own memory and the screen. A process that dies behind it leaves
+// just what one leaves that dies behind the call before.
+[[nodiscard]] bool LeavesNoTrace(std::string_view callName);
 
 }  // namespace twqb::sweep

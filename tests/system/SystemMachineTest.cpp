@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -66,6 +67,26 @@ TEST(SystemMachine, A_copy_of_a_database_takes_nothing_over_that_was_left_beside
   machine.CopyFile(folder / "from.db", to);
   EXPECT_TRUE(std::filesystem::is_empty(to));
   for (const auto* suffix : {"-wal", "-shm", "-journal"}) EXPECT_FALSE(std::filesystem::exists(to + suffix)) << suffix;
+}
+
+TEST(SystemMachine, A_copy_does_not_replace_a_database_that_somebody_writes_to) {
+  const TemporaryFolder folder;
+  SystemMachine machine({});
+  WriteFile(folder / "from.db", "");  // an empty database
+  const std::string to = folder / "to.db";
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(to.c_str(), &other), SQLITE_OK);
+  const auto run = [other](const char* sql) { return sqlite3_exec(other, sql, nullptr, nullptr, nullptr); };
+  ASSERT_EQ(run("PRAGMA journal_mode = WAL; CREATE TABLE Kept (a INTEGER)"), SQLITE_OK);
+  std::string told;
+  EXPECT_EQ(Raised([&] { machine.CopyFile(folder / "from.db", to); }, &told), error::kFileAccess);
+  EXPECT_NE(told.find(to), std::string::npos) << told;
+  EXPECT_EQ(run("INSERT INTO Kept VALUES (1)"), SQLITE_OK);
+  EXPECT_TRUE(std::filesystem::exists(to + "-wal"));
+  sqlite3_close(other);
+  machine.CopyFile(folder / "from.db", to);
+  EXPECT_TRUE(std::filesystem::is_empty(to));
+  EXPECT_FALSE(std::filesystem::exists(to + "-wal"));
 }
 
 TEST(SystemMachine, The_clock_shows_local_time_in_whole_seconds) {
