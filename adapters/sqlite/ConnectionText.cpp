@@ -48,4 +48,9 @@ ConnectionText ParseConnectionText(std::string_view text) {
   return result;
 }
 
+bool NamesEmbeddedEngine(std::string_view text) {
+  const auto provider = ParseConnectionText(text).provider;
+  return SameName(provider, "SQLITE") || SameName(provider, "JETLITE");
+}
+
 }  // namespace twqb::sqlite

@@ -18,4 +18,7 @@ struct ConnectionText {
 // Of two parts with one key the last one counts. Parts with other keys and parts without "=" are passed over.
 [[nodiscard]] ConnectionText ParseConnectionText(std::string_view text);
 
+// Whether a connection string names the embedded engine as its provider: SQLITE, or JETLITE.
+[[nodiscard]] bool NamesEmbeddedEngine(std::string_view text);
+
 }  // namespace twqb::sqlite

@@ -60,7 +60,7 @@ std::string SqliteConnection::Provider() const { return ParseConnectionText(conn
 void SqliteConnection::Open() {
   if (database_) throw PlatformError(error::kObjectOpen);
   const auto [provider, file, mode] = ParseConnectionText(connectionString_);
-  if (!SameName(provider, "SQLITE") && !SameName(provider, "JETLITE")) {
+  if (!NamesEmbeddedEngine(connectionString_)) {
     throw Failure(error::kProviderNotFound,
                   provider.empty() ? "The connection string names no Provider." : fmt::format("({})", provider));
   }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "adapters/sqlite/ConnectionText.h"
 #include "adapters/transcript/Masking.h"
 #include "cli/BillingDb.h"
 #include "cli/Commands.h"
@@ -72,6 +73,11 @@ ExitStatus Run(const Options& options, const RunArguments& arguments) {
 }
 
 ExitStatus Show(const Options& options) {
+  if (!sqlite::NamesEmbeddedEngine(WorkplaceOf(options).billing)) {
+    throw UsageError(
+        "\"twqb billing show\" knows the tables of the embedded database alone.\nAsk this one with \"twqb billing run "
+        "-e SQL\".");
+  }
   BillingDb billing(options);
   auto& connection = billing.Connection();
   const auto tables = connection.Execute(

@@ -21,7 +21,7 @@ namespace {
 void RemoveWhatKillsLeft(const Workplace& place) {
   constexpr const char* kBackup = "_TWB.bak";
   RemoveAbandonedReplacements(place.settings);
-  RemoveAbandonedReplacements(place.company + kBackup);
+  if (!place.company.empty()) RemoveAbandonedReplacements(place.company + kBackup);
   if (const auto billing = BillingFileOf(place); !billing.empty()) RemoveAbandonedReplacements(billing + kBackup);
   for (const auto& part : PartsOf(place)) backup::RemoveStaged(part.path);
 }

@@ -8,11 +8,11 @@
 #include <system_error>
 
 #include "adapters/companyfile/CompanyFile.h"
-#include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/system/FileReplacement.h"
 #include "adapters/transcript/Masking.h"
 #include "cli/ExitStatus.h"
 #include "cli/Surroundings.h"
+#include "cli/SystemSides.h"
 #include "cli/TransferLock.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -21,12 +21,19 @@ namespace twqb::cli {
 
 namespace {
 
-std::unique_ptr<ado::Connection> Open(const Workplace& place) {
-  auto connection = SqliteProvider().CreateConnection();
-  connection->SetConnectionString(place.billing);
-  connection->Open();
-  return connection;
-}
+// BillingDb for as long as it is looked at.
+class OpenBilling {
+ public:
+  explicit OpenBilling(const Workplace& place) {
+    connection_->SetConnectionString(place.billing);
+    connection_->Open();
+  }
+  ado::Connection* operator->() const { return connection_.get(); }
+
+ private:
+  std::unique_ptr<ado::Provider> provider_ = MakeBillingProvider();
+  std::unique_ptr<ado::Connection> connection_ = provider_->CreateConnection();
+};
 
 bool IsThere(const std::string& path) {
   std::error_code failure;
@@ -50,7 +57,7 @@ bool IsLocked(const PlatformError& failure) {
 
 void CheckBilling(const Workplace& place) {
   try {
-    Open(place)->Close();
+    OpenBilling(place)->Close();
   } catch (const PlatformError& failure) {
     if (IsLocked(failure)) RefuseLocked("BillingDb", BillingFileOf(place));
     throw UsageError(fmt::format("BillingDb: {}\nRun \"twqb init\" in this folder, or name a database with --billing.",
@@ -72,6 +79,11 @@ void CheckCompany(const Workplace& place) {
 }
 
 void RequireCompany(const Workplace& place) {
+  if (place.quickBooks == QuickBooksSide::Itself) {
+    throw UsageError(
+        "This command works on a company file of twqb's own, and --quickbooks names QuickBooks itself.\nLeave "
+        "--quickbooks out; --company names a company file.");
+  }
   if (!IsThere(place.company)) RefuseMissingCompany(place.company);
   CheckCompany(place);
 }
@@ -99,7 +111,7 @@ void CheckSettingsTable(const Workplace& place) {
 std::vector<std::string_view> MissingTables(const Workplace& place, const std::vector<std::string_view>& tables) {
   std::vector<std::string_view> missing;
   try {
-    const auto connection = Open(place);
+    const OpenBilling connection(place);
     for (const auto name : tables) {
       try {
         connection->Execute(fmt::format("SELECT 1 FROM {} WHERE 1 = 0", name), nullptr);

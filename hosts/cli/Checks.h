@@ -16,7 +16,7 @@ namespace twqb::cli {
 void CheckBilling(const Workplace& place);
 // The company file is one, if anything is there. A missing file is met in the run: then QuickBooks has none open.
 void CheckCompany(const Workplace& place);
-// The same, and a missing file is refused too.
+// The same, and a missing file is refused too, and so is QuickBooks itself in the place of one.
 void RequireCompany(const Workplace& place);
 // The settings file can be read and written, or made.
 void CheckSettings(const Workplace& place);

@@ -5,7 +5,6 @@
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/faults/Faults.h"
 #include "adapters/scripted/ScriptedDesk.h"
-#include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/terminal/TerminalDesk.h"
@@ -15,6 +14,7 @@
 #include "cli/EndingDesk.h"
 #include "cli/NamingDesk.h"
 #include "cli/OutputFile.h"
+#include "cli/SystemSides.h"
 #include "cli/TellingMachine.h"
 #include "platform/Forwarding.h"
 #include "platform/PlatformError.h"
@@ -51,6 +51,17 @@ class CountingDesk : public ForwardingDesk {
   int boxes_ = 0;
 };
 
+std::unique_ptr<TransportFactory> MakeQuickBooks(const Workplace& place, Machine& machine) {
+  if (place.quickBooks == QuickBooksSide::Itself) return MakeQuickBooksItself();
+  return std::make_unique<company::CompanyTransportFactory>(place.company, machine);
+}
+
+// The company file tells nobody of its changes; QuickBooks itself does, unless it is held still.
+std::unique_ptr<CallbackFactory> MakeCallback(const Workplace& place) {
+  if (place.quickBooks == QuickBooksSide::Itself) return MakeHostCallback();
+  return std::make_unique<RecordingCallbackFactory>();
+}
+
 }  // namespace
 
 void CheckTranscript(const Workplace& place, const Surroundings& surroundings) {
@@ -63,8 +74,10 @@ struct Composition::Parts {
   Parts(const Workplace& workplace, const Surroundings& surroundings)
       : place(workplace),
         machine(MakeMachine(workplace, surroundings.clock)),
-        quickbooks(workplace.company, *machine),
-        terminal(TerminalFor(surroundings)) {
+        database(MakeBillingProvider()),
+        quickbooks(MakeQuickBooks(workplace, *machine)),
+        terminal(TerminalFor(surroundings)),
+        callback(MakeCallback(workplace)) {
     seams = surroundings.instead != nullptr ? *surroundings.instead : OwnSeams(surroundings);
     seams.desk = &naming.emplace(*seams.desk);
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
@@ -85,19 +98,19 @@ struct Composition::Parts {
     }
     ending.emplace(answered ? static_cast<Desk&>(*answered) : terminal,
                    TerminalFor(surroundings).interactive ? Confirms::Yes : Confirms::No);
-    return {.database = &database,
+    return {.database = database.get(),
             .quickbooks = surroundings.companyOpened
-                              ? static_cast<TransportFactory*>(&opened.emplace(quickbooks, surroundings.companyOpened))
-                              : &quickbooks,
+                              ? static_cast<TransportFactory*>(&opened.emplace(*quickbooks, surroundings.companyOpened))
+                              : quickbooks.get(),
             .desk = &*ending,
             .machine = machine.get(),
-            .callback = &callback};
+            .callback = callback.get()};
   }
 
   Workplace place;
   std::unique_ptr<Machine> machine;
-  SqliteProvider database;
-  company::CompanyTransportFactory quickbooks;
+  std::unique_ptr<ado::Provider> database;
+  std::unique_ptr<TransportFactory> quickbooks;
   std::optional<TellingTransportFactory> opened;
   TerminalDesk terminal;
   std::optional<ScriptedDesk> script;
@@ -105,7 +118,7 @@ struct Composition::Parts {
   std::optional<EndingDesk> ending;
   std::optional<NamingDesk> naming;
   std::optional<NamingObserver> observer;
-  RecordingCallbackFactory callback;
+  std::unique_ptr<CallbackFactory> callback;
   std::optional<FaultPlatform> faults;
   std::optional<OutputFile> record;
   std::optional<TranscriptWriter> writer;

@@ -41,6 +41,7 @@ Files (the defaults stand in the working folder)
   -C DIR                       work as if started in DIR; the log goes there too
   --billing CONNECT            "Provider=SQLITE;Data Source=FILE"   (billing.db)
   --company FILE               company file that is open (company.twq)
+  --quickbooks                 on Windows: QuickBooks itself, not that file
   --settings FILE              settings (twqb.ini), or --settings-table
   --registry FILE              registry values of the user (registry.ini)
 

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "cli/ExitStatus.h"
+#include "cli/SystemSides.h"
 #include "platform/Date.h"
 #include "platform/Text.h"
 
@@ -54,6 +55,11 @@ std::vector<Argument> FileOptions(Options& options) {
            .target = &options.company,
            .value = "FILE",
            .group = kFiles},
+          {.name = "--quickbooks",
+           .text = "Work on QuickBooks itself, on Windows, in the company file's place",
+           .target = &options.quickBooksItself,
+           .group = kFiles,
+           .excludes = "--company"},
           {.name = "--settings",
            .text = "Settings (INI) file",
            .target = &options.settings,
@@ -205,6 +211,11 @@ Workplace WorkplaceIn(const std::string& folder) {
 Workplace WorkplaceOf(const Options& options) {
   auto place = WorkplaceIn(fs::current_path().string());
   if (!options.billing.empty()) place.billing = options.billing;
+  if (options.quickBooksItself) {
+    RequireQuickBooksItself();
+    place.quickBooks = QuickBooksSide::Itself;
+    place.company.clear();
+  }
   Replace(place.company, options.company);
   std::error_code failure;
   if (!options.company.empty() && !fs::exists(place.company, failure) && !failure) RefuseMissingCompany(place.company);

@@ -36,6 +36,7 @@ struct Options {
   std::string folder;
   std::string billing;  // a connection string
   std::string company;
+  bool quickBooksItself = false;
   std::string settings;
   std::string registry;
   bool settingsTable = false;
@@ -65,11 +66,15 @@ void EnterFolder(const Options& options);
 // Raises the UsageError of a company file that is not there.
 [[noreturn]] void RefuseMissingCompany(const std::string& path);
 
+// Which QuickBooks a command works on: a company file of twqb's own in its place, or QuickBooks itself.
+enum class QuickBooksSide : std::uint8_t { Embedded, Itself };
+
 // What a command works on. Paths are full.
 struct Workplace {
   std::string folder;
   std::string billing;  // a connection string
-  std::string company;
+  QuickBooksSide quickBooks = QuickBooksSide::Embedded;
+  std::string company;  // empty with QuickBooks itself, which opens what it is told in the run
   std::string settings;
   std::string registry;
 };
@@ -77,7 +82,8 @@ struct Workplace {
 // The files of a folder under their usual names.
 [[nodiscard]] Workplace WorkplaceIn(const std::string& folder);
 // The files of the current folder, with those in their place that the options name. Raises UsageError when --company
-// names a file that is not there; without the option QuickBooks has none open then.
+// names a file that is not there (without the option QuickBooks has none open then), and where --quickbooks can't be
+// had.
 [[nodiscard]] Workplace WorkplaceOf(const Options& options);
 
 }  // namespace twqb::cli

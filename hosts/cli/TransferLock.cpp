@@ -107,7 +107,11 @@ std::string BeginningNow() {
 
 }  // namespace
 
-std::string BillingFileOf(const Workplace& place) { return sqlite::ParseConnectionText(place.billing).dataSource; }
+std::string BillingFileOf(const Workplace& place) {
+  // What others call a data source may be a server.
+  if (!sqlite::NamesEmbeddedEngine(place.billing)) return {};
+  return sqlite::ParseConnectionText(place.billing).dataSource;
+}
 
 TransferLock::TransferLock(const Workplace& place, const Options& options)
     : TransferLock(std::vector{BillingFileOf(place), place.company}, options) {}

@@ -41,7 +41,7 @@ class TransferLock {
   std::vector<HeldFile> held_;
 };
 
-// The file of BillingDb that a connection string names; empty when it names none.
+// The file of BillingDb that a connection string names; empty when it names none, or a database of another maker.
 [[nodiscard]] std::string BillingFileOf(const Workplace& place);
 
 }  // namespace twqb::cli

@@ -13,17 +13,11 @@
 #include "adapters/windows/qbfc/HostCallback.h"
 #include "adapters/windows/qbfc/QbfcTransport.h"
 #include "com/Module.h"
-#include "platform/Text.h"
 #include "twqb/CTWQBBridge.h"
 
 namespace twqb::com {
 
 namespace {
-
-bool IsOfEmbeddedEngine(const std::string& connection) {
-  const auto provider = sqlite::ParseConnectionText(connection).provider;
-  return SameName(provider, "SQLITE") || SameName(provider, "JETLITE");
-}
 
 class House {
  public:
@@ -43,7 +37,7 @@ class House {
   windows::WindowsMachine machine_;
   SqliteProvider engine_;
   windows::AdoProvider ado_;
-  windows::BillingProvider database_{engine_, ado_, IsOfEmbeddedEngine};
+  windows::BillingProvider database_{engine_, ado_, sqlite::NamesEmbeddedEngine};
   windows::QbfcTransportFactory quickbooks_;
   std::optional<company::CompanyTransportFactory> embedded_;
   windows::WindowsDesk desk_;

@@ -47,6 +47,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Mistake{"MistypedNestedCommand", {"billing", "shwo"}, "Did you mean \"show\"?"},
                     Mistake{"FarOffCommand", {"synchronise"}, "There is no command \"twqb synchronise\".\n"},
                     Mistake{"GroupAlone", {"settings"}, "needs a command: get, set, list"},
+                    Mistake{"QuickBooksItself", {"send", "clients", "--quickbooks"}, "--company names it"},
+                    Mistake{"QuickBooksItselfOfAList", {"list", "customers", "--quickbooks"}, "runs on Windows"},
+                    Mistake{"QuickBooksItselfAndAFile",
+                            {"send", "clients", "--company", "company.twq", "--quickbooks"},
+                            "--company excludes --quickbooks"},
                     Mistake{"MistypedOption", {"send", "clients", "--sycn"}, "Did you mean \"--sync\"?"},
                     Mistake{
                         "MistypedGlobalOption", {"--anwsers", "x", "send", "clients"}, "Did you mean \"--answers\"?"},

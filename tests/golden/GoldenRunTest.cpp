@@ -1,15 +1,18 @@
-// Whole runs of the command line against their recorded transcripts. With TWQB_REBASELINE set they are written anew.
+// Whole runs of the command line against their recorded transcripts. With TWQB_REBASELINE set they are written anew;
+// with TWQB_COM_HOST, which names a program (tests/windows/golden.sh), the library is reached by COM instead.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
 
 #include "bridge/Tables.h"
 #include "platform/Text.h"
+#include "tests/golden/ComHost.h"
 #include "tests/golden/Expectation.h"
 #include "tests/golden/Scenario.h"
 #include "tests/support/Process.h"
@@ -37,27 +40,58 @@ std::string TestName(const testing::TestParamInfo<std::string>& info) {
   return name;
 }
 
+// The program that takes the place of objects inside the test, and its arguments; none unless TWQB_COM_HOST names it.
+std::vector<std::string> ComHostCommand() {
+  const char* const command = std::getenv("TWQB_COM_HOST");
+  return command == nullptr ? std::vector<std::string>() : Split(command, ' ');
+}
+
+ScenarioOptions Through(const std::vector<std::string>& comHost) {
+  return {.makeHost = [comHost](const HostOptions& options) { return std::make_unique<ComHost>(options, comHost); }};
+}
+
+// Those that can be taken on the road that is asked for; the others are named with the reason.
+std::vector<std::string> TakenScenarios() {
+  auto scenarios = Scenarios();
+  if (ComHostCommand().empty()) return scenarios;
+  std::erase_if(scenarios, [](const auto& folder) {
+    const auto why = ComHost::WhyNot(ReadWholeFile(folder + "/scenario"));
+    if (!why.empty()) std::printf("not through COM: %s: %s\n", folder.c_str(), why.c_str());
+    return !why.empty();
+  });
+  return scenarios;
+}
+
+void ExpectSame(const std::vector<std::string>& expected, const std::vector<std::string>& actual,
+                const std::string& file) {
+  for (std::size_t i = 0; i < std::max(expected.size(), actual.size()); ++i) {
+    ASSERT_LT(i, expected.size()) << file << " ends at line " << i << ", the run went on with\n" << actual[i];
+    ASSERT_LT(i, actual.size()) << "The run ended before line " << i + 1 << " of " << file << "\n" << expected[i];
+    ASSERT_EQ(expected[i], actual[i]) << file << ":" << i + 1;
+  }
+}
+
 class GoldenRun : public testing::TestWithParam<std::string> {};
 
 TEST_P(GoldenRun, Comes_out_as_recorded) {
   const auto file = GetParam() + "/transcript.jsonl";
+  const auto expected = ReadWholeFile(file);
+  if (const auto comHost = ComHostCommand(); !comHost.empty()) {
+    ExpectSame(LinesThroughCom(expected), LinesThroughCom(RunScenario(GetParam(), Through(comHost))), file);
+    return;
+  }
   const auto actual = RunScenario(GetParam());
   const auto actualLines = ComparedLines(actual);
-  const auto expectedLines = ComparedLines(ReadWholeFile(file));
+  const auto expectedLines = ComparedLines(expected);
   if (std::getenv("TWQB_REBASELINE") != nullptr) {
     // A file that holds still is left alone, whatever the numbers of its events would be by now.
     if (expectedLines != actualLines) WriteWholeFile(file, actual);
     return;
   }
-  for (std::size_t i = 0; i < std::max(expectedLines.size(), actualLines.size()); ++i) {
-    ASSERT_LT(i, expectedLines.size()) << file << " ends at line " << i << ", the run went on with\n" << actualLines[i];
-    ASSERT_LT(i, actualLines.size()) << "The run ended before line " << i + 1 << " of " << file << "\n"
-                                     << expectedLines[i];
-    ASSERT_EQ(expectedLines[i], actualLines[i]) << file << ":" << i + 1;
-  }
+  ExpectSame(expectedLines, actualLines, file);
 }
 
-INSTANTIATE_TEST_SUITE_P(Transcripts, GoldenRun, testing::ValuesIn(Scenarios()), TestName);
+INSTANTIATE_TEST_SUITE_P(Transcripts, GoldenRun, testing::ValuesIn(TakenScenarios()), TestName);
 
 // A table that selects no rows is sent by doing nothing.
 bool IsBuilt(const std::string& verb, const Table& table) {

@@ -122,6 +122,11 @@ constexpr std::array kOperations = {
                 AccountArray accounts;
                 return b.GetQBAccounts(accounts) ? EventValue(ListOf(accounts)) : EventValue(false);
               }},
+    Operation{"HasQBAccounts", 0,
+              [](auto& b, auto&) -> EventValue {
+                AccountArray accounts;
+                return b.GetQBAccounts(accounts);
+              }},
     Operation{"IsJob", 1, [](auto& b, auto& a) -> EventValue { return b.IsJob(a[0]); }},
     Operation{"DisplaySettings", 0,
               [](auto& b, auto&) -> EventValue {
@@ -146,6 +151,8 @@ constexpr std::array kOperations = {
     Operation{"SetPassedID", 1, kSetter<&CTWQBBridge::SetPassedID, kText>},
     Operation{"SetIsQBSingleMode", 1, kSetter<&CTWQBBridge::SetIsQBSingleMode, IsTrue>},
     Operation{"SetLeaveMsgBoxOpen", 1, kSetter<&CTWQBBridge::SetLeaveMsgBoxOpen, IsTrue>},
+    Operation{"SetIsSync", 1, kSetter<&CTWQBBridge::SetIsSync, IsTrue>},
+    Operation{"SetNoProgressBar", 1, kSetter<&CTWQBBridge::SetNoProgressBar, IsTrue>},
     Operation{"SetUseTWSTable", 1, kSetter<&CTWQBBridge::SetUseTWSTable, IsTrue>},
     Operation{"SetTWSettingsPath", 1, kSetter<&CTWQBBridge::SetTWSettingsPath, kText>},
     Operation{"SetConnectString", 1, kSetter<&CTWQBBridge::SetConnectString, kText>},
@@ -189,14 +196,28 @@ constexpr std::array kOperations = {
               [](auto&, auto& a) -> EventValue { return gf_WriteSettings(a[0], a[1], a[2], Vars().g_TWSettingsPath); }},
 };
 
+// The operation that the words call, with so many arguments.
+const Operation& OperationOf(const HostWords& words) {
+  const auto* const operation = std::ranges::find(kOperations, words.at(0), &Operation::name);
+  if (operation == kOperations.end()) throw std::runtime_error("no operation of these runs: " + words[0]);
+  if (words.size() - 1 != operation->arguments) throw std::runtime_error("wrong number of arguments: " + words[0]);
+  return *operation;
+}
+
+bool IsFalse(const EventValue& value) {
+  const auto* const flag = std::get_if<bool>(&value.Get());
+  return flag != nullptr && !*flag;
+}
+
 }  // namespace
 
 struct LibraryHost::Parts {
-  explicit Parts(const LibraryHostOptions& options)
+  explicit Parts(const HostOptions& options)
       : folder(options.folder),
+        connect(options.connect),
         machine({.libraryFolder = folder, .registryFile = folder + "/registry.ini"},
                 {.now = options.now, .zone = options.zone, .seed = 1}),
-        quickbooks(folder + "/company.twq", machine),
+        quickbooks(options.company, machine),
         script(ParseAnswers(options.answers)),
         faults({.database = &database,
                 .quickbooks = &quickbooks,
@@ -217,6 +238,7 @@ struct LibraryHost::Parts {
   }
 
   std::string folder;
+  std::string connect;
   FrozenMachine machine;
   SqliteProvider database;
   company::CompanyTransportFactory quickbooks;
@@ -230,7 +252,7 @@ struct LibraryHost::Parts {
   std::vector<std::unique_ptr<CTWQBBridge>> objects;
 };
 
-LibraryHost::LibraryHost(const LibraryHostOptions& options) : parts_(std::make_unique<Parts>(options)) {}
+LibraryHost::LibraryHost(const HostOptions& options) : parts_(std::make_unique<Parts>(options)) {}
 LibraryHost::~LibraryHost() = default;
 
 void LibraryHost::BeginObject() {
@@ -238,26 +260,30 @@ void LibraryHost::BeginObject() {
   auto& bridge = *parts_->objects.emplace_back(std::make_unique<CTWQBBridge>());
   bridge.SetUsePreferencesTW(true);
   if (!isFirst) return;  // the rest belongs to the process
-  bridge.SetConnectString("Provider=SQLITE;Data Source=" + parts_->folder + "/billing.db");
+  bridge.SetConnectString(parts_->connect);
   bridge.SetTWSettingsPath(parts_->folder + "/twqb.ini");
 }
 
 void LibraryHost::EndObject() { parts_->objects.pop_back(); }
 bool LibraryHost::HasObjects() const { return !parts_->objects.empty(); }
 
-void LibraryHost::Call(const std::vector<std::string>& words) {
-  const auto& name = words.at(0);
-  const auto* const operation = std::ranges::find(kOperations, name, &Operation::name);
-  if (operation == kOperations.end()) throw std::runtime_error("no operation of these runs: " + name);
-  const Arguments arguments(words.begin() + 1, words.end());
-  if (arguments.size() != operation->arguments) throw std::runtime_error("wrong number of arguments: " + name);
+EventValue LibraryHost::Run(const HostWords& words) {
+  return OperationOf(words).run(*parts_->objects.back(), {words.begin() + 1, words.end()});
+}
+
+void LibraryHost::Set(const HostWords& words) { Run(words); }
+
+void LibraryHost::Call(const HostCall& call) {
+  const auto name = call.recordedAs.empty() ? call.words.at(0) : call.recordedAs;
+  static_cast<void>(OperationOf(call.words));
   EventList recorded;
-  for (const auto& argument : arguments) recorded.push_back(Recorded(argument));
+  for (std::size_t i = 1; i < call.words.size(); ++i) recorded.push_back(Recorded(call.words[i]));
 
   auto& transcript = parts_->transcript;
   transcript.Call(name, recorded);
   try {
-    transcript.Return(name, operation->run(*parts_->objects.back(), arguments));
+    const bool goesOn = std::ranges::all_of(call.first, [&](const auto& words) { return !IsFalse(Run(words)); });
+    transcript.Return(name, goesOn ? Run(call.words) : EventValue());
   } catch (const PlatformError& raised) {
     transcript.Return(name, raised);
   }

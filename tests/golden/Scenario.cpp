@@ -21,6 +21,7 @@
 #include "platform/desk.h"
 #include "tests/golden/DescribedSettings.h"
 #include "tests/golden/Expectation.h"
+#include "tests/golden/HostTransfer.h"
 #include "tests/golden/LibraryHost.h"
 #include "tests/support/PlainVendors.h"
 #include "tests/support/Process.h"
@@ -68,6 +69,8 @@ std::string Replace(std::string text, const std::string& what, const std::string
 
 class ScenarioRun {
  public:
+  explicit ScenarioRun(const ScenarioOptions& options) : options_(options) {}
+
   std::string Run(const std::string& folder) {
     shared_ = fs::path(folder).parent_path();
     StepsOf(folder + "/scenario");
@@ -194,14 +197,7 @@ class ScenarioRun {
     Record({{"kind", "step"}, {"line", line}, {"clock", clock_}});
     if (!host_) {
       AnswerFirstRun(line);
-      host_.emplace(LibraryHostOptions{.folder = folder_.Path(),
-                                       .now = TextToDate(clock_),
-                                       .zone = Zone(),
-                                       .answers = std::exchange(answers_, {}),
-                                       .faults = std::exchange(faults_, {}),
-                                       .tables = tables_,
-                                       .lostLinks = lostLinks_,
-                                       .beforeAnswer = [this](int n) { BeforeAnswer(n); }});
+      host_ = MakeHost(OptionsOfHost());
     }
     host_->BeginObject();
     TakeHostsRecord();
@@ -210,7 +206,7 @@ class ScenarioRun {
     if (!host_) throw std::runtime_error("no object to call: " + line);
     const auto words = Words(InFolder(rest));
     try {
-      host_->Call(words);
+      host_->Call({.words = words});
     } catch (const DeskGaveUp& unanswered) {
       throw std::runtime_error(line + "\n" + unanswered.question());
     }
@@ -231,10 +227,43 @@ class ScenarioRun {
     const auto [first, last] = beforeAnswers_.equal_range(n);
     for (auto step = first; step != last; ++step) Step(step->second);
   }
+  HostOptions OptionsOfHost() {
+    return {.folder = folder_.Path(),
+            .now = TextToDate(clock_),
+            .zone = Zone(),
+            .answers = std::exchange(answers_, {}),
+            .faults = std::exchange(faults_, {}),
+            .tables = tables_,
+            .lostLinks = lostLinks_,
+            .beforeAnswer = [this](int n) { BeforeAnswer(n); }};
+  }
+  std::unique_ptr<ScenarioHost> MakeHost(const HostOptions& options) const {
+    return options_.makeHost ? options_.makeHost(options) : std::make_unique<LibraryHost>(options);
+  }
+  // A host of its own does what the command line would.
+  void TransferByHost(const std::string& line) {
+    const auto transfer = HostTransferOf(Words(InFolder(line)));
+    auto options = OptionsOfHost();
+    options.beforeAnswer = {};
+    if (!transfer.billing.empty()) options.connect = transfer.billing;
+    if (!transfer.company.empty()) options.company = folder_ / transfer.company;
+    Record({{"kind", "step"}, {"line", line}, {"clock", clock_}});
+    const auto host = MakeHost(options);
+    host->BeginObject();
+    for (const auto& setting : transfer.settings) host->Set(setting);
+    try {
+      host->Call(transfer.call);
+    } catch (const DeskGaveUp& unanswered) {
+      throw std::runtime_error(line + "\n" + unanswered.question());
+    }
+    host->EndObject();
+    RecordRun(host->TakeRecord());
+  }
   void TakeHostsRecord() { RecordRun(host_->TakeRecord()); }
 
   void Transfer(const std::string& /*rest*/, const std::string& line) {
     AnswerFirstRun(line);
+    if (options_.makeHost) return TransferByHost(line);
     auto arguments = Words(InFolder(line));
     const auto transcript = folder_ / "transcript.jsonl";
     arguments.insert(arguments.end(), {"--transcript", transcript});
@@ -376,6 +405,7 @@ class ScenarioRun {
   static constexpr int kBias = 300;  // minutes
   static constexpr int kDaylightBias = -60;
 
+  ScenarioOptions options_;
   fs::path shared_;  // where scenarios find what they take
   TemporaryFolder folder_;
   std::string program_ = TWQB_PROGRAM;
@@ -395,7 +425,7 @@ class ScenarioRun {
   SystemMachine holdersMachine_{{}};
   std::unique_ptr<Transport> holder_;
   std::multimap<int, std::string> beforeAnswers_;
-  std::optional<LibraryHost> host_;  // ends first
+  std::unique_ptr<ScenarioHost> host_;  // ends first
 };
 
 const ScenarioRun::StepRow ScenarioRun::kSteps[] = {
@@ -448,6 +478,8 @@ const ScenarioRun::StepRow* ScenarioRun::FindStep(const std::string& word) {
 
 }  // namespace
 
-std::string RunScenario(const std::string& folder) { return ScenarioRun().Run(folder); }
+std::string RunScenario(const std::string& folder, const ScenarioOptions& options) {
+  return ScenarioRun(options).Run(folder);
+}
 
 }  // namespace twqb

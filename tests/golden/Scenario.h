@@ -44,12 +44,22 @@
 // <FOLDER> for the same in capital letters.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
+
+#include "tests/golden/ScenarioHost.h"
 
 namespace twqb {
 
+struct ScenarioOptions {
+  // What makes the hosts of objects; nothing: those inside the test. With it a host takes the command line's place in
+  // the steps that are transfers and the like, which then tell no exit status.
+  std::function<std::unique_ptr<ScenarioHost>(const HostOptions&)> makeHost = {};
+};
+
 // Runs the scenario of a folder in a temporary folder; the record, one JSON object a line. Throws std::runtime_error
 // with the step and its trouble for one that can't be taken, and for a question without an answer, which it names.
-[[nodiscard]] std::string RunScenario(const std::string& folder);
+[[nodiscard]] std::string RunScenario(const std::string& folder, const ScenarioOptions& options = {});
 
 }  // namespace twqb

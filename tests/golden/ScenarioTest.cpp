@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "tests/golden/Expectation.h"
+#include "tests/golden/LibraryHost.h"
 #include "tests/golden/Scenario.h"
 #include "tests/support/Process.h"
 
@@ -64,6 +66,19 @@ TEST(Scenario, Steps_that_are_shared_are_taken_from_beside_the_scenario) {
   EXPECT_THAT([&] { (void)RunScenario(scenario); }, ThrowsMessage<std::runtime_error>(HasSubstr("firm")));
   WriteWholeFile(folder / "firm", "sql INSERT INTO Client (ClientID) VALUES ('SHARED')\n");
   EXPECT_THAT(RunScenario(scenario), HasSubstr("SHARED"));
+}
+
+// As through COM, but inside the test.
+TEST(Scenario, A_host_takes_the_command_lines_place_with_the_same_record) {
+  for (const auto* name :
+       {"clients/one_client_by_its_key", "all_tables/sync_lets_the_newer_side_win_in_both_tables",
+        "connection/settings_in_the_table", "lookups/list_of_customers", "lookups/accounts_as_an_array",
+        "lookups/is_job_of_a_job", "deletion/client_goes_in_billing", "events/american_file"}) {
+    const auto folder = std::string(TWQB_SOURCE_DIR "/tests/transcripts/") + name;
+    const auto record = RunScenario(
+        folder, {.makeHost = [](const HostOptions& options) { return std::make_unique<LibraryHost>(options); }});
+    EXPECT_EQ(LinesThroughCom(record), LinesThroughCom(ReadWholeFile(folder + "/transcript.jsonl"))) << name;
+  }
 }
 
 TEST(Scenario, A_company_that_is_subscribed_to_says_so) {

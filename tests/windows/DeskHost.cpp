@@ -1,13 +1,76 @@
-// Shows the forms of the desk that a transfer of the sample firm does not bring up, and prints what came of them:
+// What a transfer of the sample firm does not bring up: forms and dialogs of the desk, and settings between the
+// library's machine and Windows' own calls. Prints what came of it:
 //   desk_host vendor        which vendor was chosen
 //   desk_host progress      stands with a progress form until somebody closes it, or a minute is over
-
-#include <windows.h>
+//   desk_host box           whether a box has a help button, as one that is told of help does, and one that is not
+//   desk_host help FILE     the system's help on a topic of the file
+//   desk_host file FOLDER   which file was chosen there
+//   desk_host profile FILE  settings that one wrote and the other read, both ways: a line for each that came out
+//                           otherwise, and how many came as they went
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 
+#include "adapters/windows/desk/Help.h"
 #include "adapters/windows/desk/WindowsDesk.h"
+#include "adapters/windows/machine/WindowsMachine.h"
+
+// The system's header, behind ours: it has names of its own for some of theirs.
+#include <windows.h>
+#undef GetPrivateProfileString
+#undef MessageBox
+#undef WritePrivateProfileString
+
+namespace {
+
+int ShowBox(twqb::Desk& desk) {
+  twqb::MessageBox box{.text = "Would you like help?", .title = "Help", .buttons = twqb::BoxButtons::YesNo};
+  for (const bool hasHelp : {false, true}) {
+    box.help = hasHelp;
+    const auto answer = desk.ShowMessageBox(box);
+    std::printf("%s\n", answer == twqb::BoxAnswer::Yes ? "yes" : "something else");
+  }
+  return 0;
+}
+
+int ShowFileDialog(twqb::Desk& desk, const std::string& folder) {
+  const auto file = desk.OpenFileDialog(
+      {.title = "Open a file", .folder = folder, .filterName = "Company files", .pattern = "*.twq"});
+  std::printf("%s\n", file.empty() ? "(none)" : file.c_str());
+  return 0;
+}
+
+int CompareProfiles(const std::string& file) {
+  twqb::windows::WindowsMachine machine(".");
+  constexpr DWORD kSize = 256;
+  int same = 0;
+  for (const std::string value :
+       {"plain", "with blanks in it", "\"in quotes\"", "a = b; c", "3.50", "", "[no section]"}) {
+    const auto expect = [&](const char* by, const std::string& got, const std::string& wanted) {
+      if (got == wanted) {
+        ++same;
+      } else {
+        std::printf("%s: <%s> for <%s>\n", by, got.c_str(), wanted.c_str());
+      }
+    };
+    // Windows drops quotes around a value when it reads, and writes none; the machine writes so that they come back.
+    char theirs[kSize] = {};
+    WritePrivateProfileStringA("THEIRS", "Key", value.c_str(), file.c_str());
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
+    GetPrivateProfileStringA("THEIRS", "Key", "nothing", theirs, kSize, file.c_str());
+    expect("read here", machine.GetPrivateProfileString("THEIRS", "Key", "nothing", kSize, file), theirs);
+
+    machine.WritePrivateProfileString("OURS", "Key", value, file);
+    char ours[kSize] = {};
+    GetPrivateProfileStringA("OURS", "Key", "nothing", ours, kSize, file.c_str());
+    expect("written here", ours, value);
+  }
+  std::printf("%d came as they went\n", same);
+  return 0;
+}
+
+}  // namespace
 
 int main(int count, char** given) {
   twqb::windows::WindowsDesk desk;
@@ -18,6 +81,13 @@ int main(int count, char** given) {
     std::printf("%s\n", picked ? picked->c_str() : "(none)");
     return 0;
   }
+  if (what == "box") return ShowBox(desk);
+  if (what == "help") {
+    twqb::windows::ShowHelpTopic(count > 2 ? given[2] : "", 4711);
+    return 0;
+  }
+  if (what == "file") return ShowFileDialog(desk, count > 2 ? given[2] : "");
+  if (what == "profile") return CompareProfiles(count > 2 ? given[2] : "");
   bool isPressed = false;
   twqb::MsgFormState state;
   state.caption = " Tallywick";

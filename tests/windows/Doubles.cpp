@@ -1,4 +1,4 @@
-// The entries by which the system reaches the doubles. com.sh writes their identifiers into the registry, under the
+// The entries by which the system reaches the doubles. Wine.sh writes their identifiers into the registry, under the
 // names of the real ones.
 
 #include "tests/windows/Doubles.h"
@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <array>
+#include <cstddef>
 
 #include "com/Counted.h"
 
@@ -24,9 +25,9 @@ constexpr CLSID IdOf(unsigned long number) {
   return {0x7A1B0000 + number, 0x5C44, 0x4E1B, {0x9D, 0x20, 0x0B, 0x3C, 0x51, 0x77, 0xE9, 0x06}};
 }
 
-constexpr std::array<Class, 3> kClasses = {Class{IdOf(1), twqb::doubles::MakeConnection},
-                                           Class{IdOf(2), twqb::doubles::MakeRecordset},
-                                           Class{IdOf(3), twqb::doubles::MakeSession}};
+constexpr std::array<Class, 4> kClasses = {
+    Class{IdOf(1), twqb::doubles::MakeConnection}, Class{IdOf(2), twqb::doubles::MakeRecordset},
+    Class{IdOf(3), twqb::doubles::MakeSession}, Class{IdOf(4), twqb::doubles::MakeCallback}};
 
 class Factory : public IClassFactory {
  public:
@@ -54,8 +55,8 @@ class Factory : public IClassFactory {
 extern "C" {
 
 HRESULT WINAPI DllGetClassObject(REFCLSID wanted, REFIID face, void** result) {
-  static std::array<Factory, 3> factories = {Factory(kClasses[0].make), Factory(kClasses[1].make),
-                                             Factory(kClasses[2].make)};
+  static std::array<Factory, 4> factories = {Factory(kClasses[0].make), Factory(kClasses[1].make),
+                                             Factory(kClasses[2].make), Factory(kClasses[3].make)};
   for (std::size_t i = 0; i < kClasses.size(); ++i) {
     if (IsEqualCLSID(wanted, kClasses[i].id)) return factories[i].QueryInterface(face, result);
   }

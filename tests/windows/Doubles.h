@@ -1,5 +1,11 @@
-// Doubles of what is not to be had under wine: ADO on the embedded engine, and QuickBooks' session library on a company
-// file of the embedded kind. They have the members that the adapters use, with the manners of the real ones.
+// Doubles of what is not to be had under wine: ADO on the embedded engine, QuickBooks' session library on a company
+// file of the embedded kind, and a host's call-back class that writes down what it is told. They have the members that
+// the adapters use, with the manners of the real ones.
+//
+// What they stand on the environment says: TWQB_DOUBLE_COMPANY names the company file, TWQB_DOUBLE_CLOCK the time that
+// its clock stands still at and its zone ("2008-03-05T10:00:00 300", "daylight" behind it; none: the system's clock),
+// TWQB_DOUBLE_DRIVE a drive whose files QuickBooks is to name without it (none: paths are full), TWQB_DOUBLE_CALLBACK
+// the file for what the call-back hears (none: it forgets).
 #pragma once
 
 #include <map>
@@ -23,10 +29,32 @@ class Double : public com::NamedObject {
 
   [[nodiscard]] virtual const Table& Members() const = 0;
 
+  // Gives a result by the argument at `place`, if that is a variant by reference.
+  void GiveByReference(std::size_t place, windows::Variant value) const {
+    if (given_ == nullptr || place >= given_->cArgs) return;
+    const VARIANT& argument = given_->rgvarg[given_->cArgs - 1 - place];
+    if (argument.vt != (VT_BYREF | VT_VARIANT)) return;
+    VariantClear(argument.pvarVal);
+    *argument.pvarVal = value.Release();
+  }
+
   [[nodiscard]] bool Knows(const std::string& name) const override { return Members().contains(FoldCase(name)); }
   [[nodiscard]] windows::Variant Member(const std::string& name, const Arguments& arguments) const override {
     return Members().at(FoldCase(name))(static_cast<const Own&>(*this), arguments);
   }
+
+ public:
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD kind, DISPPARAMS* parameters,
+                                   VARIANT* result, EXCEPINFO* failure, UINT* wrongArgument) override {
+    given_ = parameters;
+    const auto answer =
+        com::NamedObject::Invoke(id, reserved, locale, kind, parameters, result, failure, wrongArgument);
+    given_ = nullptr;
+    return answer;
+  }
+
+ private:
+  const DISPPARAMS* given_ = nullptr;  // of the call in hand
 };
 
 [[nodiscard]] inline windows::Variant ObjectVariant(IDispatch* counted) {
@@ -39,5 +67,6 @@ class Double : public com::NamedObject {
 [[nodiscard]] IDispatch* MakeConnection();
 [[nodiscard]] IDispatch* MakeRecordset();
 [[nodiscard]] IDispatch* MakeSession();
+[[nodiscard]] IDispatch* MakeCallback();
 
 }  // namespace twqb::doubles

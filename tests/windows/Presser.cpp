@@ -1,8 +1,9 @@
 // Presses what a person would: the Yes, or else the OK, of each message box that comes up, and writes its title and
 // text down.
-//   presser OUT STOP [cancel] [vendor NUMBER]
+//   presser OUT STOP [cancel] [vendor NUMBER] [file PATH]
 // Ends once the file STOP is there. With "cancel" it also presses Cancel on the progress form, once; with "vendor" it
-// chooses that entry of the vendors' form and presses OK.
+// chooses that entry of the vendors' form and presses OK; with "file" it types that path where a file is asked for, and
+// presses OK.
 
 #include <windows.h>
 
@@ -18,11 +19,13 @@ namespace {
 constexpr int kCancel = 107;
 constexpr int kVendors = 202;
 constexpr int kVendorOk = 203;
+constexpr int kFileName = 0x47C;  // in the system's file dialog
 
 struct Orders {
   std::FILE* out = nullptr;
   bool cancels = false;
   int vendor = -1;
+  std::string file;
   std::set<HWND> done;
 };
 
@@ -51,6 +54,12 @@ BOOL CALLBACK TakeText(HWND child, LPARAM into) {
   return TRUE;
 }
 
+BOOL CALLBACK FindFileName(HWND child, LPARAM into) {
+  if (GetDlgCtrlID(child) != kFileName || ClassOf(child) != "Edit") return TRUE;
+  *reinterpret_cast<HWND*>(into) = child;
+  return FALSE;
+}
+
 void Press(HWND window, int number) {
   const HWND button = GetDlgItem(window, number);
   PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(number), reinterpret_cast<LPARAM>(button));
@@ -60,10 +69,18 @@ BOOL CALLBACK LookAt(HWND window, LPARAM given) {
   auto& orders = *reinterpret_cast<Orders*>(given);
   if (!IsWindowVisible(window) || orders.done.contains(window)) return TRUE;
   const auto kind = ClassOf(window);
-  if (kind == "#32770") {
+  HWND name = nullptr;
+  if (kind == "#32770") EnumChildWindows(window, FindFileName, reinterpret_cast<LPARAM>(&name));
+  if (name != nullptr) {
+    SendMessageA(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(orders.file.c_str()));
+    std::fprintf(orders.out, "file dialog [%s]\n", TextOf(window).c_str());
+    Press(window, orders.file.empty() ? IDCANCEL : IDOK);
+    orders.done.insert(window);
+  } else if (kind == "#32770") {
     std::string text;
     EnumChildWindows(window, TakeText, reinterpret_cast<LPARAM>(&text));
-    std::fprintf(orders.out, "[%s] %s\n", TextOf(window).c_str(), text.c_str());
+    const char* const help = GetDlgItem(window, IDHELP) != nullptr ? " (with help)" : "";
+    std::fprintf(orders.out, "[%s]%s %s\n", TextOf(window).c_str(), help, text.c_str());
     for (const int number : {IDYES, IDOK}) {
       if (GetDlgItem(window, number) == nullptr) continue;
       Press(window, number);
@@ -93,6 +110,7 @@ int main(int count, char** given) {
   for (int i = 3; i < count; ++i) {
     if (std::string_view(given[i]) == "cancel") orders.cancels = true;
     if (std::string_view(given[i]) == "vendor" && i + 1 < count) orders.vendor = std::atoi(given[i + 1]);
+    if (std::string_view(given[i]) == "file" && i + 1 < count) orders.file = given[i + 1];
   }
   constexpr DWORD kPause = 20;
   while (GetFileAttributesA(given[2]) == INVALID_FILE_ATTRIBUTES) {

@@ -1,11 +1,12 @@
-// The double of QBFC5.QBSessionManager, on the company file that the environment names in TWQB_DOUBLE_COMPANY.
+// The double of QBFC5.QBSessionManager, on a company file of the embedded kind.
 
 #include <cstdlib>
 #include <memory>
 
 #include "adapters/companyfile/CompanyTransport.h"
-#include "adapters/system/SystemMachine.h"
+#include "adapters/system/FrozenMachine.h"
 #include "tests/windows/Doubles.h"
+#include "tests/windows/EnvironmentClock.h"
 
 namespace twqb::doubles {
 
@@ -13,15 +14,30 @@ namespace {
 
 using windows::Variant;
 
-Machine& TheMachine() {
-  static SystemMachine machine({.libraryFolder = ".", .registryFile = {}});
-  return machine;
+// QuickBooks' clock, which stands still, is the environment's: whoever lets time go by sets it.
+class ClockOfEnvironment : public FrozenMachine {
+ public:
+  ClockOfEnvironment() : FrozenMachine({.libraryFolder = ".", .registryFile = {}}, *EnvironmentClock()) {}
+  [[nodiscard]] Date Now() override { return EnvironmentClock()->now; }
+};
+
+std::unique_ptr<Machine> MakeMachine() {
+  if (EnvironmentClock()) return std::make_unique<ClockOfEnvironment>();
+  return std::make_unique<SystemMachine>(SystemMachineOptions{.libraryFolder = ".", .registryFile = {}});
 }
 
 company::CompanyTransportFactory& QuickBooks() {
   static const char* const company = std::getenv("TWQB_DOUBLE_COMPANY");
-  static company::CompanyTransportFactory quickbooks(company == nullptr ? "" : company, TheMachine());
+  static const auto machine = MakeMachine();
+  static company::CompanyTransportFactory quickbooks(company == nullptr ? "" : company, *machine);
   return quickbooks;
+}
+
+// A path as the run has it: where TWQB_DOUBLE_DRIVE names the drive of all its files, without that and with slashes.
+std::string Spelled(std::string path) {
+  const auto drive = FromEnvironment("TWQB_DOUBLE_DRIVE");
+  if (drive.empty() || !path.starts_with(drive)) return path;
+  return ReplaceAll(path.substr(drive.size()), "\\", "/");
 }
 
 class AnswerDouble : public Double<AnswerDouble> {
@@ -56,7 +72,7 @@ class SessionDouble : public Double<SessionDouble> {
          }},
         {"getcurrentcompanyfilename",
          [](const SessionDouble& own, const Arguments&) {
-           return Variant(std::string_view(own.session_->GetCurrentCompanyFileName()));
+           return Variant(std::string_view(Spelled(own.session_->GetCurrentCompanyFileName())));
          }},
         {"getversion",
          [](const SessionDouble& own, const Arguments& given) {

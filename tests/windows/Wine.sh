@@ -2,7 +2,7 @@
 # goes at the end; and checks that are counted.
 
 work=$(mktemp -d)
-export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES='mscoree,mshtml='
+export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
 
@@ -13,6 +13,21 @@ leave() {
 }
 trap leave EXIT
 wine wineboot -i >/dev/null 2>&1
+
+# As Windows spells a path.
+there() { sed 's#/#\\#g; s#^#Z:#' <<<"$1"; }
+
+# register_doubles DLL: from here on doubles stand under the names of ADO, of QuickBooks' session library and of a host's
+# call-back class.
+register_doubles() {
+  local number=0 name id
+  for name in ADODB.Connection ADODB.Recordset QBFC5.QBSessionManager TWQBCallback90.CMain; do
+    number=$((number + 1))
+    id="{7A1B000$number-5C44-4E1B-9D20-0B3C5177E906}"
+    wine reg add "HKLM\\Software\\Classes\\$name\\CLSID" /ve /d "$id" /f >/dev/null
+    wine reg add "HKLM\\Software\\Classes\\CLSID\\$id\\InprocServer32" /ve /d "$(there "$1")" /f >/dev/null
+  done
+}
 
 passed=0
 failed=0

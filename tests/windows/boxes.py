@@ -1,4 +1,5 @@
-"""The boxes of transcripts, one after the other, as presser.exe writes them down: [title] text."""
+"""The boxes of transcripts, one after the other, as presser.exe writes them down: [title] text,
+with a word where there is a help button."""
 
 import json
 import os
@@ -10,4 +11,5 @@ for path in sys.argv[1:]:
         for event in map(json.loads, lines):
             if event["kind"] == "box":
                 text = event["text"].replace("\r", "").replace(folder, "FOLDER/")
-                print(f"[{event['title'] or 'Error'}] {text}")
+                help = " (with help)" if event["help"] else ""
+                print(f"[{event['title'] or 'Error'}]{help} {text}")

@@ -7,7 +7,9 @@
 #include "adapters/windows/desk/WindowsDesk.h"
 
 #include <array>
+#include <filesystem>
 
+#include "adapters/windows/desk/Help.h"
 #include "adapters/windows/desk/ProgressForm.h"
 #include "adapters/windows/desk/VendorForm.h"
 #include "adapters/windows/late/Owned.h"
@@ -66,12 +68,18 @@ BoxAnswer AnswerOf(int pressed, BoxButtons buttons) {
   return buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::Cancel;
 }
 
+// Of a path whose folder is meant.
+std::wstring FolderOf(const std::string& path) {
+  std::error_code ignored;
+  const std::filesystem::path given(Wide(path));
+  return (std::filesystem::is_directory(given, ignored) ? given : given.parent_path()).wstring();
+}
+
 // The help of the box in hand; there is one thread, and one box at a time.
 const MessageBox* helped = nullptr;
 
 void CALLBACK ShowHelp(HELPINFO* /*asked*/) {
-  if (helped == nullptr) return;
-  WinHelpW(GetActiveWindow(), Wide(helped->helpFile).c_str(), HELP_CONTEXT, static_cast<ULONG_PTR>(helped->helpId));
+  if (helped != nullptr) ShowHelpTopic(helped->helpFile, helped->helpId);
 }
 
 }  // namespace
@@ -113,7 +121,7 @@ std::optional<std::string> WindowsDesk::PickVendor(const std::string& message,
 
 std::string WindowsDesk::OpenFileDialog(const FileDialog& dialog) {
   const auto title = Wide(dialog.title);
-  const auto folder = Wide(dialog.folder);
+  const auto folder = FolderOf(dialog.folder);
   // Pairs of a name and a pattern, each ended by a zero, and the list by another one.
   const auto filter = Wide(dialog.filterName) + L'\0' + Wide(dialog.pattern) + L'\0';
   std::array<wchar_t, 32'768> path = {};

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <objbase.h>
 #include <windows.h>
 
 #include <array>
@@ -27,10 +28,14 @@ int wmain(int count, wchar_t** given) {
   for (const int stream : std::array{0, 1, 2}) _setmode(stream, _O_BINARY);
   SetConsoleOutputCP(CP_UTF8);
   SetConsoleCP(CP_UTF8);
+  // What --quickbooks and ADO stand on lives in this thread's apartment.
+  const auto apartment = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   std::vector<std::string> texts;
   for (int i = 0; i < count; ++i) texts.push_back(Utf8(given[i]));
   std::vector<const char*> arguments;
   for (const auto& text : texts) arguments.push_back(text.c_str());
   arguments.push_back(nullptr);
-  return twqb::cli::RunProgram(count, arguments.data());
+  const int status = twqb::cli::RunProgram(count, arguments.data());
+  if (SUCCEEDED(apartment)) CoUninitialize();
+  return status;
 }
