@@ -159,7 +159,8 @@ Doing DoingOf(const PreviewedRecord& record) {
 void PutInOrder(PreviewedRecord& record) {
   const bool sends = record.account.table.direction == Direction::Send;
   const auto first = sends ? ChangedSide::QuickBooks : ChangedSide::Billing;
-  std::ranges::stable_partition(record.changes, [&](const RecordChange& change) { return change.side == first; });
+  std::stable_partition(record.changes.begin(), record.changes.end(),
+                        [&](const RecordChange& change) { return change.side == first; });
 }
 
 }  // namespace

@@ -173,8 +173,8 @@ std::vector<RecordChange> NewAccounts(const preview::ScratchFile& company, const
   if (std::ranges::none_of(touched, &TouchedRecord::isTransaction)) return changes;
   const auto before = CompanyReader(company.before, machine).ReadList(kKind);
   for (const auto& [identifier, account] : CompanyReader(company.worked, machine).ReadList(kKind)) {
-    const auto isThis = [&](const TouchedRecord& record) { return record.identifier == identifier; };
-    if (before.contains(identifier) || std::ranges::any_of(touched, isThis)) continue;
+    const bool isTouched = std::ranges::find(touched, identifier, &TouchedRecord::identifier) != touched.end();
+    if (isTouched || before.contains(identifier)) continue;
     changes.push_back({.side = ChangedSide::QuickBooks,
                        .kind = ChangeKind::Added,
                        .place = kKind,
