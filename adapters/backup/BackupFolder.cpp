@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <unordered_set>
@@ -124,7 +125,7 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
   RemoveHalfSets();
   auto sets = Sets();
   RemoveOldSets(sets);
-  Set set{.name = FreeName(stamp, sets), .manifest = manifest};
+  Set set{.name = FreeName(stamp), .manifest = manifest};
   try {
     for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
     pieces_.Settle();
@@ -234,13 +235,15 @@ KeptFile BackupFolder::Keep(const PartFile& file, const std::vector<Set>& sets) 
   return kept;
 }
 
-std::string BackupFolder::FreeName(std::string_view stamp, const std::vector<Set>& sets) const {
-  if (sets.empty() || sets.back().name < stamp) return std::string(stamp);
+// Behind all that are there, those that can't be read, too.
+std::string BackupFolder::FreeName(std::string_view stamp) const {
+  const auto names = SetFolders(Whole::Yes);
+  const auto newest = std::ranges::max_element(names);
+  if (newest == names.end() || *newest < stamp) return std::string(stamp);
   // The clock was put back, or it is still the same second.
   constexpr std::size_t kStampLength = 17;
-  const auto& newest = sets.back().name;
-  const auto rest = newest.size() > kStampLength ? std::stoul(newest.substr(kStampLength + 1)) : 1UL;
-  return fmt::format("{}.{:04}", newest.substr(0, kStampLength), rest + 1);
+  const auto rest = newest->size() > kStampLength ? std::strtoul(newest->c_str() + kStampLength + 1, nullptr, 10) : 1UL;
+  return fmt::format("{}.{:04}", newest->substr(0, kStampLength), rest + 1);
 }
 
 void BackupFolder::Write(const std::string& path, const std::string& text) const {
@@ -258,16 +261,20 @@ void BackupFolder::RemoveSet(const std::string& name) const {
   fs::remove_all(Path(name), ignored);
 }
 
-void BackupFolder::RemoveHalfSets() const {
+std::vector<std::string> BackupFolder::SetFolders(Whole whole) const {
+  std::vector<std::string> names;
   std::error_code failure;
-  std::vector<std::string> half;
   for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
     std::error_code ignored;
-    if (IsSetName(entry.path().filename().string()) && !fs::exists(entry.path() / kManifest, ignored)) {
-      half.push_back(entry.path().filename().string());
-    }
+    const auto name = entry.path().filename().string();
+    if (IsSetName(name) && fs::exists(entry.path() / kManifest, ignored) == (whole == Whole::Yes))
+      names.push_back(name);
   }
-  for (const auto& name : half) RemoveSet(name);
+  return names;
+}
+
+void BackupFolder::RemoveHalfSets() const {
+  for (const auto& name : SetFolders(Whole::No)) RemoveSet(name);
 }
 
 void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
@@ -284,7 +291,11 @@ void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
   RemoveUnusedPieces(sets);
 }
 
+// A set whose manifest can't be read, of a later version of twqb perhaps, has pieces that nobody here knows.
 void BackupFolder::RemoveUnusedPieces(const std::vector<Set>& sets) const {
+  for (const auto& name : SetFolders(Whole::Yes)) {
+    if (std::ranges::find(sets, name, &Set::name) == sets.end()) return;
+  }
   std::unordered_set<std::string_view> used;
   const auto use = [&](const std::vector<KeptFile>& files) {
     for (const auto& file : files) {

@@ -55,12 +55,14 @@ class BackupFolder {
 
  private:
   class Hold;
+  enum class Whole : bool { No, Yes };
 
   [[nodiscard]] std::string Path(std::string_view name) const;
   [[nodiscard]] KeptFile Keep(const PartFile& file, const std::vector<Set>& sets);
-  [[nodiscard]] std::string FreeName(std::string_view stamp, const std::vector<Set>& sets) const;
+  [[nodiscard]] std::string FreeName(std::string_view stamp) const;
   void Write(const std::string& path, const std::string& text) const;
   void WriteManifest(const Set& set) const;
+  [[nodiscard]] std::vector<std::string> SetFolders(Whole whole) const;  // those with a manifest, or without
   void RemoveSet(const std::string& name) const;
   void RemoveHalfSets() const;
   // Those that go are taken out of `sets`, too, which must be all.

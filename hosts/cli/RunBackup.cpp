@@ -56,6 +56,13 @@ std::vector<std::string> LackingOf(const std::vector<PartFile>& parts) {
   return lacking;
 }
 
+// What the run is called in a list of sets: "send clients", or as it was called, without the program.
+std::string LabelOf(const Options& options) {
+  if (!options.label.empty()) return options.label;
+  const auto space = options.command.find(' ');
+  return space == std::string::npos ? options.command : options.command.substr(space + 1);
+}
+
 // Large enough for somebody to wonder.
 bool TakesLong(const std::vector<PartFile>& parts) {
   constexpr std::uintmax_t kLarge = 200U * 1024 * 1024;
@@ -128,9 +135,7 @@ RunBackup::RunBackup(const Workplace& place, const Options& options)
 RunBackup::RunBackup(const Workplace& place, const Options& options, const std::vector<PartFile>& parts, MadeBy by)
     : place_(place), options_(options), folder_(BackupsOf(place)) {
   if (options.noBackup) return;
-  OrRefuse([&] {
-    set_ = MakeSet(folder_, place, options, parts, by, options.label.empty() ? options.command : options.label);
-  });
+  OrRefuse([&] { set_ = MakeSet(folder_, place, options, parts, by, LabelOf(options)); });
 }
 
 void RunBackup::CompanyOpened(const std::string& path) {

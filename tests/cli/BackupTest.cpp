@@ -245,6 +245,22 @@ TEST_F(Backups, A_restore_is_refused_while_another_program_writes_to_a_side) {
   ExpectNothingLeftBehind();
 }
 
+TEST_F(Backups, A_set_whose_manifest_can_t_be_read_keeps_its_pieces_and_is_not_listed) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto manifest = "backups/" + set + "/manifest.json";
+  const auto text = folder_.Read(manifest);
+  folder_.Write(manifest, "{\"format\": 2}");
+  for (int i = 0; i < 12; ++i) {
+    Sql("UPDATE Client SET ClientCity = 'Town " + std::to_string(i) + "', LastUpdated = '2030-01-01'");
+    Send();
+  }
+  EXPECT_EQ(Sets().size(), 10U);
+  folder_.Write(manifest, text);
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", set, "--to", "out"});
+}
+
 TEST_F(Backups, Undo_takes_back_one_transfer_after_the_other) {
   std::vector<std::vector<std::string>> states = {Bytes()};
   Send();

@@ -75,6 +75,7 @@ void ExpectThatBrokenRunsEndAlike(const firm::FirmPlan& plan, const std::string&
   LeaveLinkedRecordsAlone(house);
   house.Send();
   const auto books = ReadBooks(house);
+  SCOPED_TRACE(Join(house.BoxTexts(), "\n") + Join(house.Log(), "\n"));
   EXPECT_TRUE(books.records == all.records) << DifferenceOf(all.records, books.records);
   EXPECT_TRUE(books.rows == all.rows) << DifferenceOf(all.rows, books.rows);
 }

@@ -16,11 +16,11 @@
 
 #include "Checks.h"
 #include "Child.h"
-#include "tests/support/Killer.h"
 #include "Trace.h"
 #include "adapters/faults/FaultScript.h"
 #include "engine/Table.h"
 #include "services/Direction.h"
+#include "tests/support/Killer.h"
 #include "tests/support/TestHouse.h"
 #include "twqb/CTWQBBridge.h"
 #include "twqb/enTables.h"

@@ -1,8 +1,12 @@
 #include "adapters/backup/Sha256.h"
 
-#include <bcrypt.h>
-#include <fmt/core.h>
+// Its own headers lean on the system's first one.
+// clang-format off
 #include <windows.h>
+#include <bcrypt.h>
+// clang-format on
+
+#include <fmt/core.h>
 
 #include <array>
 #include <iterator>
