@@ -1,4 +1,6 @@
 // BillingDb as the options name it, open: for commands that work on it alone, without a bridge object.
+//
+// The library is composed meanwhile, so that its clock and its identifiers can be had; nothing else of it runs.
 #pragma once
 
 #include <memory>

@@ -111,7 +111,7 @@ std::vector<SettingDescription> SettingsAbout(std::string_view word) {
 
 std::string NearestSetting(std::string_view section, std::string_view key) {
   const auto near = Nearest(SettingList(), section, key);
-  return near.empty() ? "" : fmt::format(" Did you mean \"{}\"?", near);
+  return near.empty() || SameName(near, FullNameOf(section, key)) ? "" : fmt::format(" Did you mean \"{}\"?", near);
 }
 
 }  // namespace twqb::cli

@@ -24,7 +24,7 @@ void CheckSetting(const Options& options, std::string_view section, std::string_
 // Those that a word is about: a section, a part of a key, or a table, both ways. Raises UsageError when there are none.
 [[nodiscard]] std::vector<SettingDescription> SettingsAbout(std::string_view word);
 
-// " Did you mean ...?" for a setting that is not there; empty where no name is near.
+// " Did you mean ...?" for a setting that there is not; empty for one that there is, and where no name is near.
 [[nodiscard]] std::string NearestSetting(std::string_view section, std::string_view key);
 
 }  // namespace twqb::cli

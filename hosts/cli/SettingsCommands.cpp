@@ -25,7 +25,8 @@ struct SettingsArguments {
 ExitStatus Get(const Options& options, const SettingsArguments& entry) {
   const auto value = SettingsStore(options).Read(entry.section, entry.key);
   if (!value) {
-    Tell(fmt::format("{} is not set.", FullNameOf(entry.section, entry.key)));
+    Tell(fmt::format("{} is not set.{}", FullNameOf(entry.section, entry.key),
+                     NearestSetting(entry.section, entry.key)));
     return ExitStatus::Failed;
   }
   Print(*value + "\n");

@@ -1,4 +1,6 @@
 // `twqb settings describe`: what settings there are, and what they do, for people and as JSON Lines.
+//
+// The list is the library's, and which of it a word is about SettingNames' affair. No store is looked at.
 #pragma once
 
 #include <string>

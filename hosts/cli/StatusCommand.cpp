@@ -24,7 +24,6 @@
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/ModuleVariables.h"
-#include "services/msgForm.h"
 
 namespace twqb::cli {
 
@@ -165,13 +164,13 @@ std::optional<Identifiers> AskQuickBooks(const Options& options) {
   const bool recorded = RunComposed(options, Sides::Read, [&](Composition& composition) {
     CTWQBBridge bridge;
     SetUp(bridge, composition, options);
+    // Its form counts steps of reading, which at the end would look like records.
+    bridge.SetNoProgressBar(true);
     known = composition.Run(
         "ReadIdentifiers", {},
         [&]() -> std::optional<Identifiers> {
           if (!bridge.ConnectToQB(true)) return std::nullopt;
-          auto found = ReadIdentifiers(*Vars().g_QBSession, Vars());
-          UnloadMsgForm();
-          return found;
+          return ReadIdentifiers(*Vars().g_QBSession, Vars());
         },
         [](const std::optional<Identifiers>& found) -> EventValue {
           if (!found) return nullptr;

@@ -4,12 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdint>
+#include <iterator>
 #include <sstream>
 
 #include "Program.h"
 #include "cli/CsvText.h"
 #include "cli/ImportColumns.h"
+#include "platform/Text.h"
 #include "platform/Value.h"
+#include "tests/support/Chance.h"
 
 namespace twqb::cli {
 namespace {
@@ -61,6 +65,30 @@ TEST(CsvText, Tells_what_is_wrong_with_quotes_and_goes_on_behind_it) {
   EXPECT_THAT(records[2].trouble, HasSubstr("behind a closing quote"));
   EXPECT_EQ(records[3].trouble, "");
   EXPECT_THAT(records[4].trouble, HasSubstr("not closed"));
+}
+
+// Whatever stands in a field.
+TEST(CsvText, Reads_back_what_was_written_by_its_rules) {
+  constexpr std::string_view kPieces[] = {"a", ",", "\"", "\r\n", "\n", "\r", " ", "\u00EB", "\u6771", ";", "\t", "0"};
+  Chance chance(7);
+  for (int round = 0; round < 300; ++round) {
+    std::vector<std::vector<std::string>> written;
+    std::string text;
+    const auto columns = chance.Of(2, 5);
+    for (auto records = chance.Of(1, 6); records > 0; --records) {
+      auto& record = written.emplace_back();
+      for (std::int64_t column = 0; column < columns; ++column) {
+        auto& field = record.emplace_back();
+        for (auto pieces = chance.Of(0, 6); pieces > 0; --pieces) field += kPieces[chance.Place(std::size(kPieces))];
+        const bool needsQuotes = field.find_first_of(",\"\r\n") != std::string::npos;
+        const bool isQuoted = needsQuotes || chance.OnceIn(3);
+        const auto quoted = "\"" + ReplaceAll(field, "\"", "\"\"") + "\"";
+        text += (column == 0 ? "" : ",") + (isQuoted ? quoted : field);
+      }
+      text += chance.OnceIn(2) ? "\r\n" : "\n";
+    }
+    EXPECT_EQ(FieldsOf(text), written) << text;
+  }
 }
 
 TEST(CsvText, Of_another_encoding_is_refused) {

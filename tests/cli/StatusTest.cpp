@@ -243,7 +243,9 @@ TEST_F(DeepStatus, Finds_no_dead_link_behind_a_transfer_and_each_one_that_dies) 
   expected["clients"] = 1;
   expected["timeentries"] = 3;
   EXPECT_EQ(DeadLinks(), expected);
-  EXPECT_THAT(folder_.Done({"status", "--deep"}), HasSubstr("DEAD LINKS"));
+  const auto shown = folder_.Twqb({"status", "--deep"});
+  EXPECT_THAT(shown.out, HasSubstr("DEAD LINKS"));
+  EXPECT_THAT(shown.err, IsEmpty());
 }
 
 TEST_F(DeepStatus, Gives_1_where_QuickBooks_can_not_be_asked) {

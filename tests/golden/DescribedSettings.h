@@ -1,6 +1,7 @@
 // Whether what a run reads of its settings stands in the library's list of settings.
 //
-// Every golden run is held against it, whatever its expectation keeps.
+// Every golden run is held against it, whatever its expectation keeps. What the list has and nothing reads is found
+// elsewhere (tests/cli/SettingsTest.cpp).
 #pragma once
 
 #include <optional>
