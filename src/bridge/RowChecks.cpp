@@ -100,7 +100,6 @@ class RowChecker::Look final : public RowLook {
   void NoteUnreadableDate() override { lacksDate = true; }
   void NoteAtTop() override {}
   std::vector<Record> RecordsLike(const RowAsSent& row) override {
-    isThere = true;
     name = row.name;
     values = row.request.Values(form_);
     if (row.read.transaction && lacks.empty() && LacksPerson(row.request)) {
@@ -111,7 +110,6 @@ class RowChecker::Look final : public RowLook {
   std::vector<Record> RecordsOfDays(const QuickBooksRead& /*read*/, Date /*from*/, Date /*to*/) override { return {}; }
   void Take(std::vector<Record> /*records*/) override {}
 
-  bool isThere = false;
   bool neverGoes = false;
   bool lacksDate = false;
   std::string lacks;
