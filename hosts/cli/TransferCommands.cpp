@@ -40,7 +40,14 @@ void RequireProjectAndNumber(std::string_view id) {
   throw UsageError("--id of invoices is a project and an invoice number with a comma between, as HARBOR:SURVEY,1041.");
 }
 
-TransferRequest RequestOf(Direction direction, const TransferArguments& arguments) {
+// The record of a run, and faults that are counted, are about the transfer's own calls: nobody looks beside it then,
+// but for who wants to stop.
+LikelyTwins LikelyTwinsOf(const Options& options, const TransferArguments& arguments) {
+  if (arguments.strict) return LikelyTwins::Stop;
+  return options.transcript.empty() && options.faults.empty() ? LikelyTwins::Told : LikelyTwins::NotLookedFor;
+}
+
+TransferRequest RequestOf(Direction direction, const Options& options, const TransferArguments& arguments) {
   const auto table = TableFromName(arguments.table);
   if (arguments.id && table == enAll) throw UsageError("--id is a record of one table: name the table instead of all.");
   // An empty one would be no filter at all.
@@ -50,7 +57,7 @@ TransferRequest RequestOf(Direction direction, const TransferArguments& argument
           .table = table,
           .id = arguments.id,
           .sync = arguments.sync,
-          .likelyTwins = arguments.strict ? LikelyTwins::Stop : LikelyTwins::Told};
+          .likelyTwins = LikelyTwinsOf(options, arguments)};
 }
 
 // What the last line says of a transfer.
@@ -170,7 +177,7 @@ CommandSyntax SyntaxOf(Direction direction) {
                          "  twqb send clients --answers answers.txt --transcript run.jsonl"
                        : "Examples:\n  twqb get clients --preview\n  twqb get clients\n  twqb get clients --sync"),
       .run = [arguments, direction](const Options& options) {
-        const auto request = RequestOf(direction, *arguments);
+        const auto request = RequestOf(direction, options, *arguments);
         return arguments->preview ? ShowPreview(options, request, *arguments) : Transfer(options, request, *arguments);
       }};
 }

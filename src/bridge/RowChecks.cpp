@@ -100,7 +100,6 @@ class RowChecker::Look final : public RowLook {
   void NoteUnreadableDate() override { lacksDate = true; }
   void NoteAtTop() override {}
   std::vector<Record> RecordsLike(const RowAsSent& row) override {
-    isThere = true;
     name = row.name;
     values = row.request.Values(form_);
     if (row.read.transaction && lacks.empty() && LacksPerson(row.request)) {
@@ -111,7 +110,6 @@ class RowChecker::Look final : public RowLook {
   std::vector<Record> RecordsOfDays(const QuickBooksRead& /*read*/, Date /*from*/, Date /*to*/) override { return {}; }
   void Take(std::vector<Record> /*records*/) override {}
 
-  bool isThere = false;
   bool neverGoes = false;
   bool lacksDate = false;
   std::string lacks;
@@ -155,8 +153,9 @@ const std::set<std::string>& RowChecker::Known(std::string_view query) {
 }
 
 RowChecker::Names& RowChecker::NamesOf(std::span<const std::string_view> queries) {
-  const auto [at, isNew] = names_.try_emplace(queries.data());
-  if (!isNew) return at->second;
+  const auto known = names_.find(queries.data());
+  if (known != names_.end()) return known->second;
+  auto& names = names_[queries.data()];
   for (const auto query : queries) {
     // Not every edition has every list.
     IgnoreErrors([&] {
@@ -164,12 +163,12 @@ RowChecker::Names& RowChecker::NamesOf(std::span<const std::string_view> queries
       static_cast<void>(set.Append(query));
       const auto answer = session_.DoRequests(set);
       for (const auto& record : answer.GetAt(0).Details()) {
-        at->second.try_emplace({TextAt(record, kParent).value_or(""), Folded(TextAt(record, kNameField).value_or(""))},
-                               KindOf(query), IdentifierOf(record));
+        names.try_emplace({TextAt(record, kParent).value_or(""), Folded(TextAt(record, kNameField).value_or(""))},
+                          KindOf(query), IdentifierOf(record));
       }
     });
   }
-  return at->second;
+  return names;
 }
 
 void RowChecker::CheckName(const Table& table, const Look& look, std::string_view key, std::vector<Finding>& findings) {

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <set>
 #include <span>
 #include <string>
@@ -65,7 +64,6 @@ class RowChecker {
 
  private:
   class Look;
-  struct Reading;
   using Names = std::map<std::pair<std::string, std::string>, std::pair<std::string, std::string>>;
 
   void CheckRow(TableFindings& told, std::string_view key, std::string_view link, const KeyPlace& place, Look& look);

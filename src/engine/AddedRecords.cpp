@@ -22,8 +22,13 @@ namespace twqb {
 
 namespace {
 
-// The end of a line comes back as one character.
-std::string NameForComparison(std::string_view name) { return FoldCase(Trim(ReplaceAll(name, kCrLf, "\n"))); }
+// The end of a line comes back as one character; how many blanks are between two words, and around them, is what each
+// makes of it.
+std::string NameForComparison(std::string_view name) {
+  auto words = Split(ReplaceAll(name, kCrLf, "\n"), ' ');
+  std::erase(words, "");
+  return FoldCase(Join(words, " "));
+}
 
 // What tells one transaction from another, of those that the request has.
 constexpr std::array<std::string_view, 11> kTelling = {"TxnDate",
@@ -143,12 +148,19 @@ std::vector<Record> UnlinkedRecordsLike(const LostAddition& lost, std::string_vi
     filters.strNameFrom = Trim(name);
     filters.strNameTo = filters.strNameFrom;
   }
-  auto found = RecordsOf(read, filters, lost.session);
-  std::erase_if(found, [&](const Record& record) {
-    return record.GetAsString() != element || !IsLike(record, request, name, isTransaction) ||
-           (!lost.isCertain && IsOlder(record, lost.session)) ||
-           IsLinked(linkedIn, IdentifierOf(record), lost.connection);
-  });
+  const auto those = [&](const ReadFilters& of) {
+    auto found = RecordsOf(read, of, lost.session);
+    std::erase_if(found, [&](const Record& record) {
+      return record.GetAsString() != element || !IsLike(record, request, name, isTransaction) ||
+             (!lost.isCertain && IsOlder(record, lost.session)) ||
+             IsLinked(linkedIn, IdentifierOf(record), lost.connection);
+    });
+    return found;
+  };
+  auto found = those(filters);
+  // A name with blanks in odd places is not what a range of names takes it for.
+  const bool isOdd = NameForComparison(name) != FoldCase(name);
+  if (found.empty() && !isTransaction && isOdd) return those({});
   return found;
 }
 

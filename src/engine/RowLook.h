@@ -28,7 +28,7 @@ struct RowAsSent {
 
 // Why a row does not go.
 enum class Stays : std::uint8_t {
-  Never,   // its table does not send such rows
+  Never,    // its table does not send such rows
   Lacking,  // what it belongs to has no link yet
   InPart,   // it goes without some of its lines
 };

@@ -133,8 +133,8 @@ struct KeyPlace {
 // What people call a row and its twin, of a list: the name that the send gives the twin is one of them. Transactions go
 // by number, date and person.
 struct Called {
-  std::span<const std::string_view> columns = {};   // of the selection: each holds a name
-  std::span<const std::string_view> person = {};    // together they are one, in this order
+  std::span<const std::string_view> columns = {};   // of the selection: its key, and what else names it
+  std::span<const std::string_view> person = {};    // names it as one, where nothing but the key does
   std::span<const std::string_view> elements = {};  // of the record
   std::span<const std::string_view> sharing = {};   // the queries whose records can't have the same name
   std::string_view number = {};                     // of request and record; nobody else has it: "AccountNumber"

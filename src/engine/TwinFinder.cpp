@@ -93,7 +93,13 @@ class TableLook final : public RowLook {
 
   void NoteRow(const ado::Recordset& row) override {
     const auto& called = table_.lostLink.called;
-    for (const auto column : called.columns) seen_.face.called.push_back(ColumnText(row, column));
+    bool isCompany = false;
+    for (const auto column : called.columns) {
+      seen_.face.called.push_back(ColumnText(row, column));
+      if (column != called.columns.front()) isCompany = isCompany || !Trim(seen_.face.called.back()).empty();
+    }
+    // A company's person is not the company.
+    if (isCompany) return;
     std::string person;
     for (const auto column : called.person) {
       const auto part = Trim(ColumnText(row, column));

@@ -173,6 +173,7 @@ constexpr std::array kReads = {QuickBooksRead{
 }};
 
 constexpr std::array<std::string_view, 2> kCalled = {"ClientID", "ClientCompany"};
+constexpr std::array<std::string_view, 2> kPerson = {"ClientFName", "ClientLName"};
 constexpr std::array<std::string_view, 2> kCustomerCalled = {"Name", "CompanyName"};
 
 }  // namespace
@@ -191,11 +192,12 @@ constinit const Table kClientsTable = {
             .activeOnly = " AND (Client.Status IS NULL OR Client.Status = 'Active') ",
         },
     .send = MoveClientsToQB,
-    .lostLink = {.row = "client",
-                 .record = "customer",
-                 .keys = {.table = "Client", .column = "ClientID", .adds = "CustomerAdd"},
-                 .called = {.columns = kCalled, .elements = kCustomerCalled, .sharing = kListsOfPeople},
-                 .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kClientsTable, kClients, lost); }},
+    .lostLink =
+        {.row = "client",
+         .record = "customer",
+         .keys = {.table = "Client", .column = "ClientID", .adds = "CustomerAdd"},
+         .called = {.columns = kCalled, .person = kPerson, .elements = kCustomerCalled, .sharing = kListsOfPeople},
+         .takeUp = [](const LostAddition& lost) { return TakeUpListLink(kClientsTable, kClients, lost); }},
     .reads = kReads,
     .get = MoveClientsToTW,
     .billingDeletion = {.rows = "Client"},

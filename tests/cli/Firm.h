@@ -13,11 +13,6 @@
 
 namespace twqb::cli {
 
-// What a send says of the accounts of the sample firm whose names are in use in QuickBooks.
-inline constexpr const char* kAccountsByName =
-    "twqb: 6 rows of accounts without a link look like records that QuickBooks has already. See \"twqb link "
-    "accounts\".\n";
-
 class Firm : public testing::Test {
  protected:
   explicit Firm(std::string country = "US");

@@ -110,6 +110,20 @@ TEST_F(Links, One_record_goes_to_one_row_and_two_that_are_exact_are_asked_for) {
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID = '" + id + "'"), "1");
 }
 
+TEST_F(Links, A_person_is_found_by_name_but_not_the_company_of_one) {
+  folder_.Done(
+      {"billing", "run", "-e",
+       "INSERT INTO Client (ClientID, ClientFName, ClientLName) VALUES ('DUNN', 'Mary', 'Dunn');"
+       "INSERT INTO Client (ClientID, ClientFName, ClientLName, ClientCompany) VALUES ('ELM', 'Paul', 'Ellis', "
+       "'Elm Street Foods')"});
+  const auto mary = Customer("Mary Dunn");
+  static_cast<void>(Customer("Paul Ellis"));
+  const auto ended = Link({"clients", "--apply", "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_EQ(LinkOf("DUNN"), mary);
+  EXPECT_THAT(LinkOf("ELM"), IsEmpty());
+}
+
 TEST_F(Links, A_second_time_there_is_nothing_to_do) {
   Client("ABBOTT", "Abbott Roofing");
   static_cast<void>(Customer("Abbott Roofing"));

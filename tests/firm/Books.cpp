@@ -50,8 +50,11 @@ std::string TextOf(const pugi::xml_node& node, const std::set<std::string>& with
     const std::string_view name = child.name();
     if (without.contains(fmt::format("{}.{}", node.name(), name))) continue;
     if (std::ranges::find(kOfTheRun, name) == std::end(kOfTheRun)) {
-      text += child.first_child().type() == pugi::node_element ? TextOf(child, without, links)
-                                                               : fmt::format("{}={};", name, child.child_value());
+      if (child.first_child().type() != pugi::node_element) {
+        text += fmt::format("{}={};", name, child.child_value());
+      } else if (const auto inside = TextOf(child, without, links); inside != fmt::format("<{}>", name)) {
+        text += inside;  // of one whose fields are all left out nothing is there
+      }
     } else if (name.ends_with("ID")) {
       id = child.child_value();
     }
