@@ -79,11 +79,6 @@ void CheckCompany(const Workplace& place) {
 }
 
 void RequireCompany(const Workplace& place) {
-  if (place.quickBooks == QuickBooksSide::Itself) {
-    throw UsageError(
-        "This command works on a company file of twqb's own, and --quickbooks names QuickBooks itself.\nLeave "
-        "--quickbooks out; --company names a company file.");
-  }
   if (!IsThere(place.company)) RefuseMissingCompany(place.company);
   CheckCompany(place);
 }

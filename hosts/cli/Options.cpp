@@ -195,6 +195,11 @@ void EnterFolder(const Options& options) {
 }
 
 void RefuseMissingCompany(const std::string& path) {
+  if (path.empty()) {
+    throw UsageError(
+        "This command works on a company file of twqb's own, and --quickbooks names QuickBooks itself.\nLeave "
+        "--quickbooks out; --company names a company file.");
+  }
   throw UsageError(fmt::format(
       "There is no company file {}.\nRun \"twqb init\" in this folder, or name a company file with --company.", path));
 }

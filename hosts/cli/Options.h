@@ -63,7 +63,7 @@ struct Options {
 // Enters the folder of -C, so that every relative path is meant from there. Raises UsageError when there is none.
 void EnterFolder(const Options& options);
 
-// Raises the UsageError of a company file that is not there.
+// Raises the UsageError of a company file that is not there; without a path, of QuickBooks itself in the place of one.
 [[noreturn]] void RefuseMissingCompany(const std::string& path);
 
 // Which QuickBooks a command works on: a company file of twqb's own in its place, or QuickBooks itself.

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -19,6 +20,10 @@ namespace twqb {
 
 namespace {
 
+struct Closer {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using Stream = std::unique_ptr<std::FILE, Closer>;
 using Pipe = std::array<int, 2>;
 
 Pipe MakePipe() {
@@ -46,6 +51,7 @@ std::vector<std::pair<std::string, std::string>> EnvironmentOf(const HostOptions
 
 struct ComHost::Parts {
   Parts(const HostOptions& given, const std::vector<std::string>& command) : options(given) {
+    std::signal(SIGPIPE, SIG_IGN);  // an order to a host that has died is told as the answer that does not come
     const auto environment = EnvironmentOf(options, notes.Path());
     std::vector<char*> argv;
     for (const auto& word : command) argv.push_back(const_cast<char*>(word.c_str()));
@@ -64,24 +70,25 @@ struct ComHost::Parts {
     }
     close(in[0]);
     close(out[1]);
-    orders = fdopen(in[1], "w");
-    answers = fdopen(out[0], "r");
+    orders.reset(fdopen(in[1], "w"));
+    answers.reset(fdopen(out[0], "r"));
   }
   ~Parts() {
-    std::fclose(orders);
-    std::fclose(answers);
+    // It ends when there are no more orders.
+    orders.reset();
+    answers.reset();
     waitpid(child, nullptr, 0);
   }
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
 
   void Tell(const std::string& line) const {
-    std::fprintf(orders, "%s\n", line.c_str());
-    std::fflush(orders);
+    std::fprintf(orders.get(), "%s\n", line.c_str());
+    std::fflush(orders.get());
   }
   [[nodiscard]] std::string Hear() const {
     std::string line;
-    for (int c = std::fgetc(answers); c != '\n'; c = std::fgetc(answers)) {
+    for (int c = std::fgetc(answers.get()); c != '\n'; c = std::fgetc(answers.get())) {
       if (c == EOF) throw std::runtime_error("the host of the other side has ended");
       if (c != '\r') line += static_cast<char>(c);
     }
@@ -91,8 +98,8 @@ struct ComHost::Parts {
   HostOptions options;
   TemporaryFolder notes;
   pid_t child = -1;
-  std::FILE* orders = nullptr;
-  std::FILE* answers = nullptr;
+  Stream orders;
+  Stream answers;
   int objects = 0;
   std::size_t taken = 0;  // of the record
 };

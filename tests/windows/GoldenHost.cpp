@@ -39,6 +39,7 @@ using twqb::EventList;
 using twqb::EventValue;
 using twqb::windows::Bstr;
 using twqb::windows::LateObject;
+using twqb::windows::Reference;
 
 using Link = _CTWQBBridge;
 using Words = std::vector<std::string>;
@@ -238,10 +239,6 @@ const std::map<std::string, Operation>& Operations() {
 
 class Host {
  public:
-  ~Host() {
-    while (!links_.empty()) Release();
-  }
-
   void Obey(Words words) {
     const auto order = words.at(0);
     words.erase(words.begin());
@@ -255,21 +252,21 @@ class Host {
 
  private:
   void Begin() {
-    Link* link = nullptr;
+    Reference<Link> link;
     Require(CoCreateInstance(CLSID_CTWQBBridge, nullptr, CLSCTX_INPROC_SERVER, IID__CTWQBBridge,
-                             reinterpret_cast<void**>(&link)));
-    links_.push_back(link);
+                             reinterpret_cast<void**>(link.Out())));
+    links_.push_back(std::move(link));
   }
   void Release() {
     if (links_.empty()) throw std::runtime_error("no object");
-    links_.back()->Release();
     links_.pop_back();
   }
   EventValue Run(const Words& words) {
+    if (links_.empty()) throw std::runtime_error("no object");
     const auto operation = Operations().find(words.at(0));
     if (operation == Operations().end()) throw std::runtime_error("no operation: " + words[0]);
     if (words.size() - 1 != operation->second.arguments) throw std::runtime_error("wrong number: " + words[0]);
-    return operation->second.run(links_.back(), {words.begin() + 1, words.end()});
+    return operation->second.run(links_.back().Get(), {words.begin() + 1, words.end()});
   }
   void Call(const Words& words) {
     const auto& recorded = words.at(0);
@@ -288,7 +285,7 @@ class Host {
     transcript_.Return(recorded, goesOn ? Run({words.begin() + 1, words.end()}) : EventValue());
   }
 
-  std::vector<Link*> links_;
+  std::vector<Reference<Link>> links_;
   std::vector<Words> first_;
   // The library's own events go to the same file.
   std::ofstream record_{twqb::FromEnvironment("TWQB_GOLDEN_NOTES") + "/record", std::ios::binary | std::ios::app};

@@ -17,7 +17,7 @@ export TWQB_COM_HOST="wine $built/tests/windows/golden_host.exe"
 parts=$(nproc)
 export GTEST_TOTAL_SHARDS=$parts
 for ((part = 0; part < parts; ++part)); do
-  GTEST_SHARD_INDEX=$part "$golden" --gtest_filter="$filter" --gtest_brief=1 >"$work/out.$part" 2>&1 &
+  GTEST_SHARD_INDEX=$part timeout 1800 "$golden" --gtest_filter="$filter" --gtest_brief=1 >"$work/out.$part" 2>&1 &
 done
 status=0
 for job in $(jobs -p); do wait "$job" || status=1; done

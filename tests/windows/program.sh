@@ -72,6 +72,9 @@ new_firm beside "$here"
 new_firm late "$here"
 run late "status" "${real[@]}"
 check "Without ADO a database of another maker can't be opened, and that is said" grep -q 'BillingDb: ' "$work/late/status.err"
+run there "send vendors" wine "$program" --quickbooks
+check "Without QuickBooks' session library a transfer fails, and that is said" \
+  grep -q -- -2147024770 "$work/there/send-vendors.jsonl"
 register_doubles "$built/tests/windows/doubles.dll"
 real_commands=("send employees" "send vendors" "send clients" "send projects" "send activities" "send expensecodes"
   "send timeentries" "send invoices --strict" "send payments" "send expenselog" "get clients" "get invoices" "get payments"
