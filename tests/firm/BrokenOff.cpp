@@ -34,7 +34,8 @@ void SendKilled(const std::string& folder, const Kill& kill) {
         faults.RunAt(kill.call, kill.timing, [] { ::kill(getpid(), SIGKILL); });
         house.Enter(faults.Decorated());
         Bridge(house).SendDataToQB(enAll);
-        return sweep::Problems{"The run came to its end."};
+        return sweep::Problems{fmt::format("The run came to its end behind {} calls: {}", faults.CallCount(),
+                                           Join(house.BoxTexts(), "\n"))};
       },
       kSeconds);
   EXPECT_EQ(end.signal, SIGKILL) << (end.problems.empty() ? "" : end.problems.front());
