@@ -82,14 +82,15 @@ struct ComHost::Parts {
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
 
-  void Tell(const std::string& line) const {
+  void Tell(const std::string& line) {
+    order = line;
     std::fprintf(orders.get(), "%s\n", line.c_str());
     std::fflush(orders.get());
   }
   [[nodiscard]] std::string Hear() const {
     std::string line;
     for (int c = std::fgetc(answers.get()); c != '\n'; c = std::fgetc(answers.get())) {
-      if (c == EOF) throw std::runtime_error("the host of the other side has ended");
+      if (c == EOF) throw std::runtime_error("the host of the other side has ended behind: " + order);
       if (c != '\r') line += static_cast<char>(c);
     }
     return line;
@@ -100,6 +101,7 @@ struct ComHost::Parts {
   pid_t child = -1;
   Stream orders;
   Stream answers;
+  std::string order;  // the last one
   int objects = 0;
   std::size_t taken = 0;  // of the record
 };

@@ -9,6 +9,8 @@ filter=${3:-Transcripts/GoldenRun.*}
 . "$(dirname "${BASH_SOURCE[0]}")/Wine.sh"
 [ ! -d /dev/shm ] || export TMPDIR=/dev/shm
 
+export WINEDEBUG=-all,err+seh  # what a host dies of
+
 register_doubles "$built/tests/windows/doubles.dll"
 check "The library of the golden runs registers itself" \
   wine regsvr32 /s "$(there "$built/tests/windows/golden/TWQBClient90.dll")"
