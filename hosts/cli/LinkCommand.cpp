@@ -259,8 +259,8 @@ CommandSyntax LinkCommand() {
               TableHelpText(AllTables::Yes) +
               "Rows without a link beside records of QuickBooks that nothing is linked to. Exact: the same name, full "
               "name or\naccount number; of transactions the same number and date, or without a number the same day, "
-              "person and amount.\nNear: the same but for capital letters, punctuation, the kind of company, the "
-              "order of words or a slip of the pen,\nor exact more than once. Without --apply nothing is "
+              "person and amount.\nNear: the same but for capital letters, punctuation, the kind of company, words "
+              "cut short, the order of words or a slip of the pen,\nor exact more than once. Without --apply nothing is "
               "changed.\n\nExamples:\n  twqb link clients\n  twqb link --apply --keep quickbooks --answers "
               "answers.txt",
           .run = [arguments](const Options& options) { return Link(options, *arguments); }};

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "adapters/sqlite/ConnectionText.h"
 #include "adapters/terminal/EndSignals.h"
 #include "cli/Attribution.h"
 #include "cli/BridgeRun.h"
@@ -45,6 +46,14 @@ class PreviewAccount final : public RunObserver {
 
 // --- The run ---------------------------------------------------------------------------------------------------------
 
+// What a preview copies has to be a file.
+void RequireFiles(const Workplace& place) {
+  if (place.quickBooks == QuickBooksSide::Embedded && sqlite::NamesEmbeddedEngine(place.billing)) return;
+  throw UsageError(
+      "A preview runs on copies of both sides, and has none of QuickBooks itself or of a database of another maker.\n"
+      "Make the transfer on a backup of them; \"twqb check\" tells beforehand what a send would refuse or cut.");
+}
+
 // The checks of a transfer, on the copies: an old company file is brought to today's format as it is looked at.
 void CheckCopies(const PreviewSeams& seams) {
   try {
@@ -84,6 +93,7 @@ Preview RunPreview(const Options& options, const TransferRequest& request, const
 Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests, const Arrange& arrange) {
   const auto place = WorkplaceOf(options);
   auto surroundings = ReadSurroundings(options);
+  RequireFiles(place);
   CheckApart(place, options);
   if (!options.settingsTable) CheckSettings(place);
   const EndSignals signals;

@@ -86,7 +86,7 @@ std::vector<PartFile> PartsOf(const Workplace& place) {
   if (const auto billing = BillingFileOf(place); !billing.empty()) {
     parts.push_back({.part = Part::Billing, .path = ResolvedPath(billing)});
   }
-  parts.push_back({.part = Part::Company, .path = ResolvedPath(place.company)});
+  if (!place.company.empty()) parts.push_back({.part = Part::Company, .path = ResolvedPath(place.company)});
   parts.push_back({.part = Part::Settings, .path = ResolvedPath(place.settings)});
   parts.push_back({.part = Part::Registry, .path = ResolvedPath(place.registry)});
   return parts;

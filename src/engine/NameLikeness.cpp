@@ -17,6 +17,23 @@ constexpr std::array<std::string_view, 29> kSuffixes = {
     "incorporated", "kg",  "lc", "limited", "llc",  "llp",     "lp",   "ltd",         "ltda", "nv",
     "oy",           "oyj", "pc", "plc",     "pllc", "pte",     "pty",  "sarl",        "srl"};
 
+// Words that people cut short, each in one way. Such as mean several words, like "st", are not here.
+struct ShortWord {
+  std::string_view brief;
+  std::string_view whole;
+};
+constexpr std::array<ShortWord, 20> kShortWords = {
+    {{"assn", "association"},   {"assoc", "associates"},    {"bldg", "building"},   {"bldgs", "buildings"},
+     {"bros", "brothers"},      {"constr", "construction"}, {"ctr", "center"},      {"dept", "department"},
+     {"dist", "district"},      {"engrg", "engineering"},   {"govt", "government"}, {"hosp", "hospital"},
+     {"intl", "international"}, {"mfg", "manufacturing"},   {"mgmt", "management"}, {"natl", "national"},
+     {"props", "properties"},   {"svc", "service"},         {"svcs", "services"},   {"univ", "university"}}};
+
+std::string Whole(const std::string& word) {
+  const auto* const found = std::ranges::find(kShortWords, word, &ShortWord::brief);
+  return found == kShortWords.end() ? word : std::string(found->whole);
+}
+
 bool IsSuffix(std::string_view word) { return std::ranges::find(kSuffixes, word) != kSuffixes.end(); }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -68,6 +85,7 @@ std::size_t SlipsOf(std::size_t length) {
 constexpr int kScoreOfCase = 99;
 constexpr int kScoreOfPunctuation = 97;
 constexpr int kScoreOfSuffix = 95;
+constexpr int kScoreOfShortWord = 93;
 constexpr int kScoreOfOrder = 92;
 constexpr int kScoreOfSlip = 88;
 constexpr int kPointsOfSlip = 8;
@@ -96,6 +114,8 @@ std::string_view NameOf(NameDifference difference) {
       return "the same name but for punctuation";
     case NameDifference::CompanySuffix:
       return "the same name but for the kind of company";
+    case NameDifference::ShortWord:
+      return "the same name but for words cut short";
     case NameDifference::WordOrder:
       return "the same words in another order";
     case NameDifference::Spelling:
@@ -113,6 +133,8 @@ ComparedName::ComparedName(std::string_view name) : text(Trim(name)), folded(Fol
   // A company that is called by nothing else.
   if (core.empty()) core = words;
   plain = Join(words, " ");
+  asWritten = Join(core, " ");
+  for (auto& word : core) word = Whole(word);
   plainCore = Join(core, " ");
   std::ranges::sort(core);
   sorted = Join(core, " ");
@@ -126,7 +148,8 @@ NameLikeness LikenessOf(const ComparedName& a, const ComparedName& b) {
   if (a.plain == b.plain || Join(a.words, "") == Join(b.words, "")) {
     return {NameDifference::Punctuation, kScoreOfPunctuation};
   }
-  if (a.plainCore == b.plainCore) return {NameDifference::CompanySuffix, kScoreOfSuffix};
+  if (a.asWritten == b.asWritten) return {NameDifference::CompanySuffix, kScoreOfSuffix};
+  if (a.plainCore == b.plainCore) return {NameDifference::ShortWord, kScoreOfShortWord};
   if (a.sorted == b.sorted) return {NameDifference::WordOrder, kScoreOfOrder};
   return Misspelled(a, b);
 }

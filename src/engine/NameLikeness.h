@@ -1,5 +1,5 @@
-// How much alike two names are: the same, or the same but for case, punctuation, what kind of company it is, the order
-// of words, or a slip of the pen.
+// How much alike two names are: the same, or the same but for case, punctuation, what kind of company it is, words cut
+// short, the order of words, or a slip of the pen.
 //
 // Pure text. Which names of a row and of a record are compared is a table's affair (Likeness in engine/Table.h).
 #pragma once
@@ -12,7 +12,16 @@
 namespace twqb {
 
 // By what two names differ at most, from the least on.
-enum class NameDifference : std::uint8_t { None, Case, Punctuation, CompanySuffix, WordOrder, Spelling, Other };
+enum class NameDifference : std::uint8_t {
+  None,
+  Case,
+  Punctuation,
+  CompanySuffix,
+  ShortWord,
+  WordOrder,
+  Spelling,
+  Other
+};
 
 // For people: "spelled otherwise".
 [[nodiscard]] std::string_view NameOf(NameDifference difference);
@@ -24,7 +33,8 @@ struct ComparedName {
   std::string text;                // without blanks around it
   std::string folded;              // without regard to case
   std::vector<std::string> words;  // of that, without punctuation
-  std::vector<std::string> core;   // the same without company suffixes, in the order of the alphabet
+  std::vector<std::string> core;   // the same without company suffixes, each whole, in the order of the alphabet
+  std::string asWritten;           // the same in its own order, cut short as it may be
   std::string plain;               // the words with a blank between
   std::string plainCore;           // the same of the core in its own order
   std::string sorted;              // and in that of the alphabet

@@ -22,6 +22,7 @@ TEST(Names, Are_the_same_to_the_letter_or_differ_by_the_least_that_tells_them_ap
   EXPECT_EQ(Between("Abbott Roofing, Inc.", "Abbott Roofing"), NameDifference::CompanySuffix);
   EXPECT_EQ(Between("Abbott Roofing L.L.C.", "Abbott Roofing Ltd"), NameDifference::CompanySuffix);
   EXPECT_EQ(Between("Weber GmbH", "Weber"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Abbott Bros. Roofing", "Abbott Brothers Roofing, Inc."), NameDifference::ShortWord);
   EXPECT_EQ(Between("Abbott, John", "John Abbott"), NameDifference::WordOrder);
   EXPECT_EQ(Between("Hartwell Farms", "Hartwel Farms"), NameDifference::Spelling);
   EXPECT_EQ(Between("Hartwell Farms", "Harwtell Farms Inc"), NameDifference::Spelling);

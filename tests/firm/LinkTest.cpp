@@ -74,7 +74,7 @@ class LinkingHouse : public FirmHouse {
     std::set<std::string> names;
     std::string own;
     for (const std::string kind : {"Employee", "Vendor", "Customer", "ItemService", "ItemOtherCharge"}) {
-      ForEachRecord(kind, "", [&](const pugi::xml_node& record) {
+      ForEachRecord(kind, "<ActiveStatus>All</ActiveStatus>", [&](const pugi::xml_node& record) {
         names.insert(record.child_value("Name"));
         if (record.child_value("ListID") == listId) own = record.child_value("Name");
       });
