@@ -144,8 +144,7 @@ std::vector<CommandSyntax> AllCommands() {
   add(DeletionCommands());
   add({DeletionsCommand()});
   add(BackupCommands());
-  add({EventsCommand(), StatusCommand(), BalancesCommand(), DiffCommand(), LinkCommand(),
-       CheckCommand()});
+  add({EventsCommand(), StatusCommand(), BalancesCommand(), DiffCommand(), LinkCommand(), CheckCommand()});
   add(LookupCommands());
   add({SettingsCommand(), CompanyCommand(), BillingCommand(), ImportCommand(), DemoCommand()});
   return all;

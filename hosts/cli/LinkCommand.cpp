@@ -244,26 +244,27 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
 
 CommandSyntax LinkCommand() {
   const auto arguments = std::make_shared<LinkArguments>();
-  return {.name = "link",
-          .text = "Find rows and records that are the same, and link them",
-          .arguments = {{.name = "TABLE", .text = "Which rows, see below (all)", .target = &arguments->table},
-                        {.name = "--apply",
-                         .text = "Write the links of exact pairs, and ask for each that is near",
-                         .target = &arguments->apply},
-                        {.name = "--keep",
-                         .text = "Which side of the new pairs counts as newer from then on: billing or quickbooks",
-                         .target = &arguments->keep,
-                         .value = "SIDE"},
-                        {.name = "--json", .text = "Print each pair as a JSON object", .target = &arguments->json}},
-          .footer =
-              TableHelpText(AllTables::Yes) +
-              "Rows without a link beside records of QuickBooks that nothing is linked to. Exact: the same name, full "
-              "name or\naccount number; of transactions the same number and date, or without a number the same day, "
-              "person and amount.\nNear: the same but for capital letters, punctuation, the kind of company, words "
-              "cut short, the order of words or a slip of the pen,\nor exact more than once. Without --apply nothing is "
-              "changed.\n\nExamples:\n  twqb link clients\n  twqb link --apply --keep quickbooks --answers "
-              "answers.txt",
-          .run = [arguments](const Options& options) { return Link(options, *arguments); }};
+  return {
+      .name = "link",
+      .text = "Find rows and records that are the same, and link them",
+      .arguments = {{.name = "TABLE", .text = "Which rows, see below (all)", .target = &arguments->table},
+                    {.name = "--apply",
+                     .text = "Write the links of exact pairs, and ask for each that is near",
+                     .target = &arguments->apply},
+                    {.name = "--keep",
+                     .text = "Which side of the new pairs counts as newer from then on: billing or quickbooks",
+                     .target = &arguments->keep,
+                     .value = "SIDE"},
+                    {.name = "--json", .text = "Print each pair as a JSON object", .target = &arguments->json}},
+      .footer =
+          TableHelpText(AllTables::Yes) +
+          "Rows without a link beside records of QuickBooks that nothing is linked to. Exact: the same name, full "
+          "name or\naccount number; of transactions the same number and date, or without a number the same day, "
+          "person and amount.\nNear: the same but for capital letters, punctuation, the kind of company, words "
+          "cut short, the order of words or a slip of the pen,\nor exact more than once. Without --apply nothing is "
+          "changed.\n\nExamples:\n  twqb link clients\n  twqb link --apply --keep quickbooks --answers "
+          "answers.txt",
+      .run = [arguments](const Options& options) { return Link(options, *arguments); }};
 }
 
 }  // namespace twqb::cli

@@ -32,8 +32,8 @@ enum class LostLinks : bool { Leave, FindAgain };
 // state of the process, so it must not be called while an object exists. `tables` are a host's own in the place of the
 // built-in ones (bridge/Tables.h), in the order of a run over all; none: the built-in ones. `observer` hears what
 // becomes of records (services/RunObserver.h) and is not owned either; nothing: nobody does. `lostLinks` says whether
-// transfers look for links that an earlier send did not get to write, and sends add so that this can be done for them; a
-// setting (GENERAL, FindLostLinks, "False") says No for all hosts.
+// transfers look for links that an earlier send did not get to write, and sends add so that this can be done for them;
+// a setting (GENERAL, FindLostLinks, "False") says No for all hosts.
 void Compose(const Platform& platform, std::span<const Table* const> tables = {}, RunObserver* observer = nullptr,
              LostLinks lostLinks = LostLinks::FindAgain);
 

@@ -1,5 +1,5 @@
-// The first month of an office that has both sides already (samples/office): the script counts for itself, and here what
-// it shows beforehand and afterwards.
+// The first month of an office that has both sides already (samples/office): the script counts for itself, and here
+// what it shows beforehand and afterwards.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
