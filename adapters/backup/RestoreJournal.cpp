@@ -26,7 +26,7 @@ void Remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) RaiseForFile(path, "removed");
 }
 
-void CarryOut(const RestoreStep& step) {
+void CarryOut(BackupFolder& folder, const RestoreStep& step) {
   if (!step.isThere) {
     Remove(step.target);
     SynchroniseFolderOf(step.target);
@@ -36,7 +36,9 @@ void CarryOut(const RestoreStep& step) {
   const auto staged = StagedName(step.target);
   if (!fs::exists(staged, failure)) {
     if (failure) RaiseForFile(staged, "read", failure.value());
-    return;  // it is in place
+    const auto now = folder.Look({.part = step.part, .path = step.target});
+    if (now.isThere && now.content == step.content) return;  // it is in place
+    folder.WriteTo({.part = step.part, .path = step.target, .content = step.content}, staged);
   }
   if (IsDatabase(step.part)) {
     RequireReplaceable(step.target);
@@ -71,9 +73,11 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
     const auto json = nlohmann::json::parse(text);
     RestoreJournal journal{.set = json.at("set").get<std::string>(), .isUndo = json.at("undo").get<bool>()};
     for (const auto& step : json.at("steps")) {
-      journal.steps.push_back({.part = PartFrom(step.at("part").get<std::string>()).value(),
-                               .target = step.at("target").get<std::string>(),
-                               .isThere = step.at("there").get<bool>()});
+      journal.steps.push_back(
+          {.part = PartFrom(step.at("part").get<std::string>()).value(),
+           .target = step.at("target").get<std::string>(),
+           .isThere = step.at("there").get<bool>(),
+           .content = {.size = step.at("size").get<std::uint64_t>(), .pieces = step.at("pieces").get<std::string>()}});
     }
     return journal;
   } catch (const std::exception& failure) {
@@ -84,7 +88,11 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
 void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
   auto steps = nlohmann::ordered_json::array();
   for (const auto& step : journal.steps) {
-    steps.push_back({{"part", NameOf(step.part)}, {"target", step.target}, {"there", step.isThere}});
+    steps.push_back({{"part", NameOf(step.part)},
+                     {"target", step.target},
+                     {"there", step.isThere},
+                     {"size", step.content.size},
+                     {"pieces", step.content.pieces}});
   }
   const nlohmann::ordered_json json = {{"set", journal.set}, {"undo", journal.isUndo}, {"steps", std::move(steps)}};
   const auto path = JournalPath(folder);
@@ -92,8 +100,9 @@ void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
 }
 
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
-  for (const auto& step : journal.steps) CarryOut(step);
-  if (journal.isUndo) BackupFolder(folder).MarkUndone(journal.set);
+  BackupFolder backups(folder);
+  for (const auto& step : journal.steps) CarryOut(backups, step);
+  if (journal.isUndo) backups.MarkUndone(journal.set);
   const auto path = JournalPath(folder);
   Remove(path);
   SynchroniseFolderOf(path);

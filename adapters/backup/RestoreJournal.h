@@ -23,8 +23,9 @@ void RequireReplaceable(const std::string& database);
 
 struct RestoreStep {
   Part part = Part::Billing;
-  std::string target;   // full
-  bool isThere = true;  // it is to be; otherwise it goes
+  std::string target;    // full
+  bool isThere = true;   // it is to be; otherwise it goes
+  Content content = {};  // what is to stand there, for a new file that somebody has removed
 };
 
 struct RestoreJournal {

@@ -22,7 +22,7 @@ bool HasJournal(const std::string& path) {
   return fs::exists(path + "-journal", ignored);
 }
 
-enum class Found : std::uint8_t { Database, NoDatabase, Unknown };
+enum class Found : std::uint8_t { Database, NoDatabase, Unknown, Busy };
 
 // Reads the file and closes it again: the engine takes up what a dead process has left. By a handle of the engine, as
 // every reading of a file that others of this process may have open.
@@ -38,7 +38,7 @@ Found PutInOrder(const std::string& path) {
     // Of what is damaged beyond reading there is nothing to be kept.
     found = code == SQLITE_NOTADB || code == SQLITE_CORRUPT ? Found::NoDatabase : Found::Unknown;
   } else if (!Run(handle.get(), "BEGIN IMMEDIATE; ROLLBACK")) {
-    found = Found::Unknown;  // somebody is just writing
+    found = Found::Busy;  // somebody is just writing
   }
   CloseInOrder(handle.release());
   return found;
@@ -50,10 +50,14 @@ bool MakeReplaceable(const std::string& path) {
   std::error_code failed;
   // Behind a link stands another file, with its own beside it; here is none.
   const bool isFile = fs::is_regular_file(fs::symlink_status(path, failed));
-  if (isFile && (HasLog(path) || HasJournal(path))) {
+  // One that keeps its journal in memory writes beside nothing.
+  if (isFile) {
+    const bool hasMore = HasLog(path) || HasJournal(path);
     const auto found = PutInOrder(path);
     // A journal that is there still has served: some programs leave it so.
-    if (found == Found::Unknown || (found == Found::Database && HasLog(path))) return false;
+    if (found == Found::Busy || (found == Found::Unknown && hasMore) || (found == Found::Database && HasLog(path))) {
+      return false;
+    }
   }
   for (const auto* suffix : {"-journal", "-wal", "-shm"}) {
     fs::remove(path + suffix, failed);

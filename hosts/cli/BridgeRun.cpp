@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <filesystem>
 #include <optional>
 
 #include "adapters/backup/RestoreJournal.h"
@@ -23,7 +24,12 @@ void RemoveWhatKillsLeft(const Workplace& place) {
   RemoveAbandonedReplacements(place.settings);
   if (!place.company.empty()) RemoveAbandonedReplacements(place.company + kBackup);
   if (const auto billing = BillingFileOf(place); !billing.empty()) RemoveAbandonedReplacements(billing + kBackup);
-  for (const auto& part : PartsOf(place)) backup::RemoveStaged(part.path);
+  // What is laid ready for a restore is removed where the restore is made from; it may be another folder's.
+  std::error_code failure;
+  const auto here = std::filesystem::current_path(failure);
+  for (const auto& part : PartsOf(place)) {
+    if (!failure && std::filesystem::path(part.path).parent_path() == here) backup::RemoveStaged(part.path);
+  }
 }
 
 // What the run leaves is noted on every way out of it.

@@ -17,6 +17,7 @@
 #include "cli/TextTable.h"
 #include "cli/TwinNames.h"
 #include "platform/Text.h"
+#include "platform/desk.h"
 #include "quickbooks/Session.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
@@ -142,7 +143,14 @@ ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments
       all.push_back({.twin = twin, .done = arguments.list ? "" : std::string(settling.Settle(twin))});
     }
   };
-  const bool recorded = RunComposed(labelled, arguments.list ? Sides::Read : Sides::Written, work);
+  bool recorded = true;
+  try {
+    recorded = RunComposed(labelled, arguments.list ? Sides::Read : Sides::Written, work);
+  } catch (const DeskGaveUp&) {
+    PrintSettled(all, arguments.json);
+    FlushOutput();
+    throw;
+  }
   PrintSettled(all, arguments.json);
   FlushOutput();
   if (!recorded) RefuseTranscript(options);

@@ -125,7 +125,7 @@ std::vector<LostTwins::Row> LostTwins::RowsOf(ado::Connection& connection, const
 std::set<std::string> LostTwins::KeysOf(ado::Connection& connection, const Table& table) {
   std::set<std::string> keys;
   const auto found = connection.Execute(Sql("SELECT * FROM {}", table.rows.table), nullptr);
-  for (; !found->Eof(); found->MoveNext()) keys.insert(ToText(found->FieldAt(0)));
+  for (; !found->Eof(); found->MoveNext()) keys.insert(FoldCase(ToText(found->FieldAt(0))));
   return keys;
 }
 
@@ -140,11 +140,10 @@ void LostTwins::Read(const Table& table) {
   }
 }
 
-// A row of hours or costs may be linked to what another table brings.
-void LostTwins::ReadTransactions() {
-  if (std::exchange(hasTransactions_, true)) return;
-  for (const auto* table : Tables()) {
-    if (IsOfTransactions(*table)) Read(*table);
+// A row may be linked to what another table brings: hours to a bill, an employee who has become a vendor.
+void LostTwins::ReadOthers(const Table& table) {
+  for (const auto* other : Tables()) {
+    if (!other->reads.empty() && IsOfTransactions(*other) == IsOfTransactions(table)) Read(*other);
   }
 }
 
@@ -176,7 +175,8 @@ void LostTwins::ReadSets(const std::vector<const Table*>& tables) {
       for (const auto* table : tables) {
         for (const auto& row : RowsOfSet(*connection, *table)) {
           const LostTwin twin{.gone = Gone::Row, .table = table, .id = row.id, .name = row.name, .set = set.name};
-          if (rowsOfSets_[table].emplace(row.id, twin).second) keysOfSets_.emplace(row.id, row.key);
+          if (rowsOfSets_[table].emplace(row.id, twin).second)
+            keysOfSets_.emplace(std::pair(table, row.id), FoldCase(row.key));
         }
       }
     }
@@ -195,11 +195,8 @@ std::vector<LostTwin> LostTwins::Find(const std::vector<const Table*>& tables) {
   std::vector<LostTwin> twins;
   for (const auto* table : tables) {
     if (table->reads.empty()) continue;
-    Read(*table);
-    const bool isOfTransactions = IsOfTransactions(*table);
-    if (isOfTransactions) ReadTransactions();
+    ReadOthers(*table);
     const auto isThere = [&](const std::string& id) {
-      if (!isOfTransactions) return records_[table].contains(id);
       return lines_.contains(id) ||
              std::ranges::any_of(records_, [&](const auto& entry) { return entry.second.contains(id); });
     };
@@ -210,7 +207,9 @@ std::vector<LostTwin> LostTwins::Find(const std::vector<const Table*>& tables) {
     const auto keys = KeysOf(*connection, *table);
     for (const auto& [id, twin] : rowsOfSets_[table]) {
       const auto record = records_[table].find(id);
-      if (record == records_[table].end() || linked.contains(id) || keys.contains(keysOfSets_[id])) continue;
+      if (record == records_[table].end() || linked.contains(id) || keys.contains(keysOfSets_[{table, id}])) {
+        continue;
+      }
       twins.push_back(twin);
       twins.back().record = record->second;
     }

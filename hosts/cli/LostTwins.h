@@ -49,16 +49,15 @@ class LostTwins {
   [[nodiscard]] static std::vector<Row> RowsOfSet(ado::Connection& connection, const Table& table);
   [[nodiscard]] static std::set<std::string> KeysOf(ado::Connection& connection, const Table& table);
   void Read(const Table& table);
-  void ReadTransactions();
+  void ReadOthers(const Table& table);
   void ReadSets(const std::vector<const Table*>& tables);
 
   Composition& composition_;
   const backup::BackupFolder& backups_;
   std::map<const Table*, Records> records_;
-  std::set<std::string> lines_;  // of transactions
-  bool hasTransactions_ = false;
+  std::set<std::string> lines_;                                         // of transactions
   std::map<const Table*, std::map<std::string, LostTwin>> rowsOfSets_;  // by identifier, as the newest set knows them
-  std::map<std::string, std::string> keysOfSets_;
+  std::map<std::pair<const Table*, std::string>, std::string> keysOfSets_;  // folded, by table and identifier
 };
 
 }  // namespace twqb::cli

@@ -162,7 +162,7 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   RequireAlone();
   backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo};
   for (const auto& file : files_) {
-    journal.steps.push_back({.part = file.part, .target = file.path, .isThere = file.isThere});
+    journal.steps.push_back({.part = file.part, .target = file.path, .isThere = file.isThere, .content = file.content});
   }
   try {
     backup::BeginRestore(place_.folder, journal);

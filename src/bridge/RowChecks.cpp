@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "bridge/Tables.h"
 #include "engine/AddedRecords.h"
 #include "engine/Mapping.h"
 #include "engine/QuietLook.h"
@@ -134,6 +135,23 @@ class RowChecker::Look final : public RowLook {
   messages::Form form_;
 };
 
+namespace {
+
+// A query of a list, for all of it: QuickBooks leaves out what is inactive unless it is told.
+void AppendQueryOfAll(MsgSetRequest& set, std::string_view query) {
+  constexpr int kAllRecords = 2;  // of the query's ActiveStatus
+  const auto request = set.Append(query);
+  for (const auto* table : Tables()) {
+    for (const auto& read : table->reads) {
+      if (read.transaction || std::ranges::find(read.requests, query) == read.requests.end()) continue;
+      request[read.choice]["ListFilter"]["ActiveStatus"].SetValue(kAllRecords);
+      return;
+    }
+  }
+}
+
+}  // namespace
+
 RowChecker::RowChecker(QBSessionManager& session) : session_(session) {}
 RowChecker::~RowChecker() = default;
 
@@ -141,7 +159,7 @@ const std::set<std::string>& RowChecker::Known(std::string_view query) {
   const auto [at, isNew] = known_.try_emplace(std::string(query));
   if (!isNew) return at->second;
   auto set = RequireMsgSetRequest(session_);
-  static_cast<void>(set.Append(query));
+  AppendQueryOfAll(set, query);
   const auto answer = session_.DoRequests(set);
   if (!IsCarriedOut(answer.GetAt(0))) return at->second;
   for (const auto& record : answer.GetAt(0).Details()) {
@@ -160,7 +178,7 @@ RowChecker::Names& RowChecker::NamesOf(std::span<const std::string_view> queries
     // Not every edition has every list.
     IgnoreErrors([&] {
       auto set = RequireMsgSetRequest(session_);
-      static_cast<void>(set.Append(query));
+      AppendQueryOfAll(set, query);
       const auto answer = session_.DoRequests(set);
       for (const auto& record : answer.GetAt(0).Details()) {
         names.try_emplace({TextAt(record, kParent).value_or(""), Folded(TextAt(record, kNameField).value_or(""))},

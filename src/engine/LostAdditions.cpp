@@ -218,7 +218,7 @@ bool TakeUp(const Table& table, const Added& added, QBSessionManager& session) {
   }
   auto& recovery = session.Recovery();
   const bool isLinked = taken.end == TakenUp::End::Linked || taken.end == TakenUp::End::KnewIt;
-  if (isLinked) recovery.Release(added.row);
+  if (taken.end != TakenUp::End::Open) recovery.Release(added.row);
   // One that knew it goes like any other: it may have been changed since.
   if (taken.end == TakenUp::End::Linked) recovery.NoteTakenUp(added.row);
   if (taken.end == TakenUp::End::NotAdded) {
@@ -247,11 +247,23 @@ bool TakeUpOutcome(const MsgSetResponse& outcome, std::string_view row, const Fi
   return false;
 }
 
+bool IsOfAnother(const MsgSetResponse& outcome, std::string_view row) {
+  const auto added = AddedBy(outcome);
+  return added && ReadName(added->row).table >= 0 && added->row != row;
+}
+
 // The addition that is open in this session. Whether its record is in QuickBooks, and its row knows.
 bool SettleOpen(QBSessionManager& session) {
   auto& recovery = session.Recovery();
   const auto open = recovery.Open();
   const auto outcome = recovery.AskAgain(session);
+  if (outcome.answer && IsOfAnother(*outcome.answer, open.row)) {
+    // Another process has sent under the same identifier. What it left is the next transfer's to settle.
+    recovery.Hold(open.row);
+    recovery.Settle();
+    recovery.Leave();
+    return false;
+  }
   if (outcome.answer) {
     return TakeUpOutcome(
         *outcome.answer, open.row, [&](std::int32_t /*number*/) { return open.table; }, session);
@@ -320,13 +332,32 @@ void TakeUpWhatWasLeft(QBSessionManager& session, const FindTableRoutine& findTa
   auto& recovery = session.Recovery();
   recovery.ForgetTakenUp();
   // One that this session could not settle, and of which QuickBooks may have no outcome that tells.
-  if (recovery.IsOn() && recovery.IsOpen()) (void)SettleOpen(session);
-  // Two are of two processes that sent at the same time.
-  for (const auto& stored : recovery.Ask(session)) {
+  std::string told;  // the row that stays open
+  if (recovery.IsOn() && recovery.IsOpen()) {
+    const auto row = recovery.Open().row;
+    (void)SettleOpen(session);
+    if (recovery.IsHeld(row)) told = row;
     recovery.Drop(session);
-    recovery.TakeInHand(stored.slot);
-    (void)TakeUpOutcome(stored.answer, stored.row, findTable, session);
   }
+  // Two are of two processes that sent at the same time. One whose row has a rest is kept for it, whichever it is.
+  const auto kept = recovery.Ask(session);
+  std::optional<std::size_t> withRest;
+  for (const auto& stored : kept) {
+    recovery.TakeInHand(stored.slot);
+    if (!told.empty() && !IsOfAnother(stored.answer, told)) {
+      recovery.Leave();
+      continue;
+    }
+    (void)TakeUpOutcome(stored.answer, stored.row, findTable, session);
+    if (recovery.RestFollows() && !withRest) {
+      withRest = stored.slot;
+    } else if (withRest || &stored != &kept.back()) {
+      recovery.Drop(session);
+    }
+  }
+  if (!withRest) return;
+  recovery.TakeInHand(*withRest);
+  recovery.Settle(RestOfRow::Follows);
 }
 
 void SettleOpenAddition(QBSessionManager& session) {

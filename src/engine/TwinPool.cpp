@@ -157,7 +157,12 @@ Likeness TwinPool::OfList(const RowFace& row, const std::vector<ComparedName>& n
   compare(entry.fullNames);
   if (called_.number.empty() || entry.number.empty()) return best;
   const auto number = FoldCase(Trim(row.At(called_.number)));
-  if (number == entry.number) return {.score = 100, .isExact = true, .isByName = true, .how = "the same number"};
+  if (number == entry.number) {
+    // A number that two use for something else says little by itself.
+    constexpr int kScoreOfNumberAlone = 85;
+    if (best.score > 0) return {.score = 100, .isExact = true, .isByName = true, .how = "the same number"};
+    return {.score = kScoreOfNumberAlone, .isByName = true, .how = "the same number, under another name"};
+  }
   if (!number.empty() && best.isExact) {
     constexpr int kOfOtherNumber = 90;
     return {.score = kOfOtherNumber, .how = "the same name, another number"};

@@ -57,6 +57,7 @@ KeptOutcome Recovery::StatusOf(QBSessionManager& session, std::size_t slot, MsgS
 }
 
 void Recovery::Remove(QBSessionManager& session, std::size_t slot) {
+  rows_[slot].clear();
   static_cast<void>(session.DoRequests(RequireMsgSetRequest(session), {.newId = {}, .oldId = ids_[slot]}));
 }
 
@@ -77,11 +78,16 @@ std::vector<StoredOutcome> Recovery::Ask(QBSessionManager& session) {
       return stored;
     }
     auto outcome = StatusOf(session, slot, session.Read(std::move(text)));
-    if (outcome.answer) stored.push_back({.slot = slot, .row = rows_[slot], .answer = std::move(*outcome.answer)});
+    if (outcome.answer) {
+      stored.push_back({.slot = slot, .row = rows_[slot], .answer = std::move(*outcome.answer)});
+    } else {
+      rows_[slot].clear();
+    }
   }
   state_ = State::On;
   kept_ = false;
   keptBefore_ = false;
+  restFollowed_ = false;
   Settle();
   return stored;
 }
@@ -113,6 +119,7 @@ MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& se
         fmt::format("QuickBooks does not take the identifier {} of a message set (code {}): links that get lost "
                     "in this transfer are not found again.",
                     ids.newId, code));
+    rows_[last_].clear();
     kept_ = false;
     isOpen_ = false;
     Leave();
@@ -125,11 +132,15 @@ MsgSetResponse Recovery::Send(QBSessionManager& session, const MsgSetRequest& se
                                                    code));
   }
   next_ = Other(next_);
+  rows_[next_].clear();
   return answer;
 }
 
 KeptOutcome Recovery::AskAgain(QBSessionManager& session) {
-  auto stored = StatusOf(session, last_, session.DoDocument(StatusDocument(session, last_)));
+  auto answer = session.DoDocument(StatusDocument(session, last_));
+  // Ahead of all that can fail now: it is not told a second time.
+  mayHaveRun_ = mayHaveRun_ || (!HasAnswers(answer) && CodeOf(answer) != kNotKnown);
+  auto stored = StatusOf(session, last_, std::move(answer));
   kept_ = stored.answer.has_value();
   next_ = kept_ ? Other(last_) : last_;
   if (!kept_ && std::exchange(keptBefore_, false)) {

@@ -104,12 +104,13 @@ RequestField BillInHand::LineAt(std::size_t place) const {
   return request_["ORItemLineAddList"].GetAt(place)["ItemLineAdd"];
 }
 
+bool HasText(const RequestField& line) { return line["Desc"].IsSet() && !Trim(line["Desc"].GetValue()).empty(); }
+
 bool IsSameLine(const Record& line, const RequestField& request) {
   constexpr std::array<std::string_view, 4> kPaths = {"ItemRef.ListID", "Quantity", "Amount", "CustomerRef.ListID"};
   constexpr std::array<std::string_view, 1> kText = {"Desc"};
   // A line without a text gets that of its item.
-  const bool hasText = request["Desc"].IsSet() && !Trim(request["Desc"].GetValue()).empty();
-  return SaysTheSame(line, request, kPaths) && (!hasText || SaysTheSame(line, request, kText));
+  return SaysTheSame(line, request, kPaths) && (!HasText(request) || SaysTheSame(line, request, kText));
 }
 
 bool HasLinesOf(const Record& record, const BillInHand& bill) {

@@ -70,6 +70,8 @@ class BillInHand {
 // The key of a row out of QuotedKeys.
 [[nodiscard]] std::string Unquoted(const Sql& key);
 
+// Whether a line of a request has a text of its own.
+[[nodiscard]] bool HasText(const RequestField& line);
 // Whether a line of QuickBooks says what one of a request says; and all lines of a bill what those in hand say.
 [[nodiscard]] bool IsSameLine(const Record& line, const RequestField& request);
 [[nodiscard]] bool HasLinesOf(const Record& record, const BillInHand& bill);

@@ -249,14 +249,19 @@ class BillOfRows {
     return !taken_.empty() && taken_.front()->key == lost_.key;
   }
 
-  // Whether the row that the bill is named by knows a line of it. Those that do have gone.
+  // Whether each line of the bill is known to a row, and one to the row that the bill is named by. Those have gone
+  // then.
   [[nodiscard]] bool KnowLinesOf(const Record& bill) const {
     const auto lines = LinesOfBill(bill);
-    bool named = false;
-    for (const auto& row : rows_) {
-      if (std::ranges::find(lines, row.link) == lines.end()) continue;
-      NoteTakenUp(kExpenseLogTable, row.key, lost_.session);
-      named = named || row.key == lost_.key;
+    std::vector<const Row*> known;
+    for (const auto& line : lines) {
+      const auto row = std::ranges::find(rows_, line, &Row::link);
+      if (row == rows_.end()) return false;
+      known.push_back(&*row);
+    }
+    const bool named = std::ranges::find(known, lost_.key, &Row::key) != known.end();
+    for (const auto* row : known) {
+      if (named) NoteTakenUp(kExpenseLogTable, row->key, lost_.session);
     }
     return named;
   }
@@ -297,19 +302,21 @@ class BillOfRows {
   };
 
   // The row of the next line: the one that has its link already, or the one that the bill is named by, or the first
-  // that nothing is known of.
+  // that nothing is known of. One without a text comes behind all that have the line's.
   [[nodiscard]] const Row* RowOf(const Record& line, std::span<const std::string> lines,
                                  std::span<const Row* const> used) const {
     const auto& link = lines[taken_.size()];
     const Row* found = nullptr;
+    const Row* withoutText = nullptr;
     for (const auto& row : rows_) {
       const bool isOfAnother = !row.link.empty() && row.link != link;
       if (isOfAnother || row.bill.LineCount() == 0 || std::ranges::find(used, &row) != used.end()) continue;
       if (!IsSameLine(line, row.bill.LineAt(0))) continue;
       if (row.link == link || (taken_.empty() && row.key == lost_.key)) return &row;
-      if (found == nullptr) found = &row;
+      auto& first = HasText(row.bill.LineAt(0)) ? found : withoutText;
+      if (first == nullptr) first = &row;
     }
-    return found;
+    return found != nullptr ? found : withoutText;
   }
 
   const LostAddition& lost_;

@@ -148,17 +148,23 @@ TakenUp TakeUpTransactionLink(const Table& table, const TxnTable& txn, const Los
     lost.look->NoteStays(Stays::Never, {});
   }
   const auto links = LinksOf(txn.send, *row);
-  if (links.size() < txn.send.links.size()) {
+  const bool isLacking = links.size() < txn.send.links.size();
+  if (isLacking && lost.look != nullptr) {
     const auto column = txn.send.links[links.size()].column;
-    if (lost.look != nullptr) lost.look->NoteStays(Stays::Lacking, WhyUnlinked(column, ColumnText(*row, column)));
-    return {.why = "what it belongs to has no link any more"};
+    lost.look->NoteStays(Stays::Lacking, WhyUnlinked(column, ColumnText(*row, column)));
+    return {.end = TakenUp::End::NotAdded};
   }
   SendRecord record;
   record.key = lost.key;
   record.linkId = ColumnText(*row, "QBLinkID");
   record.lastUpdatedIsNull = IsNull(row->Field("LastUpdated"));
   return TakeUpTxnLink(lost, PlaceOf(txn, record.key), record, txn.send.addRequest, table.reads.front(),
-                       [&](const RequestField& request) { static_cast<void>(txn.send.fill(request, *row, links)); });
+                       [&](const RequestField& request) {
+                         // Without them it can't be looked for; an outcome that tells the record does without.
+                         if (isLacking)
+                           throw PlatformError(error::kObjectNothing, "what it belongs to has no link now");
+                         static_cast<void>(txn.send.fill(request, *row, links));
+                       });
 }
 
 void SetLinks(const RequestField& request, std::span<const TxnLink> links, std::span<const std::string> identifiers) {

@@ -116,6 +116,7 @@ bool IsKnownByLines(const Record& record, const BillInHand& bill) {
 
 // Whether a row of the bill knows a line of the record, and none is without a link.
 bool KnowsLines(const BillInHand& bill, const Record& record) {
+  if (!bill.HasLines()) return false;
   const auto lines = LinesOfBill(record);
   bool knowsOne = false;
   for (const auto& table : kLineTables) {
@@ -260,9 +261,11 @@ TakenUp TakeUpVendorBillLinks(const LostAddition& lost) {
   if (!isOurs) return added.taken;
   // The lines go behind the bill, so that they can be missing alone; and an outcome may tell the bill without them.
   const auto record = RecordOf(read, added.taken.identifier, lost.session);
-  if (record.IsNothing() || !HasLinesOf(record, bill)) {
+  // Deleted since.
+  if (record.IsNothing()) return {.end = TakenUp::End::NotAdded};
+  if (!HasLinesOf(record, bill)) {
     // One whose rows were all written was changed since, on this side or on the other.
-    if (added.taken.end == TakenUp::End::KnewIt && (record.IsNothing() || KnowsLines(bill, record))) return added.taken;
+    if (added.taken.end == TakenUp::End::KnewIt && KnowsLines(bill, record)) return added.taken;
     return {.why = "the lines of " + added.taken.identifier + " are not what its rows say now"};
   }
   WriteLinks(bill, lost.key, {.txnId = added.taken.identifier, .lines = LinesOfBill(record)}, lost.connection);

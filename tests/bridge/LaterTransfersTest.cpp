@@ -137,11 +137,12 @@ TEST_P(LaterTransfers, An_outcome_whose_record_can_not_be_read_is_looked_for_in_
     auto answer = sendOn(document);
     if (document.find("MessageSetID") == std::string::npos) return answer;
     if (const auto at = answer.find("<TimeTrackingRet>"); at != std::string::npos) {
-      answer.insert(at + std::size("<TimeTrackingRet>") - 1, "<OfALaterVersion>1</OfALaterVersion>");
+      answer.insert(at, "<OfALaterVersion>1</OfALaterVersion>");
     }
     return answer;
   };
   EXPECT_TRUE(second.Send(enTimeEntries));
+  EXPECT_FALSE(second.DocumentsWith("<TimeTrackingQueryRq").empty());
   ExpectEntryFound(second);
 }
 
@@ -207,6 +208,45 @@ TEST_P(WrittenBills, That_were_deleted_in_QuickBooks_since_hold_nothing_up) {
                              *LostLinksFirm::AllOf(second, "Bill", "TxnID").begin()));
   static_cast<void>(second.Send(enVendors));
   ExpectTheNextIsProtected(second);
+}
+
+TEST(BillsInPart, Whose_other_rows_lost_their_links_are_held_though_one_that_has_its_own_was_changed_since) {
+  LostLinksFirm firm("lenient");
+  {
+    Process first(firm.Folder());
+    for (const auto* key : {"train", "taxi"}) LostLinksFirm::AddExpense(first, key);
+    first.wire.answers = [&](const std::string& document, const SendOn& sendOn) -> std::optional<std::string> {
+      auto answer = sendOn(document);
+      const bool adds = document.find("<BillAddRq") != std::string::npos;
+      if (adds) first.wire.failing = kForGood;
+      return answer;
+    };
+    static_cast<void>(first.SendNamed(enExpenseLog, "'train','taxi'"));
+    first.Sql("UPDATE ExpenseLog SET QBLinkID = NULL WHERE ELID = 'taxi'");
+    first.Sql("UPDATE ExpenseLog SET ELCost = 25 WHERE ELID = 'train'");
+  }
+  Process second(firm.Folder(), {.now = kLater});
+  static_cast<void>(second.SendNamed(enExpenseLog, "'train','taxi'"));
+  EXPECT_EQ(second.told.open.size(), 1U);
+  EXPECT_EQ(second.Scalar("SELECT QBLinkID FROM ExpenseLog WHERE ELID = 'taxi'"), "NULL");
+}
+
+TEST(BillsInPart, A_row_without_a_text_does_not_take_the_line_of_one_that_has_it) {
+  LostLinksFirm firm("lenient");
+  {
+    Process first(firm.Folder());
+    // Ahead in the table, and not in the bill.
+    LostLinksFirm::AddExpense(first, "nameless");
+    first.Sql("UPDATE ExpenseLog SET ELDescription = NULL");
+    for (const auto* key : {"train", "taxi"}) LostLinksFirm::AddExpense(first, key);
+    first.wire.breaks = {.at = "<BillAddRq", .alsoFailing = kForGood};
+    static_cast<void>(first.SendNamed(enExpenseLog, "'train','taxi'"));
+  }
+  Process second(firm.Folder(), {.now = kLater});
+  EXPECT_TRUE(second.Send(enVendors));
+  EXPECT_EQ(second.told.found.size(), 1U);
+  EXPECT_EQ(second.Scalar("SELECT QBLinkID FROM ExpenseLog WHERE ELID = 'nameless'"), "NULL");
+  EXPECT_NE(second.Scalar("SELECT QBLinkID FROM ExpenseLog WHERE ELID = 'taxi'"), "NULL");
 }
 
 }  // namespace
