@@ -112,6 +112,14 @@ TEST_F(Checks, Find_names_that_another_list_of_the_same_names_has) {
   EXPECT_THAT(Check("vendors"), HasSubstr("vendors: 1 row looked at, nothing found"));
 }
 
+TEST_F(Checks, Find_names_that_inactive_records_have) {
+  Company(
+      "<CustomerAddRq><CustomerAdd><Name>Abbott Roofing (ABBOTT)</Name><IsActive>false</IsActive></CustomerAdd>"
+      "</CustomerAddRq>");
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott Roofing')");
+  EXPECT_THAT(Check("clients"), HasSubstr("QuickBooks has a record of the name \"Abbott Roofing (ABBOTT)\" already"));
+}
+
 TEST_F(Checks, Find_accounts_that_QuickBooks_lacks) {
   Sql("INSERT INTO Activity (ActivityID, ActivityCode, QBAccountID1, QBAccountID2) VALUES ('GEN:', 'GEN', '', "
       "'NOWHERE-1')");

@@ -58,6 +58,28 @@ TEST_F(Deletions, None_are_found_in_the_sample_firm_that_went_both_ways) {
   EXPECT_EQ(sample.Done({"deletions", "--list", "--json"}), "");
 }
 
+TEST_F(Deletions, A_row_whose_record_stands_in_another_list_by_now_is_not_told) {
+  Sql("INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub) VALUES ('LEE', 'Ann', 'Lee', 0)");
+  folder_.Done({"send", "employees", "--answers", "yes.txt"});
+  Sql("UPDATE Employee SET IsSub = -1");
+  EXPECT_THAT(Listed("vendors"), IsEmpty());
+}
+
+TEST_F(Deletions, A_row_whose_key_was_written_anew_is_not_told_as_gone) {
+  folder_.Done({"send", "clients", "--answers", "yes.txt"});
+  Sql("UPDATE Client SET ClientID = 'acme', QBLinkID = NULL WHERE ClientID = 'ACME'");
+  EXPECT_THAT(Listed("clients"), IsEmpty());
+}
+
+TEST_F(Deletions, What_was_done_ahead_of_a_question_without_an_answer_is_told) {
+  for (const auto* client : {"ACME", "BOLT"}) DeleteInQuickBooks(client);
+  folder_.Write("one.txt", "yes\n");
+  const auto ended =
+      folder_.Twqb({"deletions", "--json", "--answers", "one.txt"}, {.unanswered = Unanswered::Expected});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_THAT(ended.out, HasSubstr("\"deleted\""));
+}
+
 TEST_F(Deletions, Rows_without_their_record_are_deleted_unlinked_or_left) {
   for (const auto* client : {"ACME", "BOLT", "CORK"}) DeleteInQuickBooks(client);
   const auto bolt = LinkOf("BOLT");
