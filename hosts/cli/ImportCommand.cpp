@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,9 +16,11 @@
 #include "cli/Import.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
+#include "cli/RunBackup.h"
 #include "cli/Screen.h"
 #include "cli/TableArgument.h"
 #include "cli/TextFile.h"
+#include "cli/TransferLock.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::cli {
@@ -158,11 +161,19 @@ ExitStatus Import(const Options& options, const ImportArguments& arguments) {
   if (const auto missing = MissingTables(place, BillingTablesOf(table.number)); !missing.empty()) {
     throw UsageError(MissingText(missing));
   }
-  BillingDb billing(options);
-  const auto plan = PlanImport(billing.Connection(), table, records, map);
+  std::optional<TransferLock> held;
+  if (arguments.apply) held.emplace(place, options);
+  auto billing = std::make_optional<BillingDb>(options);
+  const auto plan = PlanImport(billing->Connection(), table, records, map);
   auto fate = plan.refusedRows > 0 ? Fate::Refused : Fate::WouldBeAdded;
   if (fate == Fate::WouldBeAdded && arguments.apply) {
-    if (!Added(billing.Connection(), table, plan)) return ExitStatus::Failed;
+    auto labelled = options;
+    labelled.label = "import " + arguments.table;
+    RunBackup backup(place, labelled);
+    const bool added = Added(billing->Connection(), table, plan);
+    billing.reset();
+    backup.NoteEnd();
+    if (!added) return ExitStatus::Failed;
     fate = Fate::Added;
   }
   if (arguments.json) {

@@ -212,6 +212,15 @@ TEST_F(Import, Adds_the_rows_as_the_next_send_takes_them) {
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
 }
 
+TEST_F(Import, Is_taken_back_by_undo) {
+  static_cast<void>(Run("clients", kClients));
+  EXPECT_EQ(folder_.Done({"backup", "--list"}), "") << "what only shows makes no set";
+  static_cast<void>(Run("clients", kClients, {"--apply"}));
+  EXPECT_THAT(folder_.Done({"backup", "--list"}), HasSubstr("before import clients"));
+  EXPECT_THAT(folder_.Done({"undo"}), HasSubstr("is taken back"));
+  EXPECT_EQ(Count("Client"), "0");
+}
+
 TEST_F(Import, Adds_nothing_while_a_row_is_refused_and_tells_each_with_its_line) {
   folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID) VALUES ('OLD')"});
   const auto ended = Run("clients",
