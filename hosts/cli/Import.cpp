@@ -9,6 +9,7 @@
 
 #include "cli/ExitStatus.h"
 #include "cli/NearestName.h"
+#include "engine/WriteBack.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -237,7 +238,11 @@ class Planner {
   void CheckKey(const ImportRow& row) {
     const auto key = TextIn(row, key_);
     if (key.empty()) return;
-    if (keys_.Has(key) && !ownKeys_.Has(key)) {
+    const auto condition = KeyCondition(key_, key);
+    if (CatchError([&] { static_cast<void>(static_cast<std::string_view>(condition)); })) {
+      Refuse(row.line, key_,
+             "a key has no quotation mark in it: nothing could be written to the row, not its link either");
+    } else if (keys_.Has(key) && !ownKeys_.Has(key)) {
       Refuse(row.line, key_, fmt::format("\"{}\" is in BillingDb already", key));
     } else if (!ownKeys_.Add(key)) {
       Refuse(row.line, key_, fmt::format("\"{}\" stands in the file twice", key));

@@ -53,7 +53,14 @@ const Table& TableOf(std::string_view name) {
 
 std::vector<CsvRecord> ReadFile(const std::string& file) {
   try {
-    return ReadCsv(ReadTextFile(file));
+    auto records = ReadCsv(ReadTextFile(file));
+    // Spreadsheets write lines of commas alone behind the data.
+    const auto isEmpty = [](const CsvRecord& record) {
+      return record.trouble.empty() &&
+             std::ranges::all_of(record.fields, [](const auto& field) { return field.empty(); });
+    };
+    std::erase_if(records, isEmpty);
+    return records;
   } catch (const CsvError& failure) {
     throw UsageError(fmt::format("{}: {}", file, failure.what()));
   }

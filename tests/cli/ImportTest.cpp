@@ -212,6 +212,17 @@ TEST_F(Import, Adds_the_rows_as_the_next_send_takes_them) {
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
 }
 
+TEST_F(Import, Passes_over_lines_of_commas_alone) {
+  EXPECT_EQ(Run("clients", std::string(kClients) + ",,\r\n,,\r\n", {"--apply"}).out, "2 rows added to clients.\n");
+}
+
+TEST_F(Import, Refuses_a_key_with_a_quotation_mark) {
+  const auto ended = Run("clients", "ClientID,ClientCompany\nO'HARA,Hara\n", {"--apply"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.out + ended.err, HasSubstr("a key has no quotation mark in it"));
+  EXPECT_EQ(Count("Client"), "0");
+}
+
 TEST_F(Import, Is_taken_back_by_undo) {
   static_cast<void>(Run("clients", kClients));
   EXPECT_EQ(folder_.Done({"backup", "--list"}), "") << "what only shows makes no set";
@@ -250,7 +261,7 @@ TEST_F(Import, Adds_nothing_while_a_row_is_refused_and_tells_each_with_its_line)
 }
 
 TEST_F(Import, Comes_as_JSON_for_other_programs) {
-  const auto ended = Run("clients", "ClientID\nA\n\"\"\n", {"--json"});
+  const auto ended = Run("clients", "ClientID\nA\n\" \"\n", {"--json"});
   EXPECT_EQ(ended.out,
             "{\"line\":2,\"ClientID\":\"A\",\"LastUpdated\":\"2008-03-05T15:00:00\"}\n"
             "{\"refused\":3,\"column\":\"ClientID\",\"reason\":\"it is empty, and no row can do without it\"}\n"
