@@ -119,12 +119,21 @@ std::vector<Set> BackupFolder::Sets() const {
   return sets;
 }
 
+std::vector<std::string> BackupFolder::UnreadableSets() const {
+  auto names = SetFolders(Whole::Yes);
+  const auto sets = Sets();
+  std::erase_if(names, [&](const auto& name) { return std::ranges::find(sets, name, &Set::name) != sets.end(); });
+  std::ranges::sort(names);
+  return names;
+}
+
 Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp) {
   MakeFolder(fmt::format("{}/{}", folder_, kBackupFolder));
   const Hold hold(Path(kLock));
   RemoveHalfSets();
   auto sets = Sets();
-  RemoveOldSets(sets);
+  // What is put back may be the oldest one: it goes behind that.
+  if (manifest.by == MadeBy::Transfer) RemoveOldSets(sets);
   Set set{.name = FreeName(stamp), .manifest = manifest};
   try {
     for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
@@ -279,8 +288,7 @@ void BackupFolder::RemoveHalfSets() const {
 
 void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
   auto tooMany = static_cast<std::size_t>(std::ranges::count_if(sets, &Set::IsAutomatic));
-  if (tooMany <= kKeptSets) return;
-  tooMany -= kKeptSets;
+  tooMany -= std::min(tooMany, kKeptSets);
   // The oldest come first.
   std::erase_if(sets, [&](const Set& set) {
     if (tooMany == 0 || !set.IsAutomatic()) return false;

@@ -35,6 +35,8 @@ class BackupFolder {
 
   // Those that are whole, the oldest first.
   [[nodiscard]] std::vector<Set> Sets() const;
+  // Names of those whose manifest can't be read. While there is one, no piece of any set goes.
+  [[nodiscard]] std::vector<std::string> UnreadableSets() const;
 
   // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there.
   // Raises BackupError, and leaves nothing behind.

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/backup/BackupError.h"
+#include "adapters/storage/Replaceable.h"
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 
@@ -44,6 +45,35 @@ std::vector<std::string> DatabasesOf(const std::vector<KeptFile>& files) {
   return paths;
 }
 
+// Sessions of the embedded company file may be others than transfers. Raises BackupError.
+std::optional<company::FileLock> TakeCompany(const std::string& path) {
+  if (!IsFile(path)) return std::nullopt;
+  auto session = company::FileLock::TryTake(path + ".lock", company::LockKind::Exclusive);
+  if (session) return session;
+  throw BackupError(fmt::format("A program has a session open in {}.\nEnd it, then start again.", path));
+}
+
+// What somebody has changed since a restore was broken off is in no set yet, and goes with its completion.
+void KeepChanges(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
+  if (backup::ChangedSinceItBegan(folder, journal).empty()) return;
+  std::vector<backup::PartFile> files;
+  for (const auto& step : journal.steps) files.push_back({.part = step.file.part, .path = step.file.path});
+  backup::BackupFolder backups(folder);
+  const auto set = MakeSet(backups, WorkplaceOf(options), options, files, backup::MadeBy::Hand, "");
+  Tell(
+      fmt::format("Something has changed since a restore was broken off, and is kept: \"twqb restore {}\" brings it "
+                  "back.",
+                  set.name));
+}
+
+// So that undo can take the restore back, as one that was not broken off.
+void NoteCompleted(const Options& options, const std::string& folder, const std::string& kept) {
+  backup::BackupFolder backups(folder);
+  for (const auto& set : backups.Sets()) {
+    if (set.name == kept) backups.NoteEnd(set, TimeWithZone(WorkplaceOf(options), options));
+  }
+}
+
 // A file that is laid ready has the rights of the one that it replaces.
 void GiveRights(const std::string& from, const std::string& to) {
   std::error_code failure;
@@ -69,21 +99,42 @@ PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<
   }
   held_.emplace(paths, options_);
   HoldCompany();
+  TakeUpLogs();
   LayReady();
 }
 
 PuttingBack::~PuttingBack() { RemoveLaidReady(); }
 
-// Sessions of the embedded company file may be others than transfers.
 void PuttingBack::HoldCompany() {
   const auto company = std::ranges::find(files_, Part::Company, &KeptFile::part);
-  if (company == files_.end() || !IsFile(company->path)) return;
-  session_ = company::FileLock::TryTake(company->path + ".lock", company::LockKind::Exclusive);
-  if (session_) return;
-  throw UsageError(
-      fmt::format("A program has a session open in {}. Nothing has been put back.\nEnd it, then start "
-                  "again.",
-                  company->path));
+  if (company == files_.end()) return;
+  try {
+    session_ = TakeCompany(company->path);
+  } catch (const BackupError& failure) {
+    throw UsageError(fmt::format("Nothing has been put back. {}", failure.what()));
+  }
+}
+
+// What a killed process has left beside a database would be taken up by the first look into it, and count as a change.
+void PuttingBack::TakeUpLogs() const {
+  for (const auto& path : DatabasesOf(files_)) {
+    if (IsFile(path)) static_cast<void>(storage::MakeReplaceable(path));
+  }
+}
+
+KeptFile PuttingBack::Now(const backup::PartFile& file) {
+  try {
+    return folder_.Look(file);
+  } catch (const backup::BackupEnded&) {
+    throw EndedBySignal();
+  } catch (const BackupError& failure) {
+    throw UsageError(fmt::format("It can't be told whether something has changed since. {}", failure.what()));
+  }
+}
+
+KeptFile PuttingBack::Seen(const backup::PartFile& file) {
+  const auto known = std::ranges::find(seen_, file.part, &KeptFile::part);
+  return known != seen_.end() ? *known : seen_.emplace_back(Now(file));
 }
 
 void PuttingBack::LayReady() {
@@ -108,9 +159,10 @@ void PuttingBack::RemoveLaidReady() const {
   for (const auto& file : files_) backup::RemoveStaged(file.path);
 }
 
-std::vector<SideDifferences> PuttingBack::Differences() const {
+std::vector<SideDifferences> PuttingBack::Differences() {
   std::vector<SideDifferences> all;
   for (const auto& file : files_) {
+    static_cast<void>(Seen({.part = file.part, .path = file.path}));
     all.push_back(DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string()));
   }
   return all;
@@ -120,7 +172,7 @@ std::vector<SideDifferences> PuttingBack::ChangedSince(const backup::EndNote& en
   std::vector<SideDifferences> all;
   try {
     for (const auto& file : end.files) {
-      const auto now = folder_.Look({.part = file.part, .path = file.path});
+      const auto now = Seen({.part = file.part, .path = file.path});
       if (now.isThere == file.isThere && now.content == file.content) continue;
       const auto then = fmt::format("{}/{}/then", place_.folder, backup::kBackupFolder);
       std::error_code ignored;
@@ -160,9 +212,17 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   }
   RunBackup before(place_, options, parts, by);
   RequireAlone();
-  backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo};
+  backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
   for (const auto& file : files_) {
-    journal.steps.push_back({.part = file.part, .target = file.path, .isThere = file.isThere, .content = file.content});
+    const backup::PartFile target{.part = file.part, .path = file.path};
+    const auto now = Now(target);
+    if (const auto seen = Seen(target); now.isThere != seen.isThere || now.content != seen.content) {
+      before.NoteEnd();
+      throw UsageError(fmt::format(
+          "Nothing has been put back: {} has changed since it was looked at, which was not shown.\nStart again.",
+          backup::CalledOf(file.part)));
+    }
+    journal.steps.push_back({.file = file, .was = now});
   }
   try {
     backup::BeginRestore(place_.folder, journal);
@@ -191,14 +251,20 @@ void CompleteRestore(const Options& options) {
     const auto begun = backup::ReadRestoreJournal(folder);
     if (!begun) return;
     std::vector<std::string> files;
+    std::optional<company::FileLock> session;
     for (const auto& step : begun->steps) {
-      if (backup::IsDatabase(step.part)) files.push_back(step.target);
+      if (backup::IsDatabase(step.file.part)) files.push_back(step.file.path);
     }
     const TransferLock held(files, options);
     // Whoever held them may have come to the end of it.
     const auto journal = backup::ReadRestoreJournal(folder);
     if (!journal) return;
+    for (const auto& step : journal->steps) {
+      if (step.file.part == Part::Company) session = TakeCompany(step.file.path);
+    }
+    KeepChanges(options, folder, *journal);
     backup::CarryOutRestore(folder, *journal);
+    NoteCompleted(options, folder, journal->kept);
     Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
   } catch (const BackupError& reason) {
     throw UsageError(fmt::format("A run was broken off while it put files back, and that can't be completed now.\n{}",

@@ -16,9 +16,10 @@ namespace fs = std::filesystem;
 
 using State = std::vector<std::string>;
 
-class Killed : public testing::TestWithParam<std::vector<std::string>> {
+// A folder whose last run was a send, and how it is ahead of it and behind it.
+class SentFolder {
  protected:
-  Killed() {
+  SentFolder() {
     folder_.Done({"init"});
     folder_.Write("yes.txt", "default yes\n");
     folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
@@ -32,13 +33,14 @@ class Killed : public testing::TestWithParam<std::vector<std::string>> {
     fs::copy(folder_.Path(), start_ / "all", fs::copy_options::recursive);
   }
 
-  State Now() const {
+  static State StateOf(const WorkFolder& folder) {
     State state;
     for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
-      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder_.Read(name))));
+      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder.Read(name))));
     }
     return state;
   }
+  State Now() const { return StateOf(folder_); }
   // The folder as it was ahead of the first kill, under the same path.
   void Again() const {
     for (const auto& entry : fs::directory_iterator(folder_.Path())) fs::remove_all(entry.path());
@@ -64,6 +66,27 @@ class Killed : public testing::TestWithParam<std::vector<std::string>> {
   std::string set_;  // of before the send
   State before_;
   State after_;
+};
+
+class Killed : public SentFolder, public testing::TestWithParam<std::vector<std::string>> {};
+
+class BrokenOffRestore : public SentFolder, public testing::Test {
+ protected:
+  // Killed with some of it done, and the rest to do.
+  void SetUp() override {
+    const auto body = [this] { Become({"restore", "--answers", "yes.txt"}); };
+    std::uint64_t tooEarly = 0;
+    auto tooLate = MeasureInChild(body).systemCalls;
+    while (tooEarly + 1 < tooLate) {
+      const auto n = (tooEarly + tooLate) / 2;
+      Again();
+      static_cast<void>(KillInChild(body, {.n = n}));
+      const auto now = Now();
+      if (now != before_ && now != after_) return;
+      (now == after_ ? tooEarly : tooLate) = n;
+    }
+    FAIL() << "there is no such moment";
+  }
 };
 
 TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
@@ -106,6 +129,43 @@ TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
   }
   EXPECT_GT(completed, 0);
   EXPECT_GT(begun, 0) << "some kill has met it between the journal and its end";
+}
+
+TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  const auto next = folder_.Twqb({"status"});
+  EXPECT_EQ(next.status, 0) << next.err;
+  EXPECT_EQ(Now(), before_);
+  const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
+  const auto at = next.err.find(told);
+  ASSERT_NE(at, std::string::npos) << next.err;
+  const auto name = next.err.substr(at + told.size(), next.err.find('"', at + told.size()) - at - told.size());
+  folder_.Done({"restore", name, "--answers", "yes.txt"});
+  EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+}
+
+TEST_F(BrokenOffRestore, Keeps_nothing_where_nothing_has_changed) {
+  const auto next = folder_.Twqb({"status"});
+  EXPECT_THAT(next.err, testing::Not(testing::HasSubstr("Something has changed")));
+  EXPECT_EQ(Now(), before_);
+}
+
+TEST_F(BrokenOffRestore, Is_completed_where_its_folder_was_moved_to) {
+  const WorkFolder moved;
+  for (const auto& entry : fs::directory_iterator(folder_.Path())) {
+    fs::copy(entry.path(), moved.Path() / entry.path().filename(), fs::copy_options::recursive);
+  }
+  const auto left = Now();
+  EXPECT_EQ(moved.Twqb({"status"}).status, 0);
+  EXPECT_EQ(StateOf(moved), before_);
+  EXPECT_EQ(Now(), left);
+}
+
+TEST_F(BrokenOffRestore, Is_taken_back_by_undo_once_it_is_completed) {
+  folder_.Done({"status"});
+  ASSERT_EQ(Now(), before_);
+  EXPECT_THAT(folder_.Done({"undo"}), testing::HasSubstr("undo restore " + set_ + ": done"));
+  EXPECT_EQ(Now(), after_);
 }
 
 INSTANTIATE_TEST_SUITE_P(Runs, Killed,
