@@ -106,7 +106,10 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
 
 std::string Enveloped(const RequestSet& set, const SetAnswer& answer) {
   const auto setName = SetName(set.Kind()) + "Rs";
-  std::string text = "<?xml version=\"1.0\" ?>";
+  constexpr std::size_t kEnvelope = 256;  // bytes, and more than what stands around the elements
+  std::string text;
+  text.reserve(answer.elements.size() + kEnvelope);
+  text.append("<?xml version=\"1.0\" ?>");
   AppendOpenTag(text, "QBXML");
   text.append("<").append(setName);
   if (!answer.newId.empty()) AppendAttribute(text, "newMessageSetID", answer.newId);

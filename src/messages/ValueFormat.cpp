@@ -139,7 +139,8 @@ std::optional<Date> ParseDateText(std::string_view text) {
 }
 
 std::string DateTimeText(Date local, std::optional<int> offsetMinutes) {
-  auto text = IsoDate(local).substr(0, kDateTimeLength);
+  auto text = IsoDate(local);
+  text.resize(kDateTimeLength);
   if (offsetMinutes) {
     const int minutes = std::abs(*offsetMinutes);
     AppendPadded(text += *offsetMinutes < 0 ? '-' : '+', minutes / kMinutesPerHour, 2);

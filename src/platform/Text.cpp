@@ -201,6 +201,11 @@ std::string Join(const std::vector<std::string_view>& texts, std::string_view se
 }
 
 void AppendPadded(std::string& text, int value, std::size_t width) {
+  if (width == 2 && value >= 0 && value < 100) {
+    const std::array<char, 2> digits = {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
+    text.append(digits.data(), digits.size());
+    return;
+  }
   std::array<char, 12> digits{};
   const auto* end = std::to_chars(digits.data(), digits.data() + digits.size(), std::abs(value)).ptr;
   const auto count = static_cast<std::size_t>(end - digits.data());

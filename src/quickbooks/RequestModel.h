@@ -132,7 +132,8 @@ class MsgSetRequest {
   messages::Form form_;
   messages::MessageSet kind_;
   OnError onError_ = OnError::Stop;
-  std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_;  // of the nodes
+  struct Memory;
+  std::unique_ptr<Memory> memory_;  // of the nodes
   std::vector<detail::RequestNode*> requests_;
   std::vector<std::string> names_;  // of the requests; empty: it has none
 };
