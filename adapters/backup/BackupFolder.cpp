@@ -162,22 +162,52 @@ void BackupFolder::NoteEnd(const Set& set, const std::string& at) {
   const Hold hold(Path(kLock));
   auto sets = Sets();
   EndNote end{.at = at};
-  bool isChanged = false;
   for (const auto& before : set.manifest.files) {
     WaitUntilSettled(before.path);
     end.files.push_back(Keep({.part = before.part, .path = before.path}, sets));
-    const auto& now = end.files.back();
-    isChanged = isChanged || now.isThere != before.isThere || now.content != before.content;
   }
-  if (!isChanged) {
-    RemoveSet(set.name);
-    return;
-  }
-  pieces_.Settle();
-  Write(Path(set.name) + "/" + kEnd, TextOf(end, folder_));
+  if (!WriteEnd(set, end)) return;
   const auto own = std::ranges::find(sets, set.name, &Set::name);
   if (own != sets.end()) own->end = std::move(end);
   RemoveOldSets(sets);
+}
+
+void BackupFolder::NoteEnd(const Set& set, const EndNote& end) {
+  const Hold hold(Path(kLock));
+  static_cast<void>(WriteEnd(set, end));
+}
+
+// False: nothing is other than it was, and the set has gone.
+bool BackupFolder::WriteEnd(const Set& set, const EndNote& end) {
+  const bool isChanged = !std::ranges::equal(
+      set.manifest.files, end.files, [](const KeptFile& before, const KeptFile& now) { return before.IsLike(now); });
+  if (!isChanged) {
+    RemoveSet(set.name);
+    return false;
+  }
+  pieces_.Settle();
+  Write(Path(set.name) + "/" + kEnd, TextOf(end, folder_));
+  return true;
+}
+
+void BackupFolder::Remove(const Set& set) const noexcept {
+  try {
+    const Hold hold(Path(kLock));
+    RemoveSet(set.name);
+    RemoveUnusedPieces(Sets());
+  } catch (const std::exception&) {
+    return;
+  }
+}
+
+void BackupFolder::ClearUp() const noexcept {
+  try {
+    const Hold hold(Path(kLock));
+    auto sets = Sets();
+    RemoveOldSets(sets);
+  } catch (const std::exception&) {
+    return;
+  }
 }
 
 void BackupFolder::MarkUndone(const std::string& set) const {

@@ -34,6 +34,11 @@ struct KeptFile {
   bool isThere = true;  // a file that was not there is kept as such
   Content content = {};
   std::string identity = {};  // by which the file is known to be unchanged without reading it; empty: it can't be
+
+  // Whether the two are the same to a reader: both absent, or of the same bytes.
+  [[nodiscard]] bool IsLike(const KeptFile& other) const {
+    return isThere == other.isThere && (!isThere || content == other.content);
+  }
 };
 
 enum class MadeBy : std::uint8_t { Hand, Transfer, Restore, Undo };

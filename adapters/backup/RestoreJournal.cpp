@@ -26,10 +26,6 @@ void Remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) RaiseForFile(path, "removed");
 }
 
-bool AreTheSame(const KeptFile& a, const KeptFile& b) {
-  return a.isThere == b.isThere && (!a.isThere || a.content == b.content);
-}
-
 void CarryOut(BackupFolder& folder, const KeptFile& file) {
   if (!file.isThere) {
     Remove(file.path);
@@ -40,7 +36,7 @@ void CarryOut(BackupFolder& folder, const KeptFile& file) {
   const auto staged = StagedName(file.path);
   if (!fs::exists(staged, failure)) {
     if (failure) RaiseForFile(staged, "read", failure.value());
-    if (AreTheSame(folder.Look({.part = file.part, .path = file.path}), file)) return;  // it is in place
+    if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return;  // it is in place
     folder.WriteTo(file, staged);
   }
   if (IsDatabase(file.part)) {
@@ -53,6 +49,8 @@ void CarryOut(BackupFolder& folder, const KeptFile& file) {
 }
 
 using Json = nlohmann::ordered_json;
+
+constexpr int kFormat = 2;  // of the journal
 
 Json ToJson(const KeptFile& file) {
   Json json = {{"there", file.isThere}};
@@ -92,6 +90,7 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
   if (!file || !ReadRest(file, text)) RaiseForFile(path, "read");
   try {
     const auto json = Json::parse(text);
+    if (json.at("format").get<int>() != kFormat) throw std::runtime_error("another version of twqb wrote it");
     RestoreJournal journal{.set = json.at("set").get<std::string>(),
                            .isUndo = json.at("undo").get<bool>(),
                            .kept = json.at("kept").get<std::string>()};
@@ -103,7 +102,10 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
     }
     return journal;
   } catch (const std::exception& failure) {
-    throw BackupError(fmt::format("{} can't be read: {}.", path, failure.what()));
+    throw BackupError(
+        fmt::format("{} can't be read ({}). It tells what was being done. Remove it, and put the set back once more: "
+                    "until then some files are of the set and some are not.",
+                    path, failure.what()));
   }
 }
 
@@ -115,8 +117,11 @@ void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
                      {"file", ToJson(file)},
                      {"was", ToJson(was)}});
   }
-  const Json json = {
-      {"set", journal.set}, {"undo", journal.isUndo}, {"kept", journal.kept}, {"steps", std::move(steps)}};
+  const Json json = {{"format", kFormat},
+                     {"set", journal.set},
+                     {"undo", journal.isUndo},
+                     {"kept", journal.kept},
+                     {"steps", std::move(steps)}};
   const auto path = JournalPath(folder);
   if (!ReplaceFile(path, json.dump(1) + "\n")) RaiseForFile(path, "written");
 }
@@ -126,7 +131,7 @@ std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const Resto
   std::vector<PartFile> changed;
   for (const auto& [file, was] : journal.steps) {
     const auto now = backups.Look({.part = file.part, .path = file.path});
-    if (!AreTheSame(now, was) && !AreTheSame(now, file)) changed.push_back({.part = file.part, .path = file.path});
+    if (!now.IsLike(was) && !now.IsLike(file)) changed.push_back({.part = file.part, .path = file.path});
   }
   return changed;
 }
@@ -134,10 +139,16 @@ std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const Resto
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
   for (const auto& step : journal.steps) CarryOut(backups, step.file);
+}
+
+void EndRestore(const std::string& folder, const RestoreJournal& journal) {
+  BackupFolder backups(folder);
   if (journal.isUndo) backups.MarkUndone(journal.set);
   const auto path = JournalPath(folder);
   Remove(path);
   SynchroniseFolderOf(path);
+  // Behind it, for the set that was put back may be the oldest one.
+  backups.ClearUp();
 }
 
 }  // namespace twqb::backup

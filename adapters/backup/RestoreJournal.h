@@ -41,7 +41,10 @@ struct RestoreJournal {
 void BeginRestore(const std::string& folder, const RestoreJournal& journal);
 // The files that somebody has changed since it began, to be asked ahead of completing it. Raises BackupError.
 [[nodiscard]] std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal);
-// Raises BackupError when a step can't be done; the journal stays.
+// As often as it takes: what is in place stays as it is. Raises BackupError when a step can't be done; the journal
+// stays in any case.
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal);
+// There is nothing left to do. Raises BackupError.
+void EndRestore(const std::string& folder, const RestoreJournal& journal);
 
 }  // namespace twqb::backup

@@ -196,6 +196,7 @@ std::vector<CopiedOut> CopiesOf(const Set& set, std::optional<Part> only, const 
       throw UsageError(fmt::format("Nothing has been copied: {} is there already. Name an empty folder.", copy));
     }
   }
+  if (copies.empty()) RaiseForNothing(set, only);
   return copies;
 }
 
@@ -285,7 +286,7 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
 Set LastRun(const backup::BackupFolder& folder) {
   auto sets = folder.Sets();
   std::erase_if(sets, [](const Set& set) {
-    // A restore that was broken off is completed by now, or had put nothing back.
+    // A restore that was broken off is completed by now, with an end, or had put nothing back.
     const bool hasNotBegun = set.manifest.by == MadeBy::Restore && !set.end;
     return !set.IsAutomatic() || set.isUndone || set.manifest.by == MadeBy::Undo || hasNotBegun;
   });
@@ -322,7 +323,10 @@ ExitStatus Undo(const Options& options, bool json) {
   if (!json) {
     Print(fmt::format("\"{}\" of {} is taken back. It had done:\n\n", set.manifest.before, set.manifest.made));
   }
-  PrintDifferences(options, putting.Differences(), json);
+  // Whole on any screen: it can't be asked for again.
+  auto whole = options;
+  whole.wide = true;
+  PrintDifferences(whole, putting.Differences(), json);
   FlushOutput();
   const auto kept = putting.PutBack(MadeBy::Undo, label);
   PrintDone(label, set, kept, json);

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <system_error>
 #include <utility>
@@ -14,7 +13,6 @@
 #include "adapters/system/ProfileFile.h"
 #include "cli/RowText.h"
 #include "cli/Screen.h"
-#include "platform/Text.h"
 
 namespace twqb::cli {
 
@@ -34,15 +32,10 @@ std::map<std::string, std::string> EntriesOf(const std::string& path) {
   return entries;
 }
 
-// Lines that are no entries: comments and what else somebody has written.
 std::map<std::string, std::int64_t> OtherLinesOf(const std::string& path) {
   std::map<std::string, std::int64_t> lines;
-  std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) {
-    const auto text = Trim(line);
-    if (text.empty() || text.starts_with('[')) continue;
-    if (text.find('=') == std::string_view::npos || text.starts_with(';')) ++lines[line];
-  }
+  if (path.empty()) return lines;
+  for (auto& line : ProfileFile(path).OtherLines()) ++lines[std::move(line)];
   return lines;
 }
 
@@ -86,9 +79,9 @@ SideDifferences SettingsDifferences(Part part, const std::string& now, const std
   return side;
 }
 
-// The company file counts its records by kinds. What else stands in it says nothing to anybody.
+// The company file counts its records by kinds. What else its tables hold says nothing to anybody.
 void Fold(SideDifferences& side, const TableDifference& table) {
-  if (side.part != Part::Company || !table.kind.empty()) {
+  if (side.part != Part::Company || !table.kind.empty() || table.table == storage::kStructure) {
     auto named = table;
     if (!table.kind.empty()) named.table = table.kind;
     const auto same = std::ranges::find(side.tables, named.table, &TableDifference::table);

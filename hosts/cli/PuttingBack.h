@@ -16,6 +16,9 @@
 
 namespace twqb::cli {
 
+// For a set that has nothing of the part that was asked for, or nothing at all.
+[[noreturn]] void RaiseForNothing(const backup::Set& set, std::optional<backup::Part> only);
+
 class PuttingBack {
  public:
   // Of the parts named, or of all that the set has. Raises UsageError for files that can't be held or made ready, and
@@ -45,6 +48,7 @@ class PuttingBack {
   void TakeUpLogs() const;
   void LayReady();
   void RequireAlone() const;
+  [[nodiscard]] std::vector<backup::RestoreStep> Steps();
   void RemoveLaidReady() const;
 
   const Options& options_;

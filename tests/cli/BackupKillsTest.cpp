@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "LockedFile.h"
 #include "Program.h"
 #include "platform/Text.h"
 #include "tests/support/Chance.h"
@@ -72,20 +73,34 @@ class Killed : public SentFolder, public testing::TestWithParam<std::vector<std:
 
 class BrokenOffRestore : public SentFolder, public testing::Test {
  protected:
-  // Killed with some of it done, and the rest to do.
-  void SetUp() override {
-    const auto body = [this] { Become({"restore", "--answers", "yes.txt"}); };
+  // Kills a run of it where it has begun, and `isIt` holds.
+  template <typename Predicate>
+  void BreakOff(const std::vector<std::string>& restore, Predicate isIt) {
+    const auto body = [&] { Become(restore); };
     std::uint64_t tooEarly = 0;
     auto tooLate = MeasureInChild(body).systemCalls;
     while (tooEarly + 1 < tooLate) {
       const auto n = (tooEarly + tooLate) / 2;
       Again();
       static_cast<void>(KillInChild(body, {.n = n}));
-      const auto now = Now();
-      if (now != before_ && now != after_) return;
-      (now == after_ ? tooEarly : tooLate) = n;
+      const bool hasBegun = fs::exists(folder_.Path() / "backups" / "restore.json");
+      if (hasBegun && isIt()) return;
+      (Now() == after_ ? tooEarly : tooLate) = n;
     }
     FAIL() << "there is no such moment";
+  }
+  // With some of it done, and the rest to do.
+  void BreakOffInTheMiddle() {
+    BreakOff({"restore", "--answers", "yes.txt"}, [this] {
+      const auto now = Now();
+      return now != before_ && now != after_;
+    });
+  }
+  [[nodiscard]] std::size_t SetsByHand() const {
+    const auto listed = folder_.Done({"backup", "--list", "--json"});
+    std::size_t count = 0;
+    for (auto at = listed.find("\"hand\""); at != std::string::npos; at = listed.find("\"hand\"", at + 1)) ++count;
+    return count;
   }
 };
 
@@ -132,6 +147,7 @@ TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
 }
 
 TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
+  BreakOffInTheMiddle();
   folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
   const auto next = folder_.Twqb({"status"});
   EXPECT_EQ(next.status, 0) << next.err;
@@ -145,12 +161,14 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
 }
 
 TEST_F(BrokenOffRestore, Keeps_nothing_where_nothing_has_changed) {
+  BreakOffInTheMiddle();
   const auto next = folder_.Twqb({"status"});
   EXPECT_THAT(next.err, testing::Not(testing::HasSubstr("Something has changed")));
   EXPECT_EQ(Now(), before_);
 }
 
 TEST_F(BrokenOffRestore, Is_completed_where_its_folder_was_moved_to) {
+  BreakOffInTheMiddle();
   const WorkFolder moved;
   for (const auto& entry : fs::directory_iterator(folder_.Path())) {
     fs::copy(entry.path(), moved.Path() / entry.path().filename(), fs::copy_options::recursive);
@@ -162,10 +180,44 @@ TEST_F(BrokenOffRestore, Is_completed_where_its_folder_was_moved_to) {
 }
 
 TEST_F(BrokenOffRestore, Is_taken_back_by_undo_once_it_is_completed) {
+  BreakOffInTheMiddle();
   folder_.Done({"status"});
   ASSERT_EQ(Now(), before_);
   EXPECT_THAT(folder_.Done({"undo"}), testing::HasSubstr("undo restore " + set_ + ": done"));
   EXPECT_EQ(Now(), after_);
+}
+
+TEST_F(BrokenOffRestore, Does_not_count_what_somebody_else_changed_as_its_own) {
+  BreakOff({"restore", "--only", "settings", "--answers", "yes.txt"}, [] { return true; });
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  folder_.Done({"status"});
+  const auto refused = folder_.Twqb({"undo"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::HasSubstr("[Somebody] Was"));
+}
+
+TEST_F(BrokenOffRestore, Keeps_what_has_changed_once_however_often_it_is_tried) {
+  BreakOffInTheMiddle();
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  {
+    const LockedFile held(folder_.Path() / "billing.db");
+    for (int i = 0; i < 3; ++i) {
+      const auto refused = folder_.Twqb({"status"});
+      EXPECT_EQ(refused.status, 2);
+      EXPECT_THAT(refused.err, testing::HasSubstr("can't be completed now"));
+    }
+  }
+  folder_.Done({"status"});
+  EXPECT_EQ(SetsByHand(), 1U);
+  EXPECT_EQ(Now(), before_);
+}
+
+TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_says_what_to_do) {
+  folder_.Write("backups/restore.json", "{\"format\": 1}");
+  const auto refused = folder_.Twqb({"status"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err,
+              testing::AllOf(testing::HasSubstr("restore.json can't be read"), testing::HasSubstr("Remove it")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Runs, Killed,

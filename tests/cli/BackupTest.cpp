@@ -193,6 +193,7 @@ TEST_F(Backups, A_restore_is_refused_while_another_program_writes_to_a_side) {
     EXPECT_EQ(refused.status, 2);
     EXPECT_THAT(refused.err, HasSubstr("another program is writing to it"));
   }
+  EXPECT_EQ(Sets().size(), 2U) << "what was not put back leaves no set";
   EXPECT_EQ(Bytes(), after);
   ExpectNothingLeftBehind();
 }

@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 
 using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 
 using Restores = Backups;
 
@@ -54,6 +55,7 @@ TEST_F(Restores, Are_refused_when_something_changes_while_they_ask_and_nothing_i
   EXPECT_EQ(session.ExitStatus(), 2);
   EXPECT_THAT(session.All(), AllOf(HasSubstr("Nothing has been put back"), HasSubstr("has changed since")));
   EXPECT_EQ(Bytes(), changed);
+  EXPECT_EQ(Sets().size(), 1U) << "nothing was put back, and nothing has to be taken back";
   ExpectNothingLeftBehind();
 }
 
@@ -112,7 +114,17 @@ TEST_F(Restores, Of_a_transfer_see_views_tables_without_rows_and_comments_that_c
   EXPECT_EQ(refused.status, 2);
   EXPECT_THAT(refused.out, testing::ContainsRegex("settings +comments +[0-9]+ +[0-9]+ +1 +0 +0\n"));
   folder_.Write("twqb.ini", settings);
-  folder_.Done({"undo"});
+  // Whole on a narrow screen: it can't be asked for again.
+  EXPECT_THAT(folder_.OnTerminal({"undo"}, {.columns = 40}), AllOf(HasSubstr("GONE"), Not(HasSubstr("--wide"))));
+}
+
+TEST_F(Restores, Into_a_folder_say_so_when_the_set_has_nothing_of_the_part) {
+  fs::remove(folder_.Path() / "company.twq");
+  folder_.Done({"backup"});
+  fs::create_directory(folder_.Path() / "out");
+  const auto refused = folder_.Twqb({"restore", "--only", "quickbooks", "--to", "out"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, HasSubstr("has not kept the company file"));
 }
 
 TEST_F(Restores, Tell_of_a_set_that_can_t_be_read) {
