@@ -237,7 +237,7 @@ void CompareFields(const RowFace& face, LikelyPair& pair) {
   for (const auto& value : face.values) {
     const auto found = TextAt(pair.record, value.path);
     if (!found || value.text.empty()) continue;
-    if (MeanTheSame(value.text, *found)) {
+    if (MeanTheSame(value.type, value.text, *found)) {
       pair.agreeing.push_back(FieldName(value.path));
     } else {
       pair.differing.push_back({.field = FieldName(value.path), .billing = value.text, .quickBooks = *found});
