@@ -9,11 +9,11 @@
 #include <set>
 #include <utility>
 
+#include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/terminal/TextLayout.h"
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 #include "cli/Preview.h"
-#include "cli/SystemSides.h"
 #include "cli/TableArgument.h"
 #include "messages/StatusCodes.h"
 #include "services/Conversions.h"
@@ -149,8 +149,7 @@ std::vector<BadRow> RowsWithErrors(const Preview& preview, const Table& table) {
 
 void TakeRowsOut(const Workplace& copies, const std::vector<BadRow>& rows) {
   if (rows.empty()) return;
-  const auto provider = MakeBillingProvider();
-  const auto connection = provider->CreateConnection();
+  const auto connection = SqliteProvider().CreateConnection();
   connection->SetConnectionString(copies.billing);
   connection->Open();
   for (const auto& [table, key] : rows) {

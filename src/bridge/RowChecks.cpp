@@ -221,11 +221,24 @@ void RowChecker::AddNamesOfRows(const Table& table, Names& names) {
     static_cast<void>(LookAt(table, key, place, look));
     const auto name = look.NameThere();
     if (look.neverGoes || name.empty()) return;
-    names.try_emplace({look.At(kParent), Folded(name)}, fmt::format("{} {}", table.lostLink.row, key), std::string());
+    names.try_emplace({PlaceOf(table, place, key, look), Folded(name)}, fmt::format("{} {}", table.lostLink.row, key),
+                      std::string());
   });
 }
 
-void RowChecker::CheckName(const Table& table, const Look& look, std::string_view key, std::vector<Finding>& findings) {
+std::string RowChecker::PlaceOf(const Table& table, const KeyPlace& place, std::string_view key, const Look& look) {
+  auto parent = look.At(kParent);
+  if (!parent.empty() || look.lacks.empty()) return parent;
+  for (const auto& column : table.parents) {
+    parent += Folded(GetScalarFromSQL(
+                  Sql("SELECT {} FROM {} WHERE {}", column.column, place.table, KeyCondition(place.column, key)))) +
+              "\n";
+  }
+  return parent;
+}
+
+void RowChecker::CheckName(const Table& table, const KeyPlace& place, const Look& look, std::string_view key,
+                           std::vector<Finding>& findings) {
   const auto& sharing = table.lostLink.called.sharing;
   const auto name = look.NameThere();
   if (sharing.empty() || name.empty()) return;
@@ -234,7 +247,7 @@ void RowChecker::CheckName(const Table& table, const Look& look, std::string_vie
                         .rule = fmt::format("QuickBooks takes no colon in a name, and {} has one.", Quoted(name)),
                         .advice = "Take the colon out of the name."});
   }
-  const auto [at, isFree] = NamesOf(sharing).try_emplace({look.At(kParent), Folded(name)},
+  const auto [at, isFree] = NamesOf(sharing).try_emplace({PlaceOf(table, place, key, look), Folded(name)},
                                                          fmt::format("{} {}", table.lostLink.row, key), std::string());
   if (isFree) return;
   const auto& [who, identifier] = at->second;
@@ -340,7 +353,7 @@ void RowChecker::CheckRow(TableFindings& told, std::string_view key, std::string
                           .advice = "Send or link that first; a send of all tables does it in that order."});
     }
     CheckValues(table, look, !link.empty(), findings);
-    if (link.empty()) CheckName(table, look, key, findings);
+    if (link.empty()) CheckName(table, place, look, key, findings);
   }
   std::set<std::string> rules;
   for (auto& finding : findings) {

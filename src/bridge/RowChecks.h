@@ -69,7 +69,8 @@ class RowChecker {
 
   void CheckRow(TableFindings& told, std::string_view key, std::string_view link, const KeyPlace& place, Look& look);
   void CheckValues(const Table& table, const Look& look, bool isLinked, std::vector<Finding>& findings);
-  void CheckName(const Table& table, const Look& look, std::string_view key, std::vector<Finding>& findings);
+  void CheckName(const Table& table, const KeyPlace& place, const Look& look, std::string_view key,
+                 std::vector<Finding>& findings);
   void CheckReference(const Table& table, const std::string& path, const std::string& text,
                       std::vector<Finding>& findings);
 
@@ -79,6 +80,10 @@ class RowChecker {
   Names& NamesOf(std::span<const std::string_view> queries);
   // Those that the rows of a table would have there which have no link yet.
   void AddNamesOfRows(const Table& table, Names& names);
+
+  // What the name of a row has to be its own below: the parent's identifier, or, while that has no link, its key.
+  [[nodiscard]] static std::string PlaceOf(const Table& table, const KeyPlace& place, std::string_view key,
+                                           const Look& look);
 
   // What the row would be; what was told of it meanwhile, by boxes or an error, in one text, "" for nothing.
   [[nodiscard]] std::string LookAt(const Table& table, std::string_view key, const KeyPlace& place, Look& look);

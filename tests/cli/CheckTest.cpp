@@ -114,6 +114,15 @@ TEST_F(Checks, Find_names_that_another_list_of_the_same_names_has) {
                     HasSubstr("vendors: 1 row looked at, 1 finding\n")));
 }
 
+TEST_F(Checks, Find_names_below_one_parent_alone_though_it_has_no_link_yet) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott'), ('BELL', 'Bell');"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('PI:', 'PI', 'Pier repairs', "
+      "'ABBOTT'), ('PIE:', 'PIE', 'Pier repairs', 'BELL'), ('PIER:', 'PIER', 'Pier repairs', 'BELL')");
+  const auto found = Check("projects");
+  EXPECT_THAT(found, HasSubstr("The project PIE: would have the name \"Pier repairs\" in QuickBooks, too."));
+  EXPECT_THAT(found, Not(HasSubstr("The project PI: would have")));
+}
+
 TEST_F(Checks, Find_names_that_inactive_records_have) {
   Company(
       "<CustomerAddRq><CustomerAdd><Name>Abbott Roofing (ABBOTT)</Name><IsActive>false</IsActive></CustomerAdd>"
