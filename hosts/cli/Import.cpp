@@ -223,7 +223,8 @@ class Planner {
       Refuse(record.line, "", record.trouble);
     } else if (record.fields.size() != targets_.size()) {
       Refuse(record.line, "",
-             fmt::format("it has {} fields, and the heading {}", record.fields.size(), targets_.size()));
+             fmt::format("it has {} field{}, and the heading {}", record.fields.size(),
+                         record.fields.size() == 1 ? "" : "s", targets_.size()));
     }
     if (plan_.refused.size() != refusedBefore) return;
     ImportRow row{.line = record.line, .values = {}};

@@ -102,6 +102,10 @@ std::string AddedText(const Table& table, const ImportPlan& plan) {
 }
 
 void PrintPlan(const Options& options, const Table& table, const ImportPlan& plan, Fate fate) {
+  if (plan.rows.empty() && plan.refusedRows == 0) {
+    Print("The file has no row below the line that names its columns: there is nothing to add.\n");
+    return;
+  }
   if (fate == Fate::WouldBeAdded && !plan.rows.empty()) {
     PrintFirstRows(options, plan);
     Print("\n");
@@ -177,7 +181,8 @@ ExitStatus Import(const Options& options, const ImportArguments& arguments) {
   auto billing = std::make_optional<BillingDb>(options);
   const auto plan = PlanImport(billing->Connection(), table, records, map);
   auto fate = plan.refusedRows > 0 ? Fate::Refused : Fate::WouldBeAdded;
-  if (fate == Fate::WouldBeAdded && arguments.apply) {
+  const bool hasRows = !plan.rows.empty() || plan.refusedRows > 0;
+  if (fate == Fate::WouldBeAdded && arguments.apply && hasRows) {
     auto labelled = options;
     labelled.label = "import " + arguments.table;
     RunBackup backup(place, labelled);

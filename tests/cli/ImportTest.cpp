@@ -248,6 +248,15 @@ TEST_F(Import, Passes_over_lines_of_commas_alone) {
   EXPECT_EQ(Run("clients", std::string(kClients) + ",,\r\n,,\r\n", {"--apply"}).out, "2 rows added to clients.\n");
 }
 
+TEST_F(Import, Of_a_heading_alone_says_that_there_is_nothing) {
+  for (const auto& options : {std::vector<std::string>(), std::vector<std::string>{"--apply"}}) {
+    const auto ended = Run("clients", "ClientID,ClientCompany\r\n", options);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.out, "The file has no row below the line that names its columns: there is nothing to add.\n");
+  }
+  EXPECT_EQ(folder_.Done({"backup", "--list"}), "");
+}
+
 TEST_F(Import, Passes_over_columns_of_nothing) {
   EXPECT_EQ(Run("clients", "ClientID,,\r\nABBOTT,, \r\n", {"--apply"}).out, "1 row added to clients.\n");
 }
@@ -281,7 +290,7 @@ TEST_F(Import, Adds_nothing_while_a_row_is_refused_and_tells_each_with_its_line)
                              std::string(81, 'x') +
                              ",\n"
                              "DATE,Date,soon\n"
-                             "SHORT,\n"
+                             "SHORT\n"
                              "QUOTE,5\" pipe,\n",
                          {"--apply"});
   EXPECT_EQ(ended.status, 1);
@@ -290,7 +299,7 @@ TEST_F(Import, Adds_nothing_while_a_row_is_refused_and_tells_each_with_its_line)
                     HasSubstr("line 5, ClientID: \"Twice\" stands in the file twice"),
                     HasSubstr("line 6, ClientID: it is empty"), HasSubstr("line 7, ClientCompany:"),
                     HasSubstr("line 8, ClientSince: \"soon\" is no date")));
-  EXPECT_THAT(ended.out, AllOf(HasSubstr("line 9: it has 2 fields, and the heading 3"),
+  EXPECT_THAT(ended.out, AllOf(HasSubstr("line 9: it has 1 field, and the heading 3"),
                                HasSubstr("line 10: a quote stands inside of a field"),
                                HasSubstr("Of the others, 2 rows can be added.")));
   EXPECT_EQ(Count("Client"), "1");
