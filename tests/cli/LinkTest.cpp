@@ -66,6 +66,14 @@ TEST_F(Links, Are_shown_with_score_and_fields_and_nothing_is_changed) {
   EXPECT_EQ(folder_.Read("company.twq"), company);
 }
 
+TEST_F(Links, A_telephone_number_agrees_however_it_is_written) {
+  folder_.Done({"billing", "run", "-e",
+                "INSERT INTO Client (ClientID, ClientCompany, ClientPhone) VALUES ('ABBOTT', 'Abbott Roofing', "
+                "'4135550195')"});
+  static_cast<void>(Customer("Abbott Roofing", "<Phone>413.555.0195</Phone>"));
+  EXPECT_THAT(Link({"clients"}).out, HasSubstr("    The same in both: Phone.\n"));
+}
+
 TEST_F(Links, Exact_ones_are_written_without_a_question_and_near_ones_asked_for) {
   Client("ABBOTT", "Abbott Roofing");
   Client("BELL", "Bell Bakery");
@@ -75,7 +83,7 @@ TEST_F(Links, Exact_ones_are_written_without_a_question_and_near_ones_asked_for)
   static_cast<void>(Customer("Dunn Paving"));
   const auto declined = Link({"clients", "--apply", "--answers", "no.txt"});
   EXPECT_EQ(declined.status, 0) << declined.err;
-  EXPECT_THAT(declined.out, HasSubstr("clients: 3 without a link; 1 linked, 1 pairs declined\n"));
+  EXPECT_THAT(declined.out, HasSubstr("clients: 3 without a link; 1 linked, 1 pair declined\n"));
   EXPECT_EQ(LinkOf("ABBOTT"), abbott);
   EXPECT_THAT(LinkOf("BELL"), IsEmpty());
   const auto asked = Link({"clients", "--apply", "--answers", "yes.txt"});
@@ -237,6 +245,7 @@ TEST_F(Links, In_JSON_there_is_an_object_for_each_pair) {
 TEST_F(Links, What_makes_no_sense_is_refused_with_what_to_do) {
   EXPECT_THAT(Link({"clients", "--apply", "--keep", "billings"}).err, HasSubstr("Did you mean \"billing\"?"));
   EXPECT_EQ(Link({"clients", "--keep", "billing"}).status, 2);
+  EXPECT_THAT(Link({"clients", "--apply", "--keep", ""}).err, HasSubstr("it can't be \"\"."));
   const auto estimates = Link({"estimates"});
   EXPECT_EQ(estimates.status, 2);
   EXPECT_THAT(estimates.err, HasSubstr("never go to QuickBooks"));
