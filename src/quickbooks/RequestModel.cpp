@@ -107,7 +107,8 @@ void CollectValues(const RequestNode& node, const std::string& above, const Form
       values.push_back({.path = path,
                         .text = XmlText(child->Value()),
                         .isMended = !IsXmlText(child->Value()),
-                        .maxLength = row.maxLength});
+                        .maxLength = row.maxLength,
+                        .type = row.type});
     }
   }
 }
