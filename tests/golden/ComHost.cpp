@@ -74,10 +74,8 @@ struct ComHost::Parts {
     answers.reset(fdopen(out[0], "r"));
   }
   ~Parts() {
-    // It ends when there are no more orders.
-    orders.reset();
     answers.reset();
-    waitpid(child, nullptr, 0);
+    static_cast<void>(End());
   }
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
@@ -87,13 +85,21 @@ struct ComHost::Parts {
     std::fprintf(orders.get(), "%s\n", line.c_str());
     std::fflush(orders.get());
   }
-  [[nodiscard]] std::string Hear() const {
+  [[nodiscard]] std::string Hear() {
     std::string line;
     for (int c = std::fgetc(answers.get()); c != '\n'; c = std::fgetc(answers.get())) {
-      if (c == EOF) throw std::runtime_error("the host of the other side has ended behind: " + order);
+      if (c == EOF) throw std::runtime_error("the host of the other side has ended (" + End() + ") behind: " + order);
       if (c != '\r') line += static_cast<char>(c);
     }
     return line;
+  }
+  // It ends when there are no more orders; how it did.
+  std::string End() {
+    orders.reset();
+    int status = 0;
+    if (child < 0 || waitpid(std::exchange(child, -1), &status, 0) < 0) return "unknown";
+    return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
+                               : "status " + std::to_string(WEXITSTATUS(status));
   }
 
   HostOptions options;

@@ -1,18 +1,34 @@
 # What the tests of the build for Windows share: a Windows of their own under wine, without a display, in a folder that
 # goes at the end; and checks that are counted.
 
+# In memory where there is such a folder: wine's start and its programs' files are many small writes.
+[ ! -d /dev/shm ] || export TMPDIR=/dev/shm
 work=$(mktemp -d)
+# The server that wine's programs share is found by this folder: were it another one later, there would be two of them at
+# work on one registry.
+export TMPDIR=$work
+mkdir "$work/wine"
 export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
 
-leave() {
+# boot: the server stays until it is told to go. By itself it would go whenever there is a moment without programs, and
+# take along what has begun in that moment.
+boot() {
+  wineserver -p
+  wine wineboot "$@" >/dev/null 2>&1
+}
+shut_down() {
   wineserver -k || true
   wineserver -w || true
+}
+leave() {
+  jobs -p | xargs -r kill 2>/dev/null || true
+  shut_down
   rm -rf "$work"
 }
 trap leave EXIT
-wine wineboot -i >/dev/null 2>&1
+boot -i
 
 # As Windows spells a path.
 there() { sed 's#/#\\#g; s#^#Z:#' <<<"$1"; }

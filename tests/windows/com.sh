@@ -9,8 +9,8 @@ tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$tests/Wine.sh"
 # Windows without a display; what has begun already has none at all.
 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
-wineserver -k
-wineserver -w
+shut_down
+boot
 
 library=$work/lib
 mkdir "$library"
@@ -213,5 +213,25 @@ check "By ADO and QuickBooks' session library all is sent and fetched, too" \
 ends_alike() { diff <("$1" here) <("$1" late); }
 for what in counted linked owed; do
   check "And both sides end alike by that road ($what)" ends_alike "$what"
+done
+
+# Lists are the session library's own objects there, and ours with the embedded company file. Read twice, they say the
+# same.
+lists() { script "$tests/lists.vbs" "$(there "$work/late")" >"$work/$1"; }
+lists_by_late_binding() {
+  TWQB_DOUBLE_COMPANY=$(there "$work/late/company.twq") lists "$@"
+}
+# whose WHOM FILE: all five are theirs.
+whose() { [ "$(grep -acE "^[1-9][0-9]* [a-z]+ of $1\$" "$work/$2")" = 5 ]; }
+of_somebody() { sed -E 's/ of (TWQBClient90|session library)$/ of somebody/' "$work/$1"; }
+pressing "" lists_by_late_binding lists.own || true
+check "A host is given the session library's own lists" whose 'session library' lists.own
+TWQB_DOUBLE_LISTS=none pressing "" lists_by_late_binding lists.ours || true
+check "Where that gives the text alone they are this library's" whose TWQBClient90 lists.ours
+printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/late/company.twq")" >"$library/TWQBClient90.ini"
+pressing "" lists lists.embedded || true
+check "So they are with the embedded company file" whose TWQBClient90 lists.embedded
+for lists in lists.ours lists.embedded; do
+  check "And they hold the same records (${lists#*.})" diff <(of_somebody lists.own) <(of_somebody "$lists")
 done
 conclude

@@ -7,7 +7,6 @@ golden=$1
 built=$2
 filter=${3:-Transcripts/GoldenRun.*}
 . "$(dirname "${BASH_SOURCE[0]}")/Wine.sh"
-[ ! -d /dev/shm ] || export TMPDIR=/dev/shm
 
 export WINEDEBUG=-all,err+seh  # what a host dies of
 
