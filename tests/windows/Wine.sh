@@ -4,16 +4,16 @@
 # In memory where there is such a folder: wine's start and its programs' files are many small writes.
 [ ! -d /dev/shm ] || export TMPDIR=/dev/shm
 work=$(mktemp -d)
-# The server that wine's programs share is found by this folder: were it another one later, there would be two of them at
-# work on one registry.
+# By this folder wine's programs find the server that they share. Were it another one later, two of them would be at work
+# on one registry, and what one has registered would go when the other writes its own.
 export TMPDIR=$work
 mkdir "$work/wine"
 export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
 
-# boot: the server stays until it is told to go. By itself it would go whenever there is a moment without programs, and
-# take along what has begun in that moment.
+# boot: the server stays until it is told to go. By itself it goes at each moment without programs, and the next one waits
+# until there is a new one that has read the registry.
 boot() {
   wineserver -p
   wine wineboot "$@" >/dev/null 2>&1
