@@ -78,6 +78,41 @@ pressing "" script "$tests/script.vbs" "$(there "$work/script")" >"$work/got" ||
 check "A script reaches properties, lists, arrays and errors" diff "$work/expected" "$work/got"
 check "No box came up for that" test ! -s "$work/boxes"
 
+in_folder every
+"$here" -C "$work/every" settings set GENERAL FIRST_TIME False
+cat >"$work/expected" <<'TEXT'
+paths True True
+set True True True True True True True
+put back False False False False False
+texts 4711 C:\firm\link.hlp new passed
+ConnectToQB True 16 US
+QBDB True
+SendDataToQB True
+GetDataFromQB True
+IsJob False
+DeleteTWRecord True
+DeleteQBRecord False
+SubscribeToQBEvents True True
+and taken back True False
+SaveSettings True
+GetAccounts True False
+GetEmployees True False
+GetCustomers True False
+GetVendors True False
+GetInvoices True False
+GetPayments True False
+GetExpCodes True False
+GetActivities True False
+GetTimeEntries True False
+GetChecks True False
+GetBills True False
+GetClassItems True False
+GetPayrollItems True False
+GetQBAccounts True 3
+TEXT
+pressing "" script "$tests/every.vbs" "$(there "$work/every")" >"$work/got" || true
+check "A script calls every property and operation by its name" diff "$work/expected" "$work/got"
+
 # The demonstration firm, by a script of ten lines and by twqb.
 in_folder there
 mkdir "$work/here"
@@ -199,9 +234,21 @@ classes after
 check "Nothing is left of that either" sh -c \
   "diff '$work/before.HKLM' '$work/after.HKLM' && diff '$work/before.HKCU' '$work/after.HKCU'"
 
+# Without ADO. Wine has one of its own, of which most is not there.
+wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
+wine reg delete 'HKLM\Software\Classes\ADODB.Connection' /f >/dev/null
+cat >"$work/without.vbs" <<'TEXT'
+Set link = CreateObject("TWQBClient90.CTWQBBridge")
+link.ConnectString = "Provider=SQLOLEDB;Data Source=OFFICE"
+link.TWSettingsPath = WScript.Arguments(0) & "\twqb.ini"
+WScript.Echo "sent: " & link.SendDataToQB(2)
+TEXT
+pressing "" script "$work/without.vbs" "$(there "$work/every")" >"$work/got" || true
+check "Without ADO a transfer fails" grep -q 'sent: False' "$work/got"
+check "And the person is told that, with its number" grep -q -- '-2147221005(800401F3)' "$work/boxes"
+
 # By late binding.
 register_doubles "$built/tests/windows/doubles.dll"
-wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
 in_folder late
 rm "$library/TWQBClient90.ini"
 "$here" -C "$work/late" settings set GENERAL FIRST_TIME False
