@@ -16,11 +16,13 @@ library=$work/lib
 mkdir "$library"
 cp "$built/hosts/com/TWQBClient90.dll" "$library"
 
-# in_folder NAME: a new firm, whose company file QuickBooks has open.
+# opened NAME: the embedded QuickBooks has the company file of that firm open.
+opened() { printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/$1/company.twq")" >"$library/TWQBClient90.ini"; }
+# in_folder NAME: a new firm, whose company file is open.
 in_folder() {
   mkdir "$work/$1"
   "$here" -C "$work/$1" init --sample >/dev/null
-  printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/$1/company.twq")" >"$library/TWQBClient90.ini"
+  opened "$1"
   wine reg add 'HKCU\SOFTWARE\OFS\TW80' /v Database /d "$(there "$work/$1/billing.db")" /f >/dev/null
 }
 
@@ -235,6 +237,7 @@ check "Nothing is left of that either" sh -c \
   "diff '$work/before.HKLM' '$work/after.HKLM' && diff '$work/before.HKCU' '$work/after.HKCU'"
 
 # Without ADO. Wine has one of its own, of which most is not there.
+opened every
 wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
 wine reg delete 'HKLM\Software\Classes\ADODB.Connection' /f >/dev/null
 cat >"$work/without.vbs" <<'TEXT'
@@ -275,7 +278,7 @@ pressing "" lists_by_late_binding lists.own || true
 check "A host is given the session library's own lists" whose 'session library' lists.own
 TWQB_DOUBLE_LISTS=none pressing "" lists_by_late_binding lists.ours || true
 check "Where that gives the text alone they are this library's" whose TWQBClient90 lists.ours
-printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/late/company.twq")" >"$library/TWQBClient90.ini"
+opened late
 pressing "" lists lists.embedded || true
 check "So they are with the embedded company file" whose TWQBClient90 lists.embedded
 for lists in lists.ours lists.embedded; do
