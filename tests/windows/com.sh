@@ -30,16 +30,18 @@ in_folder() {
 pressing() {
   local orders=$1 status=0
   shift
-  rm -f "$work/stop"
+  rm -f "$work/stop" "$work/boxes"
   # shellcheck disable=SC2086  # orders are words
   wine "$built/tests/windows/presser.exe" "$(there "$work/boxes")" "$(there "$work/stop")" $orders &
+  local presser=$!
+  until [ -e "$work/boxes" ] || ! kill -0 "$presser" 2>/dev/null; do sleep 0.05; done  # it looks on from then on
   "$@" || status=$?
   touch "$work/stop"
-  wait $! || true
+  wait "$presser" || true
   return "$status"
 }
 
-script() { timeout 300 wine cscript //nologo "$(there "$1")" "${@:2}" | tr -d '\r'; }
+script() { timeout 1200 wine cscript //nologo "$(there "$1")" "${@:2}" | tr -d '\r'; }
 # classes NAME: what the registry holds of classes, of the machine and of the user.
 classes() {
   local whose
@@ -168,7 +170,7 @@ check "And that is told" grep -q 'Operation cancelled!' "$work/boxes"
 check "Not all clients went" sh -c "'$here' -C '$work/cancel' status | grep clients | grep -vE 'clients +64 +64'"
 
 # The forms alone.
-forms() { timeout 60 wine "$built/tests/windows/desk_host.exe" "$@" 2>/dev/null | tr -d '\r'; }
+forms() { timeout 300 wine "$built/tests/windows/desk_host.exe" "$@" 2>/dev/null | tr -d '\r'; }
 pressing "vendor 1" forms vendor >"$work/got" || true
 check "The vendor that is chosen is the one picked" grep -qx 'Böhm & Söhne' "$work/got"
 pressing cancel forms progress >"$work/got" || true
@@ -177,7 +179,7 @@ check "A press of Cancel comes at the next pump" grep -qx pressed "$work/got"
 # Boxes with help, and the help itself, which the system's viewer does not find.
 forms_help() {
   forms help 'C:\firm\link.hlp'
-  for _ in $(seq 40); do
+  for _ in $(seq 400); do
     ! grep -q 'link\.hlp' "$work/boxes" || break
     sleep 0.25
   done
@@ -202,7 +204,7 @@ check "Settings that Windows' own calls write are read, and the other way round"
 # By slots.
 in_folder slots
 "$here" -C "$work/slots" settings set GENERAL FIRST_TIME False
-pressing "" timeout 300 wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")" >"$work/got" 2>&1 || true
+pressing "" timeout 1200 wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")" >"$work/got" 2>&1 || true
 check "A host of C++ finds every slot as it should be" grep -q ' 0 failed' "$work/got"
 [ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
 
@@ -222,7 +224,7 @@ check "Nothing is left of it for the machine" diff "$work/before.HKLM" "$work/af
 check "Nor for the user" diff "$work/before.HKCU" "$work/after.HKCU"
 
 # As a user who may not write to the machine's part of the registry.
-timeout 60 wine "$built/tests/windows/user_host.exe" "$(there "$library/TWQBClient90.dll")" | tr -d '\r' >"$work/got" || true
+timeout 300 wine "$built/tests/windows/user_host.exe" "$(there "$library/TWQBClient90.dll")" | tr -d '\r' >"$work/got" || true
 cat >"$work/expected" <<'TEXT'
 before: machine no, user no
 registering gives 0
