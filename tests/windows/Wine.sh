@@ -11,6 +11,14 @@ mkdir "$work/wine"
 export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
+# For 64 bits the system's programs are those of 64, where there are those of 32 as well: these see another part of the
+# registry.
+if [ "$WINEARCH" = win64 ] && [ -x /usr/lib/wine/wine64 ]; then
+  mkdir "$work/bin"
+  printf '#!/bin/sh\nWINELOADER=/usr/lib/wine/wine64 exec /usr/lib/wine/wine64 "$@"\n' >"$work/bin/wine"
+  chmod +x "$work/bin/wine"
+  PATH=$work/bin:$PATH
+fi
 
 # boot: the server stays until it is told to go. By itself it goes at each moment without programs, and the next one waits
 # until there is a new one that has read the registry.
