@@ -19,7 +19,7 @@ for list in /etc/apt/sources.list.d/*.sources /etc/apt/sources.list.d/*.list /et
     *) sed -nE 's/^deb(-src)? (.*\/debian.*)/deb-src \2/p' "$list" | sort -u >"$work/parts/$(basename "$list" .list).list" ;;
   esac
 done
-apt=(apt-get -qq -o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$work/parts"
+apt=(apt-get -qq -o Acquire::Retries=3 -o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$work/parts"
   -o "Dir::State::lists=$work/lists" -o APT::Sandbox::User=root)
 "${apt[@]}" update
 (cd "$work/packages" && "${apt[@]}" source --download-only sqlite3 pugixml fmtlib)

@@ -33,6 +33,8 @@ class House {
   House(const House&) = delete;
   House& operator=(const House&) = delete;
 
+  [[nodiscard]] windows::QbfcTransportFactory* Library() { return embedded_ ? nullptr : &quickbooks_; }
+
  private:
   windows::WindowsMachine machine_;
   SqliteProvider engine_;
@@ -44,8 +46,15 @@ class House {
   windows::HostCallbackFactory callback_;
 };
 
+windows::QbfcTransportFactory* library = nullptr;  // the house's
+
 }  // namespace
 
-void Compose() { static const House house; }
+void Compose() {
+  static House house;
+  library = house.Library();
+}
+
+windows::QbfcTransportFactory* SessionLibrary() { return library; }
 
 }  // namespace twqb::com

@@ -5,9 +5,16 @@
 // library names a company file of the embedded kind: section QUICKBOOKS, key CompanyFile.
 #pragma once
 
+namespace twqb::windows {
+class QbfcTransportFactory;
+}
+
 namespace twqb::com {
 
 // Composes the library, once in a process; later calls do nothing.
 void Compose();
+
+// QuickBooks' session library as the other side; null where that is another, and ahead of Compose.
+[[nodiscard]] windows::QbfcTransportFactory* SessionLibrary();
 
 }  // namespace twqb::com

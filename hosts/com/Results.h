@@ -6,7 +6,7 @@
 #include <exception>
 
 #include "adapters/windows/late/Owned.h"
-#include "com/ListObject.h"
+#include "com/HostList.h"
 
 namespace twqb::com {
 
@@ -49,7 +49,7 @@ template <typename Body>
 HRESULT GiveList(IDispatch** result, Body body) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
-  return Do([&] { *result = MakeListObject(body()); });
+  return Do([&] { *result = AskForList(body); });
 }
 
 }  // namespace twqb::com

@@ -74,10 +74,8 @@ struct ComHost::Parts {
     answers.reset(fdopen(out[0], "r"));
   }
   ~Parts() {
-    // It ends when there are no more orders.
-    orders.reset();
     answers.reset();
-    waitpid(child, nullptr, 0);
+    static_cast<void>(End());
   }
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
@@ -87,13 +85,21 @@ struct ComHost::Parts {
     std::fprintf(orders.get(), "%s\n", line.c_str());
     std::fflush(orders.get());
   }
-  [[nodiscard]] std::string Hear() const {
+  [[nodiscard]] std::string Hear() {
     std::string line;
     for (int c = std::fgetc(answers.get()); c != '\n'; c = std::fgetc(answers.get())) {
-      if (c == EOF) throw std::runtime_error("the host of the other side has ended behind: " + order);
+      if (c == EOF) throw std::runtime_error("the host of the other side has ended (" + End() + ") behind: " + order);
       if (c != '\r') line += static_cast<char>(c);
     }
     return line;
+  }
+  // It ends when there are no more orders; how it did.
+  std::string End() {
+    orders.reset();
+    int status = 0;
+    if (child < 0 || waitpid(std::exchange(child, -1), &status, 0) < 0) return "unknown";
+    return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
+                               : "status " + std::to_string(WEXITSTATUS(status));
   }
 
   HostOptions options;
@@ -159,6 +165,8 @@ void ComHost::Set(const HostWords& words) {
   Order(order);
 }
 
+void ComHost::Hold(OpenMode mode) { Order({"hold", std::to_string(static_cast<int>(mode))}); }
+
 std::string ComHost::TakeRecord() {
   const auto record = ReadWholeFile(parts_->notes / "record");
   const auto rest = record.substr(parts_->taken);
@@ -178,16 +186,12 @@ std::string ComHost::WhyNot(const std::string& steps) {
                                          "call GenerateGUID",
                                          "call GetQBLinkIDOf",
                                          "call LoadActivityCodes"};
-  static constexpr std::array kOfTheCommandLine = {"screen", "nobody there"};
   std::istringstream lines(steps);
   for (std::string line; std::getline(lines, line);) {
     for (const auto* step : kInside) {
       if (line.starts_with(step)) return "it calls a routine inside: " + line;
     }
-    for (const auto* step : kOfTheCommandLine) {
-      if (line.starts_with(step)) return "the command line alone has that: " + line;
-    }
-    if (line.starts_with("hold ")) return "programs of two systems don't see each other's locks: " + line;
+    if (line.starts_with("nobody there")) return "the command line alone has that: " + line;
   }
   return {};
 }

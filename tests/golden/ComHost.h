@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/transport.h"
 #include "tests/golden/ScenarioHost.h"
 
 namespace twqb {
@@ -28,6 +29,9 @@ class ComHost : public ScenarioHost {
   void Call(const HostCall& call) override;
   void Set(const HostWords& words) override;
   [[nodiscard]] std::string TakeRecord() override;
+
+  // Opens the company file on its own, beside any object, and keeps it open to its end.
+  void Hold(OpenMode mode);
 
   // Why the steps of a scenario can't be taken by such a host; empty when they can.
   [[nodiscard]] static std::string WhyNot(const std::string& steps);

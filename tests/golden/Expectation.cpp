@@ -35,6 +35,7 @@ std::vector<std::string> ComparedLines(const std::string& text) {
 std::vector<std::string> LinesThroughCom(const std::string& text) {
   static const std::regex kExit(R"(^(\{"kind":"step".*),"exit":[0-9]+\})");
   auto lines = ComparedLines(text);
+  std::erase_if(lines, [](const auto& line) { return line.starts_with(R"({"kind":"screen")"); });
   for (auto& line : lines) line = std::regex_replace(line, kExit, "$1}");
   return lines;
 }

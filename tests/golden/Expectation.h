@@ -24,8 +24,8 @@ enum class Subject : std::uint8_t { Progress, Settings };
 // whole record, which changes with every event that is left out in front of it.
 [[nodiscard]] std::vector<std::string> ComparedLines(const std::string& text);
 
-// The same of a record that came through COM, and of an expectation that it is held against: without exit statuses,
-// which are the command line's.
+// The same of a record that came through COM, and of an expectation that it is held against: without exit statuses and
+// screens, which are the command line's.
 [[nodiscard]] std::vector<std::string> LinesThroughCom(const std::string& text);
 
 }  // namespace twqb

@@ -46,5 +46,14 @@ TEST(Expectation, Lines_are_compared_without_their_number_in_the_whole_record) {
             lines);
 }
 
+TEST(Expectation, Exit_statuses_and_screens_are_left_out_of_what_came_through_COM) {
+  const std::vector<std::string> lines = {R"({"kind":"step","line":"send clients","clock":"2008"})",
+                                          R"({"kind":"show","rows":[]})"};
+  EXPECT_EQ(LinesThroughCom("{\"kind\":\"step\",\"line\":\"send clients\",\"clock\":\"2008\",\"exit\":1}\n"
+                            "{\"kind\":\"screen\",\"lines\":[\"Sending\"]}\n"
+                            "{\"kind\":\"show\",\"rows\":[]}\n"),
+            lines);
+}
+
 }  // namespace
 }  // namespace twqb

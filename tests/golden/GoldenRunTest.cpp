@@ -47,7 +47,13 @@ std::vector<std::string> ComHostCommand() {
 }
 
 ScenarioOptions Through(const std::vector<std::string>& comHost) {
-  return {.makeHost = [comHost](const HostOptions& options) { return std::make_unique<ComHost>(options, comHost); }};
+  return {.makeHost = [comHost](const HostOptions& options) { return std::make_unique<ComHost>(options, comHost); },
+          .hold =
+              [comHost](const HostOptions& options, OpenMode mode) {
+                auto holder = std::make_shared<ComHost>(options, comHost);
+                holder->Hold(mode);
+                return holder;
+              }};
 }
 
 // Those that can be taken on the road that is asked for; the others are named with the reason.

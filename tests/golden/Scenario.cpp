@@ -172,9 +172,16 @@ class ScenarioRun {
   }
   void Folder(const std::string& rest, const std::string& /*line*/) { fs::create_directory(folder_ / rest); }
   void Hold(const std::string& rest, const std::string& /*line*/) {
-    holder_ = company::CompanyTransportFactory(folder_ / "company.twq", holdersMachine_).CreateTransport();
-    holder_->OpenConnection("HOLDER", "Another program");
-    holder_->BeginSession("", rest == "single-user" ? OpenMode::SingleUser : OpenMode::DoNotCare);
+    const auto mode = rest == "single-user" ? OpenMode::SingleUser : OpenMode::DoNotCare;
+    if (options_.hold) {
+      holder_ = options_.hold({.folder = folder_.Path(), .now = TextToDate(clock_), .zone = Zone()}, mode);
+      return;
+    }
+    const std::shared_ptr<Transport> session =
+        company::CompanyTransportFactory(folder_ / "company.twq", holdersMachine_).CreateTransport();
+    session->OpenConnection("HOLDER", "Another program");
+    session->BeginSession("", mode);
+    holder_ = session;
   }
   void LetGo(const std::string& /*rest*/, const std::string& line) {
     if (!holder_) throw std::runtime_error("nothing is held: " + line);
@@ -301,7 +308,7 @@ class ScenarioRun {
     Record({{"kind", "ask"}, {"answer", Require(RunRequests(rest), line)}});
   }
   void Screen(const std::string& /*rest*/, const std::string& /*line*/) {
-    Record({{"kind", "screen"}, {"lines", Lines(screen_)}});
+    if (!options_.makeHost) Record({{"kind", "screen"}, {"lines", Lines(screen_)}});
   }
   void Files(const std::string& rest, const std::string& /*line*/) {
     std::vector<std::string> names;
@@ -423,7 +430,7 @@ class ScenarioRun {
   LostLinks lostLinks_ = LostLinks::Leave;
   std::string record_;
   SystemMachine holdersMachine_{{}};
-  std::unique_ptr<Transport> holder_;
+  std::shared_ptr<void> holder_;
   std::multimap<int, std::string> beforeAnswers_;
   std::unique_ptr<ScenarioHost> host_;  // ends first
 };

@@ -34,7 +34,8 @@
 //   release                    the end of the last object, and with the only one that of the process; those left end
 //                              with the scenario
 //   before N STEP              a step that is taken when the objects ask their N-th question, before it is answered
-//   screen                     what the last transfer printed for the person, for the record
+//   screen                     what the last transfer printed for the person, for the record; nothing where a host
+//                              takes the command line's place
 //   files BEGINNING            the names of files of the run's folder, for the record
 //   stored SECTION KEY         the value of a setting for the record; null when it is not set
 //   show STATEMENT             rows of BillingDb for the record
@@ -48,6 +49,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/transport.h"
 #include "tests/golden/ScenarioHost.h"
 
 namespace twqb {
@@ -56,6 +58,9 @@ struct ScenarioOptions {
   // What makes the hosts of objects; nothing: those inside the test. With it a host takes the command line's place in
   // the steps that are transfers and the like, which then tell no exit status.
   std::function<std::unique_ptr<ScenarioHost>(const HostOptions&)> makeHost = {};
+  // Another program of those hosts' system that has the company file open, for as long as what it gives lives; nothing:
+  // one here.
+  std::function<std::shared_ptr<void>(const HostOptions&, OpenMode)> hold = {};
 };
 
 // Runs the scenario of a folder in a temporary folder; the record, one JSON object a line. Throws std::runtime_error

@@ -5,6 +5,7 @@
 //   first NAME ARGUMENTS          the same inside of the next call, ahead of it; after a False that is nothing itself
 //   call RECORDED NAME ARGUMENTS  an operation is called or a property read, recorded under that name
 //   release                       the end of the last object
+//   hold MODE                     the program itself has a session with QuickBooks, of that mode, to its end
 // Each is answered by "done", or by "failed" and what was wrong. The library's desk asks in between (GoldenHouse.cpp).
 
 #include <oaidl.h>
@@ -40,6 +41,7 @@ using twqb::EventValue;
 using twqb::windows::Bstr;
 using twqb::windows::LateObject;
 using twqb::windows::Reference;
+using twqb::windows::Variant;
 
 using Link = _CTWQBBridge;
 using Words = std::vector<std::string>;
@@ -247,6 +249,7 @@ class Host {
     if (order == "set") return static_cast<void>(Run(words));
     if (order == "first") return first_.push_back(words);
     if (order == "call") return Call(words);
+    if (order == "hold") return Hold(std::stol(words.at(0)));
     throw std::runtime_error("no order: " + order);
   }
 
@@ -260,6 +263,17 @@ class Host {
   void Release() {
     if (links_.empty()) throw std::runtime_error("no object");
     links_.pop_back();
+  }
+  void Hold(long mode) {
+    quickbooks_ = LateObject::Create("QBFC5.QBSessionManager");
+    std::vector<Variant> name;
+    name.emplace_back(std::string_view("HOLDER"));
+    name.emplace_back(std::string_view("Another program"));
+    quickbooks_.Call("OpenConnection", std::move(name));
+    std::vector<Variant> file;
+    file.emplace_back(std::string_view());
+    file.emplace_back(mode);
+    quickbooks_.Call("BeginSession", std::move(file));
   }
   EventValue Run(const Words& words) {
     if (links_.empty()) throw std::runtime_error("no object");
@@ -286,6 +300,7 @@ class Host {
   }
 
   std::vector<Reference<Link>> links_;
+  LateObject quickbooks_;
   std::vector<Words> first_;
   // The library's own events go to the same file.
   std::ofstream record_{twqb::FromEnvironment("TWQB_GOLDEN_NOTES") + "/record", std::ios::binary | std::ios::app};

@@ -111,6 +111,8 @@ class House {
   House(const House&) = delete;
   House& operator=(const House&) = delete;
 
+  [[nodiscard]] windows::QbfcTransportFactory* Library() { return &quickbooks_; }
+
  private:
   std::string folder_ = FromEnvironment("TWQB_GOLDEN_FOLDER");
   TellingClock machine_{{.libraryFolder = folder_, .registryFile = folder_ + "/registry.ini"}, Clock()};
@@ -130,8 +132,15 @@ class House {
   AskingDesk desk_{*transcript_.Decorated().desk};
 };
 
+windows::QbfcTransportFactory* library = nullptr;  // the house's
+
 }  // namespace
 
-void Compose() { static const House house; }
+void Compose() {
+  static House house;
+  library = house.Library();
+}
+
+windows::QbfcTransportFactory* SessionLibrary() { return library; }
 
 }  // namespace twqb::com

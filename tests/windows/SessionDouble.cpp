@@ -5,6 +5,7 @@
 
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/system/FrozenMachine.h"
+#include "tests/windows/AnswerDouble.h"
 #include "tests/windows/Doubles.h"
 #include "tests/windows/EnvironmentClock.h"
 
@@ -26,10 +27,14 @@ std::unique_ptr<Machine> MakeMachine() {
   return std::make_unique<SystemMachine>(SystemMachineOptions{.libraryFolder = ".", .registryFile = {}});
 }
 
+Machine& OwnMachine() {
+  static const auto machine = MakeMachine();
+  return *machine;
+}
+
 company::CompanyTransportFactory& QuickBooks() {
   static const char* const company = std::getenv("TWQB_DOUBLE_COMPANY");
-  static const auto machine = MakeMachine();
-  static company::CompanyTransportFactory quickbooks(company == nullptr ? "" : company, *machine);
+  static company::CompanyTransportFactory quickbooks(company == nullptr ? "" : company, OwnMachine());
   return quickbooks;
 }
 
@@ -39,22 +44,6 @@ std::string Spelled(std::string path) {
   if (drive.empty() || !path.starts_with(drive)) return path;
   return ReplaceAll(path.substr(drive.size()), "\\", "/");
 }
-
-class AnswerDouble : public Double<AnswerDouble> {
- public:
-  explicit AnswerDouble(std::string text) : text_(std::move(text)) {}
-
- protected:
-  [[nodiscard]] const Table& Members() const override {
-    static const Table members = {{"toxmlstring", [](const AnswerDouble& own, const Arguments&) {
-                                     return Variant(std::string_view(own.text_));
-                                   }}};
-    return members;
-  }
-
- private:
-  std::string text_;
-};
 
 class SessionDouble : public Double<SessionDouble> {
  protected:
@@ -90,11 +79,11 @@ class SessionDouble : public Double<SessionDouble> {
          }},
         {"dorequestsfromxmlstring",
          [](const SessionDouble& own, const Arguments& given) {
-           return ObjectVariant(new AnswerDouble(own.session_->ProcessDocument(given.at(0).Text())));
+           return ObjectVariant(MakeAnswer(own.session_->ProcessDocument(given.at(0).Text()), OwnMachine()));
          }},
         {"dosubscriptionrequestsfromxmlstring",
          [](const SessionDouble& own, const Arguments& given) {
-           return ObjectVariant(new AnswerDouble(own.session_->ProcessSubscription(given.at(0).Text())));
+           return ObjectVariant(MakeAnswer(own.session_->ProcessSubscription(given.at(0).Text()), OwnMachine()));
          }},
         {"endsession",
          [](const SessionDouble& own, const Arguments&) {

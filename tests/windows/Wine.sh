@@ -1,18 +1,42 @@
 # What the tests of the build for Windows share: a Windows of their own under wine, without a display, in a folder that
 # goes at the end; and checks that are counted.
 
+# In memory where there is such a folder: wine's start and its programs' files are many small writes.
+[ ! -d /dev/shm ] || export TMPDIR=/dev/shm
 work=$(mktemp -d)
+# By this folder wine's programs find the server that they share. Were it another one later, two of them would be at work
+# on one registry, and what one has registered would go when the other writes its own.
+export TMPDIR=$work
+mkdir "$work/wine"
 export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
+# For 64 bits the system's programs are those of 64, where there are those of 32 as well: these see another part of the
+# registry.
+if [ "$WINEARCH" = win64 ] && [ -x /usr/lib/wine/wine64 ]; then
+  mkdir "$work/bin"
+  printf '#!/bin/sh\nWINELOADER=/usr/lib/wine/wine64 exec /usr/lib/wine/wine64 "$@"\n' >"$work/bin/wine"
+  chmod +x "$work/bin/wine"
+  PATH=$work/bin:$PATH
+fi
 
-leave() {
+# boot: the server stays until it is told to go. By itself it goes at each moment without programs, and the next one waits
+# until there is a new one that has read the registry.
+boot() {
+  wineserver -p
+  wine wineboot "$@" >/dev/null 2>&1
+}
+shut_down() {
   wineserver -k || true
   wineserver -w || true
+}
+leave() {
+  jobs -p | xargs -r kill 2>/dev/null || true
+  shut_down
   rm -rf "$work"
 }
 trap leave EXIT
-wine wineboot -i >/dev/null 2>&1
+boot -i
 
 # As Windows spells a path.
 there() { sed 's#/#\\#g; s#^#Z:#' <<<"$1"; }

@@ -9,18 +9,20 @@ tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$tests/Wine.sh"
 # Windows without a display; what has begun already has none at all.
 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
-wineserver -k
-wineserver -w
+shut_down
+boot
 
 library=$work/lib
 mkdir "$library"
 cp "$built/hosts/com/TWQBClient90.dll" "$library"
 
-# in_folder NAME: a new firm, whose company file QuickBooks has open.
+# opened NAME: the embedded QuickBooks has the company file of that firm open.
+opened() { printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/$1/company.twq")" >"$library/TWQBClient90.ini"; }
+# in_folder NAME: a new firm, whose company file is open.
 in_folder() {
   mkdir "$work/$1"
   "$here" -C "$work/$1" init --sample >/dev/null
-  printf '[QUICKBOOKS]\r\nCompanyFile=%s\r\n' "$(there "$work/$1/company.twq")" >"$library/TWQBClient90.ini"
+  opened "$1"
   wine reg add 'HKCU\SOFTWARE\OFS\TW80' /v Database /d "$(there "$work/$1/billing.db")" /f >/dev/null
 }
 
@@ -28,16 +30,18 @@ in_folder() {
 pressing() {
   local orders=$1 status=0
   shift
-  rm -f "$work/stop"
+  rm -f "$work/stop" "$work/boxes"
   # shellcheck disable=SC2086  # orders are words
   wine "$built/tests/windows/presser.exe" "$(there "$work/boxes")" "$(there "$work/stop")" $orders &
+  local presser=$!
+  until [ -e "$work/boxes" ] || ! kill -0 "$presser" 2>/dev/null; do sleep 0.05; done  # it looks on from then on
   "$@" || status=$?
   touch "$work/stop"
-  wait $! || true
+  wait "$presser" || true
   return "$status"
 }
 
-script() { timeout 300 wine cscript //nologo "$(there "$1")" "${@:2}" | tr -d '\r'; }
+script() { timeout 1200 wine cscript //nologo "$(there "$1")" "${@:2}" | tr -d '\r'; }
 # classes NAME: what the registry holds of classes, of the machine and of the user.
 classes() {
   local whose
@@ -77,6 +81,41 @@ TEXT
 pressing "" script "$tests/script.vbs" "$(there "$work/script")" >"$work/got" || true
 check "A script reaches properties, lists, arrays and errors" diff "$work/expected" "$work/got"
 check "No box came up for that" test ! -s "$work/boxes"
+
+in_folder every
+"$here" -C "$work/every" settings set GENERAL FIRST_TIME False
+cat >"$work/expected" <<'TEXT'
+paths True True
+set True True True True True True True
+put back False False False False False
+texts 4711 C:\firm\link.hlp new passed
+ConnectToQB True 16 US
+QBDB True
+SendDataToQB True
+GetDataFromQB True
+IsJob False
+DeleteTWRecord True
+DeleteQBRecord False
+SubscribeToQBEvents True True
+and taken back True False
+SaveSettings True
+GetAccounts True False
+GetEmployees True False
+GetCustomers True False
+GetVendors True False
+GetInvoices True False
+GetPayments True False
+GetExpCodes True False
+GetActivities True False
+GetTimeEntries True False
+GetChecks True False
+GetBills True False
+GetClassItems True False
+GetPayrollItems True False
+GetQBAccounts True 3
+TEXT
+pressing "" script "$tests/every.vbs" "$(there "$work/every")" >"$work/got" || true
+check "A script calls every property and operation by its name" diff "$work/expected" "$work/got"
 
 # The demonstration firm, by a script of ten lines and by twqb.
 in_folder there
@@ -131,7 +170,7 @@ check "And that is told" grep -q 'Operation cancelled!' "$work/boxes"
 check "Not all clients went" sh -c "'$here' -C '$work/cancel' status | grep clients | grep -vE 'clients +64 +64'"
 
 # The forms alone.
-forms() { timeout 60 wine "$built/tests/windows/desk_host.exe" "$@" 2>/dev/null | tr -d '\r'; }
+forms() { timeout 300 wine "$built/tests/windows/desk_host.exe" "$@" 2>/dev/null | tr -d '\r'; }
 pressing "vendor 1" forms vendor >"$work/got" || true
 check "The vendor that is chosen is the one picked" grep -qx 'Böhm & Söhne' "$work/got"
 pressing cancel forms progress >"$work/got" || true
@@ -140,7 +179,7 @@ check "A press of Cancel comes at the next pump" grep -qx pressed "$work/got"
 # Boxes with help, and the help itself, which the system's viewer does not find.
 forms_help() {
   forms help 'C:\firm\link.hlp'
-  for _ in $(seq 40); do
+  for _ in $(seq 400); do
     ! grep -q 'link\.hlp' "$work/boxes" || break
     sleep 0.25
   done
@@ -165,7 +204,7 @@ check "Settings that Windows' own calls write are read, and the other way round"
 # By slots.
 in_folder slots
 "$here" -C "$work/slots" settings set GENERAL FIRST_TIME False
-pressing "" timeout 300 wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")" >"$work/got" 2>&1 || true
+pressing "" timeout 1200 wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")" >"$work/got" 2>&1 || true
 check "A host of C++ finds every slot as it should be" grep -q ' 0 failed' "$work/got"
 [ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
 
@@ -185,7 +224,7 @@ check "Nothing is left of it for the machine" diff "$work/before.HKLM" "$work/af
 check "Nor for the user" diff "$work/before.HKCU" "$work/after.HKCU"
 
 # As a user who may not write to the machine's part of the registry.
-timeout 60 wine "$built/tests/windows/user_host.exe" "$(there "$library/TWQBClient90.dll")" | tr -d '\r' >"$work/got" || true
+timeout 300 wine "$built/tests/windows/user_host.exe" "$(there "$library/TWQBClient90.dll")" | tr -d '\r' >"$work/got" || true
 cat >"$work/expected" <<'TEXT'
 before: machine no, user no
 registering gives 0
@@ -199,9 +238,22 @@ classes after
 check "Nothing is left of that either" sh -c \
   "diff '$work/before.HKLM' '$work/after.HKLM' && diff '$work/before.HKCU' '$work/after.HKCU'"
 
+# Without ADO. Wine has one of its own, of which most is not there.
+opened every
+wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
+wine reg delete 'HKLM\Software\Classes\ADODB.Connection' /f >/dev/null
+cat >"$work/without.vbs" <<'TEXT'
+Set link = CreateObject("TWQBClient90.CTWQBBridge")
+link.ConnectString = "Provider=SQLOLEDB;Data Source=OFFICE"
+link.TWSettingsPath = WScript.Arguments(0) & "\twqb.ini"
+WScript.Echo "sent: " & link.SendDataToQB(2)
+TEXT
+pressing "" script "$work/without.vbs" "$(there "$work/every")" >"$work/got" || true
+check "Without ADO a transfer fails" grep -q 'sent: False' "$work/got"
+check "And the person is told that, with its number" grep -q -- '-2147221005(800401F3)' "$work/boxes"
+
 # By late binding.
 register_doubles "$built/tests/windows/doubles.dll"
-wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
 in_folder late
 rm "$library/TWQBClient90.ini"
 "$here" -C "$work/late" settings set GENERAL FIRST_TIME False
@@ -213,5 +265,25 @@ check "By ADO and QuickBooks' session library all is sent and fetched, too" \
 ends_alike() { diff <("$1" here) <("$1" late); }
 for what in counted linked owed; do
   check "And both sides end alike by that road ($what)" ends_alike "$what"
+done
+
+# Lists are the session library's own objects there, and ours with the embedded company file. Read twice, they say the
+# same.
+lists() { script "$tests/lists.vbs" "$(there "$work/late")" >"$work/$1"; }
+lists_by_late_binding() {
+  TWQB_DOUBLE_COMPANY=$(there "$work/late/company.twq") lists "$@"
+}
+# whose WHOM FILE: all five are theirs.
+whose() { [ "$(grep -acE "^[1-9][0-9]* [a-z]+ of $1\$" "$work/$2")" = 5 ]; }
+of_somebody() { sed -E 's/ of (TWQBClient90|session library)$/ of somebody/' "$work/$1"; }
+pressing "" lists_by_late_binding lists.own || true
+check "A host is given the session library's own lists" whose 'session library' lists.own
+TWQB_DOUBLE_LISTS=none pressing "" lists_by_late_binding lists.ours || true
+check "Where that gives the text alone they are this library's" whose TWQBClient90 lists.ours
+opened late
+pressing "" lists lists.embedded || true
+check "So they are with the embedded company file" whose TWQBClient90 lists.embedded
+for lists in lists.ours lists.embedded; do
+  check "And they hold the same records (${lists#*.})" diff <(of_somebody lists.own) <(of_somebody "$lists")
 done
 conclude

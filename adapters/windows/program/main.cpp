@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <array>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ std::string Utf8(const wchar_t* text) {
 
 int wmain(int count, wchar_t** given) {
   for (const int stream : std::array{0, 1, 2}) _setmode(stream, _O_BINARY);
+  // Into a file, too: what boxes say goes there by another road, and is to stand behind what was told before it.
+  std::setvbuf(stderr, nullptr, _IONBF, 0);
   SetConsoleOutputCP(CP_UTF8);
   SetConsoleCP(CP_UTF8);
   // What --quickbooks and ADO stand on lives in this thread's apartment.

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "adapters/windows/late/LateObject.h"
+#include "adapters/windows/qbfc/LastAnswer.h"
 #include "platform/PlatformError.h"
 
 namespace twqb::windows {
@@ -46,7 +47,7 @@ Variant ByReference(Number& number) {
 
 class QbfcTransport : public Transport {
  public:
-  explicit QbfcTransport(LateObject manager) : manager_(std::move(manager)) {}
+  QbfcTransport(LateObject manager, LastAnswer& last) : manager_(std::move(manager)), last_(last) {}
 
   InterfaceVersion GetVersion() override {
     short major = 0;
@@ -73,7 +74,10 @@ class QbfcTransport : public Transport {
   std::string GetCurrentCompanyFileName() override { return manager_.Call("GetCurrentCompanyFileName").Text(); }
 
   std::string ProcessDocument(std::string_view document) override {
-    return manager_.CallObject("DoRequestsFromXMLString", List(document)).Call("ToXMLString").Text();
+    auto answer = manager_.CallObject("DoRequestsFromXMLString", List(document));
+    auto text = answer.Call("ToXMLString").Text();
+    last_.Note(std::move(answer));
+    return text;
   }
 
   std::string ProcessSubscription(std::string_view document) override {
@@ -85,13 +89,17 @@ class QbfcTransport : public Transport {
 
  private:
   LateObject manager_;
+  LastAnswer& last_;
 };
 
 }  // namespace
 
+QbfcTransportFactory::QbfcTransportFactory() : last_(std::make_unique<LastAnswer>()) {}
+QbfcTransportFactory::~QbfcTransportFactory() = default;
+
 std::unique_ptr<Transport> QbfcTransportFactory::CreateTransport() {
   for (const auto className : kClasses) {
-    if (IsInstalled(className)) return std::make_unique<QbfcTransport>(LateObject::Create(className));
+    if (IsInstalled(className)) return std::make_unique<QbfcTransport>(LateObject::Create(className), *last_);
   }
   throw PlatformError(kNotInstalled, "QuickBooks' session library is not installed on this computer.");
 }

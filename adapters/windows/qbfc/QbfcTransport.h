@@ -11,10 +11,21 @@
 
 namespace twqb::windows {
 
+class LastAnswer;
+
 class QbfcTransportFactory : public TransportFactory {
  public:
-  // Raises 0x8007007E where no version is installed, and else what making the object raises.
+  QbfcTransportFactory();
+  ~QbfcTransportFactory() override;
+  // Raises 0x8007007E where no version is installed, and else what making the object raises. It must outlive what it
+  // makes.
   std::unique_ptr<Transport> CreateTransport() override;
+
+  // To a set of requests, by any transport that it made.
+  [[nodiscard]] LastAnswer& Last() { return *last_; }
+
+ private:
+  std::unique_ptr<LastAnswer> last_;
 };
 
 }  // namespace twqb::windows

@@ -1,0 +1,101 @@
+#include "tests/windows/AnswerDouble.h"
+
+#include "com/ListObject.h"
+#include "quickbooks/ResponseModel.h"
+#include "tests/windows/EnvironmentClock.h"
+
+namespace twqb::doubles {
+
+namespace {
+
+using windows::Variant;
+
+std::size_t IndexIn(const Arguments& given) { return static_cast<std::size_t>(given.at(0).Number()); }
+
+class DetailDouble : public Double<DetailDouble> {
+ public:
+  explicit DetailDouble(ReturnedList list) : list_(std::move(list)) {}
+
+ protected:
+  [[nodiscard]] const Table& Members() const override {
+    static const Table members = {
+        {"count",
+         [](const DetailDouble& own, const Arguments&) { return Variant(static_cast<long>(own.list_.Count())); }},
+        {"getat",
+         [](const DetailDouble& own, const Arguments& given) {
+           return ObjectVariant(com::MakeRecordObject(own.list_.GetAt(IndexIn(given))));
+         }},
+        {"isdouble", [](const DetailDouble&, const Arguments&) { return Variant(true); }}};
+    return members;
+  }
+
+ private:
+  ReturnedList list_;
+};
+
+class ResponseDouble : public Double<ResponseDouble> {
+ public:
+  explicit ResponseDouble(Response response) : response_(std::move(response)) {}
+
+ protected:
+  [[nodiscard]] const Table& Members() const override {
+    static const Table members = {
+        {"statuscode", [](const ResponseDouble& own,
+                          const Arguments&) { return Variant(static_cast<long>(own.response_.StatusCode())); }},
+        {"detail", [](const ResponseDouble& own, const Arguments&) {
+           auto list = own.response_.DetailList();
+           return ObjectVariant(list.IsNothing() ? nullptr : new DetailDouble(std::move(list)));
+         }}};
+    return members;
+  }
+
+ private:
+  Response response_;
+};
+
+class ResponsesDouble : public Double<ResponsesDouble> {
+ public:
+  explicit ResponsesDouble(MsgSetResponse responses) : responses_(std::move(responses)) {}
+
+ protected:
+  [[nodiscard]] const Table& Members() const override {
+    static const Table members = {
+        {"count", [](const ResponsesDouble& own,
+                     const Arguments&) { return Variant(static_cast<long>(own.responses_.Count())); }},
+        {"getat", [](const ResponsesDouble& own, const Arguments& given) {
+           return ObjectVariant(new ResponseDouble(own.responses_.GetAt(IndexIn(given))));
+         }}};
+    return members;
+  }
+
+ private:
+  MsgSetResponse responses_;
+};
+
+class AnswerDouble : public Double<AnswerDouble> {
+ public:
+  AnswerDouble(std::string text, Machine& machine) : text_(std::move(text)), machine_(machine) {}
+
+ protected:
+  [[nodiscard]] const Table& Members() const override {
+    static const Table members = {
+        {"toxmlstring", [](const AnswerDouble& own, const Arguments&) { return Variant(std::string_view(own.text_)); }},
+        {"responselist", [](const AnswerDouble& own, const Arguments&) {
+           return ObjectVariant(new ResponsesDouble(MsgSetResponse(own.text_, &own.machine_)));
+         }}};
+    return members;
+  }
+  [[nodiscard]] bool Knows(const std::string& name) const override {
+    return Double::Knows(name) && (!SameName(name, "ResponseList") || FromEnvironment("TWQB_DOUBLE_LISTS") != "none");
+  }
+
+ private:
+  std::string text_;
+  Machine& machine_;
+};
+
+}  // namespace
+
+IDispatch* MakeAnswer(std::string text, Machine& machine) { return new AnswerDouble(std::move(text), machine); }
+
+}  // namespace twqb::doubles
