@@ -189,6 +189,19 @@ void CompanyStore::WriteConditions(const CompanyConditions& conditions) {
   }
 }
 
+std::optional<Status> CompanyStore::ReadRefusal(std::string_view kind) {
+  const auto text = ReadSetting(fmt::format("refused {}", kind));
+  if (!text) return std::nullopt;
+  const auto blank = text->find(' ');
+  Status refusal{.message = text->substr(blank + 1)};
+  std::from_chars(text->data(), text->data() + blank, refusal.code);
+  return refusal;
+}
+
+void CompanyStore::WriteRefusal(std::string_view kind, const Status& refusal) {
+  WriteSetting(fmt::format("refused {}", kind), fmt::format("{} {}", refusal.code, refusal.message));
+}
+
 std::string CompanyStore::NewId(std::string_view counter, std::int64_t now) {
   auto rows = database_.Query("UPDATE counter SET next = next + 1 WHERE name = ? RETURNING next - 1", {counter});
   if (!rows.Next()) Raise(kUnexpected, "It has no counter.");

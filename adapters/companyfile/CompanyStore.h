@@ -18,6 +18,7 @@
 #include "adapters/companyfile/ListRecord.h"
 #include "adapters/companyfile/RecordFilter.h"
 #include "adapters/companyfile/Sqlite.h"
+#include "adapters/companyfile/Status.h"
 
 namespace twqb::company {
 
@@ -41,6 +42,11 @@ class CompanyStore {
   // As they stand in the file now. One that is not stored, or whose value is unknown, is as in a new file.
   [[nodiscard]] CompanyConditions ReadConditions();
   void WriteConditions(const CompanyConditions& conditions);
+
+  // What every request about records of the kind is answered; nothing where they are carried out, as in every file that
+  // was not read from another QuickBooks.
+  [[nodiscard]] std::optional<Status> ReadRefusal(std::string_view kind);
+  void WriteRefusal(std::string_view kind, const Status& refusal);
 
   // Identifiers that were never given out before: of a list record; of a transaction or a line of one.
   [[nodiscard]] std::string NewListId(std::int64_t now) { return NewId("list", now); }

@@ -128,6 +128,8 @@ class RecordIntake::Laying {
     txns_.Insert(txn);
   }
 
+  void Refuse(std::string_view kind, const Status& refusal) { store_.WriteRefusal(kind, refusal); }
+
   void Finish(const CompanyConditions& conditions) {
     SettleApplications();
     SettleLinks();
@@ -317,6 +319,10 @@ void RecordIntake::Lay(const TxnKind& kind, pugi::xml_node response) {
 
 void RecordIntake::LayNames(std::string_view kind, std::string_view nameSpace, pugi::xml_node response) {
   for (const auto record : response.children()) laying_->LayName(kind, nameSpace, record);
+}
+
+void RecordIntake::Refuse(std::string_view kind, int code, std::string_view message) {
+  laying_->Refuse(kind, {.code = code, .message = std::string(message)});
 }
 
 void RecordIntake::Finish(const CompanyConditions& conditions) { laying_->Finish(conditions); }

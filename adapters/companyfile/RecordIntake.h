@@ -33,6 +33,9 @@ class RecordIntake {
   void Lay(const TxnKind& kind, pugi::xml_node response);
   // Records of a kind that the file does not keep, whose names are among those of a name space that it has.
   void LayNames(std::string_view kind, std::string_view nameSpace, pugi::xml_node response);
+  // What QuickBooks answers to a question for all of a kind, instead of records: every request about the kind gets that
+  // answer from the file.
+  void Refuse(std::string_view kind, int code, std::string_view message);
 
   // Settles what leads from one transaction to another, and keeps the file. Without it nothing of it stays whole.
   void Finish(const CompanyConditions& conditions);

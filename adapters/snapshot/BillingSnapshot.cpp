@@ -62,9 +62,12 @@ class BillingReader {
     for (const auto& statement : schema) {
       if (IsTable(statement)) made_->Execute(statement, nullptr);
     }
-    for (const auto& table : Tables()) ReadTable(table);
+    for (const auto& table : Named("table")) ReadTable(table);
     for (const auto& statement : schema) {
       if (!IsTable(statement)) MakeBeside(statement);
+    }
+    for (const auto& view : Named("view")) {
+      if (!IsThere(view)) made_->Execute("DROP VIEW " + Quoted(view), nullptr);
     }
     made_->Close();
   }
@@ -72,11 +75,24 @@ class BillingReader {
  private:
   static bool IsTable(std::string_view statement) { return statement.find("CREATE TABLE") != std::string_view::npos; }
 
-  [[nodiscard]] std::vector<std::string> Tables() {
-    std::vector<std::string> tables;
-    const auto names = made_->Execute("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid", nullptr);
-    for (; !names->Eof(); names->MoveNext()) tables.push_back(ToText(names->FieldAt(0)));
-    return tables;
+  [[nodiscard]] std::vector<std::string> Named(std::string_view type) {
+    std::vector<std::string> found;
+    const auto names =
+        made_->Execute(fmt::format("SELECT name FROM sqlite_master WHERE type = '{}' ORDER BY rowid", type), nullptr);
+    for (; !names->Eof(); names->MoveNext()) found.push_back(ToText(names->FieldAt(0)));
+    return found;
+  }
+
+  [[nodiscard]] bool IsThere(const std::string& view) {
+    watch_("the view " + view);
+    try {
+      source_.OpenRecordset(fmt::format("SELECT * FROM {} WHERE 1 = 0;", view), ado::CursorType::Static,
+                            ado::LockType::ReadOnly);
+      return true;
+    } catch (const PlatformError& raised) {
+      if (raised.number() != error::kNoSuchTable) Refuse(view, raised);
+      return false;
+    }
   }
 
   // What indexes and views need, this database may lack.

@@ -12,8 +12,8 @@
 
 namespace twqb::snapshot {
 
-// `source` is open. `schema`: CREATE TABLE and CREATE INDEX statements. Raises SnapshotError for what the database does
-// not tell, and PlatformError when the file can't be made.
+// `source` is open. `schema`: statements that make tables, indexes and views. Raises SnapshotError for what the
+// database does not tell, and PlatformError when the file can't be made.
 void ReadBilling(ado::Connection& source, const std::string& path, std::span<const std::string> schema,
                  const Watch& watch);
 

@@ -86,11 +86,7 @@ class CompanyReader {
     company::RecordIntake intake(path, options, machine);
     ReadLists(intake);
     for (const auto& kind : company::TxnKinds()) {
-      const auto answer = AskForAll(kind.name);
-      if (answer.Code() == status::kFeatureNotEnabled && kind.feature != nullptr) {
-        conditions.*kind.feature = company::Feature::Disabled;
-      }
-      if (answer.Code() == status::kOk) intake.Lay(kind, answer.Response());
+      if (const auto answer = AskForAll(kind.name, intake)) intake.Lay(kind, answer->Response());
     }
     intake.Finish(conditions);
   }
@@ -144,10 +140,10 @@ class CompanyReader {
   void ReadLists(company::RecordIntake& intake) {
     std::vector<std::pair<const company::ListKind*, Answer>> read;
     for (const auto& kind : company::ListKinds()) {
-      auto answer = AskForAll(kind.name);
-      if (answer.Code() != status::kOk) continue;
-      intake.Announce(answer.Response());
-      read.emplace_back(&kind, std::move(answer));
+      auto answer = AskForAll(kind.name, intake);
+      if (!answer) continue;
+      intake.Announce(answer->Response());
+      read.emplace_back(&kind, *std::move(answer));
     }
     for (const auto& [kind, answer] : read) intake.Lay(*kind, answer.Response());
     for (const auto& [name, sharesNamesWith] : kOtherKinds) {
@@ -157,10 +153,11 @@ class CompanyReader {
     }
   }
 
-  // All of a kind with its lines and links; nothing of one that this edition does not have.
-  Answer AskForAll(std::string_view kind) {
+  // All of a kind with its lines and links; nothing where there are none, and of a kind that this edition does not
+  // have.
+  std::optional<Answer> AskForAll(std::string_view kind, company::RecordIntake& intake) {
     const auto* message = messages::FindMessage(fmt::format("{}Query", kind));
-    if (message == nullptr || !message->KnownIn(form_)) return {};
+    if (message == nullptr || !message->KnownIn(form_)) return std::nullopt;
     std::string fields;
     const auto add = [&](std::string_view name, std::string_view value) {
       const auto* row = company::FindRow(message->request, name);
@@ -171,15 +168,17 @@ class CompanyReader {
     add("IncludeLinkedTxns", "true");
     auto answer = Ask(kind, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, fields));
     const auto code = answer.Code();
-    if (code != status::kOk && code != status::kFoundNothing && code != status::kFeatureNotEnabled) {
-      Refuse(fmt::format("its records of the kind {}", kind), fmt::format("{} (status {})", answer.Message(), code));
-    }
-    return answer;
+    if (code == status::kOk) return answer;
+    // A feature that is off, or what this user may not see: a transfer hears the same.
+    if (code != status::kFoundNothing) intake.Refuse(kind, code, answer.Message());
+    return std::nullopt;
   }
 
   Answer Ask(std::string_view what, const std::string& request) {
     watch_(what);
-    return Called(what, [&] { return Answer(session_.ProcessDocument(Enveloped(request))); });
+    auto answer = Called(what, [&] { return Answer(session_.ProcessDocument(Enveloped(request))); });
+    if (answer.Code() < 0) Refuse(what, "Its answer is none.");
+    return answer;
   }
 
   [[nodiscard]] std::string Enveloped(const std::string& request) const {
