@@ -9,6 +9,7 @@
 #include "adapters/snapshot/Snapshot.h"
 #include "adapters/terminal/EndSignals.h"
 #include "adapters/terminal/TextLayout.h"
+#include "adapters/transcript/Masking.h"
 #include "cli/Attribution.h"
 #include "cli/BridgeRun.h"
 #include "cli/Checks.h"
@@ -140,7 +141,8 @@ Preview RunPreview(const Options& options, const std::vector<TransferRequest>& r
   try {
     return RunOnCopies(options, requests, arrange, sources);
   } catch (const snapshot::SnapshotError& failure) {
-    throw UsageError(fmt::format("{}\nWithout that there is no preview. Nothing has been changed.", failure.what()));
+    throw UsageError(
+        fmt::format("{}\nWithout that there is no preview. Nothing has been changed.", MaskPasswords(failure.what())));
   }
 }
 

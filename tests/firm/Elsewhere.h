@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "adapters/companyfile/CompanyTransport.h"
@@ -38,8 +39,10 @@ class HandedQuickBooks : public TransportFactory {
 
 class Elsewhere {
  public:
-  Elsewhere(const FirmFiles& files, Machine& machine)
+  // `provider`: what the database's connections call theirs.
+  Elsewhere(const FirmFiles& files, Machine& machine, std::string provider = "SQLFARAWAY")
       : files_(files),
+        provider_(std::move(provider)),
         quickBooks_(files.Path("company.twq"), machine),
         spiedDatabase_(*this),
         spiedQuickBooks_(*this),
@@ -50,7 +53,7 @@ class Elsewhere {
             .quickBooks = [this] { return std::make_unique<HandedQuickBooks>(*calls_.Decorated().quickbooks); }};
   }
   [[nodiscard]] std::string Connection() const {
-    return "Provider=SQLFARAWAY;Data Source=" + files_.Path("billing.db");
+    return "Provider=" + provider_ + ";Data Source=" + files_.Path("billing.db");
   }
   [[nodiscard]] FaultPlatform& Calls() { return calls_; }
 
@@ -62,7 +65,7 @@ class Elsewhere {
    public:
     SpiedConnection(std::unique_ptr<ado::Connection> inner, Elsewhere& owner)
         : ForwardingConnection(std::move(inner)), owner_(owner) {}
-    [[nodiscard]] std::string Provider() const override { return "SQLFARAWAY"; }
+    [[nodiscard]] std::string Provider() const override { return owner_.provider_; }
     void SetConnectionString(std::string text) override {
       EXPECT_EQ(text, owner_.Connection());
       ForwardingConnection::SetConnectionString(owner_.files_.Connection());
@@ -119,6 +122,7 @@ class Elsewhere {
   };
 
   FirmFiles files_;
+  std::string provider_;
   SqliteProvider database_;
   company::CompanyTransportFactory quickBooks_;
   SpiedDatabase spiedDatabase_;

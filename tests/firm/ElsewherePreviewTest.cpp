@@ -11,6 +11,7 @@
 #include <optional>
 #include <pugixml.hpp>
 
+#include "adapters/companyfile/CompanyFile.h"
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/terminal/EndSignals.h"
 #include "cli/Diff.h"
@@ -35,14 +36,17 @@ constexpr TransferRequest kGetAll = {.direction = Direction::Get};
 // A firm's folder, which is the current one meanwhile; what is temporary stands in a folder of its own.
 class Office {
  public:
-  explicit Office(const cli::FolderPlan& plan)
+  // The dialect of the database is told from its provider: "JETLITE" here is "JETFARAWAY" there.
+  enum class Dialect : bool { Sql, Jet };
+  explicit Office(const cli::FolderPlan& plan, Dialect dialect = Dialect::Sql)
       : files_{.folder = folder_.Path()},
         machine_({.libraryFolder = files_.folder, .registryFile = files_.Path("registry.ini")}, clock_) {
     cli::MakeFolder(files_.folder, plan, machine_);
     std::filesystem::current_path(files_.folder);
     if (const auto* was = std::getenv("TMPDIR")) tmp_ = was;
     ::setenv("TMPDIR", temporary_.Path().c_str(), 1);
-    elsewhere.emplace(files_, machine_);
+    if (dialect == Dialect::Jet) here_ = "Provider=JETLITE;Data Source=" + files_.Path("billing.db");
+    elsewhere.emplace(files_, machine_, dialect == Dialect::Jet ? "JETFARAWAY" : "SQLFARAWAY");
     sides_ = elsewhere->Sides();
   }
   ~Office() {
@@ -52,7 +56,7 @@ class Office {
   Office(const Office&) = delete;
   Office& operator=(const Office&) = delete;
 
-  [[nodiscard]] cli::Options Here() const { return {.noProgress = true, .clock = clock_}; }
+  [[nodiscard]] cli::Options Here() const { return {.billing = here_, .noProgress = true, .clock = clock_}; }
   [[nodiscard]] cli::Options There() const {
     auto options = Here();
     options.billing = elsewhere->Connection();
@@ -74,10 +78,18 @@ class Office {
   [[nodiscard]] bool IsTidy() const { return std::filesystem::is_empty(temporary_.Path()); }
 
   // The lines of both previews are the same.
-  void ExpectSamePreview(const TransferRequest& request) {
+  void ExpectSamePreview(const TransferRequest& request) { ExpectSamePreview(request, There()); }
+  void ExpectSamePreview(const TransferRequest& request, const cli::Options& there) {
     SCOPED_TRACE(fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", int{request.table}));
     ExpectSameLines(cli::PreviewJson(cli::RunPreview(Here(), request), "v"),
-                    cli::PreviewJson(cli::RunPreview(There(), request), "v"));
+                    cli::PreviewJson(cli::RunPreview(there, request), "v"));
+  }
+  // Nobody may use the company file.
+  void Lock() {
+    company::CompanyFile file(files_.Path("company.twq"), machine_);
+    auto conditions = file.GetConditions();
+    conditions.application = company::Permission::Withheld;
+    file.SetConditions(conditions);
   }
   static void ExpectSameLines(const std::string& here, const std::string& there) {
     const auto expected = Split(here, '\n');
@@ -102,6 +114,7 @@ class Office {
                           .zone = {.bias = 300, .daylightBias = -60, .state = TimeZoneState::Standard},
                           .seed = 7};
   FrozenMachine machine_;
+  std::string here_;
   std::optional<std::string> tmp_;
   cli::OtherSides sides_;
 };
@@ -126,6 +139,33 @@ TEST(ElsewhereDemonstrationFirm, Is_previewed_as_from_files) {
   office.ExpectSamePreview(kGetAll);
   office.ExpectSamePreview({.direction = Direction::Get, .table = enPayments});
   office.ExpectSamePreview({.direction = Direction::Send, .table = enClients, .id = "ABBOTT"});
+}
+
+TEST(ElsewhereDemonstrationFirm, Is_previewed_as_from_files_with_one_side_elsewhere_and_in_the_other_dialect) {
+  Office office({.content = cli::Content::Sample}, Office::Dialect::Jet);
+  office.ExpectSamePreview(kSendAll);
+  auto database = office.There();
+  database.quickBooksItself = false;
+  office.ExpectSamePreview(kGetAll, database);
+  auto quickBooks = office.There();
+  quickBooks.billing = office.Here().billing;
+  office.ExpectSamePreview(kSendAll, quickBooks);
+}
+
+TEST(ElsewherePreviews, Of_a_QuickBooks_that_begins_no_session_fail_as_the_transfer_would) {
+  Office office({.content = cli::Content::Firm, .firm = TinyFirm(1)});
+  office.Lock();
+  const auto preview = cli::RunPreview(office.There(), kSendAll);
+  EXPECT_FALSE(preview.done);
+  ASSERT_FALSE(preview.boxes.empty());
+  EXPECT_NE(preview.boxes.front().text.find("permission"), std::string::npos);
+  try {
+    static_cast<void>(cli::FindDifference(office.There(), enClients, std::nullopt));
+    FAIL();
+  } catch (const cli::UsageError& told) {
+    EXPECT_NE(std::string(told.what()).find("no session with QuickBooks"), std::string::npos) << told.what();
+  }
+  EXPECT_TRUE(office.IsTidy());
 }
 
 TEST(ElsewhereDemonstrationFirm, Differs_as_in_files_and_is_read_once_for_all_transfers_of_the_comparison) {
