@@ -213,7 +213,9 @@ std::string CompanyStore::NewId(std::string_view counter, std::int64_t now) {
 
 std::optional<ListRecord> CompanyStore::FindById(const ListKind& kind, std::string_view listId) {
   static const std::string sql = std::string(kSelect) + "WHERE r.list_id = ? AND r.kind = ?";
-  return FirstRecord(database_.Query(sql, {listId, kind.name}));
+  if (auto record = FirstRecord(database_.Query(sql, {listId, kind.name}))) return record;
+  const auto ofKind = fmt::format("{}{}{}", listId, kIdOfKind, kind.name);
+  return FirstRecord(database_.Query(sql, {std::string_view(ofKind), kind.name}));
 }
 
 std::optional<FoundRecord> CompanyStore::FindById(std::string_view listId) {

@@ -29,9 +29,6 @@ using messages::Element;
 std::string TextOf(pugi::xml_node parent, std::string_view field) {
   return field.empty() ? std::string() : std::string(ChildText(parent, field));
 }
-std::string Referenced(pugi::xml_node parent, std::string_view field) {
-  return field.empty() ? std::string() : TextOf(ChildElement(parent, field), "ListID");
-}
 std::int64_t Integer(std::string_view text, int base = 10) {
   std::int64_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number, base);
@@ -84,12 +81,14 @@ class RecordIntake::Laying {
         transaction_(store_.Begin(SqliteTransaction::Purpose::Write)),
         clock_(ReadClock(machine)) {}
 
-  void Announce(pugi::xml_node response) {
-    for (const auto record : response.children()) lists_.insert(TextOf(record, "ListID"));
+  void Announce(const ListKind& kind, pugi::xml_node response) {
+    for (const auto record : response.children()) owners_[TextOf(record, "ListID")].push_back(kind.name);
   }
 
   void LayRecord(const ListKind& kind, pugi::xml_node told) {
     auto record = RecordOf(told);
+    record.listId = IdOf(kind.name, record.listId);
+    if (!record.parentId.empty()) record.parentId = IdOf(kind.name, record.parentId);
     record.type = TextOf(told, kind.typeField);
     record.number = TextOf(told, kind.numberField);
     ForEachElementRow(RecordRow(kind.name).Children(), [&](const Element& row) {
@@ -104,7 +103,9 @@ class RecordIntake::Laying {
   }
 
   void LayName(std::string_view kind, std::string_view nameSpace, pugi::xml_node told) {
-    store_.Lay(kind, nameSpace, RecordOf(told));
+    auto record = RecordOf(told);
+    record.listId.append(1, kIdOfKind).append(kind);
+    store_.Lay(kind, nameSpace, std::move(record));
   }
 
   void LayTxn(const TxnKind& kind, pugi::xml_node told) {
@@ -140,6 +141,31 @@ class RecordIntake::Laying {
   }
 
  private:
+  // Of several lists that have a record of that identifier, the first one keeps it.
+  [[nodiscard]] std::string IdOf(std::string_view kind, std::string_view listId) const {
+    const auto owners = owners_.find(listId);
+    const bool isFirst = owners != owners_.end() && owners->second.front() == kind;
+    return isFirst ? std::string(listId) : fmt::format("{}{}{}", listId, kIdOfKind, kind);
+  }
+  [[nodiscard]] std::string IdNamed(std::string_view field, std::string_view listId) const {
+    if (listId.empty()) return {};
+    const auto owners = owners_.find(listId);
+    const auto* rule = FindReferenceRule(field);
+    if (rule != nullptr && owners != owners_.end()) {
+      for (const auto kind : rule->kinds) {
+        if (std::ranges::find(owners->second, kind) != owners->second.end()) return IdOf(kind, listId);
+      }
+    }
+    return fmt::format("{}{}", listId, kIdOfKind);
+  }
+  [[nodiscard]] std::string Referenced(pugi::xml_node parent, std::string_view field) const {
+    return field.empty() ? std::string() : IdNamed(field, ChildText(ChildElement(parent, field), "ListID"));
+  }
+  void LayTold(std::string& body, pugi::xml_node told, const Element& row) const {
+    LayElement(body, told, row,
+               [this](std::string_view field, std::string_view listId) { return IdNamed(field, listId); });
+  }
+
   [[nodiscard]] std::int64_t MomentOf(std::string_view text) const {
     const auto told = messages::ParseDateTime(text);
     if (!told) return clock_.now;
@@ -175,7 +201,7 @@ class RecordIntake::Laying {
   void LayField(std::string& body, pugi::xml_node told, const Element& row) const {
     for (const auto field : told.children()) {
       if (row.name != field.name()) continue;
-      LayElement(body, field, row, [this](std::string_view listId) { return lists_.contains(listId); });
+      LayTold(body, field, row);
     }
   }
 
@@ -197,7 +223,7 @@ class RecordIntake::Laying {
       const auto* row = FindRow(rows, field.name());
       if (row == nullptr || IsTxnColumn(row->name) || row->name == "UnusedCredits") continue;
       std::string element;
-      LayElement(element, field, *row, [this](std::string_view listId) { return lists_.contains(listId); });
+      LayTold(element, field, *row);
       if (row->name == kLink) {
         links_.push_back({.owner = txn.txnId, .other = TextOf(field, "TxnID"), .element = std::move(element)});
         if (txn.kind->settlement == Settlement::Credit) NoteCredit(field, txn);
@@ -285,7 +311,7 @@ class RecordIntake::Laying {
   SqliteTransaction transaction_;
   ClockReading clock_;
   CompanyStore::Highest highest_;
-  std::set<std::string, std::less<>> lists_;
+  std::map<std::string, std::vector<std::string_view>, std::less<>> owners_;  // kinds, by identifier
   std::map<std::string, const TxnKind*> entered_;
   std::vector<ToldLink> links_;
   std::vector<ToldApplication> applications_;
@@ -307,7 +333,7 @@ RecordIntake::RecordIntake(const std::string& path, const CompanyOptions& option
     : laying_(std::make_unique<Laying>(MadeAt(path, options, machine), machine)) {}
 RecordIntake::~RecordIntake() = default;
 
-void RecordIntake::Announce(pugi::xml_node response) { laying_->Announce(response); }
+void RecordIntake::Announce(const ListKind& kind, pugi::xml_node response) { laying_->Announce(kind, response); }
 
 void RecordIntake::Lay(const ListKind& kind, pugi::xml_node response) {
   for (const auto record : response.children()) laying_->LayRecord(kind, record);

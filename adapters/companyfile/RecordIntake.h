@@ -28,7 +28,7 @@ class RecordIntake {
 
   // Each takes the response of a query: its children are the records. A list is announced before any is laid, so that
   // it is known which references lead out of the file.
-  void Announce(pugi::xml_node response);
+  void Announce(const ListKind& kind, pugi::xml_node response);
   void Lay(const ListKind& kind, pugi::xml_node response);
   void Lay(const TxnKind& kind, pugi::xml_node response);
   // Records of a kind that the file does not keep, whose names are among those of a name space that it has.

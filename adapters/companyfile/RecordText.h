@@ -30,10 +30,11 @@ void StoreElement(std::string& body, pugi::xml_node given, const messages::Eleme
 // Whether a field of a list's answered record is formed from the columns of the storage, and so is in no body.
 [[nodiscard]] bool IsListColumn(std::string_view field);
 
-// Appends `told`, an element of an answer of another QuickBooks, as it is stored: values as they were told, and beside
-// the ListID of a reference to what `isKept` does not know its full name.
-using IsKept = std::function<bool(std::string_view listId)>;
-void LayElement(std::string& body, pugi::xml_node told, const messages::Element& row, const IsKept& isKept);
+// Appends `told`, an element of an answer of another QuickBooks, as it is stored: values as they were told. `storedId`
+// says under which identifier the file keeps what a reference names; one that ends in kIdOfKind is of a record that it
+// does not keep, and the full name is stored beside it.
+using StoredId = std::function<std::string(std::string_view field, std::string_view listId)>;
+void LayElement(std::string& body, pugi::xml_node told, const messages::Element& row, const StoredId& storedId);
 
 // Appends `stored`, an element of a body, as it is answered: with the full names that the records have now, without
 // what `form` does not know. Of a record that the file does not keep the name is the one that was told of it.

@@ -17,13 +17,13 @@ std::string Snapshots::NewPath(std::string_view name) {
 const Snapshots::Billing& Snapshots::BillingOf(ado::Provider& source, const std::string& connection,
                                                std::span<const std::string> schema) {
   if (billing_) return *billing_;
-  begins_("BillingDb");
   constexpr int kPatience = 59;  // seconds, as a transfer has
   const auto opened = source.CreateConnection();
   opened->SetCursorLocation(ado::CursorLocation::Client);
   opened->SetConnectionTimeout(kPatience);
   opened->SetConnectionString(connection);
   opened->Open();
+  begins_("BillingDb");
   Billing read{.file = NewPath("billing.db"), .provider = opened->Provider()};
   snapshot::ReadBilling(*opened, read.file, schema, watch_);
   opened->Close();

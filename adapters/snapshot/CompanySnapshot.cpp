@@ -142,7 +142,7 @@ class CompanyReader {
     for (const auto& kind : company::ListKinds()) {
       auto answer = AskForAll(kind.name, intake);
       if (!answer) continue;
-      intake.Announce(answer->Response());
+      intake.Announce(kind, answer->Response());
       read.emplace_back(&kind, *std::move(answer));
     }
     for (const auto& [kind, answer] : read) intake.Lay(*kind, answer.Response());

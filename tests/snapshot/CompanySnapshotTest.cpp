@@ -167,6 +167,42 @@ TEST_F(CompanySnapshot, Takes_two_records_of_one_name) {
   ExpectHas(answer, "A0001-1");
 }
 
+TEST_F(CompanySnapshot, Tells_records_of_several_lists_apart_that_have_one_identifier) {
+  const auto record = [](const std::string& kind, const std::string& name, const std::string& more = {}) {
+    return fmt::format(
+        "<{0}Ret><ListID>20000-933272658</ListID>{2}<Name>{1}</Name><IsActive>true</IsActive>{3}</{0}Ret>", kind, name,
+        kTimes, more);
+  };
+  session_.records["StandardTerms"] = record("StandardTerms", "Net 15", "<StdDueDays>15</StdDueDays>");
+  session_.records["PaymentMethod"] = record("PaymentMethod", "Cash");
+  session_.records["CustomerType"] =
+      record("CustomerType", "Retail", "<FullName>Retail</FullName><Sublevel>0</Sublevel>");
+  session_.records["Customer"] =
+      Customer("20000-933272658", "Abbott",
+               "<CustomerTypeRef><ListID>20000-933272658</ListID><FullName>Retail</FullName></CustomerTypeRef>"
+               "<TermsRef><ListID>20000-933272658</ListID><FullName>Net 15</FullName></TermsRef>"
+               "<SalesRepRef><ListID>20000-933272658</ListID><FullName>JK</FullName></SalesRepRef>");
+  Read();
+  const auto expectAbbott = [](const std::string& answer) {
+    ExpectHas(answer, "<ListID>20000-933272658</ListID><TimeCreated>");
+    ExpectHas(answer, "<CustomerTypeRef><ListID>20000-933272658</ListID><FullName>Retail</FullName>");
+    ExpectHas(answer, "<TermsRef><ListID>20000-933272658</ListID><FullName>Net 15</FullName>");
+    ExpectHas(answer, "<SalesRepRef><ListID>20000-933272658</ListID><FullName>JK</FullName>");
+  };
+  expectAbbott(Ask("<CustomerQueryRq/>"));
+  expectAbbott(Ask("<CustomerQueryRq><ListID>20000-933272658</ListID></CustomerQueryRq>"));
+  ExpectHas(Ask("<StandardTermsQueryRq><ListID>20000-933272658</ListID></StandardTermsQueryRq>"),
+            "<Name>Net 15</Name>");
+  ExpectHas(Ask("<PaymentMethodQueryRq><ListID>20000-933272658</ListID></PaymentMethodQueryRq>"), "<Name>Cash</Name>");
+  // And whoever names one of them means that of the list.
+  const auto added =
+      Ask("<CustomerAddRq><CustomerAdd><Name>Pier</Name><TermsRef><ListID>20000-933272658</ListID></TermsRef>"
+          "<PreferredPaymentMethodRef><ListID>20000-933272658</ListID></PreferredPaymentMethodRef>"
+          "</CustomerAdd></CustomerAddRq>");
+  ExpectHas(added, "<TermsRef><ListID>20000-933272658</ListID><FullName>Net 15</FullName></TermsRef>");
+  ExpectHas(added, "<FullName>Cash</FullName></PreferredPaymentMethodRef>");
+}
+
 TEST_F(CompanySnapshot, Repeats_what_a_closed_kind_answers_and_takes_the_others) {
   session_.statuses = {{"Estimate", "3250"}, {"Employee", "3260"}};
   session_.records["Customer"] = Customer("A0000-1", "Abbott");
