@@ -207,6 +207,10 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
   if (operation.verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
   if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
   if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
+  const auto kind = operation.txnKind != nullptr ? operation.txnKind->name
+                    : operation.kind != nullptr  ? operation.kind->name
+                                                 : std::string_view{};
+  if (const auto refusal = kind.empty() ? std::nullopt : store_.ReadRefusal(kind)) return response.Answer(*refusal);
   if (operation.txnKind != nullptr) {
     const TxnContext context{
         .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};
