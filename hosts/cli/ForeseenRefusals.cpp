@@ -14,6 +14,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 #include "cli/Preview.h"
+#include "cli/PreviewSeams.h"
 #include "cli/TableArgument.h"
 #include "messages/StatusCodes.h"
 #include "services/Conversions.h"
@@ -169,11 +170,13 @@ void AddWhatASendTells(const Options& options, std::vector<TableFindings>& told)
   const auto table = told.size() == 1 ? told.front().table->number : enAll;
   Foreseeing foreseeing(told);
   std::vector<BadRow> without;
+  PreviewSources sources(quiet);
   try {
     // A send ends with the table in which a row comes to an error. What is behind it is foreseen without such rows.
     for (;;) {
-      const auto preview = RunPreview(quiet, {.direction = Direction::Send, .table = table},
-                                      [&](const Workplace& copies) { TakeRowsOut(copies, without); });
+      const auto preview = RunPreview(
+          quiet, {{.direction = Direction::Send, .table = table}},
+          [&](const Workplace& copies) { TakeRowsOut(copies, without); }, sources);
       foreseeing.Take(preview);
       if (preview.done) return;
       const auto* last = TableAtTheEnd(preview, told);
