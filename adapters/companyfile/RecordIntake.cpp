@@ -284,11 +284,11 @@ class RecordIntake::Laying {
     std::ranges::stable_sort(applications_, {}, &ToldApplication::number);
     for (const auto& [number, application, element] : applications_) {
       const auto target = entered_.find(application.targetId);
-      if (target == entered_.end()) {
-        txns_.AppendToLines(application.paymentId, element);
-      } else if (target->second->settlement == Settlement::Charge) {
+      if (target != entered_.end() && target->second->settlement == Settlement::Charge) {
         txns_.AddApplication(application);
         settled_.emplace(application.sourceId, application.targetId);
+      } else {
+        txns_.AppendToLines(application.paymentId, element);
       }
     }
   }

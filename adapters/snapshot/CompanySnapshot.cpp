@@ -130,9 +130,9 @@ class CompanyReader {
 
   // A QuickBooks that tells no preferences has none that matters here.
   void ReadClosingDate(company::CompanyConditions& conditions) {
-    const auto answer = Ask("its preferences", "<PreferencesQueryRq/>");
-    if (answer.Code() != status::kOk) return;
-    const auto accounting = answer.Response().first_child().child("AccountingPreferences");
+    const auto answer = AskIfKnown("its preferences", "<PreferencesQueryRq/>");
+    if (!answer) return;
+    const auto accounting = answer->Response().first_child().child("AccountingPreferences");
     const std::string date = accounting.child_value("ClosingDate");
     if (messages::ParseDateText(date)) conditions.closingDate = date;
   }
@@ -147,9 +147,9 @@ class CompanyReader {
     }
     for (const auto& [kind, answer] : read) intake.Lay(*kind, answer.Response());
     for (const auto& [name, sharesNamesWith] : kOtherKinds) {
-      const auto answer = Ask(name, fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", name));
-      if (answer.Code() != status::kOk) continue;
-      intake.LayNames(name, company::FindListKind(sharesNamesWith)->nameSpace, answer.Response());
+      const auto answer =
+          AskIfKnown(name, fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", name));
+      if (answer) intake.LayNames(name, company::FindListKind(sharesNamesWith)->nameSpace, answer->Response());
     }
   }
 
@@ -171,6 +171,19 @@ class CompanyReader {
     if (code == status::kOk) return answer;
     // A feature that is off, or what this user may not see: a transfer hears the same.
     if (code != status::kFoundNothing) intake.Refuse(kind, code, answer.Message());
+    return std::nullopt;
+  }
+
+  // What no form here knows, this edition's may not know either: then the document is none to it. Nothing for what it
+  // does not tell.
+  std::optional<Answer> AskIfKnown(std::string_view what, const std::string& request) {
+    watch_(what);
+    try {
+      Answer answer(session_.ProcessDocument(Enveloped(request)));
+      if (answer.Code() == status::kOk) return answer;
+    } catch (const PlatformError& raised) {
+      if (raised.number() != error::kParse) Refuse(what, raised.description());
+    }
     return std::nullopt;
   }
 

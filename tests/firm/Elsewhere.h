@@ -1,5 +1,6 @@
 // The two sides of a folder as if they were elsewhere: its BillingDb as a database of another maker, its company file
 // as QuickBooks itself. What is called there is noted, and each call can be made to fail.
+// A host takes the two by its options; what it makes of them is not known here.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -84,11 +84,12 @@ class Office {
     ExpectSameLines(cli::PreviewJson(cli::RunPreview(Here(), request), "v"),
                     cli::PreviewJson(cli::RunPreview(there, request), "v"));
   }
-  // Nobody may use the company file.
-  void Lock() {
+  // Somebody at QuickBooks sets something.
+  template <typename Value>
+  void Set(Value company::CompanyConditions::*condition, Value value) {
     company::CompanyFile file(files_.Path("company.twq"), machine_);
     auto conditions = file.GetConditions();
-    conditions.application = company::Permission::Withheld;
+    conditions.*condition = value;
     file.SetConditions(conditions);
   }
   static void ExpectSameLines(const std::string& here, const std::string& there) {
@@ -152,9 +153,19 @@ TEST(ElsewhereDemonstrationFirm, Is_previewed_as_from_files_with_one_side_elsewh
   office.ExpectSamePreview(kSendAll, quickBooks);
 }
 
+TEST(ElsewherePreviews, Of_a_QuickBooks_without_time_tracking_hear_what_the_transfer_hears) {
+  Office office({.content = cli::Content::Sample});
+  office.Set(&company::CompanyConditions::timeTracking, company::Feature::Disabled);
+  for (const auto direction : {Direction::Send, Direction::Get}) {
+    const TransferRequest request = {.direction = direction, .table = enTimeEntries};
+    office.ExpectSamePreview(request);
+    EXPECT_FALSE(cli::RunPreview(office.There(), request).boxes.empty());
+  }
+}
+
 TEST(ElsewherePreviews, Of_a_QuickBooks_that_begins_no_session_fail_as_the_transfer_would) {
   Office office({.content = cli::Content::Firm, .firm = TinyFirm(1)});
-  office.Lock();
+  office.Set(&company::CompanyConditions::application, company::Permission::Withheld);
   const auto preview = cli::RunPreview(office.There(), kSendAll);
   EXPECT_FALSE(preview.done);
   ASSERT_FALSE(preview.boxes.empty());

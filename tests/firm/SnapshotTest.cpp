@@ -93,6 +93,7 @@ class Snapshot : public testing::TestWithParam<unsigned> {};
 TEST_P(Snapshot, Of_a_company_answers_as_the_company_does_in_each_edition) {
   for (const auto& [country, tag] : kEditions) {
     SCOPED_TRACE(tag);
+    const std::string form = tag;
     FirmHouse house(TinyFirm(GetParam()), HouseOptions{.company = {.country = country}});
     house.Send();
     house.Get();
@@ -105,7 +106,7 @@ TEST_P(Snapshot, Of_a_company_answers_as_the_company_does_in_each_edition) {
           .Process(fmt::format("<?xml version=\"1.0\"?>\n<?qbxml version=\"{}\"?>\n<QBXML><QBXMLMsgsRq "
                                "onError=\"stopOnError\"><CustomerAddRq><CustomerAdd><Name>Next One</Name></CustomerAdd>"
                                "</CustomerAddRq></QBXMLMsgsRq></QBXML>",
-                               tag));
+                               form));
     };
     EXPECT_EQ(add("company.twq"), add("copy.twq"));
   }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,7 @@ class ScriptedSession : public Transport {
  public:
   std::map<std::string, std::string> records;   // by kind: what stands in the response
   std::map<std::string, std::string> statuses;  // by kind: "3250"
+  std::set<std::string> unknown;                // kinds of which no document is taken
   std::vector<std::string> asked;
 
   InterfaceVersion GetVersion() override { return {.major = 13, .minor = 0}; }
@@ -41,6 +43,7 @@ class ScriptedSession : public Transport {
     const auto end = text.find("QueryRq");
     const auto kind = text.substr(text.rfind('<', end) + 1, end - text.rfind('<', end) - 1);
     asked.push_back(kind);
+    if (unknown.contains(kind)) throw PlatformError(error::kParse);
     if (kind == "Host") {
       return Answer(
           kind, "0",
@@ -210,6 +213,14 @@ TEST_F(CompanySnapshot, Repeats_what_a_closed_kind_answers_and_takes_the_others)
   ExpectHas(Ask("<EstimateQueryRq/>"), "statusCode=\"3250\" statusSeverity=\"Error\" statusMessage=\"told 3250\"");
   ExpectHas(Ask("<EmployeeQueryRq/>"), "statusCode=\"3260\"");
   ExpectHas(Ask("<CustomerQueryRq/>"), "A0000-1");
+}
+
+TEST_F(CompanySnapshot, Does_without_what_the_form_of_the_edition_has_not) {
+  session_.unknown = {"ItemSalesTaxGroup", "Preferences"};
+  session_.records["Customer"] = Customer("A0000-1", "Abbott");
+  Read();
+  ExpectHas(Ask("<CustomerQueryRq/>"), "A0000-1");
+  EXPECT_EQ(copy_->GetConditions().closingDate, company::kNeverClosed);
 }
 
 TEST_F(CompanySnapshot, Knows_the_day_to_which_the_books_are_closed) {
