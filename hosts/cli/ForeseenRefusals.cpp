@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <exception>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -59,12 +60,7 @@ Trouble TroubleOf(std::string_view why) {
   return trouble;
 }
 
-bool SaysTheSame(const Finding& finding, const Trouble& trouble) {
-  if (trouble.status == 0) return std::ranges::find(kErrors, finding.check) != kErrors.end();
-  return std::ranges::any_of(kSameReasons, [&](const SameReason& same) {
-    return same.check == finding.check && same.status == trouble.status;
-  });
-}
+bool IsHeldBack(const PreviewedRecord& record) { return record.doing == Doing::Refuse || record.doing == Doing::Fail; }
 
 Finding FindingOf(const std::string& key, const Trouble& trouble) {
   const auto text = OneLine(trouble.text);
@@ -75,21 +71,70 @@ Finding FindingOf(const std::string& key, const Trouble& trouble) {
           .advice = "Mend what the message names, and check again."};
 }
 
+// Neither questions nor records of the run are a check's affair, nor links that got lost.
+Options QuietOptions(const Options& options) {
+  auto quiet = options;
+  quiet.answers.clear();
+  quiet.faults.clear();
+  quiet.transcript.clear();
+  quiet.noProgress = true;
+  quiet.noRecovery = true;
+  return quiet;
+}
+
+// What is not in the copies: a row, or, where the key is empty, all of the table that have no link.
+struct LeftOut {
+  const Table* table;
+  std::string key;
+
+  friend bool operator==(const LeftOut&, const LeftOut&) = default;
+};
+
+void LeaveOut(const Workplace& copies, const std::vector<LeftOut>& all) {
+  if (all.empty()) return;
+  const auto connection = SqliteProvider().CreateConnection();
+  connection->SetConnectionString(copies.billing);
+  connection->Open();
+  for (const auto& [table, key] : all) {
+    for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
+      if (place.table.empty()) continue;
+      const auto which = key.empty() ? Sql("(QBLinkID IS NULL OR QBLinkID = '') AND {}", Sql::Own(place.condition))
+                                     : Sql("{} = '{}'", place.column, Doubled{FixQuote(key)});
+      connection->Execute(Sql("DELETE FROM {} WHERE {}", place.table, which), nullptr);
+    }
+  }
+  connection->Close();
+}
+
+// Sends on copies until one comes to its end. A send of all tables ends with the table in which a row comes to an
+// error: what is behind it is foreseen without that row.
 class Foreseeing {
  public:
-  explicit Foreseeing(std::vector<TableFindings>& told) : told_(told) {}
+  Foreseeing(const Options& options, std::vector<TableFindings>& told)
+      : options_(QuietOptions(options)), told_(told), isOfAll_(told.size() > 1) {}
 
+  void Run() {
+    const auto table = isOfAll_ ? enAll : told_.front().table->number;
+    PreviewSources sources(options_);
+    for (;;) {
+      const auto preview = RunPreview(
+          options_, {{.direction = Direction::Send, .table = table}},
+          [&](const Workplace& copies) { LeaveOut(copies, leftOut_); }, sources);
+      Take(preview);
+      if (preview.done || !isOfAll_ || !GoesOnBehind(preview)) return;
+    }
+  }
+
+ private:
   void Take(const Preview& preview) {
     for (const auto& record : preview.records) {
-      if (record.doing != Doing::Refuse && record.doing != Doing::Fail) continue;
-      Add(record.account.table.number, record.account.key, TroubleOf(record.account.why));
+      if (IsHeldBack(record)) Add(record.account.table.number, record.account.key, TroubleOf(record.account.why));
     }
     for (const auto& error : preview.errors) {
       if (error.table) Add(error.table->number, error.key, {.text = error.text});
     }
   }
 
- private:
   void Add(std::int32_t number, const std::string& key, const Trouble& trouble) {
     const auto found =
         std::ranges::find_if(told_, [&](const TableFindings& table) { return table.table->number == number; });
@@ -104,95 +149,83 @@ class Foreseeing {
     if (!isKnown) found->findings.push_back(FindingOf(key, trouble));
   }
 
-  std::vector<TableFindings>& told_;
-  std::set<std::pair<std::int32_t, std::string>> seen_;
-};
-
-// Neither questions nor records of the run are a check's affair, nor links that got lost.
-Options QuietOptions(const Options& options) {
-  auto quiet = options;
-  quiet.answers.clear();
-  quiet.faults.clear();
-  quiet.transcript.clear();
-  quiet.noProgress = true;
-  quiet.noRecovery = true;
-  return quiet;
-}
-
-// The table at which a send of all has ended; nothing: ahead of all of them.
-const Table* TableAtTheEnd(const Preview& preview, const std::vector<TableFindings>& told) {
-  const Table* last = nullptr;
-  for (const auto& table : told) {
-    const auto number = table.table->number;
-    const bool isTold =
-        std::ranges::any_of(preview.records,
-                            [&](const auto& record) { return record.account.table.number == number; }) ||
-        std::ranges::any_of(preview.errors,
-                            [&](const ErrorAccount& error) { return error.table && error.table->number == number; });
-    if (isTold) last = table.table;
+  [[nodiscard]] bool SaysTheSame(const Finding& finding, const Trouble& trouble) const {
+    // Among all tables what a row belongs to goes ahead of it.
+    if (finding.check == Check::ParentUnlinked && isOfAll_) return false;
+    if (trouble.status == 0) return std::ranges::find(kErrors, finding.check) != kErrors.end();
+    return std::ranges::any_of(kSameReasons, [&](const SameReason& same) {
+      return same.check == finding.check && same.status == trouble.status;
+    });
   }
-  return last;
-}
 
-struct BadRow {
-  const Table* table;
-  std::string key;
-};
-
-std::vector<BadRow> RowsWithErrors(const Preview& preview, const Table& table) {
-  std::vector<BadRow> rows;
-  for (const auto& error : preview.errors) {
-    const bool isOfIt = error.table && error.table->number == table.number && !error.key.empty();
-    if (isOfIt) rows.push_back({.table = &table, .key = error.key});
+  // Leaves out what the send has ended with. False: there is nothing to leave out any more.
+  bool GoesOnBehind(const Preview& preview) {
+    const auto* last = TableAtTheEnd(preview);
+    if (last == nullptr) {
+      Tell("A send of all tables would end ahead of them: nothing of it was foreseen.");
+      return false;
+    }
+    constexpr int kMostRounds = 3;
+    const auto before = leftOut_.size();
+    if (++rounds_[last->table] <= kMostRounds) LeaveOutRows(preview, *last);
+    if (leftOut_.size() > before) return true;
+    const LeftOut rest = {.table = last->table, .key = {}};
+    const bool isNew = std::ranges::find(leftOut_, rest) == leftOut_.end();
+    Tell(fmt::format("A send of all tables would end with {}: not each of {} was foreseen.",
+                     TypedName(last->table->number), isNew ? "its rows" : "the rows behind it"));
+    if (isNew) leftOut_.push_back(rest);
+    return isNew;
   }
-  return rows;
-}
 
-void TakeRowsOut(const Workplace& copies, const std::vector<BadRow>& rows) {
-  if (rows.empty()) return;
-  const auto connection = SqliteProvider().CreateConnection();
-  connection->SetConnectionString(copies.billing);
-  connection->Open();
-  for (const auto& [table, key] : rows) {
-    for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
-      if (place.table.empty()) continue;
-      connection->Execute(Sql("DELETE FROM {} WHERE {} = '{}'", place.table, place.column, Doubled{FixQuote(key)}),
-                          nullptr);
+  // The table at which it has ended; nothing: ahead of all of them.
+  [[nodiscard]] const TableFindings* TableAtTheEnd(const Preview& preview) const {
+    const TableFindings* last = nullptr;
+    for (const auto& table : told_) {
+      const auto isOfIt = [&](const TableInHand& other) { return other.number == table.table->number; };
+      const bool isTold =
+          std::ranges::any_of(preview.records, [&](const auto& record) { return isOfIt(record.account.table); }) ||
+          std::ranges::any_of(preview.errors,
+                              [&](const ErrorAccount& error) { return error.table && isOfIt(*error.table); });
+      if (isTold) last = &table;
+    }
+    return last;
+  }
+
+  // Those that ended it, and of which it is known that they would next.
+  void LeaveOutRows(const Preview& preview, const TableFindings& last) {
+    const auto leave = [&](const std::string& key) {
+      LeftOut row = {.table = last.table, .key = key};
+      if (!key.empty() && std::ranges::find(leftOut_, row) == leftOut_.end()) leftOut_.push_back(std::move(row));
+    };
+    const auto take = [&](const std::string& key, const Trouble& trouble) {
+      leave(key);
+      for (const auto& finding : last.findings) {
+        if (SaysTheSame(finding, trouble)) leave(finding.key);
+      }
+    };
+    for (const auto& error : preview.errors) {
+      if (error.table && error.table->number == last.table->number) take(error.key, {.text = error.text});
+    }
+    for (const auto& record : preview.records) {
+      if (record.account.table.number == last.table->number && IsHeldBack(record)) {
+        take(record.account.key, TroubleOf(record.account.why));
+      }
     }
   }
-  connection->Close();
-}
+
+  const Options options_;
+  std::vector<TableFindings>& told_;
+  const bool isOfAll_;
+  std::vector<LeftOut> leftOut_;
+  std::map<const Table*, int> rounds_;  // that ended with it
+  std::set<std::pair<std::int32_t, std::string>> seen_;
+};
 
 }  // namespace
 
 void AddWhatASendTells(const Options& options, std::vector<TableFindings>& told) {
-  const auto quiet = QuietOptions(options);
-  const auto table = told.size() == 1 ? told.front().table->number : enAll;
-  Foreseeing foreseeing(told);
-  std::vector<BadRow> without;
-  PreviewSources sources(quiet);
   try {
-    // A send ends with the table in which a row comes to an error. What is behind it is foreseen without such rows.
-    for (;;) {
-      const auto preview = RunPreview(
-          quiet, {{.direction = Direction::Send, .table = table}},
-          [&](const Workplace& copies) { TakeRowsOut(copies, without); }, sources);
-      foreseeing.Take(preview);
-      if (preview.done) return;
-      const auto* last = TableAtTheEnd(preview, told);
-      auto bad = last == nullptr ? std::vector<BadRow>() : RowsWithErrors(preview, *last);
-      // What its key does not take out is not met a third time.
-      std::erase_if(bad, [&](const BadRow& row) {
-        return std::ranges::any_of(without,
-                                   [&](const BadRow& out) { return out.table == row.table && out.key == row.key; });
-      });
-      if (bad.empty() && table == enAll) {
-        Tell(fmt::format("A send of all tables would end at {}: what is behind that was not foreseen.",
-                         last == nullptr ? "its beginning" : TypedName(last->number)));
-      }
-      if (bad.empty() || table != enAll) return;
-      without.insert(without.end(), bad.begin(), bad.end());
-    }
+    Foreseeing(options, told).Run();
   } catch (const EndedBySignal&) {
     throw;
   } catch (const std::exception& failure) {

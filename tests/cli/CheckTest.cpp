@@ -169,6 +169,28 @@ TEST_F(Checks, Find_what_is_behind_a_row_that_would_end_a_send) {
                                   HasSubstr("clients: 3 rows looked at, 2 findings\n")));
 }
 
+// Hours without their links have no payroll item yet: QuickBooks tells of some, one after the other.
+TEST_F(Checks, Find_payroll_items_that_QuickBooks_lacks_and_what_is_behind_such_hours) {
+  const WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  firm.Write("yes.txt", "default yes\n");
+  firm.Done({"billing", "run", "-e",
+             "INSERT INTO QBPayroll (EmployeeID, EntryType, PayrollItem) SELECT 'TOBRIEN', n, 'Nowhere Pay' FROM "
+             "(SELECT 1 AS n UNION SELECT 2 UNION SELECT 3 UNION SELECT 4)"});
+  const auto unsent = firm.Twqb({"check"});
+  EXPECT_EQ(unsent.status, 0);
+  EXPECT_THAT(unsent.out, AllOf(HasSubstr("QuickBooks would refuse it: "),
+                                HasSubstr("timeentries: 303 rows looked at, 4 findings")));
+  EXPECT_THAT(unsent.err,
+              HasSubstr("A send of all tables would end with timeentries: not each of its rows was foreseen."));
+  static_cast<void>(firm.Twqb({"send", "all", "--answers", "yes.txt"}));
+  const auto sent = firm.Twqb({"check"});
+  EXPECT_THAT(sent.out,
+              AllOf(HasSubstr("QuickBooks has no payroll item \"Nowhere Pay\", which the hours are to be paid by."),
+                    Not(HasSubstr("QuickBooks would refuse it"))));
+  EXPECT_THAT(sent.err, Not(HasSubstr("foreseen")));
+}
+
 TEST_F(Checks, Say_the_same_of_a_row_once) {
   Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing');"
       "INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub, EmpCompany) VALUES ('V', 'Ann', 'Lee', -1, "

@@ -132,6 +132,17 @@ TEST_F(Links, A_person_is_found_by_name_but_not_the_company_of_one) {
   EXPECT_THAT(LinkOf("ELM"), IsEmpty());
 }
 
+TEST_F(Links, A_person_with_an_initial_more_is_asked_for) {
+  folder_.Done(
+      {"billing", "run", "-e",
+       "INSERT INTO Client (ClientID, ClientFName, ClientMI, ClientLName) VALUES ('LEE', 'Mary', 'A', 'Lee');"
+       "INSERT INTO Client (ClientID, ClientFName, ClientMI, ClientLName) VALUES ('DUNN', 'Paul', 'B', 'Dunn')"});
+  static_cast<void>(Customer("Mary Lee"));
+  static_cast<void>(Customer("Paul B Dunn"));
+  EXPECT_THAT(Link({"clients"}).out, AllOf(HasSubstr("78 of 100, the same name but for an initial; near\n"),
+                                           HasSubstr("1 with an exact twin, 1 with one that is like it")));
+}
+
 TEST_F(Links, A_second_time_there_is_nothing_to_do) {
   Client("ABBOTT", "Abbott Roofing");
   static_cast<void>(Customer("Abbott Roofing"));
