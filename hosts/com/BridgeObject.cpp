@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "com/AccountTexts.h"
+#include "com/Results.h"
 
 namespace twqb::com {
 
@@ -37,6 +38,7 @@ HRESULT BridgeObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT c
 HRESULT BridgeObject::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WORD kind, DISPPARAMS* parameters,
                              VARIANT* result, EXCEPINFO* failure, UINT* wrongArgument) {
   if (parameters == nullptr) return E_POINTER;
+  const auto held = Held(*this);
   DISPID accounts = DISPID_UNKNOWN;
   auto* name = const_cast<LPOLESTR>(kGetQBAccounts);
   if (SUCCEEDED(type_->GetIDsOfNames(&name, 1, &accounts)) && id == accounts) {

@@ -1,4 +1,5 @@
-// How results of the library go into those of COM. What is raised ends here: the result is the failure value then.
+// How results of the library go into those of COM. What is raised ends here: the result is the failure value then. And
+// the object stays to the end of its operation, whoever lets go of it in the middle.
 #pragma once
 
 #include <windows.h>
@@ -10,9 +11,16 @@
 
 namespace twqb::com {
 
+// While it lives the object does. A run looks after messages, and in one of those a host may let go of its object.
+[[nodiscard]] inline windows::Reference<IUnknown> Held(IUnknown& object) {
+  object.AddRef();
+  return windows::Reference<IUnknown>(&object);
+}
+
 // Runs the body; nothing that it raises goes on.
 template <typename Body>
-HRESULT Do(Body body) noexcept {
+HRESULT Do(IUnknown& object, Body body) noexcept {
+  const auto held = Held(object);
   try {
     body();
   } catch (const std::exception&) {
@@ -22,34 +30,34 @@ HRESULT Do(Body body) noexcept {
 }
 
 template <typename Body>
-HRESULT GiveFlag(VARIANT_BOOL* result, Body body) noexcept {
+HRESULT GiveFlag(IUnknown& object, VARIANT_BOOL* result, Body body) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = VARIANT_FALSE;
-  return Do([&] {
+  return Do(object, [&] {
     if (body()) *result = VARIANT_TRUE;
   });
 }
 
 template <typename Body>
-HRESULT GiveNumber(short* result, Body body) noexcept {
+HRESULT GiveNumber(IUnknown& object, short* result, Body body) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = 0;
-  return Do([&] { *result = body(); });
+  return Do(object, [&] { *result = body(); });
 }
 
 template <typename Body>
-HRESULT GiveText(BSTR* result, Body body) noexcept {
+HRESULT GiveText(IUnknown& object, BSTR* result, Body body) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
-  return Do([&] { *result = windows::Bstr(body()).Release(); });
+  return Do(object, [&] { *result = windows::Bstr(body()).Release(); });
 }
 
 // A list that is nothing is a null object.
 template <typename Body>
-HRESULT GiveList(IDispatch** result, Body body) noexcept {
+HRESULT GiveList(IUnknown& object, IDispatch** result, Body body) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
-  return Do([&] { *result = AskForList(body); });
+  return Do(object, [&] { *result = AskForList(body); });
 }
 
 }  // namespace twqb::com

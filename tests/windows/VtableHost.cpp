@@ -149,6 +149,30 @@ void CheckOperations(_CTWQBBridge* link, const std::wstring& folder) {
   }
 }
 
+// A host that lets go of its object while that works: a timer of its own does, which the run itself looks after.
+_CTWQBBridge* working = nullptr;
+bool wasLetGo = false;
+ULONG leftAfterwards = 0;
+
+void CALLBACK LetGo(HWND /*window*/, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  KillTimer(nullptr, timer);
+  wasLetGo = true;
+  leftAfterwards = working->Release();
+}
+
+void CheckLettingGo(_CTWQBBridge* link, const std::wstring& folder) {
+  const Text connect(L"Provider=SQLITE;Data Source=" + folder + L"\\billing.db");
+  const Text settings(folder + L"\\twqb.ini");
+  link->put_ConnectString(connect.Get());
+  link->put_TWSettingsPath(settings.Get());
+  link->put_UsePreferencesTW(VARIANT_TRUE);
+  working = link;
+  SetTimer(nullptr, 0, USER_TIMER_MINIMUM, LetGo);
+  VARIANT_BOOL sent = VARIANT_FALSE;
+  Expect(link->SendDataToQB(enClients, &sent) == S_OK && sent == VARIANT_TRUE, "a run whose host has let go ends well");
+  Expect(wasLetGo && leftAfterwards == 1, "the host has let go in the middle, and the run alone held the object");
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** given) {
@@ -186,6 +210,9 @@ int wmain(int count, wchar_t** given) {
         "the list stands when its object has gone");
     list->Release();
   }
+  _CTWQBBridge* third = nullptr;
+  Expect(make(&third) == S_OK && third != nullptr, "an object behind the others");
+  if (third != nullptr) CheckLettingGo(third, given[1]);
   CoFreeUnusedLibraries();
   CoUninitialize();
   std::printf("%d looks, %d failed\n", looks, failures);

@@ -36,6 +36,9 @@ leave() {
   rm -rf "$work"
 }
 trap leave EXIT
+# What ends a test ahead of its last line is told.
+set -E
+trap 'echo "FAILED  line $LINENO gave status $?: $BASH_COMMAND" >&2' ERR
 boot -i
 
 # As Windows spells a path.
