@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "adapters/companyfile/QueryForAll.h"
 #include "adapters/companyfile/RecordIntake.h"
-#include "adapters/companyfile/SchemaWalk.h"
 #include "messages/Schema.h"
 #include "messages/StatusCodes.h"
 #include "messages/ValueFormat.h"
@@ -156,17 +156,9 @@ class CompanyReader {
   // All of a kind with its lines and links; nothing where there are none, and of a kind that this edition does not
   // have.
   std::optional<Answer> AskForAll(std::string_view kind, company::RecordIntake& intake) {
-    const auto* message = messages::FindMessage(fmt::format("{}Query", kind));
-    if (message == nullptr || !message->KnownIn(form_)) return std::nullopt;
-    std::string fields;
-    const auto add = [&](std::string_view name, std::string_view value) {
-      const auto* row = company::FindRow(message->request, name);
-      if (row != nullptr && row->KnownIn(form_)) fields += fmt::format("<{0}>{1}</{0}>", name, value);
-    };
-    add("ActiveStatus", "All");
-    add("IncludeLineItems", "true");
-    add("IncludeLinkedTxns", "true");
-    auto answer = Ask(kind, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, fields));
+    const auto question = company::QueryForAll(kind, form_);
+    if (question.empty()) return std::nullopt;
+    auto answer = Ask(kind, question);
     const auto code = answer.Code();
     if (code == status::kOk) return answer;
     // A feature that is off, or what this user may not see: a transfer hears the same.

@@ -2,7 +2,7 @@
 
 #include <fmt/core.h>
 
-#include <stdexcept>
+#include <utility>
 
 #include "messages/StatusCodes.h"
 
@@ -21,6 +21,9 @@ messages::Form FormOf(company::CompanyFile& file) {
   return {.country = accepts.front()};
 }
 
+RefusedByQuickBooks::RefusedByQuickBooks(std::int32_t code, std::string words)
+    : std::runtime_error(fmt::format("QuickBooks refuses: {}", words)), code_(code), words_(std::move(words)) {}
+
 CompanyAnswer::CompanyAnswer(company::CompanyFile file, const messages::Form& form, const std::string& request) {
   const auto answer =
       file.Process(fmt::format("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"{}\"?>\n"
@@ -30,7 +33,7 @@ CompanyAnswer::CompanyAnswer(company::CompanyFile file, const messages::Form& fo
   const auto response = Response();
   const int code = response.attribute("statusCode").as_int(-1);
   if (code == status::kOk || code == status::kFoundNothing) return;
-  throw std::runtime_error(fmt::format("QuickBooks refuses: {}", response.attribute("statusMessage").value()));
+  throw RefusedByQuickBooks(code, response.attribute("statusMessage").value());
 }
 
 CompanyAnswer::CompanyAnswer(const std::string& company, Machine& machine, const std::string& request)

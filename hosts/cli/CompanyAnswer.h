@@ -3,7 +3,9 @@
 // For commands that look at both sides beside the link. It knows the envelope of a document and no request.
 #pragma once
 
+#include <cstdint>
 #include <pugixml.hpp>
+#include <stdexcept>
 #include <string>
 
 #include "adapters/companyfile/CompanyFile.h"
@@ -18,10 +20,22 @@ void RequireTaken(pugi::xml_node response);
 // The form in which the file takes documents.
 [[nodiscard]] messages::Form FormOf(company::CompanyFile& file);
 
+// QuickBooks has answered, and has not done what was asked.
+class RefusedByQuickBooks : public std::runtime_error {
+ public:
+  RefusedByQuickBooks(std::int32_t code, std::string words);
+
+  [[nodiscard]] std::int32_t Code() const { return code_; }
+  [[nodiscard]] const std::string& Words() const { return words_; }
+
+ private:
+  std::int32_t code_;
+  std::string words_;
+};
+
 class CompanyAnswer {
  public:
-  // Asks in the form given; raises std::runtime_error with QuickBooks' words when it refuses. Finding nothing is no
-  // refusal.
+  // Asks in the form given; raises RefusedByQuickBooks. Finding nothing is no refusal.
   CompanyAnswer(company::CompanyFile file, const messages::Form& form, const std::string& request);
   // The same in the American form.
   CompanyAnswer(const std::string& company, Machine& machine, const std::string& request);

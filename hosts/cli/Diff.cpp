@@ -116,7 +116,7 @@ class DiffRuns {
 
   // Of the copies of the first run.
   [[nodiscard]] const std::vector<LinkedRow>& Linked() const { return linked_; }
-  [[nodiscard]] bool Has(std::string_view identifier) const { return identifiers_.contains(identifier); }
+  [[nodiscard]] const IdentifiersThere& There() const { return there_; }
   [[nodiscard]] std::vector<std::string> Troubles() const { return {troubles_.begin(), troubles_.end()}; }
 
  private:
@@ -130,7 +130,7 @@ class DiffRuns {
     options.settings = copies.settings;
     if (std::exchange(isRead_, true) == false) {
       linked_ = ReadLinkedRows(copies, TablesOf(table_));
-      identifiers_ = ReadIdentifiers(copies, *MakeMachine(copies, options_.clock));
+      there_ = ReadIdentifiers(copies, *MakeMachine(copies, options_.clock));
     }
     const SettingsStore settings(options);
     for (const auto number : TablesOf(table_)) {
@@ -144,7 +144,7 @@ class DiffRuns {
   PreviewSources sources_;
   bool isRead_ = false;
   std::vector<LinkedRow> linked_;
-  std::set<std::string, std::less<>> identifiers_;
+  IdentifiersThere there_;
   std::set<std::string> troubles_;
 };
 
@@ -291,10 +291,15 @@ std::vector<RoundTrip> RoundTripsOf(const Preview& preview) {
 
 // --- The one row -----------------------------------------------------------------------------------------------------
 
+// All of them, without an id.
+bool IsMeant(const LinkedRow& row, const std::optional<std::string>& id) {
+  return !id || SameName(row.key, *id) || row.identifier == *id;
+}
+
 void RequireLinked(const std::vector<LinkedRow>& linked, enTables table, const std::string& id) {
   std::vector<std::string> keys;
   for (const auto& row : linked) {
-    if (SameName(row.key, id) || row.identifier == id) return;
+    if (IsMeant(row, id)) return;
     keys.push_back(row.key);
   }
   const auto nearest = NearestName(id, keys);
@@ -306,25 +311,38 @@ void KeepOnly(const std::string& id, const std::vector<LinkedRow>& linked, Diffe
   std::set<std::string, std::less<>> links;
   std::set<std::string> keys;
   for (const auto& row : linked) {
-    if (!SameName(row.key, id) && row.identifier != id) continue;
+    if (!IsMeant(row, id)) continue;
     links.insert(row.identifier);
     keys.insert(FoldCase(row.key));
   }
   std::erase_if(difference.pairs, [&](const DiffPair& pair) { return !links.contains(pair.identifier); });
-  std::erase_if(difference.deadLinks, [&](const DeadLink& link) { return !links.contains(link.identifier); });
   std::erase_if(difference.roundTrips, [&](const RoundTrip& trip) { return !keys.contains(FoldCase(trip.row.key)); });
+}
+
+void FindDeadLinks(const std::vector<LinkedRow>& linked, const std::optional<std::string>& id,
+                   const IdentifiersThere& there, Difference& difference) {
+  for (const auto& row : linked) {
+    if (!IsMeant(row, id) || there.known.contains(row.identifier)) continue;
+    const auto* kind = ClosedTo(row.table, there.closed);
+    if (kind == nullptr) {
+      difference.deadLinks.push_back({.table = row.table, .key = row.key, .identifier = row.identifier});
+    } else if (std::ranges::find(difference.closed, row.table, &ClosedTable::table) == difference.closed.end()) {
+      difference.closed.push_back({.table = row.table, .kind = kind->kind, .code = kind->code, .answer = kind->answer});
+    }
+  }
 }
 
 void AddSums(const std::vector<LinkedRow>& linked, const std::optional<std::string>& id, Difference& difference) {
   std::map<std::int32_t, DiffSums> sums;
   for (const auto& row : linked) {
-    if (!id || SameName(row.key, *id) || row.identifier == *id) ++sums[row.table].linked;
+    if (IsMeant(row, id)) ++sums[row.table].linked;
   }
   for (const auto& pair : difference.pairs) {
     auto& sum = sums[pair.table];
     ++(pair.standing == Standing::Line ? sum.lines : sum.differ);
   }
-  for (const auto& link : difference.deadLinks) ++sums[link.table].dead;
+  for (const auto& link : difference.deadLinks) ++*sums[link.table].dead;
+  for (const auto& closed : difference.closed) sums[closed.table].dead.reset();
   for (const auto& trip : difference.roundTrips) ++sums[trip.table].roundTrips;
   for (const auto* table : Tables()) {
     const auto found = sums.find(table->number);
@@ -356,11 +374,7 @@ Difference FindDifference(const Options& options, enTables table, const std::opt
   pairs.TakeSides(runs.Run({runs.Request(Direction::Send, true)}), &DiffPair::send, &DiffPair::whySend);
   pairs.TakeSides(runs.Run({runs.Request(Direction::Get, true)}), &DiffPair::get, &DiffPair::whyGet);
   Difference difference{.pairs = pairs.Differing(), .roundTrips = RoundTripsOf(both), .troubles = runs.Troubles()};
-  for (const auto& row : runs.Linked()) {
-    if (!runs.Has(row.identifier)) {
-      difference.deadLinks.push_back({.table = row.table, .key = row.key, .identifier = row.identifier});
-    }
-  }
+  FindDeadLinks(runs.Linked(), id, runs.There(), difference);
   if (id) KeepOnly(*id, runs.Linked(), difference);
   AddSums(runs.Linked(), id, difference);
   return difference;

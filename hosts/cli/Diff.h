@@ -52,6 +52,14 @@ struct DeadLink {
   std::string identifier;
 };
 
+// A table with a link of which nothing is known: QuickBooks does not tell records to which its rows may be linked.
+struct ClosedTable {
+  std::int32_t table = 0;
+  std::string kind;  // "TimeTracking"
+  std::int32_t code = 0;
+  std::string answer;  // in QuickBooks' words
+};
+
 // A row that a send, and a get behind it, would make another one.
 struct RoundTrip {
   std::int32_t table = 0;
@@ -62,14 +70,15 @@ struct DiffSums {
   std::int32_t table = 0;
   std::int64_t linked = 0;  // rows
   std::int64_t differ = 0;
-  std::int64_t lines = 0;  // of documents, that differ
-  std::int64_t dead = 0;
+  std::int64_t lines = 0;                // of documents, that differ
+  std::optional<std::int64_t> dead = 0;  // nothing: it is not known
   std::int64_t roundTrips = 0;
 };
 
 struct Difference {
   std::vector<DiffPair> pairs;  // those that differ
   std::vector<DeadLink> deadLinks;
+  std::vector<ClosedTable> closed;  // without any of deadLinks
   std::vector<RoundTrip> roundTrips;
   std::vector<DiffSums> sums;         // of each table that has any
   std::vector<std::string> troubles;  // of transfers that could not be run to their end, in sentences

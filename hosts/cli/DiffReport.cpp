@@ -66,7 +66,8 @@ std::string SumText(const DiffSums& sums) {
   auto text = fmt::format("{}: {} linked", TypedName(static_cast<enTables>(sums.table)), sums.linked);
   text += sums.differ == 0 ? ", none differs" : fmt::format(", {} differ{}", sums.differ, sums.differ == 1 ? "s" : "");
   if (sums.lines > 0) text += fmt::format(", {} line{}", sums.lines, sums.lines == 1 ? " differs" : "s differ");
-  if (sums.dead > 0) text += fmt::format(", {} with a link that leads nowhere", sums.dead);
+  if (!sums.dead) text += ", links that lead nowhere not known";
+  if (sums.dead > 0) text += fmt::format(", {} with a link that leads nowhere", *sums.dead);
   if (sums.roundTrips > 0) text += fmt::format(", {} would come back as others", sums.roundTrips);
   return text + "\n";
 }
@@ -185,6 +186,13 @@ std::string DifferenceText(const Difference& difference, Shown shown) {
       text += fmt::format("  {} -> {}\n", RecordText(link.table, link.key, link.identifier), link.identifier);
     }
   }
+  if (!difference.closed.empty()) {
+    head("Where links lead is not known:");
+    for (const auto& closed : difference.closed) {
+      text += fmt::format("  {}: asked for {}, QuickBooks answers: {}\n",
+                          TypedName(static_cast<enTables>(closed.table)), closed.kind, closed.answer);
+    }
+  }
   if (!difference.roundTrips.empty()) {
     head("Rows that would come back as others, once they are sent and got:");
     text += shown == Shown::Whole ? WholeRows(difference.roundTrips) : ColumnsInShort(difference.roundTrips);
@@ -204,6 +212,13 @@ std::string DifferenceJson(const Difference& difference) {
     fields["identifier"] = link.identifier;
     add(fields);
   }
+  for (const auto& closed : difference.closed) {
+    auto fields = Line("notKnown", closed.table);
+    fields["kind"] = closed.kind;
+    fields["status"] = closed.code;
+    fields["answer"] = closed.answer;
+    add(fields);
+  }
   for (const auto& trip : difference.roundTrips) {
     auto fields = Line("roundTrip", trip.table);
     fields["place"] = trip.row.place;
@@ -216,7 +231,7 @@ std::string DifferenceJson(const Difference& difference) {
     fields["linked"] = sums.linked;
     fields["differ"] = sums.differ;
     fields["lines"] = sums.lines;
-    fields["dead"] = sums.dead;
+    fields["dead"] = sums.dead ? EventValue(*sums.dead) : EventValue(nullptr);
     fields["roundTrips"] = sums.roundTrips;
     add(fields);
   }

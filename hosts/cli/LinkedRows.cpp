@@ -2,11 +2,11 @@
 
 #include <fmt/core.h>
 
-#include <array>
-#include <exception>
+#include <algorithm>
 #include <pugixml.hpp>
 
 #include "adapters/companyfile/CompanyFile.h"
+#include "adapters/companyfile/QueryForAll.h"
 #include "adapters/sqlite/SqliteProvider.h"
 #include "bridge/Tables.h"
 #include "cli/CompanyAnswer.h"
@@ -45,16 +45,16 @@ void AddIdentifiers(pugi::xml_node record, std::set<std::string, std::less<>>& f
   }
 }
 
-// What is asked of lists is refused by transactions, and the other way round.
-bool AddIdentifiers(company::CompanyFile file, const messages::Form& form, const std::string& kind,
-                    std::string_view fields, std::set<std::string, std::less<>>& found) {
-  try {
-    const CompanyAnswer answer(std::move(file), form, fmt::format("<{0}QueryRq>{1}</{0}QueryRq>", kind, fields));
-    for (const auto record : answer.Response().children()) AddIdentifiers(record, found);
-    return true;
-  } catch (const std::exception&) {
-    return false;
-  }
+// Hours may be linked to the lines of a bill; an employee who has become a vendor, to a record of either.
+bool MayBeLinkedTo(const Table& table, const Table& other) {
+  const auto& lines = other.lostLink.lines;
+  return table.rows.table == other.rows.table ||
+         std::ranges::find(lines, table.rows.table, &KeyPlace::table) != lines.end();
+}
+
+bool Reads(const Table& table, std::string_view query) {
+  return std::ranges::any_of(
+      table.reads, [&](const auto& read) { return std::ranges::find(read.requests, query) != read.requests.end(); });
 }
 
 }  // namespace
@@ -75,18 +75,32 @@ std::vector<LinkedRow> ReadLinkedRows(const Workplace& place, std::span<const st
   return found;
 }
 
-std::set<std::string, std::less<>> ReadIdentifiers(const Workplace& place, Machine& machine) {
-  constexpr std::array<std::string_view, 3> kWays = {"<ActiveStatus>All</ActiveStatus>",
-                                                     "<IncludeLineItems>true</IncludeLineItems>", ""};
+IdentifiersThere ReadIdentifiers(const Workplace& place, Machine& machine) {
   company::CompanyFile file(place.company, machine);
   const auto form = FormOf(file);
-  std::set<std::string, std::less<>> found;
+  IdentifiersThere found;
   for (const auto& kind : file.Summary().kinds) {
-    for (const auto way : kWays) {
-      if (AddIdentifiers(company::CompanyFile(place.company, machine), form, kind.name, way, found)) break;
+    const auto question = company::QueryForAll(kind.name, form);
+    if (question.empty()) continue;
+    try {
+      const CompanyAnswer answer(company::CompanyFile(place.company, machine), form, question);
+      for (const auto record : answer.Response().children()) AddIdentifiers(record, found.known);
+    } catch (const RefusedByQuickBooks& refused) {
+      found.closed.push_back({.kind = kind.name, .code = refused.Code(), .answer = refused.Words()});
     }
   }
   return found;
+}
+
+const ClosedKind* ClosedTo(std::int32_t table, std::span<const ClosedKind> closed) {
+  for (const auto& kind : closed) {
+    const auto query = kind.kind + "QueryRq";
+    const auto& own = *FindTable(table);
+    const bool isOne = std::ranges::any_of(
+        Tables(), [&](const Table* other) { return MayBeLinkedTo(own, *other) && Reads(*other, query); });
+    if (isOne) return &kind;
+  }
+  return nullptr;
 }
 
 }  // namespace twqb::cli

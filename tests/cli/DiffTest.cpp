@@ -131,6 +131,24 @@ TEST_F(Compared, Finds_links_that_lead_nowhere) {
   EXPECT_EQ(dead[0]["identifier"], "80000FFF-1");
 }
 
+TEST_F(Compared, Takes_no_link_for_dead_that_leads_to_what_QuickBooks_does_not_tell) {
+  folder_.Done(At("05T11:00:00", {"send", "all", "--answers", "yes.txt"}));
+  folder_.Done({"billing", "run", "-e", "UPDATE Client SET QBLinkID = '80000FFF-1' WHERE ClientID = 'BAYVIEW'"});
+  folder_.Done({"company", "set", "time-tracking", "disabled"});
+  const auto hours = folder_.Twqb(At("06T10:00:00", {"diff", "timeentries"}));
+  EXPECT_EQ(hours.status, 1);
+  EXPECT_THAT(hours.out, AllOf(Not(HasSubstr("that leads nowhere")), Not(HasSubstr("Links that lead nowhere:")),
+                               HasSubstr("Where links lead is not known:\n"
+                                         "  timeentries: asked for TimeTracking, QuickBooks answers: This feature is "
+                                         "not enabled"),
+                               HasSubstr(", links that lead nowhere not known\n")));
+  const auto json = folder_.Twqb(At("06T10:00:00", {"diff", "timeentries", "--json"})).out;
+  EXPECT_THAT(json, AllOf(HasSubstr("\"diff\":\"notKnown\""), HasSubstr("\"status\":3250"), HasSubstr("\"dead\":null"),
+                          Not(HasSubstr("deadLink"))));
+  // Of the others it is known.
+  EXPECT_EQ(DiffLines({"clients"}, "deadLink").size(), 1U);
+}
+
 TEST_F(Compared, Finds_what_a_round_trip_cuts_and_what_loses_its_words) {
   const auto all = Diff({"clients"});
   EXPECT_THAT(all, AllOf(HasSubstr("KESTREL: (603) 555-0193 ext. 4 -> 60355501934\n"),
