@@ -132,10 +132,12 @@ std::set<std::string> LostTwins::KeysOf(ado::Connection& connection, const Table
 void LostTwins::Read(const Table& table) {
   if (records_.contains(&table)) return;
   auto& names = records_[&table];
-  for (const auto& read : table.reads) {
-    for (const auto& record : ReadAll(table, read)) {
-      names.emplace(FieldOf(record, read.transaction ? "TxnID" : "ListID"), NameOf(record));
-      if (read.transaction) TakeLines(record, lines_);
+  for (const auto& several : table.reads) {
+    for (const auto& read : EachKindOf(several)) {
+      for (const auto& record : ReadAll(table, read)) {
+        names.emplace(FieldOf(record, read.transaction ? "TxnID" : "ListID"), NameOf(record));
+        if (read.transaction) TakeLines(record, lines_);
+      }
     }
   }
 }

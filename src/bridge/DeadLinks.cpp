@@ -10,12 +10,14 @@ namespace twqb {
 std::optional<Identifiers> ReadIdentifiers(QBSessionManager& session, Run& run) {
   Identifiers known;
   for (const auto* table : Tables()) {
-    for (const auto& read : table->reads) {
-      RecordList records;
-      const bool went = ApplyQBFiltersAndReadRecords(*table, read, records, session, {}, run);
-      if (!went && !run.g_NoQBRecords) return std::nullopt;
-      for (const auto& record : records) {
-        for (auto& identifier : record.Identifiers()) known.insert(std::move(identifier));
+    for (const auto& several : table->reads) {
+      for (const auto& read : EachKindOf(several)) {
+        RecordList records;
+        const bool went = ApplyQBFiltersAndReadRecords(*table, read, records, session, {}, run);
+        if (!went && !run.g_NoQBRecords) return std::nullopt;
+        for (const auto& record : records) {
+          for (auto& identifier : record.Identifiers()) known.insert(std::move(identifier));
+        }
       }
     }
   }

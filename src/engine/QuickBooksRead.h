@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "services/Errors.h"
 
@@ -49,5 +50,17 @@ struct QuickBooksRead {
 
   [[nodiscard]] constexpr bool AsksForSeveralKinds() const { return !requests[1].empty(); }
 };
+
+// The same for each of its kinds. A transfer reads no further kind where the first one has no records, and passes over
+// one that is refused; who takes what was not read for gone must not.
+[[nodiscard]] inline std::vector<QuickBooksRead> EachKindOf(const QuickBooksRead& read) {
+  std::vector<QuickBooksRead> reads;
+  for (const auto request : read.requests) {
+    if (request.empty()) continue;
+    reads.push_back(read);
+    reads.back().requests = {request};
+  }
+  return reads;
+}
 
 }  // namespace twqb

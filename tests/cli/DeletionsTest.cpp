@@ -71,6 +71,31 @@ TEST_F(Deletions, A_row_whose_key_was_written_anew_is_not_told_as_gone) {
   EXPECT_THAT(Listed("clients"), IsEmpty());
 }
 
+TEST_F(Deletions, A_row_of_the_second_list_of_its_table_is_not_told_where_the_first_list_is_empty) {
+  folder_.Write(
+      "item.xml",
+      "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">"
+      "<AccountAddRq><AccountAdd><Name>Sales</Name><AccountType>Income</AccountType></AccountAdd></AccountAddRq>"
+      "<ItemNonInventoryAddRq><ItemNonInventoryAdd><Name>Paper</Name><SalesOrPurchase><AccountRef>"
+      "<FullName>Sales</FullName></AccountRef></SalesOrPurchase></ItemNonInventoryAdd></ItemNonInventoryAddRq>"
+      "</QBXMLMsgsRq></QBXML>");
+  const auto answer = folder_.Done({"company", "run", "item.xml"});
+  const auto item = answer.substr(answer.find("<ItemNonInventoryRet>"));
+  const auto from = item.find("<ListID>") + std::string_view("<ListID>").size();
+  const auto link = item.substr(from, item.find('<', from) - from);
+  Sql("INSERT INTO Expense (ExpID, QBLinkID) VALUES ('PAPER:', '" + link + "'), ('GLUE:', 'FFFF-1')");
+  const auto found = Listed("expensecodes");
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].at("id"), "FFFF-1");
+  // Nor does a deep status count it.
+  std::istringstream lines(folder_.Done({"status", "--deep", "--json"}));
+  for (std::string line; std::getline(lines, line);) {
+    const auto table = nlohmann::json::parse(line);
+    if (table.at("table") != "expensecodes") continue;
+    EXPECT_EQ(table.at("deadLinks"), 1);
+  }
+}
+
 TEST_F(Deletions, What_was_done_ahead_of_a_question_without_an_answer_is_told) {
   for (const auto* client : {"ACME", "BOLT"}) DeleteInQuickBooks(client);
   folder_.Write("one.txt", "yes\n");
