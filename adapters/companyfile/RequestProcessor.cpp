@@ -14,6 +14,7 @@
 #include "adapters/companyfile/MessageSetMemory.h"
 #include "adapters/companyfile/Refused.h"
 #include "adapters/companyfile/RefusedDocument.h"
+#include "adapters/companyfile/SchemaWalk.h"
 #include "adapters/companyfile/SubscriptionRequests.h"
 #include "adapters/companyfile/TxnRequests.h"
 #include "adapters/companyfile/XmlText.h"
@@ -88,6 +89,22 @@ Operation FindOperation(const messages::Message& message) {
 
 Operation FindOperation(const Request& request) {
   return request.message == nullptr ? Operation{Verb::None} : FindOperation(*request.message);
+}
+
+// Empty of what is about several kinds, or none.
+std::string_view KindOf(const Operation& operation, const Request& request) {
+  switch (operation.verb) {
+    case Verb::DeleteListRecord:
+      return ChildText(request.node, "ListDelType");
+    case Verb::DeleteTxn:
+      return ChildText(request.node, "TxnDelType");
+    case Verb::DisplayTxn:
+      return ChildText(request.node, "TxnDisplayModType");
+    default:
+      break;
+  }
+  if (operation.txnKind != nullptr) return operation.txnKind->name;
+  return operation.kind != nullptr ? operation.kind->name : std::string_view{};
 }
 
 bool Accepts(const CompanyOptions& options, Country country) {
@@ -204,13 +221,11 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
   if (request.message->set == messages::MessageSet::Subscription) {
     return CarrySubscription(store_, clock, request, response);
   }
+  const auto kind = KindOf(operation, request);
+  if (const auto refusal = kind.empty() ? std::nullopt : store_.ReadRefusal(kind)) return response.Answer(*refusal);
   if (operation.verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
   if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
   if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
-  const auto kind = operation.txnKind != nullptr ? operation.txnKind->name
-                    : operation.kind != nullptr  ? operation.kind->name
-                                                 : std::string_view{};
-  if (const auto refusal = kind.empty() ? std::nullopt : store_.ReadRefusal(kind)) return response.Answer(*refusal);
   if (operation.txnKind != nullptr) {
     const TxnContext context{
         .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};

@@ -181,7 +181,7 @@ Status FeatureNotEnabled(std::string_view what) {
           fmt::format("This feature is not enabled or not available in this version of QuickBooks: {}.", what)};
 }
 
-Status NotPermitted() { return {3260, "Insufficient permission level to perform this action."}; }
+Status NotPermitted() { return {codes::kNotPermitted, "Insufficient permission level to perform this action."}; }
 
 Status PersonalDataWithheld(std::string_view field) {
   return {codes::kPersonalDataWithheld,

@@ -46,11 +46,14 @@ class Answer {
   Answer() = default;
   // The answer of a kind is long: it is read where it is.
   explicit Answer(std::string text) : text_(std::make_unique<std::string>(std::move(text))) {
-    document_.load_buffer_inplace(
+    const auto parsed = document_.load_buffer_inplace(
         text_->data(), text_->size(),
         pugi::parse_minimal | pugi::parse_escapes | pugi::parse_eol | pugi::parse_ws_pcdata_single | pugi::parse_cdata,
         pugi::encoding_utf8);
+    isWhole_ = static_cast<bool>(parsed) && Code() >= 0;
   }
+  // Not so of one that breaks off: what it has is not all.
+  [[nodiscard]] bool IsWhole() const { return isWhole_; }
   [[nodiscard]] pugi::xml_node Response() const { return document_.child("QBXML").child("QBXMLMsgsRs").first_child(); }
   [[nodiscard]] int Code() const { return Response().attribute("statusCode").as_int(-1); }
   [[nodiscard]] std::string Message() const { return Response().attribute("statusMessage").value(); }
@@ -58,6 +61,7 @@ class Answer {
  private:
   std::unique_ptr<std::string> text_;
   pugi::xml_document document_;
+  bool isWhole_ = false;
 };
 
 [[noreturn]] void Refuse(std::string_view what, std::string_view why) {
@@ -99,7 +103,7 @@ class CompanyReader {
       watch_("the edition");
       std::optional<Answer> answer;
       try {
-        answer.emplace(session_.ProcessDocument(Enveloped("<HostQueryRq/>")));
+        answer.emplace(Send("which edition it is", "<HostQueryRq/>"));
       } catch (const PlatformError& raised) {
         if (raised.number() == kUnknownVersion || raised.number() == error::kParse) continue;
         Refuse("which edition it is", raised.description());
@@ -162,7 +166,11 @@ class CompanyReader {
     const auto code = answer.Code();
     if (code == status::kOk) return answer;
     // A feature that is off, or what this user may not see: a transfer hears the same.
-    if (code != status::kFoundNothing) intake.Refuse(kind, code, answer.Message());
+    if (status::IsOfClosedKind(code)) {
+      intake.Refuse(kind, code, answer.Message());
+    } else if (code != status::kFoundNothing) {
+      snapshot::Refuse(kind, answer.Message());
+    }
     return std::nullopt;
   }
 
@@ -171,7 +179,7 @@ class CompanyReader {
   std::optional<Answer> AskIfKnown(std::string_view what, const std::string& request) {
     watch_(what);
     try {
-      Answer answer(session_.ProcessDocument(Enveloped(request)));
+      auto answer = Send(what, request);
       if (answer.Code() == status::kOk) return answer;
     } catch (const PlatformError& raised) {
       if (raised.number() != error::kParse) Refuse(what, raised.description());
@@ -181,8 +189,12 @@ class CompanyReader {
 
   Answer Ask(std::string_view what, const std::string& request) {
     watch_(what);
-    auto answer = Called(what, [&] { return Answer(session_.ProcessDocument(Enveloped(request))); });
-    if (answer.Code() < 0) Refuse(what, "Its answer is none.");
+    return Called(what, [&] { return Send(what, request); });
+  }
+
+  Answer Send(std::string_view what, const std::string& request) {
+    Answer answer(session_.ProcessDocument(Enveloped(request)));
+    if (!answer.IsWhole()) Refuse(what, "Its answer breaks off, or is none.");
     return answer;
   }
 

@@ -21,7 +21,13 @@ inline constexpr std::int32_t kCannotModify = 3170;       //
 inline constexpr std::int32_t kCannotSave = 3180;         // of a subscription, too, that is there already
 inline constexpr std::int32_t kReferenceGone = 3240;      // a reference to what was there once
 inline constexpr std::int32_t kFeatureNotEnabled = 3250;  //
+inline constexpr std::int32_t kNotPermitted = 3260;       // to this user
 inline constexpr std::int32_t kPersonalDataWithheld = 3261;
 inline constexpr std::int32_t kTimeForPaychecksUnknown = 3310;
+
+// Whether a question for all of a kind is answered so wherever the kind is closed: no other question does better.
+[[nodiscard]] constexpr bool IsOfClosedKind(std::int32_t code) {
+  return code == kFeatureNotEnabled || code == kNotPermitted || code == kPersonalDataWithheld;
+}
 
 }  // namespace twqb::status

@@ -4,6 +4,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -28,6 +29,7 @@ class ScriptedSession : public Transport {
   std::map<std::string, std::string> records;   // by kind: what stands in the response
   std::map<std::string, std::string> statuses;  // by kind: "3250"
   std::set<std::string> unknown;                // kinds of which no document is taken
+  std::map<std::string, std::size_t> cutAt;     // by kind: how much of the answer comes
   std::vector<std::string> asked;
 
   InterfaceVersion GetVersion() override { return {.major = 13, .minor = 0}; }
@@ -44,6 +46,11 @@ class ScriptedSession : public Transport {
     const auto kind = text.substr(text.rfind('<', end) + 1, end - text.rfind('<', end) - 1);
     asked.push_back(kind);
     if (unknown.contains(kind)) throw PlatformError(error::kParse);
+    const auto whole = Whole(kind);
+    return cutAt.contains(kind) ? whole.substr(0, cutAt.at(kind)) : whole;
+  }
+
+  [[nodiscard]] std::string Whole(const std::string& kind) const {
     if (kind == "Host") {
       return Answer(
           kind, "0",
@@ -77,6 +84,17 @@ class CompanySnapshot : public testing::Test {
   void Read() {
     ReadCompany(session_, house_.Path("copy.twq"), house_.machine, [](std::string_view) {});
     copy_ = std::make_unique<company::CompanyFile>(house_.Path("copy.twq"), house_.machine);
+  }
+  void ExpectCantRead(const std::string& what) {
+    SCOPED_TRACE(what);
+    std::filesystem::remove(house_.Path("copy.twq"));
+    try {
+      ReadCompany(session_, house_.Path("copy.twq"), house_.machine, [](std::string_view) {});
+      ADD_FAILURE();
+    } catch (const SnapshotError& told) {
+      ExpectHas(told.what(), "it does not tell");
+      ExpectHas(told.what(), what);
+    }
   }
   std::string Ask(const std::string& requests) {
     return copy_->Process(
@@ -213,6 +231,19 @@ TEST_F(CompanySnapshot, Repeats_what_a_closed_kind_answers_and_takes_the_others)
   ExpectHas(Ask("<EstimateQueryRq/>"), "statusCode=\"3250\" statusSeverity=\"Error\" statusMessage=\"told 3250\"");
   ExpectHas(Ask("<EmployeeQueryRq/>"), "statusCode=\"3260\"");
   ExpectHas(Ask("<CustomerQueryRq/>"), "A0000-1");
+  const auto told = [&](const std::string& request, const std::string& fields) {
+    return Ask(fmt::format("<{0}Rq>{1}</{0}Rq>", request, fields));
+  };
+  ExpectHas(told("TxnDel", "<TxnDelType>Estimate</TxnDelType><TxnID>1-1</TxnID>"), "statusCode=\"3250\"");
+  ExpectHas(told("ListDel", "<ListDelType>Employee</ListDelType><ListID>1-1</ListID>"), "statusCode=\"3260\"");
+  ExpectHas(told("TxnDisplayMod", "<TxnDisplayModType>Estimate</TxnDisplayModType><TxnID>1-1</TxnID>"),
+            "statusCode=\"3250\"");
+  ExpectHas(told("ListDel", "<ListDelType>Customer</ListDelType><ListID>1-1</ListID>"), "statusCode=\"3120\"");
+}
+
+TEST_F(CompanySnapshot, Takes_no_failure_of_a_question_for_what_is_always_answered) {
+  session_.statuses = {{"Customer", "1000"}};
+  ExpectCantRead("told 1000");
 }
 
 TEST_F(CompanySnapshot, Does_without_what_the_form_of_the_edition_has_not) {
@@ -234,18 +265,25 @@ TEST_F(CompanySnapshot, Knows_the_day_to_which_the_books_are_closed) {
 }
 
 TEST_F(CompanySnapshot, Says_what_it_could_not_read) {
-  class Silent : public ScriptedSession {
-    std::string ProcessDocument(std::string_view document) override {
-      if (document.find("VendorQueryRq") != std::string_view::npos) return "";
-      return ScriptedSession::ProcessDocument(document);
+  session_.cutAt["Vendor"] = 0;
+  ExpectCantRead("Vendor");
+}
+
+TEST_F(CompanySnapshot, Takes_no_answer_that_breaks_off_for_a_whole_one) {
+  session_.records["Customer"] = Customer("A0000-1", "Abbott") + Customer("A0001-1", "Bayview");
+  session_.records["Preferences"] =
+      "<PreferencesRet><AccountingPreferences><ClosingDate>2007-12-31</ClosingDate></AccountingPreferences>"
+      "</PreferencesRet>";
+  session_.records["OtherName"] = "<OtherNameRet><ListID>E-1</ListID><Name>Harbor</Name></OtherNameRet>";
+  for (const auto& [kind, text] : session_.records) {
+    const auto whole = session_.Whole(kind).size();
+    for (const auto end : {whole / 2, whole - std::string_view("</QBXMLMsgsRs></QBXML>").size(), whole - 3}) {
+      session_.cutAt = {{kind, end}};
+      ExpectCantRead(kind == "Preferences" ? "preferences" : kind);
     }
-  } silent;
-  try {
-    ReadCompany(silent, house_.Path("copy.twq"), house_.machine, [](std::string_view) {});
-    FAIL();
-  } catch (const SnapshotError& told) {
-    ExpectHas(told.what(), "Vendor");
   }
+  session_.cutAt = {{"Host", 300}};
+  ExpectCantRead("which edition it is");
 }
 
 }  // namespace
