@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -25,21 +26,63 @@ std::string Quoted(std::string_view name) { return fmt::format("\"{}\"", Replace
 struct DeclaredColumn {
   std::string name;
   std::string type;
-  std::string rest = {};  // NOT NULL, DEFAULT
+  std::string rest = {};  // DEFAULT
   int placeInKey = 0;     // from 1; 0: it is no part of it
+  bool isNotNull = false;
+  bool isItsOwn = false;  // the database's, and not one of those that BillingDb has
 
   friend bool operator==(const DeclaredColumn&, const DeclaredColumn&) = default;
 };
 using Declared = std::vector<DeclaredColumn>;
 
+// Which of our rules a table has. The database's rows go by its own rules, and may break ours.
+enum class Rules : std::uint8_t { All, NullsAllowed, None };
+
 bool IsText(std::string_view type) { return type.starts_with("VARCHAR") || type.starts_with("TEXT"); }
 std::string TextType(int size) { return size > 0 ? fmt::format("VARCHAR({})", size) : "TEXT"; }
 
+// Bytes (pictures, versions of rows) are no value that a transfer could take: in a column of the database's own, which
+// none looks at, nothing stands in their place.
+template <typename Read>
+Value NullIfNoValue(const Read& read) {
+  try {
+    return read();
+  } catch (const PlatformError& raised) {
+    if (raised.number() != error::kConversion) throw;
+    return Null{};
+  }
+}
+
+// Servers compare a BIT as 1, and the databases of the Jet family a Yes as -1.
+enum class TrueNumber : std::int8_t { One = 1, MinusOne = -1 };
+TrueNumber TrueNumberOf(std::string_view provider) {
+  const auto name = UpperCase(provider);
+  const auto has = [&](std::string_view part) { return name.find(part) != std::string::npos; };
+  const bool isJet = name.starts_with("JET") || has(".JET.") || has(".ACE.");
+  return isJet ? TrueNumber::MinusOne : TrueNumber::One;
+}
+
+// The rows of a table, just opened, which are gone over more than once. Of none there is no first to move to.
+class TableRows {
+ public:
+  explicit TableRows(ado::Recordset& set) : set_(set), isEmpty_(set.Eof()) {}
+
+  [[nodiscard]] ado::Recordset& Set() const { return set_; }
+  [[nodiscard]] ado::Recordset& FromTheFirst() const {
+    if (!isEmpty_) set_.MoveFirst();
+    return set_;
+  }
+
+ private:
+  ado::Recordset& set_;
+  bool isEmpty_;
+};
+
 // Of a column that nobody here knows, what its first value is.
-std::string TypeOf(ado::Recordset& rows, const std::string& name) {
-  if (const int size = rows.DefinedSize(name); size > 0) return TextType(size);
-  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
-    const auto value = rows.Field(name);
+std::string TypeOf(const TableRows& table, const std::string& name) {
+  if (const int size = table.Set().DefinedSize(name); size > 0) return TextType(size);
+  for (auto& rows = table.FromTheFirst(); !rows.Eof(); rows.MoveNext()) {
+    const auto value = NullIfNoValue([&] { return rows.Field(name); });
     if (IsNull(value)) continue;
     if (std::holds_alternative<Date>(value)) return "DATETIME";
     if (std::holds_alternative<Currency>(value)) return "DECIMAL(19,4)";
@@ -95,12 +138,15 @@ class BillingReader {
     }
   }
 
-  // What indexes and views need, this database may lack.
+  // What indexes and views need, this database may lack, and what is to be unique it may have twice.
   void MakeBeside(const std::string& statement) {
     try {
       made_->Execute(statement, nullptr);
     } catch (const PlatformError& raised) {
-      if (raised.number() != error::kNoSuchTable && raised.number() != error::kBadSyntax) throw;
+      if (raised.number() != error::kNoSuchTable && raised.number() != error::kBadSyntax &&
+          raised.number() != error::kConstraint) {
+        throw;
+      }
     }
   }
 
@@ -116,8 +162,17 @@ class BillingReader {
       return;
     }
     try {
-      Shape(table, *rows);
-      Fill(table, *rows);
+      const auto known = ColumnsOf(table);
+      const TableRows all(*rows);
+      const auto wanted = Wanted(known, all);
+      if (wanted != known) Make(table, wanted, KeyOf(known, wanted), Rules::All);
+      if (!Takes(table, wanted, all)) {
+        Make(table, wanted, KeyOf(known, wanted), Rules::NullsAllowed);
+        if (!Takes(table, wanted, all)) {
+          Make(table, wanted, {}, Rules::None);
+          Fill(table, wanted, all);
+        }
+      }
       rows->Close();
     } catch (const PlatformError& raised) {
       Refuse(table, raised);
@@ -133,7 +188,7 @@ class BillingReader {
       DeclaredColumn column;
       column.name = ToText(rows->FieldAt(field++));
       column.type = ToText(rows->FieldAt(field++));
-      if (ToText(rows->FieldAt(field++)) != "0") column.rest += " NOT NULL";
+      column.isNotNull = ToText(rows->FieldAt(field++)) != "0";
       if (const auto value = rows->FieldAt(field++); !IsNull(value)) column.rest += " DEFAULT " + ToText(value);
       column.placeInKey = static_cast<int>(LeadingNumber(ToText(rows->FieldAt(field++))));
       columns.push_back(std::move(column));
@@ -142,21 +197,28 @@ class BillingReader {
   }
 
   // The table has the columns that the database's has, under its names and with its lengths.
-  void Shape(const std::string& table, ado::Recordset& rows) {
-    const auto known = ColumnsOf(table);
+  static Declared Wanted(const Declared& known, const TableRows& all) {
     Declared wanted;
+    const auto& rows = all.Set();
     for (int field = 0; field < rows.FieldCount(); ++field) {
       const auto name = rows.FieldName(field);
       const auto same = std::ranges::find_if(known, [&](const auto& column) { return SameName(column.name, name); });
-      auto column = same == known.end() ? DeclaredColumn{.name = name, .type = TypeOf(rows, name)} : *same;
+      auto column =
+          same == known.end() ? DeclaredColumn{.name = name, .type = TypeOf(all, name), .isItsOwn = true} : *same;
       if (same != known.end() && IsText(column.type)) column.type = TextType(rows.DefinedSize(name));
       wanted.push_back(std::move(column));
     }
-    if (wanted == known) return;
+    return wanted;
+  }
+
+  void Make(const std::string& table, const Declared& columns, const std::string& key, Rules rules) {
     made_->Execute("DROP TABLE " + Quoted(table), nullptr);
     std::vector<std::string> parts;
-    for (const auto& column : wanted) parts.push_back(Quoted(column.name) + " " + column.type + column.rest);
-    if (const auto key = KeyOf(known, wanted); !key.empty()) parts.push_back("PRIMARY KEY (" + key + ")");
+    for (const auto& column : columns) {
+      const auto* bound = column.isNotNull && rules == Rules::All ? " NOT NULL" : "";
+      parts.push_back(Quoted(column.name) + " " + column.type + bound + column.rest);
+    }
+    if (!key.empty()) parts.push_back("PRIMARY KEY (" + key + ")");
     made_->Execute(fmt::format("CREATE TABLE {} ({})", Quoted(table), Join(parts, ", ")), nullptr);
   }
 
@@ -172,28 +234,48 @@ class BillingReader {
     return Join(parts, ", ");
   }
 
+  // False when a row breaks a rule of the table, which has no row then.
+  bool Takes(const std::string& table, const Declared& columns, const TableRows& rows) {
+    try {
+      Fill(table, columns, rows);
+      return true;
+    } catch (const PlatformError& raised) {
+      if (raised.number() != error::kConstraint) throw;
+      return false;
+    }
+  }
+
   // By the engine itself: what stands in a column of dates and is none has to come along.
-  void Fill(const std::string& table, ado::Recordset& rows) {
+  void Fill(const std::string& table, const Declared& columns, const TableRows& all) {
     sqlite::Database file(std::make_shared<sqlite::EnginePool>(), path_, sqlite::Access::ReadWrite,
                           sqlite::kBusyPatience);
     const auto run = [&](std::string_view statement) { file.Prepare(statement, sqlite::Use::Once).Step(); };
-    const int columns = rows.FieldCount();
-    const std::vector<std::string> marks(static_cast<std::size_t>(columns), "?");
+    const std::vector<std::string> marks(columns.size(), "?");
     run("BEGIN");
     {
       auto insert =
           file.Prepare(fmt::format("INSERT INTO {} VALUES ({})", Quoted(table), Join(marks, ", ")), sqlite::Use::Again);
-      if (!rows.Eof()) rows.MoveFirst();
+      auto& rows = all.FromTheFirst();
       for (int seen = 0; !rows.Eof(); rows.MoveNext()) {
         constexpr int kBetweenLooks = 1000;
         if (++seen % kBetweenLooks == 0) watch_("the table " + table);
-        for (int column = 0; column < columns; ++column) sqlite::Bind(insert, column + 1, rows.FieldAt(column));
+        int field = 0;
+        for (const auto& column : columns) {
+          const auto read = [&] { return rows.FieldAt(field); };
+          const auto value = column.isItsOwn ? NullIfNoValue(read) : read();
+          sqlite::Bind(insert, ++field, Stored(value));
+        }
         insert.Step();
         insert.Reset();
       }
     }
     run("COMMIT");
     file.Close();
+  }
+
+  [[nodiscard]] Value Stored(const Value& value) const {
+    const auto* boolean = std::get_if<bool>(&value);
+    return boolean == nullptr ? value : Value(std::int64_t{*boolean ? static_cast<int>(true_) : 0});
   }
 
   [[noreturn]] static void Refuse(const std::string& table, const PlatformError& raised) {
@@ -204,6 +286,7 @@ class BillingReader {
   const std::string& path_;
   const Watch& watch_;
   std::unique_ptr<ado::Connection> made_;
+  const TrueNumber true_ = TrueNumberOf(source_.Provider());
 };
 
 }  // namespace
