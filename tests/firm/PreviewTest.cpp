@@ -23,6 +23,7 @@
 #include "cli/RunAccount.h"
 #include "samples/firm/Firm.h"
 #include "services/Errors.h"
+#include "tests/firm/Elsewhere.h"
 #include "tests/firm/FirmHouse.h"
 #include "tests/firm/WholeState.h"
 
@@ -66,7 +67,10 @@ class Told final : public RunObserver {
 // transfer.
 class FirmFolder {
  public:
-  explicit FirmFolder(const cli::FolderPlan& plan) : files_{.folder = folder_.Path()} {
+  // What the transfers know of the two sides: the files, or a database of another maker and QuickBooks itself.
+  enum class Stand : bool { Here, Elsewhere };
+  explicit FirmFolder(const cli::FolderPlan& plan, Stand stand = Stand::Here)
+      : files_{.folder = folder_.Path()}, stand_(stand) {
     FrozenMachine machine({.libraryFolder = files_.folder, .registryFile = files_.Path("registry.ini")}, clock_);
     cli::MakeFolder(files_.folder, plan, machine);
     std::filesystem::current_path(files_.folder);
@@ -77,12 +81,20 @@ class FirmFolder {
 
   // An hour later than the last one: the preview, that it changed nothing, the transfer, and that it did what was said.
   void ExpectPreviewThenTransfer(const TransferRequest& request) {
-    const auto options = OptionsAnHourLater();
+    auto options = OptionsAnHourLater();
     SCOPED_TRACE(fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", int{request.table}));
-    const auto bytes = BytesOf(files_.folder);
+    FrozenMachine machine({.libraryFolder = files_.folder, .registryFile = files_.Path("registry.ini")}, clock_);
+    Elsewhere elsewhere(files_, machine);
+    const auto sides = elsewhere.Sides();
+    if (stand_ == Stand::Elsewhere) {
+      options.billing = elsewhere.Connection();
+      options.quickBooksItself = true;
+      options.sides = &sides;
+    }
+    const auto bytes = Bytes();
     const auto preview = cli::RunPreview(options, request);
-    EXPECT_TRUE(BytesOf(files_.folder) == bytes);
-    ExpectTransferLike(preview);
+    EXPECT_TRUE(Bytes() == bytes);
+    ExpectTransferLike(preview, options, machine, sides);
   }
 
   [[nodiscard]] cli::Options OptionsAnHourLater() {
@@ -103,19 +115,32 @@ class FirmFolder {
   int moved = 0;  // records that any of the transfers moved
 
  private:
-  void ExpectTransferLike(const Preview& preview) {
-    FrozenMachine machine({.libraryFolder = files_.folder, .registryFile = files_.Path("registry.ini")}, clock_);
+  // Without the lock that sessions leave beside the company file.
+  [[nodiscard]] std::map<std::string, std::string> Bytes() const {
+    auto bytes = BytesOf(files_.folder);
+    std::erase_if(bytes, [](const auto& file) { return file.first.ends_with("company.twq.lock"); });
+    return bytes;
+  }
+
+  void ExpectTransferLike(const Preview& preview, cli::Options options, Machine& machine,
+                          const cli::OtherSides& sides) {
     const auto before = ReadWhole(files_, machine);
     const auto settings = Settings();
     const auto log = Log();
-    SqliteProvider database;
-    company::CompanyTransportFactory quickbooks(files_.Path("company.twq"), machine);
+    const bool isHere = stand_ == Stand::Here;
+    SqliteProvider fileDatabase;
+    company::CompanyTransportFactory fileQuickBooks(files_.Path("company.twq"), machine);
+    const auto database = sides.billing();
+    const auto quickBooks = sides.quickBooks();
     ScriptedDesk desk(ParseAnswers("default yes\n"));
     RecordingCallbackFactory callback;
-    const Platform seams{
-        .database = &database, .quickbooks = &quickbooks, .desk = &desk, .machine = &machine, .callback = &callback};
+    const Platform seams{.database = isHere ? &fileDatabase : database.get(),
+                         .quickbooks = isHere ? &fileQuickBooks : quickBooks.get(),
+                         .desk = &desk,
+                         .machine = &machine,
+                         .callback = &callback};
     Told told(machine);
-    const cli::Options options{.noProgress = true};
+    options.clock = {};
     bool done = false;
     {
       cli::Composition composition(cli::WorkplaceOf(options), {.observer = &told, .instead = &seams});
@@ -193,6 +218,7 @@ class FirmFolder {
   const std::filesystem::path before_ = std::filesystem::current_path();
   TemporaryFolder folder_;
   FirmFiles files_;
+  Stand stand_;
   FrozenOptions clock_ = ClockAt("2008-03-05T10:00:00");
 };
 
@@ -264,6 +290,15 @@ TEST(DemonstrationFirmPreview, Says_what_a_run_over_all_does_in_both_directions)
   ChangeSomething(folder);
   folder.ExpectPreviewThenTransfer({.direction = Direction::Send, .sync = true});
   folder.ExpectPreviewThenTransfer({.direction = Direction::Get, .sync = true});
+  EXPECT_GT(folder.moved, 1000);
+}
+
+TEST(DemonstrationFirmPreview, Says_what_a_run_does_with_a_server_and_with_QuickBooks_itself) {
+  FirmFolder folder({.content = cli::Content::Sample}, FirmFolder::Stand::Elsewhere);
+  folder.ExpectPreviewThenTransfer(kSendAll);
+  folder.ExpectPreviewThenTransfer(kGetAll);
+  ChangeSomething(folder);
+  folder.ExpectPreviewThenTransfer({.direction = Direction::Send, .sync = true});
   EXPECT_GT(folder.moved, 1000);
 }
 
