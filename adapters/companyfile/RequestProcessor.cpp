@@ -222,7 +222,7 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
     return CarrySubscription(store_, clock, request, response);
   }
   const auto kind = KindOf(operation, request);
-  if (const auto refusal = kind.empty() ? std::nullopt : store_.ReadRefusal(kind)) return response.Answer(*refusal);
+  if (const auto refusal = kind.empty() ? std::nullopt : store_.FindRefusal(kind)) return response.Answer(*refusal);
   if (operation.verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
   if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
   if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
