@@ -1,8 +1,19 @@
 # What the tests of the build for Windows share: a Windows of their own under wine, without a display, in a folder that
 # goes at the end; and checks that are counted.
 
-# In memory where there is such a folder: wine's start and its programs' files are many small writes.
-[ ! -d /dev/shm ] || export TMPDIR=/dev/shm
+# In memory where nobody has said otherwise and there is room: wine's start and its programs' files are many small writes,
+# and its Windows takes more than half a gigabyte.
+# has_room FOLDER: it takes files, has 1.5 GB free, and programs can be run from it, as wine does.
+has_room() {
+  local free probe
+  free=$(df --output=avail "$1" 2>/dev/null | tail -1) && [ "${free:-0}" -gt 1500000 ] || return 1
+  probe=$(mktemp -p "$1" 2>/dev/null) || return 1
+  printf '#!/bin/sh\n' >"$probe" && chmod +x "$probe" && "$probe" 2>/dev/null
+  local status=$?
+  rm -f "$probe"
+  return "$status"
+}
+if [ -z "${TMPDIR:-}" ] && has_room /dev/shm; then export TMPDIR=/dev/shm; fi
 work=$(mktemp -d)
 # By this folder wine's programs find the server that they share. Were it another one later, two of them would be at work
 # on one registry, and what one has registered would go when the other writes its own.
@@ -24,7 +35,10 @@ fi
 # until there is a new one that has read the registry.
 boot() {
   wineserver -p
-  wine wineboot "$@" >/dev/null 2>&1
+  wine wineboot "$@" >"$work/boot" 2>&1 && return
+  echo "Wine's Windows did not start:" >&2
+  head -40 "$work/boot" >&2
+  exit 3
 }
 shut_down() {
   wineserver -k || true
