@@ -18,8 +18,11 @@ work=$(mktemp -d)
 # By this folder wine's programs find the server that they share. Were it another one later, two of them would be at work
 # on one registry, and what one has registered would go when the other writes its own.
 export TMPDIR=$work
-mkdir "$work/wine"
-export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
+# Nothing is written into the caller's home, and none is needed.
+mkdir "$work/wine" "$work/home"
+export HOME=$work/home WINEPREFIX=$work/wine
+unset XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME
+export WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
 # For 64 bits the system's programs are those of 64, where there are those of 32 as well: these see another part of the
