@@ -34,10 +34,10 @@ if [ "$WINEARCH" = win64 ] && [ -x /usr/lib/wine/wine64 ]; then
   PATH=$work/bin:$PATH
 fi
 
-# boot: the server stays until it is told to go. By itself it goes at each moment without programs, and the next one waits
-# until there is a new one that has read the registry.
+# boot: the server stays until it is told to go, or a quarter of an hour without programs should nobody be left to tell
+# it. By itself it goes at each moment without, and the next one waits until there is a new one that has read the registry.
 boot() {
-  wineserver -p
+  wineserver -p900
   wine wineboot "$@" >"$work/boot" 2>&1 && return
   echo "Wine's Windows did not start:" >&2
   head -40 "$work/boot" >&2
