@@ -25,14 +25,28 @@ unset XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME
 export WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
+# What is asked for is asked of files, never of who runs this.
+exec </dev/null
+
+# wine, wherever it is called from here on, ends: a program that hangs is ended after so many seconds, which is told.
+wine_seconds=${TWQB_WINE_SECONDS:-600}
+loader=$(command -v wine) || { echo "wine is not installed." >&2; exit 3; }
 # For 64 bits the system's programs are those of 64, where there are those of 32 as well: these see another part of the
 # registry.
 if [ "$WINEARCH" = win64 ] && [ -x /usr/lib/wine/wine64 ]; then
-  mkdir "$work/bin"
-  printf '#!/bin/sh\nWINELOADER=/usr/lib/wine/wine64 exec /usr/lib/wine/wine64 "$@"\n' >"$work/bin/wine"
-  chmod +x "$work/bin/wine"
-  PATH=$work/bin:$PATH
+  loader=/usr/lib/wine/wine64
+  export WINELOADER=$loader
 fi
+mkdir "$work/bin"
+cat >"$work/bin/wine" <<TEXT
+#!/bin/sh
+status=0
+timeout -k 10 $wine_seconds '$loader' "\$@" || status=\$?
+[ "\$status" != 124 ] || echo "wine: ended after $wine_seconds seconds without an end: \$*" >&2
+exit "\$status"
+TEXT
+chmod +x "$work/bin/wine"
+PATH=$work/bin:$PATH
 
 # boot: the server stays until it is told to go, or a quarter of an hour without programs should nobody be left to tell
 # it. By itself it goes at each moment without, and the next one waits until there is a new one that has read the registry.
@@ -44,8 +58,8 @@ boot() {
   exit 3
 }
 shut_down() {
-  wineserver -k || true
-  wineserver -w || true
+  timeout 60 wineserver -k || true
+  timeout 60 wineserver -w || true
 }
 leave() {
   jobs -p | xargs -r kill 2>/dev/null || true
