@@ -295,4 +295,23 @@ check "So they are with the embedded company file" whose TWQBClient90 lists.embe
 for lists in lists.ours lists.embedded; do
   check "And they hold the same records (${lists#*.})" diff <(of_somebody lists.own) <(of_somebody "$lists")
 done
+rm "$library/TWQBClient90.ini"
+
+# logged WORDS: how many lines of the log have them.
+logged() { grep -haE "$1" "$library"/TWQBLog*.txt | wc -l; }
+# ours_and_logged WORD LINE: with lists like that a host is given this library's, all records are in them, and the log
+# has the line for each of the five.
+ours_and_logged() {
+  local before
+  before=$(logged "$2")
+  TWQB_DOUBLE_LISTS=$1 pressing "" lists_by_late_binding "lists.$1" || true
+  whose TWQBClient90 "lists.$1" && diff <(of_somebody lists.own) <(of_somebody "lists.$1") &&
+    [ "$(logged "$2")" = $((before + 5)) ]
+}
+check "Where its list raises an error they are this library's, and the log has its number and text" \
+  ours_and_logged fails 'another one\. -2147467259 The list is not to be had\.'
+check "Where its list has other records, too, and the log says how many" \
+  ours_and_logged fewer 'own list has [0-9]+ records, where [1-9][0-9]* were read'
+TWQB_DOUBLE_LISTS=unknown pressing "" lists_by_late_binding lists.unknown || true
+check "An object that comes without names is asked for them" diff "$work/lists.own" "$work/lists.unknown"
 conclude
