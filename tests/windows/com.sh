@@ -314,4 +314,13 @@ check "Where its list has other records, too, and the log says how many" \
   ours_and_logged fewer 'own list has [0-9]+ records, where [1-9][0-9]* were read'
 TWQB_DOUBLE_LISTS=unknown pressing "" lists_by_late_binding lists.unknown || true
 check "An object that comes without names is asked for them" diff "$work/lists.own" "$work/lists.unknown"
+
+# By slots, with the session library's own lists.
+in_folder owned
+rm "$library/TWQBClient90.ini"
+"$here" -C "$work/owned" settings set GENERAL FIRST_TIME False
+TWQB_DOUBLE_COMPANY=$(there "$work/owned/company.twq") \
+  pressing "" wine "$built/tests/windows/vtable_host.exe" "$(there "$work/owned")" >"$work/got" 2>&1 || true
+check "By slots a host alone owns the session library's lists" grep -q ' 0 failed' "$work/got"
+[ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
 conclude
