@@ -323,4 +323,21 @@ TWQB_DOUBLE_COMPANY=$(there "$work/owned/company.twq") \
   pressing "" wine "$built/tests/windows/vtable_host.exe" "$(there "$work/owned")" >"$work/got" 2>&1 || true
 check "By slots a host alone owns the session library's lists" grep -q ' 0 failed' "$work/got"
 [ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
+
+# An older version of the session library, whose name is known and which has nothing behind it here.
+names='HKLM\Software\Classes'
+session=$(wine reg query "$names\QBFC5.QBSessionManager\CLSID" /ve | grep -oE '\{[-0-9A-F]+\}')
+wine reg add "$names\QBFC5.QBSessionManager\CLSID" /ve /d '{7A1B00FF-5C44-4E1B-9D20-0B3C5177E906}' /f >/dev/null
+wine reg add "$names\QBFC15.QBSessionManager\CLSID" /ve /d "$session" /f >/dev/null
+pressing "" lists_by_late_binding lists.later || true
+check "A version that is not there for this width gives way to a later one" diff "$work/lists.own" "$work/lists.later"
+wine reg delete "$names\QBFC15.QBSessionManager" /f >/dev/null
+cat >"$work/without.vbs" <<'TEXT'
+Set link = CreateObject("TWQBClient90.CTWQBBridge")
+WScript.Echo "connected: " & link.ConnectToQB(True)
+TEXT
+pressing "" script "$work/without.vbs" >"$work/got" || true
+check "Where there is no other a connection fails" grep -q 'connected: False' "$work/got"
+check "And the person is told that version, with its number" \
+  grep -q -- '-2147221164.*QBFC5' <(tr -d '\r\n' <"$work/boxes")
 conclude
