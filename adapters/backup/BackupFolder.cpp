@@ -119,12 +119,21 @@ std::vector<Set> BackupFolder::Sets() const {
   return sets;
 }
 
+std::vector<std::string> BackupFolder::UnreadableSets() const {
+  auto names = SetFolders(Whole::Yes);
+  const auto sets = Sets();
+  std::erase_if(names, [&](const auto& name) { return std::ranges::find(sets, name, &Set::name) != sets.end(); });
+  std::ranges::sort(names);
+  return names;
+}
+
 Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp) {
   MakeFolder(fmt::format("{}/{}", folder_, kBackupFolder));
   const Hold hold(Path(kLock));
   RemoveHalfSets();
   auto sets = Sets();
-  RemoveOldSets(sets);
+  // What is put back may be the oldest one: it goes behind that.
+  if (manifest.by == MadeBy::Transfer) RemoveOldSets(sets);
   Set set{.name = FreeName(stamp), .manifest = manifest};
   try {
     for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
@@ -153,22 +162,52 @@ void BackupFolder::NoteEnd(const Set& set, const std::string& at) {
   const Hold hold(Path(kLock));
   auto sets = Sets();
   EndNote end{.at = at};
-  bool isChanged = false;
   for (const auto& before : set.manifest.files) {
     WaitUntilSettled(before.path);
     end.files.push_back(Keep({.part = before.part, .path = before.path}, sets));
-    const auto& now = end.files.back();
-    isChanged = isChanged || now.isThere != before.isThere || now.content != before.content;
   }
-  if (!isChanged) {
-    RemoveSet(set.name);
-    return;
-  }
-  pieces_.Settle();
-  Write(Path(set.name) + "/" + kEnd, TextOf(end, folder_));
+  if (!WriteEnd(set, end)) return;
   const auto own = std::ranges::find(sets, set.name, &Set::name);
   if (own != sets.end()) own->end = std::move(end);
   RemoveOldSets(sets);
+}
+
+void BackupFolder::NoteEnd(const Set& set, const EndNote& end) {
+  const Hold hold(Path(kLock));
+  static_cast<void>(WriteEnd(set, end));
+}
+
+// False: nothing is other than it was, and the set has gone.
+bool BackupFolder::WriteEnd(const Set& set, const EndNote& end) {
+  const bool isChanged = !std::ranges::equal(
+      set.manifest.files, end.files, [](const KeptFile& before, const KeptFile& now) { return before.IsLike(now); });
+  if (!isChanged) {
+    RemoveSet(set.name);
+    return false;
+  }
+  pieces_.Settle();
+  Write(Path(set.name) + "/" + kEnd, TextOf(end, folder_));
+  return true;
+}
+
+void BackupFolder::Remove(const Set& set) const noexcept {
+  try {
+    const Hold hold(Path(kLock));
+    RemoveSet(set.name);
+    RemoveUnusedPieces(Sets());
+  } catch (const std::exception&) {
+    return;
+  }
+}
+
+void BackupFolder::ClearUp() const noexcept {
+  try {
+    const Hold hold(Path(kLock));
+    auto sets = Sets();
+    RemoveOldSets(sets);
+  } catch (const std::exception&) {
+    return;
+  }
 }
 
 void BackupFolder::MarkUndone(const std::string& set) const {
@@ -279,8 +318,7 @@ void BackupFolder::RemoveHalfSets() const {
 
 void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
   auto tooMany = static_cast<std::size_t>(std::ranges::count_if(sets, &Set::IsAutomatic));
-  if (tooMany <= kKeptSets) return;
-  tooMany -= kKeptSets;
+  tooMany -= std::min(tooMany, kKeptSets);
   // The oldest come first.
   std::erase_if(sets, [&](const Set& set) {
     if (tooMany == 0 || !set.IsAutomatic()) return false;

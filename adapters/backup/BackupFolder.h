@@ -35,6 +35,8 @@ class BackupFolder {
 
   // Those that are whole, the oldest first.
   [[nodiscard]] std::vector<Set> Sets() const;
+  // Names of those whose manifest can't be read. While there is one, no piece of any set goes.
+  [[nodiscard]] std::vector<std::string> UnreadableSets() const;
 
   // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there.
   // Raises BackupError, and leaves nothing behind.
@@ -44,6 +46,12 @@ class BackupFolder {
   // Notes how the files are now, when what the set was made before has ended. A set whose files are all as they were
   // goes. Raises likewise.
   void NoteEnd(const Set& set, const std::string& at);
+  // The same for who knows how they are. No other set goes.
+  void NoteEnd(const Set& set, const EndNote& end);
+  // Takes one away. Never fails: what can't be removed stays.
+  void Remove(const Set& set) const noexcept;
+  // Removes sets that are too many, and what no set needs. Never fails.
+  void ClearUp() const noexcept;
   // What it was made before has been taken back.
   void MarkUndone(const std::string& set) const;
 
@@ -65,6 +73,7 @@ class BackupFolder {
   [[nodiscard]] std::vector<std::string> SetFolders(Whole whole) const;  // those with a manifest, or without
   void RemoveSet(const std::string& name) const;
   void RemoveHalfSets() const;
+  [[nodiscard]] bool WriteEnd(const Set& set, const EndNote& end);
   // Those that go are taken out of `sets`, too, which must be all.
   void RemoveOldSets(std::vector<Set>& sets) const;
   void RemoveUnusedPieces(const std::vector<Set>& sets) const;

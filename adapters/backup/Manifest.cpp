@@ -28,11 +28,6 @@ constexpr std::array<PartNames, 4> kParts = {{{.name = "billing", .called = "Bil
 
 constexpr std::array<std::string_view, 4> kMadeBy = {"hand", "transfer", "restore", "undo"};  // in the order of MadeBy
 
-std::string PathFrom(const std::string& path, const std::string& folder) {
-  const auto relative = fs::path(path).lexically_relative(folder);
-  return relative.empty() || *relative.begin() == ".." ? path : relative.generic_string();
-}
-
 Json ToJson(const std::vector<KeptFile>& files, const std::string& folder) {
   auto all = Json::array();
   for (const auto& file : files) {
@@ -52,7 +47,7 @@ std::vector<KeptFile> FilesFrom(const Json& all, const std::string& folder) {
   std::vector<KeptFile> files;
   for (const auto& entry : all) {
     KeptFile file{.part = PartFrom(entry.at("part").get<std::string>()).value(),
-                  .path = (fs::path(folder) / entry.at("name").get<std::string>()).lexically_normal().string(),
+                  .path = PathIn(entry.at("name").get<std::string>(), folder),
                   .isThere = entry.at("there").get<bool>(),
                   .identity = entry.value("identity", "")};
     if (file.isThere) {
@@ -81,7 +76,17 @@ auto FromJson(const std::string& text, Read read) -> std::optional<decltype(read
 
 }  // namespace
 
+std::string PathFrom(const std::string& path, const std::string& folder) {
+  const auto relative = fs::path(path).lexically_relative(folder);
+  return relative.empty() || *relative.begin() == ".." ? path : relative.generic_string();
+}
+
+std::string PathIn(const std::string& name, const std::string& folder) {
+  return (fs::path(folder) / name).lexically_normal().string();
+}
+
 std::string_view NameOf(Part part) { return kParts.at(static_cast<std::size_t>(part)).name; }
+std::string_view NameOf(MadeBy by) { return kMadeBy.at(static_cast<std::size_t>(by)); }
 std::string_view CalledOf(Part part) { return kParts.at(static_cast<std::size_t>(part)).called; }
 
 std::optional<Part> PartFrom(std::string_view name) {
@@ -96,12 +101,9 @@ const KeptFile* Set::Find(Part part) const {
 }
 
 std::string TextOf(const Manifest& manifest, const std::string& folder) {
-  const Json json = {{"format", kFormat},
-                     {"made", manifest.made},
-                     {"by", kMadeBy.at(static_cast<std::size_t>(manifest.by))},
-                     {"before", manifest.before},
-                     {"twqb", manifest.version},
-                     {"files", ToJson(manifest.files, folder)},
+  const Json json = {{"format", kFormat},          {"made", manifest.made},
+                     {"by", NameOf(manifest.by)},  {"before", manifest.before},
+                     {"twqb", manifest.version},   {"files", ToJson(manifest.files, folder)},
                      {"lacking", manifest.lacking}};
   return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
 }

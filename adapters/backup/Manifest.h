@@ -23,15 +23,27 @@ enum class Part : std::uint8_t { Billing, Company, Settings, Registry };
 [[nodiscard]] std::string_view CalledOf(Part part);
 [[nodiscard]] inline bool IsDatabase(Part part) { return part == Part::Billing || part == Part::Company; }
 
+// A path of a file as it is noted, so that a working folder can be moved: from that folder, when it lies inside. And
+// back.
+[[nodiscard]] std::string PathFrom(const std::string& path, const std::string& folder);
+[[nodiscard]] std::string PathIn(const std::string& name, const std::string& folder);
+
 struct KeptFile {
   Part part = Part::Billing;
   std::string path;     // full
   bool isThere = true;  // a file that was not there is kept as such
   Content content = {};
   std::string identity = {};  // by which the file is known to be unchanged without reading it; empty: it can't be
+
+  // Whether the two are the same to a reader: both absent, or of the same bytes.
+  [[nodiscard]] bool IsLike(const KeptFile& other) const {
+    return isThere == other.isThere && (!isThere || content == other.content);
+  }
 };
 
 enum class MadeBy : std::uint8_t { Hand, Transfer, Restore, Undo };
+
+[[nodiscard]] std::string_view NameOf(MadeBy by);  // "hand"
 
 struct Manifest {
   std::string made;  // local time with its zone

@@ -26,27 +26,46 @@ void Remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) RaiseForFile(path, "removed");
 }
 
-void CarryOut(BackupFolder& folder, const RestoreStep& step) {
-  if (!step.isThere) {
-    Remove(step.target);
-    SynchroniseFolderOf(step.target);
+void CarryOut(BackupFolder& folder, const KeptFile& file) {
+  if (!file.isThere) {
+    Remove(file.path);
+    SynchroniseFolderOf(file.path);
     return;
   }
   std::error_code failure;
-  const auto staged = StagedName(step.target);
+  const auto staged = StagedName(file.path);
   if (!fs::exists(staged, failure)) {
     if (failure) RaiseForFile(staged, "read", failure.value());
-    const auto now = folder.Look({.part = step.part, .path = step.target});
-    if (now.isThere && now.content == step.content) return;  // it is in place
-    folder.WriteTo({.part = step.part, .path = step.target, .content = step.content}, staged);
+    if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return;  // it is in place
+    folder.WriteTo(file, staged);
   }
-  if (IsDatabase(step.part)) {
-    RequireReplaceable(step.target);
-    SynchroniseFolderOf(step.target);
+  if (IsDatabase(file.part)) {
+    RequireReplaceable(file.path);
+    SynchroniseFolderOf(file.path);
   }
-  fs::rename(staged, step.target, failure);
-  if (failure) RaiseForFile(step.target, "replaced", failure.value());
-  SynchroniseFolderOf(step.target);
+  fs::rename(staged, file.path, failure);
+  if (failure) RaiseForFile(file.path, "replaced", failure.value());
+  SynchroniseFolderOf(file.path);
+}
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kFormat = 2;  // of the journal
+
+Json ToJson(const KeptFile& file) {
+  Json json = {{"there", file.isThere}};
+  if (!file.isThere) return json;
+  json["size"] = file.content.size;
+  json["pieces"] = file.content.pieces;
+  return json;
+}
+
+KeptFile FileFrom(Part part, const std::string& path, const Json& json) {
+  KeptFile file{.part = part, .path = path, .isThere = json.at("there").get<bool>()};
+  if (file.isThere) {
+    file.content = {.size = json.at("size").get<std::uint64_t>(), .pieces = json.at("pieces").get<std::string>()};
+  }
+  return file;
 }
 
 }  // namespace
@@ -70,42 +89,66 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
   std::string text;
   if (!file || !ReadRest(file, text)) RaiseForFile(path, "read");
   try {
-    const auto json = nlohmann::json::parse(text);
-    RestoreJournal journal{.set = json.at("set").get<std::string>(), .isUndo = json.at("undo").get<bool>()};
+    const auto json = Json::parse(text);
+    if (json.at("format").get<int>() != kFormat) throw std::runtime_error("another version of twqb wrote it");
+    RestoreJournal journal{.set = json.at("set").get<std::string>(),
+                           .isUndo = json.at("undo").get<bool>(),
+                           .kept = json.at("kept").get<std::string>()};
     for (const auto& step : json.at("steps")) {
+      const auto part = PartFrom(step.at("part").get<std::string>()).value();
+      const auto target = PathIn(step.at("name").get<std::string>(), folder);
       journal.steps.push_back(
-          {.part = PartFrom(step.at("part").get<std::string>()).value(),
-           .target = step.at("target").get<std::string>(),
-           .isThere = step.at("there").get<bool>(),
-           .content = {.size = step.at("size").get<std::uint64_t>(), .pieces = step.at("pieces").get<std::string>()}});
+          {.file = FileFrom(part, target, step.at("file")), .was = FileFrom(part, target, step.at("was"))});
     }
     return journal;
   } catch (const std::exception& failure) {
-    throw BackupError(fmt::format("{} can't be read: {}.", path, failure.what()));
+    throw BackupError(
+        fmt::format("{} can't be read ({}). It tells what was being done. Remove it, and put the set back once more: "
+                    "until then some files are of the set and some are not.",
+                    path, failure.what()));
   }
 }
 
 void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
-  auto steps = nlohmann::ordered_json::array();
-  for (const auto& step : journal.steps) {
-    steps.push_back({{"part", NameOf(step.part)},
-                     {"target", step.target},
-                     {"there", step.isThere},
-                     {"size", step.content.size},
-                     {"pieces", step.content.pieces}});
+  auto steps = Json::array();
+  for (const auto& [file, was] : journal.steps) {
+    steps.push_back({{"part", NameOf(file.part)},
+                     {"name", PathFrom(file.path, folder)},
+                     {"file", ToJson(file)},
+                     {"was", ToJson(was)}});
   }
-  const nlohmann::ordered_json json = {{"set", journal.set}, {"undo", journal.isUndo}, {"steps", std::move(steps)}};
+  const Json json = {{"format", kFormat},
+                     {"set", journal.set},
+                     {"undo", journal.isUndo},
+                     {"kept", journal.kept},
+                     {"steps", std::move(steps)}};
   const auto path = JournalPath(folder);
   if (!ReplaceFile(path, json.dump(1) + "\n")) RaiseForFile(path, "written");
 }
 
+std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal) {
+  BackupFolder backups(folder);
+  std::vector<PartFile> changed;
+  for (const auto& [file, was] : journal.steps) {
+    const auto now = backups.Look({.part = file.part, .path = file.path});
+    if (!now.IsLike(was) && !now.IsLike(file)) changed.push_back({.part = file.part, .path = file.path});
+  }
+  return changed;
+}
+
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
-  for (const auto& step : journal.steps) CarryOut(backups, step);
+  for (const auto& step : journal.steps) CarryOut(backups, step.file);
+}
+
+void EndRestore(const std::string& folder, const RestoreJournal& journal) {
+  BackupFolder backups(folder);
   if (journal.isUndo) backups.MarkUndone(journal.set);
   const auto path = JournalPath(folder);
   Remove(path);
   SynchroniseFolderOf(path);
+  // Behind it, for the set that was put back may be the oldest one.
+  backups.ClearUp();
 }
 
 }  // namespace twqb::backup

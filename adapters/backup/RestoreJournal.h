@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/backup/BackupFolder.h"
 #include "adapters/backup/Manifest.h"
 
 namespace twqb::backup {
@@ -22,16 +23,15 @@ void RemoveStaged(const std::string& target);
 void RequireReplaceable(const std::string& database);
 
 struct RestoreStep {
-  Part part = Part::Billing;
-  std::string target;    // full
-  bool isThere = true;   // it is to be; otherwise it goes
-  Content content = {};  // what is to stand there, for a new file that somebody has removed
+  KeptFile file;  // what is to stand there, or that nothing is
+  KeptFile was;   // what stood there when the restore began
 };
 
 struct RestoreJournal {
   std::string set;
+  bool isUndo = false;    // the run that the set was made before counts as taken back in the end
+  std::string kept = {};  // the set of how the files were; empty where none was made
   std::vector<RestoreStep> steps = {};
-  bool isUndo = false;  // the run that the set was made before counts as taken back in the end
 };
 
 // `folder` is the working folder. Nothing when no restore has begun. Raises BackupError for a journal that can't be
@@ -39,7 +39,12 @@ struct RestoreJournal {
 [[nodiscard]] std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder);
 // From here on the restore is carried out, now or by a later run. Raises BackupError, and nothing has begun.
 void BeginRestore(const std::string& folder, const RestoreJournal& journal);
-// Raises BackupError when a step can't be done; the journal stays.
+// The files that somebody has changed since it began, to be asked ahead of completing it. Raises BackupError.
+[[nodiscard]] std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal);
+// As often as it takes: what is in place stays as it is. Raises BackupError when a step can't be done; the journal
+// stays in any case.
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal);
+// There is nothing left to do. Raises BackupError.
+void EndRestore(const std::string& folder, const RestoreJournal& journal);
 
 }  // namespace twqb::backup

@@ -53,9 +53,10 @@ std::optional<ListRecord> FirstRecord(SqliteRows rows) {
 
 // Where a name has to be unique: among the children of a parent, or at the top of a name space. An identifier has a
 // "-" in it and no name space has, so the two never meet.
-std::string_view ScopeOf(const ListKind& kind, std::string_view parentId) {
-  return parentId.empty() ? kind.nameSpace : parentId;
+std::string_view ScopeOf(std::string_view nameSpace, std::string_view parentId) {
+  return parentId.empty() ? nameSpace : parentId;
 }
+std::string_view ScopeOf(const ListKind& kind, std::string_view parentId) { return ScopeOf(kind.nameSpace, parentId); }
 
 // The engine would say no more of a missing file than that it can't open it.
 const std::string& RequireFile(const std::string& path) {
@@ -72,15 +73,19 @@ std::string AcceptsText(const CompanyOptions& options) {
   return text;
 }
 
-void InsertRecord(SqliteDatabase& database, const ListKind& kind, const ListRecord& record) {
-  const auto nameKey = NameKey(record.name);
+void InsertRecord(SqliteDatabase& database, std::string_view kind, std::string_view scope, std::string_view nameKey,
+                  const ListRecord& record) {
   database.Execute(
       "INSERT INTO record VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-      {std::string_view(record.listId), kind.name, std::string_view(record.parentId), ScopeOf(kind, record.parentId),
-       std::string_view(record.name), std::string_view(nameKey), std::string_view(record.fullName),
-       std::string_view(record.fullKey), std::int64_t{record.sublevel}, std::int64_t{record.active}, record.created,
-       record.modified, record.editSequence, record.balance.TenThousandths(), record.totalBalance.TenThousandths(),
-       std::string_view(record.body), std::string_view(record.type), std::string_view(record.number)});
+      {std::string_view(record.listId), kind, std::string_view(record.parentId), scope, std::string_view(record.name),
+       nameKey, std::string_view(record.fullName), std::string_view(record.fullKey), std::int64_t{record.sublevel},
+       std::int64_t{record.active}, record.created, record.modified, record.editSequence,
+       record.balance.TenThousandths(), record.totalBalance.TenThousandths(), std::string_view(record.body),
+       std::string_view(record.type), std::string_view(record.number)});
+}
+
+void InsertRecord(SqliteDatabase& database, const ListKind& kind, const ListRecord& record) {
+  InsertRecord(database, kind.name, ScopeOf(kind, record.parentId), NameKey(record.name), record);
 }
 
 // Those that a file of `format` does not have.
@@ -90,7 +95,7 @@ void InsertPresets(SqliteDatabase& database, const CompanyOptions& options, std:
 
 }  // namespace
 
-void CompanyStore::Create(const std::string& path, const CompanyOptions& options, std::int64_t now) {
+void CompanyStore::Create(const std::string& path, const CompanyOptions& options, std::int64_t now, Content content) {
   storage::NewFile made(path);
   if (const auto failure = made.Failure()) {
     throw PlatformError(failure == std::errc::no_such_file_or_directory ? error::kPathNotFound : error::kFileAccess,
@@ -109,7 +114,7 @@ void CompanyStore::Create(const std::string& path, const CompanyOptions& options
   database.Execute(kInsert, {"host_version", std::string_view(hostVersion)});
   database.Execute(kInsert, {"accepts", std::string_view(accepts)});
   database.Execute(kInsert, {"created", std::string_view(created)});
-  InsertPresets(database, options, now, kNoFormat);
+  if (content == Content::Presets) InsertPresets(database, options, now, kNoFormat);
   database.RunScript("COMMIT");
   made.Keep();
 }
@@ -184,6 +189,19 @@ void CompanyStore::WriteConditions(const CompanyConditions& conditions) {
   }
 }
 
+std::optional<Status> CompanyStore::ReadRefusal(std::string_view kind) {
+  const auto text = ReadSetting(fmt::format("refused {}", kind));
+  if (!text) return std::nullopt;
+  const auto blank = text->find(' ');
+  Status refusal{.message = text->substr(blank + 1)};
+  std::from_chars(text->data(), text->data() + blank, refusal.code);
+  return refusal;
+}
+
+void CompanyStore::WriteRefusal(std::string_view kind, const Status& refusal) {
+  WriteSetting(fmt::format("refused {}", kind), fmt::format("{} {}", refusal.code, refusal.message));
+}
+
 std::string CompanyStore::NewId(std::string_view counter, std::int64_t now) {
   auto rows = database_.Query("UPDATE counter SET next = next + 1 WHERE name = ? RETURNING next - 1", {counter});
   if (!rows.Next()) Raise(kUnexpected, "It has no counter.");
@@ -195,7 +213,9 @@ std::string CompanyStore::NewId(std::string_view counter, std::int64_t now) {
 
 std::optional<ListRecord> CompanyStore::FindById(const ListKind& kind, std::string_view listId) {
   static const std::string sql = std::string(kSelect) + "WHERE r.list_id = ? AND r.kind = ?";
-  return FirstRecord(database_.Query(sql, {listId, kind.name}));
+  if (auto record = FirstRecord(database_.Query(sql, {listId, kind.name}))) return record;
+  const auto ofKind = fmt::format("{}{}{}", listId, kIdOfKind, kind.name);
+  return FirstRecord(database_.Query(sql, {std::string_view(ofKind), kind.name}));
 }
 
 std::optional<FoundRecord> CompanyStore::FindById(std::string_view listId) {
@@ -267,6 +287,30 @@ std::vector<CompanyStore::TypeTotal> CompanyStore::Totals(const ListKind& kind) 
 void CompanyStore::Insert(const ListKind& kind, const ListRecord& record) {
   InsertRecord(database_, kind, record);
   AddToTotals(record.parentId, record.totalBalance);
+}
+
+void CompanyStore::Lay(std::string_view kind, std::string_view nameSpace, ListRecord record) {
+  const auto scope = ScopeOf(nameSpace, record.parentId);
+  auto nameKey = NameKey(record.name);
+  // No name has a line break.
+  const auto isTaken =
+      database_.Query("SELECT 1 FROM record WHERE scope = ? AND name_key = ?", {scope, std::string_view(nameKey)})
+          .Next();
+  if (isTaken) nameKey.append("\n").append(record.listId);
+  const auto isNumbered =
+      !record.number.empty() && database_
+                                    .Query("SELECT 1 FROM record WHERE kind = ? AND number = ? AND number <> ''",
+                                           {kind, std::string_view(record.number)})
+                                    .Next();
+  if (isNumbered) record.number.clear();
+  InsertRecord(database_, kind, scope, nameKey, record);
+}
+
+void CompanyStore::RaiseCounters(const Highest& highest) {
+  constexpr std::string_view kRaise = "UPDATE counter SET next = max(next, ? + 1) WHERE name = ?";
+  database_.Execute(kRaise, {highest.list, std::string_view("list")});
+  database_.Execute(kRaise, {highest.txn, std::string_view("txn")});
+  database_.Execute(kRaise, {highest.txnNumber, std::string_view("txn_number")});
 }
 
 void CompanyStore::Update(const ListKind& kind, const ListRecord& before, const ListRecord& after) {

@@ -18,14 +18,17 @@
 #include "adapters/companyfile/ListRecord.h"
 #include "adapters/companyfile/RecordFilter.h"
 #include "adapters/companyfile/Sqlite.h"
+#include "adapters/companyfile/Status.h"
 
 namespace twqb::company {
 
 class CompanyStore {
  public:
-  // Makes the file, with the presets of its country in it. Raises, and leaves no file behind, when it is there already
-  // or can't be made. `now` is kept as the time of making, in Unix seconds.
-  static void Create(const std::string& path, const CompanyOptions& options, std::int64_t now);
+  // Makes the file, with the presets of its country in it or without a record. Raises, and leaves no file behind, when
+  // it is there already or can't be made. `now` is kept as the time of making, in Unix seconds.
+  enum class Content : std::uint8_t { Presets, Nothing };
+  static void Create(const std::string& path, const CompanyOptions& options, std::int64_t now,
+                     Content content = Content::Presets);
   // Opens a file that Create made; one of an earlier format is brought to today's. Raises `kCannotOpenFile` for
   // anything else.
   explicit CompanyStore(const std::string& path);
@@ -39,6 +42,11 @@ class CompanyStore {
   // As they stand in the file now. One that is not stored, or whose value is unknown, is as in a new file.
   [[nodiscard]] CompanyConditions ReadConditions();
   void WriteConditions(const CompanyConditions& conditions);
+
+  // What every request about records of the kind is answered; nothing where they are carried out, as in every file that
+  // was not read from another QuickBooks.
+  [[nodiscard]] std::optional<Status> ReadRefusal(std::string_view kind);
+  void WriteRefusal(std::string_view kind, const Status& refusal);
 
   // Identifiers that were never given out before: of a list record; of a transaction or a line of one.
   [[nodiscard]] std::string NewListId(std::int64_t now) { return NewId("list", now); }
@@ -71,6 +79,16 @@ class CompanyStore {
 
   // Adds the record; its balance counts for the parents too.
   void Insert(const ListKind& kind, const ListRecord& record);
+  // Adds a record as another QuickBooks has it: its balances count for no parent, and where its name or number belongs
+  // to another one here, no record will be found to have it.
+  void Lay(std::string_view kind, std::string_view nameSpace, ListRecord record);
+  // From now on no identifier or number is given out that is not above the ones given.
+  struct Highest {
+    std::int64_t list = 0;
+    std::int64_t txn = 0;
+    std::int64_t txnNumber = 0;
+  };
+  void RaiseCounters(const Highest& highest);
   // Writes `after` in place of `before`. Everything below the record gets its new full names and levels, and the
   // balance counts for the parents that it has now.
   void Update(const ListKind& kind, const ListRecord& before, const ListRecord& after);

@@ -3,10 +3,18 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/Currency.h"
 
 namespace twqb::company {
+
+// Of another QuickBooks' records identifiers are unique in one list alone. Where two lists have the same, one keeps it,
+// and the file keeps the other behind this and the name of its kind; nobody is told of that.
+inline constexpr char kIdOfKind = '@';
+[[nodiscard]] constexpr std::string_view ToldId(std::string_view stored) {
+  return stored.substr(0, stored.find(kIdOfKind));
+}
 
 struct ListRecord {
   std::string listId;

@@ -31,7 +31,7 @@ struct ColumnField {
   std::string (*text)(const ListRecord&, const ClockReading&);
 };
 constexpr std::array kColumnFields = {
-    ColumnField{"ListID", [](const ListRecord& r, const ClockReading&) { return r.listId; }},
+    ColumnField{"ListID", [](const ListRecord& r, const ClockReading&) { return std::string(ToldId(r.listId)); }},
     ColumnField{"TimeCreated", [](const ListRecord& r, const ClockReading& c) { return TimeText(r.created, c); }},
     ColumnField{"TimeModified", [](const ListRecord& r, const ClockReading& c) { return TimeText(r.modified, c); }},
     ColumnField{"EditSequence",
@@ -152,7 +152,7 @@ class BodyMerge {
 
   void Merge(pugi::xml_node given, pugi::xml_node earlier, std::span<const Element> rows) {
     ForEachElementRow(rows, [&](const Element& row) {
-      if (row.name == kParent || FindColumn(row.name) != nullptr) return;
+      if (IsListColumn(row.name)) return;
       if (ChildElement(given, row.name)) {
         for (const auto element : given.children()) {
           if (row.name == element.name()) StoreElement(body_, element, row, store_, referrer_);
@@ -231,13 +231,30 @@ void StoreElement(std::string& body, pugi::xml_node given, const Element& row, C
   });
 }
 
+bool IsListColumn(std::string_view field) { return field == kParent || FindColumn(field) != nullptr; }
+
+void LayElement(std::string& body, pugi::xml_node told, const Element& row, const StoredId& storedId) {
+  if (row.type != Type::Aggregate) return AppendLeaf(body, row.name, told.text().get());
+  AppendAggregate(body, row.name, [&] {
+    if (IsReference(row)) {
+      const auto listId = storedId(row.name, ChildText(told, "ListID"));
+      AppendLeaf(body, "ListID", listId);
+      if (listId.ends_with(kIdOfKind)) AppendLeaf(body, "FullName", ChildText(told, "FullName"));
+      return;
+    }
+    ForEachElement(told, row.Children(),
+                   [&](pugi::xml_node element, const Element& child) { LayElement(body, element, child, storedId); });
+  });
+}
+
 void AnswerElement(std::string& out, pugi::xml_node stored, const Element& row, const messages::Form& form,
                    NameCache& names) {
   if (!row.KnownIn(form)) return;
   if (row.type != Type::Aggregate) return AppendLeaf(out, row.name, stored.text().get());
   if (IsReference(row)) {
     const std::string listId(ChildText(stored, "ListID"));
-    return AppendReference(out, row.name, listId, names.FullNameOf(listId));
+    const std::string_view name = names.FullNameOf(listId);
+    return AppendReference(out, row.name, listId, name.empty() ? ChildText(stored, "FullName") : name);
   }
   AppendAggregate(out, row.name, [&] {
     ForEachElement(stored, row.Children(), [&](pugi::xml_node element, const Element& child) {
@@ -248,7 +265,7 @@ void AnswerElement(std::string& out, pugi::xml_node stored, const Element& row, 
 
 void AppendReference(std::string& out, std::string_view name, std::string_view listId, std::string_view fullName) {
   AppendOpenTag(out, name);
-  AppendLeaf(out, "ListID", listId);
+  AppendLeaf(out, "ListID", ToldId(listId));
   AppendLeaf(out, "FullName", fullName);
   AppendCloseTag(out, name);
 }

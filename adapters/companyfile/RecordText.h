@@ -1,10 +1,11 @@
 // Records as XML: the body that is stored, and what is answered of it. All of it walks the rows of the message table;
 // which of a list record's fields are columns of the storage is the one thing that is known here.
 //
-// In a body a reference is a ListID alone, values are written as QuickBooks writes them, and elements without content
-// are absent.
+// In a body a reference is a ListID alone (but see LayElement), values are written as QuickBooks writes them, and
+// elements without content are absent.
 #pragma once
 
+#include <functional>
 #include <pugixml.hpp>
 #include <span>
 #include <string>
@@ -26,8 +27,17 @@ void ParseBody(pugi::xml_document& document, const std::string& body);
 void StoreElement(std::string& body, pugi::xml_node given, const messages::Element& row, CompanyStore& store,
                   std::string_view referrer);
 
+// Whether a field of a list's answered record is formed from the columns of the storage, and so is in no body.
+[[nodiscard]] bool IsListColumn(std::string_view field);
+
+// Appends `told`, an element of an answer of another QuickBooks, as it is stored: values as they were told. `storedId`
+// says under which identifier the file keeps what a reference names; one that ends in kIdOfKind is of a record that it
+// does not keep, and the full name is stored beside it.
+using StoredId = std::function<std::string(std::string_view field, std::string_view listId)>;
+void LayElement(std::string& body, pugi::xml_node told, const messages::Element& row, const StoredId& storedId);
+
 // Appends `stored`, an element of a body, as it is answered: with the full names that the records have now, without
-// what `form` does not know.
+// what `form` does not know. Of a record that the file does not keep the name is the one that was told of it.
 void AnswerElement(std::string& out, pugi::xml_node stored, const messages::Element& row, const messages::Form& form,
                    NameCache& names);
 // <name><ListID/><FullName/></name>

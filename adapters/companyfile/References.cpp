@@ -89,6 +89,17 @@ std::optional<FoundRecord> FindByName(CompanyStore& store, const ReferenceRule& 
   return std::nullopt;
 }
 
+// Whatever list it is of, but rather of one that the field may name.
+std::optional<FoundRecord> FindById(CompanyStore& store, const ReferenceRule& rule, std::string_view listId) {
+  auto found = store.FindById(listId);
+  if (found && Holds(rule.kinds, found->kind->name)) return found;
+  for (const auto name : rule.kinds) {
+    const auto* kind = FindListKind(name);
+    if (auto record = store.FindById(*kind, listId)) return FoundRecord{.kind = kind, .record = std::move(*record)};
+  }
+  return found;
+}
+
 void CollectUses(pugi::xml_node parent, std::vector<std::string>& uses) {
   for (const auto node : parent.children()) {
     if (!std::string_view(node.name()).ends_with(kSuffix)) {
@@ -121,7 +132,7 @@ std::optional<FoundRecord> FindReferenced(CompanyStore& store, pugi::xml_node re
   const auto* rule = FindReferenceRule(field);
   if (rule == nullptr) Refuse(status::BadReference(field, value.Value(), referrer));
 
-  auto found = value.listId.empty() ? FindByName(store, *rule, value.fullName) : store.FindById(value.listId);
+  auto found = value.listId.empty() ? FindByName(store, *rule, value.fullName) : FindById(store, *rule, value.listId);
   if (!found) {
     if (store.WasDeleted(value.listId)) Refuse(status::ReferenceGone(field, value.listId, referrer));
     Refuse(status::BadReference(field, value.Value(), referrer));

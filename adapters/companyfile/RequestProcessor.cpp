@@ -106,7 +106,10 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
 
 std::string Enveloped(const RequestSet& set, const SetAnswer& answer) {
   const auto setName = SetName(set.Kind()) + "Rs";
-  std::string text = "<?xml version=\"1.0\" ?>";
+  constexpr std::size_t kEnvelope = 256;  // bytes, and more than what stands around the elements
+  std::string text;
+  text.reserve(answer.elements.size() + kEnvelope);
+  text.append("<?xml version=\"1.0\" ?>");
   AppendOpenTag(text, "QBXML");
   text.append("<").append(setName);
   if (!answer.newId.empty()) AppendAttribute(text, "newMessageSetID", answer.newId);
@@ -204,6 +207,10 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
   if (operation.verb == Verb::DeleteListRecord) return DeleteRecord(store_, clock, request, response);
   if (operation.verb == Verb::DeleteTxn) return DeleteTxn(store_, clock, request, response);
   if (operation.verb == Verb::DisplayTxn) return DisplayTxn(store_, request, response);
+  const auto kind = operation.txnKind != nullptr ? operation.txnKind->name
+                    : operation.kind != nullptr  ? operation.kind->name
+                                                 : std::string_view{};
+  if (const auto refusal = kind.empty() ? std::nullopt : store_.ReadRefusal(kind)) return response.Answer(*refusal);
   if (operation.txnKind != nullptr) {
     const TxnContext context{
         .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};

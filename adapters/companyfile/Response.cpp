@@ -1,11 +1,15 @@
 #include "adapters/companyfile/Response.h"
 
+#include <algorithm>
+
 #include "adapters/companyfile/XmlText.h"
 
 namespace twqb::company {
 
 void Response::Begin(const Status& status) {
   constexpr const char* kRequestId = "requestID";
+  constexpr std::size_t kRoom = 256;  // most answers without a record need no more
+  if (out_.capacity() - out_.size() < kRoom) out_.reserve(std::max(out_.size() + kRoom, out_.capacity() * 2));
   out_.append("<").append(name_);
   if (const auto id = request_.node.attribute(kRequestId)) AppendAttribute(out_, kRequestId, id.value());
   AppendAttribute(out_, "statusCode", std::to_string(status.code));

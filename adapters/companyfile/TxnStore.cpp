@@ -235,6 +235,14 @@ void TxnStore::UpdateOpen(const TxnRecord& record) {
       {record.open.TenThousandths(), record.modified, record.editSequence, std::string_view(record.txnId)});
 }
 
+void TxnStore::AppendToBody(std::string_view txnId, std::string_view elements) {
+  database_.Execute("UPDATE txn SET body = body || ? WHERE txn_id = ?", {elements, txnId});
+}
+
+void TxnStore::AppendToLines(std::string_view txnId, std::string_view lines) {
+  database_.Execute("UPDATE txn SET lines = lines || ? WHERE txn_id = ?", {lines, txnId});
+}
+
 void TxnStore::Delete(std::string_view txnId) {
   database_.Execute("DELETE FROM application WHERE payment_id = ?", {txnId});
   database_.Execute("DELETE FROM billed_line WHERE invoice_id = ?", {txnId});

@@ -169,6 +169,9 @@ CREATE INDEX billed_line_invoice ON billed_line (invoice_id);
   void Insert(const TxnRecord& record);
   // Writes the open amount, the time of change and the edit sequence.
   void UpdateOpen(const TxnRecord& record);
+  // Puts elements behind those of the body, or lines behind the lines.
+  void AppendToBody(std::string_view txnId, std::string_view elements);
+  void AppendToLines(std::string_view txnId, std::string_view lines);
   // Removes the transaction, what it settled and what it billed.
   void Delete(std::string_view txnId);
 

@@ -122,6 +122,14 @@ void TxnWriter::AppendLinks(std::string& out, const TxnRecord& txn, const Elemen
     SetLeaf(link, "Amount", MoneyText(Negated(step.amount + step.discount)));
     AnswerElement(out, link, row, context_.form, names_);
   }
+  AppendTold(out, body_, row);
+}
+
+// What another QuickBooks told of links that lead out of this file, or are of a sort that it does not make.
+void TxnWriter::AppendTold(std::string& out, pugi::xml_node told, const Element& row) {
+  for (const auto link : told.children()) {
+    if (row.name == link.name()) AnswerElement(out, link, row, context_.form, names_);
+  }
 }
 
 // What the payment itself paid; credits that it used are links of the charge and the credit.
@@ -142,6 +150,7 @@ void TxnWriter::AppendApplications(std::string& out, const TxnRecord& txn, const
     }
     AnswerElement(out, applied, row, context_.form, names_);
   }
+  AppendTold(out, lines_, row);
 }
 
 }  // namespace twqb::company

@@ -34,6 +34,7 @@ class TxnWriter {
   void AppendLines(std::string& out, const TxnRecord& txn);
   void AppendLinks(std::string& out, const TxnRecord& txn, const messages::Element& row);
   void AppendApplications(std::string& out, const TxnRecord& txn, const messages::Element& row);
+  void AppendTold(std::string& out, pugi::xml_node told, const messages::Element& row);
 
   const TxnContext& context_;
   TxnStore& txns_;

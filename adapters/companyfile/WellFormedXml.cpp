@@ -28,12 +28,22 @@ struct Fault {
 
 bool IsWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-// Beyond ASCII every character is taken: no published name has one.
-bool IsNameStart(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' ||
-         static_cast<unsigned char>(c) >= 0x80;
+// What a byte may be.
+enum ByteKind : std::uint8_t { kNone = 0, kNameStart = 1, kNameCharacter = 2, kNeedsALook = 4 };
+constexpr std::uint8_t KindOf(unsigned char c) {
+  // Beyond ASCII every character is taken: no published name has one.
+  const bool starts = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' || c >= 0x80;
+  const bool goesOn = starts || (c >= '0' && c <= '9') || c == '-' || c == '.';
+  // Of more than one byte, or a control character that may not be there.
+  const bool isPlain = (c >= 0x20 && c < 0x80) || c == '\t' || c == '\r' || c == '\n';
+  return (starts ? kNameStart : kNone) | (goesOn ? kNameCharacter : kNone) | (isPlain ? kNone : kNeedsALook);
 }
-bool IsNameCharacter(char c) { return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+constexpr auto kByteKinds = [] {
+  std::array<std::uint8_t, 256> kinds{};
+  for (std::size_t i = 0; i < kinds.size(); ++i) kinds[i] = KindOf(static_cast<unsigned char>(i));
+  return kinds;
+}();
+bool Is(char c, ByteKind kind) { return (kByteKinds[static_cast<unsigned char>(c)] & kind) != 0; }
 
 bool IsXmlCharacter(std::uint32_t c) {
   return c == '\t' || c == '\n' || c == '\r' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
@@ -42,7 +52,9 @@ bool IsXmlCharacter(std::uint32_t c) {
 
 class Scanner {
  public:
-  Scanner(std::string_view text, const XmlBounds& bounds) : text_(text), bounds_(bounds) {}
+  Scanner(std::string_view text, const XmlBounds& bounds) : text_(text), bounds_(bounds) {
+    open_.reserve(bounds.depth);
+  }
 
   [[nodiscard]] const std::optional<DocumentType>& Type() const { return documentType_; }
 
@@ -61,6 +73,9 @@ class Scanner {
 
  private:
   void CheckCharacters() const {
+    std::uint8_t all = kNone;
+    for (const char c : text_) all |= kByteKinds[static_cast<unsigned char>(c)];
+    if ((all & kNeedsALook) == 0) return;
     if (!IsUtf8(text_)) Fail("The text is not well-formed UTF-8.");
     for (const char c : text_) {
       if (static_cast<unsigned char>(c) < 0x20 && !IsWhiteSpace(c)) Fail("There is a control character in the text.");
@@ -176,7 +191,7 @@ class Scanner {
     std::vector<Attribute> attributes;
     while (AtWhiteSpace()) {
       SkipWhiteSpace();
-      if (at_ >= text_.size() || !IsNameStart(text_[at_])) break;
+      if (at_ >= text_.size() || !Is(text_[at_], kNameStart)) break;
       const auto name = ScanName();
       SkipWhiteSpace();
       if (!Skip("=")) Fail(fmt::format("The attribute {} has no value.", name));
@@ -221,9 +236,9 @@ class Scanner {
   }
 
   std::string_view ScanName() {
-    std::size_t end = at_;
-    while (end < text_.size() && (end == at_ ? IsNameStart(text_[end]) : IsNameCharacter(text_[end]))) ++end;
-    if (end == at_) Fail("There is a tag without a name.");
+    if (at_ >= text_.size() || !Is(text_[at_], kNameStart)) Fail("There is a tag without a name.");
+    std::size_t end = at_ + 1;
+    while (end < text_.size() && Is(text_[end], kNameCharacter)) ++end;
     return Take(end - at_);
   }
 

@@ -14,8 +14,12 @@ namespace {
 
 class CopiedConnection : public ado::ForwardingConnection {
  public:
-  CopiedConnection(std::unique_ptr<ado::Connection> inner, ScratchFiles& files)
-      : ForwardingConnection(std::move(inner)), files_(files) {}
+  CopiedConnection(std::unique_ptr<ado::Connection> inner, ScratchFiles& files, const std::string& otherProvider)
+      : ForwardingConnection(std::move(inner)), files_(files), otherProvider_(otherProvider) {}
+
+  [[nodiscard]] std::string Provider() const override {
+    return IsOther() ? otherProvider_ : ForwardingConnection::Provider();
+  }
 
   [[nodiscard]] std::string ConnectionString() const override { return text_; }
   void SetConnectionString(std::string text) override {
@@ -24,7 +28,7 @@ class CopiedConnection : public ado::ForwardingConnection {
   }
 
   void Open() override {
-    const auto file = sqlite::ParseConnectionText(text_).dataSource;
+    const auto file = IsOther() ? kOtherDatabase : sqlite::ParseConnectionText(text_).dataSource;
     if (!file.empty()) ForwardingConnection::SetConnectionString(ConnectionTo(text_, files_.Of(file).worked));
     files_.Translated([&] { ForwardingConnection::Open(); });
   }
@@ -38,19 +42,24 @@ class CopiedConnection : public ado::ForwardingConnection {
   }
 
  private:
+  [[nodiscard]] bool IsOther() const { return !otherProvider_.empty() && !sqlite::NamesEmbeddedEngine(text_); }
+
   ScratchFiles& files_;
+  const std::string& otherProvider_;
   std::string text_;
 };
 
 }  // namespace
 
 std::unique_ptr<ado::Connection> CopiedProvider::CreateConnection() {
-  return std::make_unique<CopiedConnection>(inner_.CreateConnection(), files_);
+  return std::make_unique<CopiedConnection>(inner_.CreateConnection(), files_, otherProvider_);
 }
 
 // Of two parts with one key the last one counts.
 std::string ConnectionTo(const std::string& connection, const std::string& file) {
-  return fmt::format("{};Data Source=\"{}\"", connection, ReplaceAll(file, "\"", "\"\""));
+  const std::string_view beside =
+      sqlite::NamesEmbeddedEngine(connection) ? std::string_view(connection) : "Provider=SQLITE";
+  return fmt::format("{};Data Source=\"{}\"", beside, ReplaceAll(file, "\"", "\"\""));
 }
 
 }  // namespace twqb::preview

@@ -10,7 +10,7 @@ namespace twqb::preview {
 
 class CopiedQuickBooks::CopiedTransport : public ForwardingTransport {
  public:
-  CopiedTransport(std::unique_ptr<Transport> inner, ScratchFiles& files, Notes& notes)
+  CopiedTransport(std::unique_ptr<Transport> inner, ScratchFiles& files, CopyNotes& notes)
       : ForwardingTransport(std::move(inner)), files_(files), notes_(notes) {}
 
   void BeginSession(std::string_view fileName, OpenMode mode) override {
@@ -29,7 +29,7 @@ class CopiedQuickBooks::CopiedTransport : public ForwardingTransport {
 
  private:
   ScratchFiles& files_;
-  Notes& notes_;
+  CopyNotes& notes_;
 };
 
 std::unique_ptr<Transport> CopiedQuickBooks::CreateTransport() {

@@ -13,6 +13,12 @@
 
 namespace twqb::preview {
 
+// What was done to a copy by way of the seam.
+struct CopyNotes {
+  const ScratchFile* opened = nullptr;  // the file of the last session
+  TouchedRecords touched;
+};
+
 class CopiedQuickBooks : public TransportFactory {
  public:
   // `inner` is to have the copy open of what QuickBooks has open. Both must outlive every transport.
@@ -20,20 +26,14 @@ class CopiedQuickBooks : public TransportFactory {
 
   std::unique_ptr<Transport> CreateTransport() override;
 
-  // The file of the last session; nothing while there was none.
-  [[nodiscard]] const ScratchFile* Opened() const { return notes_.opened; }
-  [[nodiscard]] const TouchedRecords& Touched() const { return notes_.touched; }
+  [[nodiscard]] const CopyNotes& Notes() const { return notes_; }
 
  private:
-  struct Notes {
-    const ScratchFile* opened = nullptr;
-    TouchedRecords touched;
-  };
   class CopiedTransport;
 
   TransportFactory& inner_;
   ScratchFiles& files_;
-  Notes notes_;
+  CopyNotes notes_;
 };
 
 }  // namespace twqb::preview

@@ -30,28 +30,36 @@ std::string NewFolder() {
 
 }  // namespace
 
-ScratchFiles::ScratchFiles(Machine& machine) : machine_(machine), folder_(NewFolder()) {}
+ScratchFolder::ScratchFolder() : path_(NewFolder()) {}
 
-ScratchFiles::~ScratchFiles() {
+ScratchFolder::~ScratchFolder() {
   std::error_code ignored;
-  fs::remove_all(folder_, ignored);
+  fs::remove_all(path_, ignored);
 }
 
 const ScratchFile& ScratchFiles::Of(const std::string& path) {
   const auto found = std::ranges::find_if(files_, [&](const auto& file) {
     return path == file.original || path == file.worked || AreOneFile(path, file.original);
   });
-  if (found != files_.end()) return *found;
-  const auto name = fs::path(path).filename();
-  const auto place = fs::path(folder_) / std::to_string(files_.size() + 1);
+  return found != files_.end() ? *found : Add(path, path);
+}
+
+const ScratchFile& ScratchFiles::Put(const std::string& name, const std::string& source) {
+  const auto found = std::ranges::find(files_, name, &ScratchFile::original);
+  return found != files_.end() ? *found : Add(name, source);
+}
+
+const ScratchFile& ScratchFiles::Add(const std::string& name, const std::string& source) {
+  const auto plain = fs::path(source).filename();
+  const auto place = fs::path(folder_.Path()) / std::to_string(files_.size() + 1);
   ScratchFile file{
-      .original = path, .worked = (place / "worked" / name).string(), .before = (place / "before" / name).string()};
+      .original = name, .worked = (place / "worked" / plain).string(), .before = (place / "before" / plain).string()};
   std::error_code failure;
   fs::create_directories(place / "worked", failure);
   fs::create_directories(place / "before", failure);
-  if (fs::exists(path, failure)) {
+  if (fs::exists(source, failure)) {
     // Both of one state: the second is a copy of the first.
-    machine_.CopyFile(path, file.before);
+    machine_.CopyFile(source, file.before);
     machine_.CopyFile(file.before, file.worked);
   }
   return files_.emplace_back(std::move(file));

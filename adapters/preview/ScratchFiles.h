@@ -18,18 +18,31 @@ struct ScratchFile {
   std::string before;    // the copy that stays as it was
 };
 
+// A folder for its owner alone, among the system's temporary files, which goes with the object.
+class ScratchFolder {
+ public:
+  // Raises 76 when there is no place for it.
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  [[nodiscard]] const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
 class ScratchFiles {
  public:
-  // Makes the folder, for its owner alone, among the system's temporary files. `machine` copies; it must outlive the
-  // object. Raises 76 when there is no place for it.
-  explicit ScratchFiles(Machine& machine);
-  ~ScratchFiles();
-  ScratchFiles(const ScratchFiles&) = delete;
-  ScratchFiles& operator=(const ScratchFiles&) = delete;
+  // `machine` copies; it must outlive the object. Raises 76 when there is no place for the folder.
+  explicit ScratchFiles(Machine& machine) : machine_(machine) {}
 
   // The copies of the file that the path leads to, made when it is named first, each one state of it whoever writes to
   // it meanwhile. Where there is no file there are no copies, only their names. Raises 75 for what can't be copied.
   const ScratchFile& Of(const std::string& path);
+  // The same of what is no file: `name` stands for it, and `source` is a file with all that it holds.
+  const ScratchFile& Put(const std::string& name, const std::string& source);
   // All that were named so far.
   [[nodiscard]] const std::deque<ScratchFile>& All() const { return files_; }
 
@@ -47,8 +60,11 @@ class ScratchFiles {
   }
 
  private:
+  // Copies of what is in `source`, if there is one.
+  const ScratchFile& Add(const std::string& name, const std::string& source);
+
   Machine& machine_;
-  std::string folder_;
+  ScratchFolder folder_;
   std::deque<ScratchFile> files_;  // references to them stay good
 };
 

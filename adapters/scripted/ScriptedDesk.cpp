@@ -176,8 +176,16 @@ bool ScriptedDesk::TakeDuePress() {
 }
 
 void ScriptedDesk::KeepFormEvent(FormEventKind kind, const MsgFormState& state) {
-  if (formEvents_.size() == kKeptFormEvents) formEvents_.pop_front();
-  formEvents_.push_back({.kind = kind, .state = state});
+  if (formEvents_.size() < kKeptFormEvents) {
+    formEvents_.push_back({.kind = kind, .state = state});
+    return;
+  }
+  // The oldest one gives its memory to the newest.
+  auto event = std::move(formEvents_.front());
+  formEvents_.pop_front();
+  event.kind = kind;
+  event.state = state;
+  formEvents_.push_back(std::move(event));
 }
 
 }  // namespace twqb

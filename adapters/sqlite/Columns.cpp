@@ -149,6 +149,9 @@ const std::shared_ptr<const std::vector<Column>>& ColumnsOf(Statement& statement
 }
 
 std::optional<std::size_t> FindColumn(const std::vector<Column>& columns, std::string_view name) {
+  // Nearly all ask in the column's own spelling.
+  const auto exact = std::ranges::find(columns, name, &Column::name);
+  if (exact != columns.end()) return exact - columns.begin();
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (SameName(columns[i].name, name)) return i;
   }

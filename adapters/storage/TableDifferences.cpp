@@ -64,6 +64,7 @@ class Comparison {
       auto found = Compare(table, (in & 1) != 0, (in & 2) != 0);
       all.insert(all.end(), found.begin(), found.end());
     }
+    all.push_back(Structure());
     return all;
   }
 
@@ -86,6 +87,28 @@ class Comparison {
     int code = SQLITE_OK;
     while ((code = sqlite3_step(prepared)) == SQLITE_ROW) take(prepared);
     if (code != SQLITE_DONE) throw CantBeRead();
+  }
+
+  // Definitions of tables, views, triggers and indexes, whether rows stand behind them or not.
+  TableDifference Structure() {
+    const auto count = [&](const std::string& from) {
+      std::int64_t counted = 0;
+      Query(fmt::format("SELECT count(*) FROM {} n WHERE n.name NOT LIKE 'sqlite~_%' ESCAPE '~'", from), {},
+            [&](sqlite3_stmt* row) { counted = sqlite3_column_int64(row, 0); });
+      return counted;
+    };
+    const auto differing = [&](std::string_view of, std::string_view with, std::string_view condition) {
+      return count(
+          fmt::format("(SELECT name FROM {}.sqlite_schema o WHERE {} (SELECT 1 FROM {}.sqlite_schema w WHERE "
+                      "w.type = o.type AND w.name = o.name{}))",
+                      of, condition.empty() ? "NOT EXISTS" : "EXISTS", with, condition));
+    };
+    return {.table = std::string(kStructure),
+            .before = count("before.sqlite_schema"),
+            .now = count("main.sqlite_schema"),
+            .added = differing("main", "before", ""),
+            .changed = differing("main", "before", " AND w.sql IS NOT o.sql"),
+            .gone = differing("before", "main", "")};
   }
 
   Shape ShapeOf(const std::string& schema, const std::string& table) {

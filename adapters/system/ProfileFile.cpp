@@ -69,6 +69,8 @@ std::optional<std::string> ProfileFile::Read(std::string_view section, std::stri
 
 std::vector<ProfileEntry> ProfileFile::Entries() { return Current().Entries(); }
 
+std::vector<std::string> ProfileFile::OtherLines() { return Current().OtherLines(); }
+
 bool ProfileFile::Write(std::string_view section, std::string_view key, std::string_view value) {
   stamp_.reset();
   const auto file = OpenLocked(path_);

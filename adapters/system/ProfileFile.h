@@ -24,6 +24,8 @@ class ProfileFile {
   [[nodiscard]] std::optional<std::string> Read(std::string_view section, std::string_view key);
   // Every entry, in the order of the file.
   [[nodiscard]] std::vector<ProfileEntry> Entries();
+  // What else stands in it, see ProfileText.
+  [[nodiscard]] std::vector<std::string> OtherLines();
   // Sets one value, see ProfileText::With, making file and section where they are missing. The file is replaced as a
   // whole and is durable when this returns; writers in other processes wait for each other. False when the value can't
   // be expressed or the file can't be written; it is then as it was.

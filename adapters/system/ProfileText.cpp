@@ -65,6 +65,7 @@ void ProfileText::ReadLine(Span line, std::size_t next, std::string& section, Sp
   if (text.empty()) return;
   if (text.front() == '[') {
     if (const auto close = text.find(']'); close != std::string_view::npos) {
+      others_.push_back(line);
       sectionName = Trimmed({line.begin + 1, line.begin + close});
       section = FoldedName(View(sectionName));
       const bool isFirst = sections_.emplace(section, next).second;
@@ -72,15 +73,23 @@ void ProfileText::ReadLine(Span line, std::size_t next, std::string& section, Sp
       return;
     }
   }
-  if (sectionName.begin == std::string::npos) return;
+  if (sectionName.begin == std::string::npos) {
+    others_.push_back(line);
+    return;
+  }
   sections_[section] = next;
   const auto equals = text.find('=');
-  if (text.front() == ';' || equals == std::string_view::npos) return;
+  if (text.front() == ';' || equals == std::string_view::npos) {
+    others_.push_back(line);
+    return;
+  }
   const Entry entry = {.section = sectionName,
                        .key = Trimmed({line.begin, line.begin + equals}),
                        .value = Trimmed({line.begin + equals + 1, line.end})};
   if (keys_.emplace(section + kSeparator + FoldedName(View(entry.key)), entries_.size()).second) {
     entries_.push_back(entry);
+  } else {
+    others_.push_back(line);
   }
 }
 
@@ -99,6 +108,20 @@ std::vector<ProfileEntry> ProfileText::Entries() const {
                       .value = WithoutQuotes(View(entry.value))});
   }
   return result;
+}
+
+std::vector<std::string> ProfileText::OtherLines() const {
+  const auto hasEntries = [this](std::string_view header) {
+    const auto name = FoldedName(header.substr(1, header.find(']') - 1));
+    return std::ranges::any_of(entries_, [&](const Entry& entry) { return FoldedName(View(entry.section)) == name; });
+  };
+  std::vector<std::string> lines;
+  for (const auto span : others_) {
+    const auto line = View(span);
+    const bool isHeader = line.starts_with('[') && line.find(']') != std::string_view::npos;
+    if (!isHeader || !hasEntries(line)) lines.emplace_back(line);
+  }
+  return lines;
 }
 
 std::optional<std::string> ProfileText::With(std::string_view section, std::string_view key,

@@ -30,6 +30,9 @@ class ProfileText {
   [[nodiscard]] std::optional<std::string> Find(std::string_view section, std::string_view key) const;
   // The entries that Find can find, in the order of the file.
   [[nodiscard]] std::vector<ProfileEntry> Entries() const;
+  // What else stands there, without outer blanks: comments, lines that mean nothing, keys that are there a second time,
+  // headers of sections without an entry. Blank lines are none.
+  [[nodiscard]] std::vector<std::string> OtherLines() const;
 
   // The text in which Find gives `value` for section and key. A value whose outer blanks or quotes a reader would drop
   // is put in quotes. An existing entry is changed where it stands; a new one goes to the end of its section, before
@@ -58,6 +61,7 @@ class ProfileText {
 
   std::string text_;
   std::vector<Entry> entries_;
+  std::vector<Span> others_;                               // lines that are no entries, headers among them
   std::unordered_map<std::string, std::size_t> keys_;      // by folded section and key: index of the entry
   std::unordered_map<std::string, std::size_t> sections_;  // by folded name: where a new entry of it goes
 };

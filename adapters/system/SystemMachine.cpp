@@ -66,7 +66,12 @@ TimeZoneInformation SystemMachine::GetTimeZoneInformation() {
 
 int SystemMachine::DaylightMinutes(Date standardTime) {
   if (!standardBias_) standardBias_ = ZoneNow().bias;
-  return std::max(MinutesAheadAt(standardTime.PlusMinutes(*standardBias_)) + *standardBias_, 0);
+  // A record that was never changed has the same moment twice, and what was made in one go has it many times.
+  if (daylightAt_ != standardTime) {
+    daylight_ = std::max(MinutesAheadAt(standardTime.PlusMinutes(*standardBias_)) + *standardBias_, 0);
+    daylightAt_ = standardTime;
+  }
+  return daylight_;
 }
 
 void SystemMachine::Sleep(std::int64_t milliseconds) {

@@ -65,6 +65,8 @@ class SystemMachine : public Machine {
   SystemMachineOptions options_;
   // What takes many looks at the calendar is found out when it is first asked for, and what it is in this second, once.
   std::optional<int> standardBias_;
+  std::optional<Date> daylightAt_;  // of `daylight_`, in standard time
+  int daylight_ = 0;
   std::time_t zoneAt_ = -1;
   TimeZoneInformation zone_;
   std::mt19937_64 random_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,8 +21,8 @@
 #include "cli/PuttingBack.h"
 #include "cli/RowText.h"
 #include "cli/RunBackup.h"
+#include "cli/Screen.h"
 #include "cli/Surroundings.h"
-#include "cli/TextTable.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {
@@ -71,21 +72,27 @@ std::string StateOf(const Set& set) {
 std::string JsonOf(const Set& set) {
   static const std::vector<std::string> kNames = {"set",     "made",  "by",     "before",  "bytes", "billing",
                                                   "company", "ended", "undone", "lacking", "twqb"};
-  static constexpr std::array<const char*, 4> kBy = {"hand", "transfer", "restore", "undo"};
   const auto has = [&](Part part) {
     const auto* file = set.Find(part);
     return file != nullptr && file->isThere;
   };
-  return JsonValues(kNames, std::vector<Value>{set.name, set.manifest.made,
-                                               std::string(kBy.at(static_cast<std::size_t>(set.manifest.by))),
-                                               set.manifest.before.empty() ? Value(Null()) : Value(set.manifest.before),
-                                               static_cast<std::int64_t>(SizeOf(set)), has(Part::Billing),
-                                               has(Part::Company), set.end ? Value(set.end->at) : Value(Null()),
-                                               set.isUndone, Join(set.manifest.lacking, " "), set.manifest.version});
+  return JsonValues(kNames,
+                    std::vector<Value>{set.name, set.manifest.made, std::string(backup::NameOf(set.manifest.by)),
+                                       set.manifest.before.empty() ? Value(Null()) : Value(set.manifest.before),
+                                       static_cast<std::int64_t>(SizeOf(set)), has(Part::Billing), has(Part::Company),
+                                       set.end ? Value(set.end->at) : Value(Null()), set.isUndone,
+                                       Join(set.manifest.lacking, " "), set.manifest.version});
 }
 
 ExitStatus List(const Options& options, const BackupArguments& arguments) {
-  const auto sets = BackupsOf(WorkplaceOf(options)).Sets();
+  const auto folder = BackupsOf(WorkplaceOf(options));
+  const auto sets = folder.Sets();
+  for (const auto& name : folder.UnreadableSets()) {
+    Tell(
+        fmt::format("The set {0} can't be read: {1}/{0}/manifest.json is damaged, or of a later twqb. As long as it "
+                    "stands there no set gives its room back.",
+                    name, backup::kBackupFolder));
+  }
   if (arguments.json) {
     for (const auto& set : sets) Print(JsonOf(set));
     return ExitStatus::Done;
@@ -98,7 +105,7 @@ ExitStatus List(const Options& options, const BackupArguments& arguments) {
   for (const auto& set : sets) {
     lines.push_back({set.name, set.manifest.made, MadeFor(set), InMegabytes(SizeOf(set)), StateOf(set)});
   }
-  Print(TextTable(lines, std::array{Align::Left, Align::Left, Align::Left, Align::Right, Align::Left}));
+  PrintTable(options, lines, std::array{Align::Whole, Align::Left, Align::Left, Align::Right, Align::Left});
   return ExitStatus::Done;
 }
 
@@ -165,16 +172,43 @@ bool Asks(const Options& options, const std::string& text) {
          BoxAnswer::Yes;
 }
 
-ExitStatus CopyOut(const backup::BackupFolder& folder, const Set& set, std::optional<Part> only,
-                   const std::string& to) {
+struct CopiedOut {
+  backup::KeptFile file;
+  std::string copy;
+};
+
+// Two files of one name, from two folders, have that of their part ahead of it.
+std::vector<CopiedOut> CopiesOf(const Set& set, std::optional<Part> only, const std::string& to) {
   std::error_code failure;
   if (!fs::is_directory(to, failure)) throw UsageError(fmt::format("There is no folder {}.", to));
+  std::vector<CopiedOut> copies;
+  std::map<std::string, int> names;
+  for (const auto& file : set.manifest.files) {
+    if (!file.isThere || (only && *only != file.part)) continue;
+    ++names[fs::path(file.path).filename().string()];
+    copies.push_back({.file = file});
+  }
+  for (auto& [file, copy] : copies) {
+    auto name = fs::path(file.path).filename().string();
+    if (names[name] > 1) name = fmt::format("{}-{}", backup::NameOf(file.part), name);
+    copy = (fs::path(to) / name).string();
+    if (fs::exists(copy, failure)) {
+      throw UsageError(fmt::format("Nothing has been copied: {} is there already. Name an empty folder.", copy));
+    }
+  }
+  if (copies.empty()) RaiseForNothing(set, only);
+  return copies;
+}
+
+ExitStatus CopyOut(const backup::BackupFolder& folder, const Set& set, std::optional<Part> only,
+                   const RestoreArguments& arguments) {
+  static const std::vector<std::string> kNames = {"what", "file"};
+  const auto copies = CopiesOf(set, only, arguments.to);
   try {
-    for (const auto& file : set.manifest.files) {
-      if (!file.isThere || (only && *only != file.part)) continue;
-      const auto copy = (fs::path(to) / fs::path(file.path).filename()).string();
+    for (const auto& [file, copy] : copies) {
       folder.WriteTo(file, copy);
-      Print(copy + "\n");
+      Print(arguments.json ? JsonValues(kNames, std::vector<Value>{std::string(backup::NameOf(file.part)), copy})
+                           : copy + "\n");
     }
   } catch (const backup::BackupError& reason) {
     throw UsageError(fmt::format("Not all of the set {} has been copied. {}", set.name, reason.what()));
@@ -182,16 +216,33 @@ ExitStatus CopyOut(const backup::BackupFolder& folder, const Set& set, std::opti
   return ExitStatus::Done;
 }
 
-void PrintDifferences(const std::vector<SideDifferences>& sides, bool json) {
-  Print(json ? DifferenceLines(sides) : DifferenceTable(sides));
+void PrintDifferences(const Options& options, const std::vector<SideDifferences>& sides, bool json) {
+  if (json) {
+    Print(DifferenceLines(sides));
+  } else {
+    PrintDifferenceTable(options, sides);
+  }
 }
 
 bool AreNone(const std::vector<SideDifferences>& sides) { return std::ranges::all_of(sides, &SideDifferences::IsNone); }
 
+// `done`: what was, or nothing.
+void PrintEnd(const Value& done, const Set& set, const std::string& kept) {
+  static const std::vector<std::string> kNames = {"done", "set", "kept"};
+  Print(JsonValues(kNames, std::vector<Value>{done, set.name, kept.empty() ? Value(Null()) : Value(kept)}));
+}
+
+void PrintNotDone(const std::string& what, const Set& set, bool json) {
+  if (json) {
+    PrintEnd(Null(), set, {});
+  } else {
+    Print(fmt::format("{}: not done\n", what));
+  }
+}
+
 void PrintDone(const std::string& what, const Set& set, const std::string& kept, bool json) {
   if (json) {
-    static const std::vector<std::string> kNames = {"done", "set", "kept"};
-    Print(JsonValues(kNames, std::vector<Value>{what, set.name, kept.empty() ? Value(Null()) : Value(kept)}));
+    PrintEnd(what, set, kept);
     return;
   }
   Print(fmt::format("{}: done\n", what));
@@ -204,7 +255,7 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   const auto only = PartOf(arguments.only);
   const auto place = WorkplaceOf(options);
   const auto set = FindSet(BackupsOf(place), arguments.set);
-  if (!arguments.to.empty()) return CopyOut(BackupsOf(place), set, only, arguments.to);
+  if (!arguments.to.empty()) return CopyOut(BackupsOf(place), set, only, arguments);
   PuttingBack putting(options, set, only);
   const auto differences = putting.Differences();
   const auto label = fmt::format("restore {}", set.name);
@@ -217,14 +268,14 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   if (!arguments.json) {
     Print(fmt::format("The set {} was made {}, {}. Since then:\n\n", set.name, set.manifest.made, MadeFor(set)));
   }
-  PrintDifferences(differences, arguments.json);
+  PrintDifferences(options, differences, arguments.json);
   FlushOutput();
   for (const auto& sentence : set.manifest.lacking) Tell(sentence);
   const auto question = fmt::format(
       "Do you want to put back the set {}?\r\n\r\nWhat is new or was changed since {} goes; what is gone comes back.",
       set.name, set.manifest.made);
   if (!Asks(options, question)) {
-    Print(fmt::format("{}: not done\n", label));
+    PrintNotDone(label, set, arguments.json);
     return ExitStatus::Failed;
   }
   PrintDone(label, set, putting.PutBack(MadeBy::Restore, label), arguments.json);
@@ -234,8 +285,11 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
 // The last run that wrote, of those that have not been taken back.
 Set LastRun(const backup::BackupFolder& folder) {
   auto sets = folder.Sets();
-  std::erase_if(sets,
-                [](const Set& set) { return !set.IsAutomatic() || set.isUndone || set.manifest.by == MadeBy::Undo; });
+  std::erase_if(sets, [](const Set& set) {
+    // A restore that was broken off is completed by now, with an end, or had put nothing back.
+    const bool hasNotBegun = set.manifest.by == MadeBy::Restore && !set.end;
+    return !set.IsAutomatic() || set.isUndone || set.manifest.by == MadeBy::Undo || hasNotBegun;
+  });
   if (sets.empty()) {
     throw UsageError("There is nothing to take back: no transfer with a set before it is known in this folder.");
   }
@@ -255,7 +309,7 @@ ExitStatus Undo(const Options& options, bool json) {
   PuttingBack putting(options, set, std::nullopt);
   const auto since = putting.ChangedSince(*set.end);
   if (!since.empty()) {
-    PrintDifferences(since, json);
+    PrintDifferences(options, since, json);
     FlushOutput();
     std::string entries;
     for (const auto& side : since) {
@@ -269,7 +323,10 @@ ExitStatus Undo(const Options& options, bool json) {
   if (!json) {
     Print(fmt::format("\"{}\" of {} is taken back. It had done:\n\n", set.manifest.before, set.manifest.made));
   }
-  PrintDifferences(putting.Differences(), json);
+  // Whole on any screen: it can't be asked for again.
+  auto whole = options;
+  whole.wide = true;
+  PrintDifferences(whole, putting.Differences(), json);
   FlushOutput();
   const auto kept = putting.PutBack(MadeBy::Undo, label);
   PrintDone(label, set, kept, json);

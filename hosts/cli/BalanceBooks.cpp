@@ -118,18 +118,23 @@ Payers ReadPayers(ado::Connection& billing) {
 
 BilledSide ReadBilledSide(ado::Connection& billing, const Payers& payers) {
   BilledSide side;
-  ForEachRow(billing,
-             "SELECT TransactionInvNum, ClientID, ProjectID, QBLinkID, TransactionInvBillAmt, InvRetainerAmtApplied "
-             "FROM TransactionTable WHERE (PayID IS NULL) AND (IsDraft IS NULL OR IsDraft = 0) AND (TransactionInvNum "
-             "IS NULL OR TransactionInvNum <> '0')",
-             [&](const ado::Recordset& row) {
-               side.invoices.push_back({.payer = PayerOf(row, payers),
-                                        .number = TextIn(row, "TransactionInvNum"),
-                                        .project = TextIn(row, "ProjectID"),
-                                        .link = TextIn(row, "QBLinkID"),
-                                        .billed = MoneyIn(row, "TransactionInvBillAmt"),
-                                        .retainer = MoneyIn(row, "InvRetainerAmtApplied")});
-             });
+  ForEachRow(
+      billing,
+      "SELECT TransactionInvNum, ClientID, ProjectID, QBLinkID, TransactionInvBillAmt, InvRetainerAmtApplied, "
+      "IsDraft FROM TransactionTable WHERE (PayID IS NULL) AND (TransactionInvNum IS NULL OR TransactionInvNum "
+      "<> '0')",
+      [&](const ado::Recordset& row) {
+        if (const auto draft = row.Field("IsDraft"); !IsNull(draft) && !ToDecimal(draft).IsZero()) {
+          side.drafts.push_back({.number = TextIn(row, "TransactionInvNum"), .project = TextIn(row, "ProjectID")});
+          return;
+        }
+        side.invoices.push_back({.payer = PayerOf(row, payers),
+                                 .number = TextIn(row, "TransactionInvNum"),
+                                 .project = TextIn(row, "ProjectID"),
+                                 .link = TextIn(row, "QBLinkID"),
+                                 .billed = MoneyIn(row, "TransactionInvBillAmt"),
+                                 .retainer = MoneyIn(row, "InvRetainerAmtApplied")});
+      });
   ForEachRow(billing,
              "SELECT t.PayID, t.TransactionInvNum, t.ClientID, t.ProjectID, t.QBLinkID, t.TransactionPayAmtApplied, "
              "p.PayRef, p.PayMethod, p.PayRetainer FROM TransactionTable AS t LEFT JOIN Payment AS p ON p.PayID = "

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -34,6 +35,7 @@ constexpr std::array kCauses = {
     CauseWords{"paymentInQuickBooksAlone", "payment in QuickBooks alone"},
     CauseWords{"paymentDiffers", "payment of different amounts"},
     CauseWords{"otherCredit", "invoice or credit memo set off in QuickBooks by what is no payment"},
+    CauseWords{"invoiceIsDraft", "payment of an invoice that is still a draft in BillingDb, in no balance"},
     CauseWords{"noSuchInvoice", "payment of an invoice that BillingDb does not have, in no balance"},
     CauseWords{"notApplied", "retainers and payments that went to nothing yet, in no balance"},
 };
@@ -84,7 +86,7 @@ class Comparison {
   Comparison(const BilledSide& billed, const BookedSide& booked) {
     for (const auto& row : billed.invoices) invoices_.push_back({.row = &row, .open = row.billed});
     for (const auto& record : booked.documents) documents_.emplace(record.id, ThereDocument{.record = &record});
-    Allocate(billed.allocations);
+    Allocate(billed);
     for (const auto& settlement : booked.settlements) {
       const auto found = documents_.find(settlement.document);
       if (found != documents_.end()) found->second.paid.push_back(&settlement);
@@ -113,19 +115,23 @@ class Comparison {
 
  private:
   // Of two invoices of one number and project the first one is paid, as it is when payments are sent.
-  void Allocate(const std::vector<Allocation>& allocations) {
+  void Allocate(const BilledSide& billed) {
     std::map<InvoiceKey, HereInvoice*> byKey;
     for (auto& invoice : invoices_) byKey.emplace(KeyOf(invoice.row->number, invoice.row->project), &invoice);
-    for (const auto& allocation : allocations) {
+    std::set<InvoiceKey> drafts;
+    for (const auto& draft : billed.drafts) drafts.insert(KeyOf(draft.number, draft.project));
+    for (const auto& allocation : billed.allocations) {
       if (allocation.method == Method::OutOfRetainer) UseRetainer(allocation.payer, allocation.amount);
       if (allocation.isRetainer) {
         auto& unused = Unused(allocation.payer);
         unused.billingUnused = unused.billingUnused + allocation.amount;
         continue;
       }
-      const auto found = byKey.find(KeyOf(allocation.number, allocation.project));
+      const auto key = KeyOf(allocation.number, allocation.project);
+      const auto found = byKey.find(key);
       if (found == byKey.end()) {
-        balances_[allocation.payer].records.push_back({.cause = Cause::NoSuchInvoice,
+        const auto cause = drafts.contains(key) ? Cause::InvoiceIsDraft : Cause::NoSuchInvoice;
+        balances_[allocation.payer].records.push_back({.cause = cause,
                                                        .invoice = allocation.number,
                                                        .payment = allocation.payment,
                                                        .billingUnused = allocation.amount});

@@ -48,8 +48,15 @@ struct Allocation {
   bool isRetainer = false;
 };
 
+// An invoice that is none yet: it is owed by nobody, and never goes.
+struct DraftInvoice {
+  std::string number;
+  std::string project;  // as the row has it
+};
+
 struct BilledSide {
   std::vector<BilledInvoice> invoices;
+  std::vector<DraftInvoice> drafts = {};
   std::vector<Allocation> allocations;
 };
 
@@ -103,6 +110,7 @@ enum class Cause : std::uint8_t {
   PaymentInQuickBooksAlone,
   PaymentDiffers,
   OtherCredit,
+  InvoiceIsDraft,
   NoSuchInvoice,
   NotApplied,
 };

@@ -12,9 +12,9 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/RowText.h"
+#include "cli/Screen.h"
 #include "cli/SqlScript.h"
 #include "cli/TextFile.h"
-#include "cli/TextTable.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
@@ -90,7 +90,7 @@ ExitStatus Show(const Options& options) {
         connection.Execute(fmt::format("SELECT COUNT(*) FROM \"{}\"", ReplaceAll(name, "\"", "\"\"")), nullptr);
     lines.push_back({name, ToText(count->FieldAt(0))});
   }
-  Print(TextTable(lines, std::array{Align::Left, Align::Right}));
+  PrintTable(options, lines, std::array{Align::Left, Align::Right});
   if (lines.empty()) Tell("The database has no table.");
   return ExitStatus::Done;
 }

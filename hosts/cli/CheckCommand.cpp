@@ -10,6 +10,7 @@
 #include "bridge/Tables.h"
 #include "cli/BridgeRun.h"
 #include "cli/Commands.h"
+#include "cli/ForeseenRefusals.h"
 #include "cli/Output.h"
 #include "cli/TableArgument.h"
 #include "services/ModuleVariables.h"
@@ -95,12 +96,17 @@ ExitStatus RunCheck(const Options& options, const CheckArguments& arguments) {
     done = composition.Run("Check", {DeclaredName(TableFromName(arguments.table))}, [&] {
       if (!bridge.ConnectToQB(true)) return false;
       const auto session = Vars().g_QBSession;
-      RowChecker checker(*session);
+      std::vector<const Table*> checked;
+      for (const auto& table : told) checked.push_back(table.table);
+      RowChecker checker(*session, std::move(checked));
       for (auto& table : told) checker.Check(table);
       return true;
     });
   });
-  if (done) PrintTold(told, arguments.json);
+  if (done) {
+    AddWhatASendTells(options, told);
+    PrintTold(told, arguments.json);
+  }
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
   return done ? ExitStatus::Done : ExitStatus::Failed;
@@ -118,7 +124,8 @@ CommandSyntax CheckCommand() {
               TableHelpText(AllTables::Yes) +
               "Keys with quotation marks, names with colons or that others have already, texts that would be cut or "
               "refused,\ncharacters that no message can carry, dates that can't be read, rows whose client, project or "
-              "employee has no link,\naccounts and payroll items that QuickBooks lacks. Each with the row, the rule "
+              "employee has no link,\naccounts and payroll items that QuickBooks lacks, and what else a preview of the "
+              "send has refused. Each with the row, the rule "
               "and what to do. Nothing is changed. The\nstatus is 0 whether something was found or not.\n\nExamples:\n"
               "  twqb check\n  twqb check clients --json",
           .run = [arguments](const Options& options) { return RunCheck(options, *arguments); }};

@@ -75,9 +75,7 @@ struct Composition::Parts {
       : place(workplace),
         machine(MakeMachine(workplace, surroundings.clock)),
         database(MakeBillingProvider()),
-        quickbooks(MakeQuickBooks(workplace, *machine)),
-        terminal(TerminalFor(surroundings)),
-        callback(MakeCallback(workplace)) {
+        terminal(TerminalFor(surroundings)) {
     seams = surroundings.instead != nullptr ? *surroundings.instead : OwnSeams(surroundings);
     seams.desk = &naming.emplace(*seams.desk);
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
@@ -93,6 +91,8 @@ struct Composition::Parts {
 
   // The files of the workplace and the person, or who answers for them.
   Platform OwnSeams(const Surroundings& surroundings) {
+    quickbooks = MakeQuickBooks(place, *machine);
+    callback = MakeCallback(place);
     if (surroundings.answers) {
       answered.emplace(script.emplace(*surroundings.answers, &terminal), terminal, *machine);
     }

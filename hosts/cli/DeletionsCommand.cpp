@@ -13,8 +13,8 @@
 #include "cli/Output.h"
 #include "cli/RowText.h"
 #include "cli/RunBackup.h"
+#include "cli/Screen.h"
 #include "cli/TableArgument.h"
-#include "cli/TextTable.h"
 #include "cli/TwinNames.h"
 #include "platform/Text.h"
 #include "platform/desk.h"
@@ -106,7 +106,7 @@ struct Settled {
   std::string done;
 };
 
-void PrintSettled(const std::vector<Settled>& all, bool json) {
+void PrintSettled(const Options& options, const std::vector<Settled>& all, bool json) {
   if (json) {
     static const std::vector<std::string> kNames = {"table", "name", "id", "gone", "record", "set", "done"};
     const auto orNull = [](const std::string& text) { return text.empty() ? Value(Null()) : Value(text); };
@@ -122,7 +122,10 @@ void PrintSettled(const std::vector<Settled>& all, bool json) {
     lines.push_back({TypedName(twin.table->number), twin.name, twin.id,
                      twin.gone == Gone::Record ? "in QuickBooks" : "in BillingDb", done.empty() ? "-" : done});
   }
-  if (!all.empty()) Print(TextTable(lines));
+  // An identifier that is cut short leads nowhere.
+  if (!all.empty()) {
+    PrintTable(options, lines, std::array{Align::Left, Align::Left, Align::Whole, Align::Left, Align::Left});
+  }
 }
 
 ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments) {
@@ -147,11 +150,11 @@ ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments
   try {
     recorded = RunComposed(labelled, arguments.list ? Sides::Read : Sides::Written, work);
   } catch (const DeskGaveUp&) {
-    PrintSettled(all, arguments.json);
+    PrintSettled(options, all, arguments.json);
     FlushOutput();
     throw;
   }
-  PrintSettled(all, arguments.json);
+  PrintSettled(options, all, arguments.json);
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
   if (hasSession && all.empty()) Tell("Nothing is gone on one side alone, as far as the links and the kept sets tell.");

@@ -58,7 +58,7 @@ struct ExpectedDifference {
 };
 constexpr std::array kExpected = {
     ExpectedDifference{Cause::MoreThanIsOpen, "1055"}, ExpectedDifference{Cause::BelowNothing, "1057"},
-    ExpectedDifference{Cause::Debit, "1041"},          ExpectedDifference{Cause::NoSuchInvoice, "1043"},
+    ExpectedDifference{Cause::Debit, "1041"},          ExpectedDifference{Cause::InvoiceIsDraft, "1043"},
     ExpectedDifference{Cause::InvoiceIsPaid, "1048"},
 };
 

@@ -15,6 +15,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/LinkedRows.h"
 #include "cli/NearestName.h"
+#include "cli/PreviewSeams.h"
 #include "cli/SettingsStore.h"
 #include "cli/Surroundings.h"
 #include "cli/TableArgument.h"
@@ -88,7 +89,7 @@ Takes TakesOf(Fate fate) {
 
 class DiffRuns {
  public:
-  DiffRuns(const Options& options, enTables table) : options_(options), table_(table) {
+  DiffRuns(const Options& options, enTables table) : options_(options), table_(table), sources_(options) {
     options_.answers.clear();  // every question is taken as it is without
   }
 
@@ -103,7 +104,8 @@ class DiffRuns {
       if (Moves(request.direction, table_)) built.push_back(request);
     }
     if (built.empty()) return {};
-    auto preview = RunPreview(options_, built, [this](const Workplace& copies) { Arrange(copies); });
+    auto preview = RunPreview(
+        options_, built, [this](const Workplace& copies) { Arrange(copies); }, sources_);
     if (!preview.done) {
       troubles_.insert(fmt::format("A {} of {} would not come to its end{}.",
                                    preview.request.direction == Direction::Send ? "send" : "get", TypedName(table_),
@@ -124,6 +126,7 @@ class DiffRuns {
     auto options = options_;
     options.billing = copies.billing;
     options.company = copies.company;
+    options.quickBooksItself = false;
     options.settings = copies.settings;
     if (std::exchange(isRead_, true) == false) {
       linked_ = ReadLinkedRows(copies, TablesOf(table_));
@@ -138,6 +141,7 @@ class DiffRuns {
 
   Options options_;
   enTables table_;
+  PreviewSources sources_;
   bool isRead_ = false;
   std::vector<LinkedRow> linked_;
   std::set<std::string, std::less<>> identifiers_;
@@ -338,7 +342,8 @@ Difference FindDifference(const Options& options, enTables table, const std::opt
   }
   const auto place = WorkplaceOf(options);
   std::error_code failure;
-  if (!std::filesystem::exists(place.company, failure)) RefuseMissingCompany(place.company);
+  const bool isFile = place.quickBooks == QuickBooksSide::Embedded;
+  if (isFile && !std::filesystem::exists(place.company, failure)) RefuseMissingCompany(place.company);
   DiffRuns runs(options, table);
   const auto send = runs.Run({runs.Request(Direction::Send)});
   const auto get = runs.Run({runs.Request(Direction::Get)});

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <system_error>
@@ -11,7 +12,7 @@
 
 #include "adapters/system/ProfileFile.h"
 #include "cli/RowText.h"
-#include "cli/TextTable.h"
+#include "cli/Screen.h"
 
 namespace twqb::cli {
 
@@ -29,6 +30,29 @@ std::map<std::string, std::string> EntriesOf(const std::string& path) {
     entries.insert_or_assign(fmt::format("[{}] {}", entry.section, entry.key), entry.value);
   }
   return entries;
+}
+
+std::map<std::string, std::int64_t> OtherLinesOf(const std::string& path) {
+  std::map<std::string, std::int64_t> lines;
+  if (path.empty()) return lines;
+  for (auto& line : ProfileFile(path).OtherLines()) ++lines[std::move(line)];
+  return lines;
+}
+
+TableDifference OtherLineDifferences(const std::string& now, const std::string& before) {
+  TableDifference sum{.table = "comments"};
+  const auto present = OtherLinesOf(now);
+  const auto past = OtherLinesOf(before);
+  const auto count = [](const auto& lines, const auto& others, std::int64_t& all, std::int64_t& alone) {
+    for (const auto& [line, times] : lines) {
+      const auto other = others.find(line);
+      all += times;
+      alone += std::max<std::int64_t>(0, times - (other == others.end() ? 0 : other->second));
+    }
+  };
+  count(present, past, sum.now, sum.added);
+  count(past, present, sum.before, sum.gone);
+  return sum;
 }
 
 SideDifferences SettingsDifferences(Part part, const std::string& now, const std::string& before) {
@@ -49,13 +73,15 @@ SideDifferences SettingsDifferences(Part part, const std::string& now, const std
     ++sum.gone;
     side.entries.push_back(name);
   }
-  if (!sum.IsNone()) side.tables.push_back(sum);
+  for (const auto& table : {sum, OtherLineDifferences(now, before)}) {
+    if (!table.IsNone()) side.tables.push_back(table);
+  }
   return side;
 }
 
-// The company file counts its records by kinds. What else stands in it says nothing to anybody.
+// The company file counts its records by kinds. What else its tables hold says nothing to anybody.
 void Fold(SideDifferences& side, const TableDifference& table) {
-  if (side.part != Part::Company || !table.kind.empty()) {
+  if (side.part != Part::Company || !table.kind.empty() || table.table == storage::kStructure) {
     auto named = table;
     if (!table.kind.empty()) named.table = table.kind;
     const auto same = std::ranges::find(side.tables, named.table, &TableDifference::table);
@@ -95,7 +121,7 @@ SideDifferences DifferencesOf(Part part, const std::string& now, const std::stri
   return side;
 }
 
-std::string DifferenceTable(const std::vector<SideDifferences>& sides) {
+void PrintDifferenceTable(const Options& options, const std::vector<SideDifferences>& sides) {
   constexpr std::array kAlignments = {Align::Left,  Align::Left,  Align::Right, Align::Right,
                                       Align::Right, Align::Right, Align::Right};
   std::vector<TableLine> lines = {{"WHERE", "WHAT", "THEN", "NOW", "NEW SINCE", "CHANGED", "GONE"}};
@@ -107,7 +133,7 @@ std::string DifferenceTable(const std::vector<SideDifferences>& sides) {
                        std::to_string(table.added), std::to_string(table.changed), std::to_string(table.gone)});
     }
   }
-  return lines.size() == 1 ? std::string() : TextTable(lines, kAlignments);
+  if (lines.size() > 1) PrintTable(options, lines, kAlignments);
 }
 
 std::string DifferenceLines(const std::vector<SideDifferences>& sides) {

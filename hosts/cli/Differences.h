@@ -13,9 +13,11 @@
 
 namespace twqb::cli {
 
+struct Options;
+
 struct SideDifferences {
   backup::Part part = backup::Part::Billing;
-  std::vector<storage::TableDifference> tables;  // only those that differ; of settings the entries, as one table
+  std::vector<storage::TableDifference> tables;  // only those that differ; of settings the entries, and the comments
   std::vector<std::string> entries;              // of settings: "[QBSEND_] Clients_LastSendAt"
   bool isUnreadable = false;
 
@@ -25,8 +27,8 @@ struct SideDifferences {
 // An empty path is a file that was not there.
 [[nodiscard]] SideDifferences DifferencesOf(backup::Part part, const std::string& now, const std::string& before);
 
-// As a table, under a line with the names of the columns; empty when nothing differs.
-[[nodiscard]] std::string DifferenceTable(const std::vector<SideDifferences>& sides);
+// As a table; nothing when nothing differs.
+void PrintDifferenceTable(const Options& options, const std::vector<SideDifferences>& sides);
 // A JSON object a line.
 [[nodiscard]] std::string DifferenceLines(const std::vector<SideDifferences>& sides);
 

@@ -34,7 +34,8 @@ constexpr std::array kFileNames = {kBillingFile, kCompanyFile, kSettingsFile, kR
 
 constexpr std::string_view kSettingsText =
     "; Settings of the link with QuickBooks. The link itself keeps the company file and the times of the last\r\n"
-    "; transfers here; the filters of a table are keys such as Clients_OptMostRecent in [QBSEND_] and [QBGET_].\r\n"
+    "; transfers here; the filters of a table are keys such as Clients_OptMostRecent in [QBSEND_] and\r\n"
+    "; Customers_OptMostRecent in [QBGET_]. \"twqb settings describe\" tells all of them.\r\n"
     "\r\n"
     "[GENERAL]\r\n";
 constexpr std::string_view kRegistryText =

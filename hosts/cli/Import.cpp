@@ -116,6 +116,10 @@ class Planner {
       }
     }
     for (const auto& name : names) {
+      if (name.empty()) {
+        PassOverNameless(targets_.size());
+        continue;
+      }
       const auto mapped = map.find(name);
       AddTarget(name, mapped == map.end() ? name : mapped->second, mapped != map.end());
     }
@@ -130,6 +134,21 @@ class Planner {
                         column.name));
       }
     }
+  }
+
+  // Spreadsheets write empty columns behind the data.
+  void PassOverNameless(std::size_t place) {
+    const auto holds = [&](const CsvRecord& record) {
+      return place < record.fields.size() && !Trim(record.fields[place]).empty();
+    };
+    const auto found = std::ranges::find_if(records_, holds);
+    if (found != records_.end()) {
+      throw UsageError(
+          fmt::format("Column {} has no name in the first line, and line {} has something in it. Give it a "
+                      "name there, or take it out.",
+                      place + 1, found->line));
+    }
+    targets_.push_back({});
   }
 
   void AddTarget(const std::string& name, const std::string& to, bool isMapped) {
@@ -204,7 +223,8 @@ class Planner {
       Refuse(record.line, "", record.trouble);
     } else if (record.fields.size() != targets_.size()) {
       Refuse(record.line, "",
-             fmt::format("it has {} fields, and the heading {}", record.fields.size(), targets_.size()));
+             fmt::format("it has {} field{}, and the heading {}", record.fields.size(),
+                         record.fields.size() == 1 ? "" : "s", targets_.size()));
     }
     if (plan_.refused.size() != refusedBefore) return;
     ImportRow row{.line = record.line, .values = {}};

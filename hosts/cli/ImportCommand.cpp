@@ -97,7 +97,15 @@ void PrintRefused(const ImportPlan& plan) {
   if (plan.refused.size() > shown) Print(fmt::format("  and {} more reasons\n", plan.refused.size() - shown));
 }
 
+std::string AddedText(const Table& table, const ImportPlan& plan) {
+  return fmt::format("{} added to {}.", Rows(plan.rows.size()), TypedName(table.number));
+}
+
 void PrintPlan(const Options& options, const Table& table, const ImportPlan& plan, Fate fate) {
+  if (plan.rows.empty() && plan.refusedRows == 0) {
+    Print("The file has no row below the line that names its columns: there is nothing to add.\n");
+    return;
+  }
   if (fate == Fate::WouldBeAdded && !plan.rows.empty()) {
     PrintFirstRows(options, plan);
     Print("\n");
@@ -107,7 +115,7 @@ void PrintPlan(const Options& options, const Table& table, const ImportPlan& pla
   const auto name = TypedName(table.number);
   switch (fate) {
     case Fate::Added:
-      Print(fmt::format("{} added to {}.\n", rows, name));
+      Print(AddedText(table, plan) + "\n");
       return;
     case Fate::WouldBeAdded:
       Print(Paragraph(fmt::format("{} would be added to {}. Nothing has been written; --apply writes.", rows, name)));
@@ -173,7 +181,8 @@ ExitStatus Import(const Options& options, const ImportArguments& arguments) {
   auto billing = std::make_optional<BillingDb>(options);
   const auto plan = PlanImport(billing->Connection(), table, records, map);
   auto fate = plan.refusedRows > 0 ? Fate::Refused : Fate::WouldBeAdded;
-  if (fate == Fate::WouldBeAdded && arguments.apply) {
+  const bool hasRows = !plan.rows.empty() || plan.refusedRows > 0;
+  if (fate == Fate::WouldBeAdded && arguments.apply && hasRows) {
     auto labelled = options;
     labelled.label = "import " + arguments.table;
     RunBackup backup(place, labelled);
@@ -183,10 +192,17 @@ ExitStatus Import(const Options& options, const ImportArguments& arguments) {
     if (!added) return ExitStatus::Failed;
     fate = Fate::Added;
   }
-  if (arguments.json) {
-    PrintJson(table, plan, fate);
-  } else {
-    PrintPlan(options, table, plan, fate);
+  try {
+    if (arguments.json) {
+      PrintJson(table, plan, fate);
+    } else {
+      PrintPlan(options, table, plan, fate);
+    }
+    FlushOutput();
+  } catch (const OutputError&) {
+    // The status says no more than that something can't be used, and no log has the rows.
+    if (fate == Fate::Added) Tell(AddedText(table, plan));
+    throw;
   }
   return fate == Fate::Refused ? ExitStatus::Failed : ExitStatus::Done;
 }

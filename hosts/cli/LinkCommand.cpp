@@ -29,7 +29,7 @@ namespace {
 struct LinkArguments {
   std::string table = "all";
   bool apply = false;
-  std::string keep;
+  std::optional<std::string> keep;
   bool json = false;
 };
 
@@ -47,9 +47,10 @@ constexpr std::string_view EndName(PairEnd end) {
   return "failed";
 }
 
-Newer NewerFromName(const std::string& name) {
+Newer NewerFromName(const std::optional<std::string>& typed) {
   static const std::vector<std::string> kNames = {"billing", "quickbooks"};
-  if (name.empty()) return Newer::AsDated;
+  if (!typed) return Newer::AsDated;
+  const auto& name = *typed;
   const auto folded = FoldCase(name);
   if (folded == kNames[0]) return Newer::BillingDb;
   if (folded == kNames[1]) return Newer::QuickBooks;
@@ -118,7 +119,7 @@ std::string SummaryOf(const TablePairs& told, bool applied) {
   };
   if (applied) {
     add(linked, "linked");
-    add(declined, "pairs declined");
+    add(declined, declined == 1 ? "pair declined" : "pairs declined");
     add(failed, "could not be linked");
   } else {
     add(exact, "with an exact twin");
@@ -260,8 +261,9 @@ CommandSyntax LinkCommand() {
           TableHelpText(AllTables::Yes) +
           "Rows without a link beside records of QuickBooks that nothing is linked to. Exact: the same name, full "
           "name or\naccount number; of transactions the same number and date, or without a number the same day, "
-          "person and amount.\nNear: the same but for capital letters, punctuation, the kind of company, words "
-          "cut short, the order of words or a slip of the pen,\nor exact more than once. Without --apply nothing is "
+          "person and amount.\nNear: the same but for capital letters, punctuation, marks on letters, the kind of "
+          "company, a title, words cut short, the order of words, a slip of the pen or an initial,\nor exact more than "
+          "once. Without --apply nothing is "
           "changed.\n\nExamples:\n  twqb link clients\n  twqb link --apply --keep quickbooks --answers "
           "answers.txt",
       .run = [arguments](const Options& options) { return Link(options, *arguments); }};

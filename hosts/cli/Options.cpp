@@ -217,7 +217,7 @@ Workplace WorkplaceOf(const Options& options) {
   auto place = WorkplaceIn(fs::current_path().string());
   if (!options.billing.empty()) place.billing = options.billing;
   if (options.quickBooksItself) {
-    RequireQuickBooksItself();
+    if (options.sides == nullptr) RequireQuickBooksItself();
     place.quickBooks = QuickBooksSide::Itself;
     place.company.clear();
   }

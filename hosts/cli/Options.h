@@ -20,6 +20,8 @@ struct Table;
 
 namespace twqb::cli {
 
+struct OtherSides;
+
 // The four files of a working folder.
 inline constexpr const char* kBillingFile = "billing.db";
 inline constexpr const char* kCompanyFile = "company.twq";
@@ -53,6 +55,7 @@ struct Options {
   int waitSeconds = 0;  // for another transfer on the same files
   Masking masking = Masking::Masked;
   std::span<const Table* const> tables = {};  // of a program that brings its own; none: those of the library
+  const OtherSides* sides = nullptr;          // of a program that brings its own; none: those of this system
   RunObserver* observer = nullptr;            // of a command; hears what becomes of records
   LogOfRun* log = nullptr;                    // of a command; told of a line that is lost
 };

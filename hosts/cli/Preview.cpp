@@ -1,11 +1,15 @@
 #include "cli/Preview.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
-#include "adapters/sqlite/ConnectionText.h"
+#include "adapters/snapshot/Snapshot.h"
 #include "adapters/terminal/EndSignals.h"
+#include "adapters/terminal/TextLayout.h"
+#include "adapters/transcript/Masking.h"
 #include "cli/Attribution.h"
 #include "cli/BridgeRun.h"
 #include "cli/Checks.h"
@@ -46,14 +50,6 @@ class PreviewAccount final : public RunObserver {
 
 // --- The run ---------------------------------------------------------------------------------------------------------
 
-// What a preview copies has to be a file.
-void RequireFiles(const Workplace& place) {
-  if (place.quickBooks == QuickBooksSide::Embedded && sqlite::NamesEmbeddedEngine(place.billing)) return;
-  throw UsageError(
-      "A preview runs on copies of both sides, and has none of QuickBooks itself or of a database of another maker.\n"
-      "Make the transfer on a backup of them; \"twqb check\" tells beforehand what a send would refuse or cut.");
-}
-
 // The checks of a transfer, on the copies: an old company file is brought to today's format as it is looked at.
 void CheckCopies(const PreviewSeams& seams) {
   try {
@@ -75,41 +71,50 @@ void Run(const Workplace& place, const Options& options, const Surroundings& sur
   if (!composition.TranscriptIsWhole()) RefuseTranscript(options);
 }
 
+// With QuickBooks itself there is no copy ahead of the first session.
+void OpenCompany(const Workplace& place, const Options& options, const Surroundings& surroundings,
+                 const PreviewSeams& seams) {
+  Composition composition(place, surroundings);
+  CTWQBBridge bridge;
+  SetUp(bridge, composition, options);
+  const bool isOpen = bridge.ConnectToQB(true);
+  static_cast<void>(bridge.ConnectToQB(false));
+  if (isOpen) return;
+  const auto& boxes = seams.Asked().Boxes();
+  throw UsageError(fmt::format("There is no session with QuickBooks.{}",
+                               boxes.empty() ? "" : " It says: " + OneLine(boxes.back().text)));
+}
+
 void AddChanges(const Workplace& place, PreviewSeams& seams, Machine& machine, Preview& preview) {
   auto changes = BillingChanges(place.billing, seams.Billing());
-  if (const auto* company = seams.QuickBooks().Opened()) {
-    std::ranges::move(QuickBooksChanges(*company, seams.QuickBooks().Touched(), machine), std::back_inserter(changes));
+  if (const auto* company = seams.QuickBooks().opened) {
+    std::ranges::move(QuickBooksChanges(*company, seams.QuickBooks().touched, machine), std::back_inserter(changes));
   }
   Attribute(std::move(changes), preview);
   preview.settings = SettingChanges(seams.Settings());
 }
 
-}  // namespace
-
-Preview RunPreview(const Options& options, const TransferRequest& request, const Arrange& arrange) {
-  return RunPreview(options, std::vector{request}, arrange);
-}
-
-Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests, const Arrange& arrange) {
+Preview RunOnCopies(const Options& options, const std::vector<TransferRequest>& requests, const Arrange& arrange,
+                    PreviewSources& sources) {
   const auto place = WorkplaceOf(options);
   auto surroundings = ReadSurroundings(options);
-  RequireFiles(place);
   CheckApart(place, options);
   if (!options.settingsTable) CheckSettings(place);
   const EndSignals signals;
   const auto machine = MakeMachine(place, options.clock);
-  PreviewSeams seams(place, *machine, surroundings.answers);
+  PreviewSeams seams(place, *machine, surroundings.answers, sources);
   CheckCopies(seams);
+  surroundings.instead = &seams.Seams();
+  surroundings.log = nullptr;
   if (arrange) {
+    if (place.quickBooks == QuickBooksSide::Itself) OpenCompany(place, options, surroundings, seams);
     arrange(seams.Worked());
     arrange(seams.Before());
   }
   Preview preview{.request = requests.back()};
   RunAccount account(seams.Copied());
   PreviewAccount observer(account, preview);
-  surroundings.instead = &seams.Seams();
   surroundings.observer = &observer;
-  surroundings.log = nullptr;
   for (const auto& request : requests) {
     account.Expect(TablesOf(request));
     Run(place, options, surroundings, request, preview);
@@ -122,6 +127,23 @@ Preview RunPreview(const Options& options, const std::vector<TransferRequest>& r
   preview.summary = account.Summary(preview.request);
   preview.troubles = account.Troubles();
   return preview;
+}
+
+}  // namespace
+
+Preview RunPreview(const Options& options, const TransferRequest& request) {
+  PreviewSources sources(options);
+  return RunPreview(options, std::vector{request}, {}, sources);
+}
+
+Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests, const Arrange& arrange,
+                   PreviewSources& sources) {
+  try {
+    return RunOnCopies(options, requests, arrange, sources);
+  } catch (const snapshot::SnapshotError& failure) {
+    throw UsageError(
+        fmt::format("{}\nWithout that there is no preview. Nothing has been changed.", MaskPasswords(failure.what())));
+  }
 }
 
 }  // namespace twqb::cli

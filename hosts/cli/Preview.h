@@ -83,16 +83,18 @@ struct Preview {
   std::string troubles = {};          // "1 error was told"; empty: none
 };
 
+class PreviewSources;  // PreviewSeams.h
+
 // What is done to the copies ahead of the run, by who asks what would be if. It is called twice: for the copies that
 // the run works on, and for those that they are compared with. What it raises ends the preview.
 using Arrange = std::function<void(const Workplace& copies)>;
 
-// Raises UsageError for a file that can't be used, in the words of a transfer.
-[[nodiscard]] Preview RunPreview(const Options& options, const TransferRequest& request, const Arrange& arrange = {});
+// Raises UsageError for a file that can't be used, in the words of a transfer, and for a side that can't be read.
+[[nodiscard]] Preview RunPreview(const Options& options, const TransferRequest& request);
 
 // The same of several transfers, one behind the other on the same copies; what is told of the request is the last
-// one's. Ends behind the first that is not done.
+// one's. Ends behind the first that is not done. What is no file is read once for all previews of one `sources`.
 [[nodiscard]] Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests,
-                                 const Arrange& arrange = {});
+                                 const Arrange& arrange, PreviewSources& sources);
 
 }  // namespace twqb::cli

@@ -2,7 +2,13 @@
 
 #include <fmt/core.h>
 
+#include "adapters/terminal/EndSignals.h"
+#include "adapters/transcript/Masking.h"
 #include "cli/ExitStatus.h"
+#include "cli/Output.h"
+#include "cli/SampleTexts.h"
+#include "cli/SqlScript.h"
+#include "cli/SystemSides.h"
 #include "cli/TransferLock.h"
 
 namespace twqb::cli {
@@ -28,29 +34,69 @@ TerminalOptions Watched() {
 
 }  // namespace
 
-PreviewSeams::PreviewSeams(const Workplace& place, Machine& machine, const std::optional<Answers>& answers)
+PreviewSources::PreviewSources(const Options& options)
+    : sides_(options.sides),
+      taken_(
+          [quiet = options.noProgress](std::string_view side) {
+            if (quiet) return;
+            Tell(fmt::format("Reading {} as a whole, to copy it: in a big firm that takes a while.", side));
+          },
+          [](std::string_view /*next*/) {
+            if (EndSignals::Came() != 0) throw EndedBySignal();
+          }) {}
+
+const preview::Snapshots::Billing& PreviewSources::BillingOf(const Workplace& place) {
+  if (!billing_) billing_ = sides_ != nullptr ? sides_->billing() : MakeBillingProvider();
+  try {
+    return taken_.BillingOf(*billing_, place.billing, SplitStatements(BillingSchema()));
+  } catch (const PlatformError& failure) {
+    throw UsageError(fmt::format("BillingDb can't be read for the preview: {}", MaskPasswords(failure.description())));
+  }
+}
+
+TransportFactory& PreviewSources::QuickBooksItself() {
+  if (!quickBooks_) quickBooks_ = sides_ != nullptr ? sides_->quickBooks() : MakeQuickBooksItself();
+  return *quickBooks_;
+}
+
+PreviewSeams::PreviewSeams(const Workplace& place, Machine& machine, const std::optional<Answers>& answers,
+                           PreviewSources& sources)
     : place_(place),
       files_(machine),
-      billing_(CopyOf(BillingFileOf(place), "BillingDb", files_)),
-      company_(CopyOf(place.company, "the company file", files_)),
+      billing_(nullptr),
+      company_(nullptr),
       settings_(CopyOf(place.settings, "the settings file", files_)),
       copiedMachine_(machine, files_),
-      copiedDatabase_(database_, files_),
-      quickBooks_(company_->worked, copiedMachine_),
-      copiedQuickBooks_(quickBooks_, files_),
       terminal_(Watched()),
       desk_(terminal_, answers),
-      ending_(desk_, Confirms::No),
-      seams_{.database = &copiedDatabase_,
-             .quickbooks = &copiedQuickBooks_,
-             .desk = &ending_,
-             .machine = &copiedMachine_,
-             .callback = &callback_} {}
+      ending_(desk_, Confirms::No) {
+  if (const auto file = BillingFileOf(place); !file.empty()) {
+    billing_ = CopyOf(file, "BillingDb", files_);
+    copiedDatabase_.emplace(database_, files_);
+  } else {
+    const auto& read = sources.BillingOf(place);
+    billing_ = &files_.Put(preview::kOtherDatabase, read.file);
+    copiedDatabase_.emplace(database_, files_, read.provider);
+  }
+  TransportFactory* quickBooks = nullptr;
+  if (place.quickBooks == QuickBooksSide::Itself) {
+    quickBooks = &snapshotQuickBooks_.emplace(sources.QuickBooksItself(), sources.Taken(), files_, copiedMachine_);
+  } else {
+    company_ = CopyOf(place.company, "the company file", files_);
+    quickBooks = &copiedQuickBooks_.emplace(quickBooks_.emplace(company_->worked, copiedMachine_), files_);
+  }
+  seams_ = {.database = &*copiedDatabase_,
+            .quickbooks = quickBooks,
+            .desk = &ending_,
+            .machine = &copiedMachine_,
+            .callback = &callback_};
+}
 
 Workplace PreviewSeams::With(std::string preview::ScratchFile::*copy) const {
   auto place = place_;
   place.billing = preview::ConnectionTo(place.billing, billing_->*copy);
-  place.company = company_->*copy;
+  const auto* company = company_ != nullptr ? company_ : QuickBooks().opened;
+  if (company != nullptr) place.company = company->*copy;
   place.settings = settings_->*copy;
   return place;
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/backup/BackupError.h"
+#include "adapters/storage/Replaceable.h"
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 
@@ -44,6 +45,69 @@ std::vector<std::string> DatabasesOf(const std::vector<KeptFile>& files) {
   return paths;
 }
 
+// Sessions of the embedded company file may be others than transfers. Raises BackupError.
+std::optional<company::FileLock> TakeCompany(const std::string& path) {
+  if (!IsFile(path)) return std::nullopt;
+  auto session = company::FileLock::TryTake(path + ".lock", company::LockKind::Exclusive);
+  if (session) return session;
+  throw BackupError(fmt::format("A program has a session open in {}.\nEnd it, then start again.", path));
+}
+
+// The files of the workplace, and of a part that is put back the one that it is put to.
+std::vector<backup::PartFile> PartsWith(const Workplace& place, const std::vector<KeptFile>& files) {
+  auto parts = PartsOf(place);
+  for (const auto& file : files) {
+    std::erase_if(parts, [&](const backup::PartFile& part) { return part.part == file.part; });
+    parts.push_back({.part = file.part, .path = file.path});
+  }
+  return parts;
+}
+
+// What somebody has changed since a restore was broken off is in no set yet, and goes with its completion. Noted as
+// what was there, so that another attempt keeps it no second time.
+void KeepChanges(const Options& options, const std::string& folder, backup::RestoreJournal& journal) {
+  if (backup::ChangedSinceItBegan(folder, journal).empty()) return;
+  std::vector<KeptFile> files;
+  for (const auto& step : journal.steps) {
+    files.push_back(step.file);
+    if (backup::IsDatabase(step.file.part) && IsFile(step.file.path)) backup::RequireReplaceable(step.file.path);
+  }
+  backup::BackupFolder backups(folder);
+  const auto place = WorkplaceOf(options);
+  const auto set = MakeSet(backups, place, options, PartsWith(place, files), backup::MadeBy::Hand, "");
+  for (auto& step : journal.steps) step.was = *set.Find(step.file.part);
+  backup::BeginRestore(folder, journal);
+  Tell(
+      fmt::format("Something has changed since a restore was broken off, and is kept: \"twqb restore {}\" brings it "
+                  "back.",
+                  set.name));
+}
+
+// So that undo can take the restore back. What else has changed meanwhile is none of its doing.
+void NoteCompleted(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
+  backup::BackupFolder backups(folder);
+  for (const auto& set : backups.Sets()) {
+    if (set.name != journal.kept) continue;
+    backup::EndNote end{.at = TimeWithZone(WorkplaceOf(options), options), .files = set.manifest.files};
+    for (auto& file : end.files) {
+      const auto step = std::ranges::find(journal.steps, file.part, [](const auto& each) { return each.file.part; });
+      if (step != journal.steps.end()) file = step->file;
+    }
+    try {
+      backups.NoteEnd(set, end);
+    } catch (const BackupError& failure) {
+      Tell(fmt::format("{}\n\"twqb undo\" can't take this back; \"twqb restore {}\" can.", failure.what(), set.name));
+    }
+  }
+}
+
+// Each step of the journal, then what undo must know, then that it is done: whatever is broken off is done again.
+void CarryOut(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
+  backup::CarryOutRestore(folder, journal);
+  NoteCompleted(options, folder, journal);
+  backup::EndRestore(folder, journal);
+}
+
 // A file that is laid ready has the rights of the one that it replaces.
 void GiveRights(const std::string& from, const std::string& to) {
   std::error_code failure;
@@ -53,37 +117,60 @@ void GiveRights(const std::string& from, const std::string& to) {
 
 }  // namespace
 
+void RaiseForNothing(const backup::Set& set, std::optional<Part> only) {
+  throw UsageError(fmt::format("The set {} has {}.", set.name,
+                               only ? fmt::format("not kept {}", backup::CalledOf(*only)) : "nothing to put back"));
+}
+
 PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<Part> only)
     : options_(options),
       place_(WorkplaceOf(options)),
       set_(std::move(set)),
       files_(Chosen(set_, only)),
       folder_(BackupsOf(place_)) {
-  if (files_.empty()) {
-    throw UsageError(fmt::format("The set {} has {}.", set_.name,
-                                 only ? fmt::format("not kept {}", backup::CalledOf(*only)) : "nothing to put back"));
-  }
+  if (files_.empty()) RaiseForNothing(set_, only);
   auto paths = DatabasesOf(files_);
   for (const auto& part : PartsOf(place_)) {
     if (backup::IsDatabase(part.part)) paths.push_back(part.path);
   }
   held_.emplace(paths, options_);
   HoldCompany();
+  TakeUpLogs();
   LayReady();
 }
 
 PuttingBack::~PuttingBack() { RemoveLaidReady(); }
 
-// Sessions of the embedded company file may be others than transfers.
 void PuttingBack::HoldCompany() {
   const auto company = std::ranges::find(files_, Part::Company, &KeptFile::part);
-  if (company == files_.end() || !IsFile(company->path)) return;
-  session_ = company::FileLock::TryTake(company->path + ".lock", company::LockKind::Exclusive);
-  if (session_) return;
-  throw UsageError(
-      fmt::format("A program has a session open in {}. Nothing has been put back.\nEnd it, then start "
-                  "again.",
-                  company->path));
+  if (company == files_.end()) return;
+  try {
+    session_ = TakeCompany(company->path);
+  } catch (const BackupError& failure) {
+    throw UsageError(fmt::format("Nothing has been put back. {}", failure.what()));
+  }
+}
+
+// What a killed process has left beside a database would be taken up by the first look into it, and count as a change.
+void PuttingBack::TakeUpLogs() const {
+  for (const auto& path : DatabasesOf(files_)) {
+    if (IsFile(path)) static_cast<void>(storage::MakeReplaceable(path));
+  }
+}
+
+KeptFile PuttingBack::Now(const backup::PartFile& file) {
+  try {
+    return folder_.Look(file);
+  } catch (const backup::BackupEnded&) {
+    throw EndedBySignal();
+  } catch (const BackupError& failure) {
+    throw UsageError(fmt::format("It can't be told whether something has changed since. {}", failure.what()));
+  }
+}
+
+KeptFile PuttingBack::Seen(const backup::PartFile& file) {
+  const auto known = std::ranges::find(seen_, file.part, &KeptFile::part);
+  return known != seen_.end() ? *known : seen_.emplace_back(Now(file));
 }
 
 void PuttingBack::LayReady() {
@@ -108,9 +195,10 @@ void PuttingBack::RemoveLaidReady() const {
   for (const auto& file : files_) backup::RemoveStaged(file.path);
 }
 
-std::vector<SideDifferences> PuttingBack::Differences() const {
+std::vector<SideDifferences> PuttingBack::Differences() {
   std::vector<SideDifferences> all;
   for (const auto& file : files_) {
+    static_cast<void>(Seen({.part = file.part, .path = file.path}));
     all.push_back(DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string()));
   }
   return all;
@@ -120,8 +208,8 @@ std::vector<SideDifferences> PuttingBack::ChangedSince(const backup::EndNote& en
   std::vector<SideDifferences> all;
   try {
     for (const auto& file : end.files) {
-      const auto now = folder_.Look({.part = file.part, .path = file.path});
-      if (now.isThere == file.isThere && now.content == file.content) continue;
+      const auto now = Seen({.part = file.part, .path = file.path});
+      if (now.IsLike(file)) continue;
       const auto then = fmt::format("{}/{}/then", place_.folder, backup::kBackupFolder);
       std::error_code ignored;
       fs::remove(then, ignored);
@@ -150,36 +238,48 @@ void PuttingBack::RequireAlone() const {
   }
 }
 
+std::vector<backup::RestoreStep> PuttingBack::Steps() {
+  std::vector<backup::RestoreStep> steps;
+  for (const auto& file : files_) {
+    const backup::PartFile target{.part = file.part, .path = file.path};
+    const auto now = Now(target);
+    if (!now.IsLike(Seen(target))) {
+      throw UsageError(fmt::format(
+          "Nothing has been put back: {} has changed since it was looked at, which was not shown.\nStart again.",
+          backup::CalledOf(file.part)));
+    }
+    steps.push_back({.file = file, .was = now});
+  }
+  return steps;
+}
+
 std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   auto options = options_;
   options.label = what;
-  auto parts = PartsOf(place_);
-  for (const auto& file : files_) {
-    std::erase_if(parts, [&](const backup::PartFile& part) { return part.part == file.part; });
-    parts.push_back({.part = file.part, .path = file.path});
-  }
-  RunBackup before(place_, options, parts, by);
   RequireAlone();
-  backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo};
-  for (const auto& file : files_) {
-    journal.steps.push_back({.part = file.part, .target = file.path, .isThere = file.isThere, .content = file.content});
-  }
+  RunBackup before(place_, options, PartsWith(place_, files_), by);
+  backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
   try {
+    RequireAlone();
+    journal.steps = Steps();
     backup::BeginRestore(place_.folder, journal);
   } catch (const BackupError& failure) {
+    before.Drop();
     throw UsageError(fmt::format("Nothing has been put back. {}", failure.what()));
+  } catch (...) {
+    before.Drop();
+    throw;
   }
   // What is laid ready belongs to the journal now.
   files_.clear();
   try {
-    backup::CarryOutRestore(place_.folder, journal);
+    CarryOut(options_, place_.folder, journal);
   } catch (const BackupError& failure) {
     throw UsageError(
         fmt::format("The set {} is put back in part. {}\nMake that possible; whatever twqb command comes "
                     "next in this folder puts back the rest.",
                     set_.name, failure.what()));
   }
-  before.NoteEnd();
   return before.Name();
 }
 
@@ -190,15 +290,22 @@ void CompleteRestore(const Options& options) {
   try {
     const auto begun = backup::ReadRestoreJournal(folder);
     if (!begun) return;
+    // It is near its end, and what comes next looks at them.
+    const EndSignals signals;
     std::vector<std::string> files;
+    std::optional<company::FileLock> session;
     for (const auto& step : begun->steps) {
-      if (backup::IsDatabase(step.part)) files.push_back(step.target);
+      if (backup::IsDatabase(step.file.part)) files.push_back(step.file.path);
     }
     const TransferLock held(files, options);
     // Whoever held them may have come to the end of it.
-    const auto journal = backup::ReadRestoreJournal(folder);
+    auto journal = backup::ReadRestoreJournal(folder);
     if (!journal) return;
-    backup::CarryOutRestore(folder, *journal);
+    for (const auto& step : journal->steps) {
+      if (step.file.part == Part::Company) session = TakeCompany(step.file.path);
+    }
+    KeepChanges(options, folder, *journal);
+    CarryOut(options, folder, *journal);
     Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
   } catch (const BackupError& reason) {
     throw UsageError(fmt::format("A run was broken off while it put files back, and that can't be completed now.\n{}",

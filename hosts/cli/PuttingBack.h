@@ -16,6 +16,9 @@
 
 namespace twqb::cli {
 
+// For a set that has nothing of the part that was asked for, or nothing at all.
+[[noreturn]] void RaiseForNothing(const backup::Set& set, std::optional<backup::Part> only);
+
 class PuttingBack {
  public:
   // Of the parts named, or of all that the set has. Raises UsageError for files that can't be held or made ready, and
@@ -27,19 +30,25 @@ class PuttingBack {
 
   [[nodiscard]] const backup::Set& WhichSet() const { return set_; }
 
-  // What differs between the files as they are and as they were, the earlier ones being those of the set.
-  [[nodiscard]] std::vector<SideDifferences> Differences() const;
+  // What differs between the files as they are and as they were, the earlier ones being those of the set. Raises
+  // UsageError and EndedBySignal, as the next one does.
+  [[nodiscard]] std::vector<SideDifferences> Differences();
   // What differs between the files as they are and as the note of an end tells them.
   [[nodiscard]] std::vector<SideDifferences> ChangedSince(const backup::EndNote& end);
 
   // Keeps how the files are as a set of its own, and puts those of this set in their place. The name of the set that
-  // was kept; empty where the options say to keep none. Raises UsageError.
+  // was kept; empty where the options say to keep none. Raises UsageError, too when a file is not what it was when the
+  // differences were looked for.
   std::string PutBack(backup::MadeBy by, const std::string& what);
 
  private:
+  [[nodiscard]] backup::KeptFile Seen(const backup::PartFile& file);
+  [[nodiscard]] backup::KeptFile Now(const backup::PartFile& file);
   void HoldCompany();
+  void TakeUpLogs() const;
   void LayReady();
   void RequireAlone() const;
+  [[nodiscard]] std::vector<backup::RestoreStep> Steps();
   void RemoveLaidReady() const;
 
   const Options& options_;
@@ -50,6 +59,7 @@ class PuttingBack {
   std::optional<TransferLock> held_;
   std::optional<company::FileLock> session_;
   backup::BackupFolder folder_;
+  std::vector<backup::KeptFile> seen_;  // how the files were when their differences were first looked for
 };
 
 // Completes a restore that a killed run has left in the current folder, ahead of anything else there. Raises UsageError

@@ -151,6 +151,11 @@ void RunBackup::CompanyOpened(const std::string& path) {
   OrRefuse([&] { folder_.Add(*set_, {.part = Part::Company, .path = file}); });
 }
 
+void RunBackup::Drop() noexcept {
+  if (set_) backup::BackupFolder(place_.folder).Remove(*set_);
+  set_.reset();
+}
+
 void RunBackup::NoteEnd() noexcept {
   if (!set_) return;
   try {

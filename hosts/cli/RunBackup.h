@@ -41,6 +41,9 @@ class RunBackup {
   // To be called when the run is over and has let go of the files. Never fails: what can't be noted is told.
   void NoteEnd() noexcept;
 
+  // Takes the set away again: what it was made before does not come. Never fails.
+  void Drop() noexcept;
+
   // The name of the set; empty when there is none.
   [[nodiscard]] std::string Name() const { return set_ ? set_->name : std::string(); }
 

@@ -29,7 +29,22 @@ std::optional<SettingDescription> Find(const std::vector<SettingDescription>& li
   return *found;
 }
 
+// The key with a table under its name of the other direction: clients are sent as "Clients", and got as "Customers".
+std::string UnderOtherName(const std::vector<SettingDescription>& list, std::string_view section,
+                           std::string_view key) {
+  const auto direction = SameName(section, "QBGET_") ? Direction::Get : Direction::Send;
+  const auto other = direction == Direction::Get ? Direction::Send : Direction::Get;
+  for (const auto* table : Tables()) {
+    const auto name = fmt::format("{}_", table->names.Of(other));
+    if (!SameName(key.substr(0, name.size()), name)) continue;
+    auto renamed = fmt::format("{}_{}", table->names.Of(direction), key.substr(name.size()));
+    if (Find(list, section, renamed, false)) return renamed;
+  }
+  return {};
+}
+
 std::string Nearest(const std::vector<SettingDescription>& list, std::string_view section, std::string_view key) {
+  if (const auto renamed = UnderOtherName(list, section, key); !renamed.empty()) return FullNameOf(section, renamed);
   std::vector<std::string> ofSection;
   std::vector<std::string> all;
   for (const auto& setting : list) {
@@ -99,6 +114,10 @@ std::vector<SettingDescription> SettingsAbout(std::string_view word) {
   take([&](const auto& setting) { return SameName(FullNameOf(setting), word); });
   take([&](const auto& setting) { return FoldCase(setting.key).find(folded) != std::string::npos; });
   if (!about.empty()) return about;
+  if (const auto end = word.find("] "); word.starts_with('[') && end != std::string_view::npos) {
+    throw UsageError(fmt::format("There is no setting {}.{}\n\"twqb settings describe\" shows all.", word,
+                                 NearestSetting(word.substr(1, end - 1), word.substr(end + 2))));
+  }
   std::vector<std::string> names;
   for (const auto& setting : list) {
     names.push_back(setting.key);

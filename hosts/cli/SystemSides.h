@@ -5,6 +5,7 @@
 // provider that is not the embedded engine is one that does not exist.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "platform/ado.h"
@@ -12,6 +13,12 @@
 #include "platform/transport.h"
 
 namespace twqb::cli {
+
+// Sides that a program brings in the place of those of this system.
+struct OtherSides {
+  std::function<std::unique_ptr<ado::Provider>()> billing;
+  std::function<std::unique_ptr<TransportFactory>()> quickBooks;
+};
 
 // What BillingDb is opened by, whichever provider its connection string names.
 [[nodiscard]] std::unique_ptr<ado::Provider> MakeBillingProvider();

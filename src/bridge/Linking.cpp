@@ -22,12 +22,14 @@ namespace {
 
 // The date, in UTC, with which a row loses or wins against its record by the conflict rule, in winter and summer.
 Date DateFor(Newer newer, const Record& record) {
-  constexpr int kClearly = 1;  // minutes: a tie goes both ways
+  constexpr std::int64_t kLeast = Date::kSecond;  // a tie goes both ways
   auto& machine = TheMachine();
   const auto theirs = OnTheClock(record["TimeModified"].GetDate(),
                                  IsDaylightTime() ? TimeZoneState::Daylight : TimeZoneState::Standard);
-  if (newer == Newer::QuickBooks) return LocalToUTC(theirs.PlusMinutes(-kClearly));
-  return LocalToUTC(std::max(machine.Now(), theirs.PlusMinutes(kClearly)));
+  const auto by = [&](std::int64_t span) { return Date::FromMilliseconds(theirs.Milliseconds() + span); };
+  if (newer == Newer::QuickBooks) return LocalToUTC(by(-kLeast));
+  // A send asks what changed since the last one, so that it is the present moment, unless the record is of the future.
+  return LocalToUTC(std::max(machine.Now(), by(kLeast)));
 }
 
 void WriteDates(const Table& table, const LikelyPair& pair, Date utc, ado::Connection& connection) {
@@ -68,17 +70,19 @@ std::string LinkPair(const Table& table, const LikelyPair& pair, Newer newer, QB
   const auto raised = CatchError([&] {
     WithGlobalConnection([&] {
       Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-      const auto connection = Vars().platform.database->CreateConnection();
-      OpenConnection(*connection, nullptr, "");
+      // A link is found no more, so that what goes with it must not be missing: lines, second rows, the date. What
+      // reads by the shared connection meanwhile sees what was written by it.
+      auto& connection = GlobalConnection();
+      WholeOrNot whole(connection);
       why = WhyNot(table.lostLink.takeUp({.key = pair.key,
                                           .request = pair.request,
                                           .record = pair.record,
                                           .replaces = {},
-                                          .connection = *connection,
+                                          .connection = connection,
                                           .session = session}));
-      if (why.empty() && newer != Newer::AsDated) {
-        WriteDates(table, pair, DateFor(newer, pair.record), *connection);
-      }
+      if (!why.empty()) return;
+      if (newer != Newer::AsDated) WriteDates(table, pair, DateFor(newer, pair.record), connection);
+      whole.Commit();
     });
   });
   if (raised) why = raised->description();

@@ -43,7 +43,8 @@ struct TablePairs {
 void ShowPairs(TablePairs& told, QBSessionManager& session);
 
 // Links the exact pairs of the table, and those of the others that `confirms` says are the same. With the link go those
-// of lines, and the date of a row that has none. What was done by then stands in `told` when `confirms` raises.
+// of lines, and the date of a row that has none: all of it is written, or nothing. What was done by then stands in
+// `told` when `confirms` raises.
 void LinkPairs(TablePairs& told, Newer newer, QBSessionManager& session,
                const std::function<bool(const LikelyPair& pair)>& confirms);
 

@@ -123,6 +123,8 @@ class RowChecker::Look final : public RowLook {
     const auto found = std::ranges::find(values, path, &FieldText::path);
     return found == values.end() ? std::string() : found->text;
   }
+  // The name that it would have, of a list.
+  [[nodiscard]] std::string NameThere() const { return name.empty() ? At(kNameField) : name; }
   // What people call the row.
   [[nodiscard]] std::string Called() const {
     if (!name.empty()) return name;
@@ -150,9 +152,25 @@ void AppendQueryOfAll(MsgSetRequest& set, std::string_view query) {
   }
 }
 
+// Calls `take` with place, key and link of each row that the table adds.
+template <typename Take>
+void ForEachRow(const Table& table, const Take& take) {
+  WithGlobalConnection([&] {
+    Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
+    for (const auto& place : {table.lostLink.keys, table.lostLink.otherKeys}) {
+      if (place.table.empty()) continue;
+      const auto rows = GlobalConnection().OpenRecordset(
+          Sql("SELECT {}, QBLinkID FROM {} WHERE {};", place.column, place.table, Sql::Own(place.condition)),
+          ado::CursorType::Static, ado::LockType::ReadOnly);
+      for (; !rows->Eof(); rows->MoveNext()) take(place, FirstField(*rows), ColumnText(*rows, "QBLinkID"));
+    }
+  });
+}
+
 }  // namespace
 
-RowChecker::RowChecker(QBSessionManager& session) : session_(session) {}
+RowChecker::RowChecker(QBSessionManager& session, std::vector<const Table*> checked)
+    : session_(session), checked_(std::move(checked)) {}
 RowChecker::~RowChecker() = default;
 
 const std::set<std::string>& RowChecker::Known(std::string_view query) {
@@ -186,19 +204,50 @@ RowChecker::Names& RowChecker::NamesOf(std::span<const std::string_view> queries
       }
     });
   }
+  // Those of tables that are checked are met as they are.
+  for (const auto* table : Tables()) {
+    const bool shares = table->lostLink.called.sharing.data() == queries.data();
+    if (shares && std::ranges::find(checked_, table) == checked_.end()) AddNamesOfRows(*table, names);
+  }
   return names;
 }
 
-void RowChecker::CheckName(const Table& table, const Look& look, std::string_view key, std::vector<Finding>& findings) {
+void RowChecker::AddNamesOfRows(const Table& table, Names& names) {
+  if (table.lostLink.takeUp == nullptr) return;
+  Look look(RequireMsgSetRequest(session_).GetForm());
+  ForEachRow(table, [&](const KeyPlace& place, std::string_view key, std::string_view link) {
+    if (!link.empty()) return;
+    look.Forget();
+    static_cast<void>(LookAt(table, key, place, look));
+    const auto name = look.NameThere();
+    if (look.neverGoes || name.empty()) return;
+    names.try_emplace({PlaceOf(table, place, key, look), Folded(name)}, fmt::format("{} {}", table.lostLink.row, key),
+                      std::string());
+  });
+}
+
+std::string RowChecker::PlaceOf(const Table& table, const KeyPlace& place, std::string_view key, const Look& look) {
+  auto parent = look.At(kParent);
+  if (!parent.empty() || look.lacks.empty()) return parent;
+  for (const auto& column : table.parents) {
+    parent += Folded(GetScalarFromSQL(
+                  Sql("SELECT {} FROM {} WHERE {}", column.column, place.table, KeyCondition(place.column, key)))) +
+              "\n";
+  }
+  return parent;
+}
+
+void RowChecker::CheckName(const Table& table, const KeyPlace& place, const Look& look, std::string_view key,
+                           std::vector<Finding>& findings) {
   const auto& sharing = table.lostLink.called.sharing;
-  const auto name = look.name.empty() ? look.At(kNameField) : look.name;
+  const auto name = look.NameThere();
   if (sharing.empty() || name.empty()) return;
   if (name.find(':') != std::string::npos) {
     findings.push_back({.check = Check::ColonInName,
                         .rule = fmt::format("QuickBooks takes no colon in a name, and {} has one.", Quoted(name)),
                         .advice = "Take the colon out of the name."});
   }
-  const auto [at, isFree] = NamesOf(sharing).try_emplace({look.At(kParent), Folded(name)},
+  const auto [at, isFree] = NamesOf(sharing).try_emplace({PlaceOf(table, place, key, look), Folded(name)},
                                                          fmt::format("{} {}", table.lostLink.row, key), std::string());
   if (isFree) return;
   const auto& [who, identifier] = at->second;
@@ -257,6 +306,25 @@ void RowChecker::CheckValues(const Table& table, const Look& look, bool isLinked
   }
 }
 
+std::string RowChecker::LookAt(const Table& table, std::string_view key, const KeyPlace& place, Look& look) {
+  QuietLook quiet;
+  Vars().cuts = &look.cuts;
+  auto connection = Vars().platform.database->CreateConnection();
+  const auto raised = CatchError([&] {
+    OpenConnection(*connection, nullptr, "");
+    static_cast<void>(table.lostLink.takeUp({.key = key,
+                                             .request = place.adds,
+                                             .replaces = {},
+                                             .connection = *connection,
+                                             .session = session_,
+                                             .look = &look}));
+  });
+  Vars().cuts = nullptr;
+  const auto boxes = quiet.TakeBoxes();
+  if (raised) return raised->description();
+  return boxes.empty() ? std::string() : boxes.front();
+}
+
 void RowChecker::CheckRow(TableFindings& told, std::string_view key, std::string_view link, const KeyPlace& place,
                           Look& look) {
   const auto& table = *told.table;
@@ -268,29 +336,15 @@ void RowChecker::CheckRow(TableFindings& told, std::string_view key, std::string
          .rule = "Its key has a quotation mark in it: nothing can be written to the row, not its link either.",
          .advice = "Give the row a key without the mark."});
   } else {
-    QuietLook quiet;
-    Vars().cuts = &look.cuts;
-    auto connection = Vars().platform.database->CreateConnection();
-    const auto raised = CatchError([&] {
-      OpenConnection(*connection, nullptr, "");
-      static_cast<void>(table.lostLink.takeUp({.key = key,
-                                               .request = place.adds,
-                                               .replaces = {},
-                                               .connection = *connection,
-                                               .session = session_,
-                                               .look = &look}));
-    });
-    Vars().cuts = nullptr;
-    const auto boxes = quiet.TakeBoxes();
+    const auto trouble = LookAt(table, key, place, look);
     if (look.neverGoes) return;
     if (look.lacksDate) {
       findings.push_back({.check = Check::UnreadableDate,
                           .rule = "When the row changed last can't be read, so no side of it counts as newer.",
                           .advice = "Write a date into LastUpdated, or empty it."});
-    } else if (raised || !boxes.empty()) {
+    } else if (!trouble.empty()) {
       findings.push_back({.check = Check::Unreadable,
-                          .rule = fmt::format("Something of the row can't be read: {}",
-                                              Quoted(raised ? raised->description() : boxes.front())),
+                          .rule = fmt::format("Something of the row can't be read: {}", Quoted(trouble)),
                           .advice = "Look for a date or a number in the row that is none."});
     }
     if (!look.lacks.empty()) {
@@ -299,9 +353,12 @@ void RowChecker::CheckRow(TableFindings& told, std::string_view key, std::string
                           .advice = "Send or link that first; a send of all tables does it in that order."});
     }
     CheckValues(table, look, !link.empty(), findings);
-    if (link.empty()) CheckName(table, look, key, findings);
+    if (link.empty()) CheckName(table, place, look, key, findings);
   }
+  std::set<std::string> rules;
   for (auto& finding : findings) {
+    // A request has some values in several places.
+    if (!rules.insert(finding.rule).second) continue;
     finding.key = key;
     finding.name = look.Called();
     told.findings.push_back(std::move(finding));
@@ -313,22 +370,14 @@ void RowChecker::Check(TableFindings& told) {
   if (table.lostLink.takeUp == nullptr) return;
   const bool isTransaction = table.reads.front().transaction.has_value();
   Look look(RequireMsgSetRequest(session_).GetForm());
-  WithGlobalConnection([&] {
-    Vars().g_DbKind = DbKindOf(GlobalConnection().Provider());
-    for (const auto& place : {table.lostLink.keys, table.lostLink.otherKeys}) {
-      if (place.table.empty()) continue;
-      const auto rows = GlobalConnection().OpenRecordset(
-          Sql("SELECT {}, QBLinkID FROM {} WHERE {};", place.column, place.table, Sql::Own(place.condition)),
-          ado::CursorType::Static, ado::LockType::ReadOnly);
-      for (; !rows->Eof(); rows->MoveNext()) {
-        const auto link = ColumnText(*rows, "QBLinkID");
-        // A transaction goes once.
-        if (isTransaction && !link.empty()) continue;
-        ++told.rows;
-        look.Forget();
-        CheckRow(told, FirstField(*rows), link, place, look);
-      }
-    }
+  // Ahead of the rows: it looks at others.
+  if (!table.lostLink.called.sharing.empty()) static_cast<void>(NamesOf(table.lostLink.called.sharing));
+  ForEachRow(table, [&](const KeyPlace& place, std::string_view key, std::string_view link) {
+    // A transaction goes once.
+    if (isTransaction && !link.empty()) return;
+    ++told.rows;
+    look.Forget();
+    CheckRow(told, key, link, place, look);
   });
 }
 

@@ -51,10 +51,11 @@ struct TableFindings {
   std::vector<Finding> findings = {};
 };
 
-// Checks tables one after the other; what QuickBooks has is read once, and only where a row refers to it.
+// Checks tables one after the other; what QuickBooks has is read once, and only where a row refers to it. Names are
+// held against the rows without a link of all tables, also of those that are not checked.
 class RowChecker {
  public:
-  explicit RowChecker(QBSessionManager& session);
+  RowChecker(QBSessionManager& session, std::vector<const Table*> checked);
   ~RowChecker();
   RowChecker(const RowChecker&) = delete;
   RowChecker& operator=(const RowChecker&) = delete;
@@ -68,7 +69,8 @@ class RowChecker {
 
   void CheckRow(TableFindings& told, std::string_view key, std::string_view link, const KeyPlace& place, Look& look);
   void CheckValues(const Table& table, const Look& look, bool isLinked, std::vector<Finding>& findings);
-  void CheckName(const Table& table, const Look& look, std::string_view key, std::vector<Finding>& findings);
+  void CheckName(const Table& table, const KeyPlace& place, const Look& look, std::string_view key,
+                 std::vector<Finding>& findings);
   void CheckReference(const Table& table, const std::string& path, const std::string& text,
                       std::vector<Finding>& findings);
 
@@ -76,8 +78,18 @@ class RowChecker {
   const std::set<std::string>& Known(std::string_view query);
   // Who has a name, by what it stands below and the name.
   Names& NamesOf(std::span<const std::string_view> queries);
+  // Those that the rows of a table would have there which have no link yet.
+  void AddNamesOfRows(const Table& table, Names& names);
+
+  // What the name of a row has to be its own below: the parent's identifier, or, while that has no link, its key.
+  [[nodiscard]] static std::string PlaceOf(const Table& table, const KeyPlace& place, std::string_view key,
+                                           const Look& look);
+
+  // What the row would be; what was told of it meanwhile, by boxes or an error, in one text, "" for nothing.
+  [[nodiscard]] std::string LookAt(const Table& table, std::string_view key, const KeyPlace& place, Look& look);
 
   QBSessionManager& session_;
+  std::vector<const Table*> checked_;
   std::map<std::string, std::set<std::string>, std::less<>> known_;
   std::map<const std::string_view*, Names> names_;
 };

@@ -44,26 +44,36 @@ constexpr std::array<std::string_view, 11> kTelling = {"TxnDate",
                                                        "PaymentMethodRef.FullName"};
 
 // The same of a request; nothing where it has none, or leaves it empty.
-std::optional<std::string> TextAt(const RequestField& request, std::string_view path) {
-  std::optional<std::string> text;
+struct AskedText {
+  std::string text;
+  messages::Type type = messages::Type::Str;
+};
+std::optional<AskedText> AskedAt(const RequestField& request, std::string_view path) {
+  std::optional<AskedText> asked;
   IgnoreErrors([&] {
     const auto field = FieldAtPath(request, path);
     // As it goes on the wire.
-    if (field.IsSet()) text = XmlText(field.GetValue());
+    if (field.IsSet()) asked = {.text = XmlText(field.GetValue()), .type = field.GetType()};
   });
-  return text;
+  return asked;
+}
+
+bool IsNumber(messages::Type type) {
+  using messages::Type;
+  constexpr std::array kNumbers = {Type::Int, Type::Amt, Type::Price, Type::Quan, Type::Percent, Type::Float};
+  return std::ranges::find(kNumbers, type) != kNumbers.end();
 }
 
 bool IsLike(const Record& record, const RequestField& request, std::string_view name, bool isTransaction) {
   if (!isTransaction) {
     if (NameForComparison(TextAt(record, "Name").value_or("")) != NameForComparison(name)) return false;
-    const auto parent = TextAt(request, "ParentRef.ListID");
-    return !parent || TextAt(record, "ParentRef.ListID").value_or("") == *parent;
+    const auto parent = AskedAt(request, "ParentRef.ListID");
+    return !parent || TextAt(record, "ParentRef.ListID").value_or("") == parent->text;
   }
   return std::ranges::all_of(kTelling, [&](std::string_view path) {
-    const auto asked = TextAt(request, path);
+    const auto asked = AskedAt(request, path);
     const auto found = TextAt(record, path);
-    return !asked || !found || MeanTheSame(*asked, *found);
+    return !asked || !found || MeanTheSame(asked->type, asked->text, *found);
   });
 }
 
@@ -110,9 +120,13 @@ std::optional<std::string> TextAt(const Record& record, std::string_view path) {
   return text;
 }
 
-bool MeanTheSame(std::string_view a, std::string_view b) {
+bool MeanTheSame(messages::Type type, std::string_view a, std::string_view b) {
   if (NameForComparison(a) == NameForComparison(b)) return true;
-  if (const auto span = messages::ParseTimeInterval(a)) return span == messages::ParseTimeInterval(b);
+  if (type == messages::Type::TimeInterval) {
+    const auto span = messages::ParseTimeInterval(a);
+    return span && span == messages::ParseTimeInterval(b);
+  }
+  if (!IsNumber(type)) return false;
   bool same = false;
   IgnoreErrors([&] { same = TextToNumber(a) == TextToNumber(b); });
   return same;
@@ -142,7 +156,7 @@ std::vector<Record> UnlinkedRecordsLike(const LostAddition& lost, std::string_vi
   const bool isTransaction = read.transaction.has_value();
   ReadFilters filters;
   if (isTransaction) {
-    filters.strTxnFrom = TextAt(request, "TxnDate").value_or("");
+    filters.strTxnFrom = AskedAt(request, "TxnDate").value_or(AskedText()).text;
     filters.strTxnTo = filters.strTxnFrom;
   } else {
     filters.strNameFrom = Trim(name);
@@ -175,9 +189,10 @@ std::vector<Record> RecordsOfDays(const QuickBooksRead& read, Date from, Date to
 bool SaysTheSame(const Record& record, const RequestField& request, std::span<const std::string_view> paths) {
   return std::ranges::all_of(paths, [&](std::string_view path) {
     // Blanks are nothing to QuickBooks.
-    const auto asked = Trim(TextAt(request, path).value_or(""));
+    const auto field = AskedAt(request, path).value_or(AskedText());
+    const auto asked = Trim(field.text);
     const auto found = Trim(TextAt(record, path).value_or(""));
-    return asked.empty() == found.empty() && (asked.empty() || MeanTheSame(asked, found));
+    return asked.empty() == found.empty() && (asked.empty() || MeanTheSame(field.type, asked, found));
   });
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "engine/Table.h"
+#include "messages/Schema.h"
 #include "platform/Date.h"
 #include "quickbooks/QBSessionManager.h"
 
@@ -35,8 +36,9 @@ namespace twqb {
 
 // The field of a record as text, "" where it stands there without one; nothing where this kind of record has none.
 [[nodiscard]] std::optional<std::string> TextAt(const Record& record, std::string_view path);
-// Whether two texts of a field mean the same.
-[[nodiscard]] bool MeanTheSame(std::string_view a, std::string_view b);
+// Whether two texts of a field of that type mean the same: of numbers and spans of time how they are written does not
+// count. A reference number or a zip code is a text, where "0012" is not "12".
+[[nodiscard]] bool MeanTheSame(messages::Type type, std::string_view a, std::string_view b);
 
 // All that a read finds, active or not, of every kind that it asks for.
 [[nodiscard]] std::vector<Record> AllRecords(const QuickBooksRead& read, QBSessionManager& session);

@@ -1,5 +1,5 @@
-// How much alike two names are: the same, or the same but for case, punctuation, what kind of company it is, words cut
-// short, the order of words, or a slip of the pen.
+// How much alike two names are: the same, or the same but for case, punctuation, marks on letters, what kind of company
+// it is, a title, words cut short, the order of words, a slip of the pen, or an initial.
 //
 // Pure text. Which names of a row and of a record are compared is a table's affair (Likeness in engine/Table.h).
 #pragma once
@@ -16,28 +16,41 @@ enum class NameDifference : std::uint8_t {
   None,
   Case,
   Punctuation,
+  Marks,
   CompanySuffix,
+  Title,
   ShortWord,
   WordOrder,
   Spelling,
+  Initial,
   Other
 };
 
 // For people: "spelled otherwise".
 [[nodiscard]] std::string_view NameOf(NameDifference difference);
 
+// The words of a name, of which some tell less than others.
+struct NameWords {
+  explicit NameWords(std::string_view folded);
+
+  std::vector<std::string> words;    // without punctuation
+  std::vector<std::string> core;     // without company suffixes and titles, each whole, in the order of the alphabet
+  std::vector<std::string> inOrder;  // the same in its own order
+  std::string plain;                 // the words with a blank between
+  std::string titled;                // without company suffixes
+  std::string asWritten;             // without titles, too
+  std::string plainCore;             // of the whole words in their own order
+  std::string sorted;                // and in that of the alphabet
+};
+
 // A name as it is compared.
 struct ComparedName {
   explicit ComparedName(std::string_view name);
 
-  std::string text;                // without blanks around it
-  std::string folded;              // without regard to case
-  std::vector<std::string> words;  // of that, without punctuation
-  std::vector<std::string> core;   // the same without company suffixes, each whole, in the order of the alphabet
-  std::string asWritten;           // the same in its own order, cut short as it may be
-  std::string plain;               // the words with a blank between
-  std::string plainCore;           // the same of the core in its own order
-  std::string sorted;              // and in that of the alphabet
+  std::string text;    // without blanks around it
+  std::string folded;  // without regard to case
+  NameWords own;
+  std::vector<NameWords> unmarked;  // where letters have marks: without these, and with others in their place
 };
 
 struct NameLikeness {
@@ -45,7 +58,8 @@ struct NameLikeness {
   int score = 0;  // of 100
 };
 
-// Names that differ in a figure are never alike: the second phase is not the first one misspelled.
+// Names that differ in a figure are never misspelled, nor in what else tells two of a kind apart: the second phase is
+// not the first one, "Lot A" not "Lot B", and the junior not the senior.
 [[nodiscard]] NameLikeness LikenessOf(const ComparedName& a, const ComparedName& b);
 
 // Two names that are alike have one of these in common, but for those with several slips in one word, or with one in

@@ -233,11 +233,18 @@ std::vector<RowKey> UnlinkedRows(const Table& table, const std::optional<std::st
   return keys;
 }
 
+// Each side writes telephone numbers in its own way.
+bool IsSamePhone(std::string_view path, std::string_view a, std::string_view b) {
+  constexpr std::array<std::string_view, 5> kPhones = {"Phone", "AltPhone", "Fax", "Mobile", "Pager"};
+  if (std::ranges::find(kPhones, path) == kPhones.end()) return false;
+  return CleanPhoneFromQB(a) == CleanPhoneFromQB(b);
+}
+
 void CompareFields(const RowFace& face, LikelyPair& pair) {
   for (const auto& value : face.values) {
     const auto found = TextAt(pair.record, value.path);
     if (!found || value.text.empty()) continue;
-    if (MeanTheSame(value.text, *found)) {
+    if (MeanTheSame(value.type, value.text, *found) || IsSamePhone(value.path, value.text, *found)) {
       pair.agreeing.push_back(FieldName(value.path));
     } else {
       pair.differing.push_back({.field = FieldName(value.path), .billing = value.text, .quickBooks = *found});

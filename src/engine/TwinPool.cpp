@@ -46,10 +46,10 @@ constexpr int kDaysApart = 5;
 enum class Agrees : std::uint8_t { Unknown, Yes, No };
 
 Agrees AgreeAt(const RowFace& row, const Record& record, std::string_view path) {
-  const auto asked = row.At(path);
+  const auto* const asked = row.Find(path);
   const auto found = TextOf(record, path);
-  if (asked.empty() || found.empty()) return Agrees::Unknown;
-  return MeanTheSame(asked, found) ? Agrees::Yes : Agrees::No;
+  if (asked == nullptr || asked->text.empty() || found.empty()) return Agrees::Unknown;
+  return MeanTheSame(asked->type, asked->text, found) ? Agrees::Yes : Agrees::No;
 }
 
 template <std::size_t count>
@@ -61,6 +61,12 @@ Agrees AgreeInAll(const RowFace& row, const Record& record, const std::array<std
     if (one == Agrees::Yes) all = Agrees::Yes;
   }
   return all;
+}
+
+// A number as people read it: "0012" is 12 to them, but two papers to QuickBooks.
+std::string WithoutZeros(std::string_view number) {
+  const auto text = FoldCase(Trim(number));
+  return text.substr(std::min(text.find_first_not_of('0'), text.size()));
 }
 
 Likeness OfTransaction(const RowFace& row, const Record& record) {
@@ -76,6 +82,10 @@ Likeness OfTransaction(const RowFace& row, const Record& record) {
     return {};
   }
   if (!isSamePerson) return {};
+  if (isSameDay && number == Agrees::No &&
+      WithoutZeros(row.At("RefNumber")) == WithoutZeros(TextOf(record, "RefNumber"))) {
+    return {.score = 90, .how = "the same number but for zeros ahead of it, of the same customer or vendor and day"};
+  }
   if (isSameDay && amount == Agrees::Yes) {
     if (number == Agrees::No) return {.score = 80, .how = "the same day, person and amount, another number"};
     if (AgreeInAll(row, record, kWork) != Agrees::No) {
@@ -95,9 +105,14 @@ Likeness OfTransaction(const RowFace& row, const Record& record) {
 
 }  // namespace
 
-std::string_view RowFace::At(std::string_view path) const {
+const FieldText* RowFace::Find(std::string_view path) const {
   const auto found = std::ranges::find(values, path, &FieldText::path);
-  return found == values.end() ? std::string_view() : std::string_view(found->text);
+  return found == values.end() ? nullptr : &*found;
+}
+
+std::string_view RowFace::At(std::string_view path) const {
+  const auto* const found = Find(path);
+  return found == nullptr ? std::string_view() : std::string_view(found->text);
 }
 
 TwinPool::TwinPool(const QuickBooksRead& read, const Called& called, std::vector<Record> records)

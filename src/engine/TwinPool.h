@@ -27,7 +27,9 @@ struct RowFace {
   std::vector<std::string> called;  // what else it is called
   std::vector<FieldText> values;    // of the request
 
-  // The value at a path; "" where the request has none.
+  // The value at a path; nothing where the request has none.
+  [[nodiscard]] const FieldText* Find(std::string_view path) const;
+  // Its text, or "".
   [[nodiscard]] std::string_view At(std::string_view path) const;
 };
 

@@ -173,7 +173,7 @@ constexpr std::array kReads = {QuickBooksRead{
 }};
 
 constexpr std::array<std::string_view, 2> kCalled = {"ClientID", "ClientCompany"};
-constexpr std::array<std::string_view, 2> kPerson = {"ClientFName", "ClientLName"};
+constexpr std::array<std::string_view, 3> kPerson = {"ClientFName", "ClientMI", "ClientLName"};
 constexpr std::array<std::string_view, 2> kCustomerCalled = {"Name", "CompanyName"};
 
 }  // namespace

@@ -403,7 +403,7 @@ void Get(const GetCall& call) {
   MoveEmployeesToTW(call, isVendor);
 }
 
-constexpr std::array<std::string_view, 2> kPerson = {"EmpFName", "EmpLName"};
+constexpr std::array<std::string_view, 3> kPerson = {"EmpFName", "EmpMI", "EmpLName"};
 constexpr std::array<std::string_view, 1> kEmployeeColumns = {"EmployeeID"};
 constexpr std::array<std::string_view, 1> kEmployeeCalled = {"Name"};
 constexpr std::array<std::string_view, 2> kVendorColumns = {"EmployeeID", "EmpCompany"};

@@ -10,6 +10,9 @@ namespace twqb::status {
 inline constexpr std::int32_t kOk = 0;
 inline constexpr std::int32_t kFoundNothing = 1;          // a query without a match
 inline constexpr std::int32_t kIncomplete = 500;          // a query by identifiers, of which some are not there
+inline constexpr std::int32_t kInvalidObjectId = 3000;    //
+inline constexpr std::int32_t kTextTooLong = 3070;        //
+inline constexpr std::int32_t kInvalidName = 3090;        // with a colon, for one
 inline constexpr std::int32_t kNameInUse = 3100;          //
 inline constexpr std::int32_t kInvalidField = 3110;       //
 inline constexpr std::int32_t kObjectNotFound = 3120;     //

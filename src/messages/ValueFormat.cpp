@@ -139,7 +139,8 @@ std::optional<Date> ParseDateText(std::string_view text) {
 }
 
 std::string DateTimeText(Date local, std::optional<int> offsetMinutes) {
-  auto text = IsoDate(local).substr(0, kDateTimeLength);
+  auto text = IsoDate(local);
+  text.resize(kDateTimeLength);
   if (offsetMinutes) {
     const int minutes = std::abs(*offsetMinutes);
     AppendPadded(text += *offsetMinutes < 0 ? '-' : '+', minutes / kMinutesPerHour, 2);
@@ -153,15 +154,18 @@ std::optional<DateTime> ParseDateTime(std::string_view text) {
     if (const auto date = ParseDateText(text)) return DateTime{*date, std::nullopt};
     return std::nullopt;
   }
-  if (text.size() < kDateTimeLength || text[kDateLength] != 'T' || !ParseDateText(text.substr(0, kDateLength)) ||
-      text[13] != ':' || text[16] != ':' || TwoDigits(text, 17) < 0) {
+  if (text.size() < kDateTimeLength || text[kDateLength] != 'T' || text[13] != ':' || text[16] != ':') {
     return std::nullopt;
   }
-  const auto local = ParseDate(text.substr(0, kDateTimeLength));
-  if (!local) return std::nullopt;
+  const auto day = ParseDateText(text.substr(0, kDateLength));
+  const int hour = TwoDigits(text, 11);
+  const int minute = TwoDigits(text, 14);
+  const int second = TwoDigits(text, 17);
+  if (!day || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return std::nullopt;
+  const Date local = day->PlusMinutes(hour * kMinutesPerHour + minute).PlusMilliseconds(second * Date::kSecond);
   const auto offset = text.substr(kDateTimeLength);
-  if (offset.empty()) return DateTime{*local, std::nullopt};
-  if (offset == "Z") return DateTime{*local, 0};
+  if (offset.empty()) return DateTime{local, std::nullopt};
+  if (offset == "Z") return DateTime{local, 0};
   const int hours = TwoDigits(offset, 1);
   const int minutes = TwoDigits(offset, 4);
   if (offset.size() != 6 || (offset[0] != '+' && offset[0] != '-') || offset[3] != ':' || hours < 0 || hours > 14 ||
@@ -169,7 +173,7 @@ std::optional<DateTime> ParseDateTime(std::string_view text) {
     return std::nullopt;
   }
   const int total = hours * kMinutesPerHour + minutes;
-  return DateTime{*local, offset[0] == '-' ? -total : total};
+  return DateTime{local, offset[0] == '-' ? -total : total};
 }
 
 bool IsWellFormed(const Element& element, std::string_view text) {

@@ -163,8 +163,10 @@ std::string GeneralDate(Date date) {
 }
 
 std::string IsoDate(Date date) {
+  constexpr std::size_t kLongest = 32;  // with the zone that may come behind it
   const auto c = date.ToCivil();
   std::string text;
+  text.reserve(kLongest);
   AppendPadded(text, c.year, 4);
   for (const auto& [mark, part] :
        {std::pair{'-', c.month}, {'-', c.day}, {'T', c.hour}, {':', c.minute}, {':', c.second}}) {

@@ -102,12 +102,12 @@ char UpperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 
 
 // Applies a one-to-one mapping of code points; bytes that are no UTF-8 stay as they are. `ofAscii` is the same mapping
 // for what most texts consist of.
-template <typename Mapping>
-std::string MapCharacters(std::string_view text, char (*ofAscii)(char), Mapping mapping) {
-  std::string result;
-  result.reserve(text.size());
-  const auto ascii = AsciiLength(text);
-  std::ranges::transform(text.substr(0, ascii), std::back_inserter(result), ofAscii);
+template <typename AsciiMapping, typename Mapping>
+std::string MapCharacters(std::string_view text, AsciiMapping ofAscii, Mapping mapping) {
+  std::string result(text.substr(0, AsciiLength(text)));
+  const auto ascii = result.size();
+  for (char& c : result) c = ofAscii(c);
+  if (ascii == text.size()) return result;
   CharacterWalk walk(text.substr(ascii));
   for (auto bytes = walk.Next(); !bytes.empty(); bytes = walk.Next()) {
     std::size_t index = 0;
@@ -155,9 +155,15 @@ std::string Right(std::string_view text, std::size_t count) {
   return all <= count ? std::string(text) : std::string(text.substr(Left(text, all - count).size()));
 }
 
-std::string UpperCase(std::string_view text) { return MapCharacters(text, UpperAscii, UpperCaseOf); }
+std::string UpperCase(std::string_view text) {
+  return MapCharacters(
+      text, [](char c) { return UpperAscii(c); }, UpperCaseOf);
+}
 
-std::string FoldCase(std::string_view text) { return MapCharacters(text, LowerAscii, FoldedCaseOf); }
+std::string FoldCase(std::string_view text) {
+  return MapCharacters(
+      text, [](char c) { return LowerAscii(c); }, FoldedCaseOf);
+}
 
 std::string Trim(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
@@ -201,6 +207,11 @@ std::string Join(const std::vector<std::string_view>& texts, std::string_view se
 }
 
 void AppendPadded(std::string& text, int value, std::size_t width) {
+  if (width == 2 && value >= 0 && value < 100) {
+    const std::array<char, 2> digits = {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
+    text.append(digits.data(), digits.size());
+    return;
+  }
   std::array<char, 12> digits{};
   const auto* end = std::to_chars(digits.data(), digits.data() + digits.size(), std::abs(value)).ptr;
   const auto count = static_cast<std::size_t>(end - digits.data());

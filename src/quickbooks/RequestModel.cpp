@@ -2,7 +2,9 @@
 
 #include <fmt/core.h>
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "platform/PlatformError.h"
@@ -105,7 +107,8 @@ void CollectValues(const RequestNode& node, const std::string& above, const Form
       values.push_back({.path = path,
                         .text = XmlText(child->Value()),
                         .isMended = !IsXmlText(child->Value()),
-                        .maxLength = row.maxLength});
+                        .maxLength = row.maxLength,
+                        .type = row.type});
     }
   }
 }
@@ -238,8 +241,14 @@ int RequestField::ORType() const {
   return -1;
 }
 
+// The first part of it in one piece with what hands it out.
+struct MsgSetRequest::Memory {
+  std::array<std::byte, kFirstMemory> first;
+  std::pmr::monotonic_buffer_resource resource{first.data(), first.size()};
+};
+
 MsgSetRequest::MsgSetRequest(Form form, messages::MessageSet kind)
-    : form_(form), kind_(kind), memory_(std::make_unique<std::pmr::monotonic_buffer_resource>(kFirstMemory)) {}
+    : form_(form), kind_(kind), memory_(std::make_unique_for_overwrite<Memory>()) {}
 MsgSetRequest::~MsgSetRequest() = default;
 MsgSetRequest::MsgSetRequest(MsgSetRequest&&) noexcept = default;
 MsgSetRequest& MsgSetRequest::operator=(MsgSetRequest&&) noexcept = default;
@@ -251,7 +260,7 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
   }
   names_.emplace_back();
   auto* request = requests_.emplace_back(
-      std::pmr::polymorphic_allocator<>(memory_.get()).new_object<RequestNode>(*memory_, *message));
+      std::pmr::polymorphic_allocator<>(&memory_->resource).new_object<RequestNode>(memory_->resource, *message));
   // Of most messages the fields stand in one aggregate of the message's own name: that is the request object.
   const auto rows = message->request;
   const bool wrapped = rows.size() == 1 && rows[0].type == Type::Aggregate && rows[0].name == message->name;
@@ -263,7 +272,10 @@ std::string_view MsgSetRequest::LastRequest() const { return requests_.back()->M
 std::string MsgSetRequest::ToXMLString(bool* mended, const MessageSetIds* ids) const {
   const bool company = kind_ == messages::MessageSet::Company;
   const std::string_view set = company ? "QBXMLMsgsRq" : "QBXMLSubscriptionMsgsRq";
-  std::string xml("<?xml version=\"1.0\"?><?qbxml version=\"");
+  constexpr std::size_t kRoom = 1024;  // most sets need no more
+  std::string xml;
+  xml.reserve(kRoom);
+  xml.append("<?xml version=\"1.0\"?><?qbxml version=\"");
   xml.append(messages::FormTag(form_)).append("\"?><QBXML><").append(set);
   if (company) xml.append(" onError=\"").append(onError_ == OnError::Continue ? "continueOnError\"" : "stopOnError\"");
   if (ids != nullptr && !ids->newId.empty()) xml.append(" newMessageSetID=\"").append(ids->newId).append("\"");

@@ -32,6 +32,7 @@ struct FieldText {
   std::string text;
   bool isMended = false;  // without what XML can't carry
   int maxLength = 0;      // in characters; 0: no limit
+  messages::Type type = messages::Type::Str;
 };
 
 // A place in a request: a field, an aggregate, a list, a choice group or a filter group. A handle; copying it copies no
@@ -77,6 +78,7 @@ class RequestField {
   [[nodiscard]] std::vector<FieldText> Values(const messages::Form& form) const;
   // Greatest length of a text, in characters.
   [[nodiscard]] int GetMaxLength() const;
+  [[nodiscard]] messages::Type GetType() const { return ValueRow().type; }
   // Of a choice group: the index of the branch that is set, -1 for none.
   [[nodiscard]] int ORType() const;
 
@@ -132,7 +134,8 @@ class MsgSetRequest {
   messages::Form form_;
   messages::MessageSet kind_;
   OnError onError_ = OnError::Stop;
-  std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_;  // of the nodes
+  struct Memory;
+  std::unique_ptr<Memory> memory_;  // of the nodes
   std::vector<detail::RequestNode*> requests_;
   std::vector<std::string> names_;  // of the requests; empty: it has none
 };

@@ -66,6 +66,20 @@ void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, st
   });
 }
 
+// In the words that each of the databases knows.
+WholeOrNot::WholeOrNot(ado::Connection& connection) : connection_(connection) {
+  connection_.Execute("BEGIN TRANSACTION;", nullptr);
+}
+
+WholeOrNot::~WholeOrNot() {
+  if (isOpen_) IgnoreErrors([&] { connection_.Execute("ROLLBACK TRANSACTION;", nullptr); });
+}
+
+void WholeOrNot::Commit() {
+  connection_.Execute("COMMIT TRANSACTION;", nullptr);
+  isOpen_ = false;
+}
+
 std::string FirstField(const ado::Recordset& rs) { return rs.Eof() ? std::string() : ToText(rs.FieldAt(0)); }
 
 std::string GetScalarFromSQL(const Sql& strSQL) {

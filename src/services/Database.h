@@ -33,6 +33,21 @@ auto WithGlobalConnection(Body&& body);
 // into it, for writing. A failure goes to ErrorHandler.
 void OpenConnection(ado::Connection& cn, std::unique_ptr<ado::Recordset>* rs, std::string_view strTable);
 
+// Statements on a connection that are all done, or none of them: none unless `Commit` was called. Raises any error.
+class WholeOrNot {
+ public:
+  explicit WholeOrNot(ado::Connection& connection);
+  ~WholeOrNot();
+  WholeOrNot(const WholeOrNot&) = delete;
+  WholeOrNot& operator=(const WholeOrNot&) = delete;
+
+  void Commit();
+
+ private:
+  ado::Connection& connection_;
+  bool isOpen_ = true;
+};
+
 // The first field of the current row as text; "" at the end.
 [[nodiscard]] std::string FirstField(const ado::Recordset& rs);
 

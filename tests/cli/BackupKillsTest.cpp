@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "LockedFile.h"
 #include "Program.h"
 #include "platform/Text.h"
 #include "tests/support/Chance.h"
@@ -16,9 +17,10 @@ namespace fs = std::filesystem;
 
 using State = std::vector<std::string>;
 
-class Killed : public testing::TestWithParam<std::vector<std::string>> {
+// A folder whose last run was a send, and how it is ahead of it and behind it.
+class SentFolder {
  protected:
-  Killed() {
+  SentFolder() {
     folder_.Done({"init"});
     folder_.Write("yes.txt", "default yes\n");
     folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
@@ -32,13 +34,14 @@ class Killed : public testing::TestWithParam<std::vector<std::string>> {
     fs::copy(folder_.Path(), start_ / "all", fs::copy_options::recursive);
   }
 
-  State Now() const {
+  static State StateOf(const WorkFolder& folder) {
     State state;
     for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
-      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder_.Read(name))));
+      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder.Read(name))));
     }
     return state;
   }
+  State Now() const { return StateOf(folder_); }
   // The folder as it was ahead of the first kill, under the same path.
   void Again() const {
     for (const auto& entry : fs::directory_iterator(folder_.Path())) fs::remove_all(entry.path());
@@ -64,6 +67,41 @@ class Killed : public testing::TestWithParam<std::vector<std::string>> {
   std::string set_;  // of before the send
   State before_;
   State after_;
+};
+
+class Killed : public SentFolder, public testing::TestWithParam<std::vector<std::string>> {};
+
+class BrokenOffRestore : public SentFolder, public testing::Test {
+ protected:
+  // Kills a run of it where it has begun, and `isIt` holds.
+  template <typename Predicate>
+  void BreakOff(const std::vector<std::string>& restore, Predicate isIt) {
+    const auto body = [&] { Become(restore); };
+    std::uint64_t tooEarly = 0;
+    auto tooLate = MeasureInChild(body).systemCalls;
+    while (tooEarly + 1 < tooLate) {
+      const auto n = (tooEarly + tooLate) / 2;
+      Again();
+      static_cast<void>(KillInChild(body, {.n = n}));
+      const bool hasBegun = fs::exists(folder_.Path() / "backups" / "restore.json");
+      if (hasBegun && isIt()) return;
+      (Now() == after_ ? tooEarly : tooLate) = n;
+    }
+    FAIL() << "there is no such moment";
+  }
+  // With some of it done, and the rest to do.
+  void BreakOffInTheMiddle() {
+    BreakOff({"restore", "--answers", "yes.txt"}, [this] {
+      const auto now = Now();
+      return now != before_ && now != after_;
+    });
+  }
+  [[nodiscard]] std::size_t SetsByHand() const {
+    const auto listed = folder_.Done({"backup", "--list", "--json"});
+    std::size_t count = 0;
+    for (auto at = listed.find("\"hand\""); at != std::string::npos; at = listed.find("\"hand\"", at + 1)) ++count;
+    return count;
+  }
 };
 
 TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
@@ -106,6 +144,80 @@ TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
   }
   EXPECT_GT(completed, 0);
   EXPECT_GT(begun, 0) << "some kill has met it between the journal and its end";
+}
+
+TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
+  BreakOffInTheMiddle();
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  const auto next = folder_.Twqb({"status"});
+  EXPECT_EQ(next.status, 0) << next.err;
+  EXPECT_EQ(Now(), before_);
+  const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
+  const auto at = next.err.find(told);
+  ASSERT_NE(at, std::string::npos) << next.err;
+  const auto name = next.err.substr(at + told.size(), next.err.find('"', at + told.size()) - at - told.size());
+  folder_.Done({"restore", name, "--answers", "yes.txt"});
+  EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+}
+
+TEST_F(BrokenOffRestore, Keeps_nothing_where_nothing_has_changed) {
+  BreakOffInTheMiddle();
+  const auto next = folder_.Twqb({"status"});
+  EXPECT_THAT(next.err, testing::Not(testing::HasSubstr("Something has changed")));
+  EXPECT_EQ(Now(), before_);
+}
+
+TEST_F(BrokenOffRestore, Is_completed_where_its_folder_was_moved_to) {
+  BreakOffInTheMiddle();
+  const WorkFolder moved;
+  for (const auto& entry : fs::directory_iterator(folder_.Path())) {
+    fs::copy(entry.path(), moved.Path() / entry.path().filename(), fs::copy_options::recursive);
+  }
+  const auto left = Now();
+  EXPECT_EQ(moved.Twqb({"status"}).status, 0);
+  EXPECT_EQ(StateOf(moved), before_);
+  EXPECT_EQ(Now(), left);
+}
+
+TEST_F(BrokenOffRestore, Is_taken_back_by_undo_once_it_is_completed) {
+  BreakOffInTheMiddle();
+  folder_.Done({"status"});
+  ASSERT_EQ(Now(), before_);
+  EXPECT_THAT(folder_.Done({"undo"}), testing::HasSubstr("undo restore " + set_ + ": done"));
+  EXPECT_EQ(Now(), after_);
+}
+
+TEST_F(BrokenOffRestore, Does_not_count_what_somebody_else_changed_as_its_own) {
+  BreakOff({"restore", "--only", "settings", "--answers", "yes.txt"}, [] { return true; });
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  folder_.Done({"status"});
+  const auto refused = folder_.Twqb({"undo"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::HasSubstr("[Somebody] Was"));
+}
+
+TEST_F(BrokenOffRestore, Keeps_what_has_changed_once_however_often_it_is_tried) {
+  BreakOffInTheMiddle();
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  {
+    const LockedFile held(folder_.Path() / "billing.db");
+    for (int i = 0; i < 3; ++i) {
+      const auto refused = folder_.Twqb({"status"});
+      EXPECT_EQ(refused.status, 2);
+      EXPECT_THAT(refused.err, testing::HasSubstr("can't be completed now"));
+    }
+  }
+  folder_.Done({"status"});
+  EXPECT_EQ(SetsByHand(), 1U);
+  EXPECT_EQ(Now(), before_);
+}
+
+TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_says_what_to_do) {
+  folder_.Write("backups/restore.json", "{\"format\": 1}");
+  const auto refused = folder_.Twqb({"status"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err,
+              testing::AllOf(testing::HasSubstr("restore.json can't be read"), testing::HasSubstr("Remove it")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Runs, Killed,

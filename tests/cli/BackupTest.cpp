@@ -1,14 +1,12 @@
 // Sets that are made by hand and by themselves, put back, and taken back.
-#include <fmt/core.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 
+#include "Backups.h"
 #include "HeldTransfer.h"
 #include "LockedFile.h"
-#include "Program.h"
-#include "platform/Text.h"
 
 namespace twqb::cli {
 namespace {
@@ -20,52 +18,6 @@ using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-// Tells one content of a file from another, in a line.
-std::string Mark(const std::string& bytes) { return fmt::format("{} bytes {:016x}", bytes.size(), HashOf(bytes)); }
-
-const std::vector<std::string> kFiles = {"billing.db", "company.twq", "twqb.ini", "registry.ini"};
-
-// Two clients that stand on one side, with the first transfer's question behind them.
-class Backups : public testing::Test {
- protected:
-  Backups() {
-    folder_.Done({"init"});
-    folder_.Write("yes.txt", "default yes\n");
-    folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
-    Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ACME', 'Acme'), ('BOLT', 'Bolt')");
-  }
-
-  void Sql(const std::string& statements) const { folder_.Done({"billing", "run", "-e", statements}); }
-  void Send(const std::vector<std::string>& options = {}) const {
-    std::vector<std::string> words = {"send", "clients", "--answers", "yes.txt"};
-    words.insert(words.end(), options.begin(), options.end());
-    folder_.Done(words);
-  }
-  [[nodiscard]] std::vector<std::string> Bytes() const {
-    std::vector<std::string> bytes;
-    for (const auto& name : kFiles) bytes.push_back(Mark(folder_.Read(name)));
-    return bytes;
-  }
-  // The sets as the program tells them, the oldest first.
-  [[nodiscard]] std::vector<nlohmann::json> Sets() const {
-    std::istringstream lines(folder_.Done({"backup", "--list", "--json"}));
-    std::vector<nlohmann::json> sets;
-    for (std::string line; std::getline(lines, line);) sets.push_back(nlohmann::json::parse(line));
-    return sets;
-  }
-  [[nodiscard]] std::string Newest() const { return Sets().back().at("set"); }
-  [[nodiscard]] std::string Linked() const {
-    return folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''");
-  }
-  // Everything but the sets' own folder, and what a file is replaced by.
-  void ExpectNothingLeftBehind() const {
-    for (const auto& name : folder_.Names()) EXPECT_THAT(name, Not(HasSubstr(".restoring")));
-    EXPECT_FALSE(fs::exists(folder_.Path() / "backups" / "restore.json"));
-  }
-
-  WorkFolder folder_;
-};
 
 TEST_F(Backups, A_set_made_by_hand_tells_what_it_is_of) {
   EXPECT_THAT(folder_.Done({"backup"}), HasSubstr("Made the set "));
@@ -241,6 +193,7 @@ TEST_F(Backups, A_restore_is_refused_while_another_program_writes_to_a_side) {
     EXPECT_EQ(refused.status, 2);
     EXPECT_THAT(refused.err, HasSubstr("another program is writing to it"));
   }
+  EXPECT_EQ(Sets().size(), 2U) << "what was not put back leaves no set";
   EXPECT_EQ(Bytes(), after);
   ExpectNothingLeftBehind();
 }

@@ -132,7 +132,7 @@ TEST_P(BalancesOfEveryCountry, Agree_after_an_exchange_but_for_payments_that_are
                                // of an invoice that the payment before it has settled
                                "MILL:DESIGN invoiceIsPaid 1048 -855000",
                                // of a draft, which is not in QuickBooks, beside a retainer that has been used in part
-                               "MARINA: noSuchInvoice 1043 0", "MARINA: notApplied - 0"}));
+                               "MARINA: invoiceIsDraft 1043 0", "MARINA: notApplied - 0"}));
   ExpectEachDifferenceToBeItsRecords();
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM Payment WHERE QBLinkID IS NULL AND PayMethod <> '6'"), "3");
 }

@@ -109,7 +109,18 @@ TEST_F(Checks, Find_names_that_another_list_of_the_same_names_has) {
   EXPECT_THAT(Check("all"),
               AllOf(HasSubstr("QuickBooks has a record of the name \"HARBOR\" already: vendor 8"),
                     HasSubstr("The vendor B would have the name \"Bell Bakery (BELL)\" in QuickBooks, too.")));
-  EXPECT_THAT(Check("vendors"), HasSubstr("vendors: 1 row looked at, nothing found"));
+  EXPECT_THAT(Check("vendors"),
+              AllOf(HasSubstr("The client BELL would have the name \"Bell Bakery (BELL)\" in QuickBooks, too."),
+                    HasSubstr("vendors: 1 row looked at, 1 finding\n")));
+}
+
+TEST_F(Checks, Find_names_below_one_parent_alone_though_it_has_no_link_yet) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott'), ('BELL', 'Bell');"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('PI:', 'PI', 'Pier repairs', "
+      "'ABBOTT'), ('PIE:', 'PIE', 'Pier repairs', 'BELL'), ('PIER:', 'PIER', 'Pier repairs', 'BELL')");
+  const auto found = Check("projects");
+  EXPECT_THAT(found, HasSubstr("The project PIE: would have the name \"Pier repairs\" in QuickBooks, too."));
+  EXPECT_THAT(found, Not(HasSubstr("The project PI: would have")));
 }
 
 TEST_F(Checks, Find_names_that_inactive_records_have) {
@@ -129,8 +140,78 @@ TEST_F(Checks, Find_accounts_that_QuickBooks_lacks) {
             HasSubstr("    Add the account in QuickBooks, or choose another one for the row or in the settings.\n")));
 }
 
+TEST_F(Checks, Tell_an_account_that_a_row_names_twice_once) {
+  Sql("INSERT INTO Activity (ActivityID, ActivityCode, QBAccountID1, QBAccountID2) VALUES ('GEN:', 'GEN', 'NOWHERE-1', "
+      "'NOWHERE-1')");
+  EXPECT_THAT(Check("activities"), HasSubstr("activities: 1 row looked at, 1 finding\n"));
+}
+
+TEST_F(Checks, Find_what_QuickBooks_alone_would_refuse) {
+  Company(
+      "<AccountAddRq><AccountAdd><Name>Tools</Name><AccountType>Expense</AccountType>"
+      "<AccountNumber>7001</AccountNumber></AccountAdd></AccountAddRq>");
+  Sql("INSERT INTO AccountList (AccountID, AccountName, AccountTypeID) VALUES ('7001', 'Machines', '7')");
+  for (const std::string table : {"accounts", "all"}) {
+    EXPECT_THAT(Check(table), AllOf(HasSubstr("account 7001: QuickBooks would refuse it: "),
+                                    HasSubstr("The number \"7001\" is already in use."),
+                                    HasSubstr("accounts: 1 row looked at, 1 finding\n")));
+  }
+  EXPECT_THAT(folder_.Done({"check", "accounts", "--json"}), HasSubstr("\"check\":\"refused\""));
+}
+
+TEST_F(Checks, Find_what_is_behind_a_row_that_would_end_a_send) {
+  Company(
+      "<AccountAddRq><AccountAdd><Name>Tools</Name><AccountType>Expense</AccountType>"
+      "<AccountNumber>7001</AccountNumber></AccountAdd></AccountAddRq>");
+  Sql("INSERT INTO AccountList (AccountID, AccountName, AccountTypeID) VALUES ('7001', 'Machines', '7');"
+      "INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara'), ('O''HALE', 'Hale'), ('BELL', 'Bell')");
+  EXPECT_THAT(Check("all"), AllOf(HasSubstr("account 7001: QuickBooks would refuse it: "),
+                                  HasSubstr("clients: 3 rows looked at, 2 findings\n")));
+}
+
+// Hours without their links have no payroll item yet: QuickBooks tells of some, one after the other.
+TEST_F(Checks, Find_payroll_items_that_QuickBooks_lacks_and_what_is_behind_such_hours) {
+  const WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  firm.Write("yes.txt", "default yes\n");
+  firm.Done({"billing", "run", "-e",
+             "INSERT INTO QBPayroll (EmployeeID, EntryType, PayrollItem) SELECT 'TOBRIEN', n, 'Nowhere Pay' FROM "
+             "(SELECT 1 AS n UNION SELECT 2 UNION SELECT 3 UNION SELECT 4)"});
+  const auto unsent = firm.Twqb({"check"});
+  EXPECT_EQ(unsent.status, 0);
+  EXPECT_THAT(unsent.out, AllOf(HasSubstr("QuickBooks would refuse it: "),
+                                HasSubstr("timeentries: 303 rows looked at, 4 findings")));
+  EXPECT_THAT(unsent.err,
+              HasSubstr("A send of all tables would end with timeentries: not each of its rows was foreseen."));
+  static_cast<void>(firm.Twqb({"send", "all", "--answers", "yes.txt"}));
+  const auto sent = firm.Twqb({"check"});
+  EXPECT_THAT(sent.out,
+              AllOf(HasSubstr("QuickBooks has no payroll item \"Nowhere Pay\", which the hours are to be paid by."),
+                    Not(HasSubstr("QuickBooks would refuse it"))));
+  EXPECT_THAT(sent.err, Not(HasSubstr("foreseen")));
+}
+
+TEST_F(Checks, Say_the_same_of_a_row_once) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing');"
+      "INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub, EmpCompany) VALUES ('V', 'Ann', 'Lee', -1, "
+      "'Harbor and Inland Ports Authority, Rotterdam')");
+  EXPECT_THAT(Check("all"), AllOf(HasSubstr("clients: 1 row looked at, 1 finding\n"), HasSubstr("would be refused"),
+                                  Not(HasSubstr("QuickBooks would refuse it"))));
+}
+
+TEST_F(Checks, Without_a_preview_say_so_and_go_on) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing')");
+  const auto ended = folder_.Shell("TMPDIR=/nowhere/at/all \"$0\" check clients");
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.out, HasSubstr("clients: 1 row looked at, 1 finding\n"));
+  EXPECT_THAT(ended.err, HasSubstr("What QuickBooks itself would refuse is not known, for there is no preview: "));
+}
+
 TEST_F(Checks, Leave_the_name_of_a_linked_row_alone) {
-  Sql("INSERT INTO Client (ClientID, ClientCompany, QBLinkID) VALUES ('ABBOTT', 'Abbott: Roofing', '80000001-1')");
+  Company("<CustomerAddRq><CustomerAdd><Name>Abbott Roofing</Name></CustomerAdd></CustomerAddRq>");
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott Roofing')");
+  folder_.Done({"link", "clients", "--apply"});
+  Sql("UPDATE Client SET ClientCompany = 'Abbott: Roofing'");
   EXPECT_THAT(Check("clients"), Not(HasSubstr("colon")));
 }
 

@@ -136,6 +136,18 @@ TEST_F(Deletions, A_deletion_by_identifier_names_the_record_ahead_of_its_questio
   }
 }
 
+TEST_F(Deletions, On_a_screen_that_is_narrow_are_cut_but_for_their_identifiers) {
+  for (const auto* client : {"ACME", "BOLT"}) DeleteInQuickBooks(client);
+  Sql("UPDATE Client SET ClientID = 'ACME of the long and winding road' WHERE ClientID = 'ACME'");
+  const auto link = LinkOf("BOLT");
+  const auto narrow = folder_.OnTerminal({"deletions", "--list"}, {.columns = 60, .environment = {"NO_COLOR=1"}});
+  EXPECT_THAT(narrow, AllOf(HasSubstr("\u2026"), HasSubstr(link), HasSubstr("--wide")));
+  EXPECT_THAT(narrow, Not(HasSubstr("winding road")));
+  const auto wide =
+      folder_.OnTerminal({"deletions", "--list", "--wide"}, {.columns = 60, .environment = {"NO_COLOR=1"}});
+  EXPECT_THAT(wide, AllOf(HasSubstr("ACME of the long and winding road"), HasSubstr("in QuickBooks")));
+}
+
 TEST_F(Deletions, A_mistyped_table_gets_the_nearest_name) {
   const auto ended = folder_.Twqb({"deletions", "cleints"});
   EXPECT_EQ(ended.status, 2);

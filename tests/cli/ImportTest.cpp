@@ -212,8 +212,53 @@ TEST_F(Import, Adds_the_rows_as_the_next_send_takes_them) {
   EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
 }
 
+TEST_F(Import, Takes_a_file_as_a_spreadsheet_writes_it) {
+  // A byte order mark, CR LF, a line end within a field, and none behind the last line.
+  const auto ended = Run("clients",
+                         "\xEF\xBB\xBF"
+                         "ClientID,ClientCompany,ClientStreet\r\nABBOTT,\"Abbott \"\"& Co\"\"\",\"1 Main St\r\nFloor "
+                         "2\"\r\nBIRCH,M\u00FCller,",
+                         {"--apply"});
+  EXPECT_EQ(ended.out, "2 rows added to clients.\n") << ended.err;
+  EXPECT_EQ(
+      folder_.Done({"billing", "run", "--json", "-e", "SELECT ClientID, ClientCompany, ClientStreet FROM Client"}),
+      "{\"ClientID\":\"ABBOTT\",\"ClientCompany\":\"Abbott \\\"& Co\\\"\",\"ClientStreet\":\"1 Main "
+      "St\\r\\nFloor 2\"}\n"
+      "{\"ClientID\":\"BIRCH\",\"ClientCompany\":\"M\u00FCller\",\"ClientStreet\":null}\n");
+}
+
+TEST_F(Import, Of_rows_that_are_in_says_so_though_its_output_can_not_be_written) {
+  folder_.Write("rows.csv", kClients);
+  for (const bool isJson : {false, true}) {
+    folder_.Done({"billing", "run", "-e", "DELETE FROM Client"});
+    std::vector<std::string> command = {"import", "clients", "rows.csv"};
+    if (isJson) command.emplace_back("--json");
+    const auto shown = folder_.Twqb(command, {.out = Stdout::FullDisk});
+    EXPECT_EQ(shown.status, 2);
+    EXPECT_THAT(shown.err, AllOf(HasSubstr("Standard output can't be written"), Not(HasSubstr("added"))));
+    command.emplace_back("--apply");
+    const auto ended = folder_.Twqb(command, {.out = Stdout::FullDisk});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_THAT(ended.err, AllOf(HasSubstr("2 rows added to clients."), HasSubstr("Standard output can't be written")));
+    EXPECT_EQ(Count("Client"), "2");
+  }
+}
+
 TEST_F(Import, Passes_over_lines_of_commas_alone) {
   EXPECT_EQ(Run("clients", std::string(kClients) + ",,\r\n,,\r\n", {"--apply"}).out, "2 rows added to clients.\n");
+}
+
+TEST_F(Import, Of_a_heading_alone_says_that_there_is_nothing) {
+  for (const auto& options : {std::vector<std::string>(), std::vector<std::string>{"--apply"}}) {
+    const auto ended = Run("clients", "ClientID,ClientCompany\r\n", options);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.out, "The file has no row below the line that names its columns: there is nothing to add.\n");
+  }
+  EXPECT_EQ(folder_.Done({"backup", "--list"}), "");
+}
+
+TEST_F(Import, Passes_over_columns_of_nothing) {
+  EXPECT_EQ(Run("clients", "ClientID,,\r\nABBOTT,, \r\n", {"--apply"}).out, "1 row added to clients.\n");
 }
 
 TEST_F(Import, Refuses_a_key_with_a_quotation_mark) {
@@ -245,7 +290,7 @@ TEST_F(Import, Adds_nothing_while_a_row_is_refused_and_tells_each_with_its_line)
                              std::string(81, 'x') +
                              ",\n"
                              "DATE,Date,soon\n"
-                             "SHORT,\n"
+                             "SHORT\n"
                              "QUOTE,5\" pipe,\n",
                          {"--apply"});
   EXPECT_EQ(ended.status, 1);
@@ -254,7 +299,7 @@ TEST_F(Import, Adds_nothing_while_a_row_is_refused_and_tells_each_with_its_line)
                     HasSubstr("line 5, ClientID: \"Twice\" stands in the file twice"),
                     HasSubstr("line 6, ClientID: it is empty"), HasSubstr("line 7, ClientCompany:"),
                     HasSubstr("line 8, ClientSince: \"soon\" is no date")));
-  EXPECT_THAT(ended.out, AllOf(HasSubstr("line 9: it has 2 fields, and the heading 3"),
+  EXPECT_THAT(ended.out, AllOf(HasSubstr("line 9: it has 1 field, and the heading 3"),
                                HasSubstr("line 10: a quote stands inside of a field"),
                                HasSubstr("Of the others, 2 rows can be added.")));
   EXPECT_EQ(Count("Client"), "1");
@@ -347,6 +392,10 @@ INSTANTIATE_TEST_SUITE_P(
         Unusable{"Link", "clients", "ClientID,QBLinkID\nA,1\n", {}, "made by the link alone"},
         Unusable{"TwoIntoOne", "clients", "ClientID,clientid\nA,B\n", {}, "Two columns of the file go into"},
         Unusable{"Semicolons", "clients", "ClientID;ClientCompany\n", {}, "semicolons"},
+        Unusable{"MarkAlone", "clients", "\xEF\xBB\xBF", {}, "The file is empty"},
+        Unusable{"EmptyLines", "clients", "\r\n\r\n", {}, "The file is empty"},
+        Unusable{"SameHeadingTwice", "clients", "ClientID,ClientID\nA,B\n", {}, "Two columns of the file go into"},
+        Unusable{"NoName", "clients", "ClientID,\nA,\nB,C\n", {}, "Column 2 has no name in the first line, and line 3"},
         Unusable{"BrokenHeading", "clients", "\"ClientID\n", {}, "not closed"},
         Unusable{"Latin1", "clients", "ClientID\nMu\xF1oz\n", {}, "Line 2 holds bytes that are no UTF-8"},
         Unusable{
@@ -355,6 +404,16 @@ INSTANTIATE_TEST_SUITE_P(
         Unusable{"AllTables", "all", "ClientID\nA\n", {}, "all of them"},
         Unusable{"UnknownTable", "cleints", "ClientID\nA\n", {}, "Did you mean \"clients\"?"}),
     [](const auto& suite) { return suite.param.name; });
+
+TEST_F(Import, Of_what_is_no_file_says_what_it_is) {
+  std::filesystem::create_directory(folder_.Path() / "rows");
+  const auto folder = folder_.Twqb({"import", "clients", "rows"});
+  EXPECT_EQ(folder.status, 2);
+  EXPECT_THAT(folder.err, AllOf(HasSubstr("rows"), HasSubstr("Is a directory")));
+  const auto none = folder_.Twqb({"import", "clients", "none.csv"});
+  EXPECT_EQ(none.status, 2);
+  EXPECT_THAT(none.err, AllOf(HasSubstr("none.csv"), HasSubstr("No such file")));
+}
 
 TEST_F(Import, Reads_every_table_that_moves) {
   std::istringstream tables(folder_.Done({"status", "--json"}));

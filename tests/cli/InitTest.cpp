@@ -2,12 +2,15 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <regex>
 #include <thread>
 
 #include "Program.h"
+#include "platform/Text.h"
 
 namespace twqb::cli {
 namespace {
@@ -308,6 +311,26 @@ TEST(Init, The_clock_tells_when_the_company_file_was_made) {
   const WorkFolder folder;
   folder.Done({"init", "--clock", "2008-03-05T10:00:00", "--bias", "300"});
   EXPECT_THAT(folder.Done({"company", "show"}), HasSubstr("2008-03-05T15:00:00Z"));
+}
+
+TEST(Init, Names_in_the_settings_file_only_what_there_is) {
+  const WorkFolder folder;
+  folder.Done({"init"});
+  std::string comments;
+  for (auto line : Split(folder.Read("twqb.ini"), '\n')) {
+    if (line.starts_with("; ")) comments += Trim(ReplaceAll(line.substr(2), "\r", "")) + " ";
+  }
+  const std::regex named("([A-Za-z()]+_[A-Za-z0-9]+) in \\[([A-Za-z0-9_]+)\\]");
+  int count = 0;
+  for (std::sregex_iterator at(comments.begin(), comments.end(), named); at != std::sregex_iterator(); ++at, ++count) {
+    const auto name = "[" + (*at)[2].str() + "] " + (*at)[1].str();
+    const auto described = folder.Done({"settings", "describe", name, "--json"});
+    EXPECT_THAT(described, HasSubstr("\"section\":\"" + (*at)[2].str() + "\",\"key\":\"" + (*at)[1].str() + "\""))
+        << name;
+  }
+  EXPECT_EQ(count, 2) << comments;
+  // None stands there otherwise.
+  EXPECT_EQ(std::ranges::count(std::regex_replace(comments, named, ""), '_'), 0) << comments;
 }
 
 }  // namespace

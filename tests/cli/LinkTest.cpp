@@ -66,6 +66,14 @@ TEST_F(Links, Are_shown_with_score_and_fields_and_nothing_is_changed) {
   EXPECT_EQ(folder_.Read("company.twq"), company);
 }
 
+TEST_F(Links, A_telephone_number_agrees_however_it_is_written) {
+  folder_.Done({"billing", "run", "-e",
+                "INSERT INTO Client (ClientID, ClientCompany, ClientPhone) VALUES ('ABBOTT', 'Abbott Roofing', "
+                "'4135550195')"});
+  static_cast<void>(Customer("Abbott Roofing", "<Phone>413.555.0195</Phone>"));
+  EXPECT_THAT(Link({"clients"}).out, HasSubstr("    The same in both: Phone.\n"));
+}
+
 TEST_F(Links, Exact_ones_are_written_without_a_question_and_near_ones_asked_for) {
   Client("ABBOTT", "Abbott Roofing");
   Client("BELL", "Bell Bakery");
@@ -75,7 +83,7 @@ TEST_F(Links, Exact_ones_are_written_without_a_question_and_near_ones_asked_for)
   static_cast<void>(Customer("Dunn Paving"));
   const auto declined = Link({"clients", "--apply", "--answers", "no.txt"});
   EXPECT_EQ(declined.status, 0) << declined.err;
-  EXPECT_THAT(declined.out, HasSubstr("clients: 3 without a link; 1 linked, 1 pairs declined\n"));
+  EXPECT_THAT(declined.out, HasSubstr("clients: 3 without a link; 1 linked, 1 pair declined\n"));
   EXPECT_EQ(LinkOf("ABBOTT"), abbott);
   EXPECT_THAT(LinkOf("BELL"), IsEmpty());
   const auto asked = Link({"clients", "--apply", "--answers", "yes.txt"});
@@ -124,6 +132,17 @@ TEST_F(Links, A_person_is_found_by_name_but_not_the_company_of_one) {
   EXPECT_THAT(LinkOf("ELM"), IsEmpty());
 }
 
+TEST_F(Links, A_person_with_an_initial_more_is_asked_for) {
+  folder_.Done(
+      {"billing", "run", "-e",
+       "INSERT INTO Client (ClientID, ClientFName, ClientMI, ClientLName) VALUES ('LEE', 'Mary', 'A', 'Lee');"
+       "INSERT INTO Client (ClientID, ClientFName, ClientMI, ClientLName) VALUES ('DUNN', 'Paul', 'B', 'Dunn')"});
+  static_cast<void>(Customer("Mary Lee"));
+  static_cast<void>(Customer("Paul B Dunn"));
+  EXPECT_THAT(Link({"clients"}).out, AllOf(HasSubstr("78 of 100, the same name but for an initial; near\n"),
+                                           HasSubstr("1 with an exact twin, 1 with one that is like it")));
+}
+
 TEST_F(Links, A_second_time_there_is_nothing_to_do) {
   Client("ABBOTT", "Abbott Roofing");
   static_cast<void>(Customer("Abbott Roofing"));
@@ -148,6 +167,28 @@ TEST_F(Links, The_side_to_be_kept_is_the_newer_one_from_then_on) {
   }
 }
 
+// No later than it has to be: a date of the future would win over whatever QuickBooks is told next.
+TEST_F(Links, The_date_of_a_side_that_is_kept_is_that_of_now_or_a_second_from_the_records) {
+  const auto dateOf = [&](const std::string& key) {
+    return folder_.Scalar("SELECT LastUpdated FROM Client WHERE ClientID = '" + key + "'");
+  };
+  const auto link = [&](const std::string& key, const std::string& side, const std::string& now) {
+    Client(key, "Firm " + key);
+    static_cast<void>(Customer("Firm " + key));
+    ASSERT_EQ(
+        folder_
+            .Twqb({"link", "clients", "--apply", "--keep", side, "--answers", "no.txt", "--clock", now, "--bias", "0"})
+            .status,
+        0);
+  };
+  link("LATER", "billing", "2008-03-05T12:00:00");
+  EXPECT_EQ(dateOf("LATER"), "2008-03-05T12:00:00");
+  link("ATONCE", "billing", "2008-03-04T10:00:00");
+  EXPECT_EQ(dateOf("ATONCE"), "2008-03-04T10:00:01");
+  link("OLDER", "quickbooks", "2008-03-05T12:00:00");
+  EXPECT_EQ(dateOf("OLDER"), "2008-03-04T09:59:59");
+}
+
 TEST_F(Links, Projects_are_found_below_their_clients) {
   Client("ABBOTT", "Abbott Roofing");
   Client("BELL", "Bell Bakery");
@@ -166,6 +207,41 @@ TEST_F(Links, Projects_are_found_below_their_clients) {
   EXPECT_EQ(folder_.Scalar("SELECT QBLinkID FROM Project WHERE ProjectID = 'B:'"), ofBell);
 }
 
+// Zeros ahead of a number or a zip code count.
+TEST_F(Links, Numbers_that_are_names_are_texts) {
+  const auto customer = Customer("Abbott Roofing", "<BillAddress><PostalCode>1234</PostalCode></BillAddress>");
+  const auto job = Customer("Survey", "<ParentRef><ListID>" + customer + "</ListID></ParentRef>");
+  folder_.Done({"billing", "run", "-e",
+                "INSERT INTO Client (ClientID, ClientCompany, ClientZip) VALUES ('ABBOTT', 'Abbott Roofing', '01234');"
+                "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID, QBLinkID) VALUES ('A:', 'A', "
+                "'Survey', 'ABBOTT', '" +
+                    job +
+                    "');"
+                    "INSERT INTO TransactionTable (TransactionID, TransactionInvNum, ClientID, ProjectID, InvoiceDate, "
+                    "IsDraft, TransactionInvSendBillFlag, TransactionInvBillAmt) VALUES ('{1}', '12', 'ABBOTT', 'A:', "
+                    "'2008-03-01', 0, 'P', 25), ('{2}', '7', 'ABBOTT', 'A:', '2008-03-02', 0, 'P', 25)"});
+  folder_.Write("bills.xml", [&] {
+    std::string requests;
+    for (const auto& [day, number] : {std::pair("2008-03-01", "0012"), std::pair("2008-03-02", "7")}) {
+      requests += "<InvoiceAddRq><InvoiceAdd><CustomerRef><ListID>" + job + "</ListID></CustomerRef><TxnDate>" + day +
+                  "</TxnDate><RefNumber>" + number +
+                  "</RefNumber><InvoiceLineAdd><Desc>Work</Desc></InvoiceLineAdd></InvoiceAdd></InvoiceAddRq>";
+    }
+    return "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" + requests +
+           "</QBXMLMsgsRq></QBXML>";
+  }());
+  folder_.Done({"company", "run", "bills.xml"});
+  EXPECT_THAT(Link({"clients"}).out,
+              HasSubstr("BillAddress.PostalCode: \"01234\" in BillingDb, \"1234\" in QuickBooks."));
+  static_cast<void>(Link({"clients", "--apply", "--answers", "yes.txt"}));
+  const auto invoices = Link({"invoices"}).out;
+  EXPECT_THAT(invoices, AllOf(HasSubstr("invoice {1} \"12, 2008-03-01\" - invoice \"0012, 2008-03-01, Abbott "
+                                        "Roofing:Survey\""),
+                              HasSubstr("90 of 100, the same number but for zeros ahead of it"),
+                              HasSubstr("100 of 100, the same number and date; exact"),
+                              HasSubstr("invoices: 2 without a link; 1 with an exact twin, 1 with one that is like")));
+}
+
 TEST_F(Links, In_JSON_there_is_an_object_for_each_pair) {
   Client("ABBOTT", "Abbott Roofing", "Salem");
   const auto id = Customer("Abbott Roofing");
@@ -180,6 +256,7 @@ TEST_F(Links, In_JSON_there_is_an_object_for_each_pair) {
 TEST_F(Links, What_makes_no_sense_is_refused_with_what_to_do) {
   EXPECT_THAT(Link({"clients", "--apply", "--keep", "billings"}).err, HasSubstr("Did you mean \"billing\"?"));
   EXPECT_EQ(Link({"clients", "--keep", "billing"}).status, 2);
+  EXPECT_THAT(Link({"clients", "--apply", "--keep", ""}).err, HasSubstr("it can't be \"\"."));
   const auto estimates = Link({"estimates"});
   EXPECT_EQ(estimates.status, 2);
   EXPECT_THAT(estimates.err, HasSubstr("never go to QuickBooks"));

@@ -134,6 +134,12 @@ TEST_F(Screen, Lists_fit_the_terminal_or_say_that_they_are_cut) {
   }
 }
 
+TEST_F(Screen, Shows_no_table_of_BillingDb_wider_than_it_is) {
+  folder_.Done({"billing", "run", "-e", "CREATE TABLE " + std::string(50, 'T') + " (A TEXT)"});
+  const auto shown = folder_.OnTerminal({"billing", "show"}, {.columns = 40, .environment = {"NO_COLOR=1"}});
+  EXPECT_THAT(shown, AllOf(HasSubstr("TTT\u2026"), HasSubstr("--wide")));
+}
+
 TEST_F(Screen, Is_not_asked_where_wide_lists_are_wanted) {
   const auto shown =
       folder_.OnTerminal({"list", "customers", "--wide"}, {.columns = 40, .environment = {"NO_COLOR=1"}});

@@ -115,6 +115,15 @@ TEST_F(Settings, A_setting_that_there_is_not_is_refused_with_the_nearest_one) {
   EXPECT_EQ(folder_.Done({"settings", "get", "QBSEND_", "Clients_ChkSkp"}), "True\n");
 }
 
+// Clients are sent under that name, and got as customers.
+TEST_F(Settings, Of_a_table_under_its_name_of_the_other_direction_get_that_of_theirs) {
+  const std::string near = "Did you mean \"[QBGET_] Customers_OptMostRecent\"?";
+  EXPECT_THAT(folder_.Twqb({"settings", "set", "QBGET_", "Clients_OptMostRecent", "True"}).err, HasSubstr(near));
+  EXPECT_THAT(folder_.Twqb({"settings", "describe", "[QBGET_] Clients_OptMostRecent"}).err, HasSubstr(near));
+  EXPECT_THAT(folder_.Twqb({"settings", "set", "QBSEND_", "Jobs_ChkSkip", "True"}).err,
+              HasSubstr("Did you mean \"[QBSEND_] Projects_ChkSkip\"?"));
+}
+
 TEST_F(Settings, A_section_without_its_underscore_is_another_one) {
   const auto ended = folder_.Twqb({"settings", "set", "QBSEND", "Clients_ChkSkip", "True"});
   EXPECT_EQ(ended.status, 2);

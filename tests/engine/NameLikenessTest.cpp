@@ -26,7 +26,44 @@ TEST(Names, Are_the_same_to_the_letter_or_differ_by_the_least_that_tells_them_ap
   EXPECT_EQ(Between("Abbott, John", "John Abbott"), NameDifference::WordOrder);
   EXPECT_EQ(Between("Hartwell Farms", "Hartwel Farms"), NameDifference::Spelling);
   EXPECT_EQ(Between("Hartwell Farms", "Harwtell Farms Inc"), NameDifference::Spelling);
-  EXPECT_EQ(Between("Müller Bau", "Muller Bau"), NameDifference::Spelling);
+  EXPECT_EQ(Between("Hartwel Farms", "Farms Hartwell"), NameDifference::Spelling);
+}
+
+TEST(Names, Are_the_same_but_for_marks_on_letters_or_what_is_written_in_their_place) {
+  EXPECT_EQ(Between("M\u00FCller Bau", "Muller Bau"), NameDifference::Marks);
+  EXPECT_EQ(Between("M\u00FCller Bau", "MUELLER BAU"), NameDifference::Marks);
+  EXPECT_EQ(Between("M\u00FCller Bau", "Mu\u0308ller Bau"), NameDifference::Marks);
+  EXPECT_EQ(Between("Caf\u00E9 Stra\u00DFe", "Cafe Strasse"), NameDifference::Marks);
+  EXPECT_EQ(Between("M\u00FCller Bau GmbH", "Mueller Bau"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Muller Bau", "Mueller Bau"), NameDifference::Spelling);
+  EXPECT_EQ(Between("\u6771\u4EAC", "\u4EAC\u6771"), NameDifference::Other);
+}
+
+TEST(Names, Of_people_and_firms_are_the_same_without_titles_articles_and_initials) {
+  EXPECT_EQ(Between("Smith & Sons, Inc.", "Smith and Sons"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Smith + Sons", "Smith and Sons"), NameDifference::Punctuation);
+  EXPECT_EQ(Between("ACME Corp", "Acme Corporation Ltd."), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Dr. J. Brown", "J. Brown"), NameDifference::Title);
+  EXPECT_EQ(Between("Dr. J. Brown", "Brown, J."), NameDifference::WordOrder);
+  EXPECT_EQ(Between("Dr. J. Brown", "Brown, Dr. J."), NameDifference::WordOrder);
+  EXPECT_EQ(Between("The Corner Store", "Corner Store, The"), NameDifference::Title);
+  EXPECT_EQ(Between("The The", "The"), NameDifference::Other);
+  EXPECT_EQ(Between("J. Brown", "John Brown"), NameDifference::Initial);
+  EXPECT_EQ(Between("Brown, J.", "John Brown"), NameDifference::Initial);
+  EXPECT_EQ(Between("John A. Brown", "John Brown"), NameDifference::Initial);
+}
+
+TEST(Names, That_differ_in_what_tells_two_of_a_kind_apart_are_not_alike) {
+  EXPECT_EQ(Between("Lee", "Lea"), NameDifference::Other);
+  EXPECT_EQ(Between("J. Brown", "K. Brown"), NameDifference::Other);
+  EXPECT_EQ(Between("J. Brown", "Kate Brown"), NameDifference::Other);
+  EXPECT_EQ(Between("John A. Brown", "John B. Brown"), NameDifference::Other);
+  EXPECT_EQ(Between("John Brown Jr.", "John Brown Sr."), NameDifference::Other);
+  EXPECT_EQ(Between("Harbor Survey Phase II", "Harbor Survey Phase III"), NameDifference::Other);
+  EXPECT_EQ(Between("Harbor Survey Lot A", "Harbor Survey Lot B"), NameDifference::Other);
+  EXPECT_EQ(Between("Harbor Survey Lot", "Harbor Survey Lot B"), NameDifference::Other);
+  EXPECT_EQ(Between("Harbor Apartments East", "Harbor Apartments West"), NameDifference::Other);
+  EXPECT_EQ(Between("Northern Light", "Southern Light"), NameDifference::Other);
 }
 
 TEST(Names, Of_others_are_not_alike) {
@@ -71,6 +108,11 @@ TEST(Names, That_are_alike_meet_in_a_block) {
   EXPECT_TRUE(meet("Hartwell", "Hartwe1l"));
   EXPECT_TRUE(meet("Hartwell", "Hatrwell"));
   EXPECT_TRUE(meet("Hartwell Farms", "Hrtwel Farms"));
+  EXPECT_TRUE(meet("M\u00FCller Bau GmbH", "Mueller Bau"));
+  EXPECT_TRUE(meet("M\u00FCller Bau", "Muller Bau"));
+  EXPECT_TRUE(meet("Dr. J. Brown", "Brown, John"));
+  EXPECT_TRUE(meet("John A. Brown", "John Brown"));
+  EXPECT_TRUE(meet("Store, The", "The Store"));
   EXPECT_TRUE(meet("***", "***"));
   EXPECT_FALSE(meet("Abbott", "Costello"));
 }

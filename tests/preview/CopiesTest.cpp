@@ -80,12 +80,12 @@ TEST_F(Copies, Of_a_company_file_take_an_addition_and_note_it) {
       "<CustomerAddRq><CustomerAdd><Name>Abbott</Name></CustomerAdd></CustomerAddRq>"
       "<CustomerQueryRq/></QBXMLMsgsRq></QBXML>");
   session->EndSession();
-  ASSERT_EQ(factory.Touched().All().size(), 1U) << answer;
-  const auto& touched = factory.Touched().All().front();
+  ASSERT_EQ(factory.Notes().touched.All().size(), 1U) << answer;
+  const auto& touched = factory.Notes().touched.All().front();
   EXPECT_EQ(touched.kind, "Customer");
   EXPECT_EQ(touched.first, Touch::Added);
   EXPECT_NE(answer.find("<ListID>" + touched.identifier), std::string::npos);
-  EXPECT_EQ(factory.Opened()->original, house_.Path("company.twq"));
+  EXPECT_EQ(factory.Notes().opened->original, house_.Path("company.twq"));
   EXPECT_TRUE(BytesOf(house_.Path("company.twq")) == bytes);
 }
 

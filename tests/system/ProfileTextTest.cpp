@@ -92,6 +92,13 @@ TEST(ProfileText, A_new_section_goes_to_the_end) {
   EXPECT_EQ(Changed("[A]\na=1\n", "B", "n", "v"), "[A]\na=1\n[B]\nn=v\n");
 }
 
+TEST(ProfileText, Tells_the_lines_that_set_nothing) {
+  const ProfileText text(
+      "note = ahead of any section\n; a comment\n\n[Used]\nkey=1\nKEY = 2\nno value\n[Empty]\n[used]\nother=3\n");
+  EXPECT_EQ(text.OtherLines(), (std::vector<std::string>{"note = ahead of any section", "; a comment", "KEY = 2",
+                                                         "no value", "[Empty]", "other=3"}));
+}
+
 TEST(ProfileText, New_lines_end_as_the_text_does_and_with_CR_LF_in_a_new_one) {
   EXPECT_EQ(Changed("", "A", "k", "v"), "[A]\r\nk=v\r\n");
   EXPECT_EQ(Changed("[A]\r\na=1\r\n", "A", "k", "v"), "[A]\r\na=1\r\nk=v\r\n");

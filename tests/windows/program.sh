@@ -81,6 +81,14 @@ real_commands=("send employees" "send vendors" "send clients" "send projects" "s
   "send timeentries" "send invoices --strict" "send payments" "send expenselog" "get clients" "get invoices" "get payments"
   "get vendorbill" "send clients --strict" "status" "list customers --all" "is-job none" "settings list"
   "delete-billing clients NONE" "events on" "events status" "send nothing")
+# A preview reads both sides whole, by their doubles, and changes nothing of them.
+preview="send clients --preview"
+cp "$work/late/company.twq" "$work/late/billing.db" "$work"
+run beside "$preview" "$here"
+run late "$preview" "${real[@]}"
+check "\"twqb $preview\" says the same of QuickBooks itself" same "${preview// /-}.out" beside late
+check "It tells that QuickBooks is being read" grep -q 'Reading QuickBooks as a whole' "$work/late/${preview// /-}.err"
+check "It changes nothing" sh -c "cmp '$work/company.twq' '$work/late/company.twq' && cmp '$work/billing.db' '$work/late/billing.db'"
 for command in "${real_commands[@]}"; do
   file=${command// /-}
   run beside "$command" "$here"

@@ -1,0 +1,238 @@
+#include "cli/ForeseenRefusals.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <exception>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "adapters/sqlite/SqliteProvider.h"
+#include "adapters/terminal/TextLayout.h"
+#include "cli/ExitStatus.h"
+#include "cli/Output.h"
+#include "cli/Preview.h"
+#include "cli/PreviewSeams.h"
+#include "cli/TableArgument.h"
+#include "messages/StatusCodes.h"
+#include "services/Conversions.h"
+#include "services/Sql.h"
+
+namespace twqb::cli {
+
+namespace {
+
+// A finding says the same as a refusal of that status.
+struct SameReason {
+  Check check;
+  std::int32_t status;
+};
+constexpr std::array kSameReasons = {SameReason{Check::ColonInName, status::kInvalidName},
+                                     SameReason{Check::TextTooLong, status::kTextTooLong},
+                                     SameReason{Check::NameClash, status::kNameInUse},
+                                     SameReason{Check::MissingAccount, status::kInvalidObjectId},
+                                     SameReason{Check::MissingAccount, status::kInvalidReference},
+                                     SameReason{Check::MissingPayrollItem, status::kInvalidObjectId},
+                                     SameReason{Check::MissingPayrollItem, status::kInvalidReference},
+                                     SameReason{Check::ParentUnlinked, status::kInvalidObjectId},
+                                     SameReason{Check::ParentUnlinked, status::kInvalidReference}};
+// And these as an error of the row.
+constexpr std::array kErrors = {Check::QuoteInKey, Check::Unreadable, Check::UnreadableDate};
+
+// What a send tells of a row.
+struct Trouble {
+  std::int32_t status = 0;  // of a refusal; 0: it is an error
+  std::string text;
+};
+
+// "status 3100: The name is in use."
+Trouble TroubleOf(std::string_view why) {
+  constexpr std::string_view kStatus = "status ";
+  Trouble trouble = {.text = std::string(why)};
+  if (!why.starts_with(kStatus)) return trouble;
+  const auto colon = why.find(": ");
+  if (colon == std::string_view::npos) return trouble;
+  std::from_chars(why.data() + kStatus.size(), why.data() + colon, trouble.status);
+  trouble.text = why.substr(colon + 2);
+  return trouble;
+}
+
+bool IsHeldBack(const PreviewedRecord& record) { return record.doing == Doing::Refuse || record.doing == Doing::Fail; }
+
+Finding FindingOf(const std::string& key, const Trouble& trouble) {
+  const auto text = OneLine(trouble.text);
+  return {.key = key,
+          .check = Check::Refused,
+          .rule = trouble.status != 0 ? fmt::format("QuickBooks would refuse it: {}", text)
+                                      : fmt::format("A send would come to an error at it: {}", text),
+          .advice = "Mend what the message names, and check again."};
+}
+
+// Neither questions nor records of the run are a check's affair, nor links that got lost.
+Options QuietOptions(const Options& options) {
+  auto quiet = options;
+  quiet.answers.clear();
+  quiet.faults.clear();
+  quiet.transcript.clear();
+  quiet.noProgress = true;
+  quiet.noRecovery = true;
+  return quiet;
+}
+
+// What is not in the copies: a row, or, where the key is empty, all of the table that have no link.
+struct LeftOut {
+  const Table* table;
+  std::string key;
+
+  friend bool operator==(const LeftOut&, const LeftOut&) = default;
+};
+
+void LeaveOut(const Workplace& copies, const std::vector<LeftOut>& all) {
+  if (all.empty()) return;
+  const auto connection = SqliteProvider().CreateConnection();
+  connection->SetConnectionString(copies.billing);
+  connection->Open();
+  for (const auto& [table, key] : all) {
+    for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
+      if (place.table.empty()) continue;
+      const auto which = key.empty() ? Sql("(QBLinkID IS NULL OR QBLinkID = '') AND {}", Sql::Own(place.condition))
+                                     : Sql("{} = '{}'", place.column, Doubled{FixQuote(key)});
+      connection->Execute(Sql("DELETE FROM {} WHERE {}", place.table, which), nullptr);
+    }
+  }
+  connection->Close();
+}
+
+// Sends on copies until one comes to its end. A send of all tables ends with the table in which a row comes to an
+// error: what is behind it is foreseen without that row.
+class Foreseeing {
+ public:
+  Foreseeing(const Options& options, std::vector<TableFindings>& told)
+      : options_(QuietOptions(options)), told_(told), isOfAll_(told.size() > 1) {}
+
+  void Run() {
+    const auto table = isOfAll_ ? enAll : told_.front().table->number;
+    PreviewSources sources(options_);
+    for (;;) {
+      const auto preview = RunPreview(
+          options_, {{.direction = Direction::Send, .table = table}},
+          [&](const Workplace& copies) { LeaveOut(copies, leftOut_); }, sources);
+      Take(preview);
+      if (preview.done || !isOfAll_ || !GoesOnBehind(preview)) return;
+    }
+  }
+
+ private:
+  void Take(const Preview& preview) {
+    for (const auto& record : preview.records) {
+      if (IsHeldBack(record)) Add(record.account.table.number, record.account.key, TroubleOf(record.account.why));
+    }
+    for (const auto& error : preview.errors) {
+      if (error.table) Add(error.table->number, error.key, {.text = error.text});
+    }
+  }
+
+  void Add(std::int32_t number, const std::string& key, const Trouble& trouble) {
+    const auto found =
+        std::ranges::find_if(told_, [&](const TableFindings& table) { return table.table->number == number; });
+    if (found == told_.end() || !seen_.insert({number, key.empty() ? trouble.text : key}).second) return;
+    if (key.empty()) {
+      Tell(fmt::format("A send of {} would come to an error: {}", TypedName(found->table->number),
+                       OneLine(trouble.text)));
+      return;
+    }
+    const bool isKnown = std::ranges::any_of(
+        found->findings, [&](const Finding& finding) { return finding.key == key && SaysTheSame(finding, trouble); });
+    if (!isKnown) found->findings.push_back(FindingOf(key, trouble));
+  }
+
+  [[nodiscard]] bool SaysTheSame(const Finding& finding, const Trouble& trouble) const {
+    // Among all tables what a row belongs to goes ahead of it.
+    if (finding.check == Check::ParentUnlinked && isOfAll_) return false;
+    if (trouble.status == 0) return std::ranges::find(kErrors, finding.check) != kErrors.end();
+    return std::ranges::any_of(kSameReasons, [&](const SameReason& same) {
+      return same.check == finding.check && same.status == trouble.status;
+    });
+  }
+
+  // Leaves out what the send has ended with. False: there is nothing to leave out any more.
+  bool GoesOnBehind(const Preview& preview) {
+    const auto* last = TableAtTheEnd(preview);
+    if (last == nullptr) {
+      Tell("A send of all tables would end ahead of them: nothing of it was foreseen.");
+      return false;
+    }
+    constexpr int kMostRounds = 3;
+    const auto before = leftOut_.size();
+    if (++rounds_[last->table] <= kMostRounds) LeaveOutRows(preview, *last);
+    if (leftOut_.size() > before) return true;
+    const LeftOut rest = {.table = last->table, .key = {}};
+    const bool isNew = std::ranges::find(leftOut_, rest) == leftOut_.end();
+    Tell(fmt::format("A send of all tables would end with {}: not each of {} was foreseen.",
+                     TypedName(last->table->number), isNew ? "its rows" : "the rows behind it"));
+    if (isNew) leftOut_.push_back(rest);
+    return isNew;
+  }
+
+  // The table at which it has ended; nothing: ahead of all of them.
+  [[nodiscard]] const TableFindings* TableAtTheEnd(const Preview& preview) const {
+    const TableFindings* last = nullptr;
+    for (const auto& table : told_) {
+      const auto isOfIt = [&](const TableInHand& other) { return other.number == table.table->number; };
+      const bool isTold =
+          std::ranges::any_of(preview.records, [&](const auto& record) { return isOfIt(record.account.table); }) ||
+          std::ranges::any_of(preview.errors,
+                              [&](const ErrorAccount& error) { return error.table && isOfIt(*error.table); });
+      if (isTold) last = &table;
+    }
+    return last;
+  }
+
+  // Those that ended it, and of which it is known that they would next.
+  void LeaveOutRows(const Preview& preview, const TableFindings& last) {
+    const auto leave = [&](const std::string& key) {
+      LeftOut row = {.table = last.table, .key = key};
+      if (!key.empty() && std::ranges::find(leftOut_, row) == leftOut_.end()) leftOut_.push_back(std::move(row));
+    };
+    const auto take = [&](const std::string& key, const Trouble& trouble) {
+      leave(key);
+      for (const auto& finding : last.findings) {
+        if (SaysTheSame(finding, trouble)) leave(finding.key);
+      }
+    };
+    for (const auto& error : preview.errors) {
+      if (error.table && error.table->number == last.table->number) take(error.key, {.text = error.text});
+    }
+    for (const auto& record : preview.records) {
+      if (record.account.table.number == last.table->number && IsHeldBack(record)) {
+        take(record.account.key, TroubleOf(record.account.why));
+      }
+    }
+  }
+
+  const Options options_;
+  std::vector<TableFindings>& told_;
+  const bool isOfAll_;
+  std::vector<LeftOut> leftOut_;
+  std::map<const Table*, int> rounds_;  // that ended with it
+  std::set<std::pair<std::int32_t, std::string>> seen_;
+};
+
+}  // namespace
+
+void AddWhatASendTells(const Options& options, std::vector<TableFindings>& told) {
+  try {
+    Foreseeing(options, told).Run();
+  } catch (const EndedBySignal&) {
+    throw;
+  } catch (const std::exception& failure) {
+    const std::string_view why = failure.what();
+    Tell(fmt::format("What QuickBooks itself would refuse is not known, for there is no preview: {}",
+                     why.substr(0, why.find('\n'))));
+  }
+}
+
+}  // namespace twqb::cli

@@ -1,0 +1,279 @@
+// Previews and differences where both sides are elsewhere: they say what those of files say, only ask, and leave
+// nothing behind, whatever fails.
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <pugixml.hpp>
+
+#include "adapters/companyfile/CompanyFile.h"
+#include "adapters/system/FrozenMachine.h"
+#include "adapters/terminal/EndSignals.h"
+#include "cli/Diff.h"
+#include "cli/DiffReport.h"
+#include "cli/ExitStatus.h"
+#include "cli/FolderMaker.h"
+#include "cli/Preview.h"
+#include "cli/PreviewReport.h"
+#include "platform/Text.h"
+#include "tests/firm/Elsewhere.h"
+#include "tests/firm/FirmHouse.h"
+#include "tests/firm/WholeState.h"
+
+namespace twqb {
+namespace {
+
+using cli::TransferRequest;
+
+constexpr TransferRequest kSendAll = {.direction = Direction::Send};
+constexpr TransferRequest kGetAll = {.direction = Direction::Get};
+
+// A firm's folder, which is the current one meanwhile; what is temporary stands in a folder of its own.
+class Office {
+ public:
+  // The dialect of the database is told from its provider: "JETLITE" here is "JETFARAWAY" there.
+  enum class Dialect : bool { Sql, Jet };
+  explicit Office(const cli::FolderPlan& plan, Dialect dialect = Dialect::Sql)
+      : files_{.folder = folder_.Path()},
+        machine_({.libraryFolder = files_.folder, .registryFile = files_.Path("registry.ini")}, clock_) {
+    cli::MakeFolder(files_.folder, plan, machine_);
+    std::filesystem::current_path(files_.folder);
+    if (const auto* was = std::getenv("TMPDIR")) tmp_ = was;
+    ::setenv("TMPDIR", temporary_.Path().c_str(), 1);
+    if (dialect == Dialect::Jet) here_ = "Provider=JETLITE;Data Source=" + files_.Path("billing.db");
+    elsewhere.emplace(files_, machine_, dialect == Dialect::Jet ? "JETFARAWAY" : "SQLFARAWAY");
+    sides_ = elsewhere->Sides();
+  }
+  ~Office() {
+    tmp_ ? ::setenv("TMPDIR", tmp_->c_str(), 1) : ::unsetenv("TMPDIR");
+    std::filesystem::current_path(before_);
+  }
+  Office(const Office&) = delete;
+  Office& operator=(const Office&) = delete;
+
+  [[nodiscard]] cli::Options Here() const { return {.billing = here_, .noProgress = true, .clock = clock_}; }
+  [[nodiscard]] cli::Options There() const {
+    auto options = Here();
+    options.billing = elsewhere->Connection();
+    options.quickBooksItself = true;
+    options.sides = &sides_;
+    return options;
+  }
+  // The files that are others than in `before`, but for the lock that sessions leave beside the company file.
+  using Bytes = std::map<std::string, std::string>;
+  [[nodiscard]] Bytes Files() const { return BytesOf(files_.folder); }
+  [[nodiscard]] std::string Changed(const Bytes& before) const {
+    std::string names;
+    for (const auto& [name, bytes] : Files()) {
+      const auto then = before.find(name);
+      if (!name.ends_with("/company.twq.lock") && (then == before.end() || then->second != bytes)) names += name + " ";
+    }
+    return names;
+  }
+  [[nodiscard]] bool IsTidy() const { return std::filesystem::is_empty(temporary_.Path()); }
+
+  // The lines of both previews are the same.
+  void ExpectSamePreview(const TransferRequest& request) { ExpectSamePreview(request, There()); }
+  void ExpectSamePreview(const TransferRequest& request, const cli::Options& there) {
+    SCOPED_TRACE(fmt::format("{} {}", request.direction == Direction::Send ? "send" : "get", int{request.table}));
+    ExpectSameLines(cli::PreviewJson(cli::RunPreview(Here(), request), "v"),
+                    cli::PreviewJson(cli::RunPreview(there, request), "v"));
+  }
+  // Somebody at QuickBooks sets something.
+  template <typename Value>
+  void Set(Value company::CompanyConditions::*condition, Value value) {
+    company::CompanyFile file(files_.Path("company.twq"), machine_);
+    auto conditions = file.GetConditions();
+    conditions.*condition = value;
+    file.SetConditions(conditions);
+  }
+  static void ExpectSameLines(const std::string& here, const std::string& there) {
+    const auto expected = Split(here, '\n');
+    const auto found = Split(there, '\n');
+    EXPECT_GT(expected.size(), 2U);
+    for (std::size_t i = 0; i < std::min(expected.size(), found.size()); ++i) {
+      if (expected[i] == found[i]) continue;
+      ADD_FAILURE() << expected[i] << "\n" << found[i];
+      return;
+    }
+    EXPECT_EQ(expected.size(), found.size());
+  }
+
+  std::optional<Elsewhere> elsewhere;
+
+ private:
+  const std::filesystem::path before_ = std::filesystem::current_path();
+  TemporaryFolder folder_;
+  TemporaryFolder temporary_;
+  FirmFiles files_;
+  FrozenOptions clock_ = {.now = TextToDate("2008-03-05T10:00:00"),
+                          .zone = {.bias = 300, .daylightBias = -60, .state = TimeZoneState::Standard},
+                          .seed = 7};
+  FrozenMachine machine_;
+  std::string here_;
+  std::optional<std::string> tmp_;
+  cli::OtherSides sides_;
+};
+
+class ElsewherePreview : public testing::TestWithParam<unsigned> {};
+
+TEST_P(ElsewherePreview, Says_what_a_preview_of_files_says) {
+  for (unsigned number = GetParam() * 4; number < (GetParam() + 1) * 4; ++number) {
+    Office office({.content = cli::Content::Firm, .firm = TinyFirm(number)});
+    office.ExpectSamePreview(kSendAll);
+    office.ExpectSamePreview(kGetAll);
+    office.ExpectSamePreview({.direction = Direction::Send, .table = enClients, .id = "", .sync = true});
+    EXPECT_TRUE(office.IsTidy());
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Firm, ElsewherePreview, testing::Range(0U, 3U));
+
+TEST(ElsewhereDemonstrationFirm, Is_previewed_as_from_files) {
+  Office office({.content = cli::Content::Sample});
+  office.ExpectSamePreview(kSendAll);
+  office.ExpectSamePreview(kGetAll);
+  office.ExpectSamePreview({.direction = Direction::Get, .table = enPayments});
+  office.ExpectSamePreview({.direction = Direction::Send, .table = enClients, .id = "ABBOTT"});
+}
+
+TEST(ElsewhereDemonstrationFirm, Is_previewed_as_from_files_with_one_side_elsewhere_and_in_the_other_dialect) {
+  Office office({.content = cli::Content::Sample}, Office::Dialect::Jet);
+  office.ExpectSamePreview(kSendAll);
+  auto database = office.There();
+  database.quickBooksItself = false;
+  office.ExpectSamePreview(kGetAll, database);
+  auto quickBooks = office.There();
+  quickBooks.billing = office.Here().billing;
+  office.ExpectSamePreview(kSendAll, quickBooks);
+}
+
+TEST(ElsewherePreviews, Of_a_QuickBooks_without_time_tracking_hear_what_the_transfer_hears) {
+  Office office({.content = cli::Content::Sample});
+  office.Set(&company::CompanyConditions::timeTracking, company::Feature::Disabled);
+  for (const auto direction : {Direction::Send, Direction::Get}) {
+    const TransferRequest request = {.direction = direction, .table = enTimeEntries};
+    office.ExpectSamePreview(request);
+    EXPECT_FALSE(cli::RunPreview(office.There(), request).boxes.empty());
+  }
+}
+
+TEST(ElsewherePreviews, Of_a_QuickBooks_that_begins_no_session_fail_as_the_transfer_would) {
+  Office office({.content = cli::Content::Firm, .firm = TinyFirm(1)});
+  office.Set(&company::CompanyConditions::application, company::Permission::Withheld);
+  const auto preview = cli::RunPreview(office.There(), kSendAll);
+  EXPECT_FALSE(preview.done);
+  ASSERT_FALSE(preview.boxes.empty());
+  EXPECT_NE(preview.boxes.front().text.find("permission"), std::string::npos);
+  try {
+    static_cast<void>(cli::FindDifference(office.There(), enClients, std::nullopt));
+    FAIL();
+  } catch (const cli::UsageError& told) {
+    EXPECT_NE(std::string(told.what()).find("no session with QuickBooks"), std::string::npos) << told.what();
+  }
+  EXPECT_TRUE(office.IsTidy());
+}
+
+TEST(ElsewhereDemonstrationFirm, Differs_as_in_files_and_is_read_once_for_all_transfers_of_the_comparison) {
+  Office office({.content = cli::Content::Sample});
+  const auto told = [](const cli::Difference& difference) { return cli::DifferenceJson(difference); };
+  Office::ExpectSameLines(told(cli::FindDifference(office.Here(), enClients, std::nullopt)),
+                          told(cli::FindDifference(office.There(), enClients, std::nullopt)));
+  const auto asked = std::ranges::count_if(office.elsewhere->documents, [](const std::string& document) {
+    return document.find("<CustomerQueryRq>") != std::string::npos;
+  });
+  EXPECT_EQ(asked, 1);
+}
+
+TEST(ElsewherePreviews, Only_ask) {
+  Office office({.content = cli::Content::Firm, .firm = TinyFirm(1)});
+  const auto bytes = office.Files();
+  EXPECT_TRUE(cli::RunPreview(office.There(), kSendAll).done);
+  EXPECT_TRUE(cli::RunPreview(office.There(), kGetAll).done);
+  EXPECT_EQ(office.Changed(bytes), "");
+  EXPECT_GT(office.elsewhere->documents.size(), 40U);
+  for (const auto& text : office.elsewhere->documents) {
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(text.c_str())) << text;
+    for (const auto request : document.child("QBXML").child("QBXMLMsgsRq").children()) {
+      EXPECT_TRUE(std::string_view(request.name()).ends_with("QueryRq")) << text;
+    }
+  }
+  EXPECT_GT(office.elsewhere->statements.size(), 40U);
+  for (const auto& statement : office.elsewhere->statements) EXPECT_TRUE(statement.starts_with("SELECT")) << statement;
+  for (const auto name : office.elsewhere->Calls().CallNames()) {
+    for (const auto* writes : {"Recordset.AddNew", "Recordset.SetField", "Recordset.Update"}) EXPECT_NE(name, writes);
+  }
+}
+
+// Calls that a preview makes elsewhere.
+std::vector<std::string> CallsOf(Office& office, const TransferRequest& request) {
+  const auto& names = office.elsewhere->Calls().CallNames();
+  const auto before = names.size();
+  EXPECT_TRUE(cli::RunPreview(office.There(), request).done);
+  return {names.begin() + static_cast<std::ptrdiff_t>(before), names.end()};
+}
+
+// One of each name, and the first and the last ones: fields of rows are read by the thousand.
+std::vector<std::size_t> Chosen(const std::vector<std::string>& calls) {
+  std::map<std::string, int> seen;
+  std::vector<std::size_t> chosen;
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    if (++seen[calls[i]] <= 2 || calls[i].starts_with("Transport.") || i + 3 > calls.size()) chosen.push_back(i + 1);
+  }
+  return chosen;
+}
+
+TEST(ElsewherePreviews, Tell_which_side_can_t_be_read_when_a_call_fails_and_leave_nothing_behind) {
+  constexpr TransferRequest kRequest = {.direction = Direction::Send, .table = enClients};
+  Office office({.content = cli::Content::Firm, .firm = TinyFirm(1)});
+  const auto bytes = office.Files();
+  const auto calls = CallsOf(office, kRequest);
+  int unread = 0;
+  for (const auto k : Chosen(calls)) {
+    SCOPED_TRACE(fmt::format("call {}: {}", k, calls[k - 1]));
+    auto& seam = office.elsewhere->Calls();
+    constexpr ErrorNumber kFailed = 0x80040402;
+    seam.RaiseAt(seam.CallCount() + k, FaultTiming::Before, kFailed);
+    try {
+      const auto preview = cli::RunPreview(office.There(), kRequest);
+      // Ahead of a session it fails as the transfer would; and what a closed connection says, nobody needs.
+      EXPECT_TRUE(!preview.done || !preview.boxes.empty() || calls[k - 1].find("Close") != std::string::npos);
+    } catch (const cli::UsageError& told) {
+      ++unread;
+      const std::string_view text = told.what();
+      EXPECT_NE(text.find("can't be read"), std::string_view::npos) << text;
+      const bool ofBilling = calls[k - 1].find("Transport") == std::string::npos;
+      EXPECT_TRUE(text.starts_with(ofBilling ? "BillingDb" : "QuickBooks")) << text;
+    }
+    EXPECT_TRUE(office.IsTidy());
+    EXPECT_EQ(office.Changed(bytes), "");
+  }
+  EXPECT_GT(unread, 40);
+}
+
+TEST(ElsewherePreviews, End_at_a_signal_wherever_they_are) {
+  constexpr TransferRequest kRequest = {.direction = Direction::Send, .table = enClients};
+  Office office({.content = cli::Content::Firm, .firm = TinyFirm(1)});
+  const auto bytes = office.Files();
+  const auto calls = CallsOf(office, kRequest);
+  const auto chosen = Chosen(calls);
+  for (std::size_t i = 0; i < chosen.size(); i += 3) {
+    const auto k = chosen[i];
+    SCOPED_TRACE(fmt::format("call {}: {}", k, calls[k - 1]));
+    auto& seam = office.elsewhere->Calls();
+    seam.RunAt(seam.CallCount() + k, FaultTiming::Before, [] { std::raise(SIGTERM); });
+    EXPECT_THROW(static_cast<void>(cli::RunPreview(office.There(), kRequest)), cli::EndedBySignal);
+    EndSignals::Forget();
+    EXPECT_TRUE(office.IsTidy());
+    EXPECT_EQ(office.Changed(bytes), "");
+  }
+}
+
+}  // namespace
+}  // namespace twqb
