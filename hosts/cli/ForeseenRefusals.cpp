@@ -106,8 +106,8 @@ void LeaveOut(const Workplace& copies, const std::vector<LeftOut>& all) {
   connection->Close();
 }
 
-// Sends on copies until one comes to its end. A send of all tables ends with the table in which a row comes to an
-// error: what is behind it is foreseen without that row.
+// Sends on copies until one comes to its end. A row that comes to an error ends the send of its table, and that of all
+// tables: what is behind it is foreseen without that row.
 class Foreseeing {
  public:
   Foreseeing(const Options& options, std::vector<TableFindings>& told)
@@ -121,7 +121,7 @@ class Foreseeing {
           options_, {{.direction = Direction::Send, .table = table}},
           [&](const Workplace& copies) { LeaveOut(copies, leftOut_); }, sources);
       Take(preview);
-      if (preview.done || !isOfAll_ || !GoesOnBehind(preview)) return;
+      if (preview.done || !GoesOnBehind(preview)) return;
     }
   }
 
@@ -162,7 +162,7 @@ class Foreseeing {
   bool GoesOnBehind(const Preview& preview) {
     const auto* last = TableAtTheEnd(preview);
     if (last == nullptr) {
-      Tell("A send of all tables would end ahead of them: nothing of it was foreseen.");
+      Tell(fmt::format("A send of {} would end ahead of its first row: nothing of it was foreseen.", Sent()));
       return false;
     }
     constexpr int kMostRounds = 3;
@@ -171,11 +171,17 @@ class Foreseeing {
     if (leftOut_.size() > before) return true;
     const LeftOut rest = {.table = last->table, .key = {}};
     const bool isNew = std::ranges::find(leftOut_, rest) == leftOut_.end();
+    if (isNew) leftOut_.push_back(rest);
+    if (!isOfAll_) {
+      if (isNew) Tell(fmt::format("A send of {} would end ahead of its last row: not each was foreseen.", Sent()));
+      return isNew;
+    }
     Tell(fmt::format("A send of all tables would end with {}: not each of {} was foreseen.",
                      TypedName(last->table->number), isNew ? "its rows" : "the rows behind it"));
-    if (isNew) leftOut_.push_back(rest);
     return isNew;
   }
+
+  [[nodiscard]] std::string Sent() const { return isOfAll_ ? "all tables" : TypedName(told_.front().table->number); }
 
   // The table at which it has ended; nothing: ahead of all of them.
   [[nodiscard]] const TableFindings* TableAtTheEnd(const Preview& preview) const {

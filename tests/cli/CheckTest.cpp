@@ -169,6 +169,18 @@ TEST_F(Checks, Find_what_is_behind_a_row_that_would_end_a_send) {
                                   HasSubstr("clients: 3 rows looked at, 2 findings\n")));
 }
 
+TEST_F(Checks, Of_one_table_find_what_is_behind_a_row_that_would_end_its_send) {
+  Company(
+      "<AccountAddRq><AccountAdd><Name>Tools</Name><AccountType>Expense</AccountType>"
+      "<AccountNumber>7001</AccountNumber></AccountAdd></AccountAddRq>");
+  Sql("INSERT INTO AccountList (AccountID, AccountName, AccountTypeID) VALUES ('O''1', 'Hara', '7'), "
+      "('7001', 'Machines', '7'), ('7002', 'Wheels', '7')");
+  for (const std::string table : {"accounts", "all"}) {
+    EXPECT_THAT(Check(table), AllOf(HasSubstr("account O'1: "), HasSubstr("account 7001: QuickBooks would refuse it: "),
+                                    HasSubstr("accounts: 3 rows looked at, 2 findings\n")));
+  }
+}
+
 // Hours without their links have no payroll item yet: QuickBooks tells of some, one after the other.
 TEST_F(Checks, Find_payroll_items_that_QuickBooks_lacks_and_what_is_behind_such_hours) {
   const WorkFolder firm;
