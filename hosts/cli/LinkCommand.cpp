@@ -127,7 +127,11 @@ std::string SummaryOf(const TablePairs& told, bool applied) {
   }
   if (parts.empty()) parts.emplace_back("nothing in QuickBooks looks like them");
   if (told.staying > 0) parts.push_back(Count(told.staying, "can't go yet, for what they belong to has no link"));
-  return fmt::format("{}: {} without a link; {}\n", TypedName(told.table->number), told.unlinked, Join(parts, ", "));
+  const auto name = TypedName(told.table->number);
+  if (told.unreadable > 0) {
+    parts.push_back(Count(told.unreadable, fmt::format("can't be read: see \"twqb check {}\"", name)));
+  }
+  return fmt::format("{}: {} without a link; {}\n", name, told.unlinked, Join(parts, ", "));
 }
 
 // --- For programs ----------------------------------------------------------------------------------------------------

@@ -78,6 +78,7 @@ class TableLook final : public RowLook {
   // What came of the look at a row.
   struct Seen {
     bool stays = false;
+    bool isUnreadable = false;
     RowFace face;
     std::vector<Candidate> candidates = {};
   };
@@ -86,8 +87,8 @@ class TableLook final : public RowLook {
     likenesses_.clear();
     const LostAddition row = {
         .key = key, .request = request, .replaces = {}, .connection = connection, .session = session_, .look = this};
-    // A row that can't be read is the send's to tell of.
-    if (CatchError([&] { static_cast<void>(table_.lostLink.takeUp(row)); })) seen_.stays = true;
+    // A row that can't be read is the check's to tell of.
+    if (CatchError([&] { static_cast<void>(table_.lostLink.takeUp(row)); })) seen_.isUnreadable = true;
     return std::exchange(seen_, {});
   }
 
@@ -319,7 +320,11 @@ LikelyPairs FindLikelyPairs(const Table& table, std::span<const Table* const> ta
     }
     for (const auto& row : rows) {
       auto seen = look.Look(row.key, row.request, *connection);
-      if (seen.stays) ++found.staying;
+      if (seen.isUnreadable) {
+        ++found.unreadable;
+      } else if (seen.stays) {
+        ++found.staying;
+      }
       for (auto& candidate : seen.candidates) {
         const bool isTransaction = table.reads.front().transaction.has_value();
         LikelyPair pair = {.key = row.key,
