@@ -266,9 +266,9 @@ CommandSyntax LinkCommand() {
           "Rows without a link beside records of QuickBooks that nothing is linked to. Exact: the same name, full "
           "name or\naccount number; of transactions the same number and date, or without a number the same day, "
           "person and amount.\nNear: the same but for capital letters, punctuation, marks on letters, the kind of "
-          "company, a title, words cut short, the order of words, a slip of the pen or an initial,\nor exact more than "
-          "once. Without --apply nothing is "
-          "changed.\n\nExamples:\n  twqb link clients\n  twqb link --apply --keep quickbooks --answers "
+          "company, a title\nor a small word, words cut short, the order of words, a slip of the pen or an initial, or "
+          "exact more than once.\nWithout --apply nothing is changed.\n\nExamples:\n  twqb link clients\n  twqb link "
+          "--apply --keep quickbooks --answers "
           "answers.txt",
       .run = [arguments](const Options& options) { return Link(options, *arguments); }};
 }
