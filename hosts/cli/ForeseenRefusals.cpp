@@ -18,6 +18,7 @@
 #include "cli/PreviewSeams.h"
 #include "cli/TableArgument.h"
 #include "messages/StatusCodes.h"
+#include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Sql.h"
 
@@ -77,7 +78,6 @@ Options QuietOptions(const Options& options) {
   quiet.answers.clear();
   quiet.faults.clear();
   quiet.transcript.clear();
-  quiet.noProgress = true;
   quiet.noRecovery = true;
   return quiet;
 }
@@ -121,7 +121,10 @@ class Foreseeing {
           options_, {{.direction = Direction::Send, .table = table}},
           [&](const Workplace& copies) { LeaveOut(copies, leftOut_); }, sources);
       Take(preview);
-      if (preview.done || !GoesOnBehind(preview)) return;
+      if (preview.done || !GoesOnBehind(preview)) {
+        TellSkipped(preview);
+        return;
+      }
     }
   }
 
@@ -133,6 +136,21 @@ class Foreseeing {
     for (const auto& error : preview.errors) {
       if (error.table) Add(error.table->number, error.key, {.text = error.text});
     }
+  }
+
+  // Of these a clean result says nothing.
+  void TellSkipped(const Preview& preview) const {
+    std::vector<std::string> names;
+    for (const auto& table : told_) {
+      const auto number = table.table->number;
+      const bool isSkipped = std::ranges::find(preview.skipped, number, &TableInHand::number) != preview.skipped.end();
+      if (isSkipped && table.rows > 0) names.push_back(TypedName(number));
+    }
+    if (names.empty()) return;
+    Tell(
+        fmt::format("QuickBooks was not asked about {}, which the settings skip, nor about what saved filters leave "
+                    "out.",
+                    Join(names, ", ")));
   }
 
   void Add(std::int32_t number, const std::string& key, const Trouble& trouble) {
