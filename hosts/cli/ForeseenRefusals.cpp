@@ -12,6 +12,7 @@
 
 #include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/terminal/TextLayout.h"
+#include "bridge/Tables.h"
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 #include "cli/Preview.h"
@@ -90,17 +91,52 @@ struct LeftOut {
   friend bool operator==(const LeftOut&, const LeftOut&) = default;
 };
 
+constexpr std::string_view kUnlinked = "(QBLinkID IS NULL OR QBLinkID = '')";
+
+void Mark(ado::Connection& connection, const LeftOut& leftOut) {
+  const auto& [table, key] = leftOut;
+  for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
+    if (place.table.empty()) continue;
+    const auto which = key.empty() ? Sql("{} AND {}", Sql::Own(kUnlinked), Sql::Own(place.condition))
+                                   : Sql("{} = '{}'", place.column, Doubled{FixQuote(key)});
+    connection.Execute(Sql("INSERT OR IGNORE INTO LeftOut SELECT '{0}', rowid FROM {0} WHERE {1}", place.table, which),
+                       nullptr);
+  }
+}
+
+// What is of a marked row can't go without it. In the copies it would end the send of its own table, which the firm's
+// would not come to.
+void MarkWhatIsOfThem(ado::Connection& connection) {
+  bool isNew = true;
+  while (isNew) {
+    isNew = false;
+    for (const auto* table : Tables()) {
+      for (const auto& parent : table->parents) {
+        std::int64_t rows = 0;
+        connection.Execute(
+            Sql("INSERT OR IGNORE INTO LeftOut SELECT '{0}', rowid FROM {0} WHERE {1} AND {2} IN (SELECT "
+                "{3} FROM {4} WHERE rowid IN (SELECT Place FROM LeftOut WHERE Rows = '{4}'))",
+                table->rows.table, Sql::Own(kUnlinked), parent.column, parent.key, parent.table),
+            &rows);
+        isNew = isNew || rows > 0;
+      }
+    }
+  }
+}
+
 void LeaveOut(const Workplace& copies, const std::vector<LeftOut>& all) {
   if (all.empty()) return;
   const auto connection = SqliteProvider().CreateConnection();
   connection->SetConnectionString(copies.billing);
   connection->Open();
-  for (const auto& [table, key] : all) {
+  connection->Execute("CREATE TEMP TABLE LeftOut (Rows TEXT, Place INTEGER, PRIMARY KEY (Rows, Place))", nullptr);
+  for (const auto& leftOut : all) Mark(*connection, leftOut);
+  MarkWhatIsOfThem(*connection);
+  for (const auto* table : Tables()) {
     for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
       if (place.table.empty()) continue;
-      const auto which = key.empty() ? Sql("(QBLinkID IS NULL OR QBLinkID = '') AND {}", Sql::Own(place.condition))
-                                     : Sql("{} = '{}'", place.column, Doubled{FixQuote(key)});
-      connection->Execute(Sql("DELETE FROM {} WHERE {}", place.table, which), nullptr);
+      connection->Execute(
+          Sql("DELETE FROM {0} WHERE rowid IN (SELECT Place FROM LeftOut WHERE Rows = '{0}')", place.table), nullptr);
     }
   }
   connection->Close();

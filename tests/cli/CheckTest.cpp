@@ -220,6 +220,20 @@ TEST_F(Checks, Find_payroll_items_that_QuickBooks_lacks_and_what_is_behind_such_
   EXPECT_THAT(sent.err, Not(HasSubstr("foreseen")));
 }
 
+// Hours of a client that can't go would end a send that was made without the client.
+TEST_F(Checks, Leave_what_is_of_a_row_out_along_with_it) {
+  const WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  firm.Done({"billing", "run", "-e",
+             "INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara');"
+             "UPDATE Project SET ClientID = 'O''HARA' WHERE ProjectID LIKE 'HARBOR:%'"});
+  const auto ended = firm.Twqb({"check"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.out, HasSubstr("client O'HARA: Its key has a quotation mark in it"));
+  EXPECT_THAT(ended.err, AllOf(Not(HasSubstr("foreseen")), Not(HasSubstr("no preview")),
+                               HasSubstr("On copies: Sending Bills to QuickBooks")));
+}
+
 TEST_F(Checks, Say_the_same_of_a_row_once) {
   Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing');"
       "INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub, EmpCompany) VALUES ('V', 'Ann', 'Lee', -1, "
