@@ -45,6 +45,7 @@ ListRecord ReadRecord(const SqliteRows& row) {
   return record;
 }
 constexpr int kKindColumn = 16;
+constexpr std::string_view kRefused = "refused ";  // ahead of the kind, in a setting
 
 std::optional<ListRecord> FirstRecord(SqliteRows rows) {
   if (!rows.Next()) return std::nullopt;
@@ -123,6 +124,7 @@ CompanyStore::CompanyStore(const std::string& path) try : database_(RequireFile(
   static_cast<void>(ReadFormat(database_));
   database_.SetUp();
   ReadOptions();
+  ReadRefusals();
   Upgrade();
 } catch (const PlatformError& failure) {
   if (failure.number() == kCannotOpenFile) {
@@ -189,17 +191,26 @@ void CompanyStore::WriteConditions(const CompanyConditions& conditions) {
   }
 }
 
-std::optional<Status> CompanyStore::ReadRefusal(std::string_view kind) {
-  const auto text = ReadSetting(fmt::format("refused {}", kind));
-  if (!text) return std::nullopt;
-  const auto blank = text->find(' ');
-  Status refusal{.message = text->substr(blank + 1)};
-  std::from_chars(text->data(), text->data() + blank, refusal.code);
-  return refusal;
+std::optional<Status> CompanyStore::FindRefusal(std::string_view kind) const {
+  const auto refusal = refusals_.find(kind);
+  return refusal == refusals_.end() ? std::nullopt : std::optional(refusal->second);
 }
 
 void CompanyStore::WriteRefusal(std::string_view kind, const Status& refusal) {
-  WriteSetting(fmt::format("refused {}", kind), fmt::format("{} {}", refusal.code, refusal.message));
+  WriteSetting(fmt::format("{}{}", kRefused, kind), fmt::format("{} {}", refusal.code, refusal.message));
+  refusals_.insert_or_assign(std::string(kind), refusal);
+}
+
+void CompanyStore::ReadRefusals() {
+  auto rows = database_.Query("SELECT key, value FROM setting WHERE substr(key, 1, ?) = ?",
+                              {static_cast<std::int64_t>(kRefused.size()), kRefused});
+  while (rows.Next()) {
+    const auto text = rows.Text(1);
+    const auto blank = text.find(' ');
+    Status refusal{.message = text.substr(blank + 1)};
+    std::from_chars(text.data(), text.data() + blank, refusal.code);
+    refusals_.insert_or_assign(rows.Text(0).substr(kRefused.size()), std::move(refusal));
+  }
 }
 
 std::string CompanyStore::NewId(std::string_view counter, std::int64_t now) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -45,7 +46,7 @@ class CompanyStore {
 
   // What every request about records of the kind is answered; nothing where they are carried out, as in every file that
   // was not read from another QuickBooks.
-  [[nodiscard]] std::optional<Status> ReadRefusal(std::string_view kind);
+  [[nodiscard]] std::optional<Status> FindRefusal(std::string_view kind) const;
   void WriteRefusal(std::string_view kind, const Status& refusal);
 
   // Identifiers that were never given out before: of a list record; of a transaction or a line of one.
@@ -117,6 +118,7 @@ class CompanyStore {
  private:
   void Upgrade();
   void ReadOptions();
+  void ReadRefusals();
   [[nodiscard]] std::string RequireSetting(std::string_view key);
   [[nodiscard]] std::string NewId(std::string_view counter, std::int64_t now);
   void AddToTotals(std::string parentId, Currency amount);
@@ -124,6 +126,7 @@ class CompanyStore {
   SqliteDatabase database_;
   CompanyOptions options_;
   std::int64_t created_ = 0;
+  std::map<std::string, Status, std::less<>> refusals_;  // by kind; a file in use gets none
 };
 
 }  // namespace twqb::company

@@ -210,7 +210,7 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
   const auto kind = operation.txnKind != nullptr ? operation.txnKind->name
                     : operation.kind != nullptr  ? operation.kind->name
                                                  : std::string_view{};
-  if (const auto refusal = kind.empty() ? std::nullopt : store_.ReadRefusal(kind)) return response.Answer(*refusal);
+  if (const auto refusal = kind.empty() ? std::nullopt : store_.FindRefusal(kind)) return response.Answer(*refusal);
   if (operation.txnKind != nullptr) {
     const TxnContext context{
         .store = store_, .kind = *operation.txnKind, .form = form, .clock = clock, .macros = macros};

@@ -73,7 +73,7 @@ bool XmlBars(char32_t c) {
   return c == kFirstNoncharacter || c == kLastNoncharacter;
 }
 
-// How many characters at the front are ASCII, as far as can be told by eights.
+// How many characters at the front are ASCII.
 std::size_t AsciiLength(std::string_view text) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080;
   std::uint64_t eight = 0;
@@ -82,6 +82,7 @@ std::size_t AsciiLength(std::string_view text) {
     std::memcpy(&eight, text.data() + length, sizeof eight);
     if ((eight & kHighBits) != 0) break;
   }
+  while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) ++length;
   return length;
 }
 
