@@ -20,6 +20,7 @@
 #include "engine/TwinFinder.h"
 #include "platform/Text.h"
 #include "platform/desk.h"
+#include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
 namespace twqb::cli {
@@ -214,9 +215,11 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
     done = composition.Run("Link", {DeclaredName(TableFromName(arguments.table))}, [&] {
       if (!arguments.apply) {
         if (!bridge.ConnectToQB(true)) return false;
-        const auto session = Vars().g_QBSession;
-        for (auto& table : told) ShowPairs(table, *session);
-        return true;
+        return RunAs("ShowPairs", false, [&] {
+          const auto session = Vars().g_QBSession;
+          for (auto& table : told) ShowPairs(table, *session);
+          return true;
+        });
       }
       return LinkRows(options.singleUser, [&](QBSessionManager& session) {
         for (auto& table : told) {

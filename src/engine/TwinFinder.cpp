@@ -89,6 +89,7 @@ class TableLook final : public RowLook {
         .key = key, .request = request, .replaces = {}, .connection = connection, .session = session_, .look = this};
     // A row that can't be read is the check's to tell of.
     if (CatchError([&] { static_cast<void>(table_.lostLink.takeUp(row)); })) seen_.isUnreadable = true;
+    if (unread_) throw PlatformError(*unread_);
     return std::exchange(seen_, {});
   }
 
@@ -172,10 +173,15 @@ class TableLook final : public RowLook {
   const TwinPool& PoolOf(const QuickBooksRead& read, std::string_view linkedIn) {
     auto& pool = pools_[std::string(KeyOf(read))];
     if (pool) return *pool;
-    auto records = ReadAll(read);
-    const auto links = LinksOf(read, linkedIn);
-    std::erase_if(records, [&](const Record& record) { return links.contains(IdentifierOf(record)); });
-    return *(pool = std::make_unique<TwinPool>(read, table_.lostLink.called, std::move(records)));
+    // That it can't be read is no matter of the row in hand.
+    unread_ = CatchError([&] {
+      auto records = ReadAll(read);
+      const auto links = LinksOf(read, linkedIn);
+      std::erase_if(records, [&](const Record& record) { return links.contains(IdentifierOf(record)); });
+      pool = std::make_unique<TwinPool>(read, table_.lostLink.called, std::move(records));
+    });
+    if (unread_) throw PlatformError(*unread_);
+    return *pool;
   }
 
   std::vector<Record> ReadAll(const QuickBooksRead& read) {
@@ -211,6 +217,7 @@ class TableLook final : public RowLook {
   Round round_ = Round::Records;
   std::map<std::string, std::pair<Date, Date>> days_;
   std::map<std::string, std::unique_ptr<TwinPool>> pools_;
+  std::optional<PlatformError> unread_;         // what QuickBooks' records, or their links, could not be read for
   std::map<std::string, Likeness> likenesses_;  // of the row in hand
   Seen seen_;
 };
