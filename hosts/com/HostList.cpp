@@ -1,5 +1,8 @@
 #include "com/HostList.h"
 
+#include <fmt/core.h>
+
+#include <string_view>
 #include <utility>
 
 #include "adapters/windows/qbfc/LastAnswer.h"
@@ -7,20 +10,31 @@
 #include "com/House.h"
 #include "com/ListObject.h"
 #include "platform/PlatformError.h"
+#include "services/Errors.h"
 
 namespace twqb::com {
 
 namespace {
 
-// Null where the last answer has no such list: the host gets ours, which does as well.
+constexpr std::string_view kProcedure = "AskForList";
+
+// Null where the last answer has no such list: the host gets ours, which does as well for what both have. The log says
+// why, for a host that misses a member in it.
 IDispatch* OwnListOf(windows::LastAnswer& last, const ReturnedList& list) {
   try {
     auto own = last.Detail();
-    const bool isSame = own.Get("Count").Number() == static_cast<long>(list.Count());
-    return isSame ? own.AsVariant().Release().pdispVal : nullptr;
-  } catch (const PlatformError&) {
-    return nullptr;
+    const auto count = own.Get("Count").Number();
+    if (count == static_cast<long>(list.Count())) return own.AsVariant().Release().pdispVal;
+    LogError(kProcedure, fmt::format("The session library's own list has {} records, where {} were read; the host got "
+                                     "another list with those.",
+                                     count, list.Count()));
+  } catch (const PlatformError& raised) {
+    LogError(kProcedure,
+             fmt::format("The session library has no list of its own; the host got another one. {} {}",
+                         SignedNumber(raised.number()), raised.description()),
+             raised.number());
   }
+  return nullptr;
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "tests/windows/AnswerDouble.h"
 
+#include <string_view>
+
 #include "com/ListObject.h"
 #include "quickbooks/ResponseModel.h"
 #include "tests/windows/EnvironmentClock.h"
@@ -10,6 +12,9 @@ namespace {
 
 using windows::Variant;
 
+// How its lists are, as the environment has it.
+bool ListsAre(std::string_view word) { return FromEnvironment("TWQB_DOUBLE_LISTS") == word; }
+
 std::size_t IndexIn(const Arguments& given) { return static_cast<std::size_t>(given.at(0).Number()); }
 
 class DetailDouble : public Double<DetailDouble> {
@@ -18,14 +23,15 @@ class DetailDouble : public Double<DetailDouble> {
 
  protected:
   [[nodiscard]] const Table& Members() const override {
-    static const Table members = {
-        {"count",
-         [](const DetailDouble& own, const Arguments&) { return Variant(static_cast<long>(own.list_.Count())); }},
-        {"getat",
-         [](const DetailDouble& own, const Arguments& given) {
-           return ObjectVariant(com::MakeRecordObject(own.list_.GetAt(IndexIn(given))));
-         }},
-        {"isdouble", [](const DetailDouble&, const Arguments&) { return Variant(true); }}};
+    static const Table members = {{"count",
+                                   [](const DetailDouble& own, const Arguments&) {
+                                     return Variant(static_cast<long>(own.list_.Count()) - (ListsAre("fewer") ? 1 : 0));
+                                   }},
+                                  {"getat",
+                                   [](const DetailDouble& own, const Arguments& given) {
+                                     return ObjectVariant(com::MakeRecordObject(own.list_.GetAt(IndexIn(given))));
+                                   }},
+                                  {"isdouble", [](const DetailDouble&, const Arguments&) { return Variant(true); }}};
     return members;
   }
 
@@ -43,6 +49,7 @@ class ResponseDouble : public Double<ResponseDouble> {
         {"statuscode", [](const ResponseDouble& own,
                           const Arguments&) { return Variant(static_cast<long>(own.response_.StatusCode())); }},
         {"detail", [](const ResponseDouble& own, const Arguments&) {
+           if (ListsAre("fails")) throw PlatformError(0x80004005, "The list is not to be had.");
            auto list = own.response_.DetailList();
            return ObjectVariant(list.IsNothing() ? nullptr : new DetailDouble(std::move(list)));
          }}};
@@ -81,12 +88,14 @@ class AnswerDouble : public Double<AnswerDouble> {
     static const Table members = {
         {"toxmlstring", [](const AnswerDouble& own, const Arguments&) { return Variant(std::string_view(own.text_)); }},
         {"responselist", [](const AnswerDouble& own, const Arguments&) {
-           return ObjectVariant(new ResponsesDouble(MsgSetResponse(own.text_, &own.machine_)));
+           auto responses = ObjectVariant(new ResponsesDouble(MsgSetResponse(own.text_, &own.machine_)));
+           if (ListsAre("unknown")) responses.Get()->vt = VT_UNKNOWN;
+           return responses;
          }}};
     return members;
   }
   [[nodiscard]] bool Knows(const std::string& name) const override {
-    return Double::Knows(name) && (!SameName(name, "ResponseList") || FromEnvironment("TWQB_DOUBLE_LISTS") != "none");
+    return Double::Knows(name) && (!SameName(name, "ResponseList") || !ListsAre("none"));
   }
 
  private:

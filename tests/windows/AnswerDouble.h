@@ -1,7 +1,8 @@
 // The double of what the session library answers: the text, and the same as objects of its own.
 //
 // Its lists have the member IsDouble, by which a host tells them from those of TWQBClient90; the records in them are
-// that library's objects. With TWQB_DOUBLE_LISTS=none it has the text alone.
+// that library's objects. TWQB_DOUBLE_LISTS=none leaves the text alone; with =fails a list raises an error, with =fewer
+// it says that it has one record less than it has, and with =unknown an object comes as one without names.
 #pragma once
 
 #include <string>

@@ -1,34 +1,65 @@
 # What the tests of the build for Windows share: a Windows of their own under wine, without a display, in a folder that
 # goes at the end; and checks that are counted.
 
-# In memory where there is such a folder: wine's start and its programs' files are many small writes.
-[ ! -d /dev/shm ] || export TMPDIR=/dev/shm
+# In memory where nobody has said otherwise and there is room: wine's start and its programs' files are many small writes,
+# and its Windows takes more than half a gigabyte.
+# has_room FOLDER: it takes files, has 1.5 GB free, and programs can be run from it, as wine does.
+has_room() {
+  local free probe
+  free=$(df --output=avail "$1" 2>/dev/null | tail -1) && [ "${free:-0}" -gt 1500000 ] || return 1
+  probe=$(mktemp -p "$1" 2>/dev/null) || return 1
+  printf '#!/bin/sh\n' >"$probe" && chmod +x "$probe" && "$probe" 2>/dev/null
+  local status=$?
+  rm -f "$probe"
+  return "$status"
+}
+if [ -z "${TMPDIR:-}" ] && has_room /dev/shm; then export TMPDIR=/dev/shm; fi
 work=$(mktemp -d)
 # By this folder wine's programs find the server that they share. Were it another one later, two of them would be at work
 # on one registry, and what one has registered would go when the other writes its own.
 export TMPDIR=$work
-mkdir "$work/wine"
-export WINEPREFIX=$work/wine WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml='
+# Nothing is written into the caller's home, and none is needed.
+mkdir "$work/wine" "$work/home"
+export HOME=$work/home WINEPREFIX=$work/wine
+unset XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME
+export WINEDEBUG=-all WINEARCH=${WINEARCH:-win64} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 export LC_ALL=C.UTF-8  # by which wine reads names and arguments
 unset DISPLAY
+# What is asked for is asked of files, never of who runs this.
+exec </dev/null
+
+# wine, wherever it is called from here on, ends: a program that hangs is ended after so many seconds, which is told.
+wine_seconds=${TWQB_WINE_SECONDS:-600}
+loader=$(command -v wine) || { echo "wine is not installed." >&2; exit 3; }
 # For 64 bits the system's programs are those of 64, where there are those of 32 as well: these see another part of the
 # registry.
 if [ "$WINEARCH" = win64 ] && [ -x /usr/lib/wine/wine64 ]; then
-  mkdir "$work/bin"
-  printf '#!/bin/sh\nWINELOADER=/usr/lib/wine/wine64 exec /usr/lib/wine/wine64 "$@"\n' >"$work/bin/wine"
-  chmod +x "$work/bin/wine"
-  PATH=$work/bin:$PATH
+  loader=/usr/lib/wine/wine64
+  export WINELOADER=$loader
 fi
+mkdir "$work/bin"
+cat >"$work/bin/wine" <<TEXT
+#!/bin/sh
+status=0
+timeout -k 10 $wine_seconds '$loader' "\$@" || status=\$?
+[ "\$status" != 124 ] || echo "wine: ended after $wine_seconds seconds without an end: \$*" >&2
+exit "\$status"
+TEXT
+chmod +x "$work/bin/wine"
+PATH=$work/bin:$PATH
 
-# boot: the server stays until it is told to go. By itself it goes at each moment without programs, and the next one waits
-# until there is a new one that has read the registry.
+# boot: the server stays until it is told to go, or a quarter of an hour without programs should nobody be left to tell
+# it. By itself it goes at each moment without, and the next one waits until there is a new one that has read the registry.
 boot() {
-  wineserver -p
-  wine wineboot "$@" >/dev/null 2>&1
+  wineserver -p900
+  wine wineboot "$@" >"$work/boot" 2>&1 && return
+  echo "Wine's Windows did not start:" >&2
+  head -40 "$work/boot" >&2
+  exit 3
 }
 shut_down() {
-  wineserver -k || true
-  wineserver -w || true
+  timeout 60 wineserver -k || true
+  timeout 60 wineserver -w || true
 }
 leave() {
   jobs -p | xargs -r kill 2>/dev/null || true

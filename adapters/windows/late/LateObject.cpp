@@ -51,10 +51,14 @@ class Told {
 };
 
 LateObject ObjectOf(Variant result) {
-  if (result.Value().vt != VT_DISPATCH || result.Value().pdispVal == nullptr) {
-    throw PlatformError(error::kObjectNothing);
-  }
-  return LateObject(result.Release().pdispVal);
+  // Both kinds are a pointer in the same place; the one without names may have them all the same.
+  const bool isObject = result.Value().vt == VT_DISPATCH || result.Value().vt == VT_UNKNOWN;
+  if (!isObject || result.Value().punkVal == nullptr) throw PlatformError(error::kObjectNothing);
+  if (result.Value().vt == VT_DISPATCH) return LateObject(result.Release().pdispVal);
+  Reference<IDispatch> named;
+  const auto failure = result.Value().punkVal->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(named.Out()));
+  if (FAILED(failure)) throw PlatformError(NumberOf(failure), SystemText(failure));
+  return LateObject(named.Release());
 }
 
 }  // namespace

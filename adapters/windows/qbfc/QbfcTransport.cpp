@@ -1,6 +1,7 @@
 #include "adapters/windows/qbfc/QbfcTransport.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "adapters/windows/late/LateObject.h"
@@ -17,11 +18,18 @@ constexpr std::array<std::string_view, 12> kClasses = {
     "QBFC10.QBSessionManager", "QBFC11.QBSessionManager", "QBFC12.QBSessionManager", "QBFC13.QBSessionManager",
     "QBFC14.QBSessionManager", "QBFC15.QBSessionManager", "QBFC16.QBSessionManager", "QBFC17.QBSessionManager"};
 
-constexpr ErrorNumber kNotInstalled = 0x8007007E;
+constexpr ErrorNumber kNotInstalled = 0x8007007E;  // a module is not there
+constexpr ErrorNumber kNotRegistered = 0x80040154;
 
 bool IsInstalled(std::string_view className) {
   CLSID id = {};
   return SUCCEEDED(CLSIDFromProgID(Wide(className).c_str(), &id));
+}
+
+// Programs of 32 and of 64 bits share the names of classes, but not what stands behind them: a name may be known where
+// only the other width has its library. And one that was removed may have left its name.
+bool IsMissing(const PlatformError& raised) {
+  return raised.number() == kNotRegistered || raised.number() == kNotInstalled;
 }
 
 template <typename... Arguments>
@@ -98,9 +106,17 @@ QbfcTransportFactory::QbfcTransportFactory() : last_(std::make_unique<LastAnswer
 QbfcTransportFactory::~QbfcTransportFactory() = default;
 
 std::unique_ptr<Transport> QbfcTransportFactory::CreateTransport() {
+  std::optional<PlatformError> first;
   for (const auto className : kClasses) {
-    if (IsInstalled(className)) return std::make_unique<QbfcTransport>(LateObject::Create(className), *last_);
+    if (!IsInstalled(className)) continue;
+    try {
+      return std::make_unique<QbfcTransport>(LateObject::Create(className), *last_);
+    } catch (const PlatformError& raised) {
+      if (!IsMissing(raised)) throw;
+      if (!first) first = raised;
+    }
   }
+  if (first) throw PlatformError(*first);
   throw PlatformError(kNotInstalled, "QuickBooks' session library is not installed on this computer.");
 }
 
