@@ -12,12 +12,14 @@
 
 #include "adapters/sqlite/SqliteProvider.h"
 #include "adapters/terminal/TextLayout.h"
+#include "bridge/Tables.h"
 #include "cli/ExitStatus.h"
 #include "cli/Output.h"
 #include "cli/Preview.h"
 #include "cli/PreviewSeams.h"
 #include "cli/TableArgument.h"
 #include "messages/StatusCodes.h"
+#include "platform/Text.h"
 #include "services/Conversions.h"
 #include "services/Sql.h"
 
@@ -77,7 +79,6 @@ Options QuietOptions(const Options& options) {
   quiet.answers.clear();
   quiet.faults.clear();
   quiet.transcript.clear();
-  quiet.noProgress = true;
   quiet.noRecovery = true;
   return quiet;
 }
@@ -90,24 +91,59 @@ struct LeftOut {
   friend bool operator==(const LeftOut&, const LeftOut&) = default;
 };
 
+constexpr std::string_view kUnlinked = "(QBLinkID IS NULL OR QBLinkID = '')";
+
+void Mark(ado::Connection& connection, const LeftOut& leftOut) {
+  const auto& [table, key] = leftOut;
+  for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
+    if (place.table.empty()) continue;
+    const auto which = key.empty() ? Sql("{} AND {}", Sql::Own(kUnlinked), Sql::Own(place.condition))
+                                   : Sql("{} = '{}'", place.column, Doubled{FixQuote(key)});
+    connection.Execute(Sql("INSERT OR IGNORE INTO LeftOut SELECT '{0}', rowid FROM {0} WHERE {1}", place.table, which),
+                       nullptr);
+  }
+}
+
+// What is of a marked row can't go without it. In the copies it would end the send of its own table, which the firm's
+// would not come to.
+void MarkWhatIsOfThem(ado::Connection& connection) {
+  bool isNew = true;
+  while (isNew) {
+    isNew = false;
+    for (const auto* table : Tables()) {
+      for (const auto& parent : table->parents) {
+        std::int64_t rows = 0;
+        connection.Execute(
+            Sql("INSERT OR IGNORE INTO LeftOut SELECT '{0}', rowid FROM {0} WHERE {1} AND {2} IN (SELECT "
+                "{3} FROM {4} WHERE rowid IN (SELECT Place FROM LeftOut WHERE Rows = '{4}'))",
+                table->rows.table, Sql::Own(kUnlinked), parent.column, parent.key, parent.table),
+            &rows);
+        isNew = isNew || rows > 0;
+      }
+    }
+  }
+}
+
 void LeaveOut(const Workplace& copies, const std::vector<LeftOut>& all) {
   if (all.empty()) return;
   const auto connection = SqliteProvider().CreateConnection();
   connection->SetConnectionString(copies.billing);
   connection->Open();
-  for (const auto& [table, key] : all) {
+  connection->Execute("CREATE TEMP TABLE LeftOut (Rows TEXT, Place INTEGER, PRIMARY KEY (Rows, Place))", nullptr);
+  for (const auto& leftOut : all) Mark(*connection, leftOut);
+  MarkWhatIsOfThem(*connection);
+  for (const auto* table : Tables()) {
     for (const auto& place : {table->lostLink.keys, table->lostLink.otherKeys}) {
       if (place.table.empty()) continue;
-      const auto which = key.empty() ? Sql("(QBLinkID IS NULL OR QBLinkID = '') AND {}", Sql::Own(place.condition))
-                                     : Sql("{} = '{}'", place.column, Doubled{FixQuote(key)});
-      connection->Execute(Sql("DELETE FROM {} WHERE {}", place.table, which), nullptr);
+      connection->Execute(
+          Sql("DELETE FROM {0} WHERE rowid IN (SELECT Place FROM LeftOut WHERE Rows = '{0}')", place.table), nullptr);
     }
   }
   connection->Close();
 }
 
-// Sends on copies until one comes to its end. A send of all tables ends with the table in which a row comes to an
-// error: what is behind it is foreseen without that row.
+// Sends on copies until one comes to its end. A row that comes to an error ends the send of its table, and that of all
+// tables: what is behind it is foreseen without that row.
 class Foreseeing {
  public:
   Foreseeing(const Options& options, std::vector<TableFindings>& told)
@@ -121,7 +157,10 @@ class Foreseeing {
           options_, {{.direction = Direction::Send, .table = table}},
           [&](const Workplace& copies) { LeaveOut(copies, leftOut_); }, sources);
       Take(preview);
-      if (preview.done || !isOfAll_ || !GoesOnBehind(preview)) return;
+      if (preview.done || !GoesOnBehind(preview)) {
+        TellSkipped(preview);
+        return;
+      }
     }
   }
 
@@ -133,6 +172,21 @@ class Foreseeing {
     for (const auto& error : preview.errors) {
       if (error.table) Add(error.table->number, error.key, {.text = error.text});
     }
+  }
+
+  // Of these a clean result says nothing.
+  void TellSkipped(const Preview& preview) const {
+    std::vector<std::string> names;
+    for (const auto& table : told_) {
+      const auto number = table.table->number;
+      const bool isSkipped = std::ranges::find(preview.skipped, number, &TableInHand::number) != preview.skipped.end();
+      if (isSkipped && table.rows > 0) names.push_back(TypedName(number));
+    }
+    if (names.empty()) return;
+    Tell(
+        fmt::format("QuickBooks was not asked about {}, which the settings skip, nor about what saved filters leave "
+                    "out.",
+                    Join(names, ", ")));
   }
 
   void Add(std::int32_t number, const std::string& key, const Trouble& trouble) {
@@ -162,7 +216,7 @@ class Foreseeing {
   bool GoesOnBehind(const Preview& preview) {
     const auto* last = TableAtTheEnd(preview);
     if (last == nullptr) {
-      Tell("A send of all tables would end ahead of them: nothing of it was foreseen.");
+      Tell(fmt::format("A send of {} would end ahead of its first row: nothing of it was foreseen.", Sent()));
       return false;
     }
     constexpr int kMostRounds = 3;
@@ -171,11 +225,17 @@ class Foreseeing {
     if (leftOut_.size() > before) return true;
     const LeftOut rest = {.table = last->table, .key = {}};
     const bool isNew = std::ranges::find(leftOut_, rest) == leftOut_.end();
+    if (isNew) leftOut_.push_back(rest);
+    if (!isOfAll_) {
+      if (isNew) Tell(fmt::format("A send of {} would end ahead of its last row: not each was foreseen.", Sent()));
+      return isNew;
+    }
     Tell(fmt::format("A send of all tables would end with {}: not each of {} was foreseen.",
                      TypedName(last->table->number), isNew ? "its rows" : "the rows behind it"));
-    if (isNew) leftOut_.push_back(rest);
     return isNew;
   }
+
+  [[nodiscard]] std::string Sent() const { return isOfAll_ ? "all tables" : TypedName(told_.front().table->number); }
 
   // The table at which it has ended; nothing: ahead of all of them.
   [[nodiscard]] const TableFindings* TableAtTheEnd(const Preview& preview) const {

@@ -20,6 +20,7 @@
 #include "engine/TwinFinder.h"
 #include "platform/Text.h"
 #include "platform/desk.h"
+#include "services/Errors.h"
 #include "services/ModuleVariables.h"
 
 namespace twqb::cli {
@@ -127,7 +128,11 @@ std::string SummaryOf(const TablePairs& told, bool applied) {
   }
   if (parts.empty()) parts.emplace_back("nothing in QuickBooks looks like them");
   if (told.staying > 0) parts.push_back(Count(told.staying, "can't go yet, for what they belong to has no link"));
-  return fmt::format("{}: {} without a link; {}\n", TypedName(told.table->number), told.unlinked, Join(parts, ", "));
+  const auto name = TypedName(told.table->number);
+  if (told.unreadable > 0) {
+    parts.push_back(Count(told.unreadable, fmt::format("can't be read: see \"twqb check {}\"", name)));
+  }
+  return fmt::format("{}: {} without a link; {}\n", name, told.unlinked, Join(parts, ", "));
 }
 
 // --- For programs ----------------------------------------------------------------------------------------------------
@@ -210,9 +215,11 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
     done = composition.Run("Link", {DeclaredName(TableFromName(arguments.table))}, [&] {
       if (!arguments.apply) {
         if (!bridge.ConnectToQB(true)) return false;
-        const auto session = Vars().g_QBSession;
-        for (auto& table : told) ShowPairs(table, *session);
-        return true;
+        return RunAs("ShowPairs", false, [&] {
+          const auto session = Vars().g_QBSession;
+          for (auto& table : told) ShowPairs(table, *session);
+          return true;
+        });
       }
       return LinkRows(options.singleUser, [&](QBSessionManager& session) {
         for (auto& table : told) {
@@ -262,9 +269,9 @@ CommandSyntax LinkCommand() {
           "Rows without a link beside records of QuickBooks that nothing is linked to. Exact: the same name, full "
           "name or\naccount number; of transactions the same number and date, or without a number the same day, "
           "person and amount.\nNear: the same but for capital letters, punctuation, marks on letters, the kind of "
-          "company, a title, words cut short, the order of words, a slip of the pen or an initial,\nor exact more than "
-          "once. Without --apply nothing is "
-          "changed.\n\nExamples:\n  twqb link clients\n  twqb link --apply --keep quickbooks --answers "
+          "company, a title\nor a small word, words cut short, the order of words, a slip of the pen or an initial, or "
+          "exact more than once.\nWithout --apply nothing is changed.\n\nExamples:\n  twqb link clients\n  twqb link "
+          "--apply --keep quickbooks --answers "
           "answers.txt",
       .run = [arguments](const Options& options) { return Link(options, *arguments); }};
 }

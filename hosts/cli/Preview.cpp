@@ -38,7 +38,10 @@ class PreviewAccount final : public RunObserver {
   }
   void WalkEnded(const TableInHand& table, const Extent& extent) override { account_.WalkEnded(table, extent); }
   void LostLinkTold(const LostLinkAccount& link) override { account_.LostLinkTold(link); }
-  void TableSkipped(const TableInHand& table) override { account_.TableSkipped(table); }
+  void TableSkipped(const TableInHand& table) override {
+    preview_.skipped.push_back(table);
+    account_.TableSkipped(table);
+  }
   void TableEnded(const TableInHand& table, std::string_view narrowed) override {
     account_.TableEnded(table, narrowed);
   }

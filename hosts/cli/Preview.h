@@ -76,6 +76,7 @@ struct Preview {
   std::vector<PreviewedRecord> records = {};   // in the order in which they were told
   std::vector<RecordChange> beside = {};       // what changes with no record that was told
   std::vector<ErrorAccount> errors = {};
+  std::vector<TableInHand> skipped = {};  // by the settings
   std::vector<PreviewedBox> boxes = {};
   std::vector<SettingChange> settings = {};
   std::vector<std::string> log = {};  // the lines that it would get

@@ -115,6 +115,7 @@ class Linking {
     if (isFirst_) told_.unlinked = found.unlinked;
     isFirst_ = false;
     told_.staying = found.staying;
+    told_.unreadable = found.unreadable;
     bool any = false;
     std::set<std::string> rows;
     std::set<std::string> records;
@@ -157,6 +158,7 @@ void ShowPairs(TablePairs& told, QBSessionManager& session) {
   auto found = FindLikelyPairs(*told.table, Tables(), session);
   told.unlinked = found.unlinked;
   told.staying = found.staying;
+  told.unreadable = found.unreadable;
   for (auto& pair : found.pairs) told.pairs.push_back({.pair = std::move(pair)});
 }
 

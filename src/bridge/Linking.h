@@ -35,8 +35,9 @@ struct PairTold {
 struct TablePairs {
   const Table* table = nullptr;
   std::vector<PairTold> pairs = {};
-  std::size_t unlinked = 0;  // rows without a link, ahead of all
-  std::size_t staying = 0;   // that can't go: what they belong to has no link
+  std::size_t unlinked = 0;    // rows without a link, ahead of all
+  std::size_t staying = 0;     // that can't go: what they belong to has no link
+  std::size_t unreadable = 0;  // of which nothing can be made
 };
 
 // Finds the likely pairs of the table, and writes nothing.

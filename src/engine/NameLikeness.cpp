@@ -22,6 +22,9 @@ constexpr std::array<std::string_view, 29> kSuffixes = {
 // What stands ahead of a person's name, or behind its comma.
 constexpr std::array<std::string_view, 6> kTitles = {"dr", "miss", "mr", "mrs", "ms", "prof"};
 constexpr std::string_view kArticle = "the";
+// What joins words, and is left out or not.
+constexpr std::string_view kAnd = "and";
+constexpr std::array<std::string_view, 3> kJoints = {kAnd, "for", "of"};
 
 // What tells two of one kind apart, as figures do.
 constexpr std::array<std::string_view, 8> kOrdinals = {"jr", "sr", "ii", "iii", "iv", "vi", "vii", "viii"};
@@ -46,14 +49,15 @@ std::string Whole(const std::string& word) {
 bool IsSuffix(std::string_view word) { return std::ranges::find(kSuffixes, word) != kSuffixes.end(); }
 bool IsOrdinal(std::string_view word) { return std::ranges::find(kOrdinals, word) != kOrdinals.end(); }
 
-// Without what is a title or an article where it stands.
-std::vector<std::string> WithoutTitles(const std::vector<std::string>& words) {
+// Without what is a title or an article where it stands, and without what joins words.
+std::vector<std::string> WithoutSmallWords(const std::vector<std::string>& words) {
   std::vector<std::string> left;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const bool isLast = i + 1 == words.size();
     const bool isArticle = words[i] == kArticle && (i == 0 || isLast);
     const bool isTitle = !isLast && std::ranges::find(kTitles, words[i]) != kTitles.end();
-    if (!isArticle && !isTitle) left.push_back(words[i]);
+    const bool isJoint = std::ranges::find(kJoints, words[i]) != kJoints.end();
+    if (!isArticle && !isTitle && !isJoint) left.push_back(words[i]);
   }
   return left;
 }
@@ -71,7 +75,7 @@ std::vector<std::string> WordsOf(std::string_view folded) {
     if (IsLetter(static_cast<unsigned char>(c))) {
       words.back() += c;
     } else if (c == '&' || c == '+') {
-      words.emplace_back("and");
+      words.emplace_back(kAnd);
       words.emplace_back();
     } else if (c != '.' && c != '\'') {
       words.emplace_back();
@@ -79,6 +83,21 @@ std::vector<std::string> WordsOf(std::string_view folded) {
   }
   std::erase_if(words, [](const std::string& word) { return word.empty(); });
   return words;
+}
+
+// "Jackson & Co." is "Jackson".
+std::vector<std::string> WithoutSuffixes(std::vector<std::string> words) {
+  if (words.empty()) return words;
+  const bool endsInSuffix = IsSuffix(words.back());
+  std::erase_if(words, [](const std::string& word) { return IsSuffix(word); });
+  if (endsInSuffix && !words.empty() && words.back() == kAnd) words.pop_back();
+  return words;
+}
+
+// Whether a comma stands behind the first word: "Brown, John A."
+bool IsTurnedRound(std::string_view folded) {
+  const auto comma = folded.find(',');
+  return comma != std::string_view::npos && WordsOf(folded.substr(0, comma)).size() == 1;
 }
 
 std::string FiguresOf(std::string_view text) {
@@ -157,7 +176,7 @@ NameLikeness Misspelled(const NameWords& a, const NameWords& b) {
 bool IsInitial(std::string_view word) { return word.size() == 1 && !IsDigit(word.front()); }
 
 // "J. Brown" and "John Brown", "John A. Brown" and "John Brown": what is left of both without the words that they have
-// in common is an initial and the name of it, or an initial alone that stands within a name.
+// in common is an initial and the name of it, or an initial alone that stands behind the first name of two.
 NameLikeness DiffersInInitial(const NameWords& a, const NameWords& b) {
   constexpr std::size_t kFewLetters = 2;
   std::vector<std::string> common;
@@ -177,7 +196,19 @@ NameLikeness DiffersInInitial(const NameWords& a, const NameWords& b) {
   if (ofA.size() + ofB.size() != 1 || names != 2 || common.size() != 2) return {};
   const auto& longer = ofA.empty() ? b : a;
   const auto& initial = ofA.empty() ? ofB.front() : ofA.front();
-  return IsInitial(initial) && longer.inOrder[1] == initial ? likeness : NameLikeness();
+  const auto& behindFirstName = longer.isTurnedRound ? longer.inOrder[2] : longer.inOrder[1];
+  return IsInitial(initial) && behindFirstName == initial ? likeness : NameLikeness();
+}
+
+// Wherever a blank stands: "O Hara" is "OHara". Figures are not joined, "1 12" is not "11 2".
+bool AreTheSame(std::string_view a, std::string_view b) {
+  if (a == b) return true;
+  const auto together = [](std::string_view text) {
+    std::string letters(text);
+    std::erase(letters, ' ');
+    return letters;
+  };
+  return FiguresOf(a) == FiguresOf(b) && together(a) == together(b);
 }
 
 NameLikeness LikenessOf(const NameWords& a, const NameWords& b) {
@@ -185,9 +216,9 @@ NameLikeness LikenessOf(const NameWords& a, const NameWords& b) {
   if (a.plain == b.plain || Join(a.words, "") == Join(b.words, "")) {
     return {NameDifference::Punctuation, kScoreOfPunctuation};
   }
-  if (a.titled == b.titled) return {NameDifference::CompanySuffix, kScoreOfSuffix};
-  if (a.asWritten == b.asWritten) return {NameDifference::Title, kScoreOfTitle};
-  if (a.plainCore == b.plainCore) return {NameDifference::ShortWord, kScoreOfShortWord};
+  if (AreTheSame(a.titled, b.titled)) return {NameDifference::CompanySuffix, kScoreOfSuffix};
+  if (AreTheSame(a.asWritten, b.asWritten)) return {NameDifference::Title, kScoreOfTitle};
+  if (AreTheSame(a.plainCore, b.plainCore)) return {NameDifference::ShortWord, kScoreOfShortWord};
   if (a.sorted == b.sorted) return {NameDifference::WordOrder, kScoreOfOrder};
   const auto misspelled = Misspelled(a, b);
   return misspelled.score > 0 ? misspelled : DiffersInInitial(a, b);
@@ -208,7 +239,7 @@ std::string_view NameOf(NameDifference difference) {
     case NameDifference::CompanySuffix:
       return "the same name but for the kind of company";
     case NameDifference::Title:
-      return "the same name but for a title or an article";
+      return "the same name but for a title or a small word";
     case NameDifference::ShortWord:
       return "the same name but for words cut short";
     case NameDifference::WordOrder:
@@ -223,14 +254,13 @@ std::string_view NameOf(NameDifference difference) {
   return "another name";
 }
 
-NameWords::NameWords(std::string_view folded) : words(WordsOf(folded)) {
-  auto names = words;
-  std::erase_if(names, [](const std::string& word) { return IsSuffix(word); });
+NameWords::NameWords(std::string_view folded) : words(WordsOf(folded)), isTurnedRound(IsTurnedRound(folded)) {
+  auto names = WithoutSuffixes(words);
   // A company that is called by nothing else.
   if (names.empty()) names = words;
   plain = Join(words, " ");
   titled = Join(names, " ");
-  inOrder = WithoutTitles(names);
+  inOrder = WithoutSmallWords(names);
   if (inOrder.empty()) inOrder = names;
   asWritten = Join(inOrder, " ");
   for (auto& word : inOrder) word = Whole(word);

@@ -1,5 +1,5 @@
 // How much alike two names are: the same, or the same but for case, punctuation, marks on letters, what kind of company
-// it is, a title, words cut short, the order of words, a slip of the pen, or an initial.
+// it is, a title, a small word, words cut short, the order of words, a slip of the pen, or an initial.
 //
 // Pure text. Which names of a row and of a record are compared is a table's affair (Likeness in engine/Table.h).
 #pragma once
@@ -34,11 +34,12 @@ struct NameWords {
   explicit NameWords(std::string_view folded);
 
   std::vector<std::string> words;    // without punctuation
-  std::vector<std::string> core;     // without company suffixes and titles, each whole, in the order of the alphabet
+  bool isTurnedRound = false;        // a comma stands behind the first of them
+  std::vector<std::string> core;     // without suffixes, titles and small words, each whole, in the alphabet's order
   std::vector<std::string> inOrder;  // the same in its own order
   std::string plain;                 // the words with a blank between
   std::string titled;                // without company suffixes
-  std::string asWritten;             // without titles, too
+  std::string asWritten;             // without titles and small words, too
   std::string plainCore;             // of the whole words in their own order
   std::string sorted;                // and in that of the alphabet
 };

@@ -78,6 +78,7 @@ class TableLook final : public RowLook {
   // What came of the look at a row.
   struct Seen {
     bool stays = false;
+    bool isUnreadable = false;
     RowFace face;
     std::vector<Candidate> candidates = {};
   };
@@ -86,8 +87,9 @@ class TableLook final : public RowLook {
     likenesses_.clear();
     const LostAddition row = {
         .key = key, .request = request, .replaces = {}, .connection = connection, .session = session_, .look = this};
-    // A row that can't be read is the send's to tell of.
-    if (CatchError([&] { static_cast<void>(table_.lostLink.takeUp(row)); })) seen_.stays = true;
+    // A row that can't be read is the check's to tell of.
+    if (CatchError([&] { static_cast<void>(table_.lostLink.takeUp(row)); })) seen_.isUnreadable = true;
+    if (unread_) throw PlatformError(*unread_);
     return std::exchange(seen_, {});
   }
 
@@ -171,10 +173,15 @@ class TableLook final : public RowLook {
   const TwinPool& PoolOf(const QuickBooksRead& read, std::string_view linkedIn) {
     auto& pool = pools_[std::string(KeyOf(read))];
     if (pool) return *pool;
-    auto records = ReadAll(read);
-    const auto links = LinksOf(read, linkedIn);
-    std::erase_if(records, [&](const Record& record) { return links.contains(IdentifierOf(record)); });
-    return *(pool = std::make_unique<TwinPool>(read, table_.lostLink.called, std::move(records)));
+    // That it can't be read is no matter of the row in hand.
+    unread_ = CatchError([&] {
+      auto records = ReadAll(read);
+      const auto links = LinksOf(read, linkedIn);
+      std::erase_if(records, [&](const Record& record) { return links.contains(IdentifierOf(record)); });
+      pool = std::make_unique<TwinPool>(read, table_.lostLink.called, std::move(records));
+    });
+    if (unread_) throw PlatformError(*unread_);
+    return *pool;
   }
 
   std::vector<Record> ReadAll(const QuickBooksRead& read) {
@@ -210,6 +217,7 @@ class TableLook final : public RowLook {
   Round round_ = Round::Records;
   std::map<std::string, std::pair<Date, Date>> days_;
   std::map<std::string, std::unique_ptr<TwinPool>> pools_;
+  std::optional<PlatformError> unread_;         // what QuickBooks' records, or their links, could not be read for
   std::map<std::string, Likeness> likenesses_;  // of the row in hand
   Seen seen_;
 };
@@ -319,7 +327,11 @@ LikelyPairs FindLikelyPairs(const Table& table, std::span<const Table* const> ta
     }
     for (const auto& row : rows) {
       auto seen = look.Look(row.key, row.request, *connection);
-      if (seen.stays) ++found.staying;
+      if (seen.isUnreadable) {
+        ++found.unreadable;
+      } else if (seen.stays) {
+        ++found.staying;
+      }
       for (auto& candidate : seen.candidates) {
         const bool isTransaction = table.reads.front().transaction.has_value();
         LikelyPair pair = {.key = row.key,

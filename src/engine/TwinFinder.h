@@ -41,6 +41,7 @@ struct LikelyPairs {
   std::vector<LikelyPair> pairs;  // exact ones first, then the likeliest
   std::size_t unlinked = 0;       // rows without a link
   std::size_t staying = 0;        // that can't go, for what they belong to has no link
+  std::size_t unreadable = 0;     // of which nothing can be made, for a key or a value of theirs
 };
 
 // What becomes of a row whose place is below another one that has no link yet.

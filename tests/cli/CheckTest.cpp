@@ -169,6 +169,35 @@ TEST_F(Checks, Find_what_is_behind_a_row_that_would_end_a_send) {
                                   HasSubstr("clients: 3 rows looked at, 2 findings\n")));
 }
 
+TEST_F(Checks, Of_one_table_find_what_is_behind_a_row_that_would_end_its_send) {
+  Company(
+      "<AccountAddRq><AccountAdd><Name>Tools</Name><AccountType>Expense</AccountType>"
+      "<AccountNumber>7001</AccountNumber></AccountAdd></AccountAddRq>");
+  Sql("INSERT INTO AccountList (AccountID, AccountName, AccountTypeID) VALUES ('O''1', 'Hara', '7'), "
+      "('7001', 'Machines', '7'), ('7002', 'Wheels', '7')");
+  for (const std::string table : {"accounts", "all"}) {
+    EXPECT_THAT(Check(table), AllOf(HasSubstr("account O'1: "), HasSubstr("account 7001: QuickBooks would refuse it: "),
+                                    HasSubstr("accounts: 3 rows looked at, 2 findings\n")));
+  }
+}
+
+TEST_F(Checks, Say_which_tables_QuickBooks_was_not_asked_about) {
+  Company(
+      "<AccountAddRq><AccountAdd><Name>Tools</Name><AccountType>Expense</AccountType>"
+      "<AccountNumber>7001</AccountNumber></AccountAdd></AccountAddRq>");
+  Sql("INSERT INTO AccountList (AccountID, AccountName, AccountTypeID) VALUES ('7001', 'Machines', '7')");
+  const auto isSaid = HasSubstr(
+      "QuickBooks was not asked about accounts, which the settings skip, nor about what saved filters leave out.\n");
+  EXPECT_THAT(folder_.Twqb({"check"}).err, Not(isSaid));
+  folder_.Done({"settings", "set", "QBSEND_", "Accounts_ChkSkip", "True"});
+  folder_.Done({"settings", "set", "QBSEND_", "Clients_ChkSkip", "True"});
+  for (const std::string table : {"accounts", "all"}) {
+    const auto ended = folder_.Twqb({"check", table});
+    EXPECT_THAT(ended.out, HasSubstr("accounts: 1 row looked at, nothing found\n"));
+    EXPECT_THAT(ended.err, isSaid);
+  }
+}
+
 // Hours without their links have no payroll item yet: QuickBooks tells of some, one after the other.
 TEST_F(Checks, Find_payroll_items_that_QuickBooks_lacks_and_what_is_behind_such_hours) {
   const WorkFolder firm;
@@ -191,6 +220,20 @@ TEST_F(Checks, Find_payroll_items_that_QuickBooks_lacks_and_what_is_behind_such_
   EXPECT_THAT(sent.err, Not(HasSubstr("foreseen")));
 }
 
+// Hours of a client that can't go would end a send that was made without the client.
+TEST_F(Checks, Leave_what_is_of_a_row_out_along_with_it) {
+  const WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  firm.Done({"billing", "run", "-e",
+             "INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara');"
+             "UPDATE Project SET ClientID = 'O''HARA' WHERE ProjectID LIKE 'HARBOR:%'"});
+  const auto ended = firm.Twqb({"check"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_THAT(ended.out, HasSubstr("client O'HARA: Its key has a quotation mark in it"));
+  EXPECT_THAT(ended.err, AllOf(Not(HasSubstr("foreseen")), Not(HasSubstr("no preview")),
+                               HasSubstr("On copies: Sending Bills to QuickBooks")));
+}
+
 TEST_F(Checks, Say_the_same_of_a_row_once) {
   Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing');"
       "INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub, EmpCompany) VALUES ('V', 'Ann', 'Lee', -1, "
@@ -205,6 +248,12 @@ TEST_F(Checks, Without_a_preview_say_so_and_go_on) {
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.out, HasSubstr("clients: 1 row looked at, 1 finding\n"));
   EXPECT_THAT(ended.err, HasSubstr("What QuickBooks itself would refuse is not known, for there is no preview: "));
+}
+
+TEST_F(Checks, Show_their_progress_unless_they_are_asked_not_to) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott')");
+  EXPECT_THAT(folder_.Twqb({"check", "clients"}).err, HasSubstr("On copies: "));
+  EXPECT_THAT(folder_.Twqb({"check", "clients", "--no-progress"}).err, IsEmpty());
 }
 
 TEST_F(Checks, Leave_the_name_of_a_linked_row_alone) {

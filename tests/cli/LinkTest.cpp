@@ -207,6 +207,32 @@ TEST_F(Links, Projects_are_found_below_their_clients) {
   EXPECT_EQ(folder_.Scalar("SELECT QBLinkID FROM Project WHERE ProjectID = 'B:'"), ofBell);
 }
 
+TEST_F(Links, Of_rows_that_can_not_be_read_say_so_and_where_to_look) {
+  folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara')"});
+  for (const auto& arguments : {std::vector<std::string>{"clients"}, {"clients", "--apply", "--answers", "no.txt"}}) {
+    const auto ended = Link(arguments);
+    EXPECT_THAT(ended.out, HasSubstr("clients: 1 without a link; nothing in QuickBooks looks like them, 1 can't be "
+                                     "read: see \"twqb check clients\"\n"));
+    EXPECT_THAT(ended.out, Not(HasSubstr("can't go yet")));
+  }
+}
+
+// It is no fault of a row, and no reason to go on as if nothing were like it.
+TEST_F(Links, End_where_QuickBooks_can_not_be_read) {
+  Client("ABBOTT", "Abbott Roofing");
+  Customer("Abbott Roofing");
+  folder_.Write("faults.txt", "CustomerQueryRq 1 status 3180 Error \"No.\"\n");
+  for (const auto& arguments : {std::vector<std::string>{"clients"}, {"clients", "--apply", "--answers", "yes.txt"}}) {
+    auto broken = arguments;
+    broken.insert(broken.end(), {"--faults", "faults.txt"});
+    const auto ended = Link(broken);
+    EXPECT_EQ(ended.status, 1) << ended.out;
+    EXPECT_THAT(ended.out, AllOf(Not(HasSubstr("can't be read: see")), Not(HasSubstr("nothing in QuickBooks"))));
+    EXPECT_THAT(ended.out + ended.err, HasSubstr("No. has occurred"));
+  }
+  EXPECT_EQ(LinkOf("ABBOTT"), "");
+}
+
 // Zeros ahead of a number or a zip code count.
 TEST_F(Links, Numbers_that_are_names_are_texts) {
   const auto customer = Customer("Abbott Roofing", "<BillAddress><PostalCode>1234</PostalCode></BillAddress>");

@@ -53,6 +53,39 @@ TEST(Names, Of_people_and_firms_are_the_same_without_titles_articles_and_initial
   EXPECT_EQ(Between("John A. Brown", "John Brown"), NameDifference::Initial);
 }
 
+TEST(Names, Of_firms_are_the_same_without_an_and_that_joins_nothing) {
+  EXPECT_EQ(Between("Jackson & Co.", "Jackson"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Baker Brothers & Company", "Baker Brothers"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Jackson and Co. Ltd", "Jackson Inc"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Jackson & Co.", "Johnson"), NameDifference::Other);
+  EXPECT_EQ(Between("& Co.", "Jackson & Co."), NameDifference::Other);
+}
+
+TEST(Names, Are_the_same_wherever_a_blank_stands) {
+  EXPECT_EQ(Between("O Hara and Sons", "OHara and Sons LLC"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("A T & T Inc", "AT&T"), NameDifference::CompanySuffix);
+  EXPECT_EQ(Between("Dr. Mac Lean", "MacLean"), NameDifference::Title);
+  EXPECT_EQ(Between("Bay View Svcs", "Bayview Services"), NameDifference::ShortWord);
+  EXPECT_EQ(Between("Lot 1 12 Inc", "Lot 11 2"), NameDifference::Other);
+}
+
+TEST(Names, Are_the_same_without_the_small_words_that_join_others) {
+  EXPECT_EQ(Between("Bank Ohio", "Bank of Ohio"), NameDifference::Title);
+  EXPECT_EQ(Between("Smith & Sons", "Smith Sons"), NameDifference::Title);
+  EXPECT_EQ(Between("Bank of Ohio", "Bank of Iowa"), NameDifference::Other);
+  EXPECT_EQ(Between("Bank of Ohio", "Bank of Utah"), NameDifference::Other);
+  EXPECT_EQ(Between("County of Kent", "County of Kern"), NameDifference::Other);
+  EXPECT_EQ(Between("Bank of Savannah", "Bank Savanah"), NameDifference::Spelling);
+  EXPECT_EQ(Between("Of", "And"), NameDifference::Other);
+}
+
+TEST(Names, Behind_a_comma_have_their_initial_behind_the_first_name) {
+  EXPECT_EQ(Between("Brown, John A.", "John Brown"), NameDifference::Initial);
+  EXPECT_EQ(Between("Brown, John A.", "Brown, John"), NameDifference::Initial);
+  EXPECT_EQ(Between("Brown, John A.", "John B. Brown"), NameDifference::Other);
+  EXPECT_EQ(Between("Harbor Survey B", "Harbor Survey"), NameDifference::Other);
+}
+
 TEST(Names, That_differ_in_what_tells_two_of_a_kind_apart_are_not_alike) {
   EXPECT_EQ(Between("Lee", "Lea"), NameDifference::Other);
   EXPECT_EQ(Between("J. Brown", "K. Brown"), NameDifference::Other);
@@ -113,6 +146,11 @@ TEST(Names, That_are_alike_meet_in_a_block) {
   EXPECT_TRUE(meet("Dr. J. Brown", "Brown, John"));
   EXPECT_TRUE(meet("John A. Brown", "John Brown"));
   EXPECT_TRUE(meet("Store, The", "The Store"));
+  EXPECT_TRUE(meet("Jackson & Co.", "Jackson"));
+  EXPECT_TRUE(meet("O Hara and Sons", "OHara and Sons LLC"));
+  EXPECT_TRUE(meet("A T & T Inc", "AT&T"));
+  EXPECT_TRUE(meet("Brown, John A.", "John Brown"));
+  EXPECT_TRUE(meet("Bank Ohio", "Bank of Ohio"));
   EXPECT_TRUE(meet("***", "***"));
   EXPECT_FALSE(meet("Abbott", "Costello"));
 }

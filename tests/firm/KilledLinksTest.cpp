@@ -6,10 +6,14 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <memory>
 #include <set>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "adapters/faults/Faults.h"
+#include "platform/Forwarding.h"
 #include "platform/Text.h"
 #include "samples/firm/Dice.h"
 #include "tests/firm/MadeLinks.h"
@@ -18,7 +22,42 @@
 namespace twqb {
 namespace {
 
-class KilledLinks : public AnyFirm {};
+// A statement, and the call of the run that it was made by, from 1 on.
+struct MadeStatement {
+  std::string text;
+  std::size_t call = 0;
+};
+
+// Writes down what is executed by the connections that it makes.
+class Statements final : public ado::Provider {
+ public:
+  // `faults` counts the calls. Both must outlive the object.
+  explicit Statements(ado::Provider& inner) : inner_(inner) {}
+  void CountBy(const FaultPlatform& faults) { faults_ = &faults; }
+  [[nodiscard]] const std::vector<MadeStatement>& Made() const { return made_; }
+
+  std::unique_ptr<ado::Connection> CreateConnection() override {
+    return std::make_unique<Connection>(inner_.CreateConnection(), *this);
+  }
+
+ private:
+  class Connection final : public ado::ForwardingConnection {
+   public:
+    Connection(std::unique_ptr<ado::Connection> inner, Statements& all)
+        : ForwardingConnection(std::move(inner)), all_(all) {}
+    std::unique_ptr<ado::Recordset> Execute(std::string_view statement, std::int64_t* rowsAffected) override {
+      all_.made_.push_back({std::string(statement), all_.faults_->CallCount()});
+      return ForwardingConnection::Execute(statement, rowsAffected);
+    }
+
+   private:
+    Statements& all_;
+  };
+
+  ado::Provider& inner_;
+  const FaultPlatform* faults_ = nullptr;
+  std::vector<MadeStatement> made_;
+};
 
 // The links and dates of all rows.
 std::set<std::string> RowsOfAll(LinkingHouse& house) {
@@ -33,11 +72,37 @@ std::set<std::string> RowsOfAll(LinkingHouse& house) {
   return rows;
 }
 
-// A statement that writes, of those that a run makes by its connections.
-bool Writes(const std::string& call) { return call == "Connection.Execute"; }
+// The calls behind which a link stands in BillingDb without one that goes with it: a bill's without that of its lines,
+// a row of a payment without the other one.
+std::vector<std::size_t> CallsBetweenLinks(const std::vector<MadeStatement>& statements) {
+  std::vector<std::size_t> between;
+  std::vector<std::size_t> since;  // the first link of the transaction in hand
+  bool isWithin = false;
+  for (const auto& [text, call] : statements) {
+    if (text.starts_with("BEGIN")) {
+      isWithin = true;
+      since.clear();
+    } else if (text.starts_with("COMMIT") || text.starts_with("ROLLBACK")) {
+      isWithin = false;
+    } else if (isWithin) {
+      const bool isLink = text.find(" SET QBLinkID = ") != std::string::npos;
+      if (isLink) {
+        between.insert(between.end(), since.begin(), since.end());
+        since.clear();
+      }
+      if (isLink || !since.empty()) since.push_back(call);
+    }
+  }
+  return between;
+}
+
+class KilledLinks : public AnyFirm {
+ protected:
+  int killedBetween_ = 0;  // firms whose run was killed between two links that go together
+};
 
 TEST_P(KilledLinks, Are_as_if_they_had_not_been_once_all_are_made) {
-  ForEachFirm([](const firm::FirmPlan& plan) {
+  ForEachFirm([this](const firm::FirmPlan& plan) {
     const TemporaryFolder prepared;
     std::set<std::string> before;
     {
@@ -52,15 +117,18 @@ TEST_P(KilledLinks, Are_as_if_they_had_not_been_once_all_are_made) {
     const TemporaryFolder whole;
     CopyFiles(prepared.Path(), whole.Path());
     LinkingHouse unbroken({.folder = whole.Path()});
-    const FaultPlatform counted(unbroken.Seams(), {});
+    auto seams = unbroken.Seams();
+    Statements statements(*seams.database);
+    seams.database = &statements;
+    const FaultPlatform counted(seams, {});
+    statements.CountBy(counted);
     static_cast<void>(unbroken.LinkThrough(counted.Decorated(), confirms, kept));
-    const std::vector<std::string> calls(counted.CallNames().begin(), counted.CallNames().end());
-
     constexpr std::uint64_t kPurpose = 97;
     firm::Dice dice(plan.seed, kPurpose);
-    std::size_t at = dice.Place(calls.size());
-    while (!Writes(calls[at])) at = (at + 1) % calls.size();
-    SCOPED_TRACE(fmt::format("killed behind call {} of {}", at + 1, calls.size()));
+    const auto between = CallsBetweenLinks(statements.Made());
+    if (!between.empty()) ++killedBetween_;
+    const auto at = between.empty() ? dice.OneOf(statements.Made()).call : dice.OneOf(between);
+    SCOPED_TRACE(fmt::format("killed behind call {} of {}", at, counted.CallCount()));
     const TemporaryFolder folder;
     CopyFiles(prepared.Path(), folder.Path());
     constexpr unsigned kSeconds = 60;
@@ -68,7 +136,7 @@ TEST_P(KilledLinks, Are_as_if_they_had_not_been_once_all_are_made) {
         [&] {
           LinkingHouse house({.folder = folder.Path()});
           FaultPlatform faults(house.Seams(), {});
-          faults.RunAt(at + 1, FaultTiming::After, [] { ::kill(getpid(), SIGKILL); });
+          faults.RunAt(at, FaultTiming::After, [] { ::kill(getpid(), SIGKILL); });
           static_cast<void>(house.LinkThrough(faults.Decorated(), confirms, kept));
           return sweep::Problems{"The run came to its end."};
         },
@@ -81,6 +149,7 @@ TEST_P(KilledLinks, Are_as_if_they_had_not_been_once_all_are_made) {
     for (const auto& row : expected) EXPECT_TRUE(rows.contains(row)) << row;
     EXPECT_EQ(rows.size(), expected.size());
   });
+  EXPECT_GT(killedBetween_, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Firms, KilledLinks, testing::Range(0U, kPartsOfFirms));
