@@ -109,7 +109,7 @@ class CompanyReader {
         Refuse("which edition it is", raised.description());
       }
       if (answer->Code() != status::kOk) Refuse("which edition it is", answer->Message());
-      const auto options = OptionsOf(answer->Response().first_child(), country);
+      auto options = OptionsOf(answer->Response().first_child(), country);
       // Australia has no other documents of its own.
       if (country == Country::AU) form_ = {};
       return options;

@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "adapters/sqlite/Collations.h"

@@ -97,6 +97,7 @@ ExitStatus RunCheck(const Options& options, const CheckArguments& arguments) {
       if (!bridge.ConnectToQB(true)) return false;
       const auto session = Vars().g_QBSession;
       std::vector<const Table*> checked;
+      checked.reserve(told.size());
       for (const auto& table : told) checked.push_back(table.table);
       RowChecker checker(*session, std::move(checked));
       for (auto& table : told) checker.Check(table);

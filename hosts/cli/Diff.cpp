@@ -128,7 +128,7 @@ class DiffRuns {
     options.company = copies.company;
     options.quickBooksItself = false;
     options.settings = copies.settings;
-    if (std::exchange(isRead_, true) == false) {
+    if (!std::exchange(isRead_, true)) {
       linked_ = ReadLinkedRows(copies, TablesOf(table_));
       there_ = ReadIdentifiers(copies, *MakeMachine(copies, options_.clock));
     }

@@ -117,7 +117,8 @@ SideDifferences DifferencesOf(Part part, const std::string& now, const std::stri
     Fold(side, table);
   }
   // What is told as one stands last.
-  std::ranges::stable_partition(side.tables, [](const TableDifference& table) { return table.table != kOther; });
+  std::stable_partition(side.tables.begin(), side.tables.end(),
+                        [](const TableDifference& table) { return table.table != kOther; });
   return side;
 }
 

@@ -32,6 +32,7 @@ void ReadTable(ado::Connection& billing, const Table& table, std::vector<LinkedR
       fmt::format("SELECT * FROM {} WHERE {} AND QBLinkID <> ''", table.rows.table, table.rows.condition), nullptr);
   for (; !rows->Eof(); rows->MoveNext()) {
     std::vector<std::string> key;
+    key.reserve(keys.size());
     for (const auto& column : keys) key.push_back(ToText(rows->Field(column)));
     found.push_back({.table = table.number, .key = Join(key, ","), .identifier = ToText(rows->Field("QBLinkID"))});
   }

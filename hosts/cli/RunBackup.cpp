@@ -65,7 +65,7 @@ std::string LabelOf(const Options& options) {
 
 // Large enough for somebody to wonder.
 bool TakesLong(const std::vector<PartFile>& parts) {
-  constexpr std::uintmax_t kLarge = 200U * 1024 * 1024;
+  constexpr std::uintmax_t kLarge = std::uintmax_t{200} * 1024 * 1024;
   std::uintmax_t sum = 0;
   for (const auto& file : parts) {
     std::error_code failure;
