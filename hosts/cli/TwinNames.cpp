@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/sqlite/SqliteProvider.h"
 #include "cli/CompanyAnswer.h"
+#include "cli/SystemSides.h"
 #include "cli/TableArgument.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -53,7 +53,8 @@ std::string WordsOfRow(const ado::Recordset& row) {
 std::string NameOfLinkedRow(const Workplace& place, const Table& table, std::string_view id) {
   if (!IsIdentifier(id)) return {};
   try {
-    const auto connection = SqliteProvider().CreateConnection();
+    const auto provider = MakeBillingProvider();
+    const auto connection = provider->CreateConnection();
     connection->SetConnectionString(place.billing);
     connection->Open();
     const auto rows = connection->Execute(
