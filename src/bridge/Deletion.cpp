@@ -79,8 +79,8 @@ bool DeleteQBRecord(std::int32_t table, std::string_view strQBLinkID, bool isQBS
     if (!Confirms("Do you want to delete the corresponding record of QuickBooks?")) return false;
     if (!CheckQBSession(true, isQBSingleMode)) return false;
     // QuickBooks is about to announce the deletion: the call-back object learns whose it is.
-    auto& session = *Vars().g_QBSession;
-    auto set = RequireMsgSetRequest(session);
+    const auto session = TheSession();
+    auto set = RequireMsgSetRequest(*session);
     if (TalksToCallback()) {
       TheCallback().SetMode(kCallbackRecord);
       TheCallback().SetText(strQBLinkID);
@@ -88,7 +88,7 @@ bool DeleteQBRecord(std::int32_t table, std::string_view strQBLinkID, bool isQBS
     const auto* described = FindTable(table);
     const auto deletion = described == nullptr ? QuickBooksDeletion() : described->quickBooksDeletion;
     AppendDeletion(set, deletion, strQBLinkID);
-    const auto answer = session.DoRequests(set);
+    const auto answer = session->DoRequests(set);
     const auto& response = answer.GetAt(0);
     const auto code = response.StatusCode();
     // The mode goes back even while a transfer that failed still holds the call-back.

@@ -364,7 +364,7 @@ bool SendTableToQB(std::int32_t number, const SavedFilters& filters) {
       const auto sql = BuildSelectSQL(*table, filters, changedSince);
       scope.NoteNarrowed([&] { return LeftOut(changedSince, filters, run); });
       run.g_TableOk = TableOk::False;
-      const auto session = Vars().g_QBSession;
+      const auto session = TheSession();
       DispatchSend(*table, {.sql = sql, .rule = filters.rule, .session = *session, .run = run});
       SettleOpenAddition(*session);
       return run.g_TableOk == TableOk::True;
@@ -393,7 +393,8 @@ bool GetTableFromQB(std::int32_t number, const SavedFilters& filters, ActiveOnly
       std::int16_t part = 0;
       for (const auto& read : table->reads) {
         RecordList records;
-        if (ApplyQBFiltersAndReadRecords(*table, read, records, *Vars().g_QBSession,
+        const auto session = TheSession();
+        if (ApplyQBFiltersAndReadRecords(*table, read, records, *session,
                                          ReadFiltersOf(read, filters, activeOnly, blnByID), run)) {
           table->get({.records = records,
                       .rule = filters.rule,

@@ -84,10 +84,10 @@ bool fnSubscribe() {
           "Message");
       return false;
     }
-    auto& session = *Vars().g_QBSession;
-    auto set = session.CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
+    const auto session = TheSession();
+    auto set = session->CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
     AppendSubscriptions(set);
-    return CarryOut(session, set, kAlreadySubscribed);
+    return CarryOut(*session, set, kAlreadySubscribed);
   });
 }
 
@@ -101,25 +101,25 @@ bool fnUnsubscribe(SubscriptionType intType) {
           kProductTitle);
       return false;
     }
-    auto& session = *Vars().g_QBSession;
-    auto set = session.CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
+    const auto session = TheSession();
+    auto set = session->CreateSubscriptionMsgSetRequest(Vars().g_QBMajorVer, Vars().g_QBMinorVer);
     // The one to data goes with each of the others. Asked for alone it is there twice, and the second is not found.
     for (const auto type : {SubscriptionType::Data, intType}) {
       const auto request = set.Append("SubscriptionDelRq");
       request["SubscriberID"].SetValue(kSubscriberId);
       request["SubscriptionType"].SetValue(static_cast<int>(type));
     }
-    return CarryOut(session, set, kNotSubscribed);
+    return CarryOut(*session, set, kNotSubscribed);
   });
 }
 
 bool IsSubscribed() {
   return RunAs("IsSubscribed", false, [] {
     if (!CheckQBSession(true, false) || !HasEvents()) return false;
-    auto& session = *Vars().g_QBSession;
-    auto set = session.CreateSubscriptionMsgSetRequest(3, 0);
+    const auto session = TheSession();
+    auto set = session->CreateSubscriptionMsgSetRequest(3, 0);
     set.Append("SubscriptionQueryRq")["SubscriberID"].SetValue(kSubscriberId);
-    const auto answer = SendSubscriptionSet(session, set);
+    const auto answer = SendSubscriptionSet(*session, set);
     const auto& response = answer.GetAt(0);
     const auto code = response.StatusCode();
     if (code != status::kOk && code != status::kFoundNothing) ShowQBError(response);

@@ -14,6 +14,7 @@
 #include "platform/Text.h"
 #include "quickbooks/IsCustomer.h"
 #include "quickbooks/Requests.h"
+#include "quickbooks/Session.h"
 #include "services/Conversions.h"
 #include "services/Database.h"
 #include "services/Errors.h"
@@ -415,10 +416,10 @@ bool GetParentProjectForTW(std::string& parentProjectID, std::string_view fullNa
   // A name of fewer parts has no project above it, and QuickBooks has no levels for more.
   const auto parts = std::ranges::count(fullName, ':') + 1;
   const auto parent = parts >= 3 && parts <= 5 ? fullName.substr(0, fullName.rfind(':')) : std::string_view();
-  auto& session = *Vars().g_QBSession;
-  auto messageSet = RequireMsgSetRequest(session);
+  const auto session = TheSession();
+  auto messageSet = RequireMsgSetRequest(*session);
   messageSet.Append("CustomerQueryRq")["ORCustomerListQuery"]["FullNameList"].Add(parent);
-  const auto answer = session.DoRequests(messageSet);
+  const auto answer = session->DoRequests(messageSet);
   const auto& response = answer.GetAt(0);
   if (response.StatusCode() != status::kOk || response.DetailCount() == 0) return false;
   const auto record = response.Detail();

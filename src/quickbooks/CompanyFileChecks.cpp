@@ -43,15 +43,15 @@ std::string StoredCompanyFileOrEmpty() {
 
 // The user said No: CloseConnection without EndSession, a shortcut that QuickBooks takes as both.
 bool GiveUp() {
-  Vars().g_QBSession->CloseConnection();
+  TheSession()->CloseConnection();
   DropSession();
   return false;
 }
 
 // A setting could not be written, and the user has been told: no session is left behind.
 bool TakeDown() {
-  IgnoreErrors([] { Vars().g_QBSession->EndSession(); });
-  IgnoreErrors([] { Vars().g_QBSession->CloseConnection(); });
+  IgnoreErrors([] { TheSession()->EndSession(); });
+  IgnoreErrors([] { TheSession()->CloseConnection(); });
   DropSession();
   return false;
 }
@@ -198,13 +198,13 @@ bool RetryBeginSession(OpenMode mode) {
   // The company file of the last session.
   auto file = StoredCompanyFileOrEmpty();
   const auto giveUp = [] {
-    IgnoreErrors([] { Vars().g_QBSession->CloseConnection(); });
+    IgnoreErrors([] { TheSession()->CloseConnection(); });
     DropSession();
     return false;
   };
   while (true) {
     // Try it.
-    const auto raised = CatchError([&] { Vars().g_QBSession->BeginSession(file, mode); });
+    const auto raised = CatchError([&] { TheSession()->BeginSession(file, mode); });
     if (!raised) return CheckCompanyFile();
     // QuickBooks wants a file name: pick one and go round without a box.
     if (raised->number() == kNeedsFileName || raised->number() == kNeedsFileNameToo) {
@@ -221,7 +221,7 @@ bool RetryBeginSession(OpenMode mode) {
 bool CheckCompanyFile() {
   // The file of last time, and the one that is open.
   const auto lastFile = StoredCompanyFile();
-  const auto currentFile = Vars().g_QBSession->GetCurrentCompanyFileName();
+  const auto currentFile = TheSession()->GetCurrentCompanyFileName();
   // Another one needs the user's word.
   if (Trim(lastFile).empty()) {
     if (!StoreCompanyFile(currentFile)) return TakeDown();

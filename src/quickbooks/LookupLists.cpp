@@ -7,6 +7,7 @@
 #include "platform/Text.h"
 #include "quickbooks/QBSessionManager.h"
 #include "quickbooks/Requests.h"
+#include "quickbooks/Session.h"
 #include "services/Countries.h"
 #include "services/Errors.h"
 #include "services/ModuleVariables.h"
@@ -79,8 +80,7 @@ const LookupDescription& DescriptionOf(LookupList list) { return kLookups.at(sta
 // The answer to one request, filled by `fill`.
 template <typename Fill>
 Response Ask(std::string_view request, Fill fill) {
-  const auto session = Vars().g_QBSession;
-  if (!session) throw PlatformError(error::kObjectNothing);
+  const auto session = TheSession();
   auto messageSet = RequireMsgSetRequest(*session);
   fill(messageSet.Append(request));
   return session->DoRequests(messageSet).GetAt(0);

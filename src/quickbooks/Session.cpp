@@ -50,6 +50,12 @@ void Disconnect() {
 
 }  // namespace
 
+std::shared_ptr<QBSessionManager> TheSession() {
+  auto session = Vars().g_QBSession;
+  if (!session) throw PlatformError(error::kObjectNothing);
+  return session;
+}
+
 void DropSession() { Vars().g_QBSession.reset(); }
 
 bool StartQBSession(bool blnConnect, bool blnSingleMode) {

@@ -1,11 +1,14 @@
 // The one session of the process: everything else in the library only asks CheckQBSession whether it stands.
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include "platform/transport.h"
 
 namespace twqb {
+
+class QBSessionManager;
 
 // By which QuickBooks knows this program.
 inline constexpr std::string_view kApplicationId = "TWCLIENT";
@@ -20,6 +23,10 @@ bool StartQBSession(bool blnConnect, bool blnSingleMode);
 // Asks host and country, fixes the version of every later message set. False, after a box, when it can't be found; the
 // session stays open then.
 bool GetQBEditionAndVersion();
+
+// The session that stands, to be held for as long as it is used: a host that gets the word while a transfer lets
+// events run may end it. Raises kObjectNothing when there is none.
+[[nodiscard]] std::shared_ptr<QBSessionManager> TheSession();
 
 // Forgets the session without telling QuickBooks.
 void DropSession();

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "platform/Forwarding.h"
 #include "tests/bridge/BridgeHouse.h"
 #include "tests/support/GivenUp.h"
 
@@ -235,6 +236,43 @@ TEST(BridgeSession, Of_the_process_ends_with_the_first_object_that_goes) {
     EXPECT_TRUE(one.ConnectToQB(true));
   }
   EXPECT_FALSE(one.ConnectToQB(false));
+}
+
+// A host whose own timer, or whose second object's end, falls into a transfer that lets events run.
+class EndingTheSession : public ForwardingDesk {
+ public:
+  EndingTheSession(Desk& inner, int atPump) : ForwardingDesk(inner), left_(atPump) {}
+  void PumpMessages() override {
+    if (--left_ == 0) static_cast<void>(CTWQBBridge().ConnectToQB(false));
+    ForwardingDesk::PumpMessages();
+  }
+  [[nodiscard]] bool HasCome() const { return left_ <= 0; }
+
+ private:
+  int left_;
+};
+
+TEST(BridgeSession, That_a_host_ends_in_the_middle_of_a_transfer_is_told_and_the_next_one_goes) {
+  bool isInside = true;
+  bool wasTold = false;
+  for (int pump = 1; isInside; ++pump) {
+    BridgeHouse house({.answers = "yes\nyes\nyes\nyes\nyes\nyes\n"});
+    house.Client("ClientID, ClientCompany", "'ACME', 'Acme'");
+    house.Client("ClientID, ClientCompany", "'BOLT', 'Bolt'");
+    EndingTheSession desk(house.desk, pump);
+    auto seams = house.Seams();
+    seams.desk = &desk;
+    house.Enter(seams);
+    Bridge bridge(house);
+    static_cast<void>(bridge.SendDataToQB(enAll));
+    static_cast<void>(bridge.GetDataFromQB(enAll));
+    isInside = desk.HasCome();
+    for (const auto& text : house.BoxTexts()) wasTold = wasTold || text.find("Object variable") != std::string::npos;
+    if (!isInside) break;
+    EXPECT_TRUE(bridge.SendDataToQB(enClients)) << pump;
+    EXPECT_EQ(house.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID > ''"), "2") << pump;
+  }
+  EXPECT_TRUE(wasTold);
 }
 
 TEST(BridgeSession, Single_user_mode_shuts_others_out) {
