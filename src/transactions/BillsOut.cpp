@@ -139,6 +139,7 @@ SentBill SendBill(const BillInHand& bill, const Table& table, std::string_view k
     const auto added = response.Detail();
     SentBill sent = {.end = SentBill::End::Added, .txnId = added["TxnID"].GetValue(), .lines = LinesOfBill(added)};
     TellRecordId(sent.txnId);
+    Vars().g_NewQBLinkID = sent.txnId;
     NoteFate(Fate::Added, "");
     NoteIdentifier(sent.txnId);
     return sent;

@@ -20,12 +20,13 @@ constexpr std::array kClauses = {
     Clause{ClauseOn::RangeOnFromTo, "{K}(BillDate BETWEEN {a} AND {b})"},
 };
 
-// The first filter value is the identifier; Jet gets a literal that brings its own marks.
+// The first filter value is the identifier; Jet gets literals that bring their own marks, a server what stands between
+// the first mark and the last: {A}','{B} names two.
 Sql Passed(std::string_view base, const SavedFilters& filters) {
   if (filters.Filter1a.empty()) return {};
   const auto& id = filters.Filter1a;
   return Sql("{}WHERE (VendorBillID IN({})) ORDER BY BillNumber", Sql::Own(base),
-             UpperCase(Vars().g_DbKind) == "SQL" ? Sql("'{}'", id) : Sql::List(id));
+             Sql::List(UpperCase(Vars().g_DbKind) == "SQL" ? "'" + id + "'" : id));
 }
 
 constexpr std::array kReads = {QuickBooksRead{

@@ -77,6 +77,25 @@ TEST(ExpenseLogSend, Rows_that_have_dates_keep_them_unless_one_of_their_bill_has
             Texts{"UPDATE ExpenseLog SET LastUpdated = '03/05/2008 15:00:00' WHERE (ELID IN('E2','E3'));"});
 }
 
+TEST(ExpenseLogSend, A_bill_that_stayed_here_leaves_the_next_one_no_date_and_what_is_to_be_stamped) {
+  ExpensesHouse house({.answers = "yes"}, Refuses("BillAddRq", 1, 3000));
+  house.Vendor("TAYLOR", "Taylor Ltd");
+  house.Expense("E1");
+  house.Expense("E2", {{"LastUpdated", "'2008-01-02 03:04:05'"}, {"EmployeeID", "'TAYLOR'"}, {"ELDate", "NULL"}});
+  house.SendAll();
+  ASSERT_EQ(house.Requests("BillAddRq").size(), 2U);
+  EXPECT_EQ(SpiedHouse::TextOf(house.Header(1), "TxnDate"), "1990-01-01");
+  EXPECT_EQ(house.Statements("UPDATE ExpenseLog SET LastUpdated"),
+            Texts{"UPDATE ExpenseLog SET LastUpdated = '03/05/2008 15:00:00' WHERE (ELID IN('E2'));"});
+}
+
+TEST(ExpenseLogSend, The_identifier_of_the_last_bill_is_the_record_last_added) {
+  ExpensesHouse house;
+  house.Expense("E1");
+  house.SendAll();
+  EXPECT_EQ("'" + Vars().g_NewQBLinkID + "'", Vars().g_PassedID);
+}
+
 TEST(ExpenseLogSend, With_no_selected_rows_it_ends_well_and_forgets_what_was_passed) {
   ExpensesHouse house;
   Vars().g_PassedID = "old";

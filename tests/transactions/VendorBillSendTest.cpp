@@ -106,6 +106,27 @@ TEST(VendorBillSend, A_bill_that_QuickBooks_holds_is_left_alone_and_a_stale_link
   EXPECT_TRUE(house.Requests("BillAddRq").empty());
 }
 
+TEST(VendorBillSend, Its_identifier_is_that_of_the_record_last_added) {
+  VendorBillsHouse house;
+  house.Bill("B1");
+  house.Hours("T1", "B1");
+  house.Send();
+  EXPECT_EQ(Vars().g_NewQBLinkID, house.LinkOf("B1"));
+}
+
+TEST(VendorBillSend, Of_two_that_a_host_names_with_a_server_s_marks_between_them_both_go) {
+  VendorBillsHouse house;
+  for (const auto* key : {"B1", "B2", "B3"}) {
+    house.Bill(key);
+    house.Hours("T" + std::string(key), key);
+  }
+  Vars().g_PassedID = "B1','B3";
+  house.SendSelection(BuildSelectSQL(enVendorBill, {.Filter1a = Vars().g_PassedID}));
+  EXPECT_TRUE(house.IsSent("B1"));
+  EXPECT_FALSE(house.IsSent("B2"));
+  EXPECT_TRUE(house.IsSent("B3"));
+}
+
 TEST(VendorBillSend, Each_dialect_has_its_own_literal_for_an_identifier_and_finds_the_same_rows) {
   for (const auto* kind : {"SQL", "JET"}) {
     VendorBillsHouse house;
