@@ -67,7 +67,12 @@ class InvoiceSend final : public RowWork {
  public:
   InvoiceSend(QBSessionManager& session, Run& run) : session_(session), run_(run) {}
 
-  bool Secure() override { return AddRetainerItems(session_) && ValidateInvRelatedItems(session_); }
+  // Each is tried, whatever became of the other.
+  bool Secure() override {
+    const bool hasRetainerItems = AddRetainerItems(session_);
+    const bool hasLineItems = ValidateInvRelatedItems(session_);
+    return hasRetainerItems && hasLineItems;
+  }
   [[nodiscard]] bool ClosesWithoutRows() const override { return false; }
 
   RowEnd TakeRow(RowWalk& walk) override {

@@ -115,7 +115,6 @@ void AssignRetainerHeader(const RequestField& invoice, const Retainer& retainer)
   invoice["CustomerRef"]["ListID"].SetValue(retainer.CustomerListID);
   invoice["IsPending"].SetValue(false);
   invoice["TxnDate"].SetValue(BookingDate(retainer.TxnDate));
-  if (retainer.RefNumber.empty()) return;
   const auto reference = invoice["RefNumber"];
   SetCut(reference, FittingReference(retainer.RefNumber, reference));
 }

@@ -206,6 +206,7 @@ TEST_P(LackingItems, End_the_run_with_no_row_touched_no_form_and_the_outcome_as_
   EXPECT_EQ(house.desk.Boxes()[0].box.icon, BoxIcon::Information);
   EXPECT_EQ(house.desk.Boxes()[0].box.buttons, BoxButtons::Ok);
   EXPECT_TRUE(house.Requests("InvoiceAddRq").empty());
+  EXPECT_FALSE(house.Requests("ItemServiceAddRq").empty());  // those of lines whatever became of the retainers'
   EXPECT_TRUE(house.desk.FormEvents().empty());
   EXPECT_EQ(Outcome(), TableOk::False);
 }

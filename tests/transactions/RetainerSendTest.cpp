@@ -42,11 +42,11 @@ TEST(Retainers, Of_a_client_go_to_the_client_s_record) {
   EXPECT_EQ(house.Statements("SELECT ClientID FROM TransactionTable WHERE (PayID = 'P1');").size(), 1U);
 }
 
-TEST(Retainers, Without_a_reference_send_none) {
+TEST(Retainers, Without_a_reference_send_an_empty_one_so_that_they_take_no_invoice_s_number) {
   PaymentsHouse house;
   house.Retainer("P1", "ROOF:");
   house.Send();
-  EXPECT_EQ(SpiedHouse::TextOf(house.Requests("InvoiceAddRq").at(0), "RefNumber"), "(none)");
+  EXPECT_EQ(SpiedHouse::TextOf(house.Requests("InvoiceAddRq").at(0), "RefNumber"), "");
   EXPECT_TRUE(house.IsSent("P1"));
 }
 
