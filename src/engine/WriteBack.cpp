@@ -14,7 +14,8 @@ Sql KeyCondition(std::string_view keyColumn, std::string_view key) { return Sql(
 void WriteLink(ado::Connection& connection, const RowPlace& place, std::string_view link, Linked linked) {
   std::int64_t rows = 0;
   connection.Execute(Sql("UPDATE {} SET QBLinkID = '{}' WHERE {};", place.table, link, place.condition), &rows);
-  if (linked == Linked::AnyRows || rows == 1) return;
+  // A server that was told not to count answers less than none.
+  if (linked == Linked::AnyRows || rows == 1 || rows < 0) return;
   LogError("WriteLink", fmt::format("The link {} was written to {} rows of {} in the place of one: {}", link, rows,
                                     place.table, place.condition.Text()));
 }

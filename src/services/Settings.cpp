@@ -77,8 +77,8 @@ std::string RegGetSetting(std::string_view strApplication, std::string_view strS
                           std::string_view strDefault) {
   const auto key = fmt::format("SOFTWARE\\OFS\\{}\\{}", strApplication, Trim(strSection));
   const auto value = TheMachine().ReadRegistry(key, Trim(strKey));
-  // What does not fit the buffer can't be read.
-  if (!value || CharacterCount(*value) > kProfileBuffer) return std::string(strDefault);
+  // What does not fit the buffer, with the zero behind it, can't be read.
+  if (!value || CharacterCount(*value) >= kProfileBuffer) return std::string(strDefault);
   return Trim(std::string_view(*value).substr(0, value->find('\0')));
 }
 

@@ -289,6 +289,15 @@ TEST(RegistrySettings, Stand_under_the_application_key_and_its_sections) {
   EXPECT_EQ(RegGetSetting("TW80", "GENERAL", "Empty", "none"), "");
 }
 
+TEST(RegistrySettings, Have_at_most_254_characters_and_a_longer_one_can_not_be_read) {
+  TestHouse house;
+  for (const std::size_t length : {254U, 255U, 300U}) {
+    WriteFile(house.Path("registry.ini"), "[TW80]\r\nDatabase=" + std::string(length, 'x') + "\r\n");
+    house.Enter();
+    EXPECT_EQ(RegGetSetting("TW80", "", "Database", "none"), length == 254 ? std::string(length, 'x') : "none");
+  }
+}
+
 TEST(RegistrySettings, Give_the_default_where_key_or_value_is_missing) {
   TestHouse house;
   house.Enter();
