@@ -43,11 +43,12 @@ Date WallClockNow() {
 TimeZoneInformation ZoneNow() {
   TIME_ZONE_INFORMATION zone = {};
   const auto state = ::GetTimeZoneInformation(&zone);
-  const int bias = static_cast<int>(zone.Bias + zone.StandardBias);
+  // The zone's own shift of standard time is left out, as in all that hosts write.
+  const int bias = static_cast<int>(zone.Bias);
   const bool hasDaylight = zone.DaylightDate.wMonth != 0;
   if (!hasDaylight) return {.bias = bias, .daylightBias = 0, .state = TimeZoneState::Standard};
   return {.bias = bias,
-          .daylightBias = static_cast<int>(zone.DaylightBias - zone.StandardBias),
+          .daylightBias = static_cast<int>(zone.DaylightBias),
           .state = state == TIME_ZONE_ID_DAYLIGHT ? TimeZoneState::Daylight : TimeZoneState::Standard};
 }
 
