@@ -1,5 +1,6 @@
 // When a session stands, and what is left of it after a failure.
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
