@@ -8,6 +8,7 @@
 
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
+#include "adapters/system/ProfileBytes.h"
 
 namespace twqb {
 
@@ -64,12 +65,23 @@ const ProfileText& ProfileFile::Current() {
 }
 
 std::optional<std::string> ProfileFile::Read(std::string_view section, std::string_view key) {
-  return Current().Find(section, key);
+  const auto bytes = Current().Find(BytesForProfile(section), BytesForProfile(key));
+  return bytes ? std::optional(TextOfProfile(*bytes)) : std::nullopt;
 }
 
-std::vector<ProfileEntry> ProfileFile::Entries() { return Current().Entries(); }
+std::vector<ProfileEntry> ProfileFile::Entries() {
+  auto entries = Current().Entries();
+  for (auto& [section, key, value] : entries) {
+    for (auto* bytes : {&section, &key, &value}) *bytes = TextOfProfile(*bytes);
+  }
+  return entries;
+}
 
-std::vector<std::string> ProfileFile::OtherLines() { return Current().OtherLines(); }
+std::vector<std::string> ProfileFile::OtherLines() {
+  auto lines = Current().OtherLines();
+  for (auto& line : lines) line = TextOfProfile(line);
+  return lines;
+}
 
 bool ProfileFile::Write(std::string_view section, std::string_view key, std::string_view value) {
   stamp_.reset();
@@ -77,7 +89,8 @@ bool ProfileFile::Write(std::string_view section, std::string_view key, std::str
   std::string bytes;
   // A file that is there and can't be read must not be replaced by one with this entry alone.
   if (file ? !ReadRest(file, bytes) : errno != ENOENT) return false;
-  const auto changed = ProfileText(std::move(bytes)).With(section, key, value);
+  const auto changed =
+      ProfileText(std::move(bytes)).With(BytesForProfile(section), BytesForProfile(key), BytesForProfile(value));
   return changed && ReplaceFile(path_, *changed);
 }
 

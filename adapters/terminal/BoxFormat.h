@@ -14,8 +14,6 @@ namespace twqb {
 
 // A wider terminal does not make a box wider: longer lines read badly.
 inline constexpr std::size_t kWidestBox = 80;
-// Title of a box that has none of its own.
-inline constexpr std::string_view kDefaultBoxTitle = "TWQBClient90";
 
 // Whether the box has a help button that leads somewhere: a host that set neither file nor topic has no help to offer.
 [[nodiscard]] bool OffersHelp(const MessageBox& box);

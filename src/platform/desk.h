@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,9 +20,12 @@ enum class BoxButtons : std::uint8_t { Ok, YesNo, RetryCancel };
 enum class BoxModality : std::uint8_t { Application, System };
 enum class BoxAnswer : std::uint8_t { Ok, Yes, No, Retry, Cancel };
 
+// Title of a box that has none of its own.
+inline constexpr std::string_view kDefaultBoxTitle = "TWQBClient90";
+
 struct MessageBox {
   std::string text;   // lines end with CR LF
-  std::string title;  // empty: the system's default
+  std::string title;  // empty: the default one
   BoxIcon icon = BoxIcon::None;
   BoxButtons buttons = BoxButtons::Ok;
   bool help = false;  // a help button, with the two fields below

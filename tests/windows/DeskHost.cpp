@@ -17,7 +17,7 @@
 #include "adapters/windows/machine/WindowsMachine.h"
 
 // The system's header, behind ours: it has names of its own for some of theirs.
-#include <windows.h>
+#include "adapters/windows/late/Owned.h"
 #undef GetPrivateProfileString
 #undef MessageBox
 #undef WritePrivateProfileString
@@ -44,9 +44,10 @@ int ShowFileDialog(twqb::Desk& desk, const std::string& folder) {
 int CompareProfiles(const std::string& file) {
   twqb::windows::WindowsMachine machine(".");
   constexpr DWORD kSize = 256;
+  const auto path = twqb::windows::Wide(file);
   int same = 0;
   for (const std::string value :
-       {"plain", "with blanks in it", "\"in quotes\"", "a = b; c", "3.50", "", "[no section]"}) {
+       {"plain", "with blanks in it", "\"in quotes\"", "a = b; c", "3.50", "", "[no section]", "B\xC3\xBCro"}) {
     const auto expect = [&](const char* by, const std::string& got, const std::string& wanted) {
       if (got == wanted) {
         ++same;
@@ -55,16 +56,18 @@ int CompareProfiles(const std::string& file) {
       }
     };
     // Windows drops quotes around a value when it reads, and writes none; the machine writes so that they come back.
-    char theirs[kSize] = {};
-    WritePrivateProfileStringA("THEIRS", "Key", value.c_str(), file.c_str());
-    WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.c_str());
-    GetPrivateProfileStringA("THEIRS", "Key", "nothing", theirs, kSize, file.c_str());
-    expect("read here", machine.GetPrivateProfileString("THEIRS", "Key", "nothing", kSize, file), theirs);
+    // A file without a mark of its order of bytes is in the machine's own code page by either kind of call.
+    wchar_t theirs[kSize] = {};
+    WritePrivateProfileStringW(L"THEIRS", L"Key", twqb::windows::Wide(value).c_str(), path.c_str());
+    WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());
+    GetPrivateProfileStringW(L"THEIRS", L"Key", L"nothing", theirs, kSize, path.c_str());
+    expect("read here", machine.GetPrivateProfileString("THEIRS", "Key", "nothing", kSize, file),
+           twqb::windows::Utf8(theirs));
 
     machine.WritePrivateProfileString("OURS", "Key", value, file);
-    char ours[kSize] = {};
-    GetPrivateProfileStringA("OURS", "Key", "nothing", ours, kSize, file.c_str());
-    expect("written here", ours, value);
+    wchar_t ours[kSize] = {};
+    GetPrivateProfileStringW(L"OURS", L"Key", L"nothing", ours, kSize, path.c_str());
+    expect("written here", twqb::windows::Utf8(ours), value);
   }
   std::printf("%d came as they went\n", same);
   return 0;

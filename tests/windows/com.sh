@@ -208,7 +208,7 @@ pressing "" forms file 'C:\firm' >"$work/got" || true
 check "A file dialog that is cancelled gives no file" grep -qx '(none)' "$work/got"
 
 forms profile 'C:\firm\settings.ini' >"$work/got"
-check "Settings that Windows' own calls write are read, and the other way round" grep -qx '14 came as they went' "$work/got"
+check "Settings that Windows' own calls write are read, and the other way round" grep -qx '16 came as they went' "$work/got"
 
 # By slots.
 in_folder slots

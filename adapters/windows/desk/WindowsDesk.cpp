@@ -89,12 +89,12 @@ WindowsDesk::~WindowsDesk() = default;
 
 BoxAnswer WindowsDesk::ShowMessageBox(const MessageBox& box) {
   const auto text = Wide(box.text);
-  const auto title = Wide(box.title);
+  const auto title = Wide(box.title.empty() ? kDefaultBoxTitle : box.title);
   MSGBOXPARAMSW parameters = {};
   parameters.cbSize = sizeof parameters;
   parameters.hwndOwner = GetActiveWindow();
   parameters.lpszText = text.c_str();
-  parameters.lpszCaption = box.title.empty() ? nullptr : title.c_str();
+  parameters.lpszCaption = title.c_str();  // without one, Windows puts "Error"
   parameters.dwStyle = StyleOf(box);
   parameters.lpfnMsgBoxCallback = box.help ? ShowHelp : nullptr;
   helped = &box;

@@ -1,7 +1,7 @@
 // The machine seam on Windows: SystemMachine, with the registry and the identifiers of the system itself.
 //
-// Profile files are read and written as everywhere (ProfileText): by path, in UTF-8 or as bytes, never by way of the
-// registry.
+// Profile files are read and written as everywhere (ProfileText): by path, never by way of the registry; in the
+// machine's own code page, as hosts do.
 #pragma once
 
 #include "adapters/system/SystemMachine.h"
