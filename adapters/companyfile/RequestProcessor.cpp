@@ -122,7 +122,7 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
 }
 
 std::string Enveloped(const RequestSet& set, const SetAnswer& answer) {
-  const auto setName = SetName(set.Kind()) + "Rs";
+  const auto setName = std::string(SetName(set.Kind())).append("Rs");
   constexpr std::size_t kEnvelope = 256;  // bytes, and more than what stands around the elements
   std::string text;
   text.reserve(answer.elements.size() + kEnvelope);
