@@ -67,7 +67,7 @@ void AppendLeaf(std::string& out, std::string_view name, std::string_view text) 
   const auto start = out.size();
   out.resize(start + 2 * name.size() + text.size() + kMarks);
   auto* at = out.data() + start;
-  const auto put = [&at](std::string_view piece) { at = std::ranges::copy(piece, at).out; };
+  const auto put = [&at](std::string_view piece) { at += piece.copy(at, piece.size()); };
   *at++ = '<';
   put(name);
   *at++ = '>';
