@@ -21,7 +21,8 @@ constexpr std::string_view kSelect =
     "SELECT r.list_id, r.parent_id, p.full_name, r.name, r.full_name, r.full_key, r.sublevel, r.active, r.created, "
     "r.modified, r.edit_sequence, r.balance, r.total_balance, r.type, r.number, r.body, "
     "r.kind "
-    "FROM record AS r LEFT JOIN record AS p ON p.list_id = r.parent_id ";
+    // Where there is no parent, none is looked for.
+    "FROM record AS r LEFT JOIN record AS p ON p.list_id = nullif(r.parent_id, '') ";
 
 ListRecord ReadRecord(const SqliteRows& row) {
   int column = 0;

@@ -9,6 +9,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "adapters/companyfile/Refused.h"
@@ -286,14 +287,16 @@ struct RecordField {
   const FieldDefault* fallback = nullptr;  // where the body has nothing of it
 };
 
-std::span<const RecordField> FieldsOf(const ListKind& kind, const Element& record) {
+std::span<const RecordField> FieldsOf(const ListKind& kind, const Element& record, const messages::Form& form) {
   // Found out once: it follows from tables that never change.
+  using Key = std::tuple<const ListKind*, const Element*, messages::Country, messages::Version>;
   static std::mutex mutex;
-  static std::map<std::pair<const ListKind*, const Element*>, std::vector<RecordField>> known;
+  static std::map<Key, std::vector<RecordField>> known;
   const std::lock_guard lock(mutex);
-  auto& fields = known[{&kind, &record}];
+  auto& fields = known[{&kind, &record, form.country, form.version}];
   if (!fields.empty()) return fields;
   ForEachElementRow(record.Children(), [&](const Element& row) {
+    if (!row.KnownIn(form)) return;
     const auto fallback = std::ranges::find(kind.defaults, row.name, &FieldDefault::field);
     fields.push_back({.row = &row,
                       .isParent = row.name == kParent,
@@ -311,7 +314,7 @@ void RecordWriter::Append(std::string& out, const ListRecord& record) {
   AppendOpenTag(out, record_.name);
   for (const auto& field : fields_) {
     const bool leftOut = std::ranges::find(leftOut_, field.row->name) != leftOut_.end();
-    if (field.row->KnownIn(form_) && !leftOut) AppendField(out, record, field);
+    if (!leftOut) AppendField(out, record, field);
   }
   AppendCloseTag(out, record_.name);
 }

@@ -55,7 +55,8 @@ void AppendReference(std::string& out, std::string_view name, std::string_view l
 // A field of a list's records and where it comes from: see RecordText.cpp.
 struct RecordField;
 // Those of a record's row, for a kind, in the order of the wire.
-[[nodiscard]] std::span<const RecordField> FieldsOf(const ListKind& kind, const messages::Element& record);
+[[nodiscard]] std::span<const RecordField> FieldsOf(const ListKind& kind, const messages::Element& record,
+                                                    const messages::Form& form);
 
 // Writes list records of one answer.
 class RecordWriter {
@@ -63,7 +64,7 @@ class RecordWriter {
   // `record` is the row of the record (CustomerRet); what `form` does not know stays out.
   RecordWriter(CompanyStore& store, const ListKind& kind, const messages::Element& record, const messages::Form& form,
                const ClockReading& clock)
-      : record_(record), fields_(FieldsOf(kind, record)), form_(form), clock_(clock), names_(store) {}
+      : record_(record), fields_(FieldsOf(kind, record, form)), form_(form), clock_(clock), names_(store) {}
 
   // A field of that name (an exact one of the top level) is left out of every record.
   void LeaveOut(std::string_view field) { leftOut_.emplace_back(field); }

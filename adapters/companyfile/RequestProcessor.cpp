@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <mutex>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 
 #include "adapters/companyfile/CompanyClock.h"
@@ -61,7 +63,7 @@ constexpr std::array kTxnVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Query", 
 constexpr std::array kListVerbs = {VerbName{"Add", Verb::Add}, VerbName{"Mod", Verb::Modify},
                                    VerbName{"Query", Verb::Query}};
 
-Operation FindOperation(const messages::Message& message) {
+Operation OperationOf(const messages::Message& message) {
   if (message.name == "HostQuery") return Operation{Verb::QueryHost};
   if (message.name == "SubscriptionQuery") return Operation{Verb::QuerySubscription};
   if (message.set == messages::MessageSet::Subscription) return Operation{Verb::ChangeSubscription};
@@ -85,6 +87,15 @@ Operation FindOperation(const messages::Message& message) {
     if (joint != nullptr) return Operation{.verb = Verb::Query, .joint = joint};
   }
   return Operation{Verb::None};
+}
+
+Operation FindOperation(const messages::Message& message) {
+  // Found out once: it follows from tables that never change.
+  static std::mutex mutex;
+  static std::unordered_map<const messages::Message*, Operation> known;
+  const std::lock_guard lock(mutex);
+  const auto found = known.find(&message);
+  return found != known.end() ? found->second : known.emplace(&message, OperationOf(message)).first->second;
 }
 
 Operation FindOperation(const Request& request) {
@@ -122,7 +133,7 @@ bool Accepts(const CompanyOptions& options, Country country, Verb verb) {
 }
 
 std::string Enveloped(const RequestSet& set, const SetAnswer& answer) {
-  const auto setName = SetName(set.Kind()) + "Rs";
+  const auto setName = std::string(SetName(set.Kind())).append("Rs");
   constexpr std::size_t kEnvelope = 256;  // bytes, and more than what stands around the elements
   std::string text;
   text.reserve(answer.elements.size() + kEnvelope);

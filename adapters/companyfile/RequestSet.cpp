@@ -123,7 +123,9 @@ std::string_view TagOfDocumentType(std::string_view publicId) {
 
 }  // namespace
 
-std::string SetName(MessageSet kind) { return kind == MessageSet::Company ? "QBXMLMsgs" : "QBXMLSubscriptionMsgs"; }
+std::string_view SetName(MessageSet kind) {
+  return kind == MessageSet::Company ? "QBXMLMsgs" : "QBXMLSubscriptionMsgs";
+}
 
 RequestSet::RequestSet(std::string_view document, std::optional<MessageSet> kind, std::span<const Country> forms)
     : text_(document) {
@@ -170,11 +172,15 @@ void RequestSet::ReadForm(const std::optional<DocumentType>& type, std::span<con
 pugi::xml_node RequestSet::FindSet(std::optional<MessageSet> kind) {
   const auto root = document_.document_element();
   const auto set = root.find_child(IsElement);
-  const bool subscriptions = set.name() == SetName(MessageSet::Subscription) + "Rq";
+  const auto isSetOf = [name = std::string_view(set.name())](MessageSet of) {
+    return name.starts_with(SetName(of)) && name.substr(SetName(of).size()) == kRequestSuffix;
+  };
+  const bool subscriptions = isSetOf(MessageSet::Subscription);
   kind_ = kind.value_or(subscriptions ? MessageSet::Subscription : MessageSet::Company);
-  const auto expected = SetName(kind_) + "Rq";
   if (root.name() != kRoot || root.first_attribute()) RefuseDocument("The root element is not QBXML.");
-  if (set.name() != expected) RefuseDocument(fmt::format("There is no {} in the document.", expected));
+  if (!isSetOf(kind_)) {
+    RefuseDocument(fmt::format("There is no {}{} in the document.", SetName(kind_), kRequestSuffix));
+  }
   for (auto next = set.next_sibling(); next; next = next.next_sibling()) {
     if (IsElement(next)) RefuseDocument(fmt::format("The element {} is not expected.", next.name()));
   }

@@ -78,6 +78,6 @@ class RequestSet {
 };
 
 // The element that holds the requests: "QBXMLMsgs" or "QBXMLSubscriptionMsgs", without Rq and Rs.
-[[nodiscard]] std::string SetName(messages::MessageSet kind);
+[[nodiscard]] std::string_view SetName(messages::MessageSet kind);
 
 }  // namespace twqb::company

@@ -49,7 +49,7 @@ std::int64_t SqliteRows::Integer(int column) const { return sqlite3_column_int64
 
 void SqliteRows::Reset::operator()(sqlite3_stmt* statement) const {
   sqlite3_reset(statement);
-  sqlite3_clear_bindings(statement);
+  if (sqlite3_bind_parameter_count(statement) > 0) sqlite3_clear_bindings(statement);
 }
 
 void SqliteDatabase::Close::operator()(sqlite3* database) const { storage::CloseInOrder(database); }

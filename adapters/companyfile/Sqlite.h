@@ -76,7 +76,15 @@ class SqliteDatabase {
 
   std::unique_ptr<sqlite3, Close> database_;
   storage::WriteAhead writeAhead_;
-  std::map<std::string, std::unique_ptr<sqlite3_stmt, Finalize>, std::less<>> statements_;
+  // Told by their lengths first: most begin with the same words.
+  struct Shorter {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const {
+      return a.size() != b.size() ? a.size() < b.size() : a < b;
+    }
+  };
+
+  std::map<std::string, std::unique_ptr<sqlite3_stmt, Finalize>, Shorter> statements_;
 };
 
 // One transaction: rolled back when it goes without Commit.

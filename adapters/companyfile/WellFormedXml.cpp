@@ -87,7 +87,7 @@ class Scanner {
 
   void ScanDeclaration() {
     Skip("<?xml");
-    const auto attributes = ScanAttributes();
+    const auto& attributes = ScanAttributes();
     if (!Skip("?>")) Fail("The XML declaration is not closed.");
     if (attributes.empty() || attributes[0].name != "version" || attributes[0].value != "1.0") {
       Fail("The XML declaration does not name version 1.0.");
@@ -187,8 +187,10 @@ class Scanner {
     std::string_view name;
     std::string_view value;
   };
-  std::vector<Attribute> ScanAttributes() {
-    std::vector<Attribute> attributes;
+  // Until the next tag's are.
+  const std::vector<Attribute>& ScanAttributes() {
+    auto& attributes = attributes_;
+    attributes.clear();
     while (AtWhiteSpace()) {
       SkipWhiteSpace();
       if (at_ >= text_.size() || !Is(text_[at_], kNameStart)) break;
@@ -275,6 +277,7 @@ class Scanner {
   bool rootSeen_ = false;
   std::optional<DocumentType> documentType_;
   std::vector<std::string_view> open_;
+  std::vector<Attribute> attributes_;
 };
 
 }  // namespace

@@ -56,9 +56,26 @@ void AppendCloseTag(std::string& out, std::string_view name) { out.append("</").
 
 void AppendLeaf(std::string& out, std::string_view name, std::string_view text) {
   if (text.empty()) return;
-  AppendOpenTag(out, name);
-  AppendEscaped(out, text, kSpecialInContent);
-  AppendCloseTag(out, name);
+  if (std::ranges::any_of(text, [](char c) { return kSpecialInContent[static_cast<unsigned char>(c)]; })) {
+    AppendOpenTag(out, name);
+    AppendEscaped(out, text, kSpecialInContent);
+    AppendCloseTag(out, name);
+    return;
+  }
+  // In one piece: an answer is mostly leaves.
+  constexpr std::size_t kMarks = std::string_view("<></>").size();
+  const auto start = out.size();
+  out.resize(start + 2 * name.size() + text.size() + kMarks);
+  auto* at = out.data() + start;
+  const auto put = [&at](std::string_view piece) { at += piece.copy(at, piece.size()); };
+  *at++ = '<';
+  put(name);
+  *at++ = '>';
+  put(text);
+  *at++ = '<';
+  *at++ = '/';
+  put(name);
+  *at = '>';
 }
 
 void AppendAttribute(std::string& out, std::string_view name, std::string_view value) {

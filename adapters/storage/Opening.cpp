@@ -7,6 +7,7 @@
 #include <mutex>
 
 #include "adapters/storage/Handles.h"
+#include "adapters/storage/KeepingLayer.h"
 #include "adapters/storage/WriteAhead.h"
 
 namespace twqb::storage {
@@ -102,8 +103,9 @@ int Open(const std::string& path, int flags, sqlite3** handle) {
 }
 
 int Open(const std::string& path, int flags, SharedMemory memory, sqlite3** handle) {
-  const bool isUnshared = memory == SharedMemory::No && UnsharedLayer::IsThere();
-  return sqlite3_open_v2(path.c_str(), handle, flags | SQLITE_OPEN_NOMUTEX, isUnshared ? kUnsharedLayer : nullptr);
+  const char* unshared = UnsharedLayer::IsThere() ? kUnsharedLayer : nullptr;
+  const char* layer = memory == SharedMemory::Yes ? KeepingLayer() : unshared;
+  return sqlite3_open_v2(path.c_str(), handle, flags | SQLITE_OPEN_NOMUTEX, layer);
 }
 
 std::string MakeReadable(sqlite3* handle) {

@@ -15,6 +15,7 @@
 
 #include "adapters/storage/EndingTurn.h"
 #include "adapters/storage/Handles.h"
+#include "adapters/storage/ReaderPlace.h"
 
 #ifdef __linux__
 #include <sys/vfs.h>
@@ -134,8 +135,8 @@ Form TakeBack(const std::string& path) {
 
 int SetUp(sqlite3* handle) {
   // Beyond FULL, the going of a rollback journal is durable, too.
-  constexpr auto kSettings = "PRAGMA synchronous = EXTRA; PRAGMA wal_autocheckpoint = 4000";
-  return sqlite3_exec(handle, kSettings, nullptr, nullptr, nullptr);
+  const int code = sqlite3_exec(handle, "PRAGMA synchronous = EXTRA", nullptr, nullptr, nullptr);
+  return code == SQLITE_OK ? sqlite3_wal_autocheckpoint(handle, kLongLog) : code;
 }
 
 bool TakesWriteAhead(const std::string& path) {

@@ -5,6 +5,7 @@
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/faults/Faults.h"
 #include "adapters/scripted/ScriptedDesk.h"
+#include "adapters/storage/ReaderPlace.h"
 #include "adapters/system/Callbacks.h"
 #include "adapters/system/FrozenMachine.h"
 #include "adapters/terminal/TerminalDesk.h"
@@ -43,6 +44,7 @@ class CountingDesk : public ForwardingDesk {
   using ForwardingDesk::ForwardingDesk;
   BoxAnswer ShowMessageBox(const MessageBox& box) override {
     ++boxes_;
+    storage::GiveBackKeptPlaces();  // it may be long until it is answered
     return ForwardingDesk::ShowMessageBox(box);
   }
   [[nodiscard]] int Boxes() const { return boxes_; }

@@ -164,11 +164,14 @@ class ListSendWork final : public RowWork {
     }
     if (send_.announces == Announces::PairsThatGo && !TwinMoves(twin)) return;
     TellRecordId(record_.linkId);
-    const auto request = messageSet.Append(send_.modRequestOf == nullptr ? send_.modRequest : send_.modRequestOf(twin));
-    NameTwin(messageSet, record_.linkId);
-    request["ListID"].SetValue(twin["ListID"].GetValue());
-    request["EditSequence"].SetValue(twin["EditSequence"].GetValue());
+    const auto requestName = send_.modRequestOf == nullptr ? send_.modRequest : send_.modRequestOf(twin);
+    const auto listId = twin["ListID"].GetValue();
+    const auto editSequence = twin["EditSequence"].GetValue();
     if (send_.announces == Announces::EveryPair && !TwinMoves(twin)) return;
+    const auto request = messageSet.Append(requestName);
+    NameTwin(messageSet, record_.linkId);
+    request["ListID"].SetValue(listId);
+    request["EditSequence"].SetValue(editSequence);
     if (!IsFilled(request, RequestKind::Mod)) return;
     const auto exchanged = Exchange(messageSet, request, RequestKind::Mod, 0);
     if (!exchanged) return;

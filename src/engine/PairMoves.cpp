@@ -41,7 +41,10 @@ std::string WhoIsNewer(const ConflictCase& conflict) {
   if (conflict.billingTime == NeverUpdated()) return "its row has no date";
   const auto ahead = BillingAhead(conflict);
   if (ahead == 0) return "both sides are of the same time";
-  return std::string(ahead > 0 ? "BillingDb" : "QuickBooks").append(" is newer by ").append(Span(std::abs(ahead)));
+  constexpr std::size_t kRoom = 48;  // for the whole of it
+  std::string text;
+  text.reserve(kRoom);
+  return text.append(ahead > 0 ? "BillingDb" : "QuickBooks").append(" is newer by ").append(Span(std::abs(ahead)));
 }
 
 // Tells what the rule decided, and answers it.

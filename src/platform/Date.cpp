@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
@@ -168,11 +169,12 @@ std::string IsoDate(Date date) {
   std::string text;
   text.reserve(kLongest);
   AppendPadded(text, c.year, 4);
-  for (const auto& [mark, part] :
-       {std::pair{'-', c.month}, {'-', c.day}, {'T', c.hour}, {':', c.minute}, {':', c.second}}) {
-    text += mark;
-    AppendPadded(text, part, 2);
-  }
+  const auto tens = [](int part) { return static_cast<char>('0' + part / 10); };
+  const auto ones = [](int part) { return static_cast<char>('0' + part % 10); };
+  const std::array rest = {'-', tens(c.month),  ones(c.month), '-', tens(c.day),    ones(c.day),
+                           'T', tens(c.hour),   ones(c.hour),  ':', tens(c.minute), ones(c.minute),
+                           ':', tens(c.second), ones(c.second)};
+  text.append(rest.data(), rest.size());
   if (c.millisecond != 0) AppendPadded(text += '.', c.millisecond, 3);
   return text;
 }

@@ -213,6 +213,13 @@ void AppendPadded(std::string& text, int value, std::size_t width) {
     text.append(digits.data(), digits.size());
     return;
   }
+  if (width == 4 && value >= 1000 && value < 10000) {
+    const std::array<char, 4> digits = {static_cast<char>('0' + value / 1000),
+                                        static_cast<char>('0' + value / 100 % 10),
+                                        static_cast<char>('0' + value / 10 % 10), static_cast<char>('0' + value % 10)};
+    text.append(digits.data(), digits.size());
+    return;
+  }
   std::array<char, 12> digits{};
   const auto* end = std::to_chars(digits.data(), digits.data() + digits.size(), std::abs(value)).ptr;
   const auto count = static_cast<std::size_t>(end - digits.data());

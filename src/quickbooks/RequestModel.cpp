@@ -247,8 +247,7 @@ struct MsgSetRequest::Memory {
   std::pmr::monotonic_buffer_resource resource{first.data(), first.size()};
 };
 
-MsgSetRequest::MsgSetRequest(Form form, messages::MessageSet kind)
-    : form_(form), kind_(kind), memory_(std::make_unique_for_overwrite<Memory>()) {}
+MsgSetRequest::MsgSetRequest(Form form, messages::MessageSet kind) : form_(form), kind_(kind) {}
 MsgSetRequest::~MsgSetRequest() = default;
 MsgSetRequest::MsgSetRequest(MsgSetRequest&&) noexcept = default;
 MsgSetRequest& MsgSetRequest::operator=(MsgSetRequest&&) noexcept = default;
@@ -258,6 +257,7 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
   if (message == nullptr || message->set != kind_) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), requestName));
   }
+  if (!memory_) memory_ = std::make_unique_for_overwrite<Memory>();  // many a set stays empty
   names_.emplace_back();
   auto* request = requests_.emplace_back(
       std::pmr::polymorphic_allocator<>(&memory_->resource).new_object<RequestNode>(memory_->resource, *message));

@@ -263,7 +263,7 @@ TEST_F(WriteAhead, Costs_a_statement_one_durable_write_and_opens_nothing) {
     for (int i = 0; i < kStatements; ++i) Add(*connection);
     EXPECT_EQ(files.Count(FileCall::Sync) + files.Count(FileCall::SyncDirectory), kStatements);
     EXPECT_EQ(files.Count(FileCall::Open), 0);
-    EXPECT_LE(files.Count(FileCall::Lock), 6 * kStatements);
+    EXPECT_LE(files.Count(FileCall::Lock), 2 * kStatements);
   }
 }
 
