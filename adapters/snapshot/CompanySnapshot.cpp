@@ -3,7 +3,6 @@
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <optional>
 #include <pugixml.hpp>
@@ -24,18 +23,6 @@ namespace twqb::snapshot {
 namespace {
 
 using messages::Country;
-
-// Kinds that company files here don't keep, and those of theirs that they share names with.
-struct OtherKind {
-  std::string_view name;
-  std::string_view sharesNamesWith;
-};
-constexpr std::array kOtherKinds = {OtherKind{"OtherName", "Customer"},
-                                    OtherKind{"ItemDiscount", "ItemService"},
-                                    OtherKind{"ItemSubtotal", "ItemService"},
-                                    OtherKind{"ItemFixedAsset", "ItemService"},
-                                    OtherKind{"ItemInventoryAssembly", "ItemService"},
-                                    OtherKind{"ItemSalesTaxGroup", "ItemService"}};
 
 template <typename Call>
 auto Called(std::string_view what, const Call& call) {
@@ -103,12 +90,16 @@ class CompanyReader {
       intake.Announce(kind, answer->Response());
       read.emplace_back(&kind, *std::move(answer));
     }
-    for (const auto& [kind, answer] : read) intake.Lay(*kind, answer.Response());
-    for (const auto& [name, sharesNamesWith] : kOtherKinds) {
-      const auto answer =
-          questions_.AskIfKnown(name, fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", name));
-      if (answer) intake.LayNames(name, company::FindListKind(sharesNamesWith)->nameSpace, answer->Response());
+    std::vector<std::pair<const company::ListKind*, Answer>> told;
+    for (const auto& kind : company::ToldKinds()) {
+      auto answer = questions_.AskIfKnown(
+          kind.name, fmt::format("<{0}QueryRq><ActiveStatus>All</ActiveStatus></{0}QueryRq>", kind.name));
+      if (!answer) continue;
+      intake.AnnounceTold(kind, answer->Response());
+      told.emplace_back(&kind, *std::move(answer));
     }
+    for (const auto& [kind, answer] : read) intake.Lay(*kind, answer.Response());
+    for (const auto& [kind, answer] : told) intake.LayTold(*kind, answer.Response());
   }
 
   // All of a kind with its lines and links; nothing where there are none, and of a kind that this edition does not
