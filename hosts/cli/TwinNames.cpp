@@ -13,6 +13,7 @@
 #include "platform/Text.h"
 #include "quickbooks/Session.h"
 #include "services/Conversions.h"
+#include "services/Errors.h"
 
 namespace twqb::cli {
 
@@ -30,15 +31,6 @@ std::string NameIn(const pugi::xml_node& record) {
   return {};
 }
 
-template <typename Call>
-void Quietly(const Call& call) {
-  try {
-    call();
-  } catch (const PlatformError&) {
-    return;
-  }
-}
-
 // With the company that QuickBooks has open, for as long as this stands.
 class Session {
  public:
@@ -47,13 +39,13 @@ class Session {
     try {
       transport_->BeginSession("", mode);
     } catch (const PlatformError&) {
-      Quietly([&] { transport_->CloseConnection(); });
+      IgnoreErrors([&] { transport_->CloseConnection(); });
       throw;
     }
   }
   ~Session() {
-    Quietly([&] { transport_->EndSession(); });
-    Quietly([&] { transport_->CloseConnection(); });
+    IgnoreErrors([&] { transport_->EndSession(); });
+    IgnoreErrors([&] { transport_->CloseConnection(); });
   }
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;

@@ -136,6 +136,15 @@ TEST_F(CompanySnapshot, Repeats_what_a_closed_kind_answers_and_takes_the_others)
   ExpectHas(told("ListDel", "<ListDelType>Customer</ListDelType><ListID>1-1</ListID>"), "statusCode=\"3120\"");
 }
 
+TEST_F(CompanySnapshot, Answers_a_question_for_several_kinds_as_the_one_that_is_closed) {
+  session_.statuses = {{"DateDrivenTerms", "3260"}};
+  session_.records["StandardTerms"] =
+      "<StandardTermsRet><ListID>20-1</ListID>" + std::string(kTimes) + "<Name>Net 15</Name></StandardTermsRet>";
+  Read();
+  ExpectHas(Ask("<TermsQueryRq/>"), "statusCode=\"3260\" statusSeverity=\"Error\" statusMessage=\"told 3260\"");
+  ExpectHas(Ask("<StandardTermsQueryRq/>"), "<Name>Net 15</Name>");
+}
+
 TEST_F(CompanySnapshot, Takes_no_failure_of_a_question_for_what_is_always_answered) {
   session_.statuses = {{"Customer", "1000"}};
   ExpectCantRead("told 1000");
