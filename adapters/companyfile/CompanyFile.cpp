@@ -71,6 +71,8 @@ CompanySummary CompanyFile::Summary() {
   return summary;
 }
 
+std::vector<std::string> CompanyFile::UnknownAmounts() { return store_->UnknownAmounts(); }
+
 CompanyConditions CompanyFile::GetConditions() { return store_->ReadConditions(); }
 
 void CompanyFile::SetConditions(const CompanyConditions& conditions) {

@@ -77,6 +77,10 @@ class CompanyFile {
 
   [[nodiscard]] CompanySummary Summary();
 
+  // Identifiers of transactions that were added here to what was read from another QuickBooks, and of which it is not
+  // known what they would come to there: see TxnLines.h.
+  [[nodiscard]] std::vector<std::string> UnknownAmounts();
+
   // How programs are met that want a session, as it stands in the file now.
   [[nodiscard]] CompanyConditions GetConditions();
   // Durable when it returns. Sessions that have begun go on. Raises 0x80040402, with nothing changed, when the storage

@@ -46,7 +46,8 @@ ListRecord ReadRecord(const SqliteRows& row) {
   return record;
 }
 constexpr int kKindColumn = 16;
-constexpr std::string_view kRefused = "refused ";  // ahead of the kind, in a setting
+constexpr std::string_view kRefused = "refused ";                 // ahead of the kind, in a setting
+constexpr std::string_view kUnknownAmounts = "amounts unknown ";  // ahead of the identifier of a transaction
 
 std::optional<ListRecord> FirstRecord(SqliteRows rows) {
   if (!rows.Next()) return std::nullopt;
@@ -200,6 +201,18 @@ std::optional<Status> CompanyStore::FindRefusal(std::string_view kind) const {
 void CompanyStore::WriteRefusal(std::string_view kind, const Status& refusal) {
   WriteSetting(fmt::format("{}{}", kRefused, kind), fmt::format("{} {}", refusal.code, refusal.message));
   refusals_.insert_or_assign(std::string(kind), refusal);
+}
+
+void CompanyStore::NoteUnknownAmounts(std::string_view txnId) {
+  WriteSetting(fmt::format("{}{}", kUnknownAmounts, txnId), "unknown");
+}
+
+std::vector<std::string> CompanyStore::UnknownAmounts() {
+  std::vector<std::string> found;
+  auto rows = database_.Query("SELECT key FROM setting WHERE substr(key, 1, ?) = ?",
+                              {static_cast<std::int64_t>(kUnknownAmounts.size()), kUnknownAmounts});
+  while (rows.Next()) found.push_back(rows.Text(0).substr(kUnknownAmounts.size()));
+  return found;
 }
 
 void CompanyStore::ReadRefusals() {

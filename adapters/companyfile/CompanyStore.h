@@ -49,6 +49,10 @@ class CompanyStore {
   [[nodiscard]] std::optional<Status> FindRefusal(std::string_view kind) const;
   void WriteRefusal(std::string_view kind, const Status& refusal);
 
+  // Transactions that were entered here, of which it is not known what QuickBooks would make them come to.
+  void NoteUnknownAmounts(std::string_view txnId);
+  [[nodiscard]] std::vector<std::string> UnknownAmounts();
+
   // Identifiers that were never given out before: of a list record; of a transaction or a line of one.
   [[nodiscard]] std::string NewListId(std::int64_t now) { return NewId("list", now); }
   [[nodiscard]] std::string NewTxnId(std::int64_t now) { return NewId("txn", now); }

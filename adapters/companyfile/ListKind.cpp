@@ -75,6 +75,11 @@ constexpr ListKind kListKinds[] = {
      .alsoDeletedAs = "SalesTaxCode"},
 };
 
+constexpr ListKind kToldKinds[] = {
+    {.name = "OtherName", .nameSpace = kPeopleNames},           {.name = "ItemDiscount", .nameSpace = kItemNames},
+    {.name = "ItemSubtotal", .nameSpace = kItemNames},          {.name = "ItemFixedAsset", .nameSpace = kItemNames},
+    {.name = "ItemInventoryAssembly", .nameSpace = kItemNames}, {.name = "ItemSalesTaxGroup", .nameSpace = kItemNames}};
+
 constexpr std::string_view kTerms[] = {"StandardTerms", "DateDrivenTerms"};
 constexpr JointList kJointLists[] = {{.name = "Terms", .kinds = kTerms}};
 
@@ -85,6 +90,13 @@ std::span<const ListKind> ListKinds() { return kListKinds; }
 const ListKind* FindListKind(std::string_view name) {
   const auto* const found = std::ranges::find(kListKinds, name, &ListKind::name);
   return found == std::end(kListKinds) ? nullptr : found;
+}
+
+std::span<const ListKind> ToldKinds() { return kToldKinds; }
+const ListKind* FindNamedKind(std::string_view name) {
+  if (const auto* kept = FindListKind(name)) return kept;
+  const auto* const told = std::ranges::find(kToldKinds, name, &ListKind::name);
+  return told == std::end(kToldKinds) ? nullptr : told;
 }
 
 const JointList* FindJointList(std::string_view name) {

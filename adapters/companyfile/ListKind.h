@@ -46,6 +46,12 @@ struct ListKind {
 // By its exact name; nullptr when the file keeps no such list.
 [[nodiscard]] const ListKind* FindListKind(std::string_view name);
 
+// Kinds of which a file has records only when it was read from another QuickBooks: it keeps what lines and sums take
+// from them, names them where they are referred to, and answers no request about them.
+[[nodiscard]] std::span<const ListKind> ToldKinds();
+// Of either sort; nullptr for any other name.
+[[nodiscard]] const ListKind* FindNamedKind(std::string_view name);
+
 // Kinds that one query asks for together, as if they were one list: TermsQuery. Their names share a name space.
 struct JointList {
   std::string_view name;                    // "Terms"

@@ -15,9 +15,11 @@
 #include "adapters/companyfile/RecordText.h"
 #include "adapters/companyfile/References.h"
 #include "adapters/companyfile/SchemaWalk.h"
+#include "adapters/companyfile/TxnAmounts.h"
 #include "adapters/companyfile/TxnLines.h"
 #include "adapters/companyfile/TxnStore.h"
 #include "adapters/companyfile/TxnText.h"
+#include "adapters/companyfile/XmlText.h"
 #include "messages/ValueFormat.h"
 
 namespace twqb::company {
@@ -85,6 +87,10 @@ class RecordIntake::Laying {
     for (const auto record : response.children()) owners_[TextOf(record, "ListID")].push_back(kind.name);
   }
 
+  void AnnounceTold(const ListKind& kind, pugi::xml_node response) {
+    for (const auto record : response.children()) told_[TextOf(record, "ListID")].push_back(kind.name);
+  }
+
   void LayRecord(const ListKind& kind, pugi::xml_node told) {
     auto record = RecordOf(told);
     record.listId = IdOf(kind.name, record.listId);
@@ -95,6 +101,7 @@ class RecordIntake::Laying {
       if (!IsListColumn(row.name)) LayField(record.body, told, row);
     });
     highest_.list = std::max(highest_.list, CountIn(record.listId));
+    if (const auto rate = TextOf(told, "TaxRate"); !rate.empty()) taxRates_.insert_or_assign(record.listId, rate);
     if (const auto special = TextOf(told, "SpecialAccountType"); !special.empty()) {
       store_.WriteSetting("account " + special, record.listId);
     }
@@ -102,10 +109,13 @@ class RecordIntake::Laying {
     store_.Lay(kind.name, kind.nameSpace, std::move(record));
   }
 
-  void LayName(std::string_view kind, std::string_view nameSpace, pugi::xml_node told) {
+  void LayTold(const ListKind& kind, pugi::xml_node told) {
     auto record = RecordOf(told);
-    record.listId.append(1, kIdOfKind).append(kind);
-    store_.Lay(kind, nameSpace, std::move(record));
+    record.listId = OfKind(record.listId, kind.name);
+    if (!record.parentId.empty()) record.parentId = OfKind(record.parentId, kind.name);
+    record.body = BodyOfTold(told);
+    SetUses(record.listId, record.body);
+    store_.Lay(kind.name, kind.nameSpace, std::move(record));
   }
 
   void LayTxn(const TxnKind& kind, pugi::xml_node told) {
@@ -145,7 +155,10 @@ class RecordIntake::Laying {
   [[nodiscard]] std::string IdOf(std::string_view kind, std::string_view listId) const {
     const auto owners = owners_.find(listId);
     const bool isFirst = owners != owners_.end() && owners->second.front() == kind;
-    return isFirst ? std::string(listId) : fmt::format("{}{}{}", listId, kIdOfKind, kind);
+    return isFirst ? std::string(listId) : OfKind(listId, kind);
+  }
+  [[nodiscard]] static std::string OfKind(std::string_view listId, std::string_view kind) {
+    return fmt::format("{}{}{}", listId, kIdOfKind, kind);
   }
   [[nodiscard]] std::string IdNamed(std::string_view field, std::string_view listId) const {
     if (listId.empty()) return {};
@@ -156,12 +169,42 @@ class RecordIntake::Laying {
         if (std::ranges::find(owners->second, kind) != owners->second.end()) return IdOf(kind, listId);
       }
     }
+    if (const auto told = told_.find(listId); rule != nullptr && told != told_.end()) {
+      for (const auto kind : rule->kinds) {
+        if (std::ranges::find(told->second, kind) != told->second.end()) return OfKind(listId, kind);
+      }
+    }
     return fmt::format("{}{}", listId, kIdOfKind);
   }
   [[nodiscard]] std::string Referenced(pugi::xml_node parent, std::string_view field) const {
     return field.empty() ? std::string() : IdNamed(field, ChildText(ChildElement(parent, field), "ListID"));
   }
-  void LayTold(std::string& body, pugi::xml_node told, const Element& row) const {
+  // What a line takes from an item, and the rates of a group of sales tax: of each part, and, where all are known, of
+  // the whole.
+  [[nodiscard]] std::string BodyOfTold(pugi::xml_node told) const {
+    std::string body;
+    for (const auto* field : {"SalesDesc", "SalesPrice", "PurchaseDesc", "PurchaseCost", "ItemDesc"}) {
+      AppendLeaf(body, field, ChildText(told, field));
+    }
+    if (const auto code = Referenced(told, "SalesTaxCodeRef"); !code.empty()) {
+      AppendOpenTag(body, "SalesTaxCodeRef");
+      AppendLeaf(body, "ListID", code);
+      AppendCloseTag(body, "SalesTaxCodeRef");
+    }
+    std::optional<std::int64_t> whole;
+    bool areAllKnown = true;
+    for (const auto part : told.children("ItemSalesTaxRef")) {
+      const auto rate = taxRates_.find(IdNamed("ItemSalesTaxRef", ChildText(part, "ListID")));
+      const auto value = rate == taxRates_.end() ? std::nullopt : Decimal::Parse(rate->second);
+      areAllKnown = areAllKnown && value;
+      if (!value) continue;
+      AppendLeaf(body, "PartRate", value->Text());
+      whole = whole.value_or(0) + value->Units();
+    }
+    if (whole && areAllKnown) AppendLeaf(body, "TaxRate", Decimal::FromUnits(*whole).Text());
+    return body;
+  }
+  void LayElementOf(std::string& body, pugi::xml_node told, const Element& row) const {
     LayElement(body, told, row,
                [this](std::string_view field, std::string_view listId) { return IdNamed(field, listId); });
   }
@@ -201,7 +244,7 @@ class RecordIntake::Laying {
   void LayField(std::string& body, pugi::xml_node told, const Element& row) const {
     for (const auto field : told.children()) {
       if (row.name != field.name()) continue;
-      LayTold(body, field, row);
+      LayElementOf(body, field, row);
     }
   }
 
@@ -223,7 +266,7 @@ class RecordIntake::Laying {
       const auto* row = FindRow(rows, field.name());
       if (row == nullptr || IsTxnColumn(row->name) || row->name == "UnusedCredits") continue;
       std::string element;
-      LayTold(element, field, *row);
+      LayElementOf(element, field, *row);
       if (row->name == kLink) {
         links_.push_back({.owner = txn.txnId, .other = TextOf(field, "TxnID"), .element = std::move(element)});
         if (txn.kind->settlement == Settlement::Credit) NoteCredit(field, txn);
@@ -312,6 +355,8 @@ class RecordIntake::Laying {
   ClockReading clock_;
   CompanyStore::Highest highest_;
   std::map<std::string, std::vector<std::string_view>, std::less<>> owners_;  // kinds, by identifier
+  std::map<std::string, std::vector<std::string_view>, std::less<>> told_;    // the same of ToldKinds
+  std::map<std::string, std::string, std::less<>> taxRates_;                  // by identifier
   std::map<std::string, const TxnKind*> entered_;
   std::vector<ToldLink> links_;
   std::vector<ToldApplication> applications_;
@@ -343,8 +388,12 @@ void RecordIntake::Lay(const TxnKind& kind, pugi::xml_node response) {
   for (const auto record : response.children()) laying_->LayTxn(kind, record);
 }
 
-void RecordIntake::LayNames(std::string_view kind, std::string_view nameSpace, pugi::xml_node response) {
-  for (const auto record : response.children()) laying_->LayName(kind, nameSpace, record);
+void RecordIntake::AnnounceTold(const ListKind& kind, pugi::xml_node response) {
+  laying_->AnnounceTold(kind, response);
+}
+
+void RecordIntake::LayTold(const ListKind& kind, pugi::xml_node response) {
+  for (const auto record : response.children()) laying_->LayTold(kind, record);
 }
 
 void RecordIntake::Refuse(std::string_view kind, int code, std::string_view message) {

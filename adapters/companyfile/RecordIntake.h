@@ -2,7 +2,7 @@
 // times, edit sequences, balances and links stay, and none of the rules is looked at that requests go by.
 //
 // It asks nobody; who reads that QuickBooks hands the answers over, lists ahead of transactions. What refers to records
-// that this file does not keep is answered as it was told.
+// that this file does not keep, nor was told of (ToldKinds), is answered as it was told.
 #pragma once
 
 #include <memory>
@@ -31,8 +31,9 @@ class RecordIntake {
   void Announce(const ListKind& kind, pugi::xml_node response);
   void Lay(const ListKind& kind, pugi::xml_node response);
   void Lay(const TxnKind& kind, pugi::xml_node response);
-  // Records of a kind that the file does not keep, whose names are among those of a name space that it has.
-  void LayNames(std::string_view kind, std::string_view nameSpace, pugi::xml_node response);
+  // The same of a kind of ToldKinds, laid behind the lists: of their records it takes what AddTxn looks at.
+  void AnnounceTold(const ListKind& kind, pugi::xml_node response);
+  void LayTold(const ListKind& kind, pugi::xml_node response);
   // What QuickBooks answers to a question for all of a kind, instead of records: every request about the kind gets that
   // answer from the file.
   void Refuse(std::string_view kind, int code, std::string_view message);

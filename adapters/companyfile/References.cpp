@@ -18,8 +18,8 @@ constexpr Names kAccount[] = {"Account"};
 constexpr Names kClass[] = {"Class"};
 constexpr Names kCustomer[] = {"Customer"};
 constexpr Names kVendor[] = {"Vendor"};
-constexpr Names kWorker[] = {"Employee", "Vendor"};
-constexpr Names kPayee[] = {"Vendor", "Employee", "Customer"};
+constexpr Names kWorker[] = {"Employee", "Vendor", "OtherName"};
+constexpr Names kPayee[] = {"Vendor", "Employee", "Customer", "OtherName"};
 constexpr Names kJobType[] = {"JobType"};
 constexpr Names kPaymentMethod[] = {"PaymentMethod"};
 constexpr Names kCustomerType[] = {"CustomerType"};
@@ -28,10 +28,11 @@ constexpr Names kTerms[] = {"StandardTerms", "DateDrivenTerms"};
 constexpr Names kTemplate[] = {"Template"};
 constexpr Names kWageItem[] = {"PayrollItemWage"};
 // Groups have a field and lines of their own.
-constexpr Names kItem[] = {"ItemService",   "ItemOtherCharge", "ItemNonInventory",
-                           "ItemInventory", "ItemSalesTax",    "ItemPayment"};
+constexpr Names kItem[] = {"ItemService",    "ItemOtherCharge",      "ItemNonInventory", "ItemInventory",
+                           "ItemSalesTax",   "ItemPayment",          "ItemDiscount",     "ItemSubtotal",
+                           "ItemFixedAsset", "ItemInventoryAssembly"};
 constexpr Names kServiceItem[] = {"ItemService"};
-constexpr Names kSalesTaxItem[] = {"ItemSalesTax"};
+constexpr Names kSalesTaxItem[] = {"ItemSalesTax", "ItemSalesTaxGroup"};
 constexpr Names kGroupItem[] = {"ItemGroup"};
 // One and the same list, which the forms call by two names.
 constexpr Names kTaxCode[] = {"SalesTaxCode", "TaxCode"};
@@ -83,7 +84,7 @@ bool Holds(std::span<const Names> names, std::string_view name) {
 std::optional<FoundRecord> FindByName(CompanyStore& store, const ReferenceRule& rule, std::string_view fullName) {
   const auto key = FullNameKey(fullName);
   for (const auto name : rule.kinds) {
-    const auto* kind = FindListKind(name);
+    const auto* kind = FindNamedKind(name);
     if (auto record = store.FindByFullKey(*kind, key)) return FoundRecord{.kind = kind, .record = std::move(*record)};
   }
   return std::nullopt;
@@ -94,7 +95,7 @@ std::optional<FoundRecord> FindById(CompanyStore& store, const ReferenceRule& ru
   auto found = store.FindById(listId);
   if (found && Holds(rule.kinds, found->kind->name)) return found;
   for (const auto name : rule.kinds) {
-    const auto* kind = FindListKind(name);
+    const auto* kind = FindNamedKind(name);
     if (auto record = store.FindById(*kind, listId)) return FoundRecord{.kind = kind, .record = std::move(*record)};
   }
   return found;

@@ -2,7 +2,8 @@
 // called today.
 //
 // A stored body keeps a reference as its ListID alone; the full name in an answer is the one that the record has when
-// the answer is written. Lists that the file does not keep hold no records, so a reference to one names nothing.
+// the answer is written. Lists that the file does not keep hold no records, so a reference to one names nothing, but in
+// a file that was read from another QuickBooks (ToldKinds).
 #pragma once
 
 #include <optional>
@@ -21,7 +22,7 @@ namespace twqb::company {
 // What a reference may name.
 struct ReferenceRule {
   std::string_view field;                        // "ARAccountRef"
-  std::span<const std::string_view> kinds;       // of ListKind
+  std::span<const std::string_view> kinds;       // of either sort
   std::span<const std::string_view> types = {};  // of accounts; empty: every type
 };
 // nullptr for a reference to a list that the file does not keep.

@@ -243,6 +243,10 @@ void RequestProcessor::Carry(const messages::Form& form, const Request& request,
     return operation.verb == Verb::Add ? AddTxn(context, request, response) : QueryTxns(context, request, response);
   }
   if (operation.joint != nullptr) {
+    // Who may not see one of them does not see all.
+    for (const auto name : operation.joint->kinds) {
+      if (const auto refusal = store_.FindRefusal(name)) return response.Answer(*refusal);
+    }
     return QueryRecords({.store = store_, .list = *operation.joint, .form = form, .clock = clock}, request, response);
   }
   const ListContext context{.store = store_, .kind = *operation.kind, .form = form, .clock = clock};

@@ -215,9 +215,23 @@ class NewTxn {
     const bool taxable = !customerCode || IsTaxable(context_.store, customerCode, referrer_);
     const auto percent = taxable ? ReadDecimal(body, "TaxRate").value_or(Decimal{}) : Decimal{};
     const auto tax = PercentOf(lines_.Taxable(), percent).value_or(Currency{});
+    if (percent != Decimal{} && !lines_.IsTaxKnown()) isKnown_ = false;
+    if (item && taxable && item->kind->name == "ItemSalesTaxGroup" && !IsTaxOfGroup(body, tax)) isKnown_ = false;
     SetLeaf(header_, "SalesTaxPercentage", percent.TextToCents());
     SetLeaf(header_, "SalesTaxTotal", MoneyText(tax));
     return tax;
+  }
+
+  // Where QuickBooks rounds, on the whole or on each part of a group, is not known: where that makes a difference, or
+  // the parts were not told, the tax isn't either.
+  bool IsTaxOfGroup(pugi::xml_node group, Currency tax) const {
+    if (ChildText(group, "TaxRate").empty()) return false;
+    Currency byParts;
+    for (const auto part : group.children("PartRate")) {
+      const auto rate = Decimal::Parse(part.child_value()).value_or(Decimal{});
+      byParts = byParts + PercentOf(lines_.Taxable(), rate).value_or(Currency{});
+    }
+    return byParts == tax;
   }
 
   void EnterPayment(const FoundRecord& payer) {
@@ -246,6 +260,7 @@ class NewTxn {
     txn_.created = txn_.modified = txn_.editSequence = now;
     txns_.Insert(txn_);
     NoteUses();
+    if (!isKnown_ || !lines_.AreKnown()) context_.store.NoteUnknownAmounts(txn_.txnId);
   }
 
   // A number that is left out is the one behind the last that was given; one that is given empty stays so.
@@ -276,6 +291,7 @@ class NewTxn {
   pugi::xml_node header_;
   TxnLines lines_;
   TxnRecord txn_;
+  bool isKnown_ = true;  // what it comes to, as far as that doesn't hang on its lines
 };
 
 TxnRecord Delete(CompanyStore& store, TxnStore& txns, const ClockReading& clock, const Request& request) {

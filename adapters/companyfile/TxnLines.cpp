@@ -91,6 +91,11 @@ std::string AnswerName(const TxnLineKind& line) { return std::string(line.name).
 struct TxnLines::Item {
   ItemTerms terms;
   bool isTax = false;
+  // Of a told kind (ToldKinds) not all is known.
+  bool isAmountKnown = true;  // that the line comes to what it says
+  bool areTermsKnown = true;  // what one comes to that says nothing
+  bool isTaxCodeKnown = true;
+  bool isSubtotal = false;
   std::string description;
   std::string taxCodeId;
 };
@@ -152,7 +157,20 @@ std::optional<TxnLines::Item> TxnLines::ReadItem(pugi::xml_node itemRef, std::st
     item.terms.percent = ReadDecimal(body, "TaxRate");
   }
   if (found->kind->name == "ItemPayment") item.terms.effect = ItemTerms::Effect::Subtracts;
+  TakeTold(found->kind->name, ReadReference(itemRef).Value(), referrer, item);
   return item;
+}
+
+void TxnLines::TakeTold(std::string_view kind, std::string_view named, std::string_view referrer, Item& item) const {
+  if (kind == "ItemDiscount" || kind == "ItemSubtotal") {
+    if (context_.kind.side == ItemSide::Purchase) Refuse(status::ReferenceOfWrongKind("ItemRef", named, referrer));
+    item.isAmountKnown = false;
+    item.isSubtotal = kind == "ItemSubtotal";
+  }
+  if (kind == "ItemFixedAsset") {
+    item.areTermsKnown = false;
+    item.isTaxCodeKnown = false;
+  }
 }
 
 void TxnLines::ReadItemLine(pugi::xml_node given, const TxnLineKind& kind) {
@@ -173,7 +191,9 @@ Currency TxnLines::Complete(pugi::xml_node line, const Element& row, const std::
                            .amount = ReadMoney(line, "Amount")};
   const auto terms = CompleteLine(given, item ? item->terms : ItemTerms{}, item && item->isTax ? taxable_ : previous_);
   if (!terms) RefuseTooGreat("Amount", ChildText(line, "Quantity"));
-  const auto amount = terms->amount.value_or(Currency{});
+  const auto amount = item && item->isSubtotal ? Currency{} : terms->amount.value_or(Currency{});
+  const bool saysNothing = !given.amount && !given.rate && !given.percent;
+  if (item && (!item->isAmountKnown || (!item->areTermsKnown && saysNothing))) areKnown_ = false;
   if (!item && amount != Currency{}) Refuse(status::MissingElement("ItemRef"));
 
   if (terms->quantity) SetLeaf(line, "Quantity", terms->quantity->Text());
@@ -187,6 +207,7 @@ Currency TxnLines::Complete(pugi::xml_node line, const Element& row, const std::
     const auto* codeRow = FindRow(row.Children(), code);
     if (codeRow == nullptr || !codeRow->KnownIn(context_.form)) continue;
     if (item && !item->taxCodeId.empty() && !ChildElement(line, code)) SetReference(line, code, item->taxCodeId);
+    if (item && !item->isTaxCodeKnown && !ChildElement(line, code)) isTaxKnown_ = false;
     if (IsTaxable(context_.store, ChildElement(line, code), referrer)) taxable_ = taxable_ + amount;
   }
   previous_ = amount;

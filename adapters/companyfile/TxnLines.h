@@ -38,6 +38,11 @@ class TxnLines {
   [[nodiscard]] bool Empty() const { return !root_.first_child(); }
   [[nodiscard]] Currency Subtotal() const { return subtotal_; }
   [[nodiscard]] Currency Taxable() const { return taxable_; }  // the part of it that tax is on
+  // False where what QuickBooks makes of an item is not known here, which can only be of one that was told (ToldKinds):
+  // the sign of a discount, the price of a fixed asset. Subtotals are left to count for nothing.
+  [[nodiscard]] bool AreKnown() const { return areKnown_; }
+  // The same of what is taxable of them.
+  [[nodiscard]] bool IsTaxKnown() const { return isTaxKnown_; }
   // The lines as they are stored, but for the identifiers; throws Refused for a reference that names nothing.
   [[nodiscard]] std::string Store() const;
   // Gives each line in a text that Store made an identifier.
@@ -56,6 +61,8 @@ class TxnLines {
   Currency Complete(pugi::xml_node line, const messages::Element& row, const std::optional<Item>& item,
                     std::string_view referrer);
   [[nodiscard]] std::optional<Item> ReadItem(pugi::xml_node itemRef, std::string_view referrer);
+  // What is otherwise with an item of a told kind. Throws Refused where it can't stand.
+  void TakeTold(std::string_view kind, std::string_view named, std::string_view referrer, Item& item) const;
   [[nodiscard]] const messages::Element& RowOf(const TxnLineKind& kind) const;
   static void CheckBillable(pugi::xml_node line, std::string_view referrer);
 
@@ -65,6 +72,8 @@ class TxnLines {
   pugi::xml_node root_;
   Currency subtotal_;
   Currency taxable_;
+  bool areKnown_ = true;
+  bool isTaxKnown_ = true;
   Currency previous_;  // the amount of the line before, which a percentage is of
 };
 

@@ -1,8 +1,8 @@
 // Reads a company out of QuickBooks itself, whole, into a new company file.
 //
 // It asks one question for each kind of list and transaction that company files here keep, in the newest messages that
-// they know, and lays the answers down as they are. Names of the kinds that they don't keep come along, where they
-// keep others from having them.
+// they know, and lays the answers down as they are. Of kinds that they don't keep those come along that transactions
+// there may name, and that keep others from having their names.
 #pragma once
 
 #include <string>

@@ -53,14 +53,15 @@ class CountingDesk : public ForwardingDesk {
   int boxes_ = 0;
 };
 
-std::unique_ptr<TransportFactory> MakeQuickBooks(const Workplace& place, Machine& machine) {
-  if (place.quickBooks == QuickBooksSide::Itself) return MakeQuickBooksItself();
+std::unique_ptr<TransportFactory> MakeQuickBooks(const Workplace& place, Machine& machine, const OtherSides* sides) {
+  if (place.quickBooks == QuickBooksSide::Itself) return QuickBooksItselfOf(sides);
   return std::make_unique<company::CompanyTransportFactory>(place.company, machine);
 }
 
-// The company file tells nobody of its changes; QuickBooks itself does, unless it is held still.
-std::unique_ptr<CallbackFactory> MakeCallback(const Workplace& place) {
-  if (place.quickBooks == QuickBooksSide::Itself) return MakeHostCallback();
+// The company file tells nobody of its changes, nor do sides that a program brings; QuickBooks itself does, unless it
+// is held still.
+std::unique_ptr<CallbackFactory> MakeCallback(const Workplace& place, const OtherSides* sides) {
+  if (place.quickBooks == QuickBooksSide::Itself && sides == nullptr) return MakeHostCallback();
   return std::make_unique<RecordingCallbackFactory>();
 }
 
@@ -79,6 +80,7 @@ struct Composition::Parts {
         database(MakeBillingProvider()),
         terminal(TerminalFor(surroundings)) {
     seams = surroundings.instead != nullptr ? *surroundings.instead : OwnSeams(surroundings);
+    undecorated = quickbooks != nullptr ? quickbooks.get() : seams.quickbooks;
     seams.desk = &naming.emplace(*seams.desk);
     if (surroundings.faults) seams = faults.emplace(seams, *surroundings.faults).Decorated();
     if (!surroundings.transcript.empty()) {
@@ -93,8 +95,8 @@ struct Composition::Parts {
 
   // The files of the workplace and the person, or who answers for them.
   Platform OwnSeams(const Surroundings& surroundings) {
-    quickbooks = MakeQuickBooks(place, *machine);
-    callback = MakeCallback(place);
+    quickbooks = MakeQuickBooks(place, *machine, surroundings.sides);
+    callback = MakeCallback(place, surroundings.sides);
     if (surroundings.answers) {
       answered.emplace(script.emplace(*surroundings.answers, &terminal), terminal, *machine);
     }
@@ -114,6 +116,7 @@ struct Composition::Parts {
   std::unique_ptr<ado::Provider> database;
   std::unique_ptr<TransportFactory> quickbooks;
   std::optional<TellingTransportFactory> opened;
+  TransportFactory* undecorated = nullptr;
   TerminalDesk terminal;
   std::optional<ScriptedDesk> script;
   std::optional<AnsweredDesk> answered;
@@ -141,6 +144,7 @@ Composition::~Composition() { Compose({}); }
 const Workplace& Composition::Place() const { return parts_->place; }
 const Platform& Composition::Seams() const { return parts_->seams; }
 Machine& Composition::RealMachine() { return *parts_->machine; }
+TransportFactory& Composition::RealQuickBooks() { return *parts_->undecorated; }
 FrozenMachine* Composition::FrozenClock() { return dynamic_cast<FrozenMachine*>(parts_->machine.get()); }
 int Composition::BoxesShown() const { return parts_->told->Boxes(); }
 bool Composition::TranscriptIsWhole() const { return !parts_->writer || parts_->writer->Good(); }

@@ -37,7 +37,9 @@ class Composition {
   [[nodiscard]] const Platform& Seams() const;
   // The machine without faults and transcript.
   [[nodiscard]] Machine& RealMachine();
-  // The same, when its clock is frozen; else nullptr.
+  // QuickBooks, likewise.
+  [[nodiscard]] TransportFactory& RealQuickBooks();
+  // The machine, when its clock is frozen; else nullptr.
   [[nodiscard]] FrozenMachine* FrozenClock();
 
   // Message boxes that the library has shown so far.

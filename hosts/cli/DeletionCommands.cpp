@@ -49,9 +49,9 @@ constexpr Deletion kDeletions[] = {
 };
 
 // Ahead of a question that knows the identifier alone.
-void TellName(const Workplace& place, Machine& machine, const Table& table, const std::string& id) {
-  const auto row = NameOfLinkedRow(place, table, id);
-  const auto record = NameOfRecord(place, machine, table, id);
+void TellName(Composition& composition, OpenMode mode, const Table& table, const std::string& id) {
+  const auto row = NameOfLinkedRow(composition.Place(), table, id);
+  const auto record = NameOfRecord(composition.RealQuickBooks(), mode, table, id);
   const auto word = WordForRow(table);
   const auto inBilling = row.empty() ? fmt::format("no {} of BillingDb", word) : fmt::format("the {} {}", word, row);
   const auto inQuickBooks = record.empty() ? std::string() : fmt::format(", in QuickBooks \"{}\"", record);
@@ -65,22 +65,23 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
   if (arguments.id.empty()) throw UsageError("ID is the identifier of a record in QuickBooks; it can't be empty.");
   const auto label = fmt::format("{} {} {}", deletion.command, TypedName(table), arguments.id);
   const auto machine = MakeMachine(WorkplaceOf(options), options.clock);
+  const auto mode = options.singleUser ? OpenMode::SingleUser : OpenMode::DoNotCare;
   RunAccount account(*machine);
   auto observed = options;
   observed.observer = &account;
   observed.label = label;
-  return RunOperation(observed,
-                      {.name = deletion.operation,
-                       .arguments = {DeclaredName(table), arguments.id},
-                       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); },
-                       .prepare = [&] { TellName(WorkplaceOf(options), *machine, *FindTable(table), arguments.id); }},
-                      [&](bool done) {
-                        const auto troubles = account.Troubles();
-                        if (done && troubles.empty()) return Ending{.text = label + ": done"};
-                        return Ending{
-                            .text = label + ": not done" + (troubles.empty() ? "" : "; " + troubles + ": see the log"),
-                            .status = ExitStatus::Failed};
-                      });
+  return RunOperation(
+      observed,
+      {.name = deletion.operation,
+       .arguments = {DeclaredName(table), arguments.id},
+       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); },
+       .prepare = [&](Composition& composition) { TellName(composition, mode, *FindTable(table), arguments.id); }},
+      [&](bool done) {
+        const auto troubles = account.Troubles();
+        if (done && troubles.empty()) return Ending{.text = label + ": done"};
+        return Ending{.text = label + ": not done" + (troubles.empty() ? "" : "; " + troubles + ": see the log"),
+                      .status = ExitStatus::Failed};
+      });
 }
 
 CommandSyntax SyntaxOf(const Deletion& deletion) {

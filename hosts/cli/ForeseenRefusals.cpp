@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <exception>
 #include <map>
 #include <set>
@@ -50,16 +49,9 @@ struct Trouble {
   std::string text;
 };
 
-// "status 3100: The name is in use."
-Trouble TroubleOf(std::string_view why) {
-  constexpr std::string_view kStatus = "status ";
-  Trouble trouble = {.text = std::string(why)};
-  if (!why.starts_with(kStatus)) return trouble;
-  const auto colon = why.find(": ");
-  if (colon == std::string_view::npos) return trouble;
-  std::from_chars(why.data() + kStatus.size(), why.data() + colon, trouble.status);
-  trouble.text = why.substr(colon + 2);
-  return trouble;
+Trouble TroubleOf(const RecordAccount& account) {
+  if (!account.refusal) return {.text = account.why};
+  return {.status = account.refusal->status, .text = account.refusal->message};
 }
 
 bool IsHeldBack(const PreviewedRecord& record) { return record.doing == Doing::Refuse || record.doing == Doing::Fail; }
@@ -167,7 +159,7 @@ class Foreseeing {
  private:
   void Take(const Preview& preview) {
     for (const auto& record : preview.records) {
-      if (IsHeldBack(record)) Add(record.account.table.number, record.account.key, TroubleOf(record.account.why));
+      if (IsHeldBack(record)) Add(record.account.table.number, record.account.key, TroubleOf(record.account));
     }
     for (const auto& error : preview.errors) {
       if (error.table) Add(error.table->number, error.key, {.text = error.text});
@@ -268,7 +260,7 @@ class Foreseeing {
     }
     for (const auto& record : preview.records) {
       if (record.account.table.number == last.table->number && IsHeldBack(record)) {
-        take(record.account.key, TroubleOf(record.account.why));
+        take(record.account.key, TroubleOf(record.account));
       }
     }
   }

@@ -20,7 +20,7 @@ ExitStatus RunOperation(const Options& options, const BridgeOperation& operation
                         const std::function<Ending(bool done)>& endingOf) {
   bool done = false;
   const bool recorded = RunComposed(options, operation.sides, [&](Composition& composition) {
-    if (operation.prepare) operation.prepare();
+    if (operation.prepare) operation.prepare(composition);
     done = Perform(composition, options, operation);
   });
   const auto ending = endingOf(done);

@@ -21,8 +21,9 @@ struct BridgeOperation {
   EventList arguments;
   std::function<bool(CTWQBBridge&)> run;
   Sides sides = Sides::Written;
-  // What opens files of the command's own: called when the files have been checked and both sides are held.
-  std::function<void()> prepare = {};
+  // What opens files of the command's own, or asks ahead of the operation: called when the files have been checked and
+  // both sides are held.
+  std::function<void(Composition&)> prepare = {};
 };
 
 // Runs it on a new object. Raises DeskGaveUp.

@@ -39,6 +39,8 @@ struct RecordChange {
   std::string name = {};        // QuickBooks': full name or number
   std::string identifier = {};  // of the record; of a row the one that it is linked to, empty where there is none
   std::vector<FieldChange> fields = {};
+  bool areAmountsUnknown =
+      false;  // what QuickBooks would make of them nobody knows here: they are not among the fields
 
   friend bool operator==(const RecordChange&, const RecordChange&) = default;
 };

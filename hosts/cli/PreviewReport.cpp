@@ -152,16 +152,17 @@ std::string ChangeText(const RecordChange& change, std::string_view indent) {
           : fmt::format(
                 "{}{}", change.name.empty() ? change.key : change.name,
                 change.name.empty() || change.kind == ChangeKind::Added ? "" : fmt::format(" ({})", change.key));
-  const auto kind = change.kind == ChangeKind::Added     ? ", new"
-                    : change.kind == ChangeKind::Removed ? ", would go"
-                    : change.fields.empty()              ? ", as it is"
-                                                         : "";
+  const auto kind = change.kind == ChangeKind::Added                     ? ", new"
+                    : change.kind == ChangeKind::Removed                 ? ", would go"
+                    : change.fields.empty() && !change.areAmountsUnknown ? ", as it is"
+                                                                         : "";
   auto text = fmt::format("{}{}: {} {}{}\n", indent, SideText(change.side), change.place, name, kind);
   for (const auto& field : change.fields) {
     // Of what is new, nothing is said that says nothing.
     if (change.kind == ChangeKind::Added && field.after.value_or("").empty()) continue;
     text += fmt::format("{}  {}\n", indent, FieldLine(field, change.kind));
   }
+  if (change.areAmountsUnknown) text += fmt::format("{}  amounts that are left out here are not known ahead of the transfer\n", indent);
   return text;
 }
 
@@ -174,13 +175,15 @@ EventList FieldList(const std::vector<FieldChange>& fields) {
 }
 
 EventFields ChangeFields(const RecordChange& change) {
-  return {{"side", SideWord(change.side)},
-          {"what", KindWord(change.kind)},
-          {"place", change.place},
-          {"key", change.key},
-          {"name", change.name},
-          {"identifier", change.identifier},
-          {"fields", FieldList(change.fields)}};
+  EventFields fields = {{"side", SideWord(change.side)},
+                        {"what", KindWord(change.kind)},
+                        {"place", change.place},
+                        {"key", change.key},
+                        {"name", change.name},
+                        {"identifier", change.identifier},
+                        {"fields", FieldList(change.fields)}};
+  if (change.areAmountsUnknown) fields["amounts"] = "notKnown";
+  return fields;
 }
 
 std::string PreviewText(const Preview& preview) {

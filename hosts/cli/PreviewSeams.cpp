@@ -46,7 +46,7 @@ PreviewSources::PreviewSources(const Options& options)
           }) {}
 
 const preview::Snapshots::Billing& PreviewSources::BillingOf(const Workplace& place) {
-  if (!billing_) billing_ = sides_ != nullptr ? sides_->billing() : MakeBillingProvider();
+  if (!billing_) billing_ = BillingProviderOf(sides_);
   try {
     return taken_.BillingOf(*billing_, place.billing, SplitStatements(BillingSchema()));
   } catch (const PlatformError& failure) {
@@ -55,7 +55,7 @@ const preview::Snapshots::Billing& PreviewSources::BillingOf(const Workplace& pl
 }
 
 TransportFactory& PreviewSources::QuickBooksItself() {
-  if (!quickBooks_) quickBooks_ = sides_ != nullptr ? sides_->quickBooks() : MakeQuickBooksItself();
+  if (!quickBooks_) quickBooks_ = QuickBooksItselfOf(sides_);
   return *quickBooks_;
 }
 

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <map>
 #include <pugixml.hpp>
+#include <span>
+#include <string_view>
 #include <utility>
 
 #include "adapters/companyfile/CompanyFile.h"
@@ -186,6 +188,33 @@ std::vector<RecordChange> NewAccounts(const preview::ScratchFile& company, const
   return changes;
 }
 
+// What one transaction comes to; and sums that it is in, and who has them. Of a payment the own amount is known.
+constexpr std::array<std::string_view, 9> kOwnAmounts = {
+    "Amount",      "TotalAmount", "AmountDue",          "Subtotal",     "Rate",
+    "RatePercent", "Cost",        "SalesTaxPercentage", "SalesTaxTotal"};
+constexpr std::array<std::string_view, 9> kSums = {"Balance",       "TotalBalance",  "BalanceRemaining",
+                                                   "AppliedAmount", "OpenAmount",    "CreditRemaining",
+                                                   "UnusedPayment", "UnusedCredits", "IsPaid"};
+constexpr std::array<std::string_view, 4> kWithSums = {"Customer", "Account", "ReceivePayment", "CreditMemo"};
+
+bool IsAmong(std::span<const std::string_view> names, std::string_view name) {
+  return std::ranges::find(names, name) != names.end();
+}
+
+// Nothing is said of amounts that may be none of QuickBooks'.
+void LeaveOutUnknown(const std::vector<std::string>& unknown, std::vector<RecordChange>& changes) {
+  if (unknown.empty()) return;
+  for (auto& change : changes) {
+    const bool isItself = std::ranges::find(unknown, change.identifier) != unknown.end();
+    if (!isItself && !IsAmong(kWithSums, change.place)) continue;
+    const auto left = std::erase_if(change.fields, [&](const FieldChange& field) {
+      const auto name = std::string_view(field.field).substr(field.field.rfind('/') + 1);
+      return IsAmong(kSums, name) || (isItself && IsAmong(kOwnAmounts, name));
+    });
+    change.areAmountsUnknown = isItself || left > 0;
+  }
+}
+
 }  // namespace
 
 std::vector<RecordChange> QuickBooksChanges(const preview::ScratchFile& company, const preview::TouchedRecords& touched,
@@ -212,6 +241,7 @@ std::vector<RecordChange> QuickBooksChanges(const preview::ScratchFile& company,
                        .fields = Compare(old, present)});
   }
   std::ranges::move(NewAccounts(company, touched.All(), machine), std::back_inserter(changes));
+  LeaveOutUnknown(company::CompanyFile(company.worked, machine).UnknownAmounts(), changes);
   return changes;
 }
 

@@ -13,6 +13,7 @@ Surroundings ReadSurroundings(const Options& options) {
       .clock = options.clock, .transcript = options.transcript, .masking = options.masking, .tables = options.tables};
   surroundings.observer = options.observer;
   surroundings.log = options.log;
+  surroundings.sides = options.sides;
   if (options.noRecovery) surroundings.lostLinks = LostLinks::Leave;
   for (const auto& file : {options.answers, options.faults}) {
     if (!file.empty()) surroundings.read.push_back(file);

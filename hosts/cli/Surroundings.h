@@ -32,6 +32,7 @@ struct Surroundings {
   LostLinks lostLinks = LostLinks::FindAgain;
   RunObserver* observer = nullptr;    // nothing: nobody hears what becomes of records
   LogOfRun* log = nullptr;            // nothing: nobody hears of its lost lines
+  const OtherSides* sides = nullptr;  // in the place of this system's; nothing: these
   const Platform* instead = nullptr;  // what a run stands on in the place of the files and the person; nothing: on them
 };
 

@@ -30,4 +30,12 @@ void RequireQuickBooksItself();
 // What QuickBooks tells of its changes, so that a run can hold it still.
 [[nodiscard]] std::unique_ptr<CallbackFactory> MakeHostCallback();
 
+// Those that a program brings, or, for nullptr, this system's.
+[[nodiscard]] inline std::unique_ptr<ado::Provider> BillingProviderOf(const OtherSides* sides) {
+  return sides != nullptr ? sides->billing() : MakeBillingProvider();
+}
+[[nodiscard]] inline std::unique_ptr<TransportFactory> QuickBooksItselfOf(const OtherSides* sides) {
+  return sides != nullptr ? sides->quickBooks() : MakeQuickBooksItself();
+}
+
 }  // namespace twqb::cli

@@ -84,7 +84,7 @@ ExitStatus Transfer(const Options& options, const TransferRequest& request, cons
   bool returnedTrue = false;
   auto operation = TransferOperation(request);
   // Behind the lock: what stands in the file may be the report of a transfer at work.
-  operation.prepare = [&] {
+  operation.prepare = [&](Composition& /*composition*/) {
     account.Expect(TablesOf(request));
     if (!arguments.report.empty()) account.ReportTo(report.emplace(arguments.report, options, *machine));
   };

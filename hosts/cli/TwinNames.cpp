@@ -2,18 +2,18 @@
 
 #include <fmt/core.h>
 
-#include <exception>
-#include <filesystem>
-#include <system_error>
+#include <memory>
 #include <utility>
 #include <vector>
 
-#include "cli/CompanyAnswer.h"
+#include "adapters/snapshot/Questions.h"
 #include "cli/SystemSides.h"
 #include "cli/TableArgument.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
+#include "quickbooks/Session.h"
 #include "services/Conversions.h"
+#include "services/Errors.h"
 
 namespace twqb::cli {
 
@@ -30,6 +30,46 @@ std::string NameIn(const pugi::xml_node& record) {
   }
   return {};
 }
+
+// With the company that QuickBooks has open, for as long as this stands.
+class Session {
+ public:
+  Session(TransportFactory& quickBooks, OpenMode mode) : transport_(quickBooks.CreateTransport()) {
+    transport_->OpenConnection(kApplicationId, kApplicationName);
+    try {
+      transport_->BeginSession("", mode);
+    } catch (const PlatformError&) {
+      IgnoreErrors([&] { transport_->CloseConnection(); });
+      throw;
+    }
+  }
+  ~Session() {
+    IgnoreErrors([&] { transport_->EndSession(); });
+    IgnoreErrors([&] { transport_->CloseConnection(); });
+  }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  // Asks for each kind that the table reads, until one has it.
+  std::string NameOf(const Table& table, std::string_view id) {
+    const snapshot::Watch nobody = [](std::string_view /*next*/) {};
+    snapshot::Questions questions(*transport_, nobody);
+    static_cast<void>(questions.AskHost());
+    for (const auto& read : table.reads) {
+      for (const auto request : read.requests) {
+        if (request.empty()) continue;
+        const auto answer = questions.AskIfKnown(
+            "the record", fmt::format("<{0}><{1}>{2}</{1}></{0}>", request, read.transaction ? "TxnID" : "ListID", id));
+        const auto record = answer ? answer->Response().first_child() : pugi::xml_node();
+        if (record) return NameIn(record);
+      }
+    }
+    return {};
+  }
+
+ private:
+  std::unique_ptr<Transport> transport_;
+};
 
 }  // namespace
 
@@ -66,23 +106,16 @@ std::string NameOfLinkedRow(const Workplace& place, const Table& table, std::str
   }
 }
 
-std::string NameOfRecord(const Workplace& place, Machine& machine, const Table& table, std::string_view id) {
-  std::error_code failure;
-  if (!IsIdentifier(id) || !std::filesystem::exists(place.company, failure)) return {};
-  for (const auto& read : table.reads) {
-    for (const auto request : read.requests) {
-      if (request.empty()) continue;
-      try {
-        const CompanyAnswer answer(
-            place.company, machine,
-            fmt::format("<{0}><{1}>{2}</{1}></{0}>", request, read.transaction ? "TxnID" : "ListID", id));
-        if (const auto record = answer.Response().first_child()) return NameIn(record);
-      } catch (const std::exception&) {
-        continue;  // a file that answers in another form, or that has no such record
-      }
-    }
+std::string NameOfRecord(TransportFactory& quickBooks, OpenMode mode, const Table& table, std::string_view id) {
+  if (!IsIdentifier(id)) return {};
+  try {
+    Session session(quickBooks, mode);
+    return session.NameOf(table, id);
+  } catch (const PlatformError&) {
+    return {};
+  } catch (const snapshot::SnapshotError&) {
+    return {};
   }
-  return {};
 }
 
 }  // namespace twqb::cli

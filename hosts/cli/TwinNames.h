@@ -1,7 +1,7 @@
 // What people know a row or a record by, for questions that would name its identifier alone.
 //
-// It looks at BillingDb and at the embedded company file themselves: faults and transcript of a run do not see it. What
-// can't be found has no name, and that is never an error.
+// It looks at BillingDb and at QuickBooks through their seams, beneath faults and transcript of a run, which are about
+// the run's own calls. What can't be found or asked has no name, and that is never an error.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 #include "cli/Options.h"
 #include "engine/Table.h"
-#include "platform/machine.h"
+#include "platform/transport.h"
 
 namespace twqb::cli {
 
@@ -20,8 +20,9 @@ namespace twqb::cli {
 
 // Of the row that is linked to the identifier; empty when there is none.
 [[nodiscard]] std::string NameOfLinkedRow(const Workplace& place, const Table& table, std::string_view id);
-// Of the record with that identifier in the company file; empty when it is not there, or can't be asked.
-[[nodiscard]] std::string NameOfRecord(const Workplace& place, Machine& machine, const Table& table,
+// Of the record with that identifier in the company that QuickBooks has open; empty when it is not there, or can't be
+// asked. A session of its own begins for that, and has ended when this is back: the library must have none.
+[[nodiscard]] std::string NameOfRecord(TransportFactory& quickBooks, OpenMode mode, const Table& table,
                                        std::string_view id);
 
 }  // namespace twqb::cli

@@ -51,8 +51,7 @@ const StatusRule& RuleFor(std::span<const StatusRule> rules, const RefusedReques
 }
 
 void NoteRefused(const Response& response) {
-  NoteFate(Fate::Refused,
-           [&] { return fmt::format("status {}: {}", response.StatusCode(), response.StatusMessage()); });
+  NoteRefusal([&] { return RefusalAccount{.status = response.StatusCode(), .message = response.StatusMessage()}; });
 }
 
 Refusal ApplyRule(const StatusRule& rule, const RefusedRequest& refused, bool& wantsNoMore) {

@@ -9,7 +9,6 @@ namespace twqb {
 
 namespace {
 
-constexpr std::string_view kApplicationName = "Tallywick<->QuickBooks by Orrin Fields Inc.";
 constexpr int kOldestMajor = 3;
 constexpr int kOldestMinor = 0;
 

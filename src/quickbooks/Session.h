@@ -12,6 +12,7 @@ class QBSessionManager;
 
 // By which QuickBooks knows this program.
 inline constexpr std::string_view kApplicationId = "TWCLIENT";
+inline constexpr std::string_view kApplicationName = "Tallywick<->QuickBooks by Orrin Fields Inc.";
 
 // With `blnConnect` True finds or starts the session; False ends it. The result: a session that stood before is True
 // for both; without one, True only if session and edition check succeed, and False for `blnConnect` False.

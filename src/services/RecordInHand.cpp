@@ -44,6 +44,7 @@ void RecordInHand::TakeOver(const RecordAccount& line) {
   if (IsThere() && !went) return;
   fate_ = line.fate;
   account_.why = line.why;
+  account_.refusal = line.refusal;
   account_.isOfItsLines = true;
   // Of several the last one's is the record's.
   if (went) account_.identifier = line.identifier;
@@ -56,7 +57,12 @@ void RecordInHand::NoteFailure(const PlatformError& raised) {
     return;
   }
   fate_ = Fate::Failed;
-  account_.why = words;
+  NoteWhy(words);
+}
+
+void RecordInHand::NoteRefusal(RefusalAccount refusal) {
+  NoteWhy(fmt::format("status {}: {}", refusal.status, refusal.message));
+  account_.refusal = std::move(refusal);
 }
 
 void RecordInHand::NoteError(ErrorNumber number, std::string_view text) {
@@ -76,6 +82,7 @@ RecordAccount RecordInHand::Account() const {
   if (!fate_ && (isGivenUp || !error_.empty())) {
     account.fate = Fate::Failed;
     account.why = error_.empty() ? "the run was given up" : error_;
+    account.refusal.reset();
   }
   if (IsThere() && !staying_.empty()) Append(account.why, "", "in part: " + staying_);
   if (account.key.empty() && key_) IgnoreErrors([&] { account.key = key_(); });

@@ -39,7 +39,11 @@ class RecordInHand {
     fate_ = fate;
     account_.isOfItsLines = false;
   }
-  void NoteWhy(std::string why) { account_.why = std::move(why); }
+  void NoteWhy(std::string why) {
+    account_.why = std::move(why);
+    account_.refusal.reset();
+  }
+  void NoteRefusal(RefusalAccount refusal);
   void NoteKey(std::string_view key) { account_.key = key; }
   void NoteIdentifier(std::string_view identifier) { account_.identifier = identifier; }
   void NoteFormer(std::string_view identifier, Parting parting) {
@@ -108,7 +112,15 @@ void NoteFate(Fate fate, Why&& why) {
 inline void NoteFate(Fate fate, std::string_view why) {
   NoteFate(fate, [why] { return why; });
 }
-// The same where nobody said anything yet: a table's own word goes before that of a walk.
+// QuickBooks has refused it. `answer` makes the account of that, as `why` makes its text.
+template <typename Answer>
+void NoteRefusal(Answer&& answer) {
+  auto* record = Vars().inHand;
+  if (record == nullptr) return;
+  record->NoteFate(Fate::Refused);
+  IgnoreErrors([&] { record->NoteRefusal(std::forward<Answer>(answer)()); });
+}
+// The same as a fate where nobody said anything yet: a table's own word goes before that of a walk.
 void NoteFateAtLast(Fate fate, std::string_view why);
 
 // --- Beside the record in hand ---------------------------------------------------------------------------------------

@@ -41,6 +41,12 @@ enum class Parting : std::uint8_t {
   LinkUnread,  // whether there is a twin could not be looked up
 };
 
+// What QuickBooks answered in the place of doing what it was asked.
+struct RefusalAccount {
+  std::int32_t status = 0;
+  std::string message;
+};
+
 // What became of a record. Texts that nobody knew are empty.
 struct RecordAccount {
   TableInHand table;
@@ -49,7 +55,8 @@ struct RecordAccount {
   std::string identifier = {};  // QuickBooks'
   Fate fate = Fate::PassedOver;
   std::string why = {};
-  bool isOfItsLines = false;  // the fate: they were told with it
+  std::optional<RefusalAccount> refusal = {};  // that `why` tells; nothing where it tells of anything else
+  bool isOfItsLines = false;                   // the fate: they were told with it
   // The twin that it left, or would leave, for a new one.
   std::string former = {};
   Parting parting = Parting::NameInUse;

@@ -70,6 +70,11 @@ TEST(RunObserver, Hears_of_a_refusal_with_its_status_and_of_what_becomes_of_it_i
   const KeptAccount kept;
   house.Send();
   EXPECT_EQ(kept.Lines(), (Lines{"A refused: status 3180: No.", "B added: its name is in use; it is \"B1\" there"}));
+  ASSERT_TRUE(kept.records.at(0).refusal);
+  EXPECT_EQ(kept.records.at(0).refusal->status, 3180);
+  EXPECT_EQ(kept.records.at(0).refusal->message, "No.");
+  // The name was refused at first.
+  EXPECT_FALSE(kept.records.at(1).refusal);
 }
 
 TEST(RunObserver, Hears_that_a_link_led_to_nothing) {

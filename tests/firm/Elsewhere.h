@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -58,6 +59,10 @@ class Elsewhere {
   }
   [[nodiscard]] FaultPlatform& Calls() { return calls_; }
 
+  // Records of kinds that the company file does not keep, by kind: what stands in the answer to a question for all.
+  using ToldRecords = std::map<std::string, std::string>;
+  ToldRecords told;
+
   std::vector<std::string> documents;   // that reached QuickBooks
   std::vector<std::string> statements;  // that reached the database: all of them are to be read-only
 
@@ -101,6 +106,11 @@ class Elsewhere {
         : ForwardingTransport(std::move(inner)), owner_(owner) {}
     [[nodiscard]] std::string ProcessDocument(std::string_view document) override {
       owner_.documents.emplace_back(document);
+      for (const auto& [kind, records] : owner_.told) {
+        if (document.find("<" + kind + "QueryRq>") == std::string_view::npos) continue;
+        return "<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><" + kind + "QueryRs statusCode=\"0\">" + records + "</" +
+               kind + "QueryRs></QBXMLMsgsRs></QBXML>";
+      }
       return ForwardingTransport::ProcessDocument(document);
     }
     [[nodiscard]] std::string ProcessSubscription(std::string_view document) override {

@@ -1,115 +1,10 @@
 // What a snapshot makes of answers that the embedded company file never gives: records of kinds that it does not keep,
 // names that it would not take twice, kinds that are closed, and a QuickBooks that does not answer.
 
-#include <fmt/core.h>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <map>
-#include <set>
-#include <string>
-#include <vector>
-
-#include "adapters/companyfile/CompanyFile.h"
-#include "adapters/snapshot/CompanySnapshot.h"
-#include "platform/PlatformError.h"
-#include "platform/Text.h"
-#include "tests/support/TestHouse.h"
+#include "tests/snapshot/ScriptedQuickBooks.h"
 
 namespace twqb::snapshot {
 namespace {
-
-constexpr const char* kTimes =
-    "<TimeCreated>2007-07-01T10:00:00-05:00</TimeCreated><TimeModified>2008-01-02T03:04:05-05:00</TimeModified>"
-    "<EditSequence>1199261045</EditSequence>";
-
-// Answers each query with the records that it was given, and any other with "nothing found".
-class ScriptedSession : public Transport {
- public:
-  std::map<std::string, std::string> records;   // by kind: what stands in the response
-  std::map<std::string, std::string> statuses;  // by kind: "3250"
-  std::set<std::string> unknown;                // kinds of which no document is taken
-  std::map<std::string, std::size_t> cutAt;     // by kind: how much of the answer comes
-  std::vector<std::string> asked;
-
-  InterfaceVersion GetVersion() override { return {.major = 13, .minor = 0}; }
-  void OpenConnection(std::string_view, std::string_view) override {}
-  void BeginSession(std::string_view, OpenMode) override {}
-  std::string GetCurrentCompanyFileName() override { return "C:\\firm.qbw"; }
-  std::string ProcessSubscription(std::string_view) override { return {}; }
-  void EndSession() override {}
-  void CloseConnection() override {}
-
-  std::string ProcessDocument(std::string_view document) override {
-    const std::string text(document);
-    const auto end = text.find("QueryRq");
-    const auto kind = text.substr(text.rfind('<', end) + 1, end - text.rfind('<', end) - 1);
-    asked.push_back(kind);
-    if (unknown.contains(kind)) throw PlatformError(error::kParse);
-    const auto whole = Whole(kind);
-    return cutAt.contains(kind) ? whole.substr(0, cutAt.at(kind)) : whole;
-  }
-
-  [[nodiscard]] std::string Whole(const std::string& kind) const {
-    if (kind == "Host") {
-      return Answer(
-          kind, "0",
-          "<HostRet><ProductName>QuickBooks Pro</ProductName><MajorVersion>17</MajorVersion>"
-          "<MinorVersion>0</MinorVersion><Country>US</Country><SupportedQBXMLVersion>1.0</SupportedQBXMLVersion>"
-          "<SupportedQBXMLVersion>13.0</SupportedQBXMLVersion></HostRet>");
-    }
-    if (statuses.contains(kind)) return Answer(kind, statuses.at(kind), "");
-    return records.contains(kind) ? Answer(kind, "0", records.at(kind)) : Answer(kind, "1", "");
-  }
-
- private:
-  static std::string Answer(const std::string& kind, const std::string& code, const std::string& content) {
-    return fmt::format(
-        "<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs statusCode=\"{1}\" statusSeverity=\"x\" "
-        "statusMessage=\"told {1}\">{2}</{0}QueryRs></QBXMLMsgsRs></QBXML>",
-        kind, code, content);
-  }
-};
-
-std::string Customer(const std::string& id, const std::string& name, const std::string& more = {}) {
-  return fmt::format(
-      "<CustomerRet><ListID>{0}</ListID>{2}<Name>{1}</Name><FullName>{1}</FullName>"
-      "<IsActive>true</IsActive><Sublevel>0</Sublevel><Balance>12.50</Balance>"
-      "<TotalBalance>40.00</TotalBalance>{3}</CustomerRet>",
-      id, name, kTimes, more);
-}
-
-class CompanySnapshot : public testing::Test {
- protected:
-  void Read() {
-    ReadCompany(session_, house_.Path("copy.twq"), house_.machine, [](std::string_view) {});
-    copy_ = std::make_unique<company::CompanyFile>(house_.Path("copy.twq"), house_.machine);
-  }
-  void ExpectCantRead(const std::string& what) {
-    SCOPED_TRACE(what);
-    std::filesystem::remove(house_.Path("copy.twq"));
-    try {
-      ReadCompany(session_, house_.Path("copy.twq"), house_.machine, [](std::string_view) {});
-      ADD_FAILURE();
-    } catch (const SnapshotError& told) {
-      ExpectHas(told.what(), "it does not tell");
-      ExpectHas(told.what(), what);
-    }
-  }
-  std::string Ask(const std::string& requests) {
-    return copy_->Process(
-        "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq "
-        "onError=\"continueOnError\">" +
-        requests + "</QBXMLMsgsRq></QBXML>");
-  }
-  static void ExpectHas(const std::string& text, const std::string& part) {
-    EXPECT_NE(text.find(part), std::string::npos) << text;
-  }
-
-  TestHouse house_;
-  ScriptedSession session_;
-  std::unique_ptr<company::CompanyFile> copy_;
-};
 
 TEST_F(CompanySnapshot, Keeps_identifiers_times_sequences_and_balances_as_they_were_told) {
   session_.records["Customer"] = Customer("A0000-1", "Abbott");
@@ -239,6 +134,15 @@ TEST_F(CompanySnapshot, Repeats_what_a_closed_kind_answers_and_takes_the_others)
   ExpectHas(told("TxnDisplayMod", "<TxnDisplayModType>Estimate</TxnDisplayModType><TxnID>1-1</TxnID>"),
             "statusCode=\"3250\"");
   ExpectHas(told("ListDel", "<ListDelType>Customer</ListDelType><ListID>1-1</ListID>"), "statusCode=\"3120\"");
+}
+
+TEST_F(CompanySnapshot, Answers_a_question_for_several_kinds_as_the_one_that_is_closed) {
+  session_.statuses = {{"DateDrivenTerms", "3260"}};
+  session_.records["StandardTerms"] =
+      "<StandardTermsRet><ListID>20-1</ListID>" + std::string(kTimes) + "<Name>Net 15</Name></StandardTermsRet>";
+  Read();
+  ExpectHas(Ask("<TermsQueryRq/>"), "statusCode=\"3260\" statusSeverity=\"Error\" statusMessage=\"told 3260\"");
+  ExpectHas(Ask("<StandardTermsQueryRq/>"), "<Name>Net 15</Name>");
 }
 
 TEST_F(CompanySnapshot, Takes_no_failure_of_a_question_for_what_is_always_answered) {
