@@ -1,4 +1,7 @@
 // The accounts of GetQBAccounts as arrays of COM: four rows, a column for each account, both from 0.
+//
+// Programs give an array of texts, scripts a variable, which gets an array of variants with texts: that is all they
+// read. Nothing is asked of QuickBooks here.
 #pragma once
 
 #include <oaidl.h>
@@ -8,12 +11,10 @@
 
 namespace twqb::com {
 
-// An array of texts, or of variants with texts, which is all that scripts read. The caller's to destroy; nothing when
-// there is no memory for it.
-[[nodiscard]] SAFEARRAY* ArrayOf(const AccountArray& accounts, VARTYPE type);
-
-// Puts an array of texts in the place of what `array` leads to, which goes. False, and the array as it was, where that
-// may not go.
+// Puts an array with the accounts in the place of what is there, which goes. False, and what is there as it was, where
+// it may not go: an array that is locked, one of a fixed size, one that does not lie on the heap. The same where there
+// is no memory for all of them.
 [[nodiscard]] bool Replace(SAFEARRAY** array, const AccountArray& accounts);
+[[nodiscard]] bool Replace(VARIANT& variable, const AccountArray& accounts);
 
 }  // namespace twqb::com

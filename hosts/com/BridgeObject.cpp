@@ -64,22 +64,13 @@ HRESULT BridgeObject::InvokeGetQBAccounts(const DISPPARAMS& parameters, VARIANT*
   if (parameters.cArgs != 1) return DISP_E_BADPARAMCOUNT;
   VARIANT& given = parameters.rgvarg[0];
   VARIANT_BOOL done = VARIANT_FALSE;
+  HRESULT failure = DISP_E_TYPEMISMATCH;
   if (given.vt == (VT_BYREF | VT_ARRAY | VT_BSTR)) {
-    GetQBAccounts(given.pparray, &done);
+    failure = GetQBAccounts(given.pparray, &done);
   } else if (given.vt == (VT_BYREF | VT_VARIANT)) {
-    AccountArray accounts;
-    if (bridge_.GetQBAccounts(accounts)) {
-      windows::Variant filled;
-      filled.Get()->parray = ArrayOf(accounts, VT_VARIANT);
-      if (filled.Value().parray == nullptr) return E_OUTOFMEMORY;
-      filled.Get()->vt = VT_ARRAY | VT_VARIANT;
-      if (FAILED(VariantClear(given.pvarVal))) return DISP_E_ARRAYISLOCKED;
-      *given.pvarVal = filled.Release();
-      done = VARIANT_TRUE;
-    }
-  } else {
-    return DISP_E_TYPEMISMATCH;
+    failure = GiveAccounts([&](const AccountArray& accounts) { return Replace(*given.pvarVal, accounts); }, &done);
   }
+  if (FAILED(failure)) return failure;
   if (result != nullptr) *result = windows::Variant(done != VARIANT_FALSE).Release();
   return S_OK;
 }

@@ -5,6 +5,8 @@
 // types or too few arguments are answered with the standard numbers of COM.
 #pragma once
 
+#include <functional>
+
 #include "adapters/windows/late/Owned.h"
 #include "com/Counted.h"
 #include "com/Interface.h"
@@ -85,6 +87,8 @@ class BridgeObject : public Counted<_CTWQBBridge> {
  private:
   // The accounts into a variable of a script, or an array of texts.
   HRESULT InvokeGetQBAccounts(const DISPPARAMS& parameters, VARIANT* result);
+  // What both roads share: asks for the accounts, and has them put where the host wants them.
+  HRESULT GiveAccounts(const std::function<bool(const AccountArray&)>& put, VARIANT_BOOL* result);
 
   windows::Reference<ITypeInfo> type_;
   CTWQBBridge bridge_;

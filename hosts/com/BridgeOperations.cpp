@@ -183,9 +183,13 @@ HRESULT BridgeObject::GetPayrollItems(IDispatch** result) {
 
 HRESULT BridgeObject::GetQBAccounts(SAFEARRAY** strAccounts, VARIANT_BOOL* result) {
   if (strAccounts == nullptr) return E_POINTER;
+  return GiveAccounts([&](const AccountArray& accounts) { return Replace(strAccounts, accounts); }, result);
+}
+
+HRESULT BridgeObject::GiveAccounts(const std::function<bool(const AccountArray&)>& put, VARIANT_BOOL* result) {
   return GiveFlag(*this, result, [&] {
     AccountArray accounts;
-    return bridge_.GetQBAccounts(accounts) && Replace(strAccounts, accounts);
+    return bridge_.GetQBAccounts(accounts) && put(accounts);
   });
 }
 

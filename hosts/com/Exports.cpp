@@ -9,6 +9,7 @@
 #include "com/Interface.h"
 #include "com/Module.h"
 #include "com/Registration.h"
+#include "services/OthersObjects.h"
 
 namespace {
 
@@ -74,6 +75,9 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* /*reserved*/) {
   if (reason == DLL_PROCESS_ATTACH) {
     Module::LoadedAs(instance);
     DisableThreadLibraryCalls(instance);
+  } else if (reason == DLL_PROCESS_DETACH) {
+    // Their libraries may be gone already, and from here nobody may be called.
+    twqb::ForgetOthersObjects();
   }
   return TRUE;
 }
@@ -84,7 +88,13 @@ HRESULT WINAPI DllGetClassObject(REFCLSID wanted, REFIID face, void** result) {
   return IsEqualCLSID(wanted, CLSID_CTWQBBridge) ? factory.QueryInterface(face, result) : CLASS_E_CLASSNOTAVAILABLE;
 }
 
-HRESULT WINAPI DllCanUnloadNow() { return Module::IsHeld() ? S_FALSE : S_OK; }
+// Shared connection and call-back outlive the objects, as all state of the process does, up to here: what is said ahead
+// of the end is the last moment at which they may be called. A form that stands is drawn by code of this library.
+HRESULT WINAPI DllCanUnloadNow() {
+  if (Module::IsHeld() || twqb::DoesFormStand()) return S_FALSE;
+  twqb::LetGoOfOthersObjects();
+  return Module::IsHeld() ? S_FALSE : S_OK;
+}
 HRESULT WINAPI DllRegisterServer() { return twqb::com::Register(); }
 HRESULT WINAPI DllUnregisterServer() { return twqb::com::Unregister(); }
 

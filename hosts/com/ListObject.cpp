@@ -89,6 +89,9 @@ class RecordObject : public NamedObject {
 
   [[nodiscard]] Variant Member(const std::string& name, const Arguments& arguments) const override {
     if (SameName(name, "GetAt")) return ObjectVariant(MakeRecordObject(record_.GetAt(IndexIn(arguments))));
+    if (SameName(name, "GetValue") && !record_.IsNothing() && record_.ValueType() == messages::Type::TimeInterval) {
+      return GiveTimeInterval(arguments);
+    }
     ExpectNone(arguments);
     if (SameName(name, "GetValue")) return ValueOf(record_);
     if (SameName(name, "GetAsString")) return Variant(record_.GetAsString());
@@ -98,6 +101,19 @@ class RecordObject : public NamedObject {
   }
 
  private:
+  // By four references: hours, minutes, seconds, and whether it is negative, which none is that QuickBooks keeps.
+  [[nodiscard]] Variant GiveTimeInterval(const Arguments& arguments) const {
+    constexpr std::size_t kResults = 4;
+    if (arguments.size() != kResults) throw PlatformError(error::kBadArgument);
+    const auto span = record_.GetTimeInterval();
+    const bool given = GiveByReference(0, Variant(static_cast<long>(span.hours))) &&
+                       GiveByReference(1, Variant(static_cast<long>(span.minutes))) &&
+                       GiveByReference(2, Variant(static_cast<long>(span.seconds))) &&
+                       GiveByReference(3, Variant(false));
+    if (!given) throw PlatformError(error::kConversion);
+    return {};
+  }
+
   Record record_;
 };
 

@@ -27,7 +27,7 @@ std::string Module::Folder() { return windows::Utf8(std::filesystem::path(Path()
 
 void Module::Hold() { ++held; }
 void Module::LetGo() { --held; }
-bool Module::IsHeld() { return held > 0; }
+long Module::Held() { return held; }
 
 HRESULT Module::LoadInterface(windows::Reference<ITypeInfo>& type) {
   windows::Reference<ITypeLib> library;

@@ -20,7 +20,9 @@ class Module {
   // An object, or a lock on the class, keeps the library loaded.
   static void Hold();
   static void LetGo();
-  [[nodiscard]] static bool IsHeld();
+  [[nodiscard]] static bool IsHeld() { return Held() > 0; }
+  // So many times.
+  [[nodiscard]] static long Held();
 
   // The interface as the type library in this very file tells it; the system's number where that can't be read.
   [[nodiscard]] static HRESULT LoadInterface(windows::Reference<ITypeInfo>& type);

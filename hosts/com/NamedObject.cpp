@@ -1,6 +1,7 @@
 #include "com/NamedObject.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
@@ -39,17 +40,26 @@ HRESULT NamedObject::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WOR
   const auto place = static_cast<std::size_t>(id) - 1;
   if (place >= names_.size()) return DISP_E_MEMBERNOTFOUND;
   if (parameters == nullptr) return E_POINTER;
+  // Another call may come from inside of this one.
+  const auto* const before = std::exchange(given_, parameters);
+  const auto answer = Answer(place, kind, result, failure);
+  given_ = before;
+  return answer;
+}
+
+HRESULT NamedObject::Answer(std::size_t place, WORD kind, VARIANT* result, EXCEPINFO* failure) {
   try {
+    const auto name = names_[place];  // more may be asked for meanwhile
     std::vector<windows::Variant> arguments;
-    for (UINT i = parameters->cArgs; i > 0; --i) {
-      arguments.push_back(windows::Variant::CopyOf(parameters->rgvarg[i - 1]));
+    for (UINT i = given_->cArgs; i > 0; --i) {
+      arguments.push_back(windows::Variant::CopyOf(given_->rgvarg[i - 1]));
     }
     if ((kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
       if (arguments.size() != 1) return DISP_E_BADPARAMCOUNT;
-      SetMember(names_[place], arguments.front());
+      SetMember(name, arguments.front());
       return S_OK;
     }
-    auto value = Member(names_[place], arguments);
+    auto value = Member(name, arguments);
     if (result != nullptr) *result = value.Release();
     return S_OK;
   } catch (const PlatformError& raised) {
@@ -65,6 +75,32 @@ HRESULT NamedObject::Invoke(DISPID id, REFIID /*reserved*/, LCID /*locale*/, WOR
     return DISP_E_EXCEPTION;
   } catch (const std::exception&) {
     return E_FAIL;
+  }
+}
+
+bool NamedObject::GiveByReference(std::size_t place, windows::Variant value) const {
+  if (given_ == nullptr || place >= given_->cArgs) return false;
+  const VARIANT& argument = given_->rgvarg[given_->cArgs - 1 - place];
+  if (argument.vt == (VT_BYREF | VT_VARIANT)) {
+    if (FAILED(VariantClear(argument.pvarVal))) return false;
+    *argument.pvarVal = value.Release();
+    return true;
+  }
+  const auto type = static_cast<VARTYPE>(argument.vt & ~VT_BYREF);
+  if (type == argument.vt) return false;
+  if (FAILED(VariantChangeTypeEx(value.Get(), value.Get(), LOCALE_INVARIANT, 0, type))) return false;
+  switch (type) {
+    case VT_I2:
+      *argument.piVal = value.Value().iVal;
+      return true;
+    case VT_I4:
+      *argument.plVal = value.Value().lVal;
+      return true;
+    case VT_BOOL:
+      *argument.pboolVal = value.Value().boolVal;
+      return true;
+    default:
+      return false;
   }
 }
 

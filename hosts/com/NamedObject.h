@@ -35,8 +35,15 @@ class NamedObject : public Counted<IDispatch> {
   // Sets the member; raises 438 unless a class says otherwise.
   virtual void SetMember(const std::string& name, const windows::Variant& value);
 
+  // For `Member`: gives a result by the argument at `place` of the call in hand. False where that is no reference, or
+  // one to a type that the value does not convert to.
+  [[nodiscard]] bool GiveByReference(std::size_t place, windows::Variant value) const;
+
  private:
-  std::vector<std::string> names_;  // asked for so far; a member's number is its place here
+  HRESULT Answer(std::size_t place, WORD kind, VARIANT* result, EXCEPINFO* failure);
+
+  const DISPPARAMS* given_ = nullptr;  // of the call in hand
+  std::vector<std::string> names_;     // asked for so far; a member's number is its place here
 };
 
 }  // namespace twqb::com

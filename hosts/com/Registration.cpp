@@ -59,12 +59,47 @@ LSTATUS Write(const Classes& classes, const Entry& entry) {
                          size);
 }
 
-void Remove(const Classes& classes) {
-  for (const auto& key : {ClassKey(), std::wstring(kName)}) {
-    const auto path = Below(classes, key);
-    RegDeleteTreeW(classes.root, path.c_str());
-    RegDeleteKeyW(classes.root, path.c_str());
+// Programs of 32 and of 64 bits share the names of classes, but not what stands behind them. Of a Windows of 32 bits
+// the other part is the same one.
+constexpr REGSAM kOtherWidth = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+
+bool IsThere(HKEY root, const std::wstring& path, REGSAM part = 0) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE | part, &key) != ERROR_SUCCESS) return false;
+  RegCloseKey(key);
+  return true;
+}
+
+// What went wrong first while all that can be taken away is.
+class FirstFailure {
+ public:
+  void Note(HRESULT result) {
+    if (SUCCEEDED(result_) && FAILED(result)) result_ = result;
   }
+  [[nodiscard]] HRESULT Result() const { return result_; }
+
+ private:
+  HRESULT result_ = S_OK;
+};
+
+// What is not there is as good as taken away.
+HRESULT RemoveTree(const Classes& classes, const std::wstring& key) {
+  const auto path = Below(classes, key);
+  auto failure = RegDeleteTreeW(classes.root, path.c_str());
+  if (failure == ERROR_SUCCESS) failure = RegDeleteKeyW(classes.root, path.c_str());  // some leave the key itself
+  const bool isGone = failure == ERROR_FILE_NOT_FOUND || failure == ERROR_KEY_DELETED;
+  return isGone ? S_OK : HRESULT_FROM_WIN32(static_cast<DWORD>(failure));
+}
+
+// The name stays for as long as one of the widths has the class.
+HRESULT Remove(const Classes& classes) {
+  FirstFailure failure;
+  failure.Note(RemoveTree(classes, ClassKey()));
+  const auto path = Below(classes, ClassKey());
+  if (!IsThere(classes.root, path) && !IsThere(classes.root, path, kOtherWidth)) {
+    failure.Note(RemoveTree(classes, kName));
+  }
+  return failure.Result();
 }
 
 const Classes kMachine = {.root = HKEY_LOCAL_MACHINE};
@@ -94,15 +129,32 @@ HRESULT RegisterTypes(const Classes& classes) {
   return forUser == nullptr ? E_NOTIMPL : forUser(library.Get(), path.data(), nullptr);
 }
 
+// For the machine or for this user.
+bool AreTypesThere() {
+  const auto* const system = kSystem == SYS_WIN64 ? L"\\0\\win64" : L"\\0\\win32";
+  return IsThere(HKEY_CLASSES_ROOT, L"TypeLib\\" + TextOf(LIBID_TWQBClient90) + L"\\" + kVersion + system);
+}
+
+// The system's calls have one number for what was never there and for what may not be taken away, so it is looked up.
+HRESULT UnregisterTypes() {
+  FirstFailure failure;
+  if (AreTypesThere()) failure.Note(UnRegisterTypeLib(LIBID_TWQBClient90, kMajor, 0, 0, kSystem));
+  auto* const forUser = EntryOfAutomation<UnregisterForUser>("UnRegisterTypeLibForUser");
+  if (AreTypesThere() && forUser != nullptr) failure.Note(forUser(LIBID_TWQBClient90, kMajor, 0, 0, kSystem));
+  if (!AreTypesThere()) return S_OK;
+  failure.Note(E_FAIL);
+  return failure.Result();
+}
+
 HRESULT RegisterIn(const Classes& classes) {
   for (const auto& entry : Entries()) {
     if (const auto failure = Write(classes, entry); failure != ERROR_SUCCESS) {
-      Remove(classes);
+      static_cast<void>(Remove(classes));
       return HRESULT_FROM_WIN32(static_cast<DWORD>(failure));
     }
   }
   const auto failure = RegisterTypes(classes);
-  if (FAILED(failure)) Remove(classes);
+  if (FAILED(failure)) static_cast<void>(Remove(classes));
   return failure;
 }
 
@@ -114,13 +166,10 @@ HRESULT Register() {
 }
 
 HRESULT Unregister() {
-  for (const auto& classes : {kMachine, kUser}) Remove(classes);
-  // Fails where it was never there.
-  UnRegisterTypeLib(LIBID_TWQBClient90, kMajor, 0, 0, kSystem);
-  if (auto* const forUser = EntryOfAutomation<UnregisterForUser>("UnRegisterTypeLibForUser"); forUser != nullptr) {
-    forUser(LIBID_TWQBClient90, kMajor, 0, 0, kSystem);
-  }
-  return S_OK;
+  FirstFailure failure;
+  for (const auto& classes : {kMachine, kUser}) failure.Note(Remove(classes));
+  failure.Note(UnregisterTypes());
+  return failure.Result();
 }
 
 }  // namespace twqb::com

@@ -1,6 +1,7 @@
 #include "tests/golden/ComHost.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "platform/Text.h"
@@ -25,6 +27,8 @@ struct Closer {
 };
 using Stream = std::unique_ptr<std::FILE, Closer>;
 using Pipe = std::array<int, 2>;
+
+constexpr std::string_view kEndedWell = "status 0";
 
 Pipe MakePipe() {
   Pipe ends = {};
@@ -74,8 +78,14 @@ struct ComHost::Parts {
     answers.reset(fdopen(out[0], "r"));
   }
   ~Parts() {
-    answers.reset();
-    static_cast<void>(End());
+    if (child < 0) return;
+    orders.reset();
+    // To its very end: it may have something to say still, and may fail while it lets go of all.
+    while (std::fgetc(answers.get()) != EOF) {
+    }
+    if (const auto end = End(); end != kEndedWell) {
+      ADD_FAILURE() << "the host of the other side has ended with " << end << ", behind: " << order;
+    }
   }
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;

@@ -18,7 +18,7 @@ class ComHost : public ScenarioHost {
  public:
   // Starts the program that `command` runs, without orders yet. Throws std::runtime_error when that fails.
   ComHost(const HostOptions& options, const std::vector<std::string>& command);
-  // Ends it.
+  // Ends it; the test fails where its end is not that of a program that ended well.
   ~ComHost() override;
   ComHost(const ComHost&) = delete;
   ComHost& operator=(const ComHost&) = delete;

@@ -211,7 +211,7 @@ const ConnectionDouble::Table& ConnectionDouble::Members() const {
       {"execute", [](const ConnectionDouble& own, const Arguments& given) {
          std::int64_t affected = 0;
          Rows rows = own.connection_->Execute(given.at(0).Text(), &affected);
-         own.GiveByReference(1, Number(affected));
+         static_cast<void>(own.GiveByReference(1, Number(affected)));  // it may be left out
          return ObjectVariant(new RecordsetDouble(std::move(rows)));
        }}};
   return members;

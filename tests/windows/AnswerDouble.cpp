@@ -5,6 +5,7 @@
 #include "com/ListObject.h"
 #include "quickbooks/ResponseModel.h"
 #include "tests/windows/EnvironmentClock.h"
+#include "tests/windows/TimeEntryDouble.h"
 
 namespace twqb::doubles {
 
@@ -17,21 +18,25 @@ bool ListsAre(std::string_view word) { return FromEnvironment("TWQB_DOUBLE_LISTS
 
 std::size_t IndexIn(const Arguments& given) { return static_cast<std::size_t>(given.at(0).Number()); }
 
+// Where the library's own form of a value is not that of the text, the record is a double, too.
+IDispatch* RecordOf(const Record& record) {
+  return record.GetAsString() == "TimeTrackingRet" ? MakeTimeEntry(record) : com::MakeRecordObject(record);
+}
+
 class DetailDouble : public Double<DetailDouble> {
  public:
   explicit DetailDouble(ReturnedList list) : list_(std::move(list)) {}
 
  protected:
   [[nodiscard]] const Table& Members() const override {
-    static const Table members = {{"count",
-                                   [](const DetailDouble& own, const Arguments&) {
-                                     return Variant(static_cast<long>(own.list_.Count()) - (ListsAre("fewer") ? 1 : 0));
-                                   }},
-                                  {"getat",
-                                   [](const DetailDouble& own, const Arguments& given) {
-                                     return ObjectVariant(com::MakeRecordObject(own.list_.GetAt(IndexIn(given))));
-                                   }},
-                                  {"isdouble", [](const DetailDouble&, const Arguments&) { return Variant(true); }}};
+    static const Table members = {
+        {"count",
+         [](const DetailDouble& own, const Arguments&) {
+           return Variant(static_cast<long>(own.list_.Count()) - (ListsAre("fewer") ? 1 : 0));
+         }},
+        {"getat", [](const DetailDouble& own,
+                     const Arguments& given) { return ObjectVariant(RecordOf(own.list_.GetAt(IndexIn(given)))); }},
+        {"isdouble", [](const DetailDouble&, const Arguments&) { return Variant(true); }}};
     return members;
   }
 
@@ -96,6 +101,13 @@ class AnswerDouble : public Double<AnswerDouble> {
   }
   [[nodiscard]] bool Knows(const std::string& name) const override {
     return Double::Knows(name) && (!SameName(name, "ResponseList") || !ListsAre("none"));
+  }
+
+ public:
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* ids) override {
+    if (ListsAre("gone") && SameName(windows::Utf8(names[0]), "ResponseList")) return RPC_E_DISCONNECTED;
+    return Double::GetIDsOfNames(reserved, names, count, locale, ids);
   }
 
  private:

@@ -63,6 +63,9 @@ HRESULT WINAPI DllGetClassObject(REFCLSID wanted, REFIID face, void** result) {
   return CLASS_E_CLASSNOTAVAILABLE;
 }
 
+// How many objects somebody still has.
+int WINAPI LivingDoubles() { return static_cast<int>(twqb::com::Module::Held()); }
+
 HRESULT WINAPI DllCanUnloadNow() { return S_FALSE; }
 
 }  // extern "C"

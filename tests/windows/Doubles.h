@@ -29,32 +29,10 @@ class Double : public com::NamedObject {
 
   [[nodiscard]] virtual const Table& Members() const = 0;
 
-  // Gives a result by the argument at `place`, if that is a variant by reference.
-  void GiveByReference(std::size_t place, windows::Variant value) const {
-    if (given_ == nullptr || place >= given_->cArgs) return;
-    const VARIANT& argument = given_->rgvarg[given_->cArgs - 1 - place];
-    if (argument.vt != (VT_BYREF | VT_VARIANT)) return;
-    VariantClear(argument.pvarVal);
-    *argument.pvarVal = value.Release();
-  }
-
   [[nodiscard]] bool Knows(const std::string& name) const override { return Members().contains(FoldCase(name)); }
   [[nodiscard]] windows::Variant Member(const std::string& name, const Arguments& arguments) const override {
     return Members().at(FoldCase(name))(static_cast<const Own&>(*this), arguments);
   }
-
- public:
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD kind, DISPPARAMS* parameters,
-                                   VARIANT* result, EXCEPINFO* failure, UINT* wrongArgument) override {
-    given_ = parameters;
-    const auto answer =
-        com::NamedObject::Invoke(id, reserved, locale, kind, parameters, result, failure, wrongArgument);
-    given_ = nullptr;
-    return answer;
-  }
-
- private:
-  const DISPPARAMS* given_ = nullptr;  // of the call in hand
 };
 
 [[nodiscard]] inline windows::Variant ObjectVariant(IDispatch* counted) {

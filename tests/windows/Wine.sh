@@ -1,6 +1,9 @@
 # What the tests of the build for Windows share: a Windows of their own under wine, without a display, in a folder that
 # goes at the end; and checks that are counted.
 
+# Status 3 of a test says that wine itself can't be executed on this machine. All else that goes wrong is 1: a folder
+# without room, and a start that takes too long, would else pass for a machine that nothing can be tested on.
+#
 # In memory where nobody has said otherwise and there is room: wine's start and its programs' files are many small writes,
 # and its Windows takes more than half a gigabyte.
 # has_room FOLDER: it takes files, has 1.5 GB free, and programs can be run from it, as wine does.
@@ -15,6 +18,11 @@ has_room() {
 }
 if [ -z "${TMPDIR:-}" ] && has_room /dev/shm; then export TMPDIR=/dev/shm; fi
 work=$(mktemp -d)
+has_room "$work" || {
+  echo "No room for wine's Windows: ${work%/*} must have 1.5 GB free, and programs must run from it; TMPDIR names another." >&2
+  rm -rf "$work"
+  exit 1
+}
 # By this folder wine's programs find the server that they share. Were it another one later, two of them would be at work
 # on one registry, and what one has registered would go when the other writes its own.
 export TMPDIR=$work
@@ -51,11 +59,23 @@ PATH=$work/bin:$PATH
 # boot: the server stays until it is told to go, or a quarter of an hour without programs should nobody be left to tell
 # it. By itself it goes at each moment without, and the next one waits until there is a new one that has read the registry.
 boot() {
-  wineserver -p900
-  wine wineboot "$@" >"$work/boot" 2>&1 && return
-  echo "Wine's Windows did not start:" >&2
+  local status=0
+  wineserver -p900 >"$work/boot" 2>&1 || status=$?
+  [ "$status" != 0 ] || wine wineboot "$@" >>"$work/boot" 2>&1 || status=$?
+  [ "$status" != 0 ] || return 0
+  echo "Wine's Windows did not start (status $status):" >&2
   head -40 "$work/boot" >&2
-  exit 3
+  exit "$(verdict_on "$status" "$work/boot")"
+}
+# verdict_on STATUS FILE: 3 where wine, which ended with that status and wrote what is in the file, can't be executed here:
+# the shell found nothing that it could run, the system ended it for a call that it does not allow, or wine says so. 1 else.
+verdict_on() {
+  local cannot='Exec format error|Function not implemented|Operation not permitted|Permission denied|could not exec '
+  case $1 in
+    124 | 137) echo 1 ;;
+    126 | 127 | 159) echo 3 ;;
+    *) if grep -q 'No space left' "$2" || ! grep -qE "$cannot" "$2"; then echo 1; else echo 3; fi ;;
+  esac
 }
 shut_down() {
   timeout 60 wineserver -k || true

@@ -46,9 +46,25 @@ pressing() {
     status=1
   fi
   touch "$work/stop"
-  wait "$presser" || true
+  wait "$presser" || { echo "FAILED  presser.exe ended with status $?" >&2; status=1; }
   return "$status"
 }
+
+# host FILE ORDERS COMMAND...: a host runs while boxes are pressed by these orders; what it says goes to the file. That it
+# has ended as a program that ends well is looked at once all hosts have run: one that dies while it lets go of the library
+# has said all by then.
+hosts=0
+badly_ended=()
+host() {
+  local file=$work/$1 status=0
+  shift
+  pressing "$@" >"$file" 2>"$work/err" || status=$?
+  hosts=$((hosts + 1))
+  [ "$status" = 0 ] || badly_ended+=("status $status: ${*:2}" "$(head -20 "$work/err")")
+}
+all_ended_well() { [ ${#badly_ended[@]} = 0 ] || { printf '%s\n' "${badly_ended[@]}"; return 1; }; }
+
+not() { ! "$@"; }
 
 script() { wine cscript //nologo "$(there "$1")" "${@:2}" | tr -d '\r'; }
 # classes NAME: what the registry holds of classes, of the machine and of the user.
@@ -70,6 +86,9 @@ check "The library registers itself" wine regsvr32 /s "$(there "$library/TWQBCli
 check "The class is found by its name" \
   wine reg query 'HKLM\Software\Classes\TWQBClient90.CTWQBBridge\CLSID'
 
+check "What hosts have bound to is as it has always been" \
+  wine "$built/tests/windows/types_host.exe" "$(there "$library/TWQBClient90.dll")"
+
 # By script.
 in_folder script
 "$here" -C "$work/script" settings set GENERAL FIRST_TIME False
@@ -87,7 +106,7 @@ wrong type: D
 not to be set: True
 no array: True
 TEXT
-pressing "" script "$tests/script.vbs" "$(there "$work/script")" >"$work/got" || true
+host got "" script "$tests/script.vbs" "$(there "$work/script")"
 check "A script reaches properties, lists, arrays and errors" diff "$work/expected" "$work/got"
 check "No box came up for that" test ! -s "$work/boxes"
 
@@ -123,14 +142,14 @@ GetClassItems True False
 GetPayrollItems True False
 GetQBAccounts True 3
 TEXT
-pressing "" script "$tests/every.vbs" "$(there "$work/every")" >"$work/got" || true
+host got "" script "$tests/every.vbs" "$(there "$work/every")"
 check "A script calls every property and operation by its name" diff "$work/expected" "$work/got"
 
 # The demonstration firm, by a script of ten lines and by twqb.
 in_folder there
 mkdir "$work/here"
 "$here" -C "$work/here" init --sample >/dev/null
-pressing "" script "$tests/demo.vbs" "$(there "$work/there")" >"$work/got" || true
+host got "" script "$tests/demo.vbs" "$(there "$work/there")"
 cp "$work/boxes" "$work/boxes.there"
 check "The script says that all was sent and fetched" diff <(printf 'sent: True\nfetched: True\n') "$work/got"
 echo 'default yes' >"$work/here/answers"
@@ -172,7 +191,7 @@ link.TWSettingsPath = WScript.Arguments(0) & "\twqb.ini"
 link.UsePreferencesTW = True
 WScript.Echo "sent: " & link.SendDataToQB(2)
 TEXT
-pressing cancel script "$work/cancel.vbs" "$(there "$work/cancel")" >"$work/got" || true
+host got cancel script "$work/cancel.vbs" "$(there "$work/cancel")"
 check "Cancel on the progress form ends the run" grep -q False "$work/got"
 check "Once it has been confirmed" grep -q 'Are you sure you want to Cancel' "$work/boxes"
 check "And that is told" grep -q 'Operation cancelled!' "$work/boxes"
@@ -180,31 +199,31 @@ check "Not all clients went" sh -c "'$here' -C '$work/cancel' status | grep clie
 
 # The forms alone.
 forms() { wine "$built/tests/windows/desk_host.exe" "$@" 2>/dev/null | tr -d '\r'; }
-pressing "vendor 1" forms vendor >"$work/got" || true
+host got "vendor 1" forms vendor
 check "The vendor that is chosen is the one picked" grep -qx 'Böhm & Söhne' "$work/got"
-pressing cancel forms progress >"$work/got" || true
+host got cancel forms progress
 check "A press of Cancel comes at the next pump" grep -qx pressed "$work/got"
 
 # Boxes with help, and the help itself, which the system's viewer does not find.
 forms_help() {
-  forms help 'C:\firm\link.hlp'
+  forms help 'C:\firm\link.hlp' || return
   for _ in $(seq 400); do
     ! grep -q 'link\.hlp' "$work/boxes" || break
     sleep 0.25
   done
 }
-pressing "" forms box >"$work/got" || true
+host got "" forms box
 check "A box has a help button where there is help" \
   diff <(printf '[Help] Would you like help?\n[Help] (with help) Would you like help?\n') "$work/boxes"
-pressing "" forms_help >"$work/got" || true
+host got "" forms_help
 check "Help is the system's, on the file that it is told" grep -qF "'C:\firm\link.hlp'" "$work/boxes"
 
 # The file dialog begins in the folder of a path that is not there. Wine's own does not look below /dev.
 mkdir "$WINEPREFIX/drive_c/firm"
 touch "$WINEPREFIX/drive_c/firm/books.twq"
-pressing "file books.twq" forms file 'C:\firm\gone.twq' >"$work/got" || true
+host got "file books.twq" forms file 'C:\firm\gone.twq'
 check "A name that is typed into the file dialog is one of its folder" grep -qxF 'C:\firm\books.twq' "$work/got"
-pressing "" forms file 'C:\firm' >"$work/got" || true
+host got "" forms file 'C:\firm'
 check "A file dialog that is cancelled gives no file" grep -qx '(none)' "$work/got"
 
 forms profile 'C:\firm\settings.ini' >"$work/got"
@@ -213,7 +232,7 @@ check "Settings that Windows' own calls write are read, and the other way round"
 # By slots.
 in_folder slots
 "$here" -C "$work/slots" settings set GENERAL FIRST_TIME False
-pressing "" wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")" >"$work/got" 2>&1 || true
+host got "" wine "$built/tests/windows/vtable_host.exe" "$(there "$work/slots")"
 check "A host of C++ finds every slot as it should be" grep -q ' 0 failed' "$work/got"
 [ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
 
@@ -223,17 +242,44 @@ cat >"$work/without.vbs" <<'TEXT'
 Set link = CreateObject("TWQBClient90.CTWQBBridge")
 WScript.Echo "connected: " & link.ConnectToQB(True)
 TEXT
-pressing "" script "$work/without.vbs" >"$work/got" || true
+host got "" script "$work/without.vbs"
 check "Without QuickBooks' library a connection fails" grep -q False "$work/got"
 check "And the person is told, with its number" grep -q -- '-2147024770' "$work/boxes"
 
-check "The library takes its registration back" wine regsvr32 /s /u "$(there "$library/TWQBClient90.dll")"
+# As one who may not take it away.
+cat >"$work/expected" <<'TEXT'
+before: machine yes, user no
+without rights taking it back gives 80070005
+afterwards: machine yes, user no
+with rights it gives 0
+taken back: machine no, user no
+once more it gives 0
+TEXT
+user_host() { wine "$built/tests/windows/user_host.exe" "$(there "$library/TWQBClient90.dll")" "$@" | tr -d '\r'; }
+host got "" user_host denied
+check "A registration that can't be taken back is told, and stays" diff "$work/expected" "$work/got"
+check "The library registers itself again" wine regsvr32 /s "$(there "$library/TWQBClient90.dll")"
+
+# The library of the other width is registered, too, which goes by the same name. A Windows of 32 bits has no other.
+class='HKLM\Software\Classes\CLSID\{728FE982-3C17-49FA-B474-F5768A07B0AF}'
+take_back() { wine regsvr32 /s /u "$(there "$library/TWQBClient90.dll")"; }
+named() { wine reg query 'HKLM\Software\Classes\TWQBClient90.CTWQBBridge\CLSID'; }
+if [ "$WINEARCH" = win64 ]; then
+  wine reg add "$class\InprocServer32" /ve /d 'C:\other\TWQBClient90.dll' /f /reg:32 >/dev/null
+  check "Of both widths one takes its registration back" take_back
+  check "And the name stays, which is the other one's, too" named
+  check "As its class does" wine reg query "$class\InprocServer32" /reg:32
+  check "Its own class goes" not wine reg query "$class" /reg:64
+  wine reg delete "$class" /f /reg:32 >/dev/null
+fi
+check "The library takes its registration back" take_back
+check "And its name with it" not named
 classes after
 check "Nothing is left of it for the machine" diff "$work/before.HKLM" "$work/after.HKLM"
 check "Nor for the user" diff "$work/before.HKCU" "$work/after.HKCU"
 
 # As a user who may not write to the machine's part of the registry.
-wine "$built/tests/windows/user_host.exe" "$(there "$library/TWQBClient90.dll")" | tr -d '\r' >"$work/got" || true
+host got "" user_host
 cat >"$work/expected" <<'TEXT'
 before: machine no, user no
 registering gives 0
@@ -257,7 +303,7 @@ link.ConnectString = "Provider=SQLOLEDB;Data Source=OFFICE"
 link.TWSettingsPath = WScript.Arguments(0) & "\twqb.ini"
 WScript.Echo "sent: " & link.SendDataToQB(2)
 TEXT
-pressing "" script "$work/without.vbs" "$(there "$work/every")" >"$work/got" || true
+host got "" script "$work/without.vbs" "$(there "$work/every")"
 check "Without ADO a transfer fails" grep -q 'sent: False' "$work/got"
 check "And the person is told that, with its number" grep -q -- '-2147221005(800401F3)' "$work/boxes"
 
@@ -268,7 +314,7 @@ rm "$library/TWQBClient90.ini"
 "$here" -C "$work/late" settings set GENERAL FIRST_TIME False
 sed 's/Provider=SQLITE/Provider=SQLOLEDB/' "$tests/demo.vbs" >"$work/late.vbs"
 TWQB_DOUBLE_COMPANY=$(there "$work/late/company.twq") \
-  pressing "" script "$work/late.vbs" "$(there "$work/late")" >"$work/got" || true
+  host got "" script "$work/late.vbs" "$(there "$work/late")"
 check "By ADO and QuickBooks' session library all is sent and fetched, too" \
   diff <(printf 'sent: True\nfetched: True\n') "$work/got"
 ends_alike() { diff <("$1" here) <("$1" late); }
@@ -282,16 +328,17 @@ lists() { script "$tests/lists.vbs" "$(there "$work/late")" >"$work/$1"; }
 lists_by_late_binding() {
   TWQB_DOUBLE_COMPANY=$(there "$work/late/company.twq") lists "$@"
 }
-# whose WHOM FILE: all five are theirs.
-whose() { [ "$(grep -acE "^[1-9][0-9]* [a-z]+ of $1\$" "$work/$2")" = 5 ]; }
+# whose WHOM FILE: all six are theirs.
+whose() { [ "$(grep -acE "^[1-9][0-9]* [a-z]+ of $1\$" "$work/$2")" = 6 ]; }
 of_somebody() { sed -E 's/ of (TWQBClient90|session library)$/ of somebody/' "$work/$1"; }
-pressing "" lists_by_late_binding lists.own || true
+host said "" lists_by_late_binding lists.own
 check "A host is given the session library's own lists" whose 'session library' lists.own
-TWQB_DOUBLE_LISTS=none pressing "" lists_by_late_binding lists.ours || true
+TWQB_DOUBLE_LISTS=none host said "" lists_by_late_binding lists.ours
 check "Where that gives the text alone they are this library's" whose TWQBClient90 lists.ours
 opened late
-pressing "" lists lists.embedded || true
+host said "" lists lists.embedded
 check "So they are with the embedded company file" whose TWQBClient90 lists.embedded
+check "How long somebody worked is in the session library's own" grep -qaE ' [1-9][0-9]*:[0-9]+:[0-9]+ False$' "$work/lists.own"
 for lists in lists.ours lists.embedded; do
   check "And they hold the same records (${lists#*.})" diff <(of_somebody lists.own) <(of_somebody "$lists")
 done
@@ -300,19 +347,21 @@ rm "$library/TWQBClient90.ini"
 # logged WORDS: how many lines of the log have them.
 logged() { grep -haE "$1" "$library"/TWQBLog*.txt | wc -l; }
 # ours_and_logged WORD LINE: with lists like that a host is given this library's, all records are in them, and the log
-# has the line for each of the five.
+# has the line for each of the six.
 ours_and_logged() {
   local before
   before=$(logged "$2")
-  TWQB_DOUBLE_LISTS=$1 pressing "" lists_by_late_binding "lists.$1" || true
+  TWQB_DOUBLE_LISTS=$1 pressing "" lists_by_late_binding "lists.$1" || return
   whose TWQBClient90 "lists.$1" && diff <(of_somebody lists.own) <(of_somebody "lists.$1") &&
-    [ "$(logged "$2")" = $((before + 5)) ]
+    [ "$(logged "$2")" = $((before + 6)) ]
 }
 check "Where its list raises an error they are this library's, and the log has its number and text" \
   ours_and_logged fails 'another one\. -2147467259 The list is not to be had\.'
+check "An object that has gone is told with the number of that, and not as one that lacks a name" \
+  ours_and_logged gone 'another one\. -2147417848 '
 check "Where its list has other records, too, and the log says how many" \
   ours_and_logged fewer 'own list has [0-9]+ records, where [1-9][0-9]* were read'
-TWQB_DOUBLE_LISTS=unknown pressing "" lists_by_late_binding lists.unknown || true
+TWQB_DOUBLE_LISTS=unknown host said "" lists_by_late_binding lists.unknown
 check "An object that comes without names is asked for them" diff "$work/lists.own" "$work/lists.unknown"
 
 # By slots, with the session library's own lists.
@@ -320,8 +369,8 @@ in_folder owned
 rm "$library/TWQBClient90.ini"
 "$here" -C "$work/owned" settings set GENERAL FIRST_TIME False
 TWQB_DOUBLE_COMPANY=$(there "$work/owned/company.twq") \
-  pressing "" wine "$built/tests/windows/vtable_host.exe" "$(there "$work/owned")" >"$work/got" 2>&1 || true
-check "By slots a host alone owns the session library's lists" grep -q ' 0 failed' "$work/got"
+  host got "" wine "$built/tests/windows/vtable_host.exe" "$(there "$work/owned")" own-lists
+check "By slots all lists are the session library's own and the host's alone, and nothing of it is kept at the end" grep -q ' 0 failed' "$work/got"
 [ "$(grep -c . "$work/got")" = 1 ] || cat "$work/got"
 
 # An older version of the session library, whose name is known and which has nothing behind it here.
@@ -329,15 +378,16 @@ names='HKLM\Software\Classes'
 session=$(wine reg query "$names\QBFC5.QBSessionManager\CLSID" /ve | grep -oE '\{[-0-9A-F]+\}')
 wine reg add "$names\QBFC5.QBSessionManager\CLSID" /ve /d '{7A1B00FF-5C44-4E1B-9D20-0B3C5177E906}' /f >/dev/null
 wine reg add "$names\QBFC15.QBSessionManager\CLSID" /ve /d "$session" /f >/dev/null
-pressing "" lists_by_late_binding lists.later || true
+host said "" lists_by_late_binding lists.later
 check "A version that is not there for this width gives way to a later one" diff "$work/lists.own" "$work/lists.later"
 wine reg delete "$names\QBFC15.QBSessionManager" /f >/dev/null
 cat >"$work/without.vbs" <<'TEXT'
 Set link = CreateObject("TWQBClient90.CTWQBBridge")
 WScript.Echo "connected: " & link.ConnectToQB(True)
 TEXT
-pressing "" script "$work/without.vbs" >"$work/got" || true
+host got "" script "$work/without.vbs"
 check "Where there is no other a connection fails" grep -q 'connected: False' "$work/got"
 check "And the person is told that version, with its number" \
   grep -q -- '-2147221164.*QBFC5' <(tr -d '\r\n' <"$work/boxes")
+check "All $hosts hosts that ran have ended with status 0" all_ended_well
 conclude

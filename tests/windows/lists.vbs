@@ -8,15 +8,17 @@ Set accounts = link.GetAccounts
 Set activities = link.GetActivities(True)
 Set classes = link.GetClassItems
 Set invoices = link.GetInvoices
+Set hours = link.GetTimeEntries
 Set link = Nothing
 Tell "customers", people, "FullName"
 Tell "accounts", accounts, "FullName"
 Tell "activities", activities, "FullName"
 Tell "classes", classes, "FullName"
 Tell "invoices", invoices, "TxnID"
+Tell "entries", hours, "Duration"
 
 Sub Tell(name, list, field)
-  Dim i, record, isDouble, whose
+  Dim i, record, isDouble, whose, h, m, s, negative
   isDouble = False
   On Error Resume Next
   isDouble = list.IsDouble
@@ -27,6 +29,10 @@ Sub Tell(name, list, field)
   For i = 0 To list.Count - 1
     Set record = list.GetAt(i)
     If field = "TxnID" Then WScript.Echo record.RefNumber.GetValue & " " & record.Subtotal.GetValue
+    If field = "Duration" Then
+      record.Duration.GetValue h, m, s, negative
+      WScript.Echo record.TxnDate.GetValue & " " & h & ":" & m & ":" & s & " " & negative
+    End If
     If field = "FullName" Then WScript.Echo record.FullName.GetValue & " " & record.TimeModified.GetValue
   Next
 End Sub

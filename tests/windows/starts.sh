@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
-# Whether wine starts a program on this machine. Status 3: it does not, as in a container without what it asks for.
+# Whether wine starts a program on this machine. Status 3: it can't be executed, as in a container without what it asks for;
+# 1: it can, and did not start one.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/Wine.sh"
-if ! said=$(wine cmd /c echo begun 2>&1) || [ "$(tr -d '\r' <<<"$said")" != begun ]; then
-  printf 'A program did not run under wine: %s\n' "$said" >&2
-  exit 3
+status=0
+wine cmd /c echo begun >"$work/said" 2>&1 || status=$?
+if [ "$status" != 0 ] || [ "$(tr -d '\r' <"$work/said")" != begun ]; then
+  printf 'A program did not run under wine (status %s): %s\n' "$status" "$(head -40 "$work/said")" >&2
+  exit "$(verdict_on "$status" "$work/said")"
 fi

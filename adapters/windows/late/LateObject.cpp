@@ -111,9 +111,12 @@ Variant LateObject::Invoke(std::string_view name, WORD kind, std::vector<Variant
   auto wide = Wide(name);
   wchar_t* names = wide.data();
   DISPID id = 0;
-  if (FAILED(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id))) {
+  const auto unknown = object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  if (unknown == DISP_E_UNKNOWNNAME || unknown == DISP_E_MEMBERNOTFOUND) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), name));
   }
+  // It is not to be had itself: its program has ended, say.
+  if (FAILED(unknown)) throw PlatformError(NumberOf(unknown), SystemText(unknown));
   // The last one comes first. Ours keep what they hold.
   std::vector<VARIANT> given;
   for (auto& argument : arguments) given.push_back(argument.Value());

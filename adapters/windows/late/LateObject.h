@@ -21,7 +21,7 @@ class LateObject {
   // Makes an object of the class; raises the system's number where it is not there.
   [[nodiscard]] static LateObject Create(std::string_view className);
 
-  // Raises 438 for a name that the object does not know.
+  // Raises 438 for a name that the object does not know, and the system's number where it can't be asked.
   Variant Call(std::string_view method, std::vector<Variant> arguments = {});
   [[nodiscard]] Variant Get(std::string_view property, std::vector<Variant> arguments = {});
   void Put(std::string_view property, Variant value);
