@@ -26,6 +26,15 @@ void Remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) RaiseForFile(path, "removed");
 }
 
+// Under which it is written; a process that dies leaves half a file by it.
+std::string UnfinishedName(const std::string& target) { return StagedName(target) + ".new"; }
+
+void GiveRights(const std::string& from, const std::string& to) {
+  std::error_code failure;
+  const auto status = fs::status(from, failure);
+  if (!failure && fs::exists(status)) fs::permissions(to, status.permissions(), failure);
+}
+
 void CarryOut(BackupFolder& folder, const KeptFile& file) {
   if (!file.isThere) {
     Remove(file.path);
@@ -37,7 +46,7 @@ void CarryOut(BackupFolder& folder, const KeptFile& file) {
   if (!fs::exists(staged, failure)) {
     if (failure) RaiseForFile(staged, "read", failure.value());
     if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return;  // it is in place
-    folder.WriteTo(file, staged);
+    LayReady(folder, file);
   }
   if (IsDatabase(file.part)) {
     RequireReplaceable(file.path);
@@ -77,9 +86,24 @@ void RequireReplaceable(const std::string& database) {
 
 std::string StagedName(const std::string& target) { return target + ".restoring"; }
 
+void LayReady(const BackupFolder& folder, const KeptFile& file) {
+  RemoveStaged(file.path);
+  const auto unfinished = UnfinishedName(file.path);
+  folder.WriteTo(file, unfinished);
+  GiveRights(file.path, unfinished);
+  std::error_code failure;
+  fs::rename(unfinished, StagedName(file.path), failure);
+  if (failure) {
+    RemoveStaged(file.path);
+    RaiseForFile(StagedName(file.path), "made", failure.value());
+  }
+  SynchroniseFolderOf(file.path);
+}
+
 void RemoveStaged(const std::string& target) {
   std::error_code ignored;
   fs::remove(StagedName(target), ignored);
+  fs::remove(UnfinishedName(target), ignored);
 }
 
 std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {

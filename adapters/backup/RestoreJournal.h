@@ -2,8 +2,9 @@
 // the next run completes it.
 //
 // The new files stand beside those that they replace by then, whole and on the disk, so each step is a rename; a step
-// that is done already does no harm. Without a journal nothing has begun, and what stands beside is cleared up. Whoever
-// carries it out must hold the files against others.
+// that is done already does no harm. What has the name of a new file is whole, whenever a process died. Without a
+// journal nothing has begun, and what stands beside is cleared up. Whoever carries it out must hold the files against
+// others.
 #pragma once
 
 #include <optional>
@@ -17,7 +18,9 @@ namespace twqb::backup {
 
 // Where the new file stands until it takes the place of `target`.
 [[nodiscard]] std::string StagedName(const std::string& target);
-// Removes such a file, of a run that died before it began. Never fails.
+// Writes the new file there, with the rights of the one that it is to replace. Raises BackupError, and leaves nothing.
+void LayReady(const BackupFolder& folder, const KeptFile& file);
+// Removes such a file, of a run that died before it began, or while it wrote it. Never fails.
 void RemoveStaged(const std::string& target);
 // Has nothing stand beside a database that is about to be replaced. Raises BackupError while somebody writes to it.
 void RequireReplaceable(const std::string& database);

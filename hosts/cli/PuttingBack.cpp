@@ -108,13 +108,6 @@ void CarryOut(const Options& options, const std::string& folder, const backup::R
   backup::EndRestore(folder, journal);
 }
 
-// A file that is laid ready has the rights of the one that it replaces.
-void GiveRights(const std::string& from, const std::string& to) {
-  std::error_code failure;
-  const auto status = fs::status(from, failure);
-  if (!failure && fs::exists(status)) fs::permissions(to, status.permissions(), failure);
-}
-
 }  // namespace
 
 void RaiseForNothing(const backup::Set& set, std::optional<Part> only) {
@@ -178,8 +171,7 @@ void PuttingBack::LayReady() {
   try {
     for (const auto& file : files_) {
       if (!file.isThere) continue;
-      folder_.WriteTo(file, backup::StagedName(file.path));
-      GiveRights(file.path, backup::StagedName(file.path));
+      backup::LayReady(folder_, file);
     }
   } catch (const backup::BackupEnded&) {
     RemoveLaidReady();

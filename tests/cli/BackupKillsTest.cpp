@@ -43,9 +43,16 @@ class SentFolder {
   }
   State Now() const { return StateOf(folder_); }
   // The folder as it was ahead of the first kill, under the same path.
-  void Again() const {
+  void Again() const { Again("all"); }
+  void Again(const std::string& copy) const {
     for (const auto& entry : fs::directory_iterator(folder_.Path())) fs::remove_all(entry.path());
-    fs::copy(start_ / "all", folder_.Path(), fs::copy_options::recursive);
+    fs::copy(start_ / copy, folder_.Path(), fs::copy_options::recursive);
+  }
+  // In BillingDb, from a folder that knows nothing of what was broken off in this one.
+  void Change(const std::string& sql) const {
+    const WorkFolder elsewhere;
+    elsewhere.Done({"billing", "run", "-e", sql, "--billing",
+                    "Provider=SQLITE;Data Source=" + (folder_.Path() / "billing.db").string()});
   }
   // In the child.
   void Become(const std::vector<std::string>& arguments) const {
@@ -94,6 +101,13 @@ class BrokenOffRestore : public SentFolder, public testing::Test {
     BreakOff({"restore", "--answers", "yes.txt"}, [this] {
       const auto now = Now();
       return now != before_ && now != after_;
+    });
+  }
+  // BillingDb is as of the set, the company file is not yet.
+  void BreakOffBetweenTheSides() {
+    BreakOff({"restore", "--answers", "yes.txt"}, [this] {
+      const auto now = Now();
+      return now[0] == before_[0] && now[1] == after_[1];
     });
   }
   [[nodiscard]] std::size_t SetsByHand() const {
@@ -158,6 +172,30 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
   const auto name = next.err.substr(at + told.size(), next.err.find('"', at + told.size()) - at - told.size());
   folder_.Done({"restore", name, "--answers", "yes.txt"});
   EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+}
+
+TEST_F(BrokenOffRestore, Is_completed_however_often_its_completion_is_killed) {
+  BreakOffBetweenTheSides();
+  Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+  fs::permissions(folder_.Path() / "billing.db", static_cast<fs::perms>(0664));
+  fs::copy(folder_.Path(), start_ / "changed", fs::copy_options::recursive);
+  const auto body = [this] { Become({"status"}); };
+  const auto length = MeasureInChild(body).systemCalls;
+  constexpr std::uint64_t kKills = 60;
+  std::uint64_t inTheMiddle = 0;
+  for (std::uint64_t i = 1; i <= kKills; ++i) {
+    const auto n = length * i / kKills;
+    SCOPED_TRACE(fmt::format("killed at call {} of {}", n, length));
+    Again("changed");
+    if (!KillInChild(body, {.n = n})) continue;
+    if (fs::exists(folder_.Path() / "backups" / "restore.json")) ++inTheMiddle;
+    const auto next = folder_.Twqb({"status"});
+    EXPECT_EQ(next.status, 0) << next.err;
+    ASSERT_EQ(Now(), before_);
+    EXPECT_EQ(fs::status(folder_.Path() / "billing.db").permissions(), static_cast<fs::perms>(0664));
+    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+  }
+  EXPECT_GT(inTheMiddle, kKills / 3);
 }
 
 TEST_F(BrokenOffRestore, Keeps_nothing_where_nothing_has_changed) {
