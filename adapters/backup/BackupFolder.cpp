@@ -127,7 +127,8 @@ std::vector<std::string> BackupFolder::UnreadableSets() const {
   return names;
 }
 
-Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp) {
+Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp,
+                       const std::vector<KeptFile>& known) {
   MakeFolder(fmt::format("{}/{}", folder_, kBackupFolder));
   const Hold hold(Path(kLock));
   RemoveHalfSets();
@@ -136,7 +137,11 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
   if (manifest.by == MadeBy::Transfer) RemoveOldSets(sets);
   Set set{.name = FreeName(stamp), .manifest = manifest};
   try {
-    for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
+    for (const auto& file : files) {
+      const auto told = std::ranges::find(known, file.part, &KeptFile::part);
+      if (told != known.end()) pieces_.Read(told->content, [](std::string_view) {});
+      set.manifest.files.push_back(told != known.end() ? *told : Keep(file, sets));
+    }
     pieces_.Settle();
     MakeFolder(Path(set.name));
     WriteManifest(set);

@@ -38,9 +38,11 @@ class BackupFolder {
   // Names of those whose manifest can't be read. While there is one, no piece of any set goes.
   [[nodiscard]] std::vector<std::string> UnreadableSets() const;
 
-  // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there.
+  // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there. Of
+  // the parts in `known` it has what is told there, whose pieces must be in the folder, and not what the file is now.
   // Raises BackupError, and leaves nothing behind.
-  [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp);
+  [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp,
+                         const std::vector<KeptFile>& known = {});
   // A file that turns out to belong to a set, too. Raises likewise.
   void Add(Set& set, const PartFile& file);
   // Notes how the files are now, when what the set was made before has ended. A set whose files are all as they were

@@ -117,12 +117,14 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
     if (json.at("format").get<int>() != kFormat) throw std::runtime_error("another version of twqb wrote it");
     RestoreJournal journal{.set = json.at("set").get<std::string>(),
                            .isUndo = json.at("undo").get<bool>(),
-                           .kept = json.at("kept").get<std::string>()};
+                           .kept = json.at("kept").get<std::string>(),
+                           .changes = json.value("changes", std::vector<std::string>())};
     for (const auto& step : json.at("steps")) {
       const auto part = PartFrom(step.at("part").get<std::string>()).value();
       const auto target = PathIn(step.at("name").get<std::string>(), folder);
-      journal.steps.push_back(
-          {.file = FileFrom(part, target, step.at("file")), .was = FileFrom(part, target, step.at("was"))});
+      auto& read = journal.steps.emplace_back(
+          RestoreStep{.file = FileFrom(part, target, step.at("file")), .was = FileFrom(part, target, step.at("was"))});
+      if (step.contains("changed")) read.changed = FileFrom(part, target, step.at("changed"));
     }
     return journal;
   } catch (const std::exception& failure) {
@@ -135,29 +137,32 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
 
 void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
   auto steps = Json::array();
-  for (const auto& [file, was] : journal.steps) {
+  for (const auto& [file, was, changed] : journal.steps) {
     steps.push_back({{"part", NameOf(file.part)},
                      {"name", PathFrom(file.path, folder)},
                      {"file", ToJson(file)},
                      {"was", ToJson(was)}});
+    if (changed) steps.back()["changed"] = ToJson(*changed);
   }
-  const Json json = {{"format", kFormat},
-                     {"set", journal.set},
-                     {"undo", journal.isUndo},
-                     {"kept", journal.kept},
-                     {"steps", std::move(steps)}};
+  const Json json = {{"format", kFormat},    {"set", journal.set},         {"undo", journal.isUndo},
+                     {"kept", journal.kept}, {"changes", journal.changes}, {"steps", std::move(steps)}};
   const auto path = JournalPath(folder);
   if (!ReplaceFile(path, json.dump(1) + "\n")) RaiseForFile(path, "written");
 }
 
-std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal) {
+std::vector<Change> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
-  std::vector<PartFile> changed;
-  for (const auto& [file, was] : journal.steps) {
-    const auto now = backups.Look({.part = file.part, .path = file.path});
-    if (!now.IsLike(was) && !now.IsLike(file)) changed.push_back({.part = file.part, .path = file.path});
+  std::vector<Change> all;
+  // The steps are done in their order: from the first new file on that still stands beside its target, none is.
+  auto from = ChangedFrom::Set;
+  for (const auto& step : journal.steps) {
+    std::error_code ignored;
+    if (fs::exists(StagedName(step.file.path), ignored)) from = ChangedFrom::Was;
+    auto now = backups.Look({.part = step.file.part, .path = step.file.path});
+    const bool isKnown = now.IsLike(step.was) || now.IsLike(step.file) || (step.changed && now.IsLike(*step.changed));
+    if (!isKnown) all.push_back({.now = std::move(now), .from = from});
   }
-  return changed;
+  return all;
 }
 
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {

@@ -7,6 +7,7 @@
 // others.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,14 +27,16 @@ void RemoveStaged(const std::string& target);
 void RequireReplaceable(const std::string& database);
 
 struct RestoreStep {
-  KeptFile file;  // what is to stand there, or that nothing is
-  KeptFile was;   // what stood there when the restore began
+  KeptFile file;                         // what is to stand there, or that nothing is
+  KeptFile was;                          // what stood there when the restore began
+  std::optional<KeptFile> changed = {};  // what somebody else has made of it since, where a set has that already
 };
 
 struct RestoreJournal {
   std::string set;
-  bool isUndo = false;    // the run that the set was made before counts as taken back in the end
-  std::string kept = {};  // the set of how the files were; empty where none was made
+  bool isUndo = false;                    // the run that the set was made before counts as taken back in the end
+  std::string kept = {};                  // the set of how the files were; empty where none was made
+  std::vector<std::string> changes = {};  // the sets of what somebody else has changed since
   std::vector<RestoreStep> steps = {};
 };
 
@@ -42,8 +45,14 @@ struct RestoreJournal {
 [[nodiscard]] std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder);
 // From here on the restore is carried out, now or by a later run. Raises BackupError, and nothing has begun.
 void BeginRestore(const std::string& folder, const RestoreJournal& journal);
-// The files that somebody has changed since it began, to be asked ahead of completing it. Raises BackupError.
-[[nodiscard]] std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal);
+// What a file was before somebody changed it: as it stood when the restore began, or already as the set has it.
+enum class ChangedFrom : std::uint8_t { Was, Set };
+struct Change {
+  KeptFile now;
+  ChangedFrom from = ChangedFrom::Set;
+};
+// What somebody has changed since it began and no set has yet, to be asked ahead of completing it. Raises BackupError.
+[[nodiscard]] std::vector<Change> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal);
 // As often as it takes: what is in place stays as it is. Raises BackupError when a step can't be done; the journal
 // stays in any case.
 void CarryOutRestore(const std::string& folder, const RestoreJournal& journal);

@@ -49,7 +49,8 @@ struct RestoreArguments {
 
 // "before send clients", as a list says what a set was made for.
 std::string MadeFor(const Set& set) {
-  return set.manifest.by == MadeBy::Hand ? "by hand" : fmt::format("before {}", set.manifest.before);
+  if (set.IsAutomatic()) return fmt::format("before {}", set.manifest.before);
+  return set.manifest.before.empty() ? "by hand" : set.manifest.before;
 }
 
 std::uint64_t SizeOf(const Set& set) {

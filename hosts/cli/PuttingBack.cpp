@@ -63,24 +63,59 @@ std::vector<backup::PartFile> PartsWith(const Workplace& place, const std::vecto
   return parts;
 }
 
-// What somebody has changed since a restore was broken off is in no set yet, and goes with its completion. Noted as
-// what was there, so that another attempt keeps it no second time.
-void KeepChanges(const Options& options, const std::string& folder, backup::RestoreJournal& journal) {
-  if (backup::ChangedSinceItBegan(folder, journal).empty()) return;
+// The state that somebody has changed, and what has become of it: what is told of no change is as it was in that state,
+// whether it stands there at the moment or not. A mixture of both states would double records with the next transfer.
+std::vector<KeptFile> StateWith(const std::vector<backup::Change>& changes, backup::ChangedFrom state,
+                                const backup::RestoreJournal& journal) {
   std::vector<KeptFile> files;
   for (const auto& step : journal.steps) {
-    files.push_back(step.file);
+    const auto change = std::ranges::find_if(
+        changes, [&](const backup::Change& each) { return each.now.part == step.file.part && each.from == state; });
+    const auto& before = state == backup::ChangedFrom::Set ? step.file : step.was;
+    files.push_back(change != changes.end() ? change->now : before);
+  }
+  return files;
+}
+
+// A run that was killed behind making the set has not noted it.
+std::optional<backup::Set> FindMade(const backup::BackupFolder& folder, const std::string& label,
+                                    const std::vector<KeptFile>& files) {
+  for (auto& set : folder.Sets()) {
+    const bool isLike = set.manifest.before == label && std::ranges::all_of(files, [&](const KeptFile& file) {
+                          const auto* kept = set.Find(file.part);
+                          return kept != nullptr && kept->path == file.path && kept->IsLike(file);
+                        });
+    if (isLike) return std::move(set);
+  }
+  return std::nullopt;
+}
+
+// What somebody has changed since a restore was broken off is in no set yet, and goes with its completion. Noted in the
+// journal, so that another attempt keeps it no second time.
+void KeepChanges(const Options& options, const std::string& folder, backup::RestoreJournal& journal) {
+  // What stands beside a database is taken into it first, and is a part of it from then on.
+  const auto isChanged = !backup::ChangedSinceItBegan(folder, journal).empty();
+  if (!isChanged) return;
+  for (const auto& step : journal.steps) {
     if (backup::IsDatabase(step.file.part) && IsFile(step.file.path)) backup::RequireReplaceable(step.file.path);
   }
+  const auto changes = backup::ChangedSinceItBegan(folder, journal);
   backup::BackupFolder backups(folder);
   const auto place = WorkplaceOf(options);
-  const auto set = MakeSet(backups, place, options, PartsWith(place, files), backup::MadeBy::Hand, "");
-  for (auto& step : journal.steps) step.was = *set.Find(step.file.part);
-  backup::BeginRestore(folder, journal);
-  Tell(
-      fmt::format("Something has changed since a restore was broken off, and is kept: \"twqb restore {}\" brings it "
-                  "back.",
-                  set.name));
+  const auto label = fmt::format("changes amid restore {}", journal.set);
+  for (const auto state : {backup::ChangedFrom::Set, backup::ChangedFrom::Was}) {
+    if (std::ranges::find(changes, state, &backup::Change::from) == changes.end()) continue;
+    const auto files = StateWith(changes, state, journal);
+    auto set = FindMade(backups, label, files);
+    if (!set) set = MakeSet(backups, place, options, PartsWith(place, files), backup::MadeBy::Hand, label, files);
+    if (std::ranges::find(journal.changes, set->name) == journal.changes.end()) journal.changes.push_back(set->name);
+    for (auto& step : journal.steps) {
+      const auto change = std::ranges::find_if(
+          changes, [&](const backup::Change& each) { return each.now.part == step.file.part && each.from == state; });
+      if (change != changes.end()) step.changed = change->now;
+    }
+    backup::BeginRestore(folder, journal);
+  }
 }
 
 // So that undo can take the restore back. What else has changed meanwhile is none of its doing.
@@ -105,6 +140,13 @@ void NoteCompleted(const Options& options, const std::string& folder, const back
 void CarryOut(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
   backup::CarryOutRestore(folder, journal);
   NoteCompleted(options, folder, journal);
+  // Ahead of the end: nobody else would come to know of them.
+  for (const auto& set : journal.changes) {
+    Tell(
+        fmt::format("Something has changed since a restore was broken off, and is kept: \"twqb restore {}\" brings it "
+                    "back.",
+                    set));
+  }
   backup::EndRestore(folder, journal);
 }
 

@@ -110,6 +110,18 @@ class BrokenOffRestore : public SentFolder, public testing::Test {
       return now[0] == before_[0] && now[1] == after_[1];
     });
   }
+  // The first set of changes that the text tells of.
+  static std::string KeptSet(const std::string& text) {
+    const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
+    const auto at = text.find(told);
+    EXPECT_NE(at, std::string::npos) << text;
+    return at == std::string::npos ? ""
+                                   : text.substr(at + told.size(), text.find('"', at + told.size()) - at - told.size());
+  }
+  [[nodiscard]] std::size_t Customers() const {
+    const auto listed = folder_.Done({"list", "customers", "--json"});
+    return static_cast<std::size_t>(std::ranges::count(listed, '\n'));
+  }
   [[nodiscard]] std::size_t SetsByHand() const {
     const auto listed = folder_.Done({"backup", "--list", "--json"});
     std::size_t count = 0;
@@ -166,12 +178,46 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
   const auto next = folder_.Twqb({"status"});
   EXPECT_EQ(next.status, 0) << next.err;
   EXPECT_EQ(Now(), before_);
-  const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
-  const auto at = next.err.find(told);
-  ASSERT_NE(at, std::string::npos) << next.err;
-  const auto name = next.err.substr(at + told.size(), next.err.find('"', at + told.size()) - at - told.size());
-  folder_.Done({"restore", name, "--answers", "yes.txt"});
+  folder_.Done({"restore", KeptSet(next.err), "--answers", "yes.txt"});
   EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+}
+
+// The set of what somebody changed, put back; then both sides go together.
+TEST_F(BrokenOffRestore, Keeps_what_has_changed_beside_what_goes_with_it) {
+  for (const bool isBillingReplaced : {true, false}) {
+    SCOPED_TRACE(isBillingReplaced ? "BillingDb is replaced" : "BillingDb is not replaced yet");
+    Again();
+    if (isBillingReplaced) {
+      BreakOffBetweenTheSides();
+    } else {
+      BreakOff({"restore", "--answers", "yes.txt"}, [this] { return Now() == after_; });
+    }
+    Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+    const auto next = folder_.Twqb({"status"});
+    EXPECT_EQ(Now(), before_);
+    folder_.Done({"restore", KeptSet(next.err), "--answers", "yes.txt"});
+    EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE ClientID = 'SOMEBODY'"), "1");
+    EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), isBillingReplaced ? "0" : "2");
+    folder_.Done({"send", "clients", "--answers", "yes.txt"});
+    EXPECT_EQ(Customers(), 3U);
+  }
+}
+
+TEST_F(BrokenOffRestore, Keeps_each_state_that_has_changed_by_itself) {
+  BreakOffBetweenTheSides();
+  Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  const auto next = folder_.Twqb({"status"});
+  const auto first = KeptSet(next.err);
+  const auto second = KeptSet(next.err.substr(next.err.find(first)));
+  ASSERT_NE(first, second);
+  folder_.Done({"restore", first, "--answers", "yes.txt"});
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+  EXPECT_EQ(Customers(), 0U);
+  folder_.Done({"restore", second, "--answers", "yes.txt"});
+  EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
+  EXPECT_EQ(Customers(), 2U);
 }
 
 TEST_F(BrokenOffRestore, Is_completed_however_often_its_completion_is_killed) {
@@ -188,10 +234,15 @@ TEST_F(BrokenOffRestore, Is_completed_however_often_its_completion_is_killed) {
     SCOPED_TRACE(fmt::format("killed at call {} of {}", n, length));
     Again("changed");
     if (!KillInChild(body, {.n = n})) continue;
-    if (fs::exists(folder_.Path() / "backups" / "restore.json")) ++inTheMiddle;
+    const bool isLeft = fs::exists(folder_.Path() / "backups" / "restore.json");
+    if (isLeft) ++inTheMiddle;
     const auto next = folder_.Twqb({"status"});
     EXPECT_EQ(next.status, 0) << next.err;
     ASSERT_EQ(Now(), before_);
+    EXPECT_EQ(SetsByHand(), 1U) << "what was changed is kept, and once";
+    if (isLeft) {
+      EXPECT_FALSE(KeptSet(next.err).empty());
+    }
     EXPECT_EQ(fs::status(folder_.Path() / "billing.db").permissions(), static_cast<fs::perms>(0664));
     for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
   }
