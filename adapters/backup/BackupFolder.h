@@ -1,7 +1,8 @@
 // The folder of the backups: sets that are made whole or not at all, and go again when there are too many.
 //
 // Stands in the working folder, as the log does. A set is a folder of its own with a manifest; one without is half and
-// is cleared up. Databases are copied as one state, whoever has them open. It puts nothing back (RestoreJournal.h).
+// is cleared up. One that somebody has copied or given another name stays, and so does whatever else stands there.
+// Databases are copied as one state, whoever has them open. It puts nothing back (RestoreJournal.h).
 #pragma once
 
 #include <functional>

@@ -49,7 +49,7 @@ struct RestoreArguments {
 
 // "before send clients", as a list says what a set was made for.
 std::string MadeFor(const Set& set) {
-  if (set.IsAutomatic()) return fmt::format("before {}", set.manifest.before);
+  if (set.manifest.by != MadeBy::Hand) return fmt::format("before {}", set.manifest.before);
   return set.manifest.before.empty() ? "by hand" : set.manifest.before;
 }
 

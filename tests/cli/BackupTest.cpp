@@ -70,6 +70,39 @@ TEST_F(Backups, One_is_made_before_each_run_that_writes_and_ten_are_kept_beside_
   }
 }
 
+TEST_F(Backups, What_somebody_keeps_among_the_sets_stays_and_so_do_sets_with_names_of_their_own) {
+  Send();
+  const auto first = Newest();
+  const auto backups = folder_.Path() / "backups";
+  for (const auto* name : {"2026-11-22-000000 my notes", "2026-11-22-000000.12", "2026-11-22-000001"}) {
+    fs::create_directory(backups / name);
+    folder_.Write(std::string("backups/") + name + "/notes.txt", "somebody's own");
+  }
+  fs::create_directory(backups / (first + " files"));
+  folder_.Done({"restore", first, "--to", "backups/" + first + " files"});
+  fs::create_directory(backups / first / "out");
+  folder_.Done({"restore", first, "--to", "backups/" + first + "/out"});
+  fs::copy(backups / first, backups / (first + " ahead of all"));
+  for (int i = 0; i < 12; ++i) {
+    Sql("UPDATE Client SET ClientCity = 'Town " + std::to_string(i) + "', LastUpdated = '2030-01-01'");
+    Send();
+  }
+  for (const auto* name : {"2026-11-22-000000 my notes", "2026-11-22-000000.12", "2026-11-22-000001"}) {
+    EXPECT_EQ(folder_.Read(std::string("backups/") + name + "/notes.txt"), "somebody's own") << name;
+  }
+  for (const auto& name : kFiles) {
+    EXPECT_TRUE(fs::exists(backups / (first + " files") / name)) << name;
+    EXPECT_TRUE(fs::exists(backups / first / "out" / name)) << name;
+  }
+  // It is a set as any other, and whole.
+  const auto sets = Sets();
+  ASSERT_EQ(sets.size(), 11U);
+  EXPECT_EQ(sets.front().at("set"), first + " ahead of all");
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", first + " ahead of all", "--to", "out"});
+  folder_.Done({"undo"});
+}
+
 TEST_F(Backups, None_is_made_with_no_backup_nor_by_what_only_reads_nor_kept_of_what_changed_nothing) {
   Send({"--no-backup"});
   folder_.Done({"status"});
