@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <system_error>
 #include <unordered_set>
 #include <utility>
@@ -67,6 +68,17 @@ std::string StampOf(const Set& set) {
   std::ranges::replace(stamp, 'T', '-');
   std::erase(stamp, ':');
   return stamp;
+}
+
+// What counts together: runs on one pair of databases. What can't be taken back any more, and what an undo has made,
+// must not push out what still can.
+std::string CountedWith(const Set& set) {
+  const bool canBeTakenBack = set.manifest.by != MadeBy::Undo && !set.isUndone;
+  std::string key = canBeTakenBack ? "run" : "undo";
+  for (const auto& file : set.manifest.files) {
+    if (IsDatabase(file.part)) key += fmt::format("\n{} {}", NameOf(file.part), file.path);
+  }
+  return key;
 }
 
 std::optional<std::string> ReadText(const std::string& path) {
@@ -350,12 +362,13 @@ void BackupFolder::RemoveHalfSets() const {
 }
 
 void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
-  auto tooMany = static_cast<std::size_t>(std::ranges::count_if(sets, &Set::IsAutomatic));
-  tooMany -= std::min(tooMany, kKeptSets);
-  // The oldest come first.
+  std::map<std::string, std::size_t> counts;
+  std::unordered_set<std::string> old;
+  for (auto set = sets.rbegin(); set != sets.rend(); ++set) {
+    if (set->IsAutomatic() && ++counts[CountedWith(*set)] > kKeptSets) old.insert(set->name);
+  }
   std::erase_if(sets, [&](const Set& set) {
-    if (tooMany == 0 || !set.IsAutomatic()) return false;
-    --tooMany;
+    if (!old.contains(set.name)) return false;
     RemoveSet(set.name);
     return true;
   });

@@ -17,7 +17,8 @@
 namespace twqb::backup {
 
 inline constexpr const char* kBackupFolder = "backups";
-// Of sets that were made by themselves; those made by hand stay.
+// Of sets that were made by themselves, for each pair of databases: so many ahead of runs that can be taken back, and
+// so many others, those of undo and of what was taken back. Those made by hand stay.
 inline constexpr std::size_t kKeptSets = 10;
 
 struct PartFile {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "adapters/backup/BackupError.h"
+#include "adapters/system/FileIdentity.h"
 #include "adapters/terminal/EndSignals.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
@@ -283,8 +284,31 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   return ExitStatus::Done;
 }
 
-// The last run that wrote, of those that have not been taken back.
-Set LastRun(const backup::BackupFolder& folder) {
+// Whether the run was one on these two databases. A company file that is not there is none to ask for: QuickBooks had
+// one open that was picked in the run.
+bool IsOn(const Set& set, const std::vector<backup::PartFile>& parts) {
+  for (const auto part : {Part::Billing, Part::Company}) {
+    const auto own = std::ranges::find(parts, part, &backup::PartFile::part);
+    const auto* kept = set.Find(part);
+    std::error_code ignored;
+    const auto path = own == parts.end() ? std::string() : own->path;
+    const auto keptPath = kept == nullptr ? std::string() : ResolvedPath(kept->path);
+    const bool isPicked = part == Part::Company && !path.empty() && !fs::exists(path, ignored);
+    if (path != keptPath && !isPicked) return false;
+  }
+  return true;
+}
+
+std::string DatabasesOf(const Set& set) {
+  std::vector<std::string> paths;
+  for (const auto& file : set.manifest.files) {
+    if (backup::IsDatabase(file.part)) paths.push_back(file.path);
+  }
+  return Join(paths, " and ");
+}
+
+// The last run on the two databases of the workplace, of those that wrote and have not been taken back.
+Set LastRun(const backup::BackupFolder& folder, const Workplace& place) {
   auto sets = folder.Sets();
   std::erase_if(sets, [](const Set& set) {
     // A restore that was broken off is completed by now, with an end, or had put nothing back.
@@ -294,12 +318,18 @@ Set LastRun(const backup::BackupFolder& folder) {
   if (sets.empty()) {
     throw UsageError("There is nothing to take back: no transfer with a set before it is known in this folder.");
   }
-  return sets.back();
+  const auto parts = PartsOf(place);
+  const auto last = std::find_if(sets.rbegin(), sets.rend(), [&](const Set& set) { return IsOn(set, parts); });
+  if (last != sets.rend()) return *last;
+  throw UsageError(
+      fmt::format("There is nothing to take back of the files that are meant. The last run here, \"{}\" of {}, was on "
+                  "{}.\nName them with --billing and --company.",
+                  sets.back().manifest.before, sets.back().manifest.made, DatabasesOf(sets.back())));
 }
 
 ExitStatus Undo(const Options& options, bool json) {
   const auto place = WorkplaceOf(options);
-  const auto set = LastRun(BackupsOf(place));
+  const auto set = LastRun(BackupsOf(place), place);
   const auto label = fmt::format("undo {}", set.manifest.before);
   if (!set.end) {
     throw UsageError(
@@ -343,7 +373,8 @@ CommandSyntax BackupSyntax() {
                     {.name = "--json", .text = "Print each set as a JSON object", .target = &arguments->json}},
       .footer =
           "Sets stand in the folder backups. One is made before every run that writes both sides, and the last ten of\n"
-          "these are kept; those made by this command stay until they are removed by hand. See restore and undo.",
+          "these are kept for each pair of files; those made by this command stay until they are removed by hand. See\n"
+          "restore and undo.",
       .run = [arguments](const Options& options) { return Backup(options, *arguments); }};
 }
 

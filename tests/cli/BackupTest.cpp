@@ -276,6 +276,54 @@ TEST_F(Backups, Undo_takes_back_one_transfer_after_the_other) {
   ExpectNothingLeftBehind();
 }
 
+TEST_F(Backups, Undo_takes_back_as_many_runs_as_are_kept) {
+  std::vector<std::vector<std::string>> states;
+  for (int i = 0; i < 12; ++i) {
+    states.push_back(Bytes());
+    folder_.Write("new.csv", "ClientID\nNEW" + std::to_string(i) + "\n");
+    folder_.Done({"import", "clients", "new.csv", "--apply"});
+  }
+  for (int i = 11; i >= 2; --i) {
+    folder_.Done({"undo"});
+    EXPECT_EQ(Bytes(), states[static_cast<std::size_t>(i)]) << i;
+  }
+  EXPECT_THAT(folder_.Twqb({"undo"}).err, HasSubstr("There is nothing to take back"));
+}
+
+// One working folder for two firms.
+TEST_F(Backups, Of_another_firm_are_not_taken_back_unless_its_files_are_named_nor_pushed_out) {
+  fs::create_directory(folder_.Path() / "b");
+  for (const auto& name : kFiles) fs::copy(folder_.Path() / name, folder_.Path() / "b" / name);
+  const std::vector<std::string> other = {"--billing",  "Provider=SQLITE;Data Source=b/billing.db",
+                                          "--company",  "b/company.twq",
+                                          "--settings", "b/twqb.ini",
+                                          "--registry", "b/registry.ini"};
+  const auto undo = [&](bool ofOther) {
+    std::vector<std::string> words = {"undo"};
+    if (ofOther) words.insert(words.end(), other.begin(), other.end());
+    return folder_.Twqb(words);
+  };
+  const auto before = Bytes();
+  Send(other);
+  const auto refused = undo(false);
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("There is nothing to take back"), HasSubstr("b/billing.db and "),
+                                 HasSubstr("b/company.twq"), HasSubstr("--billing")));
+  EXPECT_EQ(undo(true).status, 0);
+
+  Send();
+  for (int i = 0; i < 12; ++i) {
+    folder_.Write("new.csv", "ClientID\nNEW" + std::to_string(i) + "\n");
+    std::vector<std::string> words = {"import", "clients", "new.csv", "--apply"};
+    words.insert(words.end(), other.begin(), other.end());
+    folder_.Done(words);
+  }
+  const auto theirs = Mark(folder_.Read("b/billing.db"));
+  EXPECT_EQ(undo(false).status, 0);
+  EXPECT_EQ(Bytes(), before);
+  EXPECT_EQ(Mark(folder_.Read("b/billing.db")), theirs);
+}
+
 TEST_F(Backups, Undo_refuses_after_a_change_in_QuickBooks_or_of_a_setting_and_says_where) {
   Send();
   folder_.Write("vendor.xml",
