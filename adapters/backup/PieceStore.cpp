@@ -52,6 +52,17 @@ bool ReadAt(const FileDescriptor& file, std::string& piece, std::uint64_t from) 
   return true;
 }
 
+// Whether the file has these bytes: one that was damaged since is written anew while they are at hand.
+bool Holds(const std::string& path, std::string_view bytes) {
+  const auto file = OpenForReading(path);
+  struct stat status = {};
+  if (!file || ::fstat(file.Get(), &status) != 0 || static_cast<std::uint64_t>(status.st_size) != bytes.size()) {
+    return false;
+  }
+  std::string held(bytes.size(), '\0');
+  return ReadAt(file, held, 0) && held == bytes;
+}
+
 bool SynchroniseFile(const std::string& path) {
   const FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
   return file && ::fsync(file.Get()) == 0;
@@ -127,9 +138,7 @@ Content PieceStore::Keep(const std::string& file, const std::function<bool()>& g
     if (!ReadAt(source, piece, from)) RaiseForFile(file, "read");
     const auto digest = Sha256Of(piece);
     digest.copy(content.pieces.data() + index * kDigestLength, kDigestLength);
-    std::error_code ignored;
-    const auto path = PathOf(digest);
-    if (fs::exists(path, ignored) && fs::file_size(path, ignored) == piece.size()) return;
+    if (Holds(PathOf(digest), piece)) return;
     const auto number = [&] {
       const std::lock_guard lock(mutex);
       return counter_++;

@@ -202,6 +202,23 @@ TEST_F(Backups, A_set_with_a_damaged_file_is_refused_and_nothing_is_changed) {
   ExpectNothingLeftBehind();
 }
 
+TEST_F(Backups, A_damaged_piece_is_written_anew_with_the_next_set_of_what_was_in_it) {
+  folder_.Done({"backup"});
+  for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "backups" / "pieces")) {
+    if (!entry.is_regular_file()) continue;
+    auto bytes = ReadWholeFile(entry.path().string());
+    bytes.front() = static_cast<char>(bytes.front() ^ 1);
+    WriteWholeFile(entry.path().string(), bytes);
+  }
+  // Nothing is known any more of files that were written anew with what they held.
+  const auto before = Bytes();
+  for (const auto& name : kFiles) folder_.Write(name, folder_.Read(name));
+  folder_.Done({"backup"});
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", Newest(), "--to", "out"});
+  for (std::size_t i = 0; i < kFiles.size(); ++i) EXPECT_EQ(Mark(folder_.Read("out/" + kFiles[i])), before[i]);
+}
+
 TEST_F(Backups, A_side_that_was_destroyed_or_is_gone_comes_back) {
   folder_.Done({"backup"});
   const auto set = Newest();
