@@ -272,6 +272,11 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   }
   PrintDifferences(options, differences, arguments.json);
   FlushOutput();
+  for (const auto& side : differences) {
+    if (!side.isFileAlone) continue;
+    Tell(fmt::format("No row of {} differs from the set, but the file does. It may be damaged where no row was read.",
+                     backup::CalledOf(side.part)));
+  }
   for (const auto& sentence : set.manifest.lacking) Tell(sentence);
   const auto question = fmt::format(
       "Do you want to put back the set {}?\r\n\r\nWhat is new or was changed since {} goes; what is gone comes back.",

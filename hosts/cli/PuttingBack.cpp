@@ -232,8 +232,10 @@ void PuttingBack::RemoveLaidReady() const {
 std::vector<SideDifferences> PuttingBack::Differences() {
   std::vector<SideDifferences> all;
   for (const auto& file : files_) {
-    static_cast<void>(Seen({.part = file.part, .path = file.path}));
-    all.push_back(DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string()));
+    const bool isLike = Seen({.part = file.part, .path = file.path}).IsLike(file);
+    auto found = DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string());
+    found.isFileAlone = !isLike && found.IsNone();
+    all.push_back(std::move(found));
   }
   return all;
 }

@@ -118,6 +118,40 @@ TEST_F(Restores, Of_a_transfer_see_views_tables_without_rows_and_comments_that_c
   EXPECT_THAT(folder_.OnTerminal({"undo"}, {.columns = 40}), AllOf(HasSubstr("GONE"), Not(HasSubstr("--wide"))));
 }
 
+TEST_F(Restores, Of_a_database_whose_file_differs_and_no_row_say_so_and_put_it_back) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto before = Bytes();
+  // A page of an index, which no count of rows reads.
+  const auto at = folder_.Scalar("SELECT rootpage FROM sqlite_schema WHERE type = 'index' AND tbl_name = 'TimeEntry'");
+  constexpr std::size_t kHalf = 2048;
+  auto bytes = folder_.Read("billing.db");
+  bytes.replace((std::stoul(at) - 1) * 2 * kHalf + kHalf, kHalf, kHalf, 'X');
+  folder_.Write("billing.db", bytes);
+  folder_.Write("no.txt", "default no\n");
+  const auto asked = folder_.Twqb({"restore", "--answers", "no.txt"});
+  EXPECT_EQ(asked.status, 1);
+  EXPECT_THAT(asked.out, testing::ContainsRegex("billing +no row, but the file +- +-"));
+  EXPECT_THAT(asked.err, HasSubstr("No row of BillingDb differs from the set, but the file does."));
+  const auto lines = folder_.Twqb({"restore", "--json", "--answers", "no.txt"}).out;
+  EXPECT_THAT(lines, HasSubstr("{\"where\":\"billing\",\"what\":\"no row, but the file\",\"then\":null"));
+  folder_.Done({"restore", "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), before);
+  EXPECT_THAT(folder_.Twqb({"restore", set, "--answers", "yes.txt"}).err, Not(HasSubstr("differs from the set")));
+}
+
+TEST_F(Restores, Count_each_table_of_BillingDb_as_one_whatever_its_columns_are_called) {
+  Sql("CREATE TABLE Somebody (Was TEXT, kind TEXT); INSERT INTO Somebody VALUES ('a', 'Client'), ('b', 'Client')");
+  Sql("CREATE TABLE Widened (Was TEXT); INSERT INTO Widened VALUES ('c')");
+  folder_.Done({"backup"});
+  Sql("DELETE FROM Client; DELETE FROM Somebody; ALTER TABLE Widened ADD COLUMN kind TEXT");
+  folder_.Write("no.txt", "default no\n");
+  const auto asked = folder_.Twqb({"restore", "--answers", "no.txt"});
+  EXPECT_THAT(asked.out, AllOf(testing::ContainsRegex("billing +Client +2 +0 +0 +0 +2\n"),
+                               testing::ContainsRegex("billing +Somebody +2 +0 +0 +0 +2\n"),
+                               testing::ContainsRegex("billing +Widened +1 +1 +0 +1 +0\n")));
+}
+
 TEST_F(Restores, Into_a_folder_say_so_when_the_set_has_nothing_of_the_part) {
   fs::remove(folder_.Path() / "company.twq");
   folder_.Done({"backup"});
