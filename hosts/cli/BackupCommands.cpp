@@ -112,7 +112,11 @@ ExitStatus List(const Options& options, const BackupArguments& arguments) {
 }
 
 ExitStatus Backup(const Options& options, const BackupArguments& arguments) {
-  if (arguments.list) return List(options, arguments);
+  if (arguments.list) {
+    if (const auto reason = WhyNotCompleted(options)) Tell(*reason);
+    return List(options, arguments);
+  }
+  CompleteRestore(options);
   const auto place = WorkplaceOf(options);
   CheckBilling(place);
   const EndSignals signals;
@@ -255,9 +259,14 @@ void PrintDone(const std::string& what, const Set& set, const std::string& kept,
 
 ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   const auto only = PartOf(arguments.only);
+  const auto brokenOff = WhyNotCompleted(options);
+  const bool isInItsPlace = !arguments.set.empty() && !only;
+  if (brokenOff && arguments.to.empty() && !isInItsPlace) throw UsageError(*brokenOff);
+  if (brokenOff) Tell(*brokenOff);
   const auto place = WorkplaceOf(options);
   const auto set = FindSet(BackupsOf(place), arguments.set);
   if (!arguments.to.empty()) return CopyOut(BackupsOf(place), set, only, arguments);
+  if (brokenOff) RequireInPlaceOfBrokenOff(set);
   PuttingBack putting(options, set, only);
   const auto differences = putting.Differences();
   const auto label = fmt::format("restore {}", set.name);
@@ -380,7 +389,8 @@ CommandSyntax BackupSyntax() {
           "Sets stand in the folder backups. One is made before every run that writes both sides, and the last ten of\n"
           "these are kept for each pair of files; those made by this command stay until they are removed by hand. See\n"
           "restore and undo.",
-      .run = [arguments](const Options& options) { return Backup(options, *arguments); }};
+      .run = [arguments](const Options& options) { return Backup(options, *arguments); },
+      .restore = BrokenOffRestore::LeftToCommand};
 }
 
 CommandSyntax RestoreSyntax() {
@@ -401,7 +411,8 @@ CommandSyntax RestoreSyntax() {
       .footer =
           "How everything was before is kept as a set, too. A restore that is broken off is completed by the next run\n"
           "of twqb in the folder.\n\nExamples:\n  twqb restore\n  twqb restore 2026-11-22-1430 --only billing",
-      .run = [arguments](const Options& options) { return Restore(options, *arguments); }};
+      .run = [arguments](const Options& options) { return Restore(options, *arguments); },
+      .restore = BrokenOffRestore::LeftToCommand};
 }
 
 CommandSyntax UndoSyntax() {

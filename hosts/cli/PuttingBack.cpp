@@ -319,33 +319,81 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   return before.Name();
 }
 
-void CompleteRestore(const Options& options) {
+namespace {
+
+void Complete(const Options& options, const std::string& folder) {
+  const auto begun = backup::ReadRestoreJournal(folder);
+  if (!begun) return;
+  // It is near its end, and what comes next looks at them.
+  const EndSignals signals;
+  std::vector<std::string> files;
+  std::optional<company::FileLock> session;
+  for (const auto& step : begun->steps) {
+    if (backup::IsDatabase(step.file.part)) files.push_back(step.file.path);
+  }
+  const TransferLock held(files, options);
+  // Whoever held them may have come to the end of it.
+  auto journal = backup::ReadRestoreJournal(folder);
+  if (!journal) return;
+  for (const auto& step : journal->steps) {
+    if (step.file.part == Part::Company) session = TakeCompany(step.file.path);
+  }
+  KeepChanges(options, folder, *journal);
+  CarryOut(options, folder, *journal);
+  Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
+}
+
+std::optional<backup::RestoreJournal> ReadableJournal(const std::string& folder) {
+  try {
+    return backup::ReadRestoreJournal(folder);
+  } catch (const BackupError&) {
+    return std::nullopt;
+  }
+}
+
+// What a user needs who has to do without its completion.
+std::string WhyNot(const std::string& folder, std::string_view reason) {
+  auto text = fmt::format(
+      "A run was broken off while it put files back, and that can't be completed now.\n{}\nWhat has to be done stands "
+      "in {}/restore.json.",
+      reason, backup::kBackupFolder);
+  if (const auto journal = ReadableJournal(folder)) {
+    if (!journal->kept.empty()) text += fmt::format(" How the files were before it is the set {}.", journal->kept);
+    for (const auto& set : journal->changes) text += fmt::format(" What has changed since is in the set {}.", set);
+  }
+  return text +
+         "\nMake it possible, and start anything again; or put a whole set in the place of all of it, with \"twqb "
+         "restore SET\". \"twqb backup --list\" and \"twqb restore SET --to DIR\" run meanwhile.";
+}
+
+}  // namespace
+
+std::optional<std::string> WhyNotCompleted(const Options& options) {
   std::error_code failure;
   const auto folder = fs::current_path(failure).string();
-  if (failure) return;
+  if (failure) return std::nullopt;
   try {
-    const auto begun = backup::ReadRestoreJournal(folder);
-    if (!begun) return;
-    // It is near its end, and what comes next looks at them.
-    const EndSignals signals;
-    std::vector<std::string> files;
-    std::optional<company::FileLock> session;
-    for (const auto& step : begun->steps) {
-      if (backup::IsDatabase(step.file.part)) files.push_back(step.file.path);
-    }
-    const TransferLock held(files, options);
-    // Whoever held them may have come to the end of it.
-    auto journal = backup::ReadRestoreJournal(folder);
-    if (!journal) return;
-    for (const auto& step : journal->steps) {
-      if (step.file.part == Part::Company) session = TakeCompany(step.file.path);
-    }
-    KeepChanges(options, folder, *journal);
-    CarryOut(options, folder, *journal);
-    Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
+    Complete(options, folder);
+    return std::nullopt;
   } catch (const BackupError& reason) {
-    throw UsageError(fmt::format("A run was broken off while it put files back, and that can't be completed now.\n{}",
-                                 reason.what()));
+    return WhyNot(folder, reason.what());
+  }
+}
+
+void CompleteRestore(const Options& options) {
+  if (const auto reason = WhyNotCompleted(options)) throw UsageError(*reason);
+}
+
+void RequireInPlaceOfBrokenOff(const backup::Set& set) {
+  const auto journal = ReadableJournal(fs::current_path().string());
+  if (!journal) return;
+  const auto files = Chosen(set, std::nullopt);
+  for (const auto& step : journal->steps) {
+    if (std::ranges::find(files, step.file.path, &KeptFile::path) != files.end()) continue;
+    throw UsageError(
+        fmt::format("The set {} does not have {}, which was being put back when a run was broken off. Name a set that "
+                    "has all of its files.",
+                    set.name, step.file.path));
   }
 }
 

@@ -65,5 +65,10 @@ class PuttingBack {
 // Completes a restore that a killed run has left in the current folder, ahead of anything else there. Raises UsageError
 // when it can't be done, and HeldByOther while it is at work.
 void CompleteRestore(const Options& options);
+// The same for who goes on all the same: why it can't be done, and what to do then.
+[[nodiscard]] std::optional<std::string> WhyNotCompleted(const Options& options);
+// Raises UsageError for a set that does not have all the files of such a restore: they would stay put back in part when
+// this set is put back in its place.
+void RequireInPlaceOfBrokenOff(const backup::Set& set);
 
 }  // namespace twqb::cli

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <nlohmann/json.hpp>
+
 #include "LockedFile.h"
 #include "Program.h"
 #include "platform/Text.h"
@@ -299,6 +301,45 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_once_however_often_it_is_tried) 
   folder_.Done({"status"});
   EXPECT_EQ(SetsByHand(), 1U);
   EXPECT_EQ(Now(), before_);
+}
+
+TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_copied_and_put_in_its_place) {
+  BreakOffBetweenTheSides();
+  for (const auto& name : folder_.Names()) {
+    if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
+  }
+  const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
+  const auto digest = manifest.at("files").at(1).at("pieces").get<std::string>();
+  folder_.Write("backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2), "nothing of it");
+  const auto kept = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
+
+  for (const auto& words : std::vector<std::vector<std::string>>{
+           {"status"}, {"backup"}, {"undo"}, {"restore"}, {"restore", kept, "--only", "billing"}}) {
+    const auto refused = folder_.Twqb(words);
+    EXPECT_EQ(refused.status, 2) << words.front();
+    EXPECT_THAT(refused.err,
+                testing::AllOf(testing::HasSubstr("can't be completed now"), testing::HasSubstr("is damaged"),
+                               testing::HasSubstr("backups/restore.json"), testing::HasSubstr("the set " + kept),
+                               testing::HasSubstr("twqb restore SET")));
+  }
+  EXPECT_THAT(folder_.Done({"backup", "--list"}), testing::HasSubstr(kept));
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", kept, "--to", "out"});
+  EXPECT_EQ(fmt::format("company.twq {:016x}", HashOf(folder_.Read("out/company.twq"))), after_[1]);
+
+  EXPECT_EQ(folder_.Twqb({"restore", set_, "--answers", "yes.txt"}).status, 2);
+  EXPECT_TRUE(fs::exists(folder_.Path() / "backups" / "restore.json"));
+  folder_.Done({"restore", kept, "--answers", "yes.txt"});
+  EXPECT_EQ(Now(), after_);
+  EXPECT_THAT(folder_.Twqb({"status"}).err, testing::Not(testing::HasSubstr("broken off")));
+}
+
+TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {
+  folder_.Write("backups/restore.json", "{");
+  EXPECT_EQ(folder_.Twqb({"status"}).status, 2);
+  folder_.Done({"restore", set_, "--answers", "yes.txt"});
+  EXPECT_EQ(Now(), before_);
+  folder_.Done({"status"});
 }
 
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_says_what_to_do) {
