@@ -21,6 +21,7 @@
 #include "adapters/storage/StillDatabase.h"
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
+#include "platform/Text.h"
 
 namespace twqb::backup {
 
@@ -284,6 +285,10 @@ KeptFile BackupFolder::Keep(const PartFile& file, const std::vector<Set>& sets) 
   std::error_code ignored;
   kept.isThere = fs::exists(file.path, ignored);
   if (!kept.isThere) return kept;
+  // A manifest could not tell it, and another file would be put back.
+  if (!IsUtf8(PathFrom(file.path, folder_))) {
+    throw BackupError(fmt::format("{} can't be kept: its name is not UTF-8. Give it another one.", file.path));
+  }
   if (!IsDatabase(file.part)) {
     kept.content = pieces_.Keep(file.path, goOn_);
     return kept;

@@ -124,6 +124,24 @@ TEST_F(Backups, A_run_whose_set_can_t_be_made_changes_nothing_and_says_what_to_d
   EXPECT_EQ(Linked(), "2");
 }
 
+TEST_F(Backups, Of_a_file_whose_name_is_not_UTF_8_are_not_made) {
+  const std::string company = "firm\xff.twq";
+  fs::rename(folder_.Path() / "company.twq", folder_.Path() / company);
+  const auto before = Mark(folder_.Read(company));
+  for (const auto& words :
+       std::vector<std::vector<std::string>>{{"backup"}, {"send", "clients", "--answers", "yes.txt"}}) {
+    auto all = words;
+    all.insert(all.end(), {"--company", company});
+    const auto refused = folder_.Twqb(all);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("its name is not UTF-8"));
+  }
+  EXPECT_EQ(Mark(folder_.Read(company)), before);
+  EXPECT_THAT(Sets(), IsEmpty());
+  Send({"--company", company, "--no-backup"});
+  EXPECT_EQ(Linked(), "2");
+}
+
 TEST_F(Backups, A_disk_that_takes_no_more_stops_the_run_before_anything_is_written) {
   const auto before = Bytes();
   // No file may become larger than a few blocks.
