@@ -1,6 +1,8 @@
 #include "adapters/backup/RestoreJournal.h"
 
+#include <fcntl.h>
 #include <fmt/core.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -29,24 +31,37 @@ void Remove(const std::string& path) {
 // Under which it is written; a process that dies leaves half a file by it.
 std::string UnfinishedName(const std::string& target) { return StagedName(target) + ".new"; }
 
-void GiveRights(const std::string& from, const std::string& to) {
-  std::error_code failure;
-  const auto status = fs::status(from, failure);
-  if (!failure && fs::exists(status)) fs::permissions(to, status.permissions(), failure);
+// A group that is another one gets no more than everybody has.
+Ownership GiveRights(const std::string& of, const std::string& path) {
+  struct stat was = {};
+  if (::stat(of.c_str(), &was) != 0) return Ownership::AsItWas;
+  const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+  if (!file) return Ownership::Other;
+  constexpr mode_t kRights = 0777;
+  constexpr mode_t kGroup = 0070;
+  constexpr mode_t kOthers = 0007;
+  constexpr int kOthersToGroup = 3;
+  const bool isGroup = ::fchown(file.Get(), static_cast<uid_t>(-1), was.st_gid) == 0;
+  auto rights = static_cast<mode_t>(was.st_mode & kRights);
+  if (!isGroup) rights = (rights & ~kGroup) | (rights & kGroup & (rights & kOthers) << kOthersToGroup);
+  static_cast<void>(::fchmod(file.Get(), rights));
+  const bool isOwner = ::fchown(file.Get(), was.st_uid, static_cast<gid_t>(-1)) == 0;
+  return isGroup && isOwner ? Ownership::AsItWas : Ownership::Other;
 }
 
-void CarryOut(BackupFolder& folder, const KeptFile& file) {
+Ownership CarryOut(BackupFolder& folder, const KeptFile& file) {
   if (!file.isThere) {
     Remove(file.path);
     SynchroniseFolderOf(file.path);
-    return;
+    return Ownership::AsItWas;
   }
+  auto ownership = Ownership::AsItWas;
   std::error_code failure;
   const auto staged = StagedName(file.path);
   if (!fs::exists(staged, failure)) {
     if (failure) RaiseForFile(staged, "read", failure.value());
-    if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return;  // it is in place
-    LayReady(folder, file);
+    if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return ownership;  // it is in place
+    ownership = LayReady(folder, file);
   }
   if (IsDatabase(file.part)) {
     RequireReplaceable(file.path);
@@ -55,6 +70,7 @@ void CarryOut(BackupFolder& folder, const KeptFile& file) {
   fs::rename(staged, file.path, failure);
   if (failure) RaiseForFile(file.path, "replaced", failure.value());
   SynchroniseFolderOf(file.path);
+  return ownership;
 }
 
 using Json = nlohmann::ordered_json;
@@ -86,11 +102,11 @@ void RequireReplaceable(const std::string& database) {
 
 std::string StagedName(const std::string& target) { return target + ".restoring"; }
 
-void LayReady(const BackupFolder& folder, const KeptFile& file) {
+Ownership LayReady(const BackupFolder& folder, const KeptFile& file) {
   RemoveStaged(file.path);
   const auto unfinished = UnfinishedName(file.path);
   folder.WriteTo(file, unfinished);
-  GiveRights(file.path, unfinished);
+  const auto ownership = GiveRights(file.path, unfinished);
   std::error_code failure;
   fs::rename(unfinished, StagedName(file.path), failure);
   if (failure) {
@@ -98,6 +114,7 @@ void LayReady(const BackupFolder& folder, const KeptFile& file) {
     RaiseForFile(StagedName(file.path), "made", failure.value());
   }
   SynchroniseFolderOf(file.path);
+  return ownership;
 }
 
 void RemoveStaged(const std::string& target) {
@@ -165,9 +182,13 @@ std::vector<Change> ChangedSinceItBegan(const std::string& folder, const Restore
   return all;
 }
 
-void CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
+std::vector<std::string> CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
-  for (const auto& step : journal.steps) CarryOut(backups, step.file);
+  std::vector<std::string> others;
+  for (const auto& step : journal.steps) {
+    if (CarryOut(backups, step.file) == Ownership::Other) others.push_back(step.file.path);
+  }
+  return others;
 }
 
 void EndRestore(const std::string& folder, const RestoreJournal& journal) {

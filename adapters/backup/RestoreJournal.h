@@ -19,8 +19,11 @@ namespace twqb::backup {
 
 // Where the new file stands until it takes the place of `target`.
 [[nodiscard]] std::string StagedName(const std::string& target);
-// Writes the new file there, with the rights of the one that it is to replace. Raises BackupError, and leaves nothing.
-void LayReady(const BackupFolder& folder, const KeptFile& file);
+// Whether a new file has the owner and the group of the one that it replaces.
+enum class Ownership : std::uint8_t { AsItWas, Other };
+// Writes the new file there, with the rights of the one that it is to replace, and with its owner and its group as far
+// as this user may give them. Raises BackupError, and leaves nothing.
+[[nodiscard]] Ownership LayReady(const BackupFolder& folder, const KeptFile& file);
 // Removes such a file, of a run that died before it began, or while it wrote it. Never fails.
 void RemoveStaged(const std::string& target);
 // Has nothing stand beside a database that is about to be replaced. Raises BackupError while somebody writes to it.
@@ -53,9 +56,9 @@ struct Change {
 };
 // What somebody has changed since it began and no set has yet, to be asked ahead of completing it. Raises BackupError.
 [[nodiscard]] std::vector<Change> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal);
-// As often as it takes: what is in place stays as it is. Raises BackupError when a step can't be done; the journal
-// stays in any case.
-void CarryOutRestore(const std::string& folder, const RestoreJournal& journal);
+// As often as it takes: what is in place stays as it is. The files that it laid ready itself, and that have another
+// owner or group now. Raises BackupError when a step can't be done; the journal stays in any case.
+[[nodiscard]] std::vector<std::string> CarryOutRestore(const std::string& folder, const RestoreJournal& journal);
 // There is nothing left to do. Raises BackupError.
 void EndRestore(const std::string& folder, const RestoreJournal& journal);
 

@@ -136,9 +136,18 @@ void NoteCompleted(const Options& options, const std::string& folder, const back
   }
 }
 
+void TellOthers(const std::vector<std::string>& files) {
+  for (const auto& file : files) {
+    Tell(fmt::format(
+        "{} has another owner or group than before: this user can't give it those that it had, and its rights "
+        "may shut others out.",
+        file));
+  }
+}
+
 // Each step of the journal, then what undo must know, then that it is done: whatever is broken off is done again.
 void CarryOut(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
-  backup::CarryOutRestore(folder, journal);
+  TellOthers(backup::CarryOutRestore(folder, journal));
   NoteCompleted(options, folder, journal);
   // Ahead of the end: nobody else would come to know of them.
   for (const auto& set : journal.changes) {
@@ -169,18 +178,19 @@ PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<
     if (backup::IsDatabase(part.part)) paths.push_back(part.path);
   }
   held_.emplace(paths, options_);
-  HoldCompany();
+  // Refused ahead of the question; but while that waits, who only reads goes on.
+  static_cast<void>(TakeSession());
   TakeUpLogs();
   LayReady();
 }
 
 PuttingBack::~PuttingBack() { RemoveLaidReady(); }
 
-void PuttingBack::HoldCompany() {
+std::optional<company::FileLock> PuttingBack::TakeSession() const {
   const auto company = std::ranges::find(files_, Part::Company, &KeptFile::part);
-  if (company == files_.end()) return;
+  if (company == files_.end()) return std::nullopt;
   try {
-    session_ = TakeCompany(company->path);
+    return TakeCompany(company->path);
   } catch (const BackupError& failure) {
     throw UsageError(fmt::format("Nothing has been put back. {}", failure.what()));
   }
@@ -213,7 +223,7 @@ void PuttingBack::LayReady() {
   try {
     for (const auto& file : files_) {
       if (!file.isThere) continue;
-      backup::LayReady(folder_, file);
+      if (backup::LayReady(folder_, file) == backup::Ownership::Other) others_.push_back(file.path);
     }
   } catch (const backup::BackupEnded&) {
     RemoveLaidReady();
@@ -292,6 +302,7 @@ std::vector<backup::RestoreStep> PuttingBack::Steps() {
 std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   auto options = options_;
   options.label = what;
+  const auto session = TakeSession();
   RequireAlone();
   RunBackup before(place_, options, PartsWith(place_, files_), by);
   backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
@@ -316,6 +327,7 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
                     "next in this folder puts back the rest.",
                     set_.name, failure.what()));
   }
+  TellOthers(others_);
   return before.Name();
 }
 

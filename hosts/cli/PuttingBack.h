@@ -44,7 +44,7 @@ class PuttingBack {
  private:
   [[nodiscard]] backup::KeptFile Seen(const backup::PartFile& file);
   [[nodiscard]] backup::KeptFile Now(const backup::PartFile& file);
-  void HoldCompany();
+  [[nodiscard]] std::optional<company::FileLock> TakeSession() const;
   void TakeUpLogs() const;
   void LayReady();
   void RequireAlone() const;
@@ -57,8 +57,8 @@ class PuttingBack {
   std::vector<backup::KeptFile> files_;
   EndSignals signals_;
   std::optional<TransferLock> held_;
-  std::optional<company::FileLock> session_;
   backup::BackupFolder folder_;
+  std::vector<std::string> others_;     // files that have another owner when they are put back
   std::vector<backup::KeptFile> seen_;  // how the files were when their differences were first looked for
 };
 
