@@ -59,8 +59,15 @@ bool Holds(const std::string& path, std::string_view bytes) {
   if (!file || ::fstat(file.Get(), &status) != 0 || static_cast<std::uint64_t>(status.st_size) != bytes.size()) {
     return false;
   }
-  std::string held(bytes.size(), '\0');
-  return ReadAt(file, held, 0) && held == bytes;
+  // A little at a time: the memory for a piece would cost more than what is done with it.
+  std::array<char, std::size_t{16}* 1024> held = {};
+  while (!bytes.empty()) {
+    const auto count = ::read(file.Get(), held.data(), std::min(held.size(), bytes.size()));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0 || !bytes.starts_with(std::string_view(held.data(), static_cast<std::size_t>(count)))) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
 }
 
 bool SynchroniseFile(const std::string& path) {
