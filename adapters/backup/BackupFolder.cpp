@@ -6,9 +6,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <system_error>
 #include <unordered_set>
 #include <utility>
@@ -19,6 +21,7 @@
 #include "adapters/storage/StillDatabase.h"
 #include "adapters/system/FileDescriptor.h"
 #include "adapters/system/FileReplacement.h"
+#include "platform/Text.h"
 
 namespace twqb::backup {
 
@@ -34,15 +37,49 @@ constexpr const char* kLock = "lock";
 constexpr const char* kCopy = "copy";
 constexpr mode_t kOwnersAlone = 0600;
 
-// A name of Make's: nothing else in the folder is this program's to remove.
+constexpr std::size_t kStampLength = 17;
+
+// A name of Make's, and whole: what has another one is not this program's to remove, nor what stands in such a folder
+// beside the files of a set.
 bool IsSetName(std::string_view name) {
   constexpr std::string_view kForm = "0000-00-00-000000";
-  if (name.size() < kForm.size()) return false;
-  for (std::size_t i = 0; i < kForm.size(); ++i) {
-    const bool isDigit = name[i] >= '0' && name[i] <= '9';
-    if (kForm[i] == '0' ? !isDigit : name[i] != kForm[i]) return false;
+  static_assert(kForm.size() == kStampLength);
+  constexpr std::size_t kNumberLength = 4;  // at least
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  if (name.size() < kStampLength) return false;
+  for (std::size_t i = 0; i < kStampLength; ++i) {
+    if (kForm[i] == '0' ? !isDigit(name[i]) : name[i] != kForm[i]) return false;
   }
-  return true;
+  const auto rest = name.substr(kStampLength);
+  return rest.empty() ||
+         (rest.size() > kNumberLength && rest.front() == '.' && std::ranges::all_of(rest.substr(1), isDigit));
+}
+
+// A file of a set, or one that was about to replace it.
+bool IsOfSet(std::string_view name) {
+  return std::ranges::any_of(std::array{kManifest, kEnd, kUndone}, [&](std::string_view own) {
+    return name == own || (name.starts_with(own) && name.substr(own.size()).starts_with('.') && name.ends_with(".tmp"));
+  });
+}
+
+// What the name of a set would be, had nobody given it another.
+std::string StampOf(const Set& set) {
+  if (!set.isNamed) return set.name;
+  auto stamp = set.manifest.made.substr(0, kStampLength + 2);
+  std::ranges::replace(stamp, 'T', '-');
+  std::erase(stamp, ':');
+  return stamp;
+}
+
+// What counts together: runs on one pair of databases. What can't be taken back any more, and what an undo has made,
+// must not push out what still can.
+std::string CountedWith(const Set& set) {
+  const bool canBeTakenBack = set.manifest.by != MadeBy::Undo && !set.isUndone;
+  std::string key = canBeTakenBack ? "run" : "undo";
+  for (const auto& file : set.manifest.files) {
+    if (IsDatabase(file.part)) key += fmt::format("\n{} {}", NameOf(file.part), file.path);
+  }
+  return key;
 }
 
 std::optional<std::string> ReadText(const std::string& path) {
@@ -105,17 +142,16 @@ std::vector<Set> BackupFolder::Sets() const {
   std::error_code failure;
   for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
     const auto name = entry.path().filename().string();
-    if (!IsSetName(name)) continue;
     const auto text = ReadText((entry.path() / kManifest).string());
     auto manifest = text ? ManifestFrom(*text, folder_) : std::nullopt;
     if (!manifest) continue;
-    Set set{.name = name, .manifest = std::move(*manifest)};
+    Set set{.name = name, .manifest = std::move(*manifest), .isNamed = !IsSetName(name)};
     if (const auto end = ReadText((entry.path() / kEnd).string())) set.end = EndNoteFrom(*end, folder_);
     std::error_code ignored;
     set.isUndone = fs::exists(entry.path() / kUndone, ignored);
     sets.push_back(std::move(set));
   }
-  std::ranges::sort(sets, {}, &Set::name);
+  std::ranges::sort(sets, {}, [](const Set& set) { return std::pair(StampOf(set), set.name); });
   return sets;
 }
 
@@ -127,7 +163,8 @@ std::vector<std::string> BackupFolder::UnreadableSets() const {
   return names;
 }
 
-Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp) {
+Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp,
+                       const std::vector<KeptFile>& known) {
   MakeFolder(fmt::format("{}/{}", folder_, kBackupFolder));
   const Hold hold(Path(kLock));
   RemoveHalfSets();
@@ -136,7 +173,11 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
   if (manifest.by == MadeBy::Transfer) RemoveOldSets(sets);
   Set set{.name = FreeName(stamp), .manifest = manifest};
   try {
-    for (const auto& file : files) set.manifest.files.push_back(Keep(file, sets));
+    for (const auto& file : files) {
+      const auto told = std::ranges::find(known, file.part, &KeptFile::part);
+      if (told != known.end()) pieces_.Read(told->content, [](std::string_view) {});
+      set.manifest.files.push_back(told != known.end() ? *told : Keep(file, sets));
+    }
     pieces_.Settle();
     MakeFolder(Path(set.name));
     WriteManifest(set);
@@ -244,6 +285,10 @@ KeptFile BackupFolder::Keep(const PartFile& file, const std::vector<Set>& sets) 
   std::error_code ignored;
   kept.isThere = fs::exists(file.path, ignored);
   if (!kept.isThere) return kept;
+  // A manifest could not tell it, and another file would be put back.
+  if (!IsUtf8(PathFrom(file.path, folder_))) {
+    throw BackupError(fmt::format("{} can't be kept: its name is not UTF-8. Give it another one.", file.path));
+  }
   if (!IsDatabase(file.part)) {
     kept.content = pieces_.Keep(file.path, goOn_);
     return kept;
@@ -276,11 +321,11 @@ KeptFile BackupFolder::Keep(const PartFile& file, const std::vector<Set>& sets) 
 
 // Behind all that are there, those that can't be read, too.
 std::string BackupFolder::FreeName(std::string_view stamp) const {
-  const auto names = SetFolders(Whole::Yes);
+  auto names = SetFolders(Whole::Yes);
+  std::erase_if(names, [](const std::string& name) { return !IsSetName(name); });
   const auto newest = std::ranges::max_element(names);
   if (newest == names.end() || *newest < stamp) return std::string(stamp);
   // The clock was put back, or it is still the same second.
-  constexpr std::size_t kStampLength = 17;
   const auto rest = newest->size() > kStampLength ? std::strtoul(newest->c_str() + kStampLength + 1, nullptr, 10) : 1UL;
   return fmt::format("{}.{:04}", newest->substr(0, kStampLength), rest + 1);
 }
@@ -293,11 +338,16 @@ void BackupFolder::WriteManifest(const Set& set) const {
   Write(Path(set.name) + "/" + kManifest, TextOf(set.manifest, folder_));
 }
 
-// The manifest first: without it there is no set.
+// The manifest first: without it there is no set. What somebody has put beside it stays, and so does its folder then.
 void BackupFolder::RemoveSet(const std::string& name) const {
   std::error_code ignored;
   fs::remove(Path(name) + "/" + kManifest, ignored);
-  fs::remove_all(Path(name), ignored);
+  std::vector<fs::path> own;
+  for (const auto& entry : fs::directory_iterator(Path(name), ignored)) {
+    if (IsOfSet(entry.path().filename().string())) own.push_back(entry.path());
+  }
+  for (const auto& file : own) fs::remove(file, ignored);
+  fs::remove(Path(name), ignored);
 }
 
 std::vector<std::string> BackupFolder::SetFolders(Whole whole) const {
@@ -306,8 +356,8 @@ std::vector<std::string> BackupFolder::SetFolders(Whole whole) const {
   for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
     std::error_code ignored;
     const auto name = entry.path().filename().string();
-    if (IsSetName(name) && fs::exists(entry.path() / kManifest, ignored) == (whole == Whole::Yes))
-      names.push_back(name);
+    const bool isWhole = fs::exists(entry.path() / kManifest, ignored);
+    if (whole == Whole::Yes ? isWhole : !isWhole && IsSetName(name)) names.push_back(name);
   }
   return names;
 }
@@ -317,12 +367,13 @@ void BackupFolder::RemoveHalfSets() const {
 }
 
 void BackupFolder::RemoveOldSets(std::vector<Set>& sets) const {
-  auto tooMany = static_cast<std::size_t>(std::ranges::count_if(sets, &Set::IsAutomatic));
-  tooMany -= std::min(tooMany, kKeptSets);
-  // The oldest come first.
+  std::map<std::string, std::size_t> counts;
+  std::unordered_set<std::string> old;
+  for (auto set = sets.rbegin(); set != sets.rend(); ++set) {
+    if (set->IsAutomatic() && ++counts[CountedWith(*set)] > kKeptSets) old.insert(set->name);
+  }
   std::erase_if(sets, [&](const Set& set) {
-    if (tooMany == 0 || !set.IsAutomatic()) return false;
-    --tooMany;
+    if (!old.contains(set.name)) return false;
     RemoveSet(set.name);
     return true;
   });

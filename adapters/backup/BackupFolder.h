@@ -1,7 +1,8 @@
 // The folder of the backups: sets that are made whole or not at all, and go again when there are too many.
 //
 // Stands in the working folder, as the log does. A set is a folder of its own with a manifest; one without is half and
-// is cleared up. Databases are copied as one state, whoever has them open. It puts nothing back (RestoreJournal.h).
+// is cleared up. One that somebody has copied or given another name stays, and so does whatever else stands there.
+// Databases are copied as one state, whoever has them open. It puts nothing back (RestoreJournal.h).
 #pragma once
 
 #include <functional>
@@ -16,7 +17,8 @@
 namespace twqb::backup {
 
 inline constexpr const char* kBackupFolder = "backups";
-// Of sets that were made by themselves; those made by hand stay.
+// Of sets that were made by themselves, for each pair of databases: so many ahead of runs that can be taken back, and
+// so many others, those of undo and of what was taken back. Those made by hand stay.
 inline constexpr std::size_t kKeptSets = 10;
 
 struct PartFile {
@@ -38,9 +40,11 @@ class BackupFolder {
   // Names of those whose manifest can't be read. While there is one, no piece of any set goes.
   [[nodiscard]] std::vector<std::string> UnreadableSets() const;
 
-  // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there.
+  // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there. Of
+  // the parts in `known` it has what is told there, whose pieces must be in the folder, and not what the file is now.
   // Raises BackupError, and leaves nothing behind.
-  [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp);
+  [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp,
+                         const std::vector<KeptFile>& known = {});
   // A file that turns out to belong to a set, too. Raises likewise.
   void Add(Set& set, const PartFile& file);
   // Notes how the files are now, when what the set was made before has ended. A set whose files are all as they were

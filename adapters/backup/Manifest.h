@@ -65,8 +65,10 @@ struct Set {
   Manifest manifest;
   std::optional<EndNote> end = {};
   bool isUndone = false;
+  bool isNamed = false;  // by somebody: a set that was copied, or given another name
 
-  [[nodiscard]] bool IsAutomatic() const { return manifest.by != MadeBy::Hand; }
+  // It was made by itself, and goes so.
+  [[nodiscard]] bool IsAutomatic() const { return manifest.by != MadeBy::Hand && !isNamed; }
   [[nodiscard]] const KeptFile* Find(Part part) const;
 };
 

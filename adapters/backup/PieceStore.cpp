@@ -52,6 +52,24 @@ bool ReadAt(const FileDescriptor& file, std::string& piece, std::uint64_t from) 
   return true;
 }
 
+// Whether the file has these bytes: one that was damaged since is written anew while they are at hand.
+bool Holds(const std::string& path, std::string_view bytes) {
+  const auto file = OpenForReading(path);
+  struct stat status = {};
+  if (!file || ::fstat(file.Get(), &status) != 0 || static_cast<std::uint64_t>(status.st_size) != bytes.size()) {
+    return false;
+  }
+  // A little at a time: the memory for a piece would cost more than what is done with it.
+  std::array<char, std::size_t{16}* 1024> held = {};
+  while (!bytes.empty()) {
+    const auto count = ::read(file.Get(), held.data(), std::min(held.size(), bytes.size()));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0 || !bytes.starts_with(std::string_view(held.data(), static_cast<std::size_t>(count)))) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
 bool SynchroniseFile(const std::string& path) {
   const FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC));
   return file && ::fsync(file.Get()) == 0;
@@ -127,9 +145,7 @@ Content PieceStore::Keep(const std::string& file, const std::function<bool()>& g
     if (!ReadAt(source, piece, from)) RaiseForFile(file, "read");
     const auto digest = Sha256Of(piece);
     digest.copy(content.pieces.data() + index * kDigestLength, kDigestLength);
-    std::error_code ignored;
-    const auto path = PathOf(digest);
-    if (fs::exists(path, ignored) && fs::file_size(path, ignored) == piece.size()) return;
+    if (Holds(PathOf(digest), piece)) return;
     const auto number = [&] {
       const std::lock_guard lock(mutex);
       return counter_++;

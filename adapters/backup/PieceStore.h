@@ -29,7 +29,8 @@ class PieceStore {
  public:
   explicit PieceStore(std::string folder) : folder_(std::move(folder)) {}
 
-  // Reads the file, and keeps the pieces that are not there yet; they count as kept with the next Settle. `goOn` is
+  // Reads the file, and keeps the pieces that are not there yet, or not as they were; they count as kept with the next
+  // Settle. `goOn` is
   // asked between the pieces: False raises BackupEnded. Raises BackupError.
   [[nodiscard]] Content Keep(const std::string& file, const std::function<bool()>& goOn);
   // Puts what was kept on the disk. Raises BackupError.

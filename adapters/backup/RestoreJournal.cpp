@@ -1,6 +1,8 @@
 #include "adapters/backup/RestoreJournal.h"
 
+#include <fcntl.h>
 #include <fmt/core.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -26,18 +28,40 @@ void Remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) RaiseForFile(path, "removed");
 }
 
-void CarryOut(BackupFolder& folder, const KeptFile& file) {
+// Under which it is written; a process that dies leaves half a file by it.
+std::string UnfinishedName(const std::string& target) { return StagedName(target) + ".new"; }
+
+// A group that is another one gets no more than everybody has.
+Ownership GiveRights(const std::string& of, const std::string& path) {
+  struct stat was = {};
+  if (::stat(of.c_str(), &was) != 0) return Ownership::AsItWas;
+  const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+  if (!file) return Ownership::Other;
+  constexpr mode_t kRights = 0777;
+  constexpr mode_t kGroup = 0070;
+  constexpr mode_t kOthers = 0007;
+  constexpr int kOthersToGroup = 3;
+  const bool isGroup = ::fchown(file.Get(), static_cast<uid_t>(-1), was.st_gid) == 0;
+  auto rights = static_cast<mode_t>(was.st_mode & kRights);
+  if (!isGroup) rights = (rights & ~kGroup) | (rights & kGroup & (rights & kOthers) << kOthersToGroup);
+  static_cast<void>(::fchmod(file.Get(), rights));
+  const bool isOwner = ::fchown(file.Get(), was.st_uid, static_cast<gid_t>(-1)) == 0;
+  return isGroup && isOwner ? Ownership::AsItWas : Ownership::Other;
+}
+
+Ownership CarryOut(BackupFolder& folder, const KeptFile& file) {
   if (!file.isThere) {
     Remove(file.path);
     SynchroniseFolderOf(file.path);
-    return;
+    return Ownership::AsItWas;
   }
+  auto ownership = Ownership::AsItWas;
   std::error_code failure;
   const auto staged = StagedName(file.path);
   if (!fs::exists(staged, failure)) {
     if (failure) RaiseForFile(staged, "read", failure.value());
-    if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return;  // it is in place
-    folder.WriteTo(file, staged);
+    if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return ownership;  // it is in place
+    ownership = LayReady(folder, file);
   }
   if (IsDatabase(file.part)) {
     RequireReplaceable(file.path);
@@ -46,6 +70,7 @@ void CarryOut(BackupFolder& folder, const KeptFile& file) {
   fs::rename(staged, file.path, failure);
   if (failure) RaiseForFile(file.path, "replaced", failure.value());
   SynchroniseFolderOf(file.path);
+  return ownership;
 }
 
 using Json = nlohmann::ordered_json;
@@ -77,9 +102,25 @@ void RequireReplaceable(const std::string& database) {
 
 std::string StagedName(const std::string& target) { return target + ".restoring"; }
 
+Ownership LayReady(const BackupFolder& folder, const KeptFile& file) {
+  RemoveStaged(file.path);
+  const auto unfinished = UnfinishedName(file.path);
+  folder.WriteTo(file, unfinished);
+  const auto ownership = GiveRights(file.path, unfinished);
+  std::error_code failure;
+  fs::rename(unfinished, StagedName(file.path), failure);
+  if (failure) {
+    RemoveStaged(file.path);
+    RaiseForFile(StagedName(file.path), "made", failure.value());
+  }
+  SynchroniseFolderOf(file.path);
+  return ownership;
+}
+
 void RemoveStaged(const std::string& target) {
   std::error_code ignored;
   fs::remove(StagedName(target), ignored);
+  fs::remove(UnfinishedName(target), ignored);
 }
 
 std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
@@ -93,12 +134,14 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
     if (json.at("format").get<int>() != kFormat) throw std::runtime_error("another version of twqb wrote it");
     RestoreJournal journal{.set = json.at("set").get<std::string>(),
                            .isUndo = json.at("undo").get<bool>(),
-                           .kept = json.at("kept").get<std::string>()};
+                           .kept = json.at("kept").get<std::string>(),
+                           .changes = json.value("changes", std::vector<std::string>())};
     for (const auto& step : json.at("steps")) {
       const auto part = PartFrom(step.at("part").get<std::string>()).value();
       const auto target = PathIn(step.at("name").get<std::string>(), folder);
-      journal.steps.push_back(
-          {.file = FileFrom(part, target, step.at("file")), .was = FileFrom(part, target, step.at("was"))});
+      auto& read = journal.steps.emplace_back(
+          RestoreStep{.file = FileFrom(part, target, step.at("file")), .was = FileFrom(part, target, step.at("was"))});
+      if (step.contains("changed")) read.changed = FileFrom(part, target, step.at("changed"));
     }
     return journal;
   } catch (const std::exception& failure) {
@@ -111,34 +154,41 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
 
 void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
   auto steps = Json::array();
-  for (const auto& [file, was] : journal.steps) {
+  for (const auto& [file, was, changed] : journal.steps) {
     steps.push_back({{"part", NameOf(file.part)},
                      {"name", PathFrom(file.path, folder)},
                      {"file", ToJson(file)},
                      {"was", ToJson(was)}});
+    if (changed) steps.back()["changed"] = ToJson(*changed);
   }
-  const Json json = {{"format", kFormat},
-                     {"set", journal.set},
-                     {"undo", journal.isUndo},
-                     {"kept", journal.kept},
-                     {"steps", std::move(steps)}};
+  const Json json = {{"format", kFormat},    {"set", journal.set},         {"undo", journal.isUndo},
+                     {"kept", journal.kept}, {"changes", journal.changes}, {"steps", std::move(steps)}};
   const auto path = JournalPath(folder);
   if (!ReplaceFile(path, json.dump(1) + "\n")) RaiseForFile(path, "written");
 }
 
-std::vector<PartFile> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal) {
+std::vector<Change> ChangedSinceItBegan(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
-  std::vector<PartFile> changed;
-  for (const auto& [file, was] : journal.steps) {
-    const auto now = backups.Look({.part = file.part, .path = file.path});
-    if (!now.IsLike(was) && !now.IsLike(file)) changed.push_back({.part = file.part, .path = file.path});
+  std::vector<Change> all;
+  // The steps are done in their order: from the first new file on that still stands beside its target, none is.
+  auto from = ChangedFrom::Set;
+  for (const auto& step : journal.steps) {
+    std::error_code ignored;
+    if (fs::exists(StagedName(step.file.path), ignored)) from = ChangedFrom::Was;
+    auto now = backups.Look({.part = step.file.part, .path = step.file.path});
+    const bool isKnown = now.IsLike(step.was) || now.IsLike(step.file) || (step.changed && now.IsLike(*step.changed));
+    if (!isKnown) all.push_back({.now = std::move(now), .from = from});
   }
-  return changed;
+  return all;
 }
 
-void CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
+std::vector<std::string> CarryOutRestore(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
-  for (const auto& step : journal.steps) CarryOut(backups, step.file);
+  std::vector<std::string> others;
+  for (const auto& step : journal.steps) {
+    if (CarryOut(backups, step.file) == Ownership::Other) others.push_back(step.file.path);
+  }
+  return others;
 }
 
 void EndRestore(const std::string& folder, const RestoreJournal& journal) {

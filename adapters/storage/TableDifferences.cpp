@@ -39,7 +39,7 @@ std::string Quoted(std::string_view name) {
 
 class Comparison {
  public:
-  Comparison(const std::string& now, const std::string& before) {
+  Comparison(const std::string& now, const std::string& before, Kinds kinds) : kinds_(kinds) {
     sqlite3* opened = nullptr;
     const int code = Open(now, SQLITE_OPEN_READWRITE, &opened);
     handle_.reset(opened);
@@ -69,7 +69,7 @@ class Comparison {
   }
 
  private:
-  using Kinds = std::map<std::string, TableDifference>;
+  using ByKind = std::map<std::string, TableDifference>;
 
   static std::string Text(sqlite3_stmt* row, int column) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
@@ -121,10 +121,15 @@ class Comparison {
     return shape;
   }
 
+  static bool HasKind(const Shape& shape) {
+    return std::ranges::find(shape.columns, kKind, &Column::name) != shape.columns.end();
+  }
+
   std::vector<TableDifference> Compare(const std::string& table, bool isNow, bool wasBefore) {
     const auto shape = ShapeOf(isNow ? "main" : "before", table);
-    const bool hasKind = std::ranges::find(shape.columns, kKind, &Column::name) != shape.columns.end();
-    Kinds kinds;
+    const auto earlier = isNow && wasBefore ? ShapeOf("before", table) : shape;
+    const bool hasKind = kinds_ == Kinds::Apart && HasKind(shape) && HasKind(earlier);
+    ByKind kinds;
     const auto count = [&](const std::string& from, std::string_view alias, std::int64_t TableDifference::*field) {
       const auto kind = hasKind ? fmt::format("{}.kind", alias) : std::string("''");
       Query(fmt::format("SELECT {0}, count(*) FROM {1} GROUP BY {0}", kind, from), {},
@@ -135,7 +140,7 @@ class Comparison {
     if (isNow) count(now, "n", &TableDifference::now);
     if (wasBefore) count(before, "b", &TableDifference::before);
     if (isNow && wasBefore) {
-      CountChanges(shape, ShapeOf("before", table), now, before, count);
+      CountChanges(shape, earlier, now, before, count);
     } else {
       for (auto& [kind, difference] : kinds)
         (isNow ? difference.added : difference.gone) = difference.now + difference.before;
@@ -171,14 +176,16 @@ class Comparison {
           &TableDifference::gone);
   }
 
+  Kinds kinds_;
   Handle handle_;
 };
 
 }  // namespace
 
-std::optional<std::vector<TableDifference>> TableDifferences(const std::string& now, const std::string& before) {
+std::optional<std::vector<TableDifference>> TableDifferences(const std::string& now, const std::string& before,
+                                                             Kinds kinds) {
   try {
-    return Comparison(now, before).All();
+    return Comparison(now, before, kinds).All();
   } catch (const CantBeRead&) {
     return std::nullopt;
   }

@@ -2,9 +2,9 @@
 // gone.
 //
 // Rows are the same row by their number or their key, and equal when every column of both states is. A table whose rows
-// are of kinds, told in a column of that name, counts as one table for each kind. It only reads, and compares no words:
-// rules of order that a database has of its own need not be known. What tables, views, triggers and indexes are like
-// counts as a table of its own.
+// are of kinds, told in a column of that name in both states, counts as one table for each kind where that is asked
+// for. It only reads, and compares no words: rules of order that a database has of its own need not be known. What
+// tables, views, triggers and indexes are like counts as a table of its own.
 #pragma once
 
 #include <cstdint>
@@ -27,12 +27,15 @@ struct TableDifference {
   [[nodiscard]] bool IsNone() const { return added == 0 && changed == 0 && gone == 0; }
 };
 
+// Whether a column `kind` tells what a row is, or is a column as any other.
+enum class Kinds : std::uint8_t { Apart, Ignored };
+
 // The name that definitions go by, one for each row.
 inline constexpr std::string_view kStructure = "structure";
 
 // Of every table of either state, in the order of their names, and of the structure behind them. `before` must stand
 // still. Nothing when one of them can't be read.
 [[nodiscard]] std::optional<std::vector<TableDifference>> TableDifferences(const std::string& now,
-                                                                           const std::string& before);
+                                                                           const std::string& before, Kinds kinds);
 
 }  // namespace twqb::storage

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "adapters/backup/BackupError.h"
+#include "adapters/system/FileIdentity.h"
 #include "adapters/terminal/EndSignals.h"
 #include "cli/Checks.h"
 #include "cli/Commands.h"
@@ -49,7 +50,8 @@ struct RestoreArguments {
 
 // "before send clients", as a list says what a set was made for.
 std::string MadeFor(const Set& set) {
-  return set.manifest.by == MadeBy::Hand ? "by hand" : fmt::format("before {}", set.manifest.before);
+  if (set.manifest.by != MadeBy::Hand) return fmt::format("before {}", set.manifest.before);
+  return set.manifest.before.empty() ? "by hand" : set.manifest.before;
 }
 
 std::uint64_t SizeOf(const Set& set) {
@@ -110,7 +112,11 @@ ExitStatus List(const Options& options, const BackupArguments& arguments) {
 }
 
 ExitStatus Backup(const Options& options, const BackupArguments& arguments) {
-  if (arguments.list) return List(options, arguments);
+  if (arguments.list) {
+    if (const auto reason = WhyNotCompleted(options)) Tell(*reason);
+    return List(options, arguments);
+  }
+  CompleteRestore(options);
   const auto place = WorkplaceOf(options);
   CheckBilling(place);
   const EndSignals signals;
@@ -253,9 +259,14 @@ void PrintDone(const std::string& what, const Set& set, const std::string& kept,
 
 ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   const auto only = PartOf(arguments.only);
+  const auto brokenOff = WhyNotCompleted(options);
+  const bool isInItsPlace = !arguments.set.empty() && !only;
+  if (brokenOff && arguments.to.empty() && !isInItsPlace) throw UsageError(*brokenOff);
+  if (brokenOff) Tell(*brokenOff);
   const auto place = WorkplaceOf(options);
   const auto set = FindSet(BackupsOf(place), arguments.set);
   if (!arguments.to.empty()) return CopyOut(BackupsOf(place), set, only, arguments);
+  if (brokenOff) RequireInPlaceOfBrokenOff(set);
   PuttingBack putting(options, set, only);
   const auto differences = putting.Differences();
   const auto label = fmt::format("restore {}", set.name);
@@ -270,6 +281,11 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   }
   PrintDifferences(options, differences, arguments.json);
   FlushOutput();
+  for (const auto& side : differences) {
+    if (!side.isFileAlone) continue;
+    Tell(fmt::format("No row of {} differs from the set, but the file does. It may be damaged where no row was read.",
+                     backup::CalledOf(side.part)));
+  }
   for (const auto& sentence : set.manifest.lacking) Tell(sentence);
   const auto question = fmt::format(
       "Do you want to put back the set {}?\r\n\r\nWhat is new or was changed since {} goes; what is gone comes back.",
@@ -282,8 +298,31 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   return ExitStatus::Done;
 }
 
-// The last run that wrote, of those that have not been taken back.
-Set LastRun(const backup::BackupFolder& folder) {
+// Whether the run was one on these two databases. A company file that is not there is none to ask for: QuickBooks had
+// one open that was picked in the run.
+bool IsOn(const Set& set, const std::vector<backup::PartFile>& parts) {
+  for (const auto part : {Part::Billing, Part::Company}) {
+    const auto own = std::ranges::find(parts, part, &backup::PartFile::part);
+    const auto* kept = set.Find(part);
+    std::error_code ignored;
+    const auto path = own == parts.end() ? std::string() : own->path;
+    const auto keptPath = kept == nullptr ? std::string() : ResolvedPath(kept->path);
+    const bool isPicked = part == Part::Company && !path.empty() && !fs::exists(path, ignored);
+    if (path != keptPath && !isPicked) return false;
+  }
+  return true;
+}
+
+std::string DatabasesOf(const Set& set) {
+  std::vector<std::string> paths;
+  for (const auto& file : set.manifest.files) {
+    if (backup::IsDatabase(file.part)) paths.push_back(file.path);
+  }
+  return Join(paths, " and ");
+}
+
+// The last run on the two databases of the workplace, of those that wrote and have not been taken back.
+Set LastRun(const backup::BackupFolder& folder, const Workplace& place) {
   auto sets = folder.Sets();
   std::erase_if(sets, [](const Set& set) {
     // A restore that was broken off is completed by now, with an end, or had put nothing back.
@@ -293,12 +332,18 @@ Set LastRun(const backup::BackupFolder& folder) {
   if (sets.empty()) {
     throw UsageError("There is nothing to take back: no transfer with a set before it is known in this folder.");
   }
-  return sets.back();
+  const auto parts = PartsOf(place);
+  const auto last = std::find_if(sets.rbegin(), sets.rend(), [&](const Set& set) { return IsOn(set, parts); });
+  if (last != sets.rend()) return *last;
+  throw UsageError(
+      fmt::format("There is nothing to take back of the files that are meant. The last run here, \"{}\" of {}, was on "
+                  "{}.\nName them with --billing and --company.",
+                  sets.back().manifest.before, sets.back().manifest.made, DatabasesOf(sets.back())));
 }
 
 ExitStatus Undo(const Options& options, bool json) {
   const auto place = WorkplaceOf(options);
-  const auto set = LastRun(BackupsOf(place));
+  const auto set = LastRun(BackupsOf(place), place);
   const auto label = fmt::format("undo {}", set.manifest.before);
   if (!set.end) {
     throw UsageError(
@@ -342,8 +387,10 @@ CommandSyntax BackupSyntax() {
                     {.name = "--json", .text = "Print each set as a JSON object", .target = &arguments->json}},
       .footer =
           "Sets stand in the folder backups. One is made before every run that writes both sides, and the last ten of\n"
-          "these are kept; those made by this command stay until they are removed by hand. See restore and undo.",
-      .run = [arguments](const Options& options) { return Backup(options, *arguments); }};
+          "these are kept for each pair of files; those made by this command stay until they are removed by hand. See\n"
+          "restore and undo.",
+      .run = [arguments](const Options& options) { return Backup(options, *arguments); },
+      .restore = BrokenOffRestore::LeftToCommand};
 }
 
 CommandSyntax RestoreSyntax() {
@@ -364,7 +411,8 @@ CommandSyntax RestoreSyntax() {
       .footer =
           "How everything was before is kept as a set, too. A restore that is broken off is completed by the next run\n"
           "of twqb in the folder.\n\nExamples:\n  twqb restore\n  twqb restore 2026-11-22-1430 --only billing",
-      .run = [arguments](const Options& options) { return Restore(options, *arguments); }};
+      .run = [arguments](const Options& options) { return Restore(options, *arguments); },
+      .restore = BrokenOffRestore::LeftToCommand};
 }
 
 CommandSyntax UndoSyntax() {

@@ -124,14 +124,19 @@ void AddArgument(CLI::App& app, const Argument& argument) {
   if (!argument.excludes.empty()) option->excludes(app.get_option(std::string(argument.excludes)));
 }
 
-void AddCommand(CLI::App& above, const CommandSyntax& syntax, Command& chosen) {
+void AddCommand(CLI::App& above, const CommandSyntax& syntax, ParsedLine& line) {
   auto* command = above.add_subcommand(std::string(syntax.name), std::string(syntax.text));
   for (const auto& argument : syntax.arguments) AddArgument(*command, argument);
   // One without a footer of its own ends its help with that of the command above.
   if (!syntax.footer.empty()) command->footer(syntax.footer);
-  if (syntax.run) command->callback([&chosen, run = syntax.run] { chosen = run; });
+  if (syntax.run) {
+    command->callback([&line, run = syntax.run, restore = syntax.restore] {
+      line.command = run;
+      line.restore = restore;
+    });
+  }
   if (!syntax.commands.empty()) command->require_subcommand(1);
-  for (const auto& below : syntax.commands) AddCommand(*command, below, chosen);
+  for (const auto& below : syntax.commands) AddCommand(*command, below, line);
 }
 
 // In the order in which a mistyped word's answer names them.
@@ -160,7 +165,7 @@ ParsedLine ParseCommandLine(int argc, const char* const* argv) {
   app.set_help_flag("-h,--help", "Print this help");
   app.set_version_flag("--version", "twqb " TWQB_VERSION "\n", "Print the version");
   for (const auto& argument : OptionArguments(line.options)) AddArgument(app, argument);
-  for (const auto& command : AllCommands()) AddCommand(app, command, line.command);
+  for (const auto& command : AllCommands()) AddCommand(app, command, line);
   try {
     app.parse(argc, argv);
     line.options.command = DeepestCommand(app).name;

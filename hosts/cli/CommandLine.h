@@ -11,6 +11,7 @@ namespace twqb::cli {
 struct ParsedLine {
   std::string text;  // asked for by --help or --version; then there is no command
   Command command;
+  BrokenOffRestore restore = BrokenOffRestore::Completed;  // ahead of it
   Options options;
 };
 

@@ -22,6 +22,7 @@ using backup::Part;
 using storage::TableDifference;
 
 constexpr std::string_view kOther = "other entries";
+constexpr std::string_view kFileAlone = "no row, but the file";
 
 std::map<std::string, std::string> EntriesOf(const std::string& path) {
   std::map<std::string, std::string> entries;
@@ -80,19 +81,19 @@ SideDifferences SettingsDifferences(Part part, const std::string& now, const std
 }
 
 // The company file counts its records by kinds. What else its tables hold says nothing to anybody.
+std::string_view NameOf(Part part, const TableDifference& table) {
+  if (part != Part::Company || table.table == storage::kStructure) return table.table;
+  return table.kind.empty() ? kOther : table.kind;
+}
+
+// What goes by one name is told as one.
 void Fold(SideDifferences& side, const TableDifference& table) {
-  if (side.part != Part::Company || !table.kind.empty() || table.table == storage::kStructure) {
-    auto named = table;
-    if (!table.kind.empty()) named.table = table.kind;
-    const auto same = std::ranges::find(side.tables, named.table, &TableDifference::table);
-    if (same == side.tables.end()) side.tables.push_back(named);
-    return;
-  }
-  auto other = std::ranges::find(side.tables, kOther, &TableDifference::table);
-  if (other == side.tables.end()) other = side.tables.insert(other, {.table = std::string(kOther)});
+  const auto name = NameOf(side.part, table);
+  auto same = std::ranges::find(side.tables, name, &TableDifference::table);
+  if (same == side.tables.end()) same = side.tables.insert(same, {.table = std::string(name)});
   for (auto field : {&TableDifference::before, &TableDifference::now, &TableDifference::added,
                      &TableDifference::changed, &TableDifference::gone}) {
-    *other.*field += table.*field;
+    *same.*field += table.*field;
   }
 }
 
@@ -106,7 +107,9 @@ SideDifferences DifferencesOf(Part part, const std::string& now, const std::stri
   const auto present = std::filesystem::exists(now, ignored) ? now : std::string();
   if (!backup::IsDatabase(part)) return SettingsDifferences(part, present, before);
   SideDifferences side{.part = part};
-  const auto tables = present.empty() || before.empty() ? std::nullopt : storage::TableDifferences(present, before);
+  const auto kinds = part == Part::Company ? storage::Kinds::Apart : storage::Kinds::Ignored;
+  const auto tables =
+      present.empty() || before.empty() ? std::nullopt : storage::TableDifferences(present, before, kinds);
   if (!tables) {
     side.isUnreadable = !present.empty() || !before.empty();
     return side;
@@ -129,6 +132,7 @@ void PrintDifferenceTable(const Options& options, const std::vector<SideDifferen
   for (const auto& side : sides) {
     const auto where = std::string(backup::NameOf(side.part));
     if (side.isUnreadable) lines.push_back({where, "can't be compared", "-", "-", "-", "-", "-"});
+    if (side.isFileAlone) lines.push_back({where, std::string(kFileAlone), "-", "-", "-", "-", "-"});
     for (const auto& table : side.tables) {
       lines.push_back({where, table.table, std::to_string(table.before), std::to_string(table.now),
                        std::to_string(table.added), std::to_string(table.changed), std::to_string(table.gone)});
@@ -142,8 +146,9 @@ std::string DifferenceLines(const std::vector<SideDifferences>& sides) {
   std::string text;
   for (const auto& side : sides) {
     const auto where = std::string(backup::NameOf(side.part));
-    if (side.isUnreadable) {
-      text += JsonValues(kNames, std::vector<Value>{where, Null(), Null(), Null(), Null(), Null(), Null()});
+    if (side.isUnreadable || side.isFileAlone) {
+      const auto what = side.isUnreadable ? Value(Null()) : Value(std::string(kFileAlone));
+      text += JsonValues(kNames, std::vector<Value>{where, what, Null(), Null(), Null(), Null(), Null()});
     }
     for (const auto& table : side.tables) {
       std::vector<Value> values = {where, table.table};

@@ -20,8 +20,9 @@ struct SideDifferences {
   std::vector<storage::TableDifference> tables;  // only those that differ; of settings the entries, and the comments
   std::vector<std::string> entries;              // of settings: "[QBSEND_] Clients_LastSendAt"
   bool isUnreadable = false;
+  bool isFileAlone = false;  // nothing of all that differs, and yet the file is another one: damaged, perhaps
 
-  [[nodiscard]] bool IsNone() const { return tables.empty() && !isUnreadable; }
+  [[nodiscard]] bool IsNone() const { return tables.empty() && !isUnreadable && !isFileAlone; }
 };
 
 // An empty path is a file that was not there.

@@ -23,7 +23,7 @@ ExitStatus Run(int argc, const char* const* argv, std::span<const Table* const> 
   if (line.command && line.text.empty()) {
     line.options.tables = tables;
     EnterFolder(line.options);
-    CompleteRestore(line.options);
+    if (line.restore == BrokenOffRestore::Completed) CompleteRestore(line.options);
     status = line.command(line.options);
   } else {
     Print(line.text);

@@ -63,24 +63,59 @@ std::vector<backup::PartFile> PartsWith(const Workplace& place, const std::vecto
   return parts;
 }
 
-// What somebody has changed since a restore was broken off is in no set yet, and goes with its completion. Noted as
-// what was there, so that another attempt keeps it no second time.
-void KeepChanges(const Options& options, const std::string& folder, backup::RestoreJournal& journal) {
-  if (backup::ChangedSinceItBegan(folder, journal).empty()) return;
+// The state that somebody has changed, and what has become of it: what is told of no change is as it was in that state,
+// whether it stands there at the moment or not. A mixture of both states would double records with the next transfer.
+std::vector<KeptFile> StateWith(const std::vector<backup::Change>& changes, backup::ChangedFrom state,
+                                const backup::RestoreJournal& journal) {
   std::vector<KeptFile> files;
   for (const auto& step : journal.steps) {
-    files.push_back(step.file);
+    const auto change = std::ranges::find_if(
+        changes, [&](const backup::Change& each) { return each.now.part == step.file.part && each.from == state; });
+    const auto& before = state == backup::ChangedFrom::Set ? step.file : step.was;
+    files.push_back(change != changes.end() ? change->now : before);
+  }
+  return files;
+}
+
+// A run that was killed behind making the set has not noted it.
+std::optional<backup::Set> FindMade(const backup::BackupFolder& folder, const std::string& label,
+                                    const std::vector<KeptFile>& files) {
+  for (auto& set : folder.Sets()) {
+    const bool isLike = set.manifest.before == label && std::ranges::all_of(files, [&](const KeptFile& file) {
+                          const auto* kept = set.Find(file.part);
+                          return kept != nullptr && kept->path == file.path && kept->IsLike(file);
+                        });
+    if (isLike) return std::move(set);
+  }
+  return std::nullopt;
+}
+
+// What somebody has changed since a restore was broken off is in no set yet, and goes with its completion. Noted in the
+// journal, so that another attempt keeps it no second time.
+void KeepChanges(const Options& options, const std::string& folder, backup::RestoreJournal& journal) {
+  // What stands beside a database is taken into it first, and is a part of it from then on.
+  const auto isChanged = !backup::ChangedSinceItBegan(folder, journal).empty();
+  if (!isChanged) return;
+  for (const auto& step : journal.steps) {
     if (backup::IsDatabase(step.file.part) && IsFile(step.file.path)) backup::RequireReplaceable(step.file.path);
   }
+  const auto changes = backup::ChangedSinceItBegan(folder, journal);
   backup::BackupFolder backups(folder);
   const auto place = WorkplaceOf(options);
-  const auto set = MakeSet(backups, place, options, PartsWith(place, files), backup::MadeBy::Hand, "");
-  for (auto& step : journal.steps) step.was = *set.Find(step.file.part);
-  backup::BeginRestore(folder, journal);
-  Tell(
-      fmt::format("Something has changed since a restore was broken off, and is kept: \"twqb restore {}\" brings it "
-                  "back.",
-                  set.name));
+  const auto label = fmt::format("changes amid restore {}", journal.set);
+  for (const auto state : {backup::ChangedFrom::Set, backup::ChangedFrom::Was}) {
+    if (std::ranges::find(changes, state, &backup::Change::from) == changes.end()) continue;
+    const auto files = StateWith(changes, state, journal);
+    auto set = FindMade(backups, label, files);
+    if (!set) set = MakeSet(backups, place, options, PartsWith(place, files), backup::MadeBy::Hand, label, files);
+    if (std::ranges::find(journal.changes, set->name) == journal.changes.end()) journal.changes.push_back(set->name);
+    for (auto& step : journal.steps) {
+      const auto change = std::ranges::find_if(
+          changes, [&](const backup::Change& each) { return each.now.part == step.file.part && each.from == state; });
+      if (change != changes.end()) step.changed = change->now;
+    }
+    backup::BeginRestore(folder, journal);
+  }
 }
 
 // So that undo can take the restore back. What else has changed meanwhile is none of its doing.
@@ -101,18 +136,27 @@ void NoteCompleted(const Options& options, const std::string& folder, const back
   }
 }
 
-// Each step of the journal, then what undo must know, then that it is done: whatever is broken off is done again.
-void CarryOut(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
-  backup::CarryOutRestore(folder, journal);
-  NoteCompleted(options, folder, journal);
-  backup::EndRestore(folder, journal);
+void TellOthers(const std::vector<std::string>& files) {
+  for (const auto& file : files) {
+    Tell(fmt::format(
+        "{} has another owner or group than before: this user can't give it those that it had, and its rights "
+        "may shut others out.",
+        file));
+  }
 }
 
-// A file that is laid ready has the rights of the one that it replaces.
-void GiveRights(const std::string& from, const std::string& to) {
-  std::error_code failure;
-  const auto status = fs::status(from, failure);
-  if (!failure && fs::exists(status)) fs::permissions(to, status.permissions(), failure);
+// Each step of the journal, then what undo must know, then that it is done: whatever is broken off is done again.
+void CarryOut(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
+  TellOthers(backup::CarryOutRestore(folder, journal));
+  NoteCompleted(options, folder, journal);
+  // Ahead of the end: nobody else would come to know of them.
+  for (const auto& set : journal.changes) {
+    Tell(
+        fmt::format("Something has changed since a restore was broken off, and is kept: \"twqb restore {}\" brings it "
+                    "back.",
+                    set));
+  }
+  backup::EndRestore(folder, journal);
 }
 
 }  // namespace
@@ -134,18 +178,19 @@ PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<
     if (backup::IsDatabase(part.part)) paths.push_back(part.path);
   }
   held_.emplace(paths, options_);
-  HoldCompany();
+  // Refused ahead of the question; but while that waits, who only reads goes on.
+  static_cast<void>(TakeSession());
   TakeUpLogs();
   LayReady();
 }
 
 PuttingBack::~PuttingBack() { RemoveLaidReady(); }
 
-void PuttingBack::HoldCompany() {
+std::optional<company::FileLock> PuttingBack::TakeSession() const {
   const auto company = std::ranges::find(files_, Part::Company, &KeptFile::part);
-  if (company == files_.end()) return;
+  if (company == files_.end()) return std::nullopt;
   try {
-    session_ = TakeCompany(company->path);
+    return TakeCompany(company->path);
   } catch (const BackupError& failure) {
     throw UsageError(fmt::format("Nothing has been put back. {}", failure.what()));
   }
@@ -178,8 +223,7 @@ void PuttingBack::LayReady() {
   try {
     for (const auto& file : files_) {
       if (!file.isThere) continue;
-      folder_.WriteTo(file, backup::StagedName(file.path));
-      GiveRights(file.path, backup::StagedName(file.path));
+      if (backup::LayReady(folder_, file) == backup::Ownership::Other) others_.push_back(file.path);
     }
   } catch (const backup::BackupEnded&) {
     RemoveLaidReady();
@@ -198,8 +242,10 @@ void PuttingBack::RemoveLaidReady() const {
 std::vector<SideDifferences> PuttingBack::Differences() {
   std::vector<SideDifferences> all;
   for (const auto& file : files_) {
-    static_cast<void>(Seen({.part = file.part, .path = file.path}));
-    all.push_back(DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string()));
+    const bool isLike = Seen({.part = file.part, .path = file.path}).IsLike(file);
+    auto found = DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string());
+    found.isFileAlone = !isLike && found.IsNone();
+    all.push_back(std::move(found));
   }
   return all;
 }
@@ -256,6 +302,7 @@ std::vector<backup::RestoreStep> PuttingBack::Steps() {
 std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   auto options = options_;
   options.label = what;
+  const auto session = TakeSession();
   RequireAlone();
   RunBackup before(place_, options, PartsWith(place_, files_), by);
   backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
@@ -280,36 +327,85 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
                     "next in this folder puts back the rest.",
                     set_.name, failure.what()));
   }
+  TellOthers(others_);
   return before.Name();
 }
 
-void CompleteRestore(const Options& options) {
+namespace {
+
+void Complete(const Options& options, const std::string& folder) {
+  const auto begun = backup::ReadRestoreJournal(folder);
+  if (!begun) return;
+  // It is near its end, and what comes next looks at them.
+  const EndSignals signals;
+  std::vector<std::string> files;
+  std::optional<company::FileLock> session;
+  for (const auto& step : begun->steps) {
+    if (backup::IsDatabase(step.file.part)) files.push_back(step.file.path);
+  }
+  const TransferLock held(files, options);
+  // Whoever held them may have come to the end of it.
+  auto journal = backup::ReadRestoreJournal(folder);
+  if (!journal) return;
+  for (const auto& step : journal->steps) {
+    if (step.file.part == Part::Company) session = TakeCompany(step.file.path);
+  }
+  KeepChanges(options, folder, *journal);
+  CarryOut(options, folder, *journal);
+  Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
+}
+
+std::optional<backup::RestoreJournal> ReadableJournal(const std::string& folder) {
+  try {
+    return backup::ReadRestoreJournal(folder);
+  } catch (const BackupError&) {
+    return std::nullopt;
+  }
+}
+
+// What a user needs who has to do without its completion.
+std::string WhyNot(const std::string& folder, std::string_view reason) {
+  auto text = fmt::format(
+      "A run was broken off while it put files back, and that can't be completed now.\n{}\nWhat has to be done stands "
+      "in {}/restore.json.",
+      reason, backup::kBackupFolder);
+  if (const auto journal = ReadableJournal(folder)) {
+    if (!journal->kept.empty()) text += fmt::format(" How the files were before it is the set {}.", journal->kept);
+    for (const auto& set : journal->changes) text += fmt::format(" What has changed since is in the set {}.", set);
+  }
+  return text +
+         "\nMake it possible, and start anything again; or put a whole set in the place of all of it, with \"twqb "
+         "restore SET\". \"twqb backup --list\" and \"twqb restore SET --to DIR\" run meanwhile.";
+}
+
+}  // namespace
+
+std::optional<std::string> WhyNotCompleted(const Options& options) {
   std::error_code failure;
   const auto folder = fs::current_path(failure).string();
-  if (failure) return;
+  if (failure) return std::nullopt;
   try {
-    const auto begun = backup::ReadRestoreJournal(folder);
-    if (!begun) return;
-    // It is near its end, and what comes next looks at them.
-    const EndSignals signals;
-    std::vector<std::string> files;
-    std::optional<company::FileLock> session;
-    for (const auto& step : begun->steps) {
-      if (backup::IsDatabase(step.file.part)) files.push_back(step.file.path);
-    }
-    const TransferLock held(files, options);
-    // Whoever held them may have come to the end of it.
-    auto journal = backup::ReadRestoreJournal(folder);
-    if (!journal) return;
-    for (const auto& step : journal->steps) {
-      if (step.file.part == Part::Company) session = TakeCompany(step.file.path);
-    }
-    KeepChanges(options, folder, *journal);
-    CarryOut(options, folder, *journal);
-    Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
+    Complete(options, folder);
+    return std::nullopt;
   } catch (const BackupError& reason) {
-    throw UsageError(fmt::format("A run was broken off while it put files back, and that can't be completed now.\n{}",
-                                 reason.what()));
+    return WhyNot(folder, reason.what());
+  }
+}
+
+void CompleteRestore(const Options& options) {
+  if (const auto reason = WhyNotCompleted(options)) throw UsageError(*reason);
+}
+
+void RequireInPlaceOfBrokenOff(const backup::Set& set) {
+  const auto journal = ReadableJournal(fs::current_path().string());
+  if (!journal) return;
+  const auto files = Chosen(set, std::nullopt);
+  for (const auto& step : journal->steps) {
+    if (std::ranges::find(files, step.file.path, &KeptFile::path) != files.end()) continue;
+    throw UsageError(
+        fmt::format("The set {} does not have {}, which was being put back when a run was broken off. Name a set that "
+                    "has all of its files.",
+                    set.name, step.file.path));
   }
 }
 

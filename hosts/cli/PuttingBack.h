@@ -44,7 +44,7 @@ class PuttingBack {
  private:
   [[nodiscard]] backup::KeptFile Seen(const backup::PartFile& file);
   [[nodiscard]] backup::KeptFile Now(const backup::PartFile& file);
-  void HoldCompany();
+  [[nodiscard]] std::optional<company::FileLock> TakeSession() const;
   void TakeUpLogs() const;
   void LayReady();
   void RequireAlone() const;
@@ -57,13 +57,18 @@ class PuttingBack {
   std::vector<backup::KeptFile> files_;
   EndSignals signals_;
   std::optional<TransferLock> held_;
-  std::optional<company::FileLock> session_;
   backup::BackupFolder folder_;
+  std::vector<std::string> others_;     // files that have another owner when they are put back
   std::vector<backup::KeptFile> seen_;  // how the files were when their differences were first looked for
 };
 
 // Completes a restore that a killed run has left in the current folder, ahead of anything else there. Raises UsageError
 // when it can't be done, and HeldByOther while it is at work.
 void CompleteRestore(const Options& options);
+// The same for who goes on all the same: why it can't be done, and what to do then.
+[[nodiscard]] std::optional<std::string> WhyNotCompleted(const Options& options);
+// Raises UsageError for a set that does not have all the files of such a restore: they would stay put back in part when
+// this set is put back in its place.
+void RequireInPlaceOfBrokenOff(const backup::Set& set);
 
 }  // namespace twqb::cli

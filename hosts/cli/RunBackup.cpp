@@ -103,7 +103,8 @@ std::string TimeWithZone(const Workplace& place, const Options& options) {
 }
 
 backup::Set MakeSet(backup::BackupFolder& folder, const Workplace& place, const Options& options,
-                    const std::vector<PartFile>& parts, MadeBy by, const std::string& before) {
+                    const std::vector<PartFile>& parts, MadeBy by, const std::string& before,
+                    const std::vector<backup::KeptFile>& known) {
   if (TakesLong(parts) && folder.Sets().empty()) {
     Tell(fmt::format("The first backup of this folder is being made, in {}. It takes a while; later ones do not.",
                      backup::kBackupFolder));
@@ -111,7 +112,7 @@ backup::Set MakeSet(backup::BackupFolder& folder, const Workplace& place, const 
   const auto made = TimeWithZone(place, options);
   return folder.Make(
       {.made = made, .by = by, .before = before, .version = std::string(ProgramVersion()), .lacking = LackingOf(parts)},
-      parts, StampOf(made));
+      parts, StampOf(made), known);
 }
 
 template <typename Body>

@@ -19,10 +19,10 @@ namespace twqb::cli {
 // The files of a run that belong into a set.
 [[nodiscard]] std::vector<backup::PartFile> PartsOf(const Workplace& place);
 
-// Makes a set of them now. Raises BackupError and BackupEnded.
+// Makes a set of them now, of the parts in `known` with what is told there. Raises BackupError and BackupEnded.
 [[nodiscard]] backup::Set MakeSet(backup::BackupFolder& folder, const Workplace& place, const Options& options,
                                   const std::vector<backup::PartFile>& parts, backup::MadeBy by,
-                                  const std::string& before);
+                                  const std::string& before, const std::vector<backup::KeptFile>& known = {});
 
 // The time, with its zone: "2026-11-22T14:30:05-05:00".
 [[nodiscard]] std::string TimeWithZone(const Workplace& place, const Options& options);

@@ -61,6 +61,10 @@ struct Argument {
   std::string_view excludes = {};  // an argument beside which it can't stand
 };
 
+// What becomes of a restore that was broken off: it is completed ahead of the command, which does not run where that
+// can't be, or the command sees to it.
+enum class BrokenOffRestore : std::uint8_t { Completed, LeftToCommand };
+
 // Name and text are literals.
 struct CommandSyntax {
   std::string_view name;
@@ -69,6 +73,7 @@ struct CommandSyntax {
   std::string footer = {};                   // ends its help
   Command run = {};                          // nothing: one of `commands` must follow
   std::vector<CommandSyntax> commands = {};  // under this one
+  BrokenOffRestore restore = BrokenOffRestore::Completed;
 };
 
 }  // namespace twqb::cli

@@ -4,10 +4,12 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <iterator>
 #include <optional>
+#include <string_view>
 #include <system_error>
 #include <thread>
 
@@ -92,9 +94,27 @@ std::optional<InTheWay> TryAll(const std::vector<std::string>& files, const Hold
   return std::nullopt;
 }
 
-[[noreturn]] void Refuse(const InTheWay& other, int waited) {
-  throw HeldByOther(fmt::format("A transfer is at work on {}: {}.\n{}Nothing has been transferred. {}", other.file,
+// What goes by the name of a transfer here is called so, and what does not is not.
+struct Doing {
+  std::string_view command;
+  std::string_view called;
+  std::string_view nothing;  // has come of it
+};
+constexpr Doing kTransfer = {.called = "A transfer", .nothing = "Nothing has been transferred."};
+constexpr std::array<Doing, 3> kDoings = {
+    {{.command = "twqb restore", .called = "A restore", .nothing = "Nothing has been put back."},
+     {.command = "twqb undo", .called = "An undo", .nothing = "Nothing has been taken back."},
+     {.command = "twqb backup", .called = "A backup", .nothing = "No backup has been made."}}};
+
+const Doing& DoingOf(std::string_view command) {
+  const auto* found = std::ranges::find(kDoings, command, &Doing::command);
+  return found == kDoings.end() ? kTransfer : *found;
+}
+
+[[noreturn]] void Refuse(const InTheWay& other, const Holder& self, int waited) {
+  throw HeldByOther(fmt::format("{} is at work on {}: {}.\n{}{} {}", DoingOf(other.holder.command).called, other.file,
                                 Told(other.holder), waited > 0 ? fmt::format("It still is after {} s. ", waited) : "",
+                                DoingOf(self.command).nothing,
                                 waited > 0 ? "Start again when it is through."
                                            : "Start again when it is through, or let this one wait with --wait."));
 }
@@ -122,11 +142,11 @@ TransferLock::TransferLock(const std::vector<std::string>& files, const Options&
   for (bool told = false;;) {
     const auto other = TryAll(files_, self_, held_);
     if (!other) return;
-    if (EndSignals::Came() != 0) throw HeldByOther("Nothing has been transferred.");
-    if (steady_clock::now() >= end) Refuse(*other, options.waitSeconds);
+    if (EndSignals::Came() != 0) throw HeldByOther(std::string(DoingOf(self_.command).nothing));
+    if (steady_clock::now() >= end) Refuse(*other, self_, options.waitSeconds);
     if (!told) {
-      Tell(fmt::format("A transfer is at work on {}: {}.\nWaiting for it, up to {} s.", other->file,
-                       Told(other->holder), options.waitSeconds));
+      Tell(fmt::format("{} is at work on {}: {}.\nWaiting for it, up to {} s.", DoingOf(other->holder.command).called,
+                       other->file, Told(other->holder), options.waitSeconds));
       told = true;
     }
     std::this_thread::sleep_for(kBetweenLooks);
@@ -138,7 +158,7 @@ void TransferLock::HoldToo(const std::string& company) {
   if (std::ranges::find(files_, file) != files_.end()) return;
   RefuseSeveralNames(file);
   std::vector<HeldFile> more;
-  if (const auto other = TryAll({file}, self_, more)) Refuse(*other, 0);
+  if (const auto other = TryAll({file}, self_, more)) Refuse(*other, self_, 0);
   std::ranges::move(more, std::back_inserter(held_));
   files_.push_back(file);
 }

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <nlohmann/json.hpp>
+
 #include "LockedFile.h"
 #include "Program.h"
 #include "platform/Text.h"
@@ -43,9 +45,16 @@ class SentFolder {
   }
   State Now() const { return StateOf(folder_); }
   // The folder as it was ahead of the first kill, under the same path.
-  void Again() const {
+  void Again() const { Again("all"); }
+  void Again(const std::string& copy) const {
     for (const auto& entry : fs::directory_iterator(folder_.Path())) fs::remove_all(entry.path());
-    fs::copy(start_ / "all", folder_.Path(), fs::copy_options::recursive);
+    fs::copy(start_ / copy, folder_.Path(), fs::copy_options::recursive);
+  }
+  // In BillingDb, from a folder that knows nothing of what was broken off in this one.
+  void Change(const std::string& sql) const {
+    const WorkFolder elsewhere;
+    elsewhere.Done({"billing", "run", "-e", sql, "--billing",
+                    "Provider=SQLITE;Data Source=" + (folder_.Path() / "billing.db").string()});
   }
   // In the child.
   void Become(const std::vector<std::string>& arguments) const {
@@ -95,6 +104,25 @@ class BrokenOffRestore : public SentFolder, public testing::Test {
       const auto now = Now();
       return now != before_ && now != after_;
     });
+  }
+  // BillingDb is as of the set, the company file is not yet.
+  void BreakOffBetweenTheSides() {
+    BreakOff({"restore", "--answers", "yes.txt"}, [this] {
+      const auto now = Now();
+      return now[0] == before_[0] && now[1] == after_[1];
+    });
+  }
+  // The first set of changes that the text tells of.
+  static std::string KeptSet(const std::string& text) {
+    const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
+    const auto at = text.find(told);
+    EXPECT_NE(at, std::string::npos) << text;
+    return at == std::string::npos ? ""
+                                   : text.substr(at + told.size(), text.find('"', at + told.size()) - at - told.size());
+  }
+  [[nodiscard]] std::size_t Customers() const {
+    const auto listed = folder_.Done({"list", "customers", "--json"});
+    return static_cast<std::size_t>(std::ranges::count(listed, '\n'));
   }
   [[nodiscard]] std::size_t SetsByHand() const {
     const auto listed = folder_.Done({"backup", "--list", "--json"});
@@ -152,12 +180,75 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_since_before_it_is_completed) {
   const auto next = folder_.Twqb({"status"});
   EXPECT_EQ(next.status, 0) << next.err;
   EXPECT_EQ(Now(), before_);
-  const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
-  const auto at = next.err.find(told);
-  ASSERT_NE(at, std::string::npos) << next.err;
-  const auto name = next.err.substr(at + told.size(), next.err.find('"', at + told.size()) - at - told.size());
-  folder_.Done({"restore", name, "--answers", "yes.txt"});
+  folder_.Done({"restore", KeptSet(next.err), "--answers", "yes.txt"});
   EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+}
+
+// The set of what somebody changed, put back; then both sides go together.
+TEST_F(BrokenOffRestore, Keeps_what_has_changed_beside_what_goes_with_it) {
+  for (const bool isBillingReplaced : {true, false}) {
+    SCOPED_TRACE(isBillingReplaced ? "BillingDb is replaced" : "BillingDb is not replaced yet");
+    Again();
+    if (isBillingReplaced) {
+      BreakOffBetweenTheSides();
+    } else {
+      BreakOff({"restore", "--answers", "yes.txt"}, [this] { return Now() == after_; });
+    }
+    Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+    const auto next = folder_.Twqb({"status"});
+    EXPECT_EQ(Now(), before_);
+    folder_.Done({"restore", KeptSet(next.err), "--answers", "yes.txt"});
+    EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE ClientID = 'SOMEBODY'"), "1");
+    EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), isBillingReplaced ? "0" : "2");
+    folder_.Done({"send", "clients", "--answers", "yes.txt"});
+    EXPECT_EQ(Customers(), 3U);
+  }
+}
+
+TEST_F(BrokenOffRestore, Keeps_each_state_that_has_changed_by_itself) {
+  BreakOffBetweenTheSides();
+  Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+  folder_.Write("registry.ini", folder_.Read("registry.ini") + "[Somebody]\nWas=here\n");
+  const auto next = folder_.Twqb({"status"});
+  const auto first = KeptSet(next.err);
+  const auto second = KeptSet(next.err.substr(next.err.find(first)));
+  ASSERT_NE(first, second);
+  folder_.Done({"restore", first, "--answers", "yes.txt"});
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "0");
+  EXPECT_EQ(Customers(), 0U);
+  folder_.Done({"restore", second, "--answers", "yes.txt"});
+  EXPECT_THAT(folder_.Read("registry.ini"), testing::HasSubstr("Was=here"));
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
+  EXPECT_EQ(Customers(), 2U);
+}
+
+TEST_F(BrokenOffRestore, Is_completed_however_often_its_completion_is_killed) {
+  BreakOffBetweenTheSides();
+  Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+  fs::permissions(folder_.Path() / "billing.db", static_cast<fs::perms>(0664));
+  fs::copy(folder_.Path(), start_ / "changed", fs::copy_options::recursive);
+  const auto body = [this] { Become({"status"}); };
+  const auto length = MeasureInChild(body).systemCalls;
+  constexpr std::uint64_t kKills = 60;
+  std::uint64_t inTheMiddle = 0;
+  for (std::uint64_t i = 1; i <= kKills; ++i) {
+    const auto n = length * i / kKills;
+    SCOPED_TRACE(fmt::format("killed at call {} of {}", n, length));
+    Again("changed");
+    if (!KillInChild(body, {.n = n})) continue;
+    const bool isLeft = fs::exists(folder_.Path() / "backups" / "restore.json");
+    if (isLeft) ++inTheMiddle;
+    const auto next = folder_.Twqb({"status"});
+    EXPECT_EQ(next.status, 0) << next.err;
+    ASSERT_EQ(Now(), before_);
+    EXPECT_EQ(SetsByHand(), 1U) << "what was changed is kept, and once";
+    if (isLeft) {
+      EXPECT_FALSE(KeptSet(next.err).empty());
+    }
+    EXPECT_EQ(fs::status(folder_.Path() / "billing.db").permissions(), static_cast<fs::perms>(0664));
+    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+  }
+  EXPECT_GT(inTheMiddle, kKills / 3);
 }
 
 TEST_F(BrokenOffRestore, Keeps_nothing_where_nothing_has_changed) {
@@ -210,6 +301,45 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_once_however_often_it_is_tried) 
   folder_.Done({"status"});
   EXPECT_EQ(SetsByHand(), 1U);
   EXPECT_EQ(Now(), before_);
+}
+
+TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_copied_and_put_in_its_place) {
+  BreakOffBetweenTheSides();
+  for (const auto& name : folder_.Names()) {
+    if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
+  }
+  const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
+  const auto digest = manifest.at("files").at(1).at("pieces").get<std::string>();
+  folder_.Write("backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2), "nothing of it");
+  const auto kept = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
+
+  for (const auto& words : std::vector<std::vector<std::string>>{
+           {"status"}, {"backup"}, {"undo"}, {"restore"}, {"restore", kept, "--only", "billing"}}) {
+    const auto refused = folder_.Twqb(words);
+    EXPECT_EQ(refused.status, 2) << words.front();
+    EXPECT_THAT(refused.err,
+                testing::AllOf(testing::HasSubstr("can't be completed now"), testing::HasSubstr("is damaged"),
+                               testing::HasSubstr("backups/restore.json"), testing::HasSubstr("the set " + kept),
+                               testing::HasSubstr("twqb restore SET")));
+  }
+  EXPECT_THAT(folder_.Done({"backup", "--list"}), testing::HasSubstr(kept));
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", kept, "--to", "out"});
+  EXPECT_EQ(fmt::format("company.twq {:016x}", HashOf(folder_.Read("out/company.twq"))), after_[1]);
+
+  EXPECT_EQ(folder_.Twqb({"restore", set_, "--answers", "yes.txt"}).status, 2);
+  EXPECT_TRUE(fs::exists(folder_.Path() / "backups" / "restore.json"));
+  folder_.Done({"restore", kept, "--answers", "yes.txt"});
+  EXPECT_EQ(Now(), after_);
+  EXPECT_THAT(folder_.Twqb({"status"}).err, testing::Not(testing::HasSubstr("broken off")));
+}
+
+TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {
+  folder_.Write("backups/restore.json", "{");
+  EXPECT_EQ(folder_.Twqb({"status"}).status, 2);
+  folder_.Done({"restore", set_, "--answers", "yes.txt"});
+  EXPECT_EQ(Now(), before_);
+  folder_.Done({"status"});
 }
 
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_says_what_to_do) {

@@ -70,6 +70,39 @@ TEST_F(Backups, One_is_made_before_each_run_that_writes_and_ten_are_kept_beside_
   }
 }
 
+TEST_F(Backups, What_somebody_keeps_among_the_sets_stays_and_so_do_sets_with_names_of_their_own) {
+  Send();
+  const auto first = Newest();
+  const auto backups = folder_.Path() / "backups";
+  for (const auto* name : {"2026-11-22-000000 my notes", "2026-11-22-000000.12", "2026-11-22-000001"}) {
+    fs::create_directory(backups / name);
+    folder_.Write(std::string("backups/") + name + "/notes.txt", "somebody's own");
+  }
+  fs::create_directory(backups / (first + " files"));
+  folder_.Done({"restore", first, "--to", "backups/" + first + " files"});
+  fs::create_directory(backups / first / "out");
+  folder_.Done({"restore", first, "--to", "backups/" + first + "/out"});
+  fs::copy(backups / first, backups / (first + " ahead of all"));
+  for (int i = 0; i < 12; ++i) {
+    Sql("UPDATE Client SET ClientCity = 'Town " + std::to_string(i) + "', LastUpdated = '2030-01-01'");
+    Send();
+  }
+  for (const auto* name : {"2026-11-22-000000 my notes", "2026-11-22-000000.12", "2026-11-22-000001"}) {
+    EXPECT_EQ(folder_.Read(std::string("backups/") + name + "/notes.txt"), "somebody's own") << name;
+  }
+  for (const auto& name : kFiles) {
+    EXPECT_TRUE(fs::exists(backups / (first + " files") / name)) << name;
+    EXPECT_TRUE(fs::exists(backups / first / "out" / name)) << name;
+  }
+  // It is a set as any other, and whole.
+  const auto sets = Sets();
+  ASSERT_EQ(sets.size(), 11U);
+  EXPECT_EQ(sets.front().at("set"), first + " ahead of all");
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", first + " ahead of all", "--to", "out"});
+  folder_.Done({"undo"});
+}
+
 TEST_F(Backups, None_is_made_with_no_backup_nor_by_what_only_reads_nor_kept_of_what_changed_nothing) {
   Send({"--no-backup"});
   folder_.Done({"status"});
@@ -88,6 +121,24 @@ TEST_F(Backups, A_run_whose_set_can_t_be_made_changes_nothing_and_says_what_to_d
   EXPECT_EQ(Bytes(), before);
   EXPECT_EQ(folder_.Read("backups"), "somebody's own");
   Send({"--no-backup"});
+  EXPECT_EQ(Linked(), "2");
+}
+
+TEST_F(Backups, Of_a_file_whose_name_is_not_UTF_8_are_not_made) {
+  const std::string company = "firm\xff.twq";
+  fs::rename(folder_.Path() / "company.twq", folder_.Path() / company);
+  const auto before = Mark(folder_.Read(company));
+  for (const auto& words :
+       std::vector<std::vector<std::string>>{{"backup"}, {"send", "clients", "--answers", "yes.txt"}}) {
+    auto all = words;
+    all.insert(all.end(), {"--company", company});
+    const auto refused = folder_.Twqb(all);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("its name is not UTF-8"));
+  }
+  EXPECT_EQ(Mark(folder_.Read(company)), before);
+  EXPECT_THAT(Sets(), IsEmpty());
+  Send({"--company", company, "--no-backup"});
   EXPECT_EQ(Linked(), "2");
 }
 
@@ -169,6 +220,23 @@ TEST_F(Backups, A_set_with_a_damaged_file_is_refused_and_nothing_is_changed) {
   ExpectNothingLeftBehind();
 }
 
+TEST_F(Backups, A_damaged_piece_is_written_anew_with_the_next_set_of_what_was_in_it) {
+  folder_.Done({"backup"});
+  for (const auto& entry : fs::recursive_directory_iterator(folder_.Path() / "backups" / "pieces")) {
+    if (!entry.is_regular_file()) continue;
+    auto bytes = ReadWholeFile(entry.path().string());
+    bytes.front() = static_cast<char>(bytes.front() ^ 1);
+    WriteWholeFile(entry.path().string(), bytes);
+  }
+  // Nothing is known any more of files that were written anew with what they held.
+  const auto before = Bytes();
+  for (const auto& name : kFiles) folder_.Write(name, folder_.Read(name));
+  folder_.Done({"backup"});
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", Newest(), "--to", "out"});
+  for (std::size_t i = 0; i < kFiles.size(); ++i) EXPECT_EQ(Mark(folder_.Read("out/" + kFiles[i])), before[i]);
+}
+
 TEST_F(Backups, A_side_that_was_destroyed_or_is_gone_comes_back) {
   folder_.Done({"backup"});
   const auto set = Newest();
@@ -241,6 +309,54 @@ TEST_F(Backups, Undo_takes_back_one_transfer_after_the_other) {
   EXPECT_EQ(Mark(folder_.Read("billing.db")), states[0][0]);
   EXPECT_EQ(folder_.Twqb({"undo"}).status, 2) << "nothing is left to take back";
   ExpectNothingLeftBehind();
+}
+
+TEST_F(Backups, Undo_takes_back_as_many_runs_as_are_kept) {
+  std::vector<std::vector<std::string>> states;
+  for (int i = 0; i < 12; ++i) {
+    states.push_back(Bytes());
+    folder_.Write("new.csv", "ClientID\nNEW" + std::to_string(i) + "\n");
+    folder_.Done({"import", "clients", "new.csv", "--apply"});
+  }
+  for (int i = 11; i >= 2; --i) {
+    folder_.Done({"undo"});
+    EXPECT_EQ(Bytes(), states[static_cast<std::size_t>(i)]) << i;
+  }
+  EXPECT_THAT(folder_.Twqb({"undo"}).err, HasSubstr("There is nothing to take back"));
+}
+
+// One working folder for two firms.
+TEST_F(Backups, Of_another_firm_are_not_taken_back_unless_its_files_are_named_nor_pushed_out) {
+  fs::create_directory(folder_.Path() / "b");
+  for (const auto& name : kFiles) fs::copy(folder_.Path() / name, folder_.Path() / "b" / name);
+  const std::vector<std::string> other = {"--billing",  "Provider=SQLITE;Data Source=b/billing.db",
+                                          "--company",  "b/company.twq",
+                                          "--settings", "b/twqb.ini",
+                                          "--registry", "b/registry.ini"};
+  const auto undo = [&](bool ofOther) {
+    std::vector<std::string> words = {"undo"};
+    if (ofOther) words.insert(words.end(), other.begin(), other.end());
+    return folder_.Twqb(words);
+  };
+  const auto before = Bytes();
+  Send(other);
+  const auto refused = undo(false);
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("There is nothing to take back"), HasSubstr("b/billing.db and "),
+                                 HasSubstr("b/company.twq"), HasSubstr("--billing")));
+  EXPECT_EQ(undo(true).status, 0);
+
+  Send();
+  for (int i = 0; i < 12; ++i) {
+    folder_.Write("new.csv", "ClientID\nNEW" + std::to_string(i) + "\n");
+    std::vector<std::string> words = {"import", "clients", "new.csv", "--apply"};
+    words.insert(words.end(), other.begin(), other.end());
+    folder_.Done(words);
+  }
+  const auto theirs = Mark(folder_.Read("b/billing.db"));
+  EXPECT_EQ(undo(false).status, 0);
+  EXPECT_EQ(Bytes(), before);
+  EXPECT_EQ(Mark(folder_.Read("b/billing.db")), theirs);
 }
 
 TEST_F(Backups, Undo_refuses_after_a_change_in_QuickBooks_or_of_a_setting_and_says_where) {

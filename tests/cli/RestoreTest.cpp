@@ -1,6 +1,7 @@
 // What restore and undo refuse, what they see of a change, and where files of a set are written to.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <set>
@@ -49,6 +50,21 @@ TEST_F(Restores, Are_refused_when_something_changes_while_they_ask_and_nothing_i
   });
   ASSERT_TRUE(session.See("Do you want to put back the set"));
   ASSERT_TRUE(session.See("[Y]es / [N]o: "));
+  // What only reads goes on meanwhile; what does not is told what is in its way.
+  for (const auto& reading :
+       std::vector<std::vector<std::string>>{{"check"}, {"link"}, {"diff"}, {"list", "customers"}, {"status"}}) {
+    const auto ended = folder_.Twqb(reading);
+    EXPECT_NE(ended.status, 2) << reading.front() << ": " << ended.err;
+    EXPECT_THAT(ended.err, Not(HasSubstr("at work"))) << reading.front();
+    EXPECT_THAT(ended.err, Not(HasSubstr("connection"))) << reading.front();
+  }
+  for (const auto& [word, nothing] : std::vector<std::pair<std::string, std::string>>{
+           {"undo", "Nothing has been taken back"}, {"backup", "No backup has been made"}}) {
+    const auto refused = folder_.Twqb({word});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.err, AllOf(HasSubstr("A restore is at work on "), HasSubstr("\"twqb restore\" (process"),
+                                   HasSubstr(nothing)));
+  }
   folder_.Write("twqb.ini", folder_.Read("twqb.ini") + "[QBSEND_]\nClients_OptNever=True\n");
   const auto changed = Bytes();
   ASSERT_TRUE(session.Type("y\n"));
@@ -116,6 +132,73 @@ TEST_F(Restores, Of_a_transfer_see_views_tables_without_rows_and_comments_that_c
   folder_.Write("twqb.ini", settings);
   // Whole on a narrow screen: it can't be asked for again.
   EXPECT_THAT(folder_.OnTerminal({"undo"}, {.columns = 40}), AllOf(HasSubstr("GONE"), Not(HasSubstr("--wide"))));
+}
+
+TEST_F(Restores, Of_a_database_whose_file_differs_and_no_row_say_so_and_put_it_back) {
+  folder_.Done({"backup"});
+  const auto set = Newest();
+  const auto before = Bytes();
+  // A page of an index, which no count of rows reads.
+  const auto at = folder_.Scalar("SELECT rootpage FROM sqlite_schema WHERE type = 'index' AND tbl_name = 'TimeEntry'");
+  constexpr std::size_t kHalf = 2048;
+  auto bytes = folder_.Read("billing.db");
+  bytes.replace((std::stoul(at) - 1) * 2 * kHalf + kHalf, kHalf, kHalf, 'X');
+  folder_.Write("billing.db", bytes);
+  folder_.Write("no.txt", "default no\n");
+  const auto asked = folder_.Twqb({"restore", "--answers", "no.txt"});
+  EXPECT_EQ(asked.status, 1);
+  EXPECT_THAT(asked.out, testing::ContainsRegex("billing +no row, but the file +- +-"));
+  EXPECT_THAT(asked.err, HasSubstr("No row of BillingDb differs from the set, but the file does."));
+  const auto lines = folder_.Twqb({"restore", "--json", "--answers", "no.txt"}).out;
+  EXPECT_THAT(lines, HasSubstr("{\"where\":\"billing\",\"what\":\"no row, but the file\",\"then\":null"));
+  folder_.Done({"restore", "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), before);
+  EXPECT_THAT(folder_.Twqb({"restore", set, "--answers", "yes.txt"}).err, Not(HasSubstr("differs from the set")));
+}
+
+TEST_F(Restores, Count_each_table_of_BillingDb_as_one_whatever_its_columns_are_called) {
+  Sql("CREATE TABLE Somebody (Was TEXT, kind TEXT); INSERT INTO Somebody VALUES ('a', 'Client'), ('b', 'Client')");
+  Sql("CREATE TABLE Widened (Was TEXT); INSERT INTO Widened VALUES ('c')");
+  folder_.Done({"backup"});
+  Sql("DELETE FROM Client; DELETE FROM Somebody; ALTER TABLE Widened ADD COLUMN kind TEXT");
+  folder_.Write("no.txt", "default no\n");
+  const auto asked = folder_.Twqb({"restore", "--answers", "no.txt"});
+  EXPECT_THAT(asked.out, AllOf(testing::ContainsRegex("billing +Client +2 +0 +0 +0 +2\n"),
+                               testing::ContainsRegex("billing +Somebody +2 +0 +0 +0 +2\n"),
+                               testing::ContainsRegex("billing +Widened +1 +1 +0 +1 +0\n")));
+}
+
+// Other users have these files only where the tests may give them any.
+TEST_F(Restores, Give_each_file_the_rights_and_as_far_as_they_may_the_owner_that_it_had) {
+  Send();
+  constexpr uid_t kSomebody = 65534;
+  const bool mayGive = ::geteuid() == 0;
+  const auto owner = mayGive ? kSomebody : ::geteuid();
+  const auto billing = folder_.Path() / "billing.db";
+  const auto ownerOf = [](const fs::path& file) {
+    struct stat status = {};
+    EXPECT_EQ(::stat(file.c_str(), &status), 0);
+    return status.st_uid;
+  };
+  fs::permissions(billing, static_cast<fs::perms>(0664));
+  ASSERT_EQ(::chown(billing.c_str(), owner, static_cast<gid_t>(-1)), 0);
+  const auto undone = folder_.Twqb({"undo"});
+  EXPECT_EQ(undone.status, 0) << undone.err;
+  EXPECT_THAT(undone.err, Not(HasSubstr("another owner")));
+  EXPECT_EQ(ownerOf(billing), owner);
+  EXPECT_EQ(fs::status(billing).permissions(), static_cast<fs::perms>(0664));
+  if (!mayGive) return;
+  // The same the other way round: the user is somebody, and the file another's.
+  Send();
+  fs::permissions(folder_.Path(), static_cast<fs::perms>(0777));
+  fs::permissions(billing, static_cast<fs::perms>(0666));
+  for (const auto& entry : fs::recursive_directory_iterator(folder_.Path())) {
+    ASSERT_EQ(::chown(entry.path().c_str(), entry.path() == billing ? 0 : kSomebody, static_cast<gid_t>(-1)), 0);
+  }
+  const auto other = folder_.Shell("setpriv --reuid 65534 --regid 0 --clear-groups \"$0\" undo");
+  EXPECT_EQ(other.status, 0) << other.err;
+  EXPECT_THAT(other.err, HasSubstr("billing.db has another owner or group than before"));
+  EXPECT_EQ(ownerOf(billing), kSomebody);
 }
 
 TEST_F(Restores, Into_a_folder_say_so_when_the_set_has_nothing_of_the_part) {
