@@ -296,7 +296,7 @@ constexpr std::array kReads = {QuickBooksRead{
     .keeps = Keeps::Jobs,
 }};
 
-constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"},
+constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID", Orphan::IsPassedOver},
                                  RowParent{"ParentProjectID", "Project", "ProjectID"}};
 // Below their client, or the project above them.
 constexpr std::array<std::string_view, 2> kCalled = {"ProjectID", "ProjectName"};

@@ -57,6 +57,29 @@ TEST_F(Checks, Find_a_key_with_a_quotation_mark) {
                                       HasSubstr("    Give the row a key without the mark.\n")));
 }
 
+TEST_F(Checks, Find_a_project_whose_client_there_is_not) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott Roofing');"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('ONE:', 'ONE', 'One', NULL), "
+      "('TWO:', 'TWO', 'Two', 'NOSUCH'), ('THREE:', 'THREE', 'Three', 'abbott')");
+  const auto out = Check("projects");
+  EXPECT_THAT(out, AllOf(HasSubstr("project ONE:: It has no client, so that a send passes it over.\n"
+                                   "    Give the row a client that there is.\n"),
+                         HasSubstr("project TWO:: Its client NOSUCH is not in BillingDb, so that a send passes it "
+                                   "over.\n"),
+                         HasSubstr("project THREE: \"Three\": It can't go yet: ")));
+  EXPECT_THAT(Check("all"), HasSubstr("project TWO:: Its client NOSUCH is not in BillingDb")) << "it waits for nothing";
+  EXPECT_THAT(folder_.Done({"check", "projects", "--json"}), HasSubstr("\"key\":\"TWO:\",\"name\":null,\"check\":"
+                                                                       "\"parentMissing\""));
+}
+
+TEST_F(Checks, Find_a_time_entry_whose_project_or_activity_there_is_not) {
+  Sql("INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub) VALUES ('LEE', 'Ann', 'Lee', 0);"
+      "INSERT INTO TimeEntry (TEID, EmployeeID, ProjectID, ActivityID, TEHours) VALUES (7, 'LEE', 'GONE:', 'PLAN', 2)");
+  EXPECT_THAT(Check("timeentries"),
+              AllOf(HasSubstr("Its project GONE: is not in BillingDb"),
+                    HasSubstr("Its activity PLAN is not in BillingDb"), Not(HasSubstr("employee LEE"))));
+}
+
 TEST_F(Checks, Find_a_name_with_a_colon) {
   Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott: Roofing')");
   EXPECT_THAT(Check("clients"),
