@@ -49,9 +49,16 @@ std::string KindOf(std::string_view query) {
 
 // What a text field takes on, and loses.
 Finding CutFinding(const CutText& cut) {
+  if (!cut.text.starts_with(cut.kept)) {
+    return {.check = Check::TextCut,
+            .rule = fmt::format("{} takes {} characters in QuickBooks: the key in front is left off {}, and {} would "
+                                "arrive.",
+                                cut.field, cut.room, Quoted(cut.text), Quoted(cut.kept)),
+            .advice = "Shorten the key, or accept that it stays behind."};
+  }
   return {.check = Check::TextCut,
-          .rule = fmt::format("{} takes {} characters in QuickBooks: of {} only {} would arrive.", cut.field,
-                              CharacterCount(cut.kept), Quoted(cut.text), Quoted(cut.kept)),
+          .rule = fmt::format("{} takes {} characters in QuickBooks: of {} the end {} would be lost.", cut.field,
+                              cut.room, Quoted(cut.text), Quoted(std::string_view(cut.text).substr(cut.kept.size()))),
           .advice = "Shorten the text, or accept that its end stays behind."};
 }
 

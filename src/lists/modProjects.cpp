@@ -369,7 +369,8 @@ void AssignProjectFldValues(const RequestField& request, const ado::Recordset& r
   if (kind == RequestKind::Add) {
     const auto target = request["Name"];
     const auto name = GetQBProjectName(record.key, record.countedName, target.GetMaxLength());
-    NoteCut(target, GetQBProjectName(record.key, record.countedName, std::numeric_limits<int>::max()), name);
+    NoteCut(target, GetQBProjectName(record.key, record.countedName, std::numeric_limits<int>::max()), name,
+            static_cast<std::size_t>(target.GetMaxLength()));
     SetCut(target, name);
   }
   SendFields(request, row, kSendManager);

@@ -86,12 +86,22 @@ TEST_F(Checks, Find_a_name_with_a_colon) {
               HasSubstr("QuickBooks takes no colon in a name, and \"Abbott: Roofing (ABBOTT)\" has one."));
 }
 
-TEST_F(Checks, Find_texts_that_would_be_cut_and_say_what_would_arrive) {
+TEST_F(Checks, Find_texts_that_would_be_cut_and_say_what_would_be_lost) {
   Sql("INSERT INTO Client (ClientID, ClientCompany, ClientCity) VALUES ('ABBOTT', 'Abbott', "
       "'Llanfairpwllgwyngyllgogerychwyrndro')");
   EXPECT_THAT(Check("clients"),
-              HasSubstr("City takes 31 characters in QuickBooks: of \"Llanfairpwllgwyngyllgogerychwyrndro\" only "
-                        "\"Llanfairpwllgwyngyllgogerychwyr\" would arrive."));
+              HasSubstr("City takes 31 characters in QuickBooks: of \"Llanfairpwllgwyngyllgogerychwyrndro\" the "
+                        "end \"ndro\" would be lost."));
+}
+
+TEST_F(Checks, Say_how_much_room_there_is_where_a_key_is_left_off_the_name) {
+  Company("<CustomerAddRq><CustomerAdd><Name>Abbott</Name></CustomerAdd></CustomerAddRq>");
+  const std::string key = "CONSORTIUM-OF-THE-UPPER-VALLEY-WATERSHEDS";
+  Sql("INSERT INTO Client (ClientID, ClientCompany, QBLinkID) SELECT 'ABBOTT', 'Abbott', '1-1';"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('" +
+      key + ":', '" + key + "', 'Mill', 'ABBOTT')");
+  EXPECT_THAT(Check("projects"), HasSubstr("Name takes 41 characters in QuickBooks: the key in front is left off \"" +
+                                           key + "- Mill\", and \"Mill\" would arrive."));
 }
 
 // The name of a vendor's company is cut to more than QuickBooks takes.
