@@ -107,6 +107,32 @@ TEST_F(Links, A_question_without_an_answer_ends_with_3_and_keeps_what_was_linked
   EXPECT_THAT(LinkOf("BELL"), IsEmpty());
 }
 
+TEST_F(Links, A_key_that_is_the_name_of_another_company_is_asked_for) {
+  Client("CEDAR", "Cedar Hill Retirement");
+  Client("DUNN", "Dunn Paving");
+  static_cast<void>(Customer("CEDAR", "<CompanyName>Cedar Point Amusements</CompanyName>"));
+  const auto dunn = Customer("DUNN", "<CompanyName>Dunn Paving, Inc.</CompanyName>");
+  EXPECT_THAT(Link({"clients"}).out, AllOf(HasSubstr("): 80 of 100, the same name, another company; near\n"),
+                                           HasSubstr("    CompanyName: \"Cedar Hill Retirement\" in BillingDb, \"Cedar "
+                                                     "Point Amusements\" in QuickBooks.\n")));
+  EXPECT_EQ(Link({"clients", "--apply", "--answers", "no.txt"}).status, 0);
+  EXPECT_THAT(LinkOf("CEDAR"), IsEmpty());
+  EXPECT_EQ(LinkOf("DUNN"), dunn) << "of a company that is alike it is exact";
+}
+
+TEST_F(Links, A_company_under_the_name_of_another_one_is_asked_for) {
+  Client("CEDAR", "Cedar Hill Retirement");
+  static_cast<void>(Customer("Cedar Point", "<CompanyName>Cedar Hill Retirement</CompanyName>"));
+  EXPECT_THAT(Link({"clients"}).out, HasSubstr("): 80 of 100, the same company, another name; near\n"));
+}
+
+TEST_F(Links, A_key_that_is_the_name_of_another_person_is_asked_for) {
+  folder_.Done({"billing", "run", "-e",
+                "INSERT INTO Client (ClientID, ClientFName, ClientLName) VALUES ('LEE', 'Mary', 'Lee')"});
+  static_cast<void>(Customer("LEE", "<FirstName>Paul</FirstName><LastName>Leeds</LastName>"));
+  EXPECT_THAT(Link({"clients"}).out, HasSubstr("): 80 of 100, the same name, another person; near\n"));
+}
+
 TEST_F(Links, One_record_goes_to_one_row_and_two_that_are_exact_are_asked_for) {
   Client("ABBOTT1", "Abbott Roofing");
   Client("ABBOTT2", "Abbott Roofing");
