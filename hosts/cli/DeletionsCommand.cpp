@@ -148,7 +148,7 @@ ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments
   };
   bool recorded = true;
   try {
-    recorded = RunComposed(labelled, arguments.list ? Sides::Read : Sides::Written, work);
+    recorded = RunComposed(labelled, arguments.list ? Sides::Looked : Sides::Written, work);
   } catch (const DeskGaveUp&) {
     PrintSettled(options, all, arguments.json);
     FlushOutput();

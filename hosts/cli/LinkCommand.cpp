@@ -237,7 +237,11 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
   };
   bool recorded = true;
   try {
-    recorded = RunComposed(options, arguments.apply ? Sides::Written : Sides::Read, work);
+    recorded = RunComposed(options, arguments.apply ? Sides::Written : Sides::Looked, work, [&] {
+      return std::ranges::any_of(told, [](const TablePairs& table) {
+        return std::ranges::find(table.pairs, PairEnd::Linked, &PairTold::end) != table.pairs.end();
+      });
+    });
   } catch (const DeskGaveUp&) {
     PrintTold(told, arguments);
     if (!arguments.json) Print("link: ended at a question without an answer\n");

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+
 #include "Program.h"
 
 namespace twqb::cli {
@@ -49,6 +52,30 @@ TEST_F(Checks, Change_nothing_on_either_side) {
   EXPECT_EQ(folder_.Read("company.twq"), company);
   EXPECT_EQ(folder_.Done({"billing", "run", "-e", "SELECT * FROM Client", "--json"}), rows);
   EXPECT_EQ(folder_.Read("twqb.ini"), settings);
+}
+
+TEST_F(Checks, Of_an_empty_firm_say_so) { EXPECT_EQ(Check("all"), "check: there are no rows to look at\n"); }
+
+TEST_F(Checks, And_what_else_changes_nothing_leave_the_question_of_the_first_run_to_the_first_send) {
+  const WorkFolder firm;
+  firm.Done({"init"});
+  firm.Write("yes.txt", "default yes\n");
+  firm.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott')"});
+  const auto settings = firm.Read("twqb.ini");
+  const auto rows = firm.Done({"billing", "run", "-e", "SELECT * FROM TWSTable", "--json"});
+  for (const std::vector<std::string>& command :
+       std::vector<std::vector<std::string>>{{"check"}, {"link"}, {"deletions", "--list"}, {"status", "--deep"}}) {
+    for (const std::string store : {"--no-progress", "--settings-table"}) {
+      auto words = command;
+      words.push_back(store);
+      const auto ended = firm.Twqb(words);
+      EXPECT_EQ(ended.status, 0) << command.front() << ended.err;
+      EXPECT_THAT(ended.err, Not(HasSubstr("backup your data files Now")));
+    }
+  }
+  EXPECT_EQ(firm.Read("twqb.ini"), settings);
+  EXPECT_EQ(firm.Done({"billing", "run", "-e", "SELECT * FROM TWSTable", "--json"}), rows);
+  EXPECT_THAT(firm.Twqb({"send", "clients", "--answers", "yes.txt"}).err, HasSubstr("backup your data files Now"));
 }
 
 TEST_F(Checks, Find_a_key_with_a_quotation_mark) {
@@ -281,6 +308,25 @@ TEST_F(Checks, Without_a_preview_say_so_and_go_on) {
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.out, HasSubstr("clients: 1 row looked at, 1 finding\n"));
   EXPECT_THAT(ended.err, HasSubstr("What QuickBooks itself would refuse is not known, for there is no preview: "));
+  EXPECT_THAT(ended.err, HasSubstr("\"/nowhere/at/all\""));
+}
+
+// No file may grow beyond what the copies of the firm's have.
+TEST_F(Checks, Without_room_for_the_copies_blame_no_row) {
+  const WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  firm.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
+  const auto sizeOf = [&](const char* name) { return std::filesystem::file_size(firm.Path() / name); };
+  const auto blocks = std::max(sizeOf("company.twq"), sizeOf("billing.db")) / 512 + 8;
+  const auto limit = "trap '' XFSZ; ulimit -f " + std::to_string(blocks) + "; \"$0\" ";
+  const auto checked = firm.Shell(limit + "check clients --no-progress");
+  EXPECT_EQ(checked.status, 0) << checked.err;
+  EXPECT_THAT(checked.out, AllOf(Not(HasSubstr("disk")), HasSubstr("clients: ")));
+  EXPECT_THAT(checked.err, HasSubstr("there is no preview: There is no room for the copies of a preview in \""));
+  const auto previewed = firm.Shell(limit + "send all --preview --no-progress");
+  EXPECT_EQ(previewed.status, 2);
+  EXPECT_THAT(previewed.out, IsEmpty());
+  EXPECT_THAT(previewed.err, HasSubstr("There is no room for the copies of a preview in \""));
 }
 
 TEST_F(Checks, Show_their_progress_unless_they_are_asked_not_to) {

@@ -94,6 +94,17 @@ TEST_F(Links, Exact_ones_are_written_without_a_question_and_near_ones_asked_for)
               HasSubstr("Linked: client BELL is customer " + bell + ", BELL BAKERY."));
 }
 
+TEST_F(Links, That_are_none_leave_no_set_for_undo_to_take_back) {
+  Client("BELL", "Bell Bakery");
+  static_cast<void>(Customer("BELL BAKERY"));
+  folder_.Done({"send", "vendors", "--answers", "yes.txt", "--clock", "2008-03-05T11:00:00"});
+  const auto sets = folder_.Done({"backup", "--list"});
+  EXPECT_THAT(Link({"clients", "--apply", "--answers", "no.txt"}).out, HasSubstr("1 pair declined"));
+  EXPECT_EQ(folder_.Done({"backup", "--list"}), sets);
+  EXPECT_EQ(Link({"clients", "--apply", "--answers", "yes.txt"}).status, 0);
+  EXPECT_NE(folder_.Done({"backup", "--list"}), sets);
+}
+
 TEST_F(Links, A_question_without_an_answer_ends_with_3_and_keeps_what_was_linked) {
   Client("ABBOTT", "Abbott Roofing");
   Client("BELL", "Bell Bakery");
