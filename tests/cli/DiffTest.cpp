@@ -141,7 +141,7 @@ TEST_F(Compared, Takes_no_link_for_dead_that_leads_to_what_QuickBooks_does_not_t
                                HasSubstr("Where links lead is not known:\n"
                                          "  timeentries: asked for TimeTracking, QuickBooks answers: This feature is "
                                          "not enabled"),
-                               HasSubstr(", links that lead nowhere not known\n")));
+                               HasSubstr(", links that lead nowhere not known, ")));
   const auto json = folder_.Twqb(At("06T10:00:00", {"diff", "timeentries", "--json"})).out;
   EXPECT_THAT(json, AllOf(HasSubstr("\"diff\":\"notKnown\""), HasSubstr("\"status\":3250"), HasSubstr("\"dead\":null"),
                           Not(HasSubstr("deadLink"))));
