@@ -12,6 +12,20 @@ namespace twqb::preview {
 
 namespace {
 
+// Its rows are written to the copy where the connection's statements are.
+class CopiedRecordset : public ado::ForwardingRecordset {
+ public:
+  CopiedRecordset(std::unique_ptr<ado::Recordset> inner, ScratchFiles& files)
+      : ForwardingRecordset(std::move(inner)), files_(files) {}
+
+  void Update() override {
+    files_.Translated([&] { ForwardingRecordset::Update(); });
+  }
+
+ private:
+  ScratchFiles& files_;
+};
+
 class CopiedConnection : public ado::ForwardingConnection {
  public:
   CopiedConnection(std::unique_ptr<ado::Connection> inner, ScratchFiles& files, const std::string& otherProvider)
@@ -38,7 +52,8 @@ class CopiedConnection : public ado::ForwardingConnection {
   }
   std::unique_ptr<ado::Recordset> OpenRecordset(std::string_view statement, ado::CursorType cursor,
                                                 ado::LockType lock) override {
-    return files_.Translated([&] { return ForwardingConnection::OpenRecordset(statement, cursor, lock); });
+    auto rows = files_.Translated([&] { return ForwardingConnection::OpenRecordset(statement, cursor, lock); });
+    return std::make_unique<CopiedRecordset>(std::move(rows), files_);
   }
 
  private:

@@ -33,7 +33,9 @@ class CopiedMachine : public ForwardingMachine {
   }
   bool WritePrivateProfileString(std::string_view section, std::string_view key, std::string_view value,
                                  std::string_view path) override {
-    return ForwardingMachine::WritePrivateProfileString(section, key, value, Worked(path));
+    const bool isWritten = ForwardingMachine::WritePrivateProfileString(section, key, value, Worked(path));
+    if (!isWritten) files_.NoteFailure();
+    return isWritten;
   }
 
   // Fails as a copy does whose source is missing.

@@ -4,7 +4,9 @@
 #include <unistd.h>  // mkdtemp, where <cstdlib> has none
 
 #include <algorithm>
-#include <cstdlib>  // mkdtemp
+#include <array>
+#include <cstdint>
+#include <cstdlib>  // mkdtemp, getenv
 #include <filesystem>
 #include <system_error>
 
@@ -17,16 +19,30 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string NewFolder() {
+[[noreturn]] void RefuseFolder(const fs::path& above) {
+  throw PlatformError(error::kPathNotFound, fmt::format("No folder for copies can be made in \"{}\".", above.string()));
+}
+
+// Of one that is missing the error does not tell the name.
+fs::path FolderAbove() {
   std::error_code failure;
-  const auto above = fs::temp_directory_path(failure);
-  auto pattern = (above / "twqb-preview-XXXXXX").string();
-  if (failure || ::mkdtemp(pattern.data()) == nullptr) {
-    throw PlatformError(error::kPathNotFound,
-                        fmt::format("No folder for copies can be made in \"{}\".", above.string()));
+  auto above = fs::temp_directory_path(failure);
+  if (!failure) return above;
+  for (const auto* name : {"TMPDIR", "TMP", "TEMP", "TEMPDIR"}) {
+    if (const auto* set = std::getenv(name)) RefuseFolder(set);
   }
+  RefuseFolder("/tmp");
+}
+
+std::string NewFolder() {
+  const auto above = FolderAbove();
+  auto pattern = (above / "twqb-preview-XXXXXX").string();
+  if (::mkdtemp(pattern.data()) == nullptr) RefuseFolder(above);
   return pattern;
 }
+
+// The engine's own words, of whichever side: a full disk has no number of its own.
+constexpr std::array<std::string_view, 2> kNoRoom = {"database or disk is full", "disk I/O error"};
 
 }  // namespace
 
@@ -63,6 +79,20 @@ const ScratchFile& ScratchFiles::Add(const std::string& name, const std::string&
     machine_.CopyFile(file.before, file.worked);
   }
   return files_.emplace_back(std::move(file));
+}
+
+std::string ScratchFiles::Place() const { return fs::path(folder_.Path()).parent_path().string(); }
+
+void ScratchFiles::NoteFailure(std::string_view description) {
+  const auto isIn = [&](std::string_view words) { return description.find(words) != std::string_view::npos; };
+  lacksRoom_ = lacksRoom_ || std::ranges::any_of(kNoRoom, isIn);
+}
+
+void ScratchFiles::NoteFailure() {
+  constexpr std::uintmax_t kLeast = 64UL * 1024;  // what a settings file and its replacement take
+  std::error_code failure;
+  const auto space = fs::space(folder_.Path(), failure);
+  lacksRoom_ = lacksRoom_ || (!failure && space.available < kLeast);
 }
 
 std::string ScratchFiles::InOwnNames(std::string text) const {

@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <string>
+#include <string_view>
 
 #include "platform/PlatformError.h"
 #include "platform/machine.h"
@@ -49,12 +50,22 @@ class ScratchFiles {
   // A text with the files' own names in the place of the copies'.
   [[nodiscard]] std::string InOwnNames(std::string text) const;
 
+  // The folder that the system has for such copies.
+  [[nodiscard]] std::string Place() const;
+  // Whether a copy could not be written. What a run tells of it then is no word about what is in the files.
+  [[nodiscard]] bool LacksRoom() const { return lacksRoom_; }
+  // What came of a write to a copy: notes it where that failed for want of room.
+  void NoteFailure(std::string_view description);
+  // The same of a write that failed without a word.
+  void NoteFailure();
+
   // Calls `body`; a PlatformError comes out of it with the files' own names.
   template <typename Body>
-  decltype(auto) Translated(Body&& body) const {
+  decltype(auto) Translated(Body&& body) {
     try {
       return body();
     } catch (const PlatformError& raised) {
+      NoteFailure(raised.description());
       throw PlatformError(raised.number(), InOwnNames(raised.description()));
     }
   }
@@ -65,6 +76,7 @@ class ScratchFiles {
 
   Machine& machine_;
   ScratchFolder folder_;
+  bool lacksRoom_ = false;
   std::deque<ScratchFile> files_;  // references to them stay good
 };
 

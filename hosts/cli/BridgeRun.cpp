@@ -13,6 +13,7 @@
 #include "cli/RunBackup.h"
 #include "cli/RunFiles.h"
 #include "cli/TransferLock.h"
+#include "quickbooks/CompanyFileChecks.h"
 
 namespace twqb::cli {
 
@@ -35,13 +36,14 @@ void RemoveWhatKillsLeft(const Workplace& place) {
 // What the run leaves is noted on every way out of it.
 class NotedEnd {
  public:
-  explicit NotedEnd(RunBackup& backup) : backup_(backup) {}
-  ~NotedEnd() { backup_.NoteEnd(); }
+  NotedEnd(RunBackup& backup, const std::function<bool()>& wrote) : backup_(backup), wrote_(wrote) {}
+  ~NotedEnd() { wrote_ && !wrote_() ? backup_.Drop() : backup_.NoteEnd(); }
   NotedEnd(const NotedEnd&) = delete;
   NotedEnd& operator=(const NotedEnd&) = delete;
 
  private:
   RunBackup& backup_;
+  const std::function<bool()>& wrote_;
 };
 
 }  // namespace
@@ -55,7 +57,8 @@ void SetUp(CTWQBBridge& bridge, const Composition& composition, const Options& o
   bridge.SetLeaveMsgBoxOpen(options.leaveOpen);
 }
 
-bool RunComposed(const Options& options, Sides sides, const std::function<void(Composition&)>& work) {
+bool RunComposed(const Options& options, Sides sides, const std::function<void(Composition&)>& work,
+                 const std::function<bool()>& wrote) {
   const auto place = WorkplaceOf(options);
   auto surroundings = ReadSurroundings(options);
   CheckApart(place, options);
@@ -70,13 +73,15 @@ bool RunComposed(const Options& options, Sides sides, const std::function<void(C
     signals.emplace();
     held.emplace(place, options);
     RemoveWhatKillsLeft(place);
-    end.emplace(backup.emplace(place, options));
+    end.emplace(backup.emplace(place, options), wrote);
     surroundings.companyOpened = [&](const std::string& path) {
       held->HoldToo(path);
       backup->CompanyOpened(path);
     };
   }
   Composition composition(place, surroundings);
+  std::optional<SessionWithoutTrace> traceless;
+  if (sides == Sides::Looked) traceless.emplace();
   work(composition);
   return composition.TranscriptIsWhole();
 }

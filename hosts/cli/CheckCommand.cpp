@@ -83,13 +83,14 @@ void PrintTold(const std::vector<TableFindings>& told, bool json) {
     }
     summary += SummaryOf(table, ofAll);
   }
-  if (!json) Print(summary);
+  if (json) return;
+  Print(summary.empty() ? "check: there are no rows to look at\n" : summary);
 }
 
 ExitStatus RunCheck(const Options& options, const CheckArguments& arguments) {
   std::vector<TableFindings> told;
   bool done = false;
-  const bool recorded = RunComposed(options, Sides::Read, [&](Composition& composition) {
+  const bool recorded = RunComposed(options, Sides::Looked, [&](Composition& composition) {
     told = TablesFrom(arguments.table);
     CTWQBBridge bridge;
     SetUp(bridge, composition, options);

@@ -1,5 +1,6 @@
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
@@ -25,6 +26,8 @@
 namespace twqb::cli {
 
 namespace {
+
+constexpr std::string_view kFailed = "failed";
 
 struct DeletionsArguments {
   std::string table = "all";
@@ -55,7 +58,7 @@ class Settling {
  public:
   Settling(Composition& composition, CTWQBBridge& bridge) : composition_(composition), bridge_(bridge) {}
 
-  // "deleted", "unlinked" or "left".
+  // "deleted", "unlinked", "left", or "failed" where a deletion that was wished did not come to be.
   std::string_view Settle(const LostTwin& twin) {
     Tell(Told(twin));
     return twin.gone == Gone::Record ? SettleRow(twin) : SettleRecord(twin);
@@ -64,10 +67,12 @@ class Settling {
  private:
   std::string_view SettleRow(const LostTwin& twin) {
     const auto& deletion = twin.table->billingDeletion;
+    std::string_view left = "left";
     if (!deletion.rows.empty() || !deletion.instead.empty()) {
-      static_cast<void>(composition_.Run("DeleteTWRecord", {DeclaredName(twin.table->number), twin.id},
-                                         [&] { return bridge_.DeleteTWRecord(twin.table->number, twin.id); }));
+      const bool isWished = composition_.Run("DeleteTWRecord", {DeclaredName(twin.table->number), twin.id},
+                                             [&] { return bridge_.DeleteTWRecord(twin.table->number, twin.id); });
       if (!IsLinked(twin)) return "deleted";
+      if (isWished && deletion.instead.empty()) left = kFailed;
     }
     const auto answer = composition_.Seams().desk->ShowMessageBox(
         {.text = fmt::format("Do you want to unlink the {} {}?\r\n\r\nIt then counts as never sent, and the next send "
@@ -76,7 +81,7 @@ class Settling {
          .title = "Confirm",
          .icon = BoxIcon::Question,
          .buttons = BoxButtons::YesNo});
-    if (answer != BoxAnswer::Yes) return "left";
+    if (answer != BoxAnswer::Yes) return left;
     WithGlobalConnection([&] {
       GlobalConnection().Execute(Sql("UPDATE {} SET QBLinkID = NULL WHERE QBLinkID = '{}' AND {}",
                                      twin.table->rows.table, twin.id, Sql::Own(twin.table->rows.condition)),
@@ -87,9 +92,12 @@ class Settling {
 
   std::string_view SettleRecord(const LostTwin& twin) {
     if (twin.table->quickBooksDeletion.kind == QuickBooksKind::None) return "left";
+    const int before = composition_.BoxesShown();
     const bool isDeleted = composition_.Run("DeleteQBRecord", {DeclaredName(twin.table->number), twin.id},
                                             [&] { return bridge_.DeleteQBRecord(twin.table->number, twin.id); });
-    return isDeleted ? "deleted" : "left";
+    if (isDeleted) return "deleted";
+    // A No ends with the question's own box; what was refused is told in another one.
+    return composition_.BoxesShown() - before > 1 ? kFailed : "left";
   }
 
   static bool IsLinked(const LostTwin& twin) {
@@ -148,7 +156,7 @@ ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments
   };
   bool recorded = true;
   try {
-    recorded = RunComposed(labelled, arguments.list ? Sides::Read : Sides::Written, work);
+    recorded = RunComposed(labelled, arguments.list ? Sides::Looked : Sides::Written, work);
   } catch (const DeskGaveUp&) {
     PrintSettled(options, all, arguments.json);
     FlushOutput();
@@ -158,7 +166,8 @@ ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
   if (hasSession && all.empty()) Tell("Nothing is gone on one side alone, as far as the links and the kept sets tell.");
-  return hasSession ? ExitStatus::Done : ExitStatus::Failed;
+  const bool failed = std::ranges::find(all, kFailed, &Settled::done) != all.end();
+  return hasSession && !failed ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 }  // namespace
@@ -173,7 +182,8 @@ CommandSyntax DeletionsCommand() {
                     {.name = "--json", .text = "Print each as a JSON object", .target = &arguments->json}},
       .footer = TableHelpText(AllTables::Yes) +
                 "A row whose record is gone in QuickBooks is deleted, unlinked or left; a record whose row is gone is "
-                "deleted or\nleft. Which rows there were the kept sets tell (twqb backup --list): what went before the "
+                "deleted or\nleft. What can't be deleted is told as failed, with status 1. Which rows there were the "
+                "kept sets tell (twqb backup --list): what went before the "
                 "oldest of them, or\nwas never linked in one, is not found.",
       .run = [arguments](const Options& options) { return Deletions(options, *arguments); }};
 }

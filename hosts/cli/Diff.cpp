@@ -103,7 +103,7 @@ class DiffRuns {
     for (const auto& request : requests) {
       if (Moves(request.direction, table_)) built.push_back(request);
     }
-    if (built.empty()) return {};
+    if (built.empty()) return {.request = {}, .done = true};
     auto preview = RunPreview(
         options_, built, [this](const Workplace& copies) { Arrange(copies); }, sources_);
     if (!preview.done) {
@@ -332,7 +332,11 @@ void FindDeadLinks(const std::vector<LinkedRow>& linked, const std::optional<std
   }
 }
 
-void AddSums(const std::vector<LinkedRow>& linked, const std::optional<std::string>& id, Difference& difference) {
+// Rows that come back as others, as far as they were found.
+enum class TripsAre : std::uint8_t { Whole, Cut };
+
+void AddSums(const std::vector<LinkedRow>& linked, const std::optional<std::string>& id, TripsAre trips,
+             Difference& difference) {
   std::map<std::int32_t, DiffSums> sums;
   for (const auto& row : linked) {
     if (IsMeant(row, id)) ++sums[row.table].linked;
@@ -343,7 +347,10 @@ void AddSums(const std::vector<LinkedRow>& linked, const std::optional<std::stri
   }
   for (const auto& link : difference.deadLinks) ++*sums[link.table].dead;
   for (const auto& closed : difference.closed) sums[closed.table].dead.reset();
-  for (const auto& trip : difference.roundTrips) ++sums[trip.table].roundTrips;
+  for (const auto& trip : difference.roundTrips) ++*sums[trip.table].roundTrips;
+  if (trips == TripsAre::Cut) {
+    for (auto& [table, sum] : sums) sum.roundTrips.reset();
+  }
   for (const auto* table : Tables()) {
     const auto found = sums.find(table->number);
     if (found == sums.end()) continue;
@@ -376,7 +383,7 @@ Difference FindDifference(const Options& options, enTables table, const std::opt
   Difference difference{.pairs = pairs.Differing(), .roundTrips = RoundTripsOf(both), .troubles = runs.Troubles()};
   FindDeadLinks(runs.Linked(), id, runs.There(), difference);
   if (id) KeepOnly(*id, runs.Linked(), difference);
-  AddSums(runs.Linked(), id, difference);
+  AddSums(runs.Linked(), id, both.done ? TripsAre::Whole : TripsAre::Cut, difference);
   return difference;
 }
 

@@ -70,9 +70,9 @@ struct DiffSums {
   std::int32_t table = 0;
   std::int64_t linked = 0;  // rows
   std::int64_t differ = 0;
-  std::int64_t lines = 0;                // of documents, that differ
-  std::optional<std::int64_t> dead = 0;  // nothing: it is not known
-  std::int64_t roundTrips = 0;
+  std::int64_t lines = 0;                      // of documents, that differ
+  std::optional<std::int64_t> dead = 0;        // nothing: it is not known
+  std::optional<std::int64_t> roundTrips = 0;  // likewise: the transfers did not come to their end
 };
 
 struct Difference {

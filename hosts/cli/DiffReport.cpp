@@ -68,7 +68,8 @@ std::string SumText(const DiffSums& sums) {
   if (sums.lines > 0) text += fmt::format(", {} line{}", sums.lines, sums.lines == 1 ? " differs" : "s differ");
   if (!sums.dead) text += ", links that lead nowhere not known";
   if (sums.dead > 0) text += fmt::format(", {} with a link that leads nowhere", *sums.dead);
-  if (sums.roundTrips > 0) text += fmt::format(", {} would come back as others", sums.roundTrips);
+  if (!sums.roundTrips) text += ", rows that would come back as others not known";
+  if (sums.roundTrips > 0) text += fmt::format(", {} would come back as others", *sums.roundTrips);
   return text + "\n";
 }
 
@@ -232,7 +233,7 @@ std::string DifferenceJson(const Difference& difference) {
     fields["differ"] = sums.differ;
     fields["lines"] = sums.lines;
     fields["dead"] = sums.dead ? EventValue(*sums.dead) : EventValue(nullptr);
-    fields["roundTrips"] = sums.roundTrips;
+    fields["roundTrips"] = sums.roundTrips ? EventValue(*sums.roundTrips) : EventValue(nullptr);
     add(fields);
   }
   return text;

@@ -1,5 +1,6 @@
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <set>
@@ -7,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "adapters/terminal/EndSignals.h"
 #include "adapters/transcript/TranscriptWriter.h"
 #include "bridge/Linking.h"
 #include "bridge/Tables.h"
@@ -104,7 +106,9 @@ std::string SummaryOf(const TablePairs& told, bool applied) {
   std::size_t linked = 0;
   std::size_t declined = 0;
   std::size_t failed = 0;
+  std::size_t left = 0;
   for (const auto& pair : told.pairs) {
+    if (pair.end == PairEnd::Shown) ++left;
     if (pair.end == PairEnd::Linked) ++linked;
     if (pair.end == PairEnd::Declined) ++declined;
     if (pair.end == PairEnd::Failed) ++failed;
@@ -122,6 +126,7 @@ std::string SummaryOf(const TablePairs& told, bool applied) {
     add(linked, "linked");
     add(declined, declined == 1 ? "pair declined" : "pairs declined");
     add(failed, "could not be linked");
+    add(left, left == 1 ? "pair not come to" : "pairs not come to");
   } else {
     add(exact, "with an exact twin");
     add(nearRows.size(), "with one that is like it");
@@ -208,6 +213,7 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
   }
   std::vector<TablePairs> told;
   bool done = false;
+  bool ended = false;
   const auto work = [&](Composition& composition) {
     for (const auto* table : TablesFrom(arguments.table)) told.push_back({.table = table});
     CTWQBBridge bridge;
@@ -222,15 +228,20 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
         });
       }
       return LinkRows(options.singleUser, [&](QBSessionManager& session) {
-        for (auto& table : told) {
-          LinkPairs(table, newer, session, [&](const LikelyPair& pair) { return Confirms(*table.table, pair); });
-        }
+        const auto link = [&](TablePairs& table) {
+          return LinkPairs(table, newer, session, [&](const LikelyPair& pair) { return Confirms(*table.table, pair); });
+        };
+        ended = !std::ranges::all_of(told, link);
       });
     });
   };
   bool recorded = true;
   try {
-    recorded = RunComposed(options, arguments.apply ? Sides::Written : Sides::Read, work);
+    recorded = RunComposed(options, arguments.apply ? Sides::Written : Sides::Looked, work, [&] {
+      return std::ranges::any_of(told, [](const TablePairs& table) {
+        return std::ranges::find(table.pairs, PairEnd::Linked, &PairTold::end) != table.pairs.end();
+      });
+    });
   } catch (const DeskGaveUp&) {
     PrintTold(told, arguments);
     if (!arguments.json) Print("link: ended at a question without an answer\n");
@@ -242,10 +253,14 @@ ExitStatus Link(const Options& options, const LinkArguments& arguments) {
   for (const auto& table : told) {
     for (const auto& pair : table.pairs) failed = failed || pair.end == PairEnd::Failed;
   }
-  if (!arguments.json && arguments.apply) Print(failed ? "link: failed\n" : "link: done\n");
+  if (!arguments.json && arguments.apply) {
+    Print(ended    ? fmt::format("link: ended by {}\n", SignalName(EndSignals::Came()))
+          : failed ? "link: failed\n"
+                   : "link: done\n");
+  }
   FlushOutput();
   if (!recorded) RefuseTranscript(options);
-  return failed ? ExitStatus::Failed : ExitStatus::Done;
+  return failed || ended ? ExitStatus::Failed : ExitStatus::Done;
 }
 
 }  // namespace

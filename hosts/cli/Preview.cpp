@@ -37,7 +37,11 @@ class PreviewAccount final : public RunObserver {
     account_.ErrorTold(error);
   }
   void WalkEnded(const TableInHand& table, const Extent& extent) override { account_.WalkEnded(table, extent); }
-  void LostLinkTold(const LostLinkAccount& link) override { account_.LostLinkTold(link); }
+  // Of a link that is found again in the copies alone.
+  void LostLinkTold(const LostLinkAccount& link) override {
+    preview_.told.push_back(link.text);
+    account_.CountLostLink(link);
+  }
   void TableSkipped(const TableInHand& table) override {
     preview_.skipped.push_back(table);
     account_.TableSkipped(table);
@@ -52,6 +56,21 @@ class PreviewAccount final : public RunObserver {
 };
 
 // --- The run ---------------------------------------------------------------------------------------------------------
+
+// Calls `body`, which works on the copies. What could not be written of them is no fault of the firm's rows, whoever
+// told of it.
+template <typename Body>
+void WithRoom(PreviewSeams& seams, Body body) {
+  auto& files = seams.Files();
+  try {
+    body();
+  } catch (const std::exception& failure) {
+    files.NoteFailure(failure.what());
+    if (files.LacksRoom()) RefuseForRoom(files);
+    throw;
+  }
+  if (files.LacksRoom()) RefuseForRoom(files);
+}
 
 // The checks of a transfer, on the copies: an old company file is brought to today's format as it is looked at.
 void CheckCopies(const PreviewSeams& seams) {
@@ -106,25 +125,29 @@ Preview RunOnCopies(const Options& options, const std::vector<TransferRequest>& 
   const EndSignals signals;
   const auto machine = MakeMachine(place, options.clock);
   PreviewSeams seams(place, *machine, surroundings.answers, sources);
-  CheckCopies(seams);
   surroundings.instead = &seams.Seams();
   surroundings.log = nullptr;
-  if (arrange) {
+  WithRoom(seams, [&] {
+    CheckCopies(seams);
+    if (!arrange) return;
     if (place.quickBooks == QuickBooksSide::Itself) OpenCompany(place, options, surroundings, seams);
     arrange(seams.Worked());
     arrange(seams.Before());
-  }
+  });
   Preview preview{.request = requests.back()};
   RunAccount account(seams.Copied());
   PreviewAccount observer(account, preview);
   surroundings.observer = &observer;
-  for (const auto& request : requests) {
-    account.Expect(TablesOf(request));
-    Run(place, options, surroundings, request, preview);
-    if (!preview.done || preview.unanswered) break;
-  }
-  if (EndSignals::Came() != 0) throw EndedBySignal();
-  AddChanges(place, seams, *machine, preview);
+  WithRoom(seams, [&] {
+    for (const auto& request : requests) {
+      preview.request = request;
+      account.Expect(TablesOf(request));
+      Run(place, options, surroundings, request, preview);
+      if (!preview.done || preview.unanswered) break;
+    }
+    if (EndSignals::Came() != 0) throw EndedBySignal();
+    AddChanges(place, seams, *machine, preview);
+  });
   preview.boxes = seams.Asked().Boxes();
   preview.log = seams.Copied().Log();
   preview.summary = account.Summary(preview.request);

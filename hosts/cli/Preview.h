@@ -81,9 +81,10 @@ struct Preview {
   std::vector<TableInHand> skipped = {};  // by the settings
   std::vector<PreviewedBox> boxes = {};
   std::vector<SettingChange> settings = {};
-  std::vector<std::string> log = {};  // the lines that it would get
-  std::string summary = {};           // the lines of a transfer's own account, each with its end
-  std::string troubles = {};          // "1 error was told"; empty: none
+  std::vector<std::string> told = {};  // the sentences that it would say of lost links, on standard error
+  std::vector<std::string> log = {};   // the lines that it would get
+  std::string summary = {};            // the lines of a transfer's own account, each with its end
+  std::string troubles = {};           // "1 error was told"; empty: none
 };
 
 class PreviewSources;  // PreviewSeams.h
@@ -95,8 +96,9 @@ using Arrange = std::function<void(const Workplace& copies)>;
 // Raises UsageError for a file that can't be used, in the words of a transfer, and for a side that can't be read.
 [[nodiscard]] Preview RunPreview(const Options& options, const TransferRequest& request);
 
-// The same of several transfers, one behind the other on the same copies; what is told of the request is the last
-// one's. Ends behind the first that is not done. What is no file is read once for all previews of one `sources`.
+// The same of several transfers, one behind the other on the same copies; what is told of the request is that of
+// the one that it ended with. Ends behind the first that is not done. What is no file is read once for all previews of
+// one `sources`.
 [[nodiscard]] Preview RunPreview(const Options& options, const std::vector<TransferRequest>& requests,
                                  const Arrange& arrange, PreviewSources& sources);
 

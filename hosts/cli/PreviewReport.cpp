@@ -192,6 +192,8 @@ std::string PreviewText(const Preview& preview) {
   for (const auto& change : preview.beside) beside += ChangeText(change, "  ");
   std::string boxes;
   for (const auto& box : preview.boxes) boxes += BoxText(box);
+  std::string told;
+  for (const auto& sentence : preview.told) told += fmt::format("  {}\n", sentence);
   std::string settings;
   for (const auto& [section, key, before, after] : preview.settings) {
     settings += fmt::format("  [{}] {}: {} -> {}\n", section, key, FieldText(before), FieldText(after));
@@ -199,7 +201,9 @@ std::string PreviewText(const Preview& preview) {
   std::string errors;
   for (const auto& error : preview.errors) errors += ErrorText(error);
   const auto behind = Headed("Beside these records:", beside) + Headed("Errors that would be told:", errors) +
-                      Headed("Boxes that would come:", boxes) + Headed("Settings that would be written:", settings);
+                      Headed("Boxes that would come:", boxes) +
+                      Headed("Links that got lost, of which it would be told:", told) +
+                      Headed("Settings that would be written:", settings);
   if (behind.empty()) return text + preview.summary;
   if (!text.empty()) text.pop_back();
   return text + behind + "\n" + preview.summary;
@@ -225,6 +229,7 @@ std::string PreviewJson(const Preview& preview, std::string_view verdict) {
   for (const auto& [section, key, before, after] : preview.settings) {
     add({{"preview", "setting"}, {"section", section}, {"key", key}, {"before", TextOrNull(before)}, {"after", after}});
   }
+  for (const auto& sentence : preview.told) add({{"preview", "told"}, {"text", sentence}});
   for (const auto& line : preview.log) add({{"preview", "log"}, {"line", line}});
   add({{"preview", "end"},
        {"transfer", preview.request.direction == Direction::Send ? "send" : "get"},

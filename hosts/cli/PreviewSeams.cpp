@@ -2,6 +2,9 @@
 
 #include <fmt/core.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "adapters/terminal/EndSignals.h"
 #include "adapters/transcript/Masking.h"
 #include "cli/ExitStatus.h"
@@ -19,6 +22,10 @@ const preview::ScratchFile* CopyOf(const std::string& path, std::string_view cal
   try {
     return &files.Of(path);
   } catch (const PlatformError& failure) {
+    std::error_code unknown;
+    const auto space = std::filesystem::space(files.Place(), unknown);
+    const auto size = std::filesystem::file_size(path, unknown);
+    if (!unknown && space.available < 2 * size) RefuseForRoom(files);
     throw UsageError(
         fmt::format("A preview works on copies, and {} can't be copied: {}", called, failure.description()));
   }
@@ -33,6 +40,13 @@ TerminalOptions Watched() {
 }
 
 }  // namespace
+
+void RefuseForRoom(const preview::ScratchFiles& files) {
+  throw UsageError(
+      fmt::format("There is no room for the copies of a preview in \"{}\": a write to them failed. Make room there, or "
+                  "name another folder with TMPDIR. Nothing has been changed.",
+                  files.Place()));
+}
 
 PreviewSources::PreviewSources(const Options& options)
     : sides_(options.sides),

@@ -27,6 +27,9 @@ namespace twqb::cli {
 
 struct OtherSides;
 
+// Raises the UsageError of copies that could not be written.
+[[noreturn]] void RefuseForRoom(const preview::ScratchFiles& files);
+
 // Where what is no file is read from, and what has been read of it: for previews one behind the other.
 class PreviewSources {
  public:
@@ -58,6 +61,7 @@ class PreviewSeams {
   [[nodiscard]] Workplace Before() const { return With(&preview::ScratchFile::before); }
   [[nodiscard]] std::string InOwnNames(std::string text) const { return files_.InOwnNames(std::move(text)); }
 
+  [[nodiscard]] preview::ScratchFiles& Files() { return files_; }
   [[nodiscard]] const preview::ScratchFile& Billing() const { return *billing_; }
   [[nodiscard]] const preview::ScratchFile& Settings() const { return *settings_; }
   [[nodiscard]] const preview::CopyNotes& QuickBooks() const {

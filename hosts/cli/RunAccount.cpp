@@ -84,9 +84,13 @@ void RunAccount::WalkEnded(const TableInHand& table, const Extent& extent) {
   TallyOf(table.number).notReached += extent.found - extent.taken;
 }
 
+void RunAccount::CountLostLink(const LostLinkAccount& link) {
+  if (!link.isFound) ++errors_;
+}
+
 // The log has it.
 void RunAccount::LostLinkTold(const LostLinkAccount& link) {
-  if (!link.isFound) ++errors_;
+  CountLostLink(link);
   Tell(link.text);
 }
 

@@ -33,6 +33,7 @@ class RunAccount final : public RunObserver {
   void RecordTold(const RecordAccount& record) override;
   void ErrorTold(const ErrorAccount& error) override;
   void WalkEnded(const TableInHand& table, const Extent& extent) override;
+  void CountLostLink(const LostLinkAccount& link);
   void LostLinkTold(const LostLinkAccount& link) override;
   void LikelyTwinsTold(const LikelyTwinsAccount& twins) override;
   void TableSkipped(const TableInHand& table) override;

@@ -40,6 +40,10 @@ ExitStatus Set(const Options& options, const SettingsArguments& entry) {
   // What the store gives back is what a transfer will go by: it trims values, and a file's have 254 characters at most.
   const auto kept = store.Read(entry.section, entry.key).value_or("");
   if (kept == entry.value) return ExitStatus::Done;
+  if (const auto why = store.WhyNotWritten(entry.section, entry.key, entry.value)) {
+    throw UsageError(
+        fmt::format("The settings file {} can't be written: {}. Nothing has been changed.", store.File(), *why));
+  }
   throw UsageError(
       fmt::format("{} can't hold that value: it reads back as \"{}\".", FullNameOf(entry.section, entry.key), kept));
 }

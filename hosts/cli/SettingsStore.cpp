@@ -2,6 +2,9 @@
 
 #include <fmt/core.h>
 
+#include <cerrno>
+#include <system_error>
+
 #include "adapters/system/ProfileFile.h"
 #include "cli/Checks.h"
 #include "cli/RunFiles.h"
@@ -39,6 +42,13 @@ std::optional<std::string> SettingsStore::Read(std::string_view section, std::st
 
 bool SettingsStore::Write(std::string_view section, std::string_view key, std::string_view value) const {
   return gf_WriteSettings(section, key, value, place_.settings);
+}
+
+std::optional<std::string> SettingsStore::WhyNotWritten(std::string_view section, std::string_view key,
+                                                        std::string_view value) const {
+  if (inTable_ || !ProfileText(std::string()).With(section, key, value)) return std::nullopt;
+  if (ProfileFile(place_.settings).Write(section, key, value)) return std::nullopt;
+  return std::generic_category().message(errno);
 }
 
 std::vector<SettingsStore::Entry> SettingsStore::Entries() const {

@@ -24,6 +24,13 @@ class SettingsStore {
   // False when the desk has told why not.
   [[nodiscard]] bool Write(std::string_view section, std::string_view key, std::string_view value) const;
 
+  // Why the file does not take the value, although it could hold it, in the system's words; nothing where it does. Of
+  // the table the desk tells.
+  [[nodiscard]] std::optional<std::string> WhyNotWritten(std::string_view section, std::string_view key,
+                                                         std::string_view value) const;
+  // Names the store that is a file.
+  [[nodiscard]] const std::string& File() const { return place_.settings; }
+
   // One value that is set. The table keeps section and key as one name.
   struct Entry {
     std::string name;  // "[QBSEND_] Clients_OptNever", or "QBSEND__Clients_OptNever" in the table

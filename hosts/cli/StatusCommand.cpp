@@ -161,7 +161,7 @@ void PrintStatus(const Options& options, std::span<const TableStatus> tables, Ro
 // Nothing when QuickBooks could not be asked, which has been told.
 std::optional<Identifiers> AskQuickBooks(const Options& options) {
   std::optional<Identifiers> known;
-  const bool recorded = RunComposed(options, Sides::Read, [&](Composition& composition) {
+  const bool recorded = RunComposed(options, Sides::Looked, [&](Composition& composition) {
     CTWQBBridge bridge;
     SetUp(bridge, composition, options);
     // Its form counts steps of reading, which at the end would look like records.

@@ -100,15 +100,23 @@ class Linking {
           const std::function<bool(const LikelyPair& pair)>& confirms)
       : told_(told), table_(*told.table), newer_(newer), session_(session), confirms_(confirms) {}
 
-  // In rounds: a phase is found below its project once that is linked. At last those whose project has no link.
-  void Run() {
+  // In rounds: a phase is found below its project once that is linked. At last those whose project has no link. False
+  // when it was cancelled.
+  bool Run() {
     const bool isList = !table_.reads.front().transaction;
-    while (TakeRound(AtTop::Stays) && isList) {
+    while (!IsCancelled() && TakeRound(AtTop::Stays) && isList) {
     }
-    if (told_.staying > 0 && isList) static_cast<void>(TakeRound(AtTop::IsLooked));
+    if (!IsCancelled() && told_.staying > 0 && isList) static_cast<void>(TakeRound(AtTop::IsLooked));
+    return !IsCancelled();
   }
 
  private:
+  // A question that waits when the wish comes is answered by nobody, which is no word on its pair.
+  [[nodiscard]] static bool IsCancelled() {
+    TheDesk().PumpMessages();
+    return Vars().g_Cancelled;
+  }
+
   // Whether a link was written.
   bool TakeRound(AtTop atTop) {
     auto found = FindLikelyPairs(table_, Tables(), session_, {.atTop = atTop});
@@ -133,8 +141,10 @@ class Linking {
 
   PairTold Settle(LikelyPair pair) {
     PairTold told = {.pair = std::move(pair)};
-    if (!told.pair.likeness.isExact && !confirms_(told.pair)) {
-      told.end = PairEnd::Declined;
+    if (IsCancelled()) {
+      // It stays shown.
+    } else if (!told.pair.likeness.isExact && !confirms_(told.pair)) {
+      if (!IsCancelled()) told.end = PairEnd::Declined;
     } else {
       told.why = LinkPair(table_, told.pair, newer_, session_);
       told.end = told.why.empty() ? PairEnd::Linked : PairEnd::Failed;
@@ -162,9 +172,9 @@ void ShowPairs(TablePairs& told, QBSessionManager& session) {
   for (auto& pair : found.pairs) told.pairs.push_back({.pair = std::move(pair)});
 }
 
-void LinkPairs(TablePairs& told, Newer newer, QBSessionManager& session,
+bool LinkPairs(TablePairs& told, Newer newer, QBSessionManager& session,
                const std::function<bool(const LikelyPair& pair)>& confirms) {
-  WithGlobalConnection([&] { Linking(told, newer, session, confirms).Run(); });
+  return WithGlobalConnection([&] { return Linking(told, newer, session, confirms).Run(); });
 }
 
 }  // namespace twqb

@@ -45,8 +45,9 @@ void ShowPairs(TablePairs& told, QBSessionManager& session);
 
 // Links the exact pairs of the table, and those of the others that `confirms` says are the same. With the link go those
 // of lines, and the date of a row that has none: all of it is written, or nothing. What was done by then stands in
-// `told` when `confirms` raises.
-void LinkPairs(TablePairs& told, Newer newer, QBSessionManager& session,
-               const std::function<bool(const LikelyPair& pair)>& confirms);
+// `told` when `confirms` raises. False: whoever looks on wants no more pairs, and those that were not settled by then,
+// the one in question too, stay shown.
+[[nodiscard]] bool LinkPairs(TablePairs& told, Newer newer, QBSessionManager& session,
+                             const std::function<bool(const LikelyPair& pair)>& confirms);
 
 }  // namespace twqb

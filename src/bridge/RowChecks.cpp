@@ -49,9 +49,16 @@ std::string KindOf(std::string_view query) {
 
 // What a text field takes on, and loses.
 Finding CutFinding(const CutText& cut) {
+  if (!cut.text.starts_with(cut.kept)) {
+    return {.check = Check::TextCut,
+            .rule = fmt::format("{} takes {} characters in QuickBooks: the key in front is left off {}, and {} would "
+                                "arrive.",
+                                cut.field, cut.room, Quoted(cut.text), Quoted(cut.kept)),
+            .advice = "Shorten the key, or accept that it stays behind."};
+  }
   return {.check = Check::TextCut,
-          .rule = fmt::format("{} takes {} characters in QuickBooks: of {} only {} would arrive.", cut.field,
-                              CharacterCount(cut.kept), Quoted(cut.text), Quoted(cut.kept)),
+          .rule = fmt::format("{} takes {} characters in QuickBooks: of {} the end {} would be lost.", cut.field,
+                              cut.room, Quoted(cut.text), Quoted(std::string_view(cut.text).substr(cut.kept.size()))),
           .advice = "Shorten the text, or accept that its end stays behind."};
 }
 
@@ -73,6 +80,8 @@ std::string_view CheckName(Check check) {
       return "unreadableDate";
     case Check::ParentUnlinked:
       return "parentUnlinked";
+    case Check::ParentMissing:
+      return "parentMissing";
     case Check::NameClash:
       return "nameClash";
     case Check::MissingAccount:
@@ -112,6 +121,7 @@ class RowChecker::Look final : public RowLook {
   void Take(std::vector<Record> /*records*/) override {}
 
   bool neverGoes = false;
+  bool isNotSelected = false;
   bool lacksDate = false;
   std::string lacks;
   std::string name;
@@ -306,18 +316,40 @@ void RowChecker::CheckValues(const Table& table, const Look& look, bool isLinked
   }
 }
 
+std::vector<Finding> RowChecker::MissingParents(const Table& table, const KeyPlace& place, std::string_view key) {
+  std::vector<Finding> findings;
+  for (const auto& parent : table.parents) {
+    if (parent.orphan != Orphan::IsPassedOver) continue;
+    const auto has = GetScalarFromSQL(
+        Sql("SELECT {} FROM {} WHERE {}", parent.column, place.table, KeyCondition(place.column, key)));
+    const auto found = GetScalarFromSQL(
+        Sql("SELECT COUNT(*) FROM {0}, {1} WHERE {2} AND {0}.{3} = {1}.{4}", place.table, parent.table,
+            KeyCondition(fmt::format("{}.{}", place.table, place.column), key), parent.column, parent.key));
+    if (found != "0") continue;
+    const auto what = FoldCase(parent.table);
+    findings.push_back({.check = Check::ParentMissing,
+                        .rule = has.empty() ? fmt::format("It has no {}, so that a send passes it over.", what)
+                                            : fmt::format("Its {} {} is not in BillingDb, so that a send passes it "
+                                                          "over.",
+                                                          what, has),
+                        .advice = fmt::format("Give the row a {} that there is.", what)});
+  }
+  return findings;
+}
+
 std::string RowChecker::LookAt(const Table& table, std::string_view key, const KeyPlace& place, Look& look) {
   QuietLook quiet;
   Vars().cuts = &look.cuts;
   auto connection = Vars().platform.database->CreateConnection();
   const auto raised = CatchError([&] {
     OpenConnection(*connection, nullptr, "");
-    static_cast<void>(table.lostLink.takeUp({.key = key,
-                                             .request = place.adds,
-                                             .replaces = {},
-                                             .connection = *connection,
-                                             .session = session_,
-                                             .look = &look}));
+    const auto taken = table.lostLink.takeUp({.key = key,
+                                              .request = place.adds,
+                                              .replaces = {},
+                                              .connection = *connection,
+                                              .session = session_,
+                                              .look = &look});
+    look.isNotSelected = taken.end == TakenUp::End::RowGone;
   });
   Vars().cuts = nullptr;
   const auto boxes = quiet.TakeBoxes();
@@ -347,6 +379,7 @@ void RowChecker::CheckRow(TableFindings& told, std::string_view key, std::string
                           .rule = fmt::format("Something of the row can't be read: {}", Quoted(trouble)),
                           .advice = "Look for a date or a number in the row that is none."});
     }
+    if (look.isNotSelected) findings = MissingParents(table, place, key);
     if (!look.lacks.empty()) {
       findings.push_back({.check = Check::ParentUnlinked,
                           .rule = fmt::format("It can't go yet: {}.", look.lacks),

@@ -27,6 +27,7 @@ enum class Check : std::uint8_t {
   TextTooLong,
   UnreadableDate,
   ParentUnlinked,
+  ParentMissing,
   NameClash,
   MissingAccount,
   MissingPayrollItem,
@@ -84,6 +85,10 @@ class RowChecker {
   // What the name of a row has to be its own below: the parent's identifier, or, while that has no link, its key.
   [[nodiscard]] static std::string PlaceOf(const Table& table, const KeyPlace& place, std::string_view key,
                                            const Look& look);
+
+  // What the row is of and BillingDb does not have, so that no send selects it.
+  [[nodiscard]] static std::vector<Finding> MissingParents(const Table& table, const KeyPlace& place,
+                                                           std::string_view key);
 
   // What the row would be; what was told of it meanwhile, by boxes or an error, in one text, "" for nothing.
   [[nodiscard]] std::string LookAt(const Table& table, std::string_view key, const KeyPlace& place, Look& look);

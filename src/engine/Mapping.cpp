@@ -70,13 +70,14 @@ void SetCut(const RequestField& field, std::string_view text) {
 
 void SetCutTo(const RequestField& field, std::string_view text, std::size_t length) {
   const auto kept = Left(text, length);
-  NoteCut(field, text, kept);
+  NoteCut(field, text, kept, length);
   field.SetValue(kept);
 }
 
-void NoteCut(const RequestField& field, std::string_view text, std::string_view kept) {
+void NoteCut(const RequestField& field, std::string_view text, std::string_view kept, std::size_t room) {
   if (Vars().cuts == nullptr || kept.size() >= text.size()) return;
-  Vars().cuts->push_back({.field = std::string(field.Name()), .text = std::string(text), .kept = std::string(kept)});
+  Vars().cuts->push_back(
+      {.field = std::string(field.Name()), .text = std::string(text), .kept = std::string(kept), .room = room});
 }
 
 int SendFields(const RequestField& request, const ado::Recordset& row, std::span<const SendField> fields) {

@@ -43,9 +43,10 @@ struct CutText {
   std::string field;
   std::string text;
   std::string kept;
+  std::size_t room = 0;  // in characters
 };
 // Notes it, where somebody does and something is lost. A table calls it that cuts otherwise.
-void NoteCut(const RequestField& field, std::string_view text, std::string_view kept);
+void NoteCut(const RequestField& field, std::string_view text, std::string_view kept, std::size_t room);
 
 // Refers to what has that identifier; without one, by name.
 void AssignReference(const RequestField& reference, std::string_view listID, std::string_view name);

@@ -44,11 +44,15 @@ struct BillingRows {
   std::string_view madeKey = {};         // the key's column, where new rows get a GUID there
 };
 
+// Whether a send comes to a row that is of nothing in BillingDb.
+enum class Orphan : std::uint8_t { IsSelected, IsPassedOver };
+
 // A row of another table, or of its own, that a row is of: an hour's project, a phase's project.
 struct RowParent {
   std::string_view column;  // that names it
   std::string_view table;   // in which it stands
   std::string_view key;     // by which it is found there
+  Orphan orphan = Orphan::IsSelected;
 };
 
 // What a table's send is called with.

@@ -1,5 +1,7 @@
 #include "engine/TwinPool.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -17,11 +19,17 @@ namespace {
 
 constexpr std::string_view kParent = "ParentRef.ListID";
 constexpr std::string_view kName = "Name";
+constexpr std::string_view kCompany = "CompanyName";
+constexpr std::string_view kFirstName = "FirstName";
+constexpr std::string_view kLastName = "LastName";
+constexpr std::string_view kOtherName = "another name";
 
 // A block of so many says nothing of anyone in it.
 constexpr std::size_t kFullBlock = 200;
 
 std::string TextOf(const Record& record, std::string_view path) { return TextAt(record, path).value_or(""); }
+
+std::string PersonOf(std::string_view first, std::string_view last) { return Trim(fmt::format("{} {}", first, last)); }
 
 std::vector<std::uint32_t> InOrder(std::vector<std::uint32_t> places) {
   std::ranges::sort(places);
@@ -150,7 +158,28 @@ std::vector<TwinPool::Match> TwinPool::Like(const RowFace& row) const {
   return read_.transaction ? LikeTransaction(row) : LikeList(row);
 }
 
-Likeness TwinPool::OfList(const RowFace& row, const std::vector<ComparedName>& names, const Entry& entry) const {
+std::string_view TwinPool::OtherName(const RowFace& row, const std::vector<ComparedName>& names,
+                                     std::size_t place) const {
+  const auto& record = records_[place];
+  const auto areAlike = [](const ComparedName& a, const ComparedName& b) { return LikenessOf(a, b).score > 0; };
+  const ComparedName ourCompany(row.At(kCompany));
+  const ComparedName theirCompany(TextOf(record, kCompany));
+  if (!ourCompany.text.empty() && !theirCompany.text.empty()) {
+    if (!areAlike(ourCompany, theirCompany)) return "another company";
+  } else {
+    // Of a company on both sides it is only who answers the telephone.
+    const ComparedName us(PersonOf(row.At(kFirstName), row.At(kLastName)));
+    const ComparedName them(PersonOf(TextOf(record, kFirstName), TextOf(record, kLastName)));
+    if (!us.text.empty() && !them.text.empty() && !areAlike(us, them)) return "another person";
+  }
+  const bool isCalledSo = std::ranges::any_of(entries_[place].names, [&](const ComparedName& other) {
+    return std::ranges::any_of(names, [&](const ComparedName& name) { return areAlike(name, other); });
+  });
+  return isCalledSo || entries_[place].names.empty() ? std::string_view() : kOtherName;
+}
+
+Likeness TwinPool::OfList(const RowFace& row, const std::vector<ComparedName>& names, std::size_t place) const {
+  const auto& entry = entries_[place];
   const auto parent = row.At(kParent);
   // What is below another one is another one, whatever its name.
   const bool isBelowTheSame = parent == entry.parent;
@@ -170,6 +199,18 @@ Likeness TwinPool::OfList(const RowFace& row, const std::vector<ComparedName>& n
   };
   if (isBelowTheSame) compare(entry.names);
   compare(entry.fullNames);
+  // The name that the send gives has the key and the company in it. A key is soon somebody else's short name, and a
+  // company has several accounts.
+  const bool isWholeName = best.isByName && std::ranges::find(names.begin() + 1, names.end(), names.front().folded,
+                                                              &ComparedName::folded) == names.end();
+  if (best.isExact && !isWholeName) {
+    constexpr int kOfOtherName = 80;
+    const auto other = OtherName(row, names, place);
+    if (!other.empty()) {
+      const auto same = other == kOtherName ? "the same company" : best.how;
+      best = {.score = kOfOtherName, .how = fmt::format("{}, {}", same, other)};
+    }
+  }
   if (called_.number.empty() || entry.number.empty()) return best;
   const auto number = FoldCase(Trim(row.At(called_.number)));
   if (number == entry.number) {
@@ -211,7 +252,7 @@ std::vector<TwinPool::Match> TwinPool::LikeList(const RowFace& row) const {
   if (!called_.number.empty()) Append(places, byNumber_, FoldCase(Trim(row.At(called_.number))));
   std::vector<Match> matches;
   for (const auto place : InOrder(std::move(places))) {
-    auto likeness = OfList(row, names, entries_[place]);
+    auto likeness = OfList(row, names, place);
     if (likeness.score > 0) matches.push_back({place, std::move(likeness)});
   }
   return matches;

@@ -63,7 +63,10 @@ class TwinPool {
   };
 
   [[nodiscard]] std::vector<Match> LikeList(const RowFace& row) const;
-  [[nodiscard]] Likeness OfList(const RowFace& row, const std::vector<ComparedName>& names, const Entry& entry) const;
+  [[nodiscard]] Likeness OfList(const RowFace& row, const std::vector<ComparedName>& names, std::size_t place) const;
+  // What of the names that both have is another one, in words; "" where none is.
+  [[nodiscard]] std::string_view OtherName(const RowFace& row, const std::vector<ComparedName>& names,
+                                           std::size_t place) const;
   [[nodiscard]] std::vector<Match> LikeTransaction(const RowFace& row) const;
 
   const QuickBooksRead& read_;

@@ -297,7 +297,7 @@ constexpr std::array kReads = {QuickBooksRead{
     .keeps = Keeps::Jobs,
 }};
 
-constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"},
+constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID", Orphan::IsPassedOver},
                                  RowParent{"ParentProjectID", "Project", "ProjectID"}};
 // Below their client, or the project above them.
 constexpr std::array<std::string_view, 2> kCalled = {"ProjectID", "ProjectName"};
@@ -370,7 +370,8 @@ void AssignProjectFldValues(const RequestField& request, const ado::Recordset& r
   if (kind == RequestKind::Add) {
     const auto target = request["Name"];
     const auto name = GetQBProjectName(record.key, record.countedName, target.GetMaxLength());
-    NoteCut(target, GetQBProjectName(record.key, record.countedName, std::numeric_limits<int>::max()), name);
+    NoteCut(target, GetQBProjectName(record.key, record.countedName, std::numeric_limits<int>::max()), name,
+            static_cast<std::size_t>(target.GetMaxLength()));
     SetCut(target, name);
   }
   SendFields(request, row, kSendManager);

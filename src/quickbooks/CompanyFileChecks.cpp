@@ -37,7 +37,11 @@ std::string StoredCompanyFileOrEmpty() {
   IgnoreErrors([&] { file = StoredCompanyFile(); });
   return file;
 }
+
+int withoutTrace = 0;  // those of SessionWithoutTrace that live
+
 [[nodiscard]] bool StoreCompanyFile(std::string_view file) {
+  if (withoutTrace > 0) return true;
   return gf_WriteSettings(kGeneral, kCompanyFileKey, file, Vars().g_TWSettingsPath);
 }
 
@@ -157,6 +161,7 @@ void BackUp(const std::string& companyFile, const std::string& databaseFile) {
 
 [[nodiscard]] bool OfferFirstBackup(const std::string& companyFile, const std::string& databaseFile) {
   const auto& path = Vars().g_TWSettingsPath;
+  if (withoutTrace > 0) return true;
   if (UpperCase(gf_ReadSettings(kGeneral, kFirstTimeKey, path, "True")) != "TRUE") return true;
   const auto answer =
       TheDesk().ShowMessageBox({.text = "It appears you are using QuickBooks data integration for the\r\n"
@@ -174,6 +179,9 @@ void BackUp(const std::string& companyFile, const std::string& databaseFile) {
 }
 
 }  // namespace
+
+SessionWithoutTrace::SessionWithoutTrace() { ++withoutTrace; }
+SessionWithoutTrace::~SessionWithoutTrace() { --withoutTrace; }
 
 std::string gf_OpenFile(std::string_view strInitialFolder) {
   constexpr std::size_t kFileBuffer = 255;  // characters, the closing NUL included

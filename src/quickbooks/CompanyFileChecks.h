@@ -17,6 +17,16 @@ bool RetryBeginSession(OpenMode mode);
 // session left, when the user said No to the warning. Errors go to the caller.
 bool CheckCompanyFile();
 
+// For as long as one lives, a session that stands leaves no trace: no file is remembered, and the backup of the first
+// run is left for a run that transfers. That another file is open than the last time is asked all the same.
+class SessionWithoutTrace {
+ public:
+  SessionWithoutTrace();
+  ~SessionWithoutTrace();
+  SessionWithoutTrace(const SessionWithoutTrace&) = delete;
+  SessionWithoutTrace& operator=(const SessionWithoutTrace&) = delete;
+};
+
 // The system's open-file dialog for company files; the path chosen, or "".
 [[nodiscard]] std::string gf_OpenFile(std::string_view strInitialFolder);
 

@@ -56,7 +56,7 @@ constexpr std::array kReads = {
     },
 };
 
-constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
+constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID", Orphan::IsPassedOver},
                                  RowParent{"ClientID", "Client", "ClientID"}};
 
 }  // namespace

@@ -27,7 +27,7 @@ constexpr std::array kReads = {QuickBooksRead{
     .transaction = TransactionQuery{.takesTransactionDates = true},
 }};
 
-constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID"}};
+constexpr std::array kParents = {RowParent{"ClientID", "Client", "ClientID", Orphan::IsPassedOver}};
 
 }  // namespace
 

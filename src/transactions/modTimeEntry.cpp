@@ -399,9 +399,9 @@ constexpr std::array kReads = {QuickBooksRead{
     .readingFrom = 2,
 }};
 
-constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID"},
-                                 RowParent{"EmployeeID", "Employee", "EmployeeID"},
-                                 RowParent{"ActivityID", "Activity", "ActivityID"}};
+constexpr std::array kParents = {RowParent{"ProjectID", "Project", "ProjectID", Orphan::IsPassedOver},
+                                 RowParent{"EmployeeID", "Employee", "EmployeeID", Orphan::IsPassedOver},
+                                 RowParent{"ActivityID", "Activity", "ActivityID", Orphan::IsPassedOver}};
 
 }  // namespace
 

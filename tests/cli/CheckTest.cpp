@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+
 #include "Program.h"
 
 namespace twqb::cli {
@@ -51,10 +54,57 @@ TEST_F(Checks, Change_nothing_on_either_side) {
   EXPECT_EQ(folder_.Read("twqb.ini"), settings);
 }
 
+TEST_F(Checks, Of_an_empty_firm_say_so) { EXPECT_EQ(Check("all"), "check: there are no rows to look at\n"); }
+
+TEST_F(Checks, And_what_else_changes_nothing_leave_the_question_of_the_first_run_to_the_first_send) {
+  const WorkFolder firm;
+  firm.Done({"init"});
+  firm.Write("yes.txt", "default yes\n");
+  firm.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott')"});
+  const auto settings = firm.Read("twqb.ini");
+  const auto rows = firm.Done({"billing", "run", "-e", "SELECT * FROM TWSTable", "--json"});
+  for (const std::vector<std::string>& command :
+       std::vector<std::vector<std::string>>{{"check"}, {"link"}, {"deletions", "--list"}, {"status", "--deep"}}) {
+    for (const std::string store : {"--no-progress", "--settings-table"}) {
+      auto words = command;
+      words.push_back(store);
+      const auto ended = firm.Twqb(words);
+      EXPECT_EQ(ended.status, 0) << command.front() << ended.err;
+      EXPECT_THAT(ended.err, Not(HasSubstr("backup your data files Now")));
+    }
+  }
+  EXPECT_EQ(firm.Read("twqb.ini"), settings);
+  EXPECT_EQ(firm.Done({"billing", "run", "-e", "SELECT * FROM TWSTable", "--json"}), rows);
+  EXPECT_THAT(firm.Twqb({"send", "clients", "--answers", "yes.txt"}).err, HasSubstr("backup your data files Now"));
+}
+
 TEST_F(Checks, Find_a_key_with_a_quotation_mark) {
   Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara')");
   EXPECT_THAT(Check("clients"), AllOf(HasSubstr("client O'HARA: Its key has a quotation mark in it"),
                                       HasSubstr("    Give the row a key without the mark.\n")));
+}
+
+TEST_F(Checks, Find_a_project_whose_client_there_is_not) {
+  Sql("INSERT INTO Client (ClientID, ClientCompany) VALUES ('ABBOTT', 'Abbott Roofing');"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('ONE:', 'ONE', 'One', NULL), "
+      "('TWO:', 'TWO', 'Two', 'NOSUCH'), ('THREE:', 'THREE', 'Three', 'abbott')");
+  const auto out = Check("projects");
+  EXPECT_THAT(out, AllOf(HasSubstr("project ONE:: It has no client, so that a send passes it over.\n"
+                                   "    Give the row a client that there is.\n"),
+                         HasSubstr("project TWO:: Its client NOSUCH is not in BillingDb, so that a send passes it "
+                                   "over.\n"),
+                         HasSubstr("project THREE: \"Three\": It can't go yet: ")));
+  EXPECT_THAT(Check("all"), HasSubstr("project TWO:: Its client NOSUCH is not in BillingDb")) << "it waits for nothing";
+  EXPECT_THAT(folder_.Done({"check", "projects", "--json"}), HasSubstr("\"key\":\"TWO:\",\"name\":null,\"check\":"
+                                                                       "\"parentMissing\""));
+}
+
+TEST_F(Checks, Find_a_time_entry_whose_project_or_activity_there_is_not) {
+  Sql("INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub) VALUES ('LEE', 'Ann', 'Lee', 0);"
+      "INSERT INTO TimeEntry (TEID, EmployeeID, ProjectID, ActivityID, TEHours) VALUES (7, 'LEE', 'GONE:', 'PLAN', 2)");
+  EXPECT_THAT(Check("timeentries"),
+              AllOf(HasSubstr("Its project GONE: is not in BillingDb"),
+                    HasSubstr("Its activity PLAN is not in BillingDb"), Not(HasSubstr("employee LEE"))));
 }
 
 TEST_F(Checks, Find_a_name_with_a_colon) {
@@ -63,12 +113,22 @@ TEST_F(Checks, Find_a_name_with_a_colon) {
               HasSubstr("QuickBooks takes no colon in a name, and \"Abbott: Roofing (ABBOTT)\" has one."));
 }
 
-TEST_F(Checks, Find_texts_that_would_be_cut_and_say_what_would_arrive) {
+TEST_F(Checks, Find_texts_that_would_be_cut_and_say_what_would_be_lost) {
   Sql("INSERT INTO Client (ClientID, ClientCompany, ClientCity) VALUES ('ABBOTT', 'Abbott', "
       "'Llanfairpwllgwyngyllgogerychwyrndro')");
   EXPECT_THAT(Check("clients"),
-              HasSubstr("City takes 31 characters in QuickBooks: of \"Llanfairpwllgwyngyllgogerychwyrndro\" only "
-                        "\"Llanfairpwllgwyngyllgogerychwyr\" would arrive."));
+              HasSubstr("City takes 31 characters in QuickBooks: of \"Llanfairpwllgwyngyllgogerychwyrndro\" the "
+                        "end \"ndro\" would be lost."));
+}
+
+TEST_F(Checks, Say_how_much_room_there_is_where_a_key_is_left_off_the_name) {
+  Company("<CustomerAddRq><CustomerAdd><Name>Abbott</Name></CustomerAdd></CustomerAddRq>");
+  const std::string key = "CONSORTIUM-OF-THE-UPPER-VALLEY-WATERSHEDS";
+  Sql("INSERT INTO Client (ClientID, ClientCompany, QBLinkID) SELECT 'ABBOTT', 'Abbott', '1-1';"
+      "INSERT INTO Project (ProjectID, ProjectCode, ProjectName, ClientID) VALUES ('" +
+      key + ":', '" + key + "', 'Mill', 'ABBOTT')");
+  EXPECT_THAT(Check("projects"), HasSubstr("Name takes 41 characters in QuickBooks: the key in front is left off \"" +
+                                           key + "- Mill\", and \"Mill\" would arrive."));
 }
 
 // The name of a vendor's company is cut to more than QuickBooks takes.
@@ -248,6 +308,25 @@ TEST_F(Checks, Without_a_preview_say_so_and_go_on) {
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.out, HasSubstr("clients: 1 row looked at, 1 finding\n"));
   EXPECT_THAT(ended.err, HasSubstr("What QuickBooks itself would refuse is not known, for there is no preview: "));
+  EXPECT_THAT(ended.err, HasSubstr("\"/nowhere/at/all\""));
+}
+
+// No file may grow beyond what the copies of the firm's have.
+TEST_F(Checks, Without_room_for_the_copies_blame_no_row) {
+  const WorkFolder firm;
+  firm.Done({"init", "--sample", "--clock", "2008-03-05T10:00:00"});
+  firm.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
+  const auto sizeOf = [&](const char* name) { return std::filesystem::file_size(firm.Path() / name); };
+  const auto blocks = std::max(sizeOf("company.twq"), sizeOf("billing.db")) / 512 + 8;
+  const auto limit = "trap '' XFSZ; ulimit -f " + std::to_string(blocks) + "; \"$0\" ";
+  const auto checked = firm.Shell(limit + "check clients --no-progress");
+  EXPECT_EQ(checked.status, 0) << checked.err;
+  EXPECT_THAT(checked.out, AllOf(Not(HasSubstr("disk")), HasSubstr("clients: ")));
+  EXPECT_THAT(checked.err, HasSubstr("there is no preview: There is no room for the copies of a preview in \""));
+  const auto previewed = firm.Shell(limit + "send all --preview --no-progress");
+  EXPECT_EQ(previewed.status, 2);
+  EXPECT_THAT(previewed.out, IsEmpty());
+  EXPECT_THAT(previewed.err, HasSubstr("There is no room for the copies of a preview in \""));
 }
 
 TEST_F(Checks, Show_their_progress_unless_they_are_asked_not_to) {

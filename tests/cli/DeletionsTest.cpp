@@ -150,6 +150,32 @@ TEST_F(Deletions, Records_without_their_row_are_told_by_the_sets_and_deleted_or_
   EXPECT_THAT(folder_.Done({"company", "show"}), testing::ContainsRegex("\nCustomer +2\n"));
 }
 
+TEST_F(Deletions, That_QuickBooks_refuses_are_told_as_failed_with_1) {
+  const auto acme = LinkOf("ACME");
+  folder_.Write("job.xml",
+                "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">"
+                "<CustomerAddRq><CustomerAdd><Name>Roof</Name><ParentRef><ListID>" +
+                    acme + "</ListID></ParentRef></CustomerAdd></CustomerAddRq></QBXMLMsgsRq></QBXML>");
+  folder_.Done({"company", "run", "job.xml"});
+  Sql("DELETE FROM Client WHERE ClientID = 'ACME'");
+  const auto ended = folder_.Twqb({"deletions", "clients", "--answers", "yes.txt"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.out, testing::ContainsRegex("ACME +" + acme + " +in BillingDb +failed\n"));
+  const auto told = folder_.Twqb({"deletions", "clients", "--json", "--answers", "yes.txt"});
+  EXPECT_EQ(told.status, 1);
+  EXPECT_EQ(nlohmann::json::parse(told.out).at("done"), "failed");
+}
+
+TEST_F(Deletions, That_BillingDb_refuses_are_told_as_failed_with_1) {
+  const auto acme = LinkOf("ACME");
+  DeleteInQuickBooks("ACME");
+  folder_.Write("faults.txt", "sql 1 raise 0x80040E14 \"Broken.\" DELETE FROM Client\n");
+  folder_.Write("answers.txt", "yes\nno\n");
+  const auto ended = folder_.Twqb({"deletions", "clients", "--answers", "answers.txt", "--faults", "faults.txt"});
+  EXPECT_EQ(ended.status, 1) << ended.err;
+  EXPECT_THAT(ended.out, testing::ContainsRegex("ACME +" + acme + " +in QuickBooks +failed\n"));
+}
+
 TEST_F(Deletions, A_deletion_by_identifier_names_the_record_ahead_of_its_question) {
   const auto acme = LinkOf("ACME");
   for (const std::string command : {"delete-billing", "delete-quickbooks"}) {

@@ -141,7 +141,7 @@ TEST_F(Compared, Takes_no_link_for_dead_that_leads_to_what_QuickBooks_does_not_t
                                HasSubstr("Where links lead is not known:\n"
                                          "  timeentries: asked for TimeTracking, QuickBooks answers: This feature is "
                                          "not enabled"),
-                               HasSubstr(", links that lead nowhere not known\n")));
+                               HasSubstr(", links that lead nowhere not known, ")));
   const auto json = folder_.Twqb(At("06T10:00:00", {"diff", "timeentries", "--json"})).out;
   EXPECT_THAT(json, AllOf(HasSubstr("\"diff\":\"notKnown\""), HasSubstr("\"status\":3250"), HasSubstr("\"dead\":null"),
                           Not(HasSubstr("deadLink"))));
@@ -197,6 +197,16 @@ TEST_F(Compared, Names_the_nearest_row_for_one_that_is_not_linked) {
   EXPECT_EQ(folder_.Twqb({"diff", "client"}).status, 2);
   EXPECT_EQ(folder_.Twqb({"diff", "all", "ABBOTT"}).status, 2);
   EXPECT_EQ(folder_.Twqb({"diff", "--transcript", "t.jsonl"}).status, 2);
+}
+
+// The send behind which a get would go, that does not come to its end.
+TEST_F(Compared, Of_a_send_that_ends_at_a_row_blames_the_send_and_says_what_is_not_known) {
+  folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID, ClientCompany) VALUES ('O''HARA', 'Hara')"});
+  const auto ended = folder_.Twqb(At("05T21:00:00", {"diff", "clients"}));
+  EXPECT_THAT(ended.out + ended.err, AllOf(HasSubstr("A send of clients would not come to its end"),
+                                           Not(HasSubstr("A get of clients would not come to its end")),
+                                           HasSubstr("rows that would come back as others not known")));
+  EXPECT_THAT(folder_.Twqb(At("05T21:00:00", {"diff", "clients", "--json"})).out, HasSubstr("\"roundTrips\":null"));
 }
 
 }  // namespace

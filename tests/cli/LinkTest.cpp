@@ -94,6 +94,17 @@ TEST_F(Links, Exact_ones_are_written_without_a_question_and_near_ones_asked_for)
               HasSubstr("Linked: client BELL is customer " + bell + ", BELL BAKERY."));
 }
 
+TEST_F(Links, That_are_none_leave_no_set_for_undo_to_take_back) {
+  Client("BELL", "Bell Bakery");
+  static_cast<void>(Customer("BELL BAKERY"));
+  folder_.Done({"send", "vendors", "--answers", "yes.txt", "--clock", "2008-03-05T11:00:00"});
+  const auto sets = folder_.Done({"backup", "--list"});
+  EXPECT_THAT(Link({"clients", "--apply", "--answers", "no.txt"}).out, HasSubstr("1 pair declined"));
+  EXPECT_EQ(folder_.Done({"backup", "--list"}), sets);
+  EXPECT_EQ(Link({"clients", "--apply", "--answers", "yes.txt"}).status, 0);
+  EXPECT_NE(folder_.Done({"backup", "--list"}), sets);
+}
+
 TEST_F(Links, A_question_without_an_answer_ends_with_3_and_keeps_what_was_linked) {
   Client("ABBOTT", "Abbott Roofing");
   Client("BELL", "Bell Bakery");
@@ -105,6 +116,32 @@ TEST_F(Links, A_question_without_an_answer_ends_with_3_and_keeps_what_was_linked
   EXPECT_EQ(ended.status, 3);
   EXPECT_EQ(LinkOf("ABBOTT"), abbott);
   EXPECT_THAT(LinkOf("BELL"), IsEmpty());
+}
+
+TEST_F(Links, A_key_that_is_the_name_of_another_company_is_asked_for) {
+  Client("CEDAR", "Cedar Hill Retirement");
+  Client("DUNN", "Dunn Paving");
+  static_cast<void>(Customer("CEDAR", "<CompanyName>Cedar Point Amusements</CompanyName>"));
+  const auto dunn = Customer("DUNN", "<CompanyName>Dunn Paving, Inc.</CompanyName>");
+  EXPECT_THAT(Link({"clients"}).out, AllOf(HasSubstr("): 80 of 100, the same name, another company; near\n"),
+                                           HasSubstr("    CompanyName: \"Cedar Hill Retirement\" in BillingDb, \"Cedar "
+                                                     "Point Amusements\" in QuickBooks.\n")));
+  EXPECT_EQ(Link({"clients", "--apply", "--answers", "no.txt"}).status, 0);
+  EXPECT_THAT(LinkOf("CEDAR"), IsEmpty());
+  EXPECT_EQ(LinkOf("DUNN"), dunn) << "of a company that is alike it is exact";
+}
+
+TEST_F(Links, A_company_under_the_name_of_another_one_is_asked_for) {
+  Client("CEDAR", "Cedar Hill Retirement");
+  static_cast<void>(Customer("Cedar Point", "<CompanyName>Cedar Hill Retirement</CompanyName>"));
+  EXPECT_THAT(Link({"clients"}).out, HasSubstr("): 80 of 100, the same company, another name; near\n"));
+}
+
+TEST_F(Links, A_key_that_is_the_name_of_another_person_is_asked_for) {
+  folder_.Done({"billing", "run", "-e",
+                "INSERT INTO Client (ClientID, ClientFName, ClientLName) VALUES ('LEE', 'Mary', 'Lee')"});
+  static_cast<void>(Customer("LEE", "<FirstName>Paul</FirstName><LastName>Leeds</LastName>"));
+  EXPECT_THAT(Link({"clients"}).out, HasSubstr("): 80 of 100, the same name, another person; near\n"));
 }
 
 TEST_F(Links, One_record_goes_to_one_row_and_two_that_are_exact_are_asked_for) {

@@ -63,6 +63,19 @@ TEST_F(LostLinkRuns, One_that_stays_open_ends_the_run_with_1_and_the_next_one_fi
   EXPECT_EQ(Company(), company) << "nothing is added";
 }
 
+TEST_F(LostLinkRuns, One_that_a_preview_finds_in_its_copies_is_told_as_what_would_be) {
+  static_cast<void>(Send("10:00:00", {"--faults", "twice.txt"}));
+  const auto before = Link();
+  const auto ended = Send("11:00:00", {"--preview"});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_THAT(ended.err, Not(HasSubstr("Found again")));
+  EXPECT_THAT(ended.out,
+              HasSubstr("Links that got lost, of which it would be told:\n  Found again: client ABBOTT is "));
+  EXPECT_THAT(Send("11:00:00", {"--preview", "--json"}).out,
+              HasSubstr("{\"preview\":\"told\",\"text\":\"Found again: client ABBOTT is "));
+  EXPECT_EQ(Link(), before);
+}
+
 TEST_F(LostLinkRuns, Without_recovery_no_set_has_an_identifier_and_nothing_is_looked_for) {
   static_cast<void>(Send("10:00:00", {"--faults", "once.txt", "--no-recovery", "--transcript", "off.jsonl"}));
   EXPECT_THAT(folder_.Read("off.jsonl"), AllOf(HasSubstr("CustomerAddRq"), Not(HasSubstr("MessageSetID"))));

@@ -34,6 +34,15 @@ TEST_F(Settings, A_key_that_is_not_set_gives_1_and_no_result) {
   EXPECT_THAT(ended.err, HasSubstr("[QBSEND_] Nothing is not set"));
 }
 
+TEST_F(Settings, A_file_that_can_t_be_written_is_named_with_the_reason) {
+  const auto before = folder_.Read("twqb.ini");
+  const auto ended =
+      folder_.Shell("(trap '' XFSZ; ulimit -f 0; \"$0\" settings set QBSEND_ Clients_OptNever True 2>&1) | cat");
+  EXPECT_THAT(ended.out, testing::AllOf(testing::ContainsRegex("The settings file [^ ]*twqb.ini can't be written: .+"),
+                                        Not(HasSubstr("can't hold that value"))));
+  EXPECT_EQ(folder_.Read("twqb.ini"), before);
+}
+
 TEST_F(Settings, A_mistyped_key_that_is_asked_for_gets_the_nearest_one) {
   EXPECT_THAT(folder_.Twqb({"settings", "get", "QBSEND_", "Clients_ChkSkp"}).err,
               HasSubstr("[QBSEND_] Clients_ChkSkp is not set. Did you mean \"[QBSEND_] Clients_ChkSkip\"?"));

@@ -167,5 +167,53 @@ TEST_F(EndAtTheTerminal, Ctrl_C_asks_and_No_goes_on_to_the_end) {
 
 TEST_F(EndAtTheTerminal, Ctrl_C_at_its_own_question_ends_at_once) { EXPECT_EQ(AnswerCtrlC(kCtrlC), 128 + SIGINT); }
 
+class EndOfLinks : public EndAtTheTerminal {
+ protected:
+  // Two vendors that are nearly the same on both sides, and behind them a client that is exactly so.
+  EndOfLinks() {
+    folder_.Done({"billing", "run", "-e",
+                  "DELETE FROM Client; DELETE FROM Employee;"
+                  "INSERT INTO Employee (EmployeeID, EmpFName, EmpLName, IsSub, EmpCompany) VALUES "
+                  "('BELL', 'Ann', 'Lee', -1, 'Bell Bakery'), ('DUNN', 'Jo', 'Dunn', -1, 'Dunn Paving');"
+                  "INSERT INTO Client (ClientID, ClientCompany) VALUES ('OAK', 'Oak Street Foods')"});
+    std::string requests;
+    for (const std::string name : {"BELL BAKERY", "DUNN PAVING"}) {
+      requests += "<VendorAddRq><VendorAdd><Name>" + name + "</Name></VendorAdd></VendorAddRq>";
+    }
+    folder_.Write("add.xml",
+                  "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq onError=\"stopOnError\">" +
+                      requests +
+                      "<CustomerAddRq><CustomerAdd><Name>Oak Street Foods</Name></CustomerAdd></CustomerAddRq>"
+                      "</QBXMLMsgsRq></QBXML>");
+    folder_.Done({"company", "run", "add.xml"});
+    folder_.Done({"settings", "set", "GENERAL", "FIRST_TIME", "False"});
+  }
+};
+
+TEST_F(EndOfLinks, Ctrl_C_at_a_question_links_nothing_more_and_declines_nothing) {
+  TerminalSession session([&] { return Become({"link", "all", "--apply"}); });
+  ASSERT_TRUE(session.See("Are they the same"));
+  ASSERT_TRUE(session.See("[Y]es / [N]o: "));
+  EXPECT_TRUE(session.Type(kCtrlC));
+  EXPECT_EQ(session.ExitStatus(), 128 + SIGINT);
+  const auto& screen = session.All();
+  EXPECT_EQ(screen.find("Are they the same"), screen.rfind("Are they the same")) << "one question, and no other";
+  EXPECT_THAT(screen,
+              AllOf(HasSubstr("link: ended by SIGINT"), HasSubstr("vendors: 2 without a link; 2 pairs not come"),
+                    testing::Not(HasSubstr("declined")), testing::Not(HasSubstr("link: done"))));
+  EXPECT_EQ(Count("QBLinkID <> ''"), "0") << "of the table behind it";
+}
+
+TEST_F(EndOfLinks, What_was_answered_ahead_of_Ctrl_C_is_as_it_was_answered) {
+  TerminalSession session([&] { return Become({"link", "all", "--apply"}); });
+  ASSERT_TRUE(session.See("[Y]es / [N]o: "));
+  EXPECT_TRUE(session.Type("n\n"));
+  ASSERT_TRUE(session.See("[Y]es / [N]o: "));
+  EXPECT_TRUE(session.Type(kCtrlC));
+  EXPECT_EQ(session.ExitStatus(), 128 + SIGINT);
+  EXPECT_THAT(session.All(), HasSubstr("1 pair declined, 1 pair not come to"));
+  EXPECT_EQ(Count("QBLinkID <> ''"), "0");
+}
+
 }  // namespace
 }  // namespace twqb::cli

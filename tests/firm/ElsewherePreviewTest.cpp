@@ -58,13 +58,19 @@ TEST(ElsewhereDemonstrationFirm, Is_previewed_as_from_files_with_one_side_elsewh
   office.ExpectSamePreview(kSendAll, quickBooks);
 }
 
+// Whether a box came that is not about the first run, which each of these is.
+bool IsTold(const cli::Preview& preview) {
+  const auto isOfFirstRun = [](const cli::PreviewedBox& box) { return box.title.starts_with("Back"); };
+  return !std::ranges::all_of(preview.boxes, isOfFirstRun);
+}
+
 TEST(ElsewherePreviews, Of_a_QuickBooks_without_time_tracking_hear_what_the_transfer_hears) {
   Office office({.content = cli::Content::Sample});
   office.Set(&company::CompanyConditions::timeTracking, company::Feature::Disabled);
   for (const auto direction : {Direction::Send, Direction::Get}) {
     const TransferRequest request = {.direction = direction, .table = enTimeEntries};
     office.ExpectSamePreview(request);
-    EXPECT_FALSE(cli::RunPreview(office.There(), request).boxes.empty());
+    EXPECT_TRUE(IsTold(cli::RunPreview(office.There(), request)));
   }
 }
 
@@ -151,8 +157,11 @@ TEST(ElsewherePreviews, Tell_which_side_can_t_be_read_when_a_call_fails_and_leav
     seam.RaiseAt(seam.CallCount() + k, FaultTiming::Before, kFailed);
     try {
       const auto preview = cli::RunPreview(office.There(), kRequest);
-      // Ahead of a session it fails as the transfer would; and what a closed connection says, nobody needs.
-      EXPECT_TRUE(!preview.done || !preview.boxes.empty() || calls[k - 1].find("Close") != std::string::npos);
+      // Ahead of a session it fails as the transfer would, which tries once more to begin one; and what a closed
+      // connection says, nobody needs.
+      const bool isNoMatter = calls[k - 1].find("Close") != std::string::npos ||
+                              calls[k - 1].find("Transport.BeginSession") != std::string::npos;
+      EXPECT_TRUE(!preview.done || IsTold(preview) || isNoMatter);
     } catch (const cli::UsageError& told) {
       ++unread;
       const std::string_view text = told.what();

@@ -74,7 +74,7 @@ std::vector<LikelyPair> LinkingHouse::LinkThrough(const Platform& seams, const C
     for (const auto* table : Tables()) {
       if (table->lostLink.takeUp == nullptr) continue;
       TablePairs told = {.table = table};
-      LinkPairs(told, newer, session, confirms);
+      EXPECT_TRUE(LinkPairs(told, newer, session, confirms));
       for (auto& pair : told.pairs) {
         EXPECT_NE(pair.end, PairEnd::Failed) << table->name << ' ' << pair.pair.key << ": " << pair.why;
         if (pair.end == PairEnd::Linked) linked.push_back(std::move(pair.pair));
