@@ -4,7 +4,7 @@
 #
 # Bytes and no string literals: compilers limit the length of those.
 
-set(code "#include \"cli/SampleTexts.h\"\n\nnamespace twqb::cli {\n")
+set(code "#include \"cli/workplace/SampleTexts.h\"\n\nnamespace twqb::cli {\n")
 set(isText FALSE)
 math(EXPR last "${CMAKE_ARGC} - 1")
 foreach(i RANGE ${last})

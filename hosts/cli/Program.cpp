@@ -6,10 +6,10 @@
 #include <exception>
 
 #include "adapters/terminal/EndSignals.h"
-#include "cli/CommandLine.h"
-#include "cli/Output.h"
-#include "cli/PuttingBack.h"
-#include "cli/TransferLock.h"
+#include "cli/backup/PuttingBack.h"
+#include "cli/commands/CommandLine.h"
+#include "cli/screen/Output.h"
+#include "cli/workplace/TransferLock.h"
 #include "platform/PlatformError.h"
 #include "platform/desk.h"
 

@@ -5,8 +5,8 @@
 #include "Program.h"
 #include "adapters/scripted/ScriptedDesk.h"
 #include "adapters/system/SystemMachine.h"
-#include "cli/AnsweredDesk.h"
-#include "cli/NamingDesk.h"
+#include "cli/runs/AnsweredDesk.h"
+#include "cli/runs/NamingDesk.h"
 
 namespace twqb::cli {
 namespace {

@@ -9,8 +9,8 @@
 #include <sstream>
 
 #include "Program.h"
-#include "cli/CsvText.h"
-#include "cli/ImportColumns.h"
+#include "cli/import/ImportColumns.h"
+#include "cli/screen/CsvText.h"
 #include "platform/Text.h"
 #include "platform/Value.h"
 #include "tests/support/Chance.h"

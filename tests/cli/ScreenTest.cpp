@@ -9,8 +9,8 @@
 
 #include "Program.h"
 #include "adapters/terminal/TextLayout.h"
-#include "cli/HelpLayout.h"
-#include "cli/TextTable.h"
+#include "cli/screen/HelpLayout.h"
+#include "cli/screen/TextTable.h"
 #include "platform/Text.h"
 
 namespace twqb::cli {

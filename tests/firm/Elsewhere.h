@@ -15,7 +15,7 @@
 #include "adapters/companyfile/CompanyTransport.h"
 #include "adapters/faults/Faults.h"
 #include "adapters/sqlite/SqliteProvider.h"
-#include "cli/SystemSides.h"
+#include "cli/options/SystemSides.h"
 #include "platform/Forwarding.h"
 #include "tests/firm/WholeState.h"
 

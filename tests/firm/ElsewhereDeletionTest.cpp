@@ -13,9 +13,9 @@
 #include <variant>
 #include <vector>
 
-#include "cli/Commands.h"
-#include "cli/CompanyAnswer.h"
-#include "cli/ExitStatus.h"
+#include "cli/commands/Commands.h"
+#include "cli/options/ExitStatus.h"
+#include "cli/workplace/CompanyAnswer.h"
 #include "tests/firm/ElsewhereOffice.h"
 
 namespace twqb {

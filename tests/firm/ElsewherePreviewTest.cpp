@@ -9,11 +9,11 @@
 #include <pugixml.hpp>
 
 #include "adapters/terminal/EndSignals.h"
-#include "cli/Diff.h"
-#include "cli/DiffReport.h"
-#include "cli/ExitStatus.h"
-#include "cli/Preview.h"
-#include "cli/PreviewReport.h"
+#include "cli/options/ExitStatus.h"
+#include "cli/preview/Diff.h"
+#include "cli/preview/DiffReport.h"
+#include "cli/preview/Preview.h"
+#include "cli/preview/PreviewReport.h"
 #include "tests/firm/ElsewhereOffice.h"
 #include "tests/firm/FirmHouse.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/Diff.h"
+#include "cli/preview/Diff.h"
 #include "samples/firm/Firm.h"
 #include "tests/firm/FirmHouse.h"
 #include "tests/firm/PreviewedFolder.h"

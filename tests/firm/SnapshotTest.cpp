@@ -13,8 +13,8 @@
 #include "adapters/companyfile/TxnKind.h"
 #include "adapters/snapshot/BillingSnapshot.h"
 #include "adapters/snapshot/CompanySnapshot.h"
-#include "cli/SampleTexts.h"
-#include "cli/SqlScript.h"
+#include "cli/workplace/SampleTexts.h"
+#include "cli/workplace/SqlScript.h"
 #include "platform/Text.h"
 #include "tests/firm/FirmHouse.h"
 

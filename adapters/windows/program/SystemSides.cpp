@@ -1,4 +1,4 @@
-#include "cli/SystemSides.h"
+#include "cli/options/SystemSides.h"
 
 #include "adapters/sqlite/ConnectionText.h"
 #include "adapters/sqlite/SqliteProvider.h"
