@@ -2,7 +2,6 @@
 
 #include <mutex>
 #include <string_view>
-#include <vector>
 
 namespace twqb::storage {
 
@@ -20,32 +19,31 @@ constexpr int kMostStays = 64;
 
 bool IsPlace(int offset) { return offset >= kFirstPlace && offset < kBehindPlaces; }
 
-// The handles of this process, and who of them keeps what: one that writes gives back what the others keep.
-std::mutex& TheMutex() {
-  static std::mutex mutex;
-  return mutex;
-}
-std::vector<ReaderPlace*>& All() {
-  static std::vector<ReaderPlace*> all;
-  return all;
-}
+// The handles of this process, and who of them keeps what: one that waits for a lock gives back what the others keep.
+// Neither is taken down at the process's end, when a handle may still be closed.
+constinit std::mutex theMutex;
+constinit ReaderPlace* theFirst = nullptr;
 
 }  // namespace
 
 void GiveBackKeptPlaces() {
-  const std::lock_guard lock(TheMutex());
-  for (auto* place : All()) place->GiveBack();
+  const std::lock_guard lock(theMutex);
+  for (auto* place = theFirst; place != nullptr; place = place->next_) place->GiveBack();
 }
 
 ReaderPlace::ReaderPlace(const char* path, sqlite3_file* file) : path_(path), file_(file) {
-  const std::lock_guard lock(TheMutex());
-  All().push_back(this);
+  const std::lock_guard lock(theMutex);
+  next_ = theFirst;
+  toThis_ = &theFirst;
+  if (next_ != nullptr) next_->toThis_ = &next_;
+  theFirst = this;
 }
 
 ReaderPlace::~ReaderPlace() {
-  const std::lock_guard lock(TheMutex());
+  const std::lock_guard lock(theMutex);
   GiveBack();
-  std::erase(All(), this);
+  *toThis_ = next_;
+  if (next_ != nullptr) next_->toThis_ = toThis_;
 }
 
 void ReaderPlace::GiveBack() {
@@ -54,13 +52,20 @@ void ReaderPlace::GiveBack() {
   kept_ = kNone;
 }
 
+void ReaderPlace::GiveBackAll(int offset, int count) {
+  for (auto* place = theFirst; place != nullptr; place = place->next_) {
+    const bool isAskedFor = place->kept_ >= offset && place->kept_ < offset + count;
+    if (isAskedFor && std::string_view(place->path_) == path_) place->GiveBack();
+  }
+}
+
 bool ReaderPlace::IsLogShort() const {
   constexpr int kLastPage = 4;  // the fifth number of the index's head
   return index_ != nullptr && index_[kLastPage] < kLongLog;
 }
 
 int ReaderPlace::LockIndex(int offset, int count, int flags) {
-  const std::lock_guard lock(TheMutex());
+  const std::lock_guard lock(theMutex);
   const bool isShared = (flags & SQLITE_SHM_SHARED) != 0;
   if ((flags & SQLITE_SHM_LOCK) != 0) return isShared ? TakePlace(offset) : TakeAlone(offset, count);
   if (isShared) return LeavePlace(offset);
@@ -102,8 +107,11 @@ int ReaderPlace::TakeAlone(int offset, int count) {
   if (offset + count <= kFirstPlace) {
     const int code = Call(offset, count, kHow);
     if (code == SQLITE_OK) alone_ |= ((1U << count) - 1) << offset;
-    // The one who has it may be waiting for this place to move.
-    if (code == SQLITE_BUSY && offset == kWriter) stays_ = kMostStays;
+    // The one who has it may be waiting for the places of this process, before whose writer this one will wait.
+    if (code == SQLITE_BUSY && offset == kWriter) {
+      stays_ = kMostStays;
+      GiveBackAll(kFirstPlace, kBehindPlaces - kFirstPlace);
+    }
     return code;
   }
   if (alone_ == 0 && count == 1) {
@@ -115,10 +123,7 @@ int ReaderPlace::TakeAlone(int offset, int count) {
     GiveBack();
     return Call(offset, count, kHow);
   }
-  for (auto* place : All()) {
-    const bool isAskedFor = place->kept_ >= offset && place->kept_ < offset + count;
-    if (isAskedFor && std::string_view(place->path_) == path_) place->GiveBack();
-  }
+  GiveBackAll(offset, count);
   return Call(offset, count, kHow);
 }
 
@@ -129,15 +134,19 @@ int ReaderPlace::MapIndex(int page, int size, int extend, void volatile** memory
 }
 
 int ReaderPlace::UnmapIndex(int remove) {
-  const std::lock_guard lock(TheMutex());
+  const std::lock_guard lock(theMutex);
   GiveBack();
   index_ = nullptr;
+  alone_ = 0;
+  stays_ = 0;
+  isStaying_ = false;
+  isWithoutPlace_ = false;
   return file_->pMethods->xShmUnmap(file_, remove);
 }
 
 int ReaderPlace::Lock(int level) {
   if (level == SQLITE_LOCK_EXCLUSIVE) {
-    const std::lock_guard lock(TheMutex());
+    const std::lock_guard lock(theMutex);
     GiveBack();
   }
   const int code = file_->pMethods->xLock(file_, level);

@@ -4,7 +4,8 @@
 // the system that say nothing new while the same handle reads next. What others have written it sees in the log's
 // index, which it looks at for each statement all the same; the place only tells those who carry the log over, or begin
 // it anew, how far they may go. Stands between the engine and its file layer (KeepingLayer.cpp); opens and reads
-// nothing.
+// nothing. Nothing else in the process may open the index's file ("-shm"): to close it again would take the places of
+// all handles away unseen, as it would the engine's own locks.
 #pragma once
 
 #include <sqlite3.h>
@@ -43,12 +44,18 @@ class ReaderPlace {
   int TakePlace(int offset);
   int LeavePlace(int offset);
   int TakeAlone(int offset, int count);
+  // Those of the process that are kept on this one's file, of some locks.
+  void GiveBackAll(int offset, int count);
   // Whether the place that is kept is to be kept on, when the engine asks to move it at the beginning of a read.
   bool StaysAtBeginning();
   [[nodiscard]] bool IsLogShort() const;
   void GiveBack();
 
   static constexpr int kNone = -1;
+
+  // The places of the process, one behind the other.
+  ReaderPlace* next_ = nullptr;
+  ReaderPlace** toThis_ = nullptr;  // what leads to this one
 
   const char* path_;
   sqlite3_file* file_;

@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <csignal>
 #include <functional>
+#include <thread>
 
 #include "WrittenAhead.h"
 #include "adapters/storage/ReaderPlace.h"
@@ -89,9 +92,10 @@ class ReaderPlaces : public WriteAhead {
   }
   // What another program in this process, which knows nothing of places that are kept, is answered when it wants the
   // whole log in the file.
-  [[nodiscard]] int CarriesOver(int how = SQLITE_CHECKPOINT_TRUNCATE) const {
+  [[nodiscard]] int CarriesOver(int how = SQLITE_CHECKPOINT_TRUNCATE, int patience = 0) const {
     sqlite3* handle = nullptr;
     EXPECT_EQ(sqlite3_open(File().c_str(), &handle), SQLITE_OK);
+    sqlite3_busy_timeout(handle, patience);
     EXPECT_EQ(sqlite3_exec(handle, "SELECT count(*) FROM Kept", nullptr, nullptr, nullptr), SQLITE_OK);
     const int code = sqlite3_wal_checkpoint_v2(handle, "main", how, nullptr, nullptr);
     sqlite3_close(handle);
@@ -221,6 +225,31 @@ TEST_F(ReaderPlaces, Of_another_process_are_in_the_way_until_it_reads_on_or_give
   ASSERT_EQ(CarriesOver(), SQLITE_BUSY);
   EXPECT_EQ(other->Ask('g'), 0);
   EXPECT_EQ(CarriesOver(), SQLITE_OK);
+}
+
+TEST_F(ReaderPlaces, Of_an_idle_connection_are_given_back_when_one_of_the_process_waits_for_who_waits_for_them) {
+  constexpr int kPatience = 20'000;  // milliseconds
+  connection_->Open();
+  const auto idle = Hasty();
+  Add(*connection_);
+  EXPECT_EQ(Count(*idle), "1");
+  Add(*connection_);
+  int rows = 2;
+  std::atomic<bool> hasEnded = false;
+  int code = SQLITE_BUSY;
+  // It has the writer's right while it waits for the place of the idle one.
+  std::thread other([&] {
+    code = CarriesOver(SQLITE_CHECKPOINT_TRUNCATE, kPatience);
+    hasEnded = true;
+  });
+  while (!hasEnded) {
+    Add(*connection_);
+    ++rows;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  other.join();
+  EXPECT_EQ(code, SQLITE_OK);
+  EXPECT_EQ(Count(*idle), std::to_string(rows));
 }
 
 TEST_F(ReaderPlaces, Go_with_the_process_that_is_killed) {

@@ -52,9 +52,9 @@ class CountingDesk : public ForwardingDesk {
     storage::GiveBackKeptPlaces();
     return ForwardingDesk::OpenFileDialog(dialog);
   }
-  std::optional<std::string> PickVendor(std::string_view prompt, const std::vector<std::string>& vendors) override {
+  std::optional<std::string> PickVendor(const std::string& message, const std::vector<std::string>& vendors) override {
     storage::GiveBackKeptPlaces();
-    return ForwardingDesk::PickVendor(prompt, vendors);
+    return ForwardingDesk::PickVendor(message, vendors);
   }
   [[nodiscard]] int Boxes() const { return boxes_; }
 
