@@ -101,12 +101,11 @@ void Return::ComparePart(const Fields& payment, const Fields& row) {
 void Return::CompareRetainer(const Fields& payment, const Fields& row) {
   const Pair pair("Retainer", payment, payment, exceptions_);
   const auto number = pair.Was("PayRef");
-  auto& stays = exceptions_["Retainer: of a blank reference it has no number, and stays in QuickBooks"];
+  auto& stays = exceptions_["Retainer: of no reference it has no number, and stays in QuickBooks"];
   const auto link = pair.Link();
   const auto back = empty_.RowsOf("SELECT * FROM TransactionTable WHERE QBLinkID = '" + link + "'");
   EXPECT_EQ(empty_.Scalar("SELECT COUNT(*) FROM Payment WHERE QBLinkID = '" + link + "'"), "0");
-  // Of none at all it has one that QuickBooks gives it.
-  if (!number.empty() && Trim(number).empty()) {
+  if (Trim(number).empty()) {
     ++stays;
     EXPECT_TRUE(back.empty());
     return;
@@ -116,13 +115,11 @@ void Return::CompareRetainer(const Fields& payment, const Fields& row) {
   ++comes;
   const auto& invoice = back.front();
   EXPECT_EQ(invoice.at("PayID"), std::nullopt);
-  if (!number.empty()) {
-    constexpr std::size_t kLongest = 11;
-    const bool fits = CharacterCount(number) <= kLongest;
-    auto& cut = exceptions_["Retainer: a reference that is too long gives up its blanks, and then its end"];
-    if (!fits) ++cut;
-    EXPECT_EQ(invoice.at("TransactionInvNum"), fits ? number : Left(ReplaceAll(number, " ", ""), kLongest));
-  }
+  constexpr std::size_t kLongest = 11;
+  const bool fits = CharacterCount(number) <= kLongest;
+  auto& cut = exceptions_["Retainer: a reference that is too long gives up its blanks, and then its end"];
+  if (!fits) ++cut;
+  EXPECT_EQ(invoice.at("TransactionInvNum"), fits ? number : Left(ReplaceAll(number, " ", ""), kLongest));
   EXPECT_EQ(invoice.at("TransactionInvBillAmt"), "0");
   EXPECT_EQ(invoice.at("ClientID"), Back("Client", payment.at("ClientID").value_or("")));
   if (const auto project = row.at("ProjectID").value_or(""); project != "{CLIENT RETAINER}") {
