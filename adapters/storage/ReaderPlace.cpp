@@ -21,18 +21,21 @@ bool IsPlace(int offset) { return offset >= kFirstPlace && offset < kBehindPlace
 
 // The handles of this process, and who of them keeps what: one that waits for a lock gives back what the others keep.
 // Neither is taken down at the process's end, when a handle may still be closed.
-constinit std::mutex theMutex;
+std::mutex& TheMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
 constinit ReaderPlace* theFirst = nullptr;
 
 }  // namespace
 
 void GiveBackKeptPlaces() {
-  const std::lock_guard lock(theMutex);
+  const std::lock_guard lock(TheMutex());
   for (auto* place = theFirst; place != nullptr; place = place->next_) place->GiveBack();
 }
 
 ReaderPlace::ReaderPlace(const char* path, sqlite3_file* file) : path_(path), file_(file) {
-  const std::lock_guard lock(theMutex);
+  const std::lock_guard lock(TheMutex());
   next_ = theFirst;
   toThis_ = &theFirst;
   if (next_ != nullptr) next_->toThis_ = &next_;
@@ -40,7 +43,7 @@ ReaderPlace::ReaderPlace(const char* path, sqlite3_file* file) : path_(path), fi
 }
 
 ReaderPlace::~ReaderPlace() {
-  const std::lock_guard lock(theMutex);
+  const std::lock_guard lock(TheMutex());
   GiveBack();
   *toThis_ = next_;
   if (next_ != nullptr) next_->toThis_ = toThis_;
@@ -65,7 +68,7 @@ bool ReaderPlace::IsLogShort() const {
 }
 
 int ReaderPlace::LockIndex(int offset, int count, int flags) {
-  const std::lock_guard lock(theMutex);
+  const std::lock_guard lock(TheMutex());
   const bool isShared = (flags & SQLITE_SHM_SHARED) != 0;
   if ((flags & SQLITE_SHM_LOCK) != 0) return isShared ? TakePlace(offset) : TakeAlone(offset, count);
   if (isShared) return LeavePlace(offset);
@@ -134,7 +137,7 @@ int ReaderPlace::MapIndex(int page, int size, int extend, void volatile** memory
 }
 
 int ReaderPlace::UnmapIndex(int remove) {
-  const std::lock_guard lock(theMutex);
+  const std::lock_guard lock(TheMutex());
   GiveBack();
   index_ = nullptr;
   alone_ = 0;
@@ -146,7 +149,7 @@ int ReaderPlace::UnmapIndex(int remove) {
 
 int ReaderPlace::Lock(int level) {
   if (level == SQLITE_LOCK_EXCLUSIVE) {
-    const std::lock_guard lock(theMutex);
+    const std::lock_guard lock(TheMutex());
     GiveBack();
   }
   const int code = file_->pMethods->xLock(file_, level);
