@@ -172,11 +172,14 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
   // What is put back may be the oldest one: it goes behind that.
   if (manifest.by == MadeBy::Transfer) RemoveOldSets(sets);
   Set set{.name = FreeName(stamp), .manifest = manifest};
+  // To trust what is known is to trust that its pieces are what they were, and this may be the only copy of what is
+  // about to be replaced. Reading the file compares them, and writes a damaged one anew.
+  const auto trusted = manifest.by == MadeBy::Transfer ? sets : std::vector<Set>();
   try {
     for (const auto& file : files) {
       const auto told = std::ranges::find(known, file.part, &KeptFile::part);
       if (told != known.end()) pieces_.Read(told->content, [](std::string_view) {});
-      set.manifest.files.push_back(told != known.end() ? *told : Keep(file, sets));
+      set.manifest.files.push_back(told != known.end() ? *told : Keep(file, trusted));
     }
     pieces_.Settle();
     MakeFolder(Path(set.name));

@@ -42,6 +42,7 @@ class BackupFolder {
 
   // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there. Of
   // the parts in `known` it has what is told there, whose pieces must be in the folder, and not what the file is now.
+  // Ahead of a transfer alone a database that has not changed since another set is not read again.
   // Raises BackupError, and leaves nothing behind.
   [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp,
                          const std::vector<KeptFile>& known = {});
