@@ -74,7 +74,8 @@ std::string StampOf(const Set& set) {
 // What counts together: runs on one pair of databases. What can't be taken back any more, and what an undo has made,
 // must not push out what still can.
 std::string CountedWith(const Set& set) {
-  const bool canBeTakenBack = set.manifest.by != MadeBy::Undo && !set.isUndone;
+  const bool canBeTakenBack =
+      set.manifest.by != MadeBy::Undo && !set.isUndone && set.manifest.condition == Condition::Whole;
   std::string key = canBeTakenBack ? "run" : "undo";
   for (const auto& file : set.manifest.files) {
     if (IsDatabase(file.part)) key += fmt::format("\n{} {}", NameOf(file.part), file.path);

@@ -112,6 +112,15 @@ class BrokenOffRestore : public SentFolder, public testing::Test {
       return now[0] == before_[0] && now[1] == after_[1];
     });
   }
+  // Those of the set, and the new file that was made of them.
+  void DamageTheCompanyPieces() const {
+    for (const auto& name : folder_.Names()) {
+      if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
+    }
+    const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
+    const auto digest = manifest.at("files").at(1).at("pieces").get<std::string>();
+    folder_.Write("backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2), "nothing of it");
+  }
   // The first set of changes that the text tells of.
   static std::string KeptSet(const std::string& text) {
     const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
@@ -305,12 +314,7 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_once_however_often_it_is_tried) 
 
 TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_copied_and_put_in_its_place) {
   BreakOffBetweenTheSides();
-  for (const auto& name : folder_.Names()) {
-    if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
-  }
-  const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
-  const auto digest = manifest.at("files").at(1).at("pieces").get<std::string>();
-  folder_.Write("backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2), "nothing of it");
+  DamageTheCompanyPieces();
   const auto kept = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
 
   for (const auto& words : std::vector<std::vector<std::string>>{
@@ -332,6 +336,37 @@ TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_co
   folder_.Done({"restore", kept, "--answers", "yes.txt"});
   EXPECT_EQ(Now(), after_);
   EXPECT_THAT(folder_.Twqb({"status"}).err, testing::Not(testing::HasSubstr("broken off")));
+}
+
+// What would be put back has some links of the one state and some records of the other.
+TEST_F(BrokenOffRestore, Is_not_what_undo_goes_back_to_when_a_set_was_put_in_its_place) {
+  BreakOffBetweenTheSides();
+  DamageTheCompanyPieces();
+  const auto kept = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
+  const auto done = folder_.Done({"restore", kept, "--answers", "yes.txt"});
+  EXPECT_THAT(done, testing::AllOf(testing::HasSubstr("would double records"),
+                                   testing::Not(testing::HasSubstr("brings it back"))));
+  ASSERT_EQ(Now(), after_);
+  const auto refused = folder_.Twqb({"undo"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::HasSubstr("is not taken back"));
+  EXPECT_EQ(Now(), after_);
+
+  const auto listed = folder_.Done({"backup", "--list"});
+  EXPECT_THAT(listed, testing::HasSubstr("put back in part"));
+  EXPECT_THAT(folder_.Done({"backup", "--list", "--json"}), testing::HasSubstr("\"inPart\":true"));
+  folder_.Write("no.txt", "default no\n");
+  const auto mixture = done.substr(done.find("is kept as the set ") + std::string("is kept as the set ").size());
+  const auto asked = folder_.Twqb({"restore", mixture.substr(0, mixture.find(':')), "--answers", "no.txt"});
+  EXPECT_EQ(asked.status, 1);
+  EXPECT_THAT(asked.err, testing::HasSubstr("would double records"));
+  // The newest is the one that was put back.
+  EXPECT_THAT(folder_.Twqb({"restore", "--answers", "no.txt"}).err, testing::HasSubstr("the set " + kept));
+  // What comes later is taken back, and no more than that.
+  folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID) VALUES ('LATER')"});
+  folder_.Done({"send", "clients", "--answers", "yes.txt"});
+  folder_.Done({"undo"});
+  EXPECT_EQ(folder_.Twqb({"undo"}).status, 2);
 }
 
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {

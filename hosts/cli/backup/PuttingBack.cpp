@@ -118,11 +118,12 @@ void KeepChanges(const Options& options, const std::string& folder, backup::Rest
   }
 }
 
-// So that undo can take the restore back. What else has changed meanwhile is none of its doing.
+// So that undo can take the restore back. What else has changed meanwhile is none of its doing. Nobody goes back
+// unasked to what a restore has left that was broken off.
 void NoteCompleted(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
   backup::BackupFolder backups(folder);
   for (const auto& set : backups.Sets()) {
-    if (set.name != journal.kept) continue;
+    if (set.name != journal.kept || set.manifest.condition == backup::Condition::InPart) continue;
     backup::EndNote end{.at = TimeWithZone(WorkplaceOf(options), options), .files = set.manifest.files};
     for (auto& file : end.files) {
       const auto step = std::ranges::find(journal.steps, file.part, [](const auto& each) { return each.file.part; });
@@ -166,11 +167,12 @@ void RaiseForNothing(const backup::Set& set, std::optional<Part> only) {
                                only ? fmt::format("not kept {}", backup::CalledOf(*only)) : "nothing to put back"));
 }
 
-PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<Part> only)
+PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<Part> only, backup::Condition condition)
     : options_(options),
       place_(WorkplaceOf(options)),
       set_(std::move(set)),
       files_(Chosen(set_, only)),
+      condition_(condition),
       folder_(BackupsOf(place_)) {
   if (files_.empty()) RaiseForNothing(set_, only);
   auto paths = DatabasesOf(files_);
@@ -304,7 +306,7 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   options.label = what;
   const auto session = TakeSession();
   RequireAlone();
-  RunBackup before(place_, options, PartsWith(place_, files_), by);
+  RunBackup before(place_, options, PartsWith(place_, files_), by, condition_);
   backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
   try {
     RequireAlone();

@@ -21,9 +21,10 @@ namespace twqb::cli {
 
 class PuttingBack {
  public:
-  // Of the parts named, or of all that the set has. Raises UsageError for files that can't be held or made ready, and
-  // for a set that is damaged; HeldByOther; EndedBySignal.
-  PuttingBack(const Options& options, backup::Set set, std::optional<backup::Part> only);
+  // Of the parts named, or of all that the set has, in the place of files in that condition. Raises UsageError for
+  // files that can't be held or made ready, and for a set that is damaged; HeldByOther; EndedBySignal.
+  PuttingBack(const Options& options, backup::Set set, std::optional<backup::Part> only,
+              backup::Condition condition = backup::Condition::Whole);
   ~PuttingBack();
   PuttingBack(const PuttingBack&) = delete;
   PuttingBack& operator=(const PuttingBack&) = delete;
@@ -55,6 +56,7 @@ class PuttingBack {
   Workplace place_;
   backup::Set set_;
   std::vector<backup::KeptFile> files_;
+  backup::Condition condition_;  // of what stands there
   EndSignals signals_;
   std::optional<TransferLock> held_;
   backup::BackupFolder folder_;
