@@ -267,6 +267,10 @@ KeptFile BackupFolder::Look(const PartFile& file) {
   return kept;
 }
 
+bool BackupFolder::IsAt(const std::string& path, const KeptFile& file) const {
+  return PieceStore::IsMadeOf(path, file.content, goOn_);
+}
+
 void BackupFolder::WriteTo(const KeptFile& file, const std::string& path) const {
   FileDescriptor target(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersAlone));
   if (!target) RaiseForFile(path, "made");

@@ -62,6 +62,8 @@ class BackupFolder {
 
   // How the file is now, its pieces among those of the folder until sets go. Raises likewise.
   [[nodiscard]] KeptFile Look(const PartFile& file);
+  // Whether what stands at `path` has the bytes that are kept of the file. Raises BackupEnded alone.
+  [[nodiscard]] bool IsAt(const std::string& path, const KeptFile& file) const;
   // Writes the file into `path`, which must be free, onto the disk. Raises BackupError, too, for pieces that are not
   // what they were; nothing is left then.
   void WriteTo(const KeptFile& file, const std::string& path) const;

@@ -58,8 +58,8 @@ Ownership CarryOut(BackupFolder& folder, const KeptFile& file) {
   auto ownership = Ownership::AsItWas;
   std::error_code failure;
   const auto staged = StagedName(file.path);
-  if (!fs::exists(staged, failure)) {
-    if (failure) RaiseForFile(staged, "read", failure.value());
+  // What goes by its name may be of another set, or of a program that died while it wrote it.
+  if (!folder.IsAt(staged, file)) {
     if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return ownership;  // it is in place
     ownership = LayReady(folder, file);
   }
@@ -194,6 +194,7 @@ std::vector<std::string> CarryOutRestore(const std::string& folder, const Restor
 void EndRestore(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
   if (journal.isUndo) backups.MarkUndone(journal.set);
+  for (const auto& step : journal.steps) RemoveStaged(step.file.path);
   const auto path = JournalPath(folder);
   Remove(path);
   SynchroniseFolderOf(path);

@@ -2,8 +2,8 @@
 // the next run completes it.
 //
 // The new files stand beside those that they replace by then, whole and on the disk, so each step is a rename; a step
-// that is done already does no harm. What has the name of a new file is whole, whenever a process died. Without a
-// journal nothing has begun, and what stands beside is cleared up. Whoever carries it out must hold the files against
+// that is done already does no harm. What has the name of a new file and is none is laid ready anew. Without a journal
+// nothing has begun, and what stands beside is cleared up. Whoever carries it out must hold the files against
 // others.
 #pragma once
 

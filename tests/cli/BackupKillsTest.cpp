@@ -369,6 +369,25 @@ TEST_F(BrokenOffRestore, Is_not_what_undo_goes_back_to_when_a_set_was_put_in_its
   EXPECT_EQ(folder_.Twqb({"undo"}).status, 2);
 }
 
+TEST_F(BrokenOffRestore, Takes_nothing_for_a_new_file_by_its_name) {
+  const std::vector<std::string> kNames = {"billing.db", "company.twq", "twqb.ini", "registry.ini"};
+  const auto other = [&](const std::string& name) {
+    return name == "company.twq" ? folder_.Read(name) : std::string();  // of another set; broken off while written
+  };
+  BreakOff({"restore", "--answers", "yes.txt"}, [this] { return Now() == after_; });
+  for (const auto& name : kNames) folder_.Write(name + ".restoring", other(name));
+  folder_.Done({"status"});
+  EXPECT_EQ(Now(), before_);
+
+  // Beside one that is in place already, too.
+  Again();
+  BreakOffBetweenTheSides();
+  for (const auto& name : kNames) folder_.Write(name + ".restoring", other(name));
+  folder_.Done({"status"});
+  EXPECT_EQ(Now(), before_);
+  for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+}
+
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {
   folder_.Write("backups/restore.json", "{");
   EXPECT_EQ(folder_.Twqb({"status"}).status, 2);
