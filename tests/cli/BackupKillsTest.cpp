@@ -117,9 +117,14 @@ class BrokenOffRestore : public SentFolder, public testing::Test {
     for (const auto& name : folder_.Names()) {
       if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
     }
+    folder_.Write(PieceOf(1), "nothing of it");
+  }
+  // The first piece of a file of the set.
+  [[nodiscard]] std::string PieceOf(std::size_t file) const {
     const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
-    const auto digest = manifest.at("files").at(1).at("pieces").get<std::string>();
-    folder_.Write("backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2), "nothing of it");
+    const auto digest = manifest.at("files").at(file).at("pieces").get<std::string>();
+    constexpr std::size_t kDigestLength = 64;
+    return "backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2, kDigestLength - 2);
   }
   // The first set of changes that the text tells of.
   static std::string KeptSet(const std::string& text) {
@@ -386,6 +391,57 @@ TEST_F(BrokenOffRestore, Takes_nothing_for_a_new_file_by_its_name) {
   folder_.Done({"status"});
   EXPECT_EQ(Now(), before_);
   for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+}
+
+// How far it came is known by the files that it has laid ready.
+TEST_F(BrokenOffRestore, Keeps_what_belongs_together_after_a_restore_that_was_refused_in_its_place) {
+  BreakOff({"restore", "--answers", "yes.txt"}, [this] { return Now() == after_; });
+  const auto piece = folder_.Read(PieceOf(0));
+  folder_.Write(PieceOf(0), "nothing of it");
+  folder_.Write("billing.db.restoring", "nothing of it");
+  const auto refused = folder_.Twqb({"restore", set_, "--answers", "yes.txt"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::AllOf(testing::HasSubstr("can't be completed now"),
+                                          testing::HasSubstr("nothing has been changed")));
+  folder_.Write(PieceOf(0), piece);
+  Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+  const auto next = folder_.Twqb({"status"});
+  EXPECT_EQ(Now(), before_);
+  folder_.Done({"restore", KeptSet(next.err), "--answers", "yes.txt"});
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
+  EXPECT_EQ(Customers(), 2U);
+  folder_.Done({"send", "clients", "--answers", "yes.txt"});
+  EXPECT_EQ(Customers(), 3U);
+}
+
+// It has files of its own laid ready, and is completed by those.
+TEST_F(BrokenOffRestore, Is_replaced_by_one_in_its_place_however_that_is_killed) {
+  BreakOffBetweenTheSides();
+  DamageTheCompanyPieces();
+  set_ = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
+  fs::copy(folder_.Path(), start_ / "damaged", fs::copy_options::recursive);
+  const auto left = Now();
+  const auto body = [this] { Become({"restore", "--answers", "yes.txt"}); };
+  const auto length = MeasureInChild(body).systemCalls;
+  constexpr std::uint64_t kKills = 30;
+  std::uint64_t completed = 0;
+  for (std::uint64_t i = 1; i <= kKills; ++i) {
+    const auto n = length * i / kKills;
+    SCOPED_TRACE(fmt::format("killed at call {} of {}", n, length));
+    Again("damaged");
+    if (!KillInChild(body, {.n = n})) continue;
+    const auto next = folder_.Twqb({"status"});
+    if (next.status == 2) {
+      EXPECT_EQ(Now(), left) << "its journal has not taken the place of the other";
+      folder_.Done({"restore", set_, "--answers", "yes.txt"});
+    } else {
+      ++completed;
+    }
+    ASSERT_EQ(Now(), after_);
+    EXPECT_EQ(folder_.Twqb({"undo"}).status, 2) << "nobody goes back unasked to what was left";
+    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+  }
+  EXPECT_GT(completed, 0U);
 }
 
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {

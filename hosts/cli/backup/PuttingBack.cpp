@@ -146,6 +146,14 @@ void TellOthers(const std::vector<std::string>& files) {
   }
 }
 
+std::optional<backup::RestoreJournal> ReadableJournal(const std::string& folder) {
+  try {
+    return backup::ReadRestoreJournal(folder);
+  } catch (const BackupError&) {
+    return std::nullopt;
+  }
+}
+
 // Each step of the journal, then what undo must know, then that it is done: whatever is broken off is done again.
 void CarryOut(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
   TellOthers(backup::CarryOutRestore(folder, journal));
@@ -183,6 +191,7 @@ PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<
   // Refused ahead of the question; but while that waits, who only reads goes on.
   static_cast<void>(TakeSession());
   TakeUpLogs();
+  ChooseStaging();
   LayReady();
 }
 
@@ -220,12 +229,21 @@ KeptFile PuttingBack::Seen(const backup::PartFile& file) {
   return known != seen_.end() ? *known : seen_.emplace_back(Now(file));
 }
 
+// What a journal that stands goes by is not touched. Without one nothing is of any use that was laid ready before.
+void PuttingBack::ChooseStaging() {
+  if (const auto journal = ReadableJournal(place_.folder)) {
+    staging_ = journal->staging == backup::Staging::First ? backup::Staging::Second : backup::Staging::First;
+    return;
+  }
+  for (const auto& file : files_) backup::RemoveStaged(file.path);
+}
+
 void PuttingBack::LayReady() {
   RemoveLaidReady();
   try {
     for (const auto& file : files_) {
       if (!file.isThere) continue;
-      if (backup::LayReady(folder_, file) == backup::Ownership::Other) others_.push_back(file.path);
+      if (backup::LayReady(folder_, file, staging_) == backup::Ownership::Other) others_.push_back(file.path);
     }
   } catch (const backup::BackupEnded&) {
     RemoveLaidReady();
@@ -238,14 +256,15 @@ void PuttingBack::LayReady() {
 }
 
 void PuttingBack::RemoveLaidReady() const {
-  for (const auto& file : files_) backup::RemoveStaged(file.path);
+  for (const auto& file : files_) backup::RemoveStaged(file.path, staging_);
 }
 
 std::vector<SideDifferences> PuttingBack::Differences() {
   std::vector<SideDifferences> all;
   for (const auto& file : files_) {
     const bool isLike = Seen({.part = file.part, .path = file.path}).IsLike(file);
-    auto found = DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string());
+    auto found =
+        DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path, staging_) : std::string());
     found.isFileAlone = !isLike && found.IsNone();
     all.push_back(std::move(found));
   }
@@ -307,7 +326,8 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   const auto session = TakeSession();
   RequireAlone();
   RunBackup before(place_, options, PartsWith(place_, files_), by, condition_);
-  backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
+  backup::RestoreJournal journal{
+      .set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name(), .staging = staging_};
   try {
     RequireAlone();
     journal.steps = Steps();
@@ -355,14 +375,6 @@ void Complete(const Options& options, const std::string& folder) {
   KeepChanges(options, folder, *journal);
   CarryOut(options, folder, *journal);
   Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
-}
-
-std::optional<backup::RestoreJournal> ReadableJournal(const std::string& folder) {
-  try {
-    return backup::ReadRestoreJournal(folder);
-  } catch (const BackupError&) {
-    return std::nullopt;
-  }
 }
 
 // What a user needs who has to do without its completion.

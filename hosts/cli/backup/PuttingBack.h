@@ -51,12 +51,14 @@ class PuttingBack {
   void RequireAlone() const;
   [[nodiscard]] std::vector<backup::RestoreStep> Steps();
   void RemoveLaidReady() const;
+  void ChooseStaging();
 
   const Options& options_;
   Workplace place_;
   backup::Set set_;
   std::vector<backup::KeptFile> files_;
   backup::Condition condition_;  // of what stands there
+  backup::Staging staging_ = backup::Staging::First;
   EndSignals signals_;
   std::optional<TransferLock> held_;
   backup::BackupFolder folder_;
