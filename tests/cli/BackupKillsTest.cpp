@@ -8,6 +8,7 @@
 
 #include "LockedFile.h"
 #include "Program.h"
+#include "adapters/system/HeldFile.h"
 #include "platform/Text.h"
 #include "tests/support/Chance.h"
 #include "tests/support/Killer.h"
@@ -18,6 +19,8 @@ namespace {
 namespace fs = std::filesystem;
 
 using State = std::vector<std::string>;
+
+const std::vector<std::string> kNames = {"billing.db", "company.twq", "twqb.ini", "registry.ini"};
 
 // A folder whose last run was a send, and how it is ahead of it and behind it.
 class SentFolder {
@@ -36,10 +39,10 @@ class SentFolder {
     fs::copy(folder_.Path(), start_ / "all", fs::copy_options::recursive);
   }
 
-  static State StateOf(const WorkFolder& folder) {
+  static State StateOf(const WorkFolder& folder, const std::string& within = {}) {
     State state;
-    for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
-      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder.Read(name))));
+    for (const auto& name : kNames) {
+      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder.Read(within + name))));
     }
     return state;
   }
@@ -357,8 +360,7 @@ TEST_F(BrokenOffRestore, Is_not_what_undo_goes_back_to_when_a_set_was_put_in_its
   EXPECT_THAT(refused.err, testing::HasSubstr("is not taken back"));
   EXPECT_EQ(Now(), after_);
 
-  const auto listed = folder_.Done({"backup", "--list"});
-  EXPECT_THAT(listed, testing::HasSubstr("put back in part"));
+  EXPECT_THAT(folder_.Done({"backup", "--list"}), testing::HasSubstr("put back in part"));
   EXPECT_THAT(folder_.Done({"backup", "--list", "--json"}), testing::HasSubstr("\"inPart\":true"));
   folder_.Write("no.txt", "default no\n");
   const auto mixture = done.substr(done.find("is kept as the set ") + std::string("is kept as the set ").size());
@@ -375,7 +377,6 @@ TEST_F(BrokenOffRestore, Is_not_what_undo_goes_back_to_when_a_set_was_put_in_its
 }
 
 TEST_F(BrokenOffRestore, Takes_nothing_for_a_new_file_by_its_name) {
-  const std::vector<std::string> kNames = {"billing.db", "company.twq", "twqb.ini", "registry.ini"};
   const auto other = [&](const std::string& name) {
     return name == "company.twq" ? folder_.Read(name) : std::string();  // of another set; broken off while written
   };
@@ -442,6 +443,37 @@ TEST_F(BrokenOffRestore, Is_replaced_by_one_in_its_place_however_that_is_killed)
     for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
   }
   EXPECT_GT(completed, 0U);
+}
+
+TEST_F(BrokenOffRestore, Whose_files_can_t_be_held_leaves_the_sets_to_be_listed_and_copied) {
+  BreakOffBetweenTheSides();
+  const auto billing = (folder_.Path() / "billing.db").string();
+  fs::create_directory(folder_.Path() / "out");
+  const auto expectBoth = [&](const std::string& reason) {
+    for (const auto& words :
+         std::vector<std::vector<std::string>>{{"backup", "--list"}, {"restore", set_, "--to", "out"}}) {
+      const auto ended = folder_.Twqb(words);
+      EXPECT_EQ(ended.status, 0) << ended.err;
+      EXPECT_THAT(ended.err, testing::AllOf(testing::HasSubstr("can't be completed now"), testing::HasSubstr(reason),
+                                            testing::HasSubstr("backups/restore.json")));
+    }
+    EXPECT_EQ(StateOf(folder_, "out/"), before_);
+    for (const auto& entry : fs::directory_iterator(folder_.Path() / "out")) fs::remove(entry.path());
+  };
+  fs::create_hard_link(billing, folder_.Path() / "second.db");
+  expectBoth("hard links");
+  const auto refused = folder_.Twqb({"status"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::AllOf(testing::HasSubstr("hard links"), testing::HasSubstr("restore.json")));
+  fs::remove(folder_.Path() / "second.db");
+  {
+    const auto held = HeldFile::Claim(billing + ".transfer", billing, ThisHolder("twqb send", "now"));
+    ASSERT_EQ(held.outcome, HeldFile::Outcome::Held);
+    expectBoth("is at work on");
+    EXPECT_EQ(folder_.Twqb({"restore", set_, "--answers", "yes.txt"}).status, 1) << "whoever holds it may complete it";
+  }
+  folder_.Done({"status"});
+  EXPECT_EQ(Now(), before_);
 }
 
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {

@@ -378,11 +378,9 @@ void Complete(const Options& options, const std::string& folder) {
 }
 
 // What a user needs who has to do without its completion.
-std::string WhyNot(const std::string& folder, std::string_view reason) {
-  auto text = fmt::format(
-      "A run was broken off while it put files back, and that can't be completed now.\n{}\nWhat has to be done stands "
-      "in {}/restore.json.",
-      reason, backup::kBackupFolder);
+std::string WhyNot(const std::string& folder, std::string_view what, std::string_view reason) {
+  auto text = fmt::format("{} can't be completed now.\n{}\nWhat has to be done stands in {}/restore.json.", what,
+                          reason, backup::kBackupFolder);
   if (const auto journal = ReadableJournal(folder)) {
     if (!journal->kept.empty()) text += fmt::format(" How the files were before it is the set {}.", journal->kept);
     for (const auto& set : journal->changes) text += fmt::format(" What has changed since is in the set {}.", set);
@@ -394,20 +392,26 @@ std::string WhyNot(const std::string& folder, std::string_view reason) {
 
 }  // namespace
 
-std::optional<std::string> WhyNotCompleted(const Options& options) {
+std::optional<std::string> WhyNotCompleted(const Options& options, WhenHeld held) {
   std::error_code failure;
   const auto folder = fs::current_path(failure).string();
   if (failure) return std::nullopt;
+  constexpr std::string_view kBrokenOff = "A run was broken off while it put files back, and that";
   try {
     Complete(options, folder);
     return std::nullopt;
   } catch (const BackupError& reason) {
-    return WhyNot(folder, reason.what());
+    return WhyNot(folder, kBrokenOff, reason.what());
+  } catch (const UsageError& reason) {
+    return WhyNot(folder, kBrokenOff, reason.what());
+  } catch (const HeldByOther& reason) {
+    if (held == WhenHeld::Raises) throw;
+    return WhyNot(folder, "Files are being put back here, or were when a run was broken off; that", reason.what());
   }
 }
 
 void CompleteRestore(const Options& options) {
-  if (const auto reason = WhyNotCompleted(options)) throw UsageError(*reason);
+  if (const auto reason = WhyNotCompleted(options, WhenHeld::Raises)) throw UsageError(*reason);
 }
 
 void RequireInPlaceOfBrokenOff(const backup::Set& set) {

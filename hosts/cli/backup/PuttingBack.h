@@ -69,8 +69,10 @@ class PuttingBack {
 // Completes a restore that a killed run has left in the current folder, ahead of anything else there. Raises UsageError
 // when it can't be done, and HeldByOther while it is at work.
 void CompleteRestore(const Options& options);
+// Whether files that another run holds end the command, or are a reason that is told.
+enum class WhenHeld : std::uint8_t { Raises, IsTold };
 // The same for who goes on all the same: why it can't be done, and what to do then.
-[[nodiscard]] std::optional<std::string> WhyNotCompleted(const Options& options);
+[[nodiscard]] std::optional<std::string> WhyNotCompleted(const Options& options, WhenHeld held);
 // Raises UsageError for a set that does not have all the files of such a restore: they would stay put back in part when
 // this set is put back in its place.
 void RequireInPlaceOfBrokenOff(const backup::Set& set);

@@ -115,7 +115,7 @@ ExitStatus List(const Options& options, const BackupArguments& arguments) {
 
 ExitStatus Backup(const Options& options, const BackupArguments& arguments) {
   if (arguments.list) {
-    if (const auto reason = WhyNotCompleted(options)) Tell(*reason);
+    if (const auto reason = WhyNotCompleted(options, WhenHeld::IsTold)) Tell(*reason);
     return List(options, arguments);
   }
   CompleteRestore(options);
@@ -271,7 +271,7 @@ void PrintDone(const std::string& what, const Set& set, const std::string& kept,
 
 ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   const auto only = PartOf(arguments.only);
-  const auto brokenOff = WhyNotCompleted(options);
+  const auto brokenOff = WhyNotCompleted(options, arguments.to.empty() ? WhenHeld::Raises : WhenHeld::IsTold);
   const bool isInItsPlace = !arguments.set.empty() && !only;
   if (brokenOff && arguments.to.empty() && !isInItsPlace) throw UsageError(*brokenOff);
   if (brokenOff) Tell(*brokenOff);
