@@ -90,6 +90,13 @@ std::optional<std::string> ReadText(const std::string& path) {
   return text;
 }
 
+// One that can't be read may be damaged, or of a later version. What the system does not let be read may be one.
+bool SeemsManifest(const std::string& path) {
+  const auto text = ReadText(path);
+  return !text || std::ranges::all_of(std::array{"\"format\"", "\"made\"", "\"files\""},
+                                      [&](const char* key) { return text->find(key) != std::string::npos; });
+}
+
 void MakeFolder(const std::string& path) {
   std::error_code failure;
   if (fs::create_directory(path, failure)) {
@@ -358,14 +365,17 @@ void BackupFolder::RemoveSet(const std::string& name) const {
   fs::remove(Path(name), ignored);
 }
 
+// A folder by another name is a set only when its manifest is one of this program's by all that can be seen; others
+// have files of that name, too.
 std::vector<std::string> BackupFolder::SetFolders(Whole whole) const {
   std::vector<std::string> names;
   std::error_code failure;
   for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
     std::error_code ignored;
     const auto name = entry.path().filename().string();
-    const bool isWhole = fs::exists(entry.path() / kManifest, ignored);
-    if (whole == Whole::Yes ? isWhole : !isWhole && IsSetName(name)) names.push_back(name);
+    const bool hasManifest = fs::exists(entry.path() / kManifest, ignored);
+    const bool isSet = IsSetName(name) || (hasManifest && SeemsManifest((entry.path() / kManifest).string()));
+    if (isSet && hasManifest == (whole == Whole::Yes)) names.push_back(name);
   }
   return names;
 }
