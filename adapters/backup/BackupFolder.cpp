@@ -74,7 +74,8 @@ std::string StampOf(const Set& set) {
 // What counts together: runs on one pair of databases. What can't be taken back any more, and what an undo has made,
 // must not push out what still can.
 std::string CountedWith(const Set& set) {
-  const bool canBeTakenBack = set.manifest.by != MadeBy::Undo && !set.isUndone;
+  const bool canBeTakenBack =
+      set.manifest.by != MadeBy::Undo && !set.isUndone && set.manifest.condition == Condition::Whole;
   std::string key = canBeTakenBack ? "run" : "undo";
   for (const auto& file : set.manifest.files) {
     if (IsDatabase(file.part)) key += fmt::format("\n{} {}", NameOf(file.part), file.path);
@@ -87,6 +88,13 @@ std::optional<std::string> ReadText(const std::string& path) {
   std::string text;
   if (!file || !ReadRest(file, text)) return std::nullopt;
   return text;
+}
+
+// One that can't be read may be damaged, or of a later version. What the system does not let be read may be one.
+bool SeemsManifest(const std::string& path) {
+  const auto text = ReadText(path);
+  return !text || std::ranges::all_of(std::array{"\"format\"", "\"made\"", "\"files\""},
+                                      [&](const char* key) { return text->find(key) != std::string::npos; });
 }
 
 void MakeFolder(const std::string& path) {
@@ -172,11 +180,14 @@ Set BackupFolder::Make(const Manifest& manifest, const std::vector<PartFile>& fi
   // What is put back may be the oldest one: it goes behind that.
   if (manifest.by == MadeBy::Transfer) RemoveOldSets(sets);
   Set set{.name = FreeName(stamp), .manifest = manifest};
+  // To trust what is known is to trust that its pieces are what they were, and this may be the only copy of what is
+  // about to be replaced. Reading the file compares them, and writes a damaged one anew.
+  const auto trusted = manifest.by == MadeBy::Transfer ? sets : std::vector<Set>();
   try {
     for (const auto& file : files) {
       const auto told = std::ranges::find(known, file.part, &KeptFile::part);
       if (told != known.end()) pieces_.Read(told->content, [](std::string_view) {});
-      set.manifest.files.push_back(told != known.end() ? *told : Keep(file, sets));
+      set.manifest.files.push_back(told != known.end() ? *told : Keep(file, trusted));
     }
     pieces_.Settle();
     MakeFolder(Path(set.name));
@@ -261,6 +272,10 @@ KeptFile BackupFolder::Look(const PartFile& file) {
   auto kept = Keep(file, Sets());
   pieces_.Settle();
   return kept;
+}
+
+bool BackupFolder::IsAt(const std::string& path, const KeptFile& file) const {
+  return PieceStore::IsMadeOf(path, file.content, goOn_);
 }
 
 void BackupFolder::WriteTo(const KeptFile& file, const std::string& path) const {
@@ -350,14 +365,17 @@ void BackupFolder::RemoveSet(const std::string& name) const {
   fs::remove(Path(name), ignored);
 }
 
+// A folder by another name is a set only when its manifest is one of this program's by all that can be seen; others
+// have files of that name, too.
 std::vector<std::string> BackupFolder::SetFolders(Whole whole) const {
   std::vector<std::string> names;
   std::error_code failure;
   for (const auto& entry : fs::directory_iterator(fs::path(folder_) / kBackupFolder, failure)) {
     std::error_code ignored;
     const auto name = entry.path().filename().string();
-    const bool isWhole = fs::exists(entry.path() / kManifest, ignored);
-    if (whole == Whole::Yes ? isWhole : !isWhole && IsSetName(name)) names.push_back(name);
+    const bool hasManifest = fs::exists(entry.path() / kManifest, ignored);
+    const bool isSet = IsSetName(name) || (hasManifest && SeemsManifest((entry.path() / kManifest).string()));
+    if (isSet && hasManifest == (whole == Whole::Yes)) names.push_back(name);
   }
   return names;
 }

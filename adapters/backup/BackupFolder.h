@@ -42,6 +42,7 @@ class BackupFolder {
 
   // Makes a set of the files, named by `stamp` ("2026-11-22-143005"), or so that it comes behind all that are there. Of
   // the parts in `known` it has what is told there, whose pieces must be in the folder, and not what the file is now.
+  // Ahead of a transfer alone a database that has not changed since another set is not read again.
   // Raises BackupError, and leaves nothing behind.
   [[nodiscard]] Set Make(const Manifest& manifest, const std::vector<PartFile>& files, std::string_view stamp,
                          const std::vector<KeptFile>& known = {});
@@ -61,6 +62,8 @@ class BackupFolder {
 
   // How the file is now, its pieces among those of the folder until sets go. Raises likewise.
   [[nodiscard]] KeptFile Look(const PartFile& file);
+  // Whether what stands at `path` has the bytes that are kept of the file. Raises BackupEnded alone.
+  [[nodiscard]] bool IsAt(const std::string& path, const KeptFile& file) const;
   // Writes the file into `path`, which must be free, onto the disk. Raises BackupError, too, for pieces that are not
   // what they were; nothing is left then.
   void WriteTo(const KeptFile& file, const std::string& path) const;

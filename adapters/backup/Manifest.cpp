@@ -101,10 +101,10 @@ const KeptFile* Set::Find(Part part) const {
 }
 
 std::string TextOf(const Manifest& manifest, const std::string& folder) {
-  const Json json = {{"format", kFormat},          {"made", manifest.made},
-                     {"by", NameOf(manifest.by)},  {"before", manifest.before},
-                     {"twqb", manifest.version},   {"files", ToJson(manifest.files, folder)},
-                     {"lacking", manifest.lacking}};
+  Json json = {{"format", kFormat},          {"made", manifest.made},    {"by", NameOf(manifest.by)},
+               {"before", manifest.before},  {"twqb", manifest.version}, {"files", ToJson(manifest.files, folder)},
+               {"lacking", manifest.lacking}};
+  if (manifest.condition == Condition::InPart) json["inPart"] = true;
   return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -123,7 +123,8 @@ std::optional<Manifest> ManifestFrom(const std::string& text, const std::string&
                     .before = json.at("before").get<std::string>(),
                     .version = json.at("twqb").get<std::string>(),
                     .files = FilesFrom(json.at("files"), folder),
-                    .lacking = json.at("lacking").get<std::vector<std::string>>()};
+                    .lacking = json.at("lacking").get<std::vector<std::string>>(),
+                    .condition = json.value("inPart", false) ? Condition::InPart : Condition::Whole};
   });
 }
 

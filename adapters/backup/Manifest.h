@@ -45,6 +45,10 @@ enum class MadeBy : std::uint8_t { Hand, Transfer, Restore, Undo };
 
 [[nodiscard]] std::string_view NameOf(MadeBy by);  // "hand"
 
+// InPart: some of its files were those of a restore that was broken off, and some were not yet. With both sides of it,
+// a transfer would double records.
+enum class Condition : std::uint8_t { Whole, InPart };
+
 struct Manifest {
   std::string made;  // local time with its zone
   MadeBy by = MadeBy::Hand;
@@ -52,6 +56,7 @@ struct Manifest {
   std::string version = {};  // of twqb
   std::vector<KeptFile> files = {};
   std::vector<std::string> lacking = {};  // sentences about what could not be backed up
+  Condition condition = Condition::Whole;
 };
 
 // How the files were when the command had ended.

@@ -192,6 +192,25 @@ void PieceStore::Read(const Content& content, const std::function<void(std::stri
   }
 }
 
+bool PieceStore::IsMadeOf(const std::string& file, const Content& content, const std::function<bool()>& goOn) {
+  const auto source = OpenForReading(file);
+  struct stat status = {};
+  const auto count = CountOf(content.size);
+  if (!source || ::fstat(source.Get(), &status) != 0 || static_cast<std::uint64_t>(status.st_size) != content.size ||
+      content.pieces.size() != count * kDigestLength) {
+    return false;
+  }
+  std::atomic<bool> isLike = true;
+  SharedWork(count, goOn).Run([&](std::size_t index) {
+    if (!isLike) return;
+    const auto from = std::uint64_t{index} * kPieceSize;
+    std::string piece(static_cast<std::size_t>(std::min<std::uint64_t>(kPieceSize, content.size - from)), '\0');
+    const auto digest = std::string_view(content.pieces).substr(index * kDigestLength, kDigestLength);
+    if (!ReadAt(source, piece, from) || Sha256Of(piece) != digest) isLike = false;
+  });
+  return isLike;
+}
+
 void PieceStore::RemoveAllBut(const std::unordered_set<std::string_view>& digests) const {
   std::error_code failure;
   for (const auto& folder : fs::directory_iterator(folder_, failure)) {

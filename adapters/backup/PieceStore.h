@@ -39,6 +39,11 @@ class PieceStore {
   // Calls `take` with the pieces in their order. Raises BackupError for one that is missing, or not what it was.
   void Read(const Content& content, const std::function<void(std::string_view)>& take) const;
 
+  // Whether the file is made of these pieces, which need not be there themselves. False for one that can't be read.
+  // Raises BackupEnded as Keep does.
+  [[nodiscard]] static bool IsMadeOf(const std::string& file, const Content& content,
+                                     const std::function<bool()>& goOn);
+
   // Removes every piece whose digest is not among them, and what killed processes have left. Never fails.
   void RemoveAllBut(const std::unordered_set<std::string_view>& digests) const;
 

@@ -29,7 +29,7 @@ void Remove(const std::string& path) {
 }
 
 // Under which it is written; a process that dies leaves half a file by it.
-std::string UnfinishedName(const std::string& target) { return StagedName(target) + ".new"; }
+std::string UnfinishedName(const std::string& target, Staging staging) { return StagedName(target, staging) + ".new"; }
 
 // A group that is another one gets no more than everybody has.
 Ownership GiveRights(const std::string& of, const std::string& path) {
@@ -49,7 +49,7 @@ Ownership GiveRights(const std::string& of, const std::string& path) {
   return isGroup && isOwner ? Ownership::AsItWas : Ownership::Other;
 }
 
-Ownership CarryOut(BackupFolder& folder, const KeptFile& file) {
+Ownership CarryOut(BackupFolder& folder, const KeptFile& file, Staging staging) {
   if (!file.isThere) {
     Remove(file.path);
     SynchroniseFolderOf(file.path);
@@ -57,11 +57,11 @@ Ownership CarryOut(BackupFolder& folder, const KeptFile& file) {
   }
   auto ownership = Ownership::AsItWas;
   std::error_code failure;
-  const auto staged = StagedName(file.path);
-  if (!fs::exists(staged, failure)) {
-    if (failure) RaiseForFile(staged, "read", failure.value());
+  const auto staged = StagedName(file.path, staging);
+  // What goes by its name may be of another set, or of a program that died while it wrote it.
+  if (!folder.IsAt(staged, file)) {
     if (folder.Look({.part = file.part, .path = file.path}).IsLike(file)) return ownership;  // it is in place
-    ownership = LayReady(folder, file);
+    ownership = LayReady(folder, file, staging);
   }
   if (IsDatabase(file.part)) {
     RequireReplaceable(file.path);
@@ -100,27 +100,35 @@ void RequireReplaceable(const std::string& database) {
   throw BackupError(fmt::format("{} can't be replaced: another program has it open and writes to it.", database));
 }
 
-std::string StagedName(const std::string& target) { return target + ".restoring"; }
+std::string StagedName(const std::string& target, Staging staging) {
+  return target + (staging == Staging::First ? ".restoring" : ".restoring-2");
+}
 
-Ownership LayReady(const BackupFolder& folder, const KeptFile& file) {
-  RemoveStaged(file.path);
-  const auto unfinished = UnfinishedName(file.path);
+Ownership LayReady(const BackupFolder& folder, const KeptFile& file, Staging staging) {
+  const auto unfinished = UnfinishedName(file.path, staging);
+  std::error_code failure;
+  // What has the name already stays until this is whole: that it is there tells that the target is not replaced yet.
+  fs::remove(unfinished, failure);
   folder.WriteTo(file, unfinished);
   const auto ownership = GiveRights(file.path, unfinished);
-  std::error_code failure;
-  fs::rename(unfinished, StagedName(file.path), failure);
+  fs::rename(unfinished, StagedName(file.path, staging), failure);
   if (failure) {
-    RemoveStaged(file.path);
-    RaiseForFile(StagedName(file.path), "made", failure.value());
+    std::error_code ignored;
+    fs::remove(unfinished, ignored);
+    RaiseForFile(StagedName(file.path, staging), "made", failure.value());
   }
   SynchroniseFolderOf(file.path);
   return ownership;
 }
 
-void RemoveStaged(const std::string& target) {
+void RemoveStaged(const std::string& target, Staging staging) {
   std::error_code ignored;
-  fs::remove(StagedName(target), ignored);
-  fs::remove(UnfinishedName(target), ignored);
+  fs::remove(StagedName(target, staging), ignored);
+  fs::remove(UnfinishedName(target, staging), ignored);
+}
+
+void RemoveStaged(const std::string& target) {
+  for (const auto staging : {Staging::First, Staging::Second}) RemoveStaged(target, staging);
 }
 
 std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
@@ -135,7 +143,8 @@ std::optional<RestoreJournal> ReadRestoreJournal(const std::string& folder) {
     RestoreJournal journal{.set = json.at("set").get<std::string>(),
                            .isUndo = json.at("undo").get<bool>(),
                            .kept = json.at("kept").get<std::string>(),
-                           .changes = json.value("changes", std::vector<std::string>())};
+                           .changes = json.value("changes", std::vector<std::string>()),
+                           .staging = json.value("second", false) ? Staging::Second : Staging::First};
     for (const auto& step : json.at("steps")) {
       const auto part = PartFrom(step.at("part").get<std::string>()).value();
       const auto target = PathIn(step.at("name").get<std::string>(), folder);
@@ -161,8 +170,10 @@ void BeginRestore(const std::string& folder, const RestoreJournal& journal) {
                      {"was", ToJson(was)}});
     if (changed) steps.back()["changed"] = ToJson(*changed);
   }
-  const Json json = {{"format", kFormat},    {"set", journal.set},         {"undo", journal.isUndo},
-                     {"kept", journal.kept}, {"changes", journal.changes}, {"steps", std::move(steps)}};
+  const Json json = {{"format", kFormat},          {"set", journal.set},
+                     {"undo", journal.isUndo},     {"kept", journal.kept},
+                     {"changes", journal.changes}, {"second", journal.staging == Staging::Second},
+                     {"steps", std::move(steps)}};
   const auto path = JournalPath(folder);
   if (!ReplaceFile(path, json.dump(1) + "\n")) RaiseForFile(path, "written");
 }
@@ -174,7 +185,7 @@ std::vector<Change> ChangedSinceItBegan(const std::string& folder, const Restore
   auto from = ChangedFrom::Set;
   for (const auto& step : journal.steps) {
     std::error_code ignored;
-    if (fs::exists(StagedName(step.file.path), ignored)) from = ChangedFrom::Was;
+    if (fs::exists(StagedName(step.file.path, journal.staging), ignored)) from = ChangedFrom::Was;
     auto now = backups.Look({.part = step.file.part, .path = step.file.path});
     const bool isKnown = now.IsLike(step.was) || now.IsLike(step.file) || (step.changed && now.IsLike(*step.changed));
     if (!isKnown) all.push_back({.now = std::move(now), .from = from});
@@ -186,7 +197,7 @@ std::vector<std::string> CarryOutRestore(const std::string& folder, const Restor
   BackupFolder backups(folder);
   std::vector<std::string> others;
   for (const auto& step : journal.steps) {
-    if (CarryOut(backups, step.file) == Ownership::Other) others.push_back(step.file.path);
+    if (CarryOut(backups, step.file, journal.staging) == Ownership::Other) others.push_back(step.file.path);
   }
   return others;
 }
@@ -194,6 +205,7 @@ std::vector<std::string> CarryOutRestore(const std::string& folder, const Restor
 void EndRestore(const std::string& folder, const RestoreJournal& journal) {
   BackupFolder backups(folder);
   if (journal.isUndo) backups.MarkUndone(journal.set);
+  for (const auto& step : journal.steps) RemoveStaged(step.file.path);
   const auto path = JournalPath(folder);
   Remove(path);
   SynchroniseFolderOf(path);

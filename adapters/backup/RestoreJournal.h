@@ -2,8 +2,8 @@
 // the next run completes it.
 //
 // The new files stand beside those that they replace by then, whole and on the disk, so each step is a rename; a step
-// that is done already does no harm. What has the name of a new file is whole, whenever a process died. Without a
-// journal nothing has begun, and what stands beside is cleared up. Whoever carries it out must hold the files against
+// that is done already does no harm. What has the name of a new file and is none is laid ready anew. Without a journal
+// nothing has begun, and what stands beside is cleared up. Whoever carries it out must hold the files against
 // others.
 #pragma once
 
@@ -17,15 +17,19 @@
 
 namespace twqb::backup {
 
+// New files have either of two names. Those of a restore that was broken off must stay, for by them it is known how far
+// it came, until a journal that tells the other name stands in the place of its own.
+enum class Staging : std::uint8_t { First, Second };
 // Where the new file stands until it takes the place of `target`.
-[[nodiscard]] std::string StagedName(const std::string& target);
+[[nodiscard]] std::string StagedName(const std::string& target, Staging staging);
 // Whether a new file has the owner and the group of the one that it replaces.
 enum class Ownership : std::uint8_t { AsItWas, Other };
 // Writes the new file there, with the rights of the one that it is to replace, and with its owner and its group as far
-// as this user may give them. Raises BackupError, and leaves nothing.
-[[nodiscard]] Ownership LayReady(const BackupFolder& folder, const KeptFile& file);
+// as this user may give them. Raises BackupError, and leaves what was there.
+[[nodiscard]] Ownership LayReady(const BackupFolder& folder, const KeptFile& file, Staging staging);
 // Removes such a file, of a run that died before it began, or while it wrote it. Never fails.
-void RemoveStaged(const std::string& target);
+void RemoveStaged(const std::string& target, Staging staging);
+void RemoveStaged(const std::string& target);  // by either name
 // Has nothing stand beside a database that is about to be replaced. Raises BackupError while somebody writes to it.
 void RequireReplaceable(const std::string& database);
 
@@ -40,6 +44,7 @@ struct RestoreJournal {
   bool isUndo = false;                    // the run that the set was made before counts as taken back in the end
   std::string kept = {};                  // the set of how the files were; empty where none was made
   std::vector<std::string> changes = {};  // the sets of what somebody else has changed since
+  Staging staging = Staging::First;       // by which of their names the new files stand there
   std::vector<RestoreStep> steps = {};
 };
 

@@ -8,6 +8,7 @@
 
 #include "LockedFile.h"
 #include "Program.h"
+#include "adapters/system/HeldFile.h"
 #include "platform/Text.h"
 #include "tests/support/Chance.h"
 #include "tests/support/Killer.h"
@@ -18,6 +19,8 @@ namespace {
 namespace fs = std::filesystem;
 
 using State = std::vector<std::string>;
+
+const std::vector<std::string> kNames = {"billing.db", "company.twq", "twqb.ini", "registry.ini"};
 
 // A folder whose last run was a send, and how it is ahead of it and behind it.
 class SentFolder {
@@ -36,14 +39,17 @@ class SentFolder {
     fs::copy(folder_.Path(), start_ / "all", fs::copy_options::recursive);
   }
 
-  static State StateOf(const WorkFolder& folder) {
+  static State StateOf(const WorkFolder& folder, const std::string& within = {}) {
     State state;
-    for (const auto* name : {"billing.db", "company.twq", "twqb.ini", "registry.ini"}) {
-      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder.Read(name))));
+    for (const auto& name : kNames) {
+      state.push_back(fmt::format("{} {:016x}", name, HashOf(folder.Read(within + name))));
     }
     return state;
   }
   State Now() const { return StateOf(folder_); }
+  void ExpectNothingLaidReady() const {
+    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+  }
   // The folder as it was ahead of the first kill, under the same path.
   void Again() const { Again("all"); }
   void Again(const std::string& copy) const {
@@ -112,6 +118,20 @@ class BrokenOffRestore : public SentFolder, public testing::Test {
       return now[0] == before_[0] && now[1] == after_[1];
     });
   }
+  // Those of the set, and the new file that was made of them.
+  void DamageTheCompanyPieces() const {
+    for (const auto& name : folder_.Names()) {
+      if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
+    }
+    folder_.Write(PieceOf(1), "nothing of it");
+  }
+  // The first piece of a file of the set.
+  [[nodiscard]] std::string PieceOf(std::size_t file) const {
+    const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
+    const auto digest = manifest.at("files").at(file).at("pieces").get<std::string>();
+    constexpr std::size_t kDigestLength = 64;
+    return "backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2, kDigestLength - 2);
+  }
   // The first set of changes that the text tells of.
   static std::string KeptSet(const std::string& text) {
     const std::string told = "Something has changed since a restore was broken off, and is kept: \"twqb restore ";
@@ -163,7 +183,7 @@ TEST_P(Killed, Anywhere_it_is_completed_by_the_next_run_or_has_not_begun) {
     EXPECT_FALSE(fs::exists(folder_.Path() / "backups" / "restore.json"));
     // And the one after that finds a folder as any other: what was laid ready is gone.
     EXPECT_EQ(folder_.Twqb({"send", "clients", "--answers", "yes.txt"}).status, 0);
-    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+    ExpectNothingLaidReady();
     EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
     for (const auto& set : fs::directory_iterator(folder_.Path() / "backups")) {
       const bool isSet = set.path().filename().string().starts_with("20");
@@ -246,7 +266,7 @@ TEST_F(BrokenOffRestore, Is_completed_however_often_its_completion_is_killed) {
       EXPECT_FALSE(KeptSet(next.err).empty());
     }
     EXPECT_EQ(fs::status(folder_.Path() / "billing.db").permissions(), static_cast<fs::perms>(0664));
-    for (const auto& name : folder_.Names()) EXPECT_EQ(name.find(".restoring"), std::string::npos) << name;
+    ExpectNothingLaidReady();
   }
   EXPECT_GT(inTheMiddle, kKills / 3);
 }
@@ -305,12 +325,7 @@ TEST_F(BrokenOffRestore, Keeps_what_has_changed_once_however_often_it_is_tried) 
 
 TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_copied_and_put_in_its_place) {
   BreakOffBetweenTheSides();
-  for (const auto& name : folder_.Names()) {
-    if (name.find(".restoring") != std::string::npos) fs::remove(folder_.Path() / name);
-  }
-  const auto manifest = nlohmann::json::parse(folder_.Read("backups/" + set_ + "/manifest.json"));
-  const auto digest = manifest.at("files").at(1).at("pieces").get<std::string>();
-  folder_.Write("backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2), "nothing of it");
+  DamageTheCompanyPieces();
   const auto kept = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
 
   for (const auto& words : std::vector<std::vector<std::string>>{
@@ -332,6 +347,128 @@ TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_co
   folder_.Done({"restore", kept, "--answers", "yes.txt"});
   EXPECT_EQ(Now(), after_);
   EXPECT_THAT(folder_.Twqb({"status"}).err, testing::Not(testing::HasSubstr("broken off")));
+}
+
+// What would be put back has some links of the one state and some records of the other.
+TEST_F(BrokenOffRestore, Is_not_what_undo_goes_back_to_when_a_set_was_put_in_its_place) {
+  BreakOffBetweenTheSides();
+  DamageTheCompanyPieces();
+  const auto kept = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
+  const auto done = folder_.Done({"restore", kept, "--answers", "yes.txt"});
+  EXPECT_THAT(done, testing::AllOf(testing::HasSubstr("would double records"),
+                                   testing::Not(testing::HasSubstr("brings it back"))));
+  EXPECT_THAT(folder_.Twqb({"undo"}).err, testing::HasSubstr("is not taken back"));
+  EXPECT_EQ(Now(), after_);
+  EXPECT_THAT(folder_.Done({"backup", "--list"}), testing::HasSubstr("put back in part"));
+  EXPECT_THAT(folder_.Done({"backup", "--list", "--json"}), testing::HasSubstr("\"inPart\":true"));
+  folder_.Write("no.txt", "default no\n");
+  const auto mixture = done.substr(done.find("is kept as the set ") + std::string("is kept as the set ").size());
+  const auto asked = folder_.Twqb({"restore", mixture.substr(0, mixture.find(':')), "--answers", "no.txt"});
+  EXPECT_EQ(asked.status, 1);
+  EXPECT_THAT(asked.err, testing::HasSubstr("would double records"));
+  // The newest is the one that was put back.
+  EXPECT_THAT(folder_.Twqb({"restore", "--answers", "no.txt"}).err, testing::HasSubstr("the set " + kept));
+  // What comes later is taken back, and no more than that.
+  folder_.Done({"billing", "run", "-e", "INSERT INTO Client (ClientID) VALUES ('LATER')"});
+  folder_.Done({"send", "clients", "--answers", "yes.txt"});
+  folder_.Done({"undo"});
+  EXPECT_EQ(folder_.Twqb({"undo"}).status, 2);
+}
+
+TEST_F(BrokenOffRestore, Takes_nothing_for_a_new_file_by_its_name) {
+  for (const bool isBillingReplaced : {false, true}) {
+    Again();
+    BreakOff({"restore", "--answers", "yes.txt"}, [&] {
+      return Now() == (isBillingReplaced ? State{before_[0], after_[1], after_[2], after_[3]} : after_);
+    });
+    // Of another set; broken off while written.
+    const auto other = [&](const auto& name) { return name == "company.twq" ? folder_.Read(name) : ""; };
+    for (const auto& name : kNames) folder_.Write(name + ".restoring", other(name));
+    folder_.Done({"status"});
+    EXPECT_EQ(Now(), before_);
+    ExpectNothingLaidReady();
+  }
+}
+
+// How far it came is known by the files that it has laid ready.
+TEST_F(BrokenOffRestore, Keeps_what_belongs_together_after_a_restore_that_was_refused_in_its_place) {
+  BreakOff({"restore", "--answers", "yes.txt"}, [this] { return Now() == after_; });
+  const auto piece = folder_.Read(PieceOf(0));
+  folder_.Write(PieceOf(0), "nothing of it");
+  folder_.Write("billing.db.restoring", "nothing of it");
+  const auto refused = folder_.Twqb({"restore", set_, "--answers", "yes.txt"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::AllOf(testing::HasSubstr("can't be completed now"),
+                                          testing::HasSubstr("nothing has been changed")));
+  folder_.Write(PieceOf(0), piece);
+  Change("INSERT INTO Client (ClientID) VALUES ('SOMEBODY')");
+  const auto next = folder_.Twqb({"status"});
+  EXPECT_EQ(Now(), before_);
+  folder_.Done({"restore", KeptSet(next.err), "--answers", "yes.txt"});
+  EXPECT_EQ(folder_.Scalar("SELECT COUNT(*) FROM Client WHERE QBLinkID <> ''"), "2");
+  EXPECT_EQ(Customers(), 2U);
+  folder_.Done({"send", "clients", "--answers", "yes.txt"});
+  EXPECT_EQ(Customers(), 3U);
+}
+
+TEST_F(BrokenOffRestore, Is_replaced_by_one_in_its_place_however_that_is_killed) {
+  BreakOffBetweenTheSides();
+  DamageTheCompanyPieces();
+  set_ = nlohmann::json::parse(folder_.Read("backups/restore.json")).at("kept").get<std::string>();
+  fs::copy(folder_.Path(), start_ / "damaged", fs::copy_options::recursive);
+  const auto left = Now();
+  const auto body = [this] { Become({"restore", "--answers", "yes.txt"}); };
+  const auto length = MeasureInChild(body).systemCalls;
+  constexpr std::uint64_t kKills = 30;
+  std::uint64_t completed = 0;
+  for (std::uint64_t i = 1; i <= kKills; ++i) {
+    const auto n = length * i / kKills;
+    SCOPED_TRACE(fmt::format("killed at call {} of {}", n, length));
+    Again("damaged");
+    if (!KillInChild(body, {.n = n})) continue;
+    const auto next = folder_.Twqb({"status"});
+    if (next.status == 2) {
+      EXPECT_EQ(Now(), left) << "its journal has not taken the place of the other";
+      folder_.Done({"restore", set_, "--answers", "yes.txt"});
+    } else {
+      ++completed;
+    }
+    ASSERT_EQ(Now(), after_);
+    EXPECT_EQ(folder_.Twqb({"undo"}).status, 2) << "nobody goes back unasked to what was left";
+    ExpectNothingLaidReady();
+  }
+  EXPECT_GT(completed, 0U);
+}
+
+TEST_F(BrokenOffRestore, Whose_files_can_t_be_held_leaves_the_sets_to_be_listed_and_copied) {
+  BreakOffBetweenTheSides();
+  const auto billing = (folder_.Path() / "billing.db").string();
+  fs::create_directory(folder_.Path() / "out");
+  const auto expectBoth = [&](const std::string& reason) {
+    for (const auto& words :
+         std::vector<std::vector<std::string>>{{"backup", "--list"}, {"restore", set_, "--to", "out"}}) {
+      const auto ended = folder_.Twqb(words);
+      EXPECT_EQ(ended.status, 0) << ended.err;
+      EXPECT_THAT(ended.err, testing::AllOf(testing::HasSubstr("can't be completed now"), testing::HasSubstr(reason),
+                                            testing::HasSubstr("backups/restore.json")));
+    }
+    EXPECT_EQ(StateOf(folder_, "out/"), before_);
+    for (const auto& entry : fs::directory_iterator(folder_.Path() / "out")) fs::remove(entry.path());
+  };
+  fs::create_hard_link(billing, folder_.Path() / "second.db");
+  expectBoth("hard links");
+  const auto refused = folder_.Twqb({"status"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, testing::AllOf(testing::HasSubstr("hard links"), testing::HasSubstr("restore.json")));
+  fs::remove(folder_.Path() / "second.db");
+  {
+    const auto held = HeldFile::Claim(billing + ".transfer", billing, ThisHolder("twqb send", "now"));
+    ASSERT_EQ(held.outcome, HeldFile::Outcome::Held);
+    expectBoth("is at work on");
+    EXPECT_EQ(folder_.Twqb({"restore", set_, "--answers", "yes.txt"}).status, 1) << "whoever holds it may complete it";
+  }
+  folder_.Done({"status"});
+  EXPECT_EQ(Now(), before_);
 }
 
 TEST_F(BrokenOffRestore, Whose_journal_can_t_be_read_is_replaced_by_a_set_that_is_put_back) {

@@ -237,6 +237,61 @@ TEST_F(Backups, A_damaged_piece_is_written_anew_with_the_next_set_of_what_was_in
   for (std::size_t i = 0; i < kFiles.size(); ++i) EXPECT_EQ(Mark(folder_.Read("out/" + kFiles[i])), before[i]);
 }
 
+// What is known of a file by its identity says nothing of its pieces.
+TEST_F(Backups, A_set_by_hand_and_those_ahead_of_restore_and_undo_are_whole_whatever_has_become_of_their_pieces) {
+  folder_.Done({"backup"});
+  const auto old = Newest();
+  Send();
+  const auto settle = [&] {
+    for (const auto* name : {"billing.db", "company.twq"}) {
+      fs::last_write_time(folder_.Path() / name, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    }
+  };
+  const auto after = Bytes();
+  const auto billingOf = [&](const std::string& set, const std::string& note) {
+    return nlohmann::json::parse(folder_.Read("backups/" + set + "/" + note)).at("files").at(0);
+  };
+  const auto damage = [&](const std::string& set) {
+    const auto billing = billingOf(set, "manifest.json");
+    ASSERT_FALSE(billing.value("identity", "").empty()) << "it is known without being read";
+    const auto kept = billing.at("pieces").get<std::string>();
+    const auto others = billingOf(old, "manifest.json").at("pieces").get<std::string>();
+    constexpr std::size_t kDigestLength = 64;
+    int damaged = 0;
+    for (std::size_t at = 0; at < kept.size(); at += kDigestLength) {
+      const auto digest = kept.substr(at, kDigestLength);
+      if (others.find(digest) != std::string::npos) continue;
+      const auto path = "backups/pieces/" + digest.substr(0, 2) + "/" + digest.substr(2);
+      auto bytes = folder_.Read(path);
+      bytes.front() = static_cast<char>(bytes.front() ^ 1);
+      folder_.Write(path, bytes);
+      ++damaged;
+    }
+    ASSERT_GT(damaged, 0);
+  };
+  settle();
+  folder_.Done({"backup"});
+  ASSERT_NO_FATAL_FAILURE(damage(Newest()));
+  folder_.Done({"backup"});
+  fs::create_directory(folder_.Path() / "out");
+  folder_.Done({"restore", Newest(), "--to", "out"});
+  EXPECT_EQ(Mark(folder_.Read("out/billing.db")), after[0]);
+
+  ASSERT_NO_FATAL_FAILURE(damage(Newest()));
+  folder_.Done({"restore", old, "--answers", "yes.txt"});
+  const auto kept = Newest();
+  folder_.Done({"restore", kept, "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), after);
+
+  settle();
+  folder_.Done({"backup"});
+  ASSERT_NO_FATAL_FAILURE(damage(Newest()));
+  folder_.Done({"undo"});
+  EXPECT_NE(Bytes(), after);
+  folder_.Done({"restore", Newest(), "--answers", "yes.txt"});
+  EXPECT_EQ(Bytes(), after);
+}
+
 TEST_F(Backups, A_side_that_was_destroyed_or_is_gone_comes_back) {
   folder_.Done({"backup"});
   const auto set = Newest();

@@ -219,6 +219,21 @@ TEST_F(Restores, Tell_of_a_set_that_can_t_be_read) {
   EXPECT_THAT(listed.err, AllOf(HasSubstr("The set " + set + " can't be read"), HasSubstr("gives its room back")));
 }
 
+TEST_F(Restores, Take_no_folder_for_a_set_that_has_a_manifest_of_another_kind) {
+  fs::create_directories(folder_.Path() / "backups" / "a page");
+  folder_.Write("backups/a page/manifest.json", R"({"name": "a page", "icons": []})");
+  folder_.Done({"backup"});
+  const auto listed = folder_.Twqb({"backup", "--list"});
+  EXPECT_EQ(listed.status, 0);
+  EXPECT_EQ(listed.err, "");
+  EXPECT_EQ(folder_.Read("backups/a page/manifest.json"), R"({"name": "a page", "icons": []})");
+  // One that was copied and then damaged is told all the same.
+  fs::copy(folder_.Path() / "backups" / Newest(), folder_.Path() / "backups" / "ahead of all");
+  const auto manifest = folder_.Read("backups/ahead of all/manifest.json");
+  folder_.Write("backups/ahead of all/manifest.json", manifest.substr(0, manifest.size() / 2));
+  EXPECT_THAT(folder_.Twqb({"backup", "--list"}).err, HasSubstr("The set ahead of all can't be read"));
+}
+
 // The digests that the sets' manifests and their notes of the end name.
 void CollectPieces(const nlohmann::json& json, std::set<std::string>& pieces) {
   constexpr std::size_t kDigestLength = 64;
@@ -232,6 +247,8 @@ void CollectPieces(const nlohmann::json& json, std::set<std::string>& pieces) {
 
 TEST_F(Restores, Leave_no_room_to_a_set_whose_folder_was_removed) {
   folder_.Done({"backup"});
+  fs::create_directories(folder_.Path() / "backups" / "a page");
+  folder_.Write("backups/a page/manifest.json", R"({"name": "somebody's own"})");
   const auto byHand = Newest();
   Send();
   fs::remove_all(folder_.Path() / "backups" / byHand);

@@ -118,11 +118,12 @@ void KeepChanges(const Options& options, const std::string& folder, backup::Rest
   }
 }
 
-// So that undo can take the restore back. What else has changed meanwhile is none of its doing.
+// So that undo can take the restore back. What else has changed meanwhile is none of its doing. Nobody goes back
+// unasked to what a restore has left that was broken off.
 void NoteCompleted(const Options& options, const std::string& folder, const backup::RestoreJournal& journal) {
   backup::BackupFolder backups(folder);
   for (const auto& set : backups.Sets()) {
-    if (set.name != journal.kept) continue;
+    if (set.name != journal.kept || set.manifest.condition == backup::Condition::InPart) continue;
     backup::EndNote end{.at = TimeWithZone(WorkplaceOf(options), options), .files = set.manifest.files};
     for (auto& file : end.files) {
       const auto step = std::ranges::find(journal.steps, file.part, [](const auto& each) { return each.file.part; });
@@ -142,6 +143,14 @@ void TellOthers(const std::vector<std::string>& files) {
         "{} has another owner or group than before: this user can't give it those that it had, and its rights "
         "may shut others out.",
         file));
+  }
+}
+
+std::optional<backup::RestoreJournal> ReadableJournal(const std::string& folder) {
+  try {
+    return backup::ReadRestoreJournal(folder);
+  } catch (const BackupError&) {
+    return std::nullopt;
   }
 }
 
@@ -166,11 +175,12 @@ void RaiseForNothing(const backup::Set& set, std::optional<Part> only) {
                                only ? fmt::format("not kept {}", backup::CalledOf(*only)) : "nothing to put back"));
 }
 
-PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<Part> only)
+PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<Part> only, backup::Condition condition)
     : options_(options),
       place_(WorkplaceOf(options)),
       set_(std::move(set)),
       files_(Chosen(set_, only)),
+      condition_(condition),
       folder_(BackupsOf(place_)) {
   if (files_.empty()) RaiseForNothing(set_, only);
   auto paths = DatabasesOf(files_);
@@ -181,6 +191,7 @@ PuttingBack::PuttingBack(const Options& options, backup::Set set, std::optional<
   // Refused ahead of the question; but while that waits, who only reads goes on.
   static_cast<void>(TakeSession());
   TakeUpLogs();
+  ChooseStaging();
   LayReady();
 }
 
@@ -218,12 +229,21 @@ KeptFile PuttingBack::Seen(const backup::PartFile& file) {
   return known != seen_.end() ? *known : seen_.emplace_back(Now(file));
 }
 
+// What a journal that stands goes by is not touched. Without one nothing is of any use that was laid ready before.
+void PuttingBack::ChooseStaging() {
+  if (const auto journal = ReadableJournal(place_.folder)) {
+    staging_ = journal->staging == backup::Staging::First ? backup::Staging::Second : backup::Staging::First;
+    return;
+  }
+  for (const auto& file : files_) backup::RemoveStaged(file.path);
+}
+
 void PuttingBack::LayReady() {
   RemoveLaidReady();
   try {
     for (const auto& file : files_) {
       if (!file.isThere) continue;
-      if (backup::LayReady(folder_, file) == backup::Ownership::Other) others_.push_back(file.path);
+      if (backup::LayReady(folder_, file, staging_) == backup::Ownership::Other) others_.push_back(file.path);
     }
   } catch (const backup::BackupEnded&) {
     RemoveLaidReady();
@@ -236,14 +256,15 @@ void PuttingBack::LayReady() {
 }
 
 void PuttingBack::RemoveLaidReady() const {
-  for (const auto& file : files_) backup::RemoveStaged(file.path);
+  for (const auto& file : files_) backup::RemoveStaged(file.path, staging_);
 }
 
 std::vector<SideDifferences> PuttingBack::Differences() {
   std::vector<SideDifferences> all;
   for (const auto& file : files_) {
     const bool isLike = Seen({.part = file.part, .path = file.path}).IsLike(file);
-    auto found = DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path) : std::string());
+    auto found =
+        DifferencesOf(file.part, file.path, file.isThere ? backup::StagedName(file.path, staging_) : std::string());
     found.isFileAlone = !isLike && found.IsNone();
     all.push_back(std::move(found));
   }
@@ -304,8 +325,9 @@ std::string PuttingBack::PutBack(backup::MadeBy by, const std::string& what) {
   options.label = what;
   const auto session = TakeSession();
   RequireAlone();
-  RunBackup before(place_, options, PartsWith(place_, files_), by);
-  backup::RestoreJournal journal{.set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name()};
+  RunBackup before(place_, options, PartsWith(place_, files_), by, condition_);
+  backup::RestoreJournal journal{
+      .set = set_.name, .isUndo = by == backup::MadeBy::Undo, .kept = before.Name(), .staging = staging_};
   try {
     RequireAlone();
     journal.steps = Steps();
@@ -355,20 +377,10 @@ void Complete(const Options& options, const std::string& folder) {
   Tell(fmt::format("The set {} was being put back when a run was broken off; that is completed now.", journal->set));
 }
 
-std::optional<backup::RestoreJournal> ReadableJournal(const std::string& folder) {
-  try {
-    return backup::ReadRestoreJournal(folder);
-  } catch (const BackupError&) {
-    return std::nullopt;
-  }
-}
-
 // What a user needs who has to do without its completion.
-std::string WhyNot(const std::string& folder, std::string_view reason) {
-  auto text = fmt::format(
-      "A run was broken off while it put files back, and that can't be completed now.\n{}\nWhat has to be done stands "
-      "in {}/restore.json.",
-      reason, backup::kBackupFolder);
+std::string WhyNot(const std::string& folder, std::string_view what, std::string_view reason) {
+  auto text = fmt::format("{} can't be completed now.\n{}\nWhat has to be done stands in {}/restore.json.", what,
+                          reason, backup::kBackupFolder);
   if (const auto journal = ReadableJournal(folder)) {
     if (!journal->kept.empty()) text += fmt::format(" How the files were before it is the set {}.", journal->kept);
     for (const auto& set : journal->changes) text += fmt::format(" What has changed since is in the set {}.", set);
@@ -380,20 +392,26 @@ std::string WhyNot(const std::string& folder, std::string_view reason) {
 
 }  // namespace
 
-std::optional<std::string> WhyNotCompleted(const Options& options) {
+std::optional<std::string> WhyNotCompleted(const Options& options, WhenHeld held) {
   std::error_code failure;
   const auto folder = fs::current_path(failure).string();
   if (failure) return std::nullopt;
+  constexpr std::string_view kBrokenOff = "A run was broken off while it put files back, and that";
   try {
     Complete(options, folder);
     return std::nullopt;
   } catch (const BackupError& reason) {
-    return WhyNot(folder, reason.what());
+    return WhyNot(folder, kBrokenOff, reason.what());
+  } catch (const UsageError& reason) {
+    return WhyNot(folder, kBrokenOff, reason.what());
+  } catch (const HeldByOther& reason) {
+    if (held == WhenHeld::Raises) throw;
+    return WhyNot(folder, "Files are being put back here, or were when a run was broken off; that", reason.what());
   }
 }
 
 void CompleteRestore(const Options& options) {
-  if (const auto reason = WhyNotCompleted(options)) throw UsageError(*reason);
+  if (const auto reason = WhyNotCompleted(options, WhenHeld::Raises)) throw UsageError(*reason);
 }
 
 void RequireInPlaceOfBrokenOff(const backup::Set& set) {

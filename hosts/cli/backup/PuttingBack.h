@@ -21,9 +21,10 @@ namespace twqb::cli {
 
 class PuttingBack {
  public:
-  // Of the parts named, or of all that the set has. Raises UsageError for files that can't be held or made ready, and
-  // for a set that is damaged; HeldByOther; EndedBySignal.
-  PuttingBack(const Options& options, backup::Set set, std::optional<backup::Part> only);
+  // Of the parts named, or of all that the set has, in the place of files in that condition. Raises UsageError for
+  // files that can't be held or made ready, and for a set that is damaged; HeldByOther; EndedBySignal.
+  PuttingBack(const Options& options, backup::Set set, std::optional<backup::Part> only,
+              backup::Condition condition = backup::Condition::Whole);
   ~PuttingBack();
   PuttingBack(const PuttingBack&) = delete;
   PuttingBack& operator=(const PuttingBack&) = delete;
@@ -50,11 +51,14 @@ class PuttingBack {
   void RequireAlone() const;
   [[nodiscard]] std::vector<backup::RestoreStep> Steps();
   void RemoveLaidReady() const;
+  void ChooseStaging();
 
   const Options& options_;
   Workplace place_;
   backup::Set set_;
   std::vector<backup::KeptFile> files_;
+  backup::Condition condition_;  // of what stands there
+  backup::Staging staging_ = backup::Staging::First;
   EndSignals signals_;
   std::optional<TransferLock> held_;
   backup::BackupFolder folder_;
@@ -65,8 +69,10 @@ class PuttingBack {
 // Completes a restore that a killed run has left in the current folder, ahead of anything else there. Raises UsageError
 // when it can't be done, and HeldByOther while it is at work.
 void CompleteRestore(const Options& options);
+// Whether files that another run holds end the command, or are a reason that is told.
+enum class WhenHeld : std::uint8_t { Raises, IsTold };
 // The same for who goes on all the same: why it can't be done, and what to do then.
-[[nodiscard]] std::optional<std::string> WhyNotCompleted(const Options& options);
+[[nodiscard]] std::optional<std::string> WhyNotCompleted(const Options& options, WhenHeld held);
 // Raises UsageError for a set that does not have all the files of such a restore: they would stay put back in part when
 // this set is put back in its place.
 void RequireInPlaceOfBrokenOff(const backup::Set& set);

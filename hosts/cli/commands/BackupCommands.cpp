@@ -66,6 +66,7 @@ std::string InMegabytes(std::uint64_t bytes) {
 }
 
 std::string StateOf(const Set& set) {
+  if (set.manifest.condition == backup::Condition::InPart) return "put back in part";
   if (set.isUndone) return "taken back";
   if (set.IsAutomatic() && !set.end) return "broken off";
   return {};
@@ -73,17 +74,18 @@ std::string StateOf(const Set& set) {
 
 std::string JsonOf(const Set& set) {
   static const std::vector<std::string> kNames = {"set",     "made",  "by",     "before",  "bytes", "billing",
-                                                  "company", "ended", "undone", "lacking", "twqb"};
+                                                  "company", "ended", "undone", "lacking", "twqb",  "inPart"};
   const auto has = [&](Part part) {
     const auto* file = set.Find(part);
     return file != nullptr && file->isThere;
   };
-  return JsonValues(kNames,
-                    std::vector<Value>{set.name, set.manifest.made, std::string(backup::NameOf(set.manifest.by)),
-                                       set.manifest.before.empty() ? Value(Null()) : Value(set.manifest.before),
-                                       static_cast<std::int64_t>(SizeOf(set)), has(Part::Billing), has(Part::Company),
-                                       set.end ? Value(set.end->at) : Value(Null()), set.isUndone,
-                                       Join(set.manifest.lacking, " "), set.manifest.version});
+  return JsonValues(
+      kNames,
+      std::vector<Value>{set.name, set.manifest.made, std::string(backup::NameOf(set.manifest.by)),
+                         set.manifest.before.empty() ? Value(Null()) : Value(set.manifest.before),
+                         static_cast<std::int64_t>(SizeOf(set)), has(Part::Billing), has(Part::Company),
+                         set.end ? Value(set.end->at) : Value(Null()), set.isUndone, Join(set.manifest.lacking, " "),
+                         set.manifest.version, set.manifest.condition == backup::Condition::InPart});
 }
 
 ExitStatus List(const Options& options, const BackupArguments& arguments) {
@@ -113,7 +115,7 @@ ExitStatus List(const Options& options, const BackupArguments& arguments) {
 
 ExitStatus Backup(const Options& options, const BackupArguments& arguments) {
   if (arguments.list) {
-    if (const auto reason = WhyNotCompleted(options)) Tell(*reason);
+    if (const auto reason = WhyNotCompleted(options, WhenHeld::IsTold)) Tell(*reason);
     return List(options, arguments);
   }
   CompleteRestore(options);
@@ -139,11 +141,15 @@ ExitStatus Backup(const Options& options, const BackupArguments& arguments) {
   }
 }
 
-// The set of that name, or of that beginning of one; the newest one without a name.
+// The set of that name, or of that beginning of one; without a name the newest one that is of one state.
 Set FindSet(const backup::BackupFolder& folder, const std::string& name) {
   const auto sets = folder.Sets();
   if (sets.empty()) throw UsageError("There is no set in this folder to put back. \"twqb backup\" makes one.");
-  if (name.empty()) return sets.back();
+  if (name.empty()) {
+    const auto newest = std::find_if(sets.rbegin(), sets.rend(),
+                                     [](const Set& set) { return set.manifest.condition == backup::Condition::Whole; });
+    return newest == sets.rend() ? sets.back() : *newest;
+  }
   std::vector<Set> found;
   std::vector<std::string> names;
   for (const auto& set : sets) {
@@ -246,20 +252,26 @@ void PrintNotDone(const std::string& what, const Set& set, bool json) {
   }
 }
 
-void PrintDone(const std::string& what, const Set& set, const std::string& kept, bool json) {
+void PrintDone(const std::string& what, const Set& set, const std::string& kept, bool json,
+               backup::Condition condition = backup::Condition::Whole) {
   if (json) {
     PrintEnd(what, set, kept);
     return;
   }
   Print(fmt::format("{}: done\n", what));
-  if (!kept.empty()) {
+  if (!kept.empty() && condition == backup::Condition::InPart) {
+    Print(
+        fmt::format("What was there before, put back in part, is kept as the set {}: to look into, for with both sides "
+                    "of it a transfer would double records. \"twqb undo\" does not bring it back.\n",
+                    kept));
+  } else if (!kept.empty()) {
     Print(fmt::format("What was there before is kept: \"twqb restore {}\" brings it back.\n", kept));
   }
 }
 
 ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   const auto only = PartOf(arguments.only);
-  const auto brokenOff = WhyNotCompleted(options);
+  const auto brokenOff = WhyNotCompleted(options, arguments.to.empty() ? WhenHeld::Raises : WhenHeld::IsTold);
   const bool isInItsPlace = !arguments.set.empty() && !only;
   if (brokenOff && arguments.to.empty() && !isInItsPlace) throw UsageError(*brokenOff);
   if (brokenOff) Tell(*brokenOff);
@@ -267,7 +279,8 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
   const auto set = FindSet(BackupsOf(place), arguments.set);
   if (!arguments.to.empty()) return CopyOut(BackupsOf(place), set, only, arguments);
   if (brokenOff) RequireInPlaceOfBrokenOff(set);
-  PuttingBack putting(options, set, only);
+  const auto condition = brokenOff ? backup::Condition::InPart : backup::Condition::Whole;
+  PuttingBack putting(options, set, only, condition);
   const auto differences = putting.Differences();
   const auto label = fmt::format("restore {}", set.name);
   if (AreNone(differences)) {
@@ -287,6 +300,12 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
                      backup::CalledOf(side.part)));
   }
   for (const auto& sentence : set.manifest.lacking) Tell(sentence);
+  if (set.manifest.condition == backup::Condition::InPart) {
+    Tell(fmt::format(
+        "The set {} is what a restore had left that was broken off: some of its files were put back and some "
+        "were not. With both sides of it a transfer would double records.",
+        set.name));
+  }
   const auto question = fmt::format(
       "Do you want to put back the set {}?\r\n\r\nWhat is new or was changed since {} goes; what is gone comes back.",
       set.name, set.manifest.made);
@@ -294,7 +313,7 @@ ExitStatus Restore(const Options& options, const RestoreArguments& arguments) {
     PrintNotDone(label, set, arguments.json);
     return ExitStatus::Failed;
   }
-  PrintDone(label, set, putting.PutBack(MadeBy::Restore, label), arguments.json);
+  PrintDone(label, set, putting.PutBack(MadeBy::Restore, label), arguments.json, condition);
   return ExitStatus::Done;
 }
 
@@ -325,8 +344,10 @@ std::string DatabasesOf(const Set& set) {
 Set LastRun(const backup::BackupFolder& folder, const Workplace& place) {
   auto sets = folder.Sets();
   std::erase_if(sets, [](const Set& set) {
-    // A restore that was broken off is completed by now, with an end, or had put nothing back.
-    const bool hasNotBegun = set.manifest.by == MadeBy::Restore && !set.end;
+    // A restore that was broken off is completed by now, with an end, or had put nothing back. One in the place of such
+    // a restore has none.
+    const bool hasNotBegun =
+        set.manifest.by == MadeBy::Restore && !set.end && set.manifest.condition == backup::Condition::Whole;
     return !set.IsAutomatic() || set.isUndone || set.manifest.by == MadeBy::Undo || hasNotBegun;
   });
   if (sets.empty()) {
@@ -345,6 +366,13 @@ ExitStatus Undo(const Options& options, bool json) {
   const auto place = WorkplaceOf(options);
   const auto set = LastRun(BackupsOf(place), place);
   const auto label = fmt::format("undo {}", set.manifest.before);
+  if (set.manifest.condition == backup::Condition::InPart) {
+    throw UsageError(
+        fmt::format("\"{}\" of {} is not taken back: before it the files were those of a restore that was broken off, "
+                    "some put back and some not, and a transfer would double records.\n\"twqb restore SET\" puts back "
+                    "another set, after showing what has changed.",
+                    set.manifest.before, set.manifest.made));
+  }
   if (!set.end) {
     throw UsageError(
         fmt::format("\"{}\" of {} was broken off, so what it did and what came later can't be told apart.\n\"twqb "

@@ -104,15 +104,19 @@ std::string TimeWithZone(const Workplace& place, const Options& options) {
 
 backup::Set MakeSet(backup::BackupFolder& folder, const Workplace& place, const Options& options,
                     const std::vector<PartFile>& parts, MadeBy by, const std::string& before,
-                    const std::vector<backup::KeptFile>& known) {
+                    const std::vector<backup::KeptFile>& known, backup::Condition condition) {
   if (TakesLong(parts) && folder.Sets().empty()) {
     Tell(fmt::format("The first backup of this folder is being made, in {}. It takes a while; later ones do not.",
                      backup::kBackupFolder));
   }
   const auto made = TimeWithZone(place, options);
-  return folder.Make(
-      {.made = made, .by = by, .before = before, .version = std::string(ProgramVersion()), .lacking = LackingOf(parts)},
-      parts, StampOf(made), known);
+  return folder.Make({.made = made,
+                      .by = by,
+                      .before = before,
+                      .version = std::string(ProgramVersion()),
+                      .lacking = LackingOf(parts),
+                      .condition = condition},
+                     parts, StampOf(made), known);
 }
 
 template <typename Body>
@@ -133,10 +137,11 @@ void RunBackup::OrRefuse(Body body) {
 RunBackup::RunBackup(const Workplace& place, const Options& options)
     : RunBackup(place, options, PartsOf(place), MadeBy::Transfer) {}
 
-RunBackup::RunBackup(const Workplace& place, const Options& options, const std::vector<PartFile>& parts, MadeBy by)
+RunBackup::RunBackup(const Workplace& place, const Options& options, const std::vector<PartFile>& parts, MadeBy by,
+                     backup::Condition condition)
     : place_(place), options_(options), folder_(BackupsOf(place)) {
   if (options.noBackup) return;
-  OrRefuse([&] { set_ = MakeSet(folder_, place, options, parts, by, LabelOf(options)); });
+  OrRefuse([&] { set_ = MakeSet(folder_, place, options, parts, by, LabelOf(options), {}, condition); });
 }
 
 void RunBackup::CompanyOpened(const std::string& path) {

@@ -22,7 +22,8 @@ namespace twqb::cli {
 // Makes a set of them now, of the parts in `known` with what is told there. Raises BackupError and BackupEnded.
 [[nodiscard]] backup::Set MakeSet(backup::BackupFolder& folder, const Workplace& place, const Options& options,
                                   const std::vector<backup::PartFile>& parts, backup::MadeBy by,
-                                  const std::string& before, const std::vector<backup::KeptFile>& known = {});
+                                  const std::string& before, const std::vector<backup::KeptFile>& known = {},
+                                  backup::Condition condition = backup::Condition::Whole);
 
 // The time, with its zone: "2026-11-22T14:30:05-05:00".
 [[nodiscard]] std::string TimeWithZone(const Workplace& place, const Options& options);
@@ -34,7 +35,7 @@ class RunBackup {
   RunBackup(const Workplace& place, const Options& options);
   // The same of these files, ahead of something else than a transfer.
   RunBackup(const Workplace& place, const Options& options, const std::vector<backup::PartFile>& parts,
-            backup::MadeBy by);
+            backup::MadeBy by, backup::Condition condition = backup::Condition::Whole);
 
   // A company file that turns out to be the one of the run.
   void CompanyOpened(const std::string& path);
