@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <string_view>
 #include <vector>
 
@@ -140,6 +141,22 @@ TEST_F(ToldKinds, Leave_the_amounts_of_bills_unknown_whose_lines_may_not_even_be
     unknown.push_back(TxnIdIn(answer));
   }
   EXPECT_THAT(copy_->UnknownAmounts(), testing::UnorderedElementsAreArray(unknown));
+}
+
+TEST_F(ToldKinds, Give_a_line_of_Canada_the_code_of_the_sale_or_of_the_purchase) {
+  copy_.reset();
+  std::filesystem::remove(house_.Path("copy.twq"));
+  session_.country = "CA";
+  session_.records["TaxCode"] = Told("TaxCode", "7A-3", "S") + Told("TaxCode", "7A-4", "P");
+  session_.records["ItemInventoryAssembly"] =
+      Told("ItemInventoryAssembly", "D-4", "Marker",
+           "<FullName>Marker</FullName><TaxCodeForSaleRef><ListID>7A-3</ListID><FullName>S</FullName>"
+           "</TaxCodeForSaleRef><TaxCodeForPurchaseRef><ListID>7A-4</ListID><FullName>P</FullName>"
+           "</TaxCodeForPurchaseRef>");
+  Read();
+  ExpectHas(Invoice("<ItemRef><ListID>D-4</ListID></ItemRef><Amount>100.00</Amount>"),
+            "<TaxCodeRef><ListID>7A-3</ListID><FullName>S</FullName></TaxCodeRef>");
+  ExpectHas(Bill("D-4"), "<TaxCodeRef><ListID>7A-4</ListID><FullName>P</FullName></TaxCodeRef>");
 }
 
 TEST_F(ToldKinds, Tax_by_the_rates_of_a_group_unless_it_matters_where_QuickBooks_rounds) {
