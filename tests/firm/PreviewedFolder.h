@@ -99,6 +99,7 @@ class FirmFolder {
     const auto preview = cli::RunPreview(options, request);
     EXPECT_TRUE(Bytes() == bytes);
     ExpectTransferLike(preview, options, machine, sides);
+    last = preview;
   }
 
   [[nodiscard]] cli::Options OptionsAnHourLater() {
@@ -143,6 +144,7 @@ class FirmFolder {
   }
   Elsewhere::ToldRecords toldRecords;
 
+  cli::Preview last;              // that was compared
   int moved = 0;                  // records that any of the transfers moved
   std::set<std::string> unknown;  // records of QuickBooks, of which amounts were said not to be known: "Customer 8-1"
   std::set<std::string> known;    // whose sums a preview told
@@ -176,6 +178,7 @@ class FirmFolder {
                          .machine = &machine,
                          .callback = &callback};
     Told told(machine);
+    told.account.Expect(cli::TablesOf(preview.request));
     options.clock = {};
     bool done = false;
     {

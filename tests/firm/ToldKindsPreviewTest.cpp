@@ -6,14 +6,23 @@
 
 #include <algorithm>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <set>
+#include <sstream>
 #include <string>
 
+#include "cli/preview/PreviewReport.h"
 #include "tests/firm/PreviewedFolder.h"
 
 namespace twqb {
 namespace {
+
+int Count(const std::string& text, const std::string& part) {
+  int count = 0;
+  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
 
 class ToldKindsPreview : public testing::Test {
  protected:
@@ -79,6 +88,43 @@ TEST_F(ToldKindsPreview, Knows_a_discount_by_its_name_and_says_that_its_amounts_
     EXPECT_TRUE(std::ranges::any_of(folder_.known, [&](const auto& record) { return record.starts_with(kind); }))
         << kind;
   }
+}
+
+TEST_F(ToldKindsPreview, Says_of_payments_of_a_discounted_invoice_that_they_hang_on_what_is_not_known) {
+  folder_.Tell("ItemDiscount", "D0000-1", "TWInvDiscount");
+  // More than anybody expects for them.
+  folder_.Sql(
+      "UPDATE TransactionTable SET TransactionPayAmtApplied = 999999 WHERE PayID IS NOT NULL AND EXISTS (SELECT 1 FROM "
+      "TransactionTable i WHERE i.PayID IS NULL AND i.TransactionInvDiscount <> 0 AND i.TransactionInvNum = "
+      "TransactionTable.TransactionInvNum AND i.ProjectID = TransactionTable.ProjectID)");
+  folder_.ExpectPreviewThenTransfer({.direction = Direction::Send, .table = enAll});
+  const auto& preview = folder_.last;
+  ASSERT_TRUE(cli::HangsOnUnknown(preview));
+  int hanging = 0;
+  int others = 0;
+  for (const auto& record : preview.records) {
+    const bool isTooMuch = record.account.why == "QuickBooks does not expect so much for its invoice";
+    EXPECT_EQ(record.hangsOnUnknown, isTooMuch) << record.account.key;
+    if (record.hangsOnUnknown) {
+      EXPECT_EQ(record.account.table.number, enPayments);
+      ++hanging;
+    } else if (record.account.table.number == enPayments && record.doing == cli::Doing::Add) {
+      ++others;
+    }
+  }
+  EXPECT_GT(hanging, 0);
+  EXPECT_GT(others, 0);
+  EXPECT_EQ(Count(cli::PreviewText(preview), "(hangs on amounts that are not known)"), hanging);
+  std::istringstream lines(cli::PreviewJson(preview, "a verdict"));
+  int told = 0;
+  for (std::string line; std::getline(lines, line);) {
+    const auto object = nlohmann::json::parse(line);
+    if (object.contains("amounts")) ++told;
+    if (object.at("preview") == "end") {
+      EXPECT_EQ(object.value("amounts", ""), "notKnown");
+    }
+  }
+  EXPECT_EQ(told, hanging + 1);
 }
 
 TEST_F(ToldKindsPreview, Knows_an_assembly_by_its_identifier_and_what_it_comes_to) {
