@@ -8,6 +8,7 @@
 #include "adapters/companyfile/LineBilling.h"
 #include "adapters/companyfile/RequestProcessor.h"
 #include "adapters/companyfile/TxnStore.h"
+#include "adapters/companyfile/UnknownSums.h"
 
 namespace twqb::company {
 
@@ -72,6 +73,8 @@ CompanySummary CompanyFile::Summary() {
 }
 
 std::vector<std::string> CompanyFile::UnknownAmounts() { return store_->UnknownAmounts(); }
+
+std::set<std::string, std::less<>> CompanyFile::UnknownSums() { return company::UnknownSums(*store_); }
 
 CompanyConditions CompanyFile::GetConditions() { return store_->ReadConditions(); }
 

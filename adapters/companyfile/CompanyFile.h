@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -80,6 +81,8 @@ class CompanyFile {
   // Identifiers of transactions that were added here to what was read from another QuickBooks, and of which it is not
   // known what they would come to there: see TxnLines.h.
   [[nodiscard]] std::vector<std::string> UnknownAmounts();
+  // Identifiers of what has sums that these are in: see UnknownSums.h.
+  [[nodiscard]] std::set<std::string, std::less<>> UnknownSums();
 
   // How programs are met that want a session, as it stands in the file now.
   [[nodiscard]] CompanyConditions GetConditions();

@@ -186,10 +186,12 @@ class RecordIntake::Laying {
     for (const auto* field : {"SalesDesc", "SalesPrice", "PurchaseDesc", "PurchaseCost", "ItemDesc"}) {
       AppendLeaf(body, field, ChildText(told, field));
     }
-    if (const auto code = Referenced(told, "SalesTaxCodeRef"); !code.empty()) {
-      AppendOpenTag(body, "SalesTaxCodeRef");
+    for (const auto* field : {"SalesTaxCodeRef", "TaxCodeForSaleRef", "TaxCodeForPurchaseRef"}) {
+      const auto code = Referenced(told, field);
+      if (code.empty()) continue;
+      AppendOpenTag(body, field);
       AppendLeaf(body, "ListID", code);
-      AppendCloseTag(body, "SalesTaxCodeRef");
+      AppendCloseTag(body, field);
     }
     std::optional<std::int64_t> whole;
     bool areAllKnown = true;

@@ -197,8 +197,12 @@ class NewTxn {
     const auto& kind = context_.kind;
     auto total = lines_.Subtotal() + ReadMoney(fields_, "Tax1Total") + ReadMoney(fields_, "Tax2Total");
     if (Has("Subtotal")) total = total + FillTax();
+    // No verdict hangs on a sum that is not QuickBooks'.
+    const bool isGuess = !lines_.AreKnown();
+    if (isGuess) total = std::max(total, Currency{});
     if (total < Currency{}) Refuse(status::CannotSave(referrer_, kPositive));
-    if (total == Currency{} && kind.zeroTotal == ZeroTotal::Refused) throw PlatformError(error::kRequestIncomplete);
+    if (total == Currency{} && !isGuess && kind.zeroTotal == ZeroTotal::Refused)
+      throw PlatformError(error::kRequestIncomplete);
     if (!kind.lines.empty() && lines_.Empty()) Refuse(status::CannotSave(referrer_, kBlank));
     txn_.amount = total;
     if (kind.settlement != Settlement::None) txn_.open = total;

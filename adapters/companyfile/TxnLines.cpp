@@ -157,13 +157,14 @@ std::optional<TxnLines::Item> TxnLines::ReadItem(pugi::xml_node itemRef, std::st
     item.terms.percent = ReadDecimal(body, "TaxRate");
   }
   if (found->kind->name == "ItemPayment") item.terms.effect = ItemTerms::Effect::Subtracts;
-  TakeTold(found->kind->name, ReadReference(itemRef).Value(), referrer, item);
+  TakeTold(found->kind->name, item);
   return item;
 }
 
-void TxnLines::TakeTold(std::string_view kind, std::string_view named, std::string_view referrer, Item& item) const {
+// Whether QuickBooks takes a discount or a subtotal where something is bought is not known either: a refusal would be
+// told as its own.
+void TxnLines::TakeTold(std::string_view kind, Item& item) {
   if (kind == "ItemDiscount" || kind == "ItemSubtotal") {
-    if (context_.kind.side == ItemSide::Purchase) Refuse(status::ReferenceOfWrongKind("ItemRef", named, referrer));
     item.isAmountKnown = false;
     item.isSubtotal = kind == "ItemSubtotal";
   }

@@ -61,8 +61,8 @@ class TxnLines {
   Currency Complete(pugi::xml_node line, const messages::Element& row, const std::optional<Item>& item,
                     std::string_view referrer);
   [[nodiscard]] std::optional<Item> ReadItem(pugi::xml_node itemRef, std::string_view referrer);
-  // What is otherwise with an item of a told kind. Throws Refused where it can't stand.
-  void TakeTold(std::string_view kind, std::string_view named, std::string_view referrer, Item& item) const;
+  // What is otherwise with an item of a told kind.
+  static void TakeTold(std::string_view kind, Item& item);
   [[nodiscard]] const messages::Element& RowOf(const TxnLineKind& kind) const;
   static void CheckBillable(pugi::xml_node line, std::string_view referrer);
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <exception>
 #include <fstream>
 #include <pugixml.hpp>
@@ -13,6 +14,7 @@
 #include <variant>
 #include <vector>
 
+#include "adapters/terminal/EndSignals.h"
 #include "cli/commands/Commands.h"
 #include "cli/options/ExitStatus.h"
 #include "cli/workplace/CompanyAnswer.h"
@@ -26,23 +28,22 @@ constexpr std::string_view kHarbour = "Harbour Survey";
 struct Ended {
   cli::ExitStatus status = cli::ExitStatus::Failed;
   std::string told;
+  bool bySignal = false;
 };
 
 // In the current folder, which the office has made its own.
-Ended Delete(std::string_view command, cli::Options options, const std::string& id, std::string_view answer) {
+Ended RunCommand(const cli::CommandSyntax& command, cli::Options options, std::string_view answer) {
   std::ofstream("answers.txt") << "default " << answer << "\n";
   options.answers = "answers.txt";
   options.noBackup = true;
-  auto commands = cli::DeletionCommands();
-  const auto found = std::ranges::find(commands, command, &cli::CommandSyntax::name);
-  *std::get<std::string*>(found->arguments.at(0).target) = "clients";
-  *std::get<std::string*>(found->arguments.at(1).target) = id;
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
   Ended ended;
   std::string raised;
   try {
-    ended.status = found->run(options);
+    ended.status = command.run(options);
+  } catch (const cli::EndedBySignal&) {
+    ended.bySignal = true;
   } catch (const std::exception& failure) {
     raised = failure.what();
   }
@@ -52,15 +53,27 @@ Ended Delete(std::string_view command, cli::Options options, const std::string& 
   return ended;
 }
 
-// A record that the client ABBOTT is linked to.
-std::string LinkedRecord(Office& office) {
-  auto id = office.AddCustomer(std::string(kHarbour));
+Ended Delete(std::string_view command, const cli::Options& options, const std::string& id, std::string_view answer) {
+  auto commands = cli::DeletionCommands();
+  const auto found = std::ranges::find(commands, command, &cli::CommandSyntax::name);
+  *std::get<std::string*>(found->arguments.at(0).target) = "clients";
+  *std::get<std::string*>(found->arguments.at(1).target) = id;
+  return RunCommand(*found, options, answer);
+}
+
+void Link(const std::string& client, const std::string& id) {
   SqliteProvider provider;
   const auto connection = provider.CreateConnection();
   connection->SetConnectionString("Provider=SQLITE;Data Source=billing.db");
   connection->Open();
-  connection->Execute(fmt::format("UPDATE Client SET QBLinkID = '{}' WHERE ClientID = 'ABBOTT'", id), nullptr);
+  connection->Execute(fmt::format("UPDATE Client SET QBLinkID = '{}' WHERE ClientID = '{}'", id, client), nullptr);
   connection->Close();
+}
+
+// A record that the client ABBOTT is linked to.
+std::string LinkedRecord(Office& office) {
+  auto id = office.AddCustomer(std::string(kHarbour));
+  Link("ABBOTT", id);
   return id;
 }
 
@@ -170,6 +183,54 @@ TEST(ElsewhereDeletions, Ask_without_the_name_where_QuickBooks_can_t_be_asked) {
       EXPECT_EQ(calls.CallNames().back(), "Transport.CloseConnection");
     }
   }
+}
+
+TEST(ElsewhereDeletions, Delete_nothing_when_a_signal_comes_while_the_record_is_named) {
+  Office office({.content = cli::Content::Sample});
+  const auto id = LinkedRecord(office);
+  auto& calls = office.elsewhere->Calls();
+  const auto first = calls.CallCount();
+  EXPECT_EQ(Delete("delete-quickbooks", QuickBooksThere(office), id, "no").status, cli::ExitStatus::Failed);
+  const std::vector<std::string> names(calls.CallNames().begin() + static_cast<std::ptrdiff_t>(first),
+                                       calls.CallNames().end());
+  EXPECT_GT(names.size(), 4U);
+  for (std::size_t k = 1; k <= names.size(); ++k) {
+    SCOPED_TRACE(names[k - 1]);
+    for (const auto* command : {"delete-quickbooks", "delete-billing"}) {
+      const auto asked = RequestsOf(office).size();
+      calls.RunAt(calls.CallCount() + k, FaultTiming::Before, [] { std::raise(SIGTERM); });
+      EXPECT_TRUE(Delete(command, QuickBooksThere(office), id, "yes").bySignal);
+      EndSignals::Forget();
+      EXPECT_EQ(RequestsOf(office).size(), asked + 2);  // the two questions of the naming
+    }
+  }
+  // Both still stand.
+  ExpectHas(Delete("delete-quickbooks", QuickBooksThere(office), id, "no").told,
+            Named(id, "the client ABBOTT", kHarbour));
+}
+
+TEST(ElsewhereDeletions, Of_what_is_gone_begin_with_nothing_more_when_a_signal_comes) {
+  Office office({.content = cli::Content::Sample});
+  Link("ABBOTT", "8000FFFE-1");
+  Link("EASTON", "8000FFFF-1");
+  const auto command = cli::DeletionsCommand();
+  RunCommand(command, QuickBooksThere(office), "no");  // the folder's first run asks about a backup
+  auto& calls = office.elsewhere->Calls();
+  const auto first = calls.CallCount();
+  const auto left = RunCommand(command, QuickBooksThere(office), "no");
+  ExpectHas(left.told, "The client ABBOTT is linked to");
+  ExpectHas(left.told, "The client EASTON is linked to");
+  const std::vector<std::string> names(calls.CallNames().begin() + static_cast<std::ptrdiff_t>(first),
+                                       calls.CallNames().end());
+  const auto last = std::ranges::find(names.rbegin(), names.rend(), "Transport.ProcessDocument");
+  ASSERT_NE(last, names.rend());
+  const auto number = static_cast<std::size_t>(names.rend() - last);
+  calls.RunAt(calls.CallCount() + number, FaultTiming::Before, [] { std::raise(SIGTERM); });
+  const auto ended = RunCommand(command, QuickBooksThere(office), "yes");
+  EndSignals::Forget();
+  EXPECT_TRUE(ended.bySignal);
+  // Both are still there to be asked for.
+  EXPECT_EQ(RunCommand(command, QuickBooksThere(office), "no").told, left.told);
 }
 
 TEST(ElsewhereDeletions, Ask_without_the_name_of_a_record_that_QuickBooks_does_not_have) {

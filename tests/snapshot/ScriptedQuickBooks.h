@@ -33,6 +33,7 @@ class ScriptedSession : public Transport {
   std::map<std::string, std::string> statuses;  // by kind: "3250"
   std::set<std::string> unknown;                // kinds of which no document is taken
   std::map<std::string, std::size_t> cutAt;     // by kind: how much of the answer comes
+  std::string country = "US";                   // it takes that one's documents alone; "CA"
   std::vector<std::string> asked;
 
   InterfaceVersion GetVersion() override { return {.major = 13, .minor = 0}; }
@@ -45,6 +46,10 @@ class ScriptedSession : public Transport {
 
   std::string ProcessDocument(std::string_view document) override {
     const std::string text(document);
+    if (text.find(fmt::format("<?qbxml version=\"{}", Prefix())) == std::string::npos) {
+      constexpr ErrorNumber kUnknownVersion = 0x80040423;
+      throw PlatformError(kUnknownVersion);
+    }
     const auto end = text.find("QueryRq");
     const auto kind = text.substr(text.rfind('<', end) + 1, end - text.rfind('<', end) - 1);
     asked.push_back(kind);
@@ -57,15 +62,18 @@ class ScriptedSession : public Transport {
     if (kind == "Host") {
       return Answer(
           kind, "0",
-          "<HostRet><ProductName>QuickBooks Pro</ProductName><MajorVersion>17</MajorVersion>"
-          "<MinorVersion>0</MinorVersion><Country>US</Country><SupportedQBXMLVersion>1.0</SupportedQBXMLVersion>"
-          "<SupportedQBXMLVersion>13.0</SupportedQBXMLVersion></HostRet>");
+          fmt::format(
+              "<HostRet><ProductName>QuickBooks Pro</ProductName><MajorVersion>17</MajorVersion>"
+              "<MinorVersion>0</MinorVersion><Country>{}</Country><SupportedQBXMLVersion>{}1.0</SupportedQBXMLVersion>"
+              "<SupportedQBXMLVersion>{}13.0</SupportedQBXMLVersion></HostRet>",
+              country, Prefix(), Prefix()));
     }
     if (statuses.contains(kind)) return Answer(kind, statuses.at(kind), "");
     return records.contains(kind) ? Answer(kind, "0", records.at(kind)) : Answer(kind, "1", "");
   }
 
  private:
+  [[nodiscard]] std::string Prefix() const { return country == "US" ? std::string() : country; }
   static std::string Answer(const std::string& kind, const std::string& code, const std::string& content) {
     return fmt::format(
         "<?xml version=\"1.0\" ?><QBXML><QBXMLMsgsRs><{0}QueryRs statusCode=\"{1}\" statusSeverity=\"x\" "
@@ -102,9 +110,8 @@ class CompanySnapshot : public testing::Test {
   }
   std::string Ask(const std::string& requests) {
     return copy_->Process(
-        "<?xml version=\"1.0\"?><?qbxml version=\"3.0\"?><QBXML><QBXMLMsgsRq "
-        "onError=\"continueOnError\">" +
-        requests + "</QBXMLMsgsRq></QBXML>");
+        "<?xml version=\"1.0\"?><?qbxml version=\"" + std::string(session_.country == "US" ? "" : session_.country) +
+        "3.0\"?><QBXML><QBXMLMsgsRq onError=\"continueOnError\">" + requests + "</QBXMLMsgsRq></QBXML>");
   }
   static void ExpectHas(const std::string& text, const std::string& part) {
     EXPECT_NE(text.find(part), std::string::npos) << text;

@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "adapters/terminal/EndSignals.h"
 #include "bridge/Tables.h"
 #include "cli/commands/Commands.h"
 #include "cli/links/TwinNames.h"
+#include "cli/options/ExitStatus.h"
 #include "cli/options/TableArgument.h"
 #include "cli/runs/Operations.h"
 #include "cli/runs/RunAccount.h"
@@ -70,18 +72,23 @@ ExitStatus Delete(const Options& options, const Deletion& deletion, const Deleti
   auto observed = options;
   observed.observer = &account;
   observed.label = label;
-  return RunOperation(
-      observed,
-      {.name = deletion.operation,
-       .arguments = {DeclaredName(table), arguments.id},
-       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); },
-       .prepare = [&](Composition& composition) { TellName(composition, mode, *FindTable(table), arguments.id); }},
-      [&](bool done) {
-        const auto troubles = account.Troubles();
-        if (done && troubles.empty()) return Ending{.text = label + ": done"};
-        return Ending{.text = label + ": not done" + (troubles.empty() ? "" : "; " + troubles + ": see the log"),
-                      .status = ExitStatus::Failed};
-      });
+  return RunOperation(observed,
+                      {.name = deletion.operation,
+                       .arguments = {DeclaredName(table), arguments.id},
+                       .run = [&](CTWQBBridge& bridge) { return (bridge.*deletion.run)(table, arguments.id); },
+                       .prepare =
+                           [&](Composition& composition) {
+                             TellName(composition, mode, *FindTable(table), arguments.id);
+                             // The question has its answer from a file, maybe: nobody could say No to it then.
+                             if (EndSignals::Came() != 0) throw EndedBySignal();
+                           }},
+                      [&](bool done) {
+                        const auto troubles = account.Troubles();
+                        if (done && troubles.empty()) return Ending{.text = label + ": done"};
+                        return Ending{
+                            .text = label + ": not done" + (troubles.empty() ? "" : "; " + troubles + ": see the log"),
+                            .status = ExitStatus::Failed};
+                      });
 }
 
 CommandSyntax SyntaxOf(const Deletion& deletion) {

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "adapters/terminal/EndSignals.h"
 #include "bridge/Tables.h"
 #include "cli/commands/Commands.h"
 #include "cli/links/LostTwins.h"
 #include "cli/links/TwinNames.h"
+#include "cli/options/ExitStatus.h"
 #include "cli/options/TableArgument.h"
 #include "cli/runs/BridgeRun.h"
 #include "cli/runs/RunBackup.h"
@@ -151,19 +153,26 @@ ExitStatus Deletions(const Options& options, const DeletionsArguments& arguments
     const auto twins = WithGlobalConnection([&] { return LostTwins(composition, backups).Find(tables); });
     Settling settling(composition, bridge);
     for (const auto& twin : twins) {
+      // The questions have their answers from a file, maybe: nobody could say No to them then.
+      if (EndSignals::Came() != 0) throw EndedBySignal();
       all.push_back({.twin = twin, .done = arguments.list ? "" : std::string(settling.Settle(twin))});
     }
+  };
+  const auto printSettled = [&] {
+    PrintSettled(options, all, arguments.json);
+    FlushOutput();
   };
   bool recorded = true;
   try {
     recorded = RunComposed(labelled, arguments.list ? Sides::Looked : Sides::Written, work);
   } catch (const DeskGaveUp&) {
-    PrintSettled(options, all, arguments.json);
-    FlushOutput();
+    printSettled();
+    throw;
+  } catch (const EndedBySignal&) {
+    printSettled();
     throw;
   }
-  PrintSettled(options, all, arguments.json);
-  FlushOutput();
+  printSettled();
   if (!recorded) RefuseTranscript(options);
   if (hasSession && all.empty()) Tell("Nothing is gone on one side alone, as far as the links and the kept sets tell.");
   const bool failed = std::ranges::find(all, kFailed, &Settled::done) != all.end();

@@ -125,7 +125,8 @@ ExitStatus ShowPreview(const Options& options, const TransferRequest& request, c
                     : preview.troubles.empty()
                         ? std::string(preview.done ? "it would be done" : "it would fail")
                         : fmt::format("it would {} {}", preview.done ? "be done, but" : "fail;", preview.troubles);
-  const auto verdict = fmt::format("preview of {}: {}; nothing has been changed", LabelOf(request), ends);
+  const auto verdict = fmt::format("preview of {}: {}{}; nothing has been changed", LabelOf(request), ends,
+                                   HangsOnUnknown(preview) ? fmt::format(", which {}", kHangsOnUnknown) : "");
   Print(arguments.json ? PreviewJson(preview, verdict) : fmt::format("{}{}\n", PreviewText(preview), verdict));
   FlushOutput();
   if (preview.unanswered) throw DeskGaveUp(*preview.unanswered);

@@ -15,6 +15,7 @@
 #include "cli/options/ExitStatus.h"
 #include "cli/options/TableArgument.h"
 #include "cli/preview/Preview.h"
+#include "cli/preview/PreviewReport.h"
 #include "cli/preview/PreviewSeams.h"
 #include "cli/screen/Output.h"
 #include "messages/StatusCodes.h"
@@ -47,17 +48,19 @@ constexpr std::array kErrors = {Check::QuoteInKey, Check::Unreadable, Check::Unr
 struct Trouble {
   std::int32_t status = 0;  // of a refusal; 0: it is an error
   std::string text;
+  bool hangsOnUnknown = false;
 };
 
-Trouble TroubleOf(const RecordAccount& account) {
-  if (!account.refusal) return {.text = account.why};
-  return {.status = account.refusal->status, .text = account.refusal->message};
+Trouble TroubleOf(const PreviewedRecord& record) {
+  const auto& account = record.account;
+  if (!account.refusal) return {.text = account.why, .hangsOnUnknown = record.hangsOnUnknown};
+  return {.status = account.refusal->status, .text = account.refusal->message, .hangsOnUnknown = record.hangsOnUnknown};
 }
 
 bool IsHeldBack(const PreviewedRecord& record) { return record.doing == Doing::Refuse || record.doing == Doing::Fail; }
 
 Finding FindingOf(const std::string& key, const Trouble& trouble) {
-  const auto text = OneLine(trouble.text);
+  const auto text = OneLine(trouble.text) + (trouble.hangsOnUnknown ? fmt::format(" (this {})", kHangsOnUnknown) : "");
   return {.key = key,
           .check = Check::Refused,
           .rule = trouble.status != 0 ? fmt::format("QuickBooks would refuse it: {}", text)
@@ -159,7 +162,7 @@ class Foreseeing {
  private:
   void Take(const Preview& preview) {
     for (const auto& record : preview.records) {
-      if (IsHeldBack(record)) Add(record.account.table.number, record.account.key, TroubleOf(record.account));
+      if (IsHeldBack(record)) Add(record.account.table.number, record.account.key, TroubleOf(record));
     }
     for (const auto& error : preview.errors) {
       if (error.table) Add(error.table->number, error.key, {.text = error.text});
@@ -260,7 +263,7 @@ class Foreseeing {
     }
     for (const auto& record : preview.records) {
       if (record.account.table.number == last.table->number && IsHeldBack(record)) {
-        take(record.account.key, TroubleOf(record.account));
+        take(record.account.key, TroubleOf(record));
       }
     }
   }

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <utility>
 
+#include "adapters/companyfile/CompanyFile.h"
 #include "adapters/snapshot/Snapshot.h"
 #include "adapters/terminal/EndSignals.h"
 #include "adapters/terminal/TextLayout.h"
@@ -113,6 +114,10 @@ void AddChanges(const Workplace& place, PreviewSeams& seams, Machine& machine, P
     std::ranges::move(QuickBooksChanges(*company, seams.QuickBooks().touched, machine), std::back_inserter(changes));
   }
   Attribute(std::move(changes), preview);
+  if (const auto* company = seams.QuickBooks().opened) {
+    MarkPaymentsOf(company::CompanyFile(company->worked, machine).UnknownAmounts(), place.billing, seams.Billing(),
+                   preview);
+  }
   preview.settings = SettingChanges(seams.Settings());
 }
 
@@ -156,6 +161,10 @@ Preview RunOnCopies(const Options& options, const std::vector<TransferRequest>& 
 }
 
 }  // namespace
+
+bool HangsOnUnknown(const Preview& preview) {
+  return std::ranges::any_of(preview.records, &PreviewedRecord::hangsOnUnknown);
+}
 
 Preview RunPreview(const Options& options, const TransferRequest& request) {
   PreviewSources sources(options);

@@ -52,6 +52,7 @@ struct PreviewedRecord {
   RecordAccount account;  // identifiers of what would be added are made up
   Doing doing = Doing::PassOver;
   std::vector<RecordChange> changes = {};
+  bool hangsOnUnknown = false;  // a payment of an invoice of which it is not known what it comes to: so does `doing`
 };
 
 // Who gave the answer that the preview went on with: nobody, so it is the box's first but a retry; or --answers.
@@ -88,6 +89,9 @@ struct Preview {
 };
 
 class PreviewSources;  // PreviewSeams.h
+
+// Whether what becomes of any of its records hangs on amounts that are not known.
+[[nodiscard]] bool HangsOnUnknown(const Preview& preview);
 
 // What is done to the copies ahead of the run, by who asks what would be if. It is called twice: for the copies that
 // the run works on, and for those that they are compared with. What it raises ends the preview.

@@ -23,6 +23,11 @@ namespace twqb::cli {
 [[nodiscard]] std::vector<RecordChange> QuickBooksChanges(const preview::ScratchFile& company,
                                                           const preview::TouchedRecords& touched, Machine& machine);
 
+// Marks the payments in `preview` that go to any of these invoices: what a transfer makes of them hangs on what the
+// invoice comes to. `connection` and `billing` as above.
+void MarkPaymentsOf(const std::vector<std::string>& unknownInvoices, const std::string& connection,
+                    const preview::ScratchFile& billing, Preview& preview);
+
 [[nodiscard]] std::vector<SettingChange> SettingChanges(const preview::ScratchFile& settings);
 
 }  // namespace twqb::cli

@@ -17,6 +17,8 @@ namespace twqb::cli {
 namespace {
 
 constexpr std::string_view kFirst = "preview";  // the field that each line of JSON begins with
+constexpr const char* kAmounts = "amounts";
+constexpr const char* kNotKnown = "notKnown";
 
 struct DoingWords {
   Doing doing;
@@ -68,8 +70,9 @@ std::string RecordText(const PreviewedRecord& record) {
   const auto& account = record.account;
   const auto name =
       RecordName(static_cast<enTables>(account.table.number), account.key.empty() ? account.identifier : account.key);
-  auto text = fmt::format("{}{} {}{}{}\n", account.standing == Standing::Line ? "a line of " : "", name,
-                          DoingText(record.doing), account.why.empty() ? "" : ": ", OnOneLine(account.why));
+  auto text = fmt::format("{}{} {}{}{}{}\n", account.standing == Standing::Line ? "a line of " : "", name,
+                          DoingText(record.doing), account.why.empty() ? "" : ": ", OnOneLine(account.why),
+                          record.hangsOnUnknown ? fmt::format(" ({})", kHangsOnUnknown) : "");
   for (const auto& change : record.changes) text += ChangeText(change, "  ");
   return text;
 }
@@ -112,6 +115,7 @@ EventFields RecordFields(const PreviewedRecord& record) {
   auto fields = AccountFields(kFirst, record.account);
   fields["would"] = DoingWord(record.doing);
   fields["changes"] = ChangeList(record.changes);
+  if (record.hangsOnUnknown) fields[kAmounts] = kNotKnown;
   return fields;
 }
 
@@ -183,7 +187,7 @@ EventFields ChangeFields(const RecordChange& change) {
                         {"name", change.name},
                         {"identifier", change.identifier},
                         {"fields", FieldList(change.fields)}};
-  if (change.areAmountsUnknown) fields["amounts"] = "notKnown";
+  if (change.areAmountsUnknown) fields[kAmounts] = kNotKnown;
   return fields;
 }
 
@@ -232,13 +236,15 @@ std::string PreviewJson(const Preview& preview, std::string_view verdict) {
   }
   for (const auto& sentence : preview.told) add({{"preview", "told"}, {"text", sentence}});
   for (const auto& line : preview.log) add({{"preview", "log"}, {"line", line}});
-  add({{"preview", "end"},
-       {"transfer", preview.request.direction == Direction::Send ? "send" : "get"},
-       {"table", TypedName(preview.request.table)},
-       {"done", preview.done},
-       {"unanswered", TextOrNull(preview.unanswered)},
-       {"verdict", verdict},
-       {"sums", SumFields(preview)}});
+  EventFields end = {{"preview", "end"},
+                     {"transfer", preview.request.direction == Direction::Send ? "send" : "get"},
+                     {"table", TypedName(preview.request.table)},
+                     {"done", preview.done},
+                     {"unanswered", TextOrNull(preview.unanswered)},
+                     {"verdict", verdict},
+                     {"sums", SumFields(preview)}};
+  if (HangsOnUnknown(preview)) end[kAmounts] = kNotKnown;
+  add(end);
   return text;
 }
 

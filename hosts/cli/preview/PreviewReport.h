@@ -12,6 +12,9 @@
 
 namespace twqb::cli {
 
+// Of a record, and of the run: what would become of it is said as if unknown amounts were those of the copy.
+inline constexpr std::string_view kHangsOnUnknown = "hangs on amounts that are not known";
+
 // "would be added": as people read it.
 [[nodiscard]] std::string_view DoingText(Doing doing);
 // "add": as programs do.

@@ -188,25 +188,26 @@ std::vector<RecordChange> NewAccounts(const preview::ScratchFile& company, const
   return changes;
 }
 
-// What one transaction comes to; and sums that it is in, and who has them. Of a payment the own amount is known.
+// What one transaction comes to; and sums that it is in. Of a payment the own amount is known.
 constexpr std::array<std::string_view, 9> kOwnAmounts = {
     "Amount",      "TotalAmount", "AmountDue",          "Subtotal",     "Rate",
     "RatePercent", "Cost",        "SalesTaxPercentage", "SalesTaxTotal"};
 constexpr std::array<std::string_view, 9> kSums = {"Balance",       "TotalBalance",  "BalanceRemaining",
                                                    "AppliedAmount", "OpenAmount",    "CreditRemaining",
                                                    "UnusedPayment", "UnusedCredits", "IsPaid"};
-constexpr std::array<std::string_view, 4> kWithSums = {"Customer", "Account", "ReceivePayment", "CreditMemo"};
 
 bool IsAmong(std::span<const std::string_view> names, std::string_view name) {
   return std::ranges::find(names, name) != names.end();
 }
 
 // Nothing is said of amounts that may be none of QuickBooks'.
-void LeaveOutUnknown(const std::vector<std::string>& unknown, std::vector<RecordChange>& changes) {
+void LeaveOutUnknown(company::CompanyFile company, std::vector<RecordChange>& changes) {
+  const auto unknown = company.UnknownAmounts();
   if (unknown.empty()) return;
+  const auto withSums = company.UnknownSums();
   for (auto& change : changes) {
     const bool isItself = std::ranges::find(unknown, change.identifier) != unknown.end();
-    if (!isItself && !IsAmong(kWithSums, change.place)) continue;
+    if (!isItself && !withSums.contains(change.identifier)) continue;
     const auto left = std::erase_if(change.fields, [&](const FieldChange& field) {
       const auto name = std::string_view(field.field).substr(field.field.rfind('/') + 1);
       return IsAmong(kSums, name) || (isItself && IsAmong(kOwnAmounts, name));
@@ -241,7 +242,7 @@ std::vector<RecordChange> QuickBooksChanges(const preview::ScratchFile& company,
                        .fields = Compare(old, present)});
   }
   std::ranges::move(NewAccounts(company, touched.All(), machine), std::back_inserter(changes));
-  LeaveOutUnknown(company::CompanyFile(company.worked, machine).UnknownAmounts(), changes);
+  LeaveOutUnknown(company::CompanyFile(company.worked, machine), changes);
   return changes;
 }
 
