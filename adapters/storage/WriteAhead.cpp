@@ -33,7 +33,7 @@ bool HasMoved(sqlite3* handle) {
 
 // The log and its index want room; a file that went over and then can't have them could not even be read.
 bool HasRoom(const std::string& path) {
-  constexpr std::uintmax_t kRoom = 32U * 1024 * 1024;
+  constexpr auto kRoom = std::uintmax_t{32} * 1024 * 1024;
   std::error_code failed;
   const auto space = std::filesystem::space(path, failed);
   return !failed && space.available >= kRoom;
@@ -207,16 +207,16 @@ Form EndWriteAhead(sqlite3* handle) noexcept {
   }
 }
 
-void CloseInOrder(sqlite3* open) noexcept {
-  Handle handle(open);
+void CloseInOrder(sqlite3* handle) noexcept {
+  Handle open(handle);
   try {
     const auto began = std::chrono::steady_clock::now();
-    const auto path = PathOf(open);
+    const auto path = PathOf(handle);
     auto ending = Ending::Done;
     {
       std::optional<EndingTurn> turn;
-      ending = TryEnding(open, turn);
-      handle.reset();
+      ending = TryEnding(handle, turn);
+      open.reset();
       if (ending == Ending::Failed && TakeBack(path) == Form::Ordinary) return;
     }
     if (ending != Ending::Done) LookBehind(path, began);

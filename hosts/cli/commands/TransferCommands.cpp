@@ -62,7 +62,7 @@ TransferRequest RequestOf(Direction direction, const Options& options, const Tra
 
 // What the last line says of a transfer.
 std::string VerdictOf(bool done, const std::string& troubles, LogOfRun log) {
-  const std::string verdict = done ? "done" : "failed";
+  std::string verdict = done ? "done" : "failed";
   if (troubles.empty()) return verdict;
   return fmt::format("{}{} {}{}", verdict, done ? ", but" : ";", troubles,
                      log == LogOfRun::Whole ? ": see the log" : ", and the log could not be written");

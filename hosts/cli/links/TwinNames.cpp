@@ -79,7 +79,7 @@ std::string WordForRow(const Table& table) {
 
 std::string WordsOfRow(const ado::Recordset& row) {
   constexpr std::size_t kWords = 3;
-  const auto key = ToText(row.FieldAt(0));
+  auto key = ToText(row.FieldAt(0));
   if (!key.starts_with('{')) return key;
   std::vector<std::string> words;
   for (int i = 1; i < row.FieldCount() && words.size() < kWords; ++i) {
