@@ -57,7 +57,7 @@ void Flatten(pugi::xml_node parent, const std::string& path, FlatRecord& record)
 
 std::string NameIn(pugi::xml_node record) {
   for (const auto* field : {"FullName", "Name", "RefNumber"}) {
-    if (const std::string name = record.child_value(field); !name.empty()) return name;
+    if (std::string name = record.child_value(field); !name.empty()) return name;
   }
   return {};
 }
