@@ -69,6 +69,7 @@ boot() {
 }
 # verdict_on STATUS FILE: 3 where wine, which ended with that status and wrote what is in the file, can't be executed here:
 # the shell found nothing that it could run, the system ended it for a call that it does not allow, or wine says so. 1 else.
+# What wine says are the system's own words for ENOEXEC, ENOSYS, EPERM and EACCES, and one line of its loader's.
 verdict_on() {
   local cannot='Exec format error|Function not implemented|Operation not permitted|Permission denied|could not exec '
   case $1 in
