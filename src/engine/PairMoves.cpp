@@ -44,7 +44,8 @@ std::string WhoIsNewer(const ConflictCase& conflict) {
   constexpr std::size_t kRoom = 48;  // for the whole of it
   std::string text;
   text.reserve(kRoom);
-  return text.append(ahead > 0 ? "BillingDb" : "QuickBooks").append(" is newer by ").append(Span(std::abs(ahead)));
+  text.append(ahead > 0 ? "BillingDb" : "QuickBooks").append(" is newer by ").append(Span(std::abs(ahead)));
+  return text;
 }
 
 // Tells what the rule decided, and answers it.
