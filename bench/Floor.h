@@ -25,7 +25,7 @@ struct FloorState {
 // One recorded call. Connections and recordsets are told by the order in which they were made.
 using FloorCall = std::function<void(FloorState& state)>;
 
-// What one table took of a recorded run, in seconds. The rest of the whole is the library's own, with its desk, the
+// What one table took of a recorded run, in seconds. The rest of the whole is the library's own, with its boxes, the
 // settings that it reads and the reading of fetched rows.
 struct TableShare {
   std::string name;  // as the settings have it

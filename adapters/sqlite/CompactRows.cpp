@@ -53,29 +53,45 @@ class Reader {
  public:
   explicit Reader(std::string_view bytes) : bytes_(bytes) {}
 
-  Value Next() {
+  // Into a value that has its memory already.
+  void Next(Value& value) {
     switch (static_cast<Tag>(Byte())) {
       case Tag::Null:
-        return Null{};
+        return Put(value, Null{});
       case Tag::False:
-        return false;
+        return Put(value, false);
       case Tag::True:
-        return true;
+        return Put(value, true);
       case Tag::Whole:
-        return Unfolded(Number());
+        return Put(value, Unfolded(Number()));
       case Tag::Floating:
-        return std::bit_cast<double>(Number());
+        return Put(value, std::bit_cast<double>(Number()));
       case Tag::Money:
-        return Currency::FromTenThousandths(Unfolded(Number()));
+        return Put(value, Currency::FromTenThousandths(Unfolded(Number())));
       case Tag::Moment:
-        return Date::FromMilliseconds(Unfolded(Number()));
+        return Put(value, Date::FromMilliseconds(Unfolded(Number())));
       case Tag::Text:
-        return Text(static_cast<std::size_t>(Number()));
+        return Put(value, Text(static_cast<std::size_t>(Number())));
     }
-    return Null{};
+    Put(value, Null{});
   }
 
  private:
+  template <typename Held>
+  static void Put(Value& value, Held held) {
+    if (auto* there = std::get_if<Held>(&value)) {
+      *there = held;
+    } else {
+      value.emplace<Held>(held);
+    }
+  }
+  static void Put(Value& value, std::string_view text) {
+    if (auto* there = std::get_if<std::string>(&value)) {
+      there->assign(text);
+    } else {
+      value.emplace<std::string>(text);
+    }
+  }
   char Byte() { return bytes_[at_++]; }
   std::uint64_t Number() {
     std::uint64_t number = 0;
@@ -85,10 +101,10 @@ class Reader {
       if ((byte & kMore) == 0) return number;
     }
   }
-  std::string Text(std::size_t size) {
+  std::string_view Text(std::size_t size) {
     const auto text = bytes_.substr(at_, size);
     at_ += size;
-    return std::string(text);
+    return text;
   }
 
   std::string_view bytes_;
@@ -114,7 +130,7 @@ void CompactRows::Add(const std::vector<Value>& row) {
 void CompactRows::Read(std::size_t index, std::vector<Value>& row) const {
   const auto [block, begin] = places_[index];
   Reader reader(std::string_view(blocks_[block]).substr(begin));
-  for (auto& value : row) value = reader.Next();
+  for (auto& value : row) reader.Next(value);
 }
 
 void CompactRows::Clear() {

@@ -118,14 +118,15 @@ class ListSendWork final : public RowWork {
   }
 
   void SendRow() {
-    auto messageSet = RequireMsgSetRequest(session_);
     if (!FindTwin()) return;
     switch (WayOf()) {
-      case InVersion1::AddAnew:
+      case InVersion1::AddAnew: {
+        auto messageSet = RequireMsgSetRequest(session_);
         AddRecord(messageSet, 0);
         break;
+      }
       case InVersion1::Modify:
-        ModifyTwin(messageSet);
+        ModifyTwin();
         break;
       case InVersion1::LeaveAlone:
         NoteFate(Fate::LeftAsItWas, "QuickBooks of this version can't modify such records");
@@ -156,7 +157,7 @@ class ListSendWork final : public RowWork {
     return Vars().g_QBMajorVer == 1 ? send_.inVersion1 : InVersion1::Modify;
   }
 
-  void ModifyTwin(MsgSetRequest& messageSet) {
+  void ModifyTwin() {
     const auto& twin = record_.twin;
     if (rule_ == TwinRule::LeaveAlone) {
       NoteFate(Fate::LeftAsItWas, kNeverChanged);
@@ -168,6 +169,7 @@ class ListSendWork final : public RowWork {
     const auto listId = twin["ListID"].GetValue();
     const auto editSequence = twin["EditSequence"].GetValue();
     if (send_.announces == Announces::EveryPair && !TwinMoves(twin)) return;
+    auto messageSet = RequireMsgSetRequest(session_);
     const auto request = messageSet.Append(requestName);
     NameTwin(messageSet, record_.linkId);
     request["ListID"].SetValue(listId);

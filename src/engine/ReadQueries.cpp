@@ -1,5 +1,6 @@
 #include "engine/ReadQueries.h"
 
+#include <utility>
 #include <vector>
 
 #include "quickbooks/IsCustomer.h"
@@ -124,7 +125,7 @@ void GetQBRecordsInCollectionObject(const QuickBooksRead& read, const ReadFilter
   const auto key = read.transaction ? "TxnID" : "ListID";
   const bool went = RunUnder(read, read.copyRoutine, [&] {
     if (into == Into::NewList) records = {};
-    const auto details = response.Details();
+    auto details = response.Details();
     const auto last = static_cast<std::int64_t>(details.size()) - 1;
     const bool showsProgress =
         details.size() >= read.readingFrom && !read.readingText.empty() && !isPulledJob && run.ShowsProgress();
@@ -135,8 +136,10 @@ void GetQBRecordsInCollectionObject(const QuickBooksRead& read, const ReadFilter
         UpdateProgressBar(last, index);
         TheDesk().PumpMessages();
       }
-      const auto& record = details[static_cast<std::size_t>(index)];
-      if (IsKept(keeps, record)) records.Add(record, record[key].GetValue());
+      auto& record = details[static_cast<std::size_t>(index)];
+      if (!IsKept(keeps, record)) continue;
+      const auto identifier = record[key].GetValue();
+      records.Add(std::move(record), identifier);
     }
   });
   if (!went && run.ShowsProgress()) IgnoreErrors([] { UnloadMsgForm(); });

@@ -47,15 +47,17 @@ void ShowReading(std::string_view name) {
   TheDesk().PumpMessages();
 }
 
+std::string_view ShownName(const Table& table, const QuickBooksRead& read) {
+  return read.shownAs.empty() ? table.names.get : read.shownAs;
+}
+
 bool ReadRecords(const Table& table, const QuickBooksRead& read, RecordList& records, QBSessionManager& session,
-                 ReadFilters filters, Run& run) {
-  const auto name = read.shownAs.empty() ? table.names.get : read.shownAs;
-  filters.activeOnly = LookUpActiveOnly(name, filters.activeOnly);
+                 const ReadFilters& filters, Run& run) {
   run.g_NoQBRecords = false;
   auto messageSet = RequireMsgSetRequest(session);
   ApplyQBFilters(read, filters, messageSet);
   // A whole table may take a while.
-  if (filters.strID.empty() && run.ShowsProgress()) ShowReading(name);
+  if (filters.strID.empty() && run.ShowsProgress()) ShowReading(ShownName(table, read));
   const auto answer = session.DoRequests(messageSet);
   const auto& response = answer.GetAt(0);
   switch (response.StatusCode()) {
@@ -87,7 +89,16 @@ ActiveOnly LookUpActiveOnly(std::string_view getName, ActiveOnly activeOnly) {
 bool ApplyQBFiltersAndReadRecords(const Table& table, const QuickBooksRead& read, RecordList& records,
                                   QBSessionManager& session, const ReadFilters& filters, Run& run) {
   bool result = false;
-  const bool went = RunAs(kRoutine, [&] { result = ReadRecords(table, read, records, session, filters, run); });
+  const bool went = RunAs(kRoutine, [&] {
+    if (filters.activeOnly != ActiveOnly::LookUp) {
+      result = ReadRecords(table, read, records, session, filters, run);
+      return;
+    }
+    // A copy for this alone: most reads are of one record, and many.
+    auto narrowed = filters;
+    narrowed.activeOnly = LookUpActiveOnly(ShownName(table, read), filters.activeOnly);
+    result = ReadRecords(table, read, records, session, narrowed, run);
+  });
   if (!went && run.ShowsProgress()) IgnoreErrors([] { UnloadMsgForm(); });
   return went && result;
 }

@@ -1,7 +1,5 @@
 #include "lists/modClients.h"
 
-#include <fmt/core.h>
-
 #include <array>
 #include <vector>
 
@@ -212,9 +210,10 @@ void MoveClientsToTW(const GetCall& call) { GetList(kClients, call); }
 
 std::string GetQBClientName(const ado::Recordset& row) {
   auto key = ColumnText(row, "ClientID");
-  const auto company = ColumnText(row, "ClientCompany");
-  if (company.empty() || UpperCase(company) == UpperCase(key)) return key;
-  return fmt::format("{} ({})", company, key);
+  auto name = ColumnText(row, "ClientCompany");
+  if (name.empty() || UpperCase(name) == UpperCase(key)) return key;
+  name.append(" (").append(key).append(")");
+  return name;
 }
 
 void AssignClientFldValues(const RequestField& request, const ado::Recordset& row, RequestKind kind,

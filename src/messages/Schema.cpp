@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <unordered_map>
 
 #include "platform/Text.h"
 
@@ -55,7 +56,8 @@ std::optional<Country> CountryFromName(std::string_view name) {
 
 std::string FormTag(const Form& form) {
   std::string tag(form.country == Country::US ? std::string_view{} : CountryName(form.country));
-  return tag.append(std::to_string(form.version.major)).append(".").append(std::to_string(form.version.minor));
+  tag.append(std::to_string(form.version.major)).append(".").append(std::to_string(form.version.minor));
+  return tag;
 }
 
 std::optional<Form> FormFromTag(std::string_view tag) {
@@ -83,10 +85,13 @@ const Element* FindChild(const Rows& children, std::string_view name) {
 
 const Message* FindMessage(std::string_view name) {
   if (name.ends_with("Rq") || name.ends_with("Rs")) name.remove_suffix(2);
-  const auto all = AllMessages();
-  // Lengths differ for most: a walk over so few is quicker than the search that their order would allow.
-  const auto found = std::ranges::find(all, name, &Message::name);
-  return found != all.end() ? &*found : nullptr;
+  static const auto kByName = [] {
+    std::unordered_map<std::string_view, const Message*> byName;
+    for (const auto& message : AllMessages()) byName.emplace(message.name, &message);
+    return byName;
+  }();
+  const auto found = kByName.find(name);
+  return found != kByName.end() ? found->second : nullptr;
 }
 
 }  // namespace twqb::messages

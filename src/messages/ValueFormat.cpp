@@ -63,21 +63,44 @@ bool IsGuid(std::string_view text) {
 
 // Two digits at `at`, or -1.
 int TwoDigits(std::string_view text, std::size_t at) {
-  int value = -1;
   if (at + 2 > text.size() || !AreDigits(text.substr(at, 2))) return -1;
-  std::from_chars(text.data() + at, text.data() + at + 2, value);
-  return value;
+  return (text[at] - '0') * 10 + (text[at + 1] - '0');
+}
+
+constexpr double kManyUnits = 1e15;  // whole numbers below it have fifteen digits at most
+
+// Fifteen digits make 1.005, which is a little less in binary, the half that it prints as.
+double InFifteenDigits(double value) {
+  if (std::fabs(value) < kManyUnits && std::trunc(value) == value) return value;
+  const auto printed = fmt::format("{:.15g}", value);
+  double exact = 0;
+  std::from_chars(printed.data(), printed.data() + printed.size(), exact);
+  return exact;
+}
+
+std::int64_t PowerOfTen(int exponent) {
+  constexpr std::int64_t kTen = 10;
+  std::int64_t power = 1;
+  for (; exponent > 0; --exponent) power *= kTen;
+  return power;
+}
+
+// So many units of the last decimal place; there is at least one.
+std::string UnitsText(std::int64_t units, int decimals) {
+  const auto scale = PowerOfTen(decimals);
+  const auto places = std::to_string(std::abs(units % scale));
+  std::string text(units < 0 ? "-" : "");
+  text.append(std::to_string(std::abs(units / scale))) += '.';
+  text.append(static_cast<std::size_t>(decimals) - places.size(), '0').append(places);
+  return text;
 }
 
 // Rounds halves away from zero.
 std::string FixedText(double value, int decimals) {
-  // Fifteen digits make 1.005, which is a little less in binary, the half that it prints as.
   const double scale = std::pow(10, decimals);
-  const auto printed = fmt::format("{:.15g}", value * scale);
-  double exact = 0;
-  std::from_chars(printed.data(), printed.data() + printed.size(), exact);
-  const double units = std::round(exact);
-  return fmt::format("{:.{}f}", (units == 0 ? 0 : units) / scale, decimals);
+  const double units = std::round(InFifteenDigits(value * scale));
+  if (std::fabs(units) < kManyUnits) return UnitsText(static_cast<std::int64_t>(units), decimals);
+  return fmt::format("{:.{}f}", units / scale, decimals);
 }
 
 constexpr std::size_t kDateLength = 10;  // yyyy-mm-dd
@@ -102,11 +125,7 @@ std::string AmountText(Currency amount) {
   // Away from zero, and without a sum that could leave the range.
   const auto rest = units % kCent;
   const auto cents = units / kCent + (rest >= kCent / 2 ? 1 : rest <= -kCent / 2 ? -1 : 0);
-  const auto whole = cents / kCent;
-  std::string text(cents < 0 ? "-" : "");
-  AppendPadded(text.append(std::to_string(whole < 0 ? -whole : whole)) += '.',
-               static_cast<int>(std::abs(cents % kCent)), 2);
-  return text;
+  return UnitsText(cents, 2);
 }
 
 std::string DecimalText(double value, int decimals) {

@@ -3,7 +3,6 @@
 #include <fmt/core.h>
 
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <utility>
@@ -50,9 +49,10 @@ class Scanner {
   }
   bool Number(int& value, int& digits) {
     std::size_t n = 0;
-    while (n < rest_.size() && n < 4 && rest_[n] >= '0' && rest_[n] <= '9') ++n;
+    int read = 0;
+    for (; n < rest_.size() && n < 4 && rest_[n] >= '0' && rest_[n] <= '9'; ++n) read = read * 10 + (rest_[n] - '0');
     if (n == 0) return false;
-    std::from_chars(rest_.data(), rest_.data() + n, value);
+    value = read;
     digits = static_cast<int>(n);
     rest_.remove_prefix(n);
     return true;

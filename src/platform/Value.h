@@ -19,7 +19,7 @@ using Value = std::variant<Null, bool, std::int64_t, double, Currency, Date, std
 
 [[nodiscard]] inline bool IsNull(const Value& value) { return std::holds_alternative<Null>(value); }
 // The value with an empty text appended: NULL is "", a date its general form, True "True".
-[[nodiscard]] std::string ToText(const Value& value);
+[[nodiscard]] std::string ToText(Value value);
 // A number as it prints: no exponent below 1E15, no trailing zeros, decimal point.
 [[nodiscard]] std::string NumberToText(double value);
 

@@ -23,7 +23,7 @@ namespace {
 
 using detail::RequestNode;
 
-constexpr std::size_t kFirstMemory = 4096;  // of a set, in bytes; most need no more
+constexpr std::size_t kFirstMemory = 896;  // of a set, in bytes; a query of one record needs no more
 
 // Something below `node` was set: of every choice above it, the other branches go.
 void KeepToThisBranch(RequestNode& node) {
@@ -258,16 +258,16 @@ RequestField MsgSetRequest::Append(std::string_view requestName) {
     throw PlatformError(error::kNameUnknown, fmt::format("{}: {}", ErrorText(error::kNameUnknown), requestName));
   }
   if (!memory_) memory_ = std::make_unique_for_overwrite<Memory>();  // many a set stays empty
-  names_.emplace_back();
-  auto* request = requests_.emplace_back(
-      std::pmr::polymorphic_allocator<>(&memory_->resource).new_object<RequestNode>(memory_->resource, *message));
+  auto* request =
+      std::pmr::polymorphic_allocator<>(&memory_->resource).new_object<RequestNode>(memory_->resource, *message);
+  requests_.push_back({.node = request, .name = {}});
   // Of most messages the fields stand in one aggregate of the message's own name: that is the request object.
   const auto rows = message->request;
   const bool wrapped = rows.size() == 1 && rows[0].type == Type::Aggregate && rows[0].name == message->name;
   return {request, wrapped ? rows.data() : nullptr, 0};
 }
 
-std::string_view MsgSetRequest::LastRequest() const { return requests_.back()->Message()->name; }
+std::string_view MsgSetRequest::LastRequest() const { return requests_.back().node->Message()->name; }
 
 std::string MsgSetRequest::ToXMLString(bool* mended, const MessageSetIds* ids) const {
   const bool company = kind_ == messages::MessageSet::Company;
@@ -282,18 +282,20 @@ std::string MsgSetRequest::ToXMLString(bool* mended, const MessageSetIds* ids) c
   if (ids != nullptr && !ids->oldId.empty()) xml.append(" oldMessageSetID=\"").append(ids->oldId).append("\"");
   xml += ">";
   for (std::size_t i = 0; i < requests_.size(); ++i) {
-    const auto name = requests_[i]->Message()->RequestName();
+    const auto& request = requests_[i];
+    const auto name = request.node->Message()->RequestName();
     xml.append("<").append(name).append(" requestID=\"");
-    if (ids != nullptr && !names_[i].empty()) {
-      detail::AppendEscaped(xml, names_[i]);
+    if (ids != nullptr && !request.name.empty()) {
+      detail::AppendEscaped(xml, request.name);
     } else {
       xml.append(std::to_string(i + 1));
     }
     xml += "\">";
-    detail::WriteRequest(*requests_[i], form_, xml, mended);
+    detail::WriteRequest(*request.node, form_, xml, mended);
     xml.append("</").append(name).append(">");
   }
-  return xml.append("</").append(set).append("></QBXML>");
+  xml.append("</").append(set).append("></QBXML>");
+  return xml;
 }
 
 }  // namespace twqb

@@ -119,25 +119,29 @@ class MsgSetRequest {
 
   // What the request appended last is about, in at most 50 characters: its requestID in a set with identifiers. Without
   // one, and in any other set, that is its number.
-  void NameLast(std::string name) { names_.back() = std::move(name); }
+  void NameLast(std::string name) { requests_.back().name = std::move(name); }
 
   [[nodiscard]] const messages::Form& GetForm() const { return form_; }
   [[nodiscard]] std::size_t Count() const { return requests_.size(); }
   // What the request appended last is ("CustomerAdd"), and the name of the first one.
   [[nodiscard]] std::string_view LastRequest() const;
-  [[nodiscard]] const std::string& FirstName() const { return names_.front(); }
+  [[nodiscard]] const std::string& FirstName() const { return requests_.front().name; }
   // The set as qbXML. Raises 0x80040307 when a request leaves a required choice empty. Of a text that XML can't carry
   // as it is, what it can carry goes; `mended` becomes true then.
   [[nodiscard]] std::string ToXMLString(bool* mended = nullptr, const MessageSetIds* ids = nullptr) const;
 
  private:
+  struct Request {
+    detail::RequestNode* node = nullptr;
+    std::string name;  // empty: it has none
+  };
+
   messages::Form form_;
   messages::MessageSet kind_;
   OnError onError_ = OnError::Stop;
   struct Memory;
   std::unique_ptr<Memory> memory_;  // of the nodes
-  std::vector<detail::RequestNode*> requests_;
-  std::vector<std::string> names_;  // of the requests; empty: it has none
+  std::vector<Request> requests_;
 };
 
 }  // namespace twqb

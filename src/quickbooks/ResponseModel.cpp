@@ -150,7 +150,9 @@ std::vector<std::string> Record::Identifiers() const {
 }
 
 void RecordList::Add(Record record, const std::string& key) {
-  if (!keys_.emplace(key, records_.size()).second) {
+  if (records_.empty()) {
+    firstKey_ = key;
+  } else if (key == firstKey_ || !others_.insert(key).second) {
     throw PlatformError(error::kKeyInUse);
   }
   records_.push_back(std::move(record));

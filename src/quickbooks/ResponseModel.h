@@ -11,7 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "messages/Schema.h"
@@ -93,7 +93,8 @@ class RecordList {
 
  private:
   std::vector<Record> records_;
-  std::unordered_map<std::string, std::size_t> keys_;
+  std::string firstKey_;                    // most lists are of one record
+  std::unordered_set<std::string> others_;  // keys of those behind it
 };
 
 // The list that came back from a query, as it came: views into the answer, which they keep alive, in its order. A

@@ -1,5 +1,7 @@
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -126,6 +128,24 @@ TEST(ValueFormat, A_half_as_a_number_prints_is_a_half) {
   EXPECT_EQ(AmountText(2.675), "2.68");
   EXPECT_EQ(AmountText(-1.005), "-1.01");
   EXPECT_EQ(AmountText(1.00499), "1.00");
+}
+
+TEST(ValueFormat, Cents_that_a_number_holds_are_written_as_they_are) {
+  std::mt19937_64 random(7);
+  for (int i = 0; i < 10'000; ++i) {
+    const auto cents = static_cast<std::int64_t>(random() % 10'000'000'000'000U);
+    const auto text = fmt::format("{}.{:02}", cents / 100, cents % 100);
+    EXPECT_EQ(AmountText(static_cast<double>(cents) / 100), text);
+    EXPECT_EQ(AmountText(-static_cast<double>(cents + 1) / 100),
+              fmt::format("-{}.{:02}", (cents + 1) / 100, (cents + 1) % 100));
+  }
+}
+
+TEST(ValueFormat, An_amount_of_more_digits_than_a_number_holds_is_written_whole) {
+  EXPECT_EQ(AmountText(9'999'999'999'999.99), "9999999999999.99");
+  EXPECT_EQ(AmountText(1e13), "10000000000000.00");
+  EXPECT_EQ(AmountText(-1e17), "-100000000000000000.00");
+  EXPECT_EQ(DecimalText(1e16), "10000000000000000");
 }
 
 TEST(ValueFormat, Money_is_written_from_its_digits) {

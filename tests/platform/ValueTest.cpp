@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cmath>
+#include <cstdio>
 #include <functional>
+#include <random>
+#include <string>
 
 #include "platform/PlatformError.h"
 #include "platform/Value.h"
@@ -74,6 +79,21 @@ TEST(NumberToText, Fifteen_significant_digits_print_below_1_too) {
   EXPECT_EQ(NumberToText(-2.0 / 3), "-0.666666666666667");
   EXPECT_EQ(NumberToText(1.5e-14), "0.000000000000015");
   EXPECT_EQ(NumberToText(-1e-15), "-0.000000000000001");
+}
+
+TEST(NumberToText, Any_number_prints_as_the_C_library_prints_fifteen_digits) {
+  std::mt19937_64 random(11);
+  std::uniform_real_distribution<double> magnitude(-4, 14.9);
+  for (int i = 0; i < 20'000; ++i) {
+    const double any = std::pow(10, magnitude(random));
+    // All of its digits, and so many decimals as people write.
+    for (const double number : {any, std::round(any * 100) / 100, std::round(any * 1e5) / 1e5, std::round(any)}) {
+      std::array<char, 64> text{};
+      std::snprintf(text.data(), text.size(), "%.15g", number);
+      EXPECT_EQ(NumberToText(number), text.data());
+      EXPECT_EQ(NumberToText(-number), number == 0 ? "0" : std::string("-") + text.data());
+    }
+  }
 }
 
 TEST(NumberToText, What_rounds_up_to_1E15_prints_with_an_exponent) {
