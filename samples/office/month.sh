@@ -25,7 +25,7 @@ quickbooks() {
     "$1" >request.xml
   "$twqb" company run request.xml 2>/dev/null
 }
-field() { sed -n "s/.*<$1>\([^<]*\)<\/$1>.*/\1/p" <<<"$2" | head -n 1; }
+field() { sed -n "/<$1>/{s/.*<$1>\([^<]*\)<\/$1>.*/\1/p;q}" <<<"$2"; }
 # Changes a field of the customer of that identifier, as the bookkeeper would.
 change_there() {
   local answer
