@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
@@ -56,26 +57,12 @@ std::vector<std::pair<std::string, std::string>> EnvironmentOf(const HostOptions
 struct ComHost::Parts {
   Parts(const HostOptions& given, const std::vector<std::string>& command) : options(given) {
     std::signal(SIGPIPE, SIG_IGN);  // an order to a host that has died is told as the answer that does not come
-    const auto environment = EnvironmentOf(options, notes.Path());
-    std::vector<char*> argv;
-    for (const auto& word : command) argv.push_back(const_cast<char*>(word.c_str()));
-    argv.push_back(nullptr);
-    const auto in = MakePipe();
-    const auto out = MakePipe();
-    child = fork();
-    if (child == 0) {
-      // Of paths without the letter of a drive the folder tells it.
-      if (chdir(options.folder.c_str()) != 0) _exit(1);
-      for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
-      dup2(in[0], STDIN_FILENO);
-      dup2(out[1], STDOUT_FILENO);
-      execvp(argv[0], argv.data());
-      _exit(1);
-    }
-    close(in[0]);
-    close(out[1]);
-    orders.reset(fdopen(in[1], "w"));
-    answers.reset(fdopen(out[0], "r"));
+    // Once in some thousands of times wine ends a process that has just begun, with status 1 and without a word.
+    // Nothing has been tried then.
+    if (Start(command)) return;
+    std::printf("The host of the other side ended ahead of its first line, with %s; it is started once more.\n",
+                End().c_str());
+    if (!Start(command)) throw std::runtime_error("the host of the other side does not start: " + End());
   }
   ~Parts() {
     if (child < 0) return;
@@ -96,12 +83,9 @@ struct ComHost::Parts {
     std::fflush(orders.get());
   }
   [[nodiscard]] std::string Hear() {
-    std::string line;
-    for (int c = std::fgetc(answers.get()); c != '\n'; c = std::fgetc(answers.get())) {
-      if (c == EOF) throw std::runtime_error("the host of the other side has ended (" + End() + ") behind: " + order);
-      if (c != '\r') line += static_cast<char>(c);
-    }
-    return line;
+    auto line = ReadLine();
+    if (!line) throw std::runtime_error("the host of the other side has ended (" + End() + ") behind: " + order);
+    return std::move(*line);
   }
   // It ends when there are no more orders; how it did.
   std::string End() {
@@ -120,6 +104,41 @@ struct ComHost::Parts {
   std::string order;  // the last one
   int objects = 0;
   std::size_t taken = 0;  // of the record
+
+ private:
+  // Whether it has told that its own code runs.
+  [[nodiscard]] bool Start(const std::vector<std::string>& command) {
+    const auto environment = EnvironmentOf(options, notes.Path());
+    std::vector<char*> argv;
+    for (const auto& word : command) argv.push_back(const_cast<char*>(word.c_str()));
+    argv.push_back(nullptr);
+    const auto in = MakePipe();
+    const auto out = MakePipe();
+    child = fork();
+    if (child == 0) {
+      // Of paths without the letter of a drive the folder tells it.
+      if (chdir(options.folder.c_str()) != 0) _exit(1);
+      for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+      dup2(in[0], STDIN_FILENO);
+      dup2(out[1], STDOUT_FILENO);
+      execvp(argv[0], argv.data());
+      _exit(1);
+    }
+    close(in[0]);
+    close(out[1]);
+    orders.reset(fdopen(in[1], "w"));
+    answers.reset(fdopen(out[0], "r"));
+    return ReadLine() == "ready";
+  }
+  // Nothing where it has ended.
+  [[nodiscard]] std::optional<std::string> ReadLine() {
+    std::string line;
+    for (int c = std::fgetc(answers.get()); c != '\n'; c = std::fgetc(answers.get())) {
+      if (c == EOF) return std::nullopt;
+      if (c != '\r') line += static_cast<char>(c);
+    }
+    return line;
+  }
 };
 
 ComHost::ComHost(const HostOptions& options, const std::vector<std::string>& command)

@@ -325,6 +325,8 @@ int main() {
   _setmode(_fileno(stdout), _O_BINARY);
   {
     Host host;
+    std::printf("ready\n");
+    std::fflush(stdout);
     for (std::string line; ReadLine(line);) {
       try {
         host.Obey(twqb::Split(line, '\t'));

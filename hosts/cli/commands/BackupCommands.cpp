@@ -254,16 +254,19 @@ void PrintNotDone(const std::string& what, const Set& set, bool json) {
 
 void PrintDone(const std::string& what, const Set& set, const std::string& kept, bool json,
                backup::Condition condition = backup::Condition::Whole) {
+  const bool isInPart = !kept.empty() && condition == backup::Condition::InPart;
+  const auto warning = fmt::format(
+      "What was there before, put back in part, is kept as the set {}: to look into, for with both sides "
+      "of it a transfer would double records. \"twqb undo\" does not bring it back.",
+      kept);
   if (json) {
     PrintEnd(what, set, kept);
+    if (isInPart) Tell(warning);
     return;
   }
   Print(fmt::format("{}: done\n", what));
-  if (!kept.empty() && condition == backup::Condition::InPart) {
-    Print(
-        fmt::format("What was there before, put back in part, is kept as the set {}: to look into, for with both sides "
-                    "of it a transfer would double records. \"twqb undo\" does not bring it back.\n",
-                    kept));
+  if (isInPart) {
+    Print(warning + "\n");
   } else if (!kept.empty()) {
     Print(fmt::format("What was there before is kept: \"twqb restore {}\" brings it back.\n", kept));
   }
