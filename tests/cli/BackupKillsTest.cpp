@@ -345,6 +345,7 @@ TEST_F(BrokenOffRestore, That_can_t_be_completed_leaves_the_sets_to_be_listed_co
   EXPECT_EQ(folder_.Twqb({"restore", set_, "--answers", "yes.txt"}).status, 2);
   EXPECT_TRUE(fs::exists(folder_.Path() / "backups" / "restore.json"));
   const auto done = folder_.Twqb({"restore", kept, "--json", "--answers", "yes.txt"});
+  EXPECT_EQ(done.status, 0);
   EXPECT_THAT(done.err, testing::HasSubstr("put back in part, is kept as the set "));
   EXPECT_EQ(Now(), after_);
   EXPECT_THAT(folder_.Twqb({"status"}).err, testing::Not(testing::HasSubstr("broken off")));

@@ -57,8 +57,8 @@ std::vector<std::pair<std::string, std::string>> EnvironmentOf(const HostOptions
 struct ComHost::Parts {
   Parts(const HostOptions& given, const std::vector<std::string>& command) : options(given) {
     std::signal(SIGPIPE, SIG_IGN);  // an order to a host that has died is told as the answer that does not come
-    // Once in some thousands of times wine ends a process that has just begun, with status 1 and without a word.
-    // Nothing has been tried then.
+    // A host under wine was once seen to end with status 1 as soon as it had begun; why is not known. Ahead of its
+    // first line nothing of the library has been tried.
     if (Start(command)) return;
     std::printf("The host of the other side ended ahead of its first line, with %s; it is started once more.\n",
                 End().c_str());
